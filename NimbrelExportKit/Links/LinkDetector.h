@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorn {
+
+/// Finds what a person would call a link in a chat message.
+/// Threads: a detector is used by one thread at a time.
+class LinkDetector {
+public:
+    virtual ~LinkDetector() = default;
+
+    /// Appends the absolute URL of each link in `text`, in order of appearance, repeats included. `text` is well-formed
+    /// UTF-8. A link without a scheme is given as `http://…`; on macOS links of other schemes may be among them.
+    virtual void find(std::string_view text, std::vector<std::string>& urls) const = 0;
+
+    /// The platform's own detector where there is one, else ours; null when it cannot be made.
+    static std::unique_ptr<LinkDetector> make();
+};
+
+} // namespace vorn

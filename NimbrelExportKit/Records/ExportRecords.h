@@ -1,0 +1,82 @@
+#pragma once
+
+#include "NimbrelExportKit/Records/SharedText.h"
+#include "Platform/Base/Dates.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What an export holds. All records are values. Texts are well-formed UTF-8.
+namespace vorn {
+
+/// A one-to-one conversation with the assistant.
+struct NimbrelChat {
+    std::int64_t rowID = 0;
+    std::string guid;
+    std::string handle;                 ///< the other participant's, as stored
+    std::optional<std::string> service; ///< nothing when the database has no such column or value
+    bool operator==(const NimbrelChat&) const = default;
+};
+
+struct ExportedLink {
+    std::string url;                  ///< absolute
+    std::optional<std::string> title; ///< never filled from the database; written as null
+    bool operator==(const ExportedLink&) const = default;
+};
+
+struct ExportedAttachment {
+    std::string mimeType; ///< "application/octet-stream" when unknown
+    bool operator==(const ExportedAttachment&) const = default;
+};
+
+struct ExportedMessage {
+    std::int64_t rowID = 0;  ///< the message's in the database; orders messages, is not written
+    std::int64_t sentAt = 0; ///< whole seconds since 1970 (UTC), rounded down
+    std::string guid;
+    SharedText chat; ///< the guid of its chat; an empty text if unknown
+    std::string text;
+    SharedText service;                     ///< none when the database has no such column or value
+    std::optional<std::string> replyToGuid; ///< of the message that began the thread it replies in
+    std::vector<ExportedLink> links;
+    std::vector<ExportedAttachment> attachments;
+    bool fromMe = false; ///< sent by the user, not by the assistant
+    bool edited = false;
+    bool operator==(const ExportedMessage&) const = default;
+};
+
+/// How many rows an export left out, by reason.
+struct SkipTally {
+    std::map<std::string, std::int64_t, std::less<>> counts;
+
+    void add(std::string_view reason, std::int64_t n);
+    std::int64_t operator[](std::string_view reason) const; ///< 0 for a reason that never came up
+    bool operator==(const SkipTally&) const = default;
+};
+
+struct NimbrelExportStats {
+    std::int64_t chatCount = 0;
+    std::int64_t messageCount = 0;
+    std::int64_t promptCount = 0;   ///< sent by the user
+    std::int64_t replyCount = 0;    ///< sent by the assistant
+    std::optional<Instant> firstAt; ///< nothing without messages
+    std::optional<Instant> lastAt;
+
+    NimbrelExportStats(const std::vector<NimbrelChat>& chats, const std::vector<ExportedMessage>& messages);
+    bool operator==(const NimbrelExportStats&) const = default;
+};
+
+struct NimbrelExportResult {
+    std::vector<NimbrelChat> chats;
+    std::vector<ExportedMessage> messages; ///< by time, then by row
+    SkipTally skipped;
+
+    NimbrelExportStats stats() const { return {chats, messages}; } ///< counted on each call
+    std::vector<std::string> agentHandles() const; ///< of the chats, in their order, each once
+    bool operator==(const NimbrelExportResult&) const = default;
+};
+
+} // namespace vorn

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vorn {
+
+/// The preferred MIME type of a uniform type identifier such as "public.jpeg"; nothing when the identifier is unknown,
+/// or known without one. The platform's own database answers where there is one, else the table of this folder.
+/// Threads: any.
+std::optional<std::string> preferredMIMEType(std::string_view typeIdentifier);
+
+} // namespace vorn

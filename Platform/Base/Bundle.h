@@ -1,0 +1,29 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// The property list of an application bundle, read by key.
+class Bundle {
+public:
+    using Values = std::map<std::string, std::string, std::less<>>;
+
+    /// A bundle with just these values.
+    explicit Bundle(Values values) : values_(std::move(values)) {}
+
+    /// The running program's own bundle. `embedded` stands in for keys that it lacks: a command-line tool has no
+    /// property list, and other systems than macOS have no bundles.
+    static Bundle main(Values embedded);
+
+    /// The value of `key`; nothing when it is missing or is not text.
+    std::optional<std::string> text(const std::string& key) const;
+
+private:
+    Values values_;
+    bool asksSystem_ = false;
+};
+
+} // namespace vorn

@@ -1,0 +1,71 @@
+#include "Platform/Base/SHA256.h"
+
+#include "Platform/Base/Fatal.h"
+
+#include <array>
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <openssl/evp.h>
+#include <unistd.h>
+
+namespace vorn {
+
+struct SHA256::Context {
+    struct Free {
+        void operator()(EVP_MD_CTX* context) const noexcept { EVP_MD_CTX_free(context); }
+    };
+    std::unique_ptr<EVP_MD_CTX, Free> evp{EVP_MD_CTX_new()};
+};
+
+SHA256::SHA256() : context_(std::make_unique<Context>())
+{
+    if (EVP_DigestInit_ex(context_->evp.get(), EVP_sha256(), nullptr) != 1) fatalError("SHA-256 is not available");
+}
+
+SHA256::~SHA256() = default;
+SHA256::SHA256(SHA256&&) noexcept = default;
+SHA256& SHA256::operator=(SHA256&&) noexcept = default;
+
+void SHA256::update(ByteView bytes)
+{
+    EVP_DigestUpdate(context_->evp.get(), bytes.data(), bytes.size());
+}
+
+std::string SHA256::hexDigest()
+{
+    std::array<unsigned char, 32> digest{};
+    EVP_DigestFinal_ex(context_->evp.get(), digest.data(), nullptr);
+    std::string text;
+    text.reserve(2 * digest.size());
+    for (const unsigned char byte : digest) fmt::format_to(std::back_inserter(text), "{:02x}", byte);
+    return text;
+}
+
+std::string SHA256::hexDigestOfFile(const std::filesystem::path& path)
+{
+    const auto fail = [&path] {
+        throw std::filesystem::filesystem_error("cannot read", path, std::error_code(errno, std::generic_category()));
+    };
+    struct Descriptor {
+        int number;
+        ~Descriptor() { if (number >= 0) close(number); }
+    };
+    const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+    if (file.number < 0) fail();
+    SHA256 hash;
+    std::vector<std::byte> piece(1024 * 1024);
+    while (true) {
+        const ssize_t count = read(file.number, piece.data(), piece.size());
+        if (count == 0) return hash.hexDigest();
+        if (count > 0) {
+            hash.update(ByteView(piece).first(static_cast<std::size_t>(count)));
+        } else if (errno != EINTR) {
+            fail();
+        }
+    }
+}
+
+} // namespace vorn

@@ -1,0 +1,108 @@
+#include "Platform/Base/CopyFile.h"
+
+#include "Platform/Base/FileDescriptor.h"
+
+#include <cerrno>
+#include <system_error>
+#include <vector>
+
+#include <fcntl.h>
+#include <linux/fs.h>
+#include <sys/ioctl.h>
+
+namespace vorn {
+namespace {
+
+/// Small enough to hear of a cancel soon, large enough that the calls cost nothing.
+constexpr std::size_t pieceSize = 32 * 1024 * 1024;
+
+[[noreturn]] void fail(const std::filesystem::path& from, const std::filesystem::path& to)
+{
+    throw std::filesystem::filesystem_error("cannot copy", from, to, std::error_code(errno, std::generic_category()));
+}
+
+/// The kernel's codes for "not between these two files"; any other failure is one of the copy itself.
+bool isUnsupported(int code)
+{
+    return code == EXDEV || code == EINVAL || code == ENOSYS || code == EOPNOTSUPP || code == EPERM;
+}
+
+class Copy {
+public:
+    Copy(const std::filesystem::path& from, const std::filesystem::path& to, const FileManager::CopyProgress& progress)
+        : from_(from), to_(to), progress_(progress)
+    {}
+
+    void run()
+    {
+        if (!source_ || !target_) fail(from_, to_);
+        if (ioctl(target_.get(), FICLONE, source_.get()) != 0 && !copyInKernel()) copyThroughMemory();
+        if (target_.reset() != 0) fail(from_, to_);
+    }
+
+private:
+    /// False when the kernel cannot do it for these two files; nothing has been copied then.
+    bool copyInKernel()
+    {
+        while (true) {
+            const ssize_t count = copy_file_range(source_.get(), nullptr, target_.get(), nullptr, pieceSize, 0);
+            if (count == 0) return copied_ > 0; // some file systems answer 0 for "cannot"; an empty file costs nothing twice
+            if (count > 0) {
+                advance(static_cast<std::size_t>(count));
+            } else if (copied_ == 0 && isUnsupported(errno)) {
+                return false;
+            } else if (errno != EINTR) {
+                fail(from_, to_);
+            }
+        }
+    }
+
+    void copyThroughMemory()
+    {
+        std::vector<std::byte> piece(1024 * 1024);
+        while (true) {
+            const ssize_t count = read(source_.get(), piece.data(), piece.size());
+            if (count == 0) return;
+            if (count > 0) {
+                writeAll(ByteView(piece).first(static_cast<std::size_t>(count)));
+            } else if (errno != EINTR) {
+                fail(from_, to_);
+            }
+        }
+    }
+
+    void writeAll(ByteView bytes)
+    {
+        while (!bytes.empty()) {
+            const ssize_t count = write(target_.get(), bytes.data(), bytes.size());
+            if (count < 0 && errno != EINTR) fail(from_, to_);
+            if (count < 0) continue;
+            bytes = bytes.subspan(static_cast<std::size_t>(count));
+            advance(static_cast<std::size_t>(count));
+        }
+    }
+
+    void advance(std::size_t count)
+    {
+        copied_ += count;
+        if (progress_) progress_(copied_);
+    }
+
+    const std::filesystem::path& from_;
+    const std::filesystem::path& to_;
+    const FileManager::CopyProgress& progress_;
+    FileDescriptor source_{open(from_.c_str(), O_RDONLY | O_CLOEXEC)};
+    // No target without a source, or a refused source would leave an empty file behind.
+    FileDescriptor target_{source_ ? open(to_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600) : -1};
+    std::uint64_t copied_ = 0;
+};
+
+} // namespace
+
+void copyFileContent(const std::filesystem::path& from, const std::filesystem::path& to,
+                     const FileManager::CopyProgress& progress)
+{
+    Copy(from, to, progress).run();
+}
+
+} // namespace vorn

@@ -1,0 +1,57 @@
+# How this project's targets are made. Every folder with code is one library that links only what it needs.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+
+set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
+if(VORN_SANITIZE)
+  add_compile_options(-fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${VORN_SANITIZE})
+endif()
+
+add_library(vorn_warnings INTERFACE)
+add_library(vorn::warnings ALIAS vorn_warnings)
+target_compile_options(vorn_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+                                               -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+
+define_property(GLOBAL PROPERTY VORN_LAYERS BRIEF_DOCS "One line a library: its name, its folder, what it links")
+
+# vorn_library(<name> [HEADERS …] SOURCES … [PUBLIC …] [PRIVATE …])
+# HEADERS are the public ones; each must compile alone (target all_verify_interface_header_sets).
+function(vorn_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;SOURCES;PUBLIC;PRIVATE")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} vorn::warnings)
+  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+  file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+  list(JOIN arg_PUBLIC "," public)
+  list(JOIN arg_PRIVATE "," private)
+  set_property(GLOBAL APPEND PROPERTY VORN_LAYERS "${name} ${folder} ${public},${private}")
+endfunction()
+
+# vorn_program(<name> SOURCES … [LINKS …])
+function(vorn_program name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LINKS} vorn::warnings)
+endfunction()
+
+# vorn_test(<name> SOURCES … [LINKS …]): a GoogleTest program whose cases CTest runs one by one.
+function(vorn_test name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  add_executable(${name} ${arg_SOURCES})
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main vorn::warnings)
+  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600)
+endfunction()
+
+# Writes what each library links, for the test that holds every #include against it.
+function(vorn_write_layers)
+  get_property(layers GLOBAL PROPERTY VORN_LAYERS)
+  list(JOIN layers "\n" text)
+  file(WRITE ${PROJECT_BINARY_DIR}/layers.txt "${text}\n")
+endfunction()
