@@ -150,7 +150,10 @@ SQLiteDatabase::SQLiteDatabase(const std::string& path, Mode mode)
         throw SQLiteError(SQLiteError::Stage::open, result, handle != nullptr ? sqlite3_errmsg(handle) : "cannot open");
     }
     sqlite3_busy_timeout(handle, busyTimeoutMilliseconds);
-    if (mode == Mode::queryOnly) execute("PRAGMA query_only = ON");
+    if (mode == Mode::create) return;
+    execute("PRAGMA query_only = ON");
+    // Closing would move the log into the file, which changes nothing that anybody still reads.
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }
 
 void SQLiteDatabase::execute(const std::string& sql) const

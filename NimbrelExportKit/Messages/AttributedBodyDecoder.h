@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/Base/Bytes.h"
+
+#include <optional>
+#include <string_view>
+
+/// The text of an attributed string archived in the typed-stream format, as `message.attributedBody` holds it.
+namespace vorn::AttributedBodyDecoder {
+
+/// The first string object in `data`, as it stands; nothing when none is found, when it is cut short or when it is not
+/// well-formed UTF-8. The result points into `data`. Threads: any.
+///
+/// The stream is not parsed: its classes and their versions differ between systems, but the first object of class
+/// NSString is the text in all of them, and its length stands behind a "+" within a few bytes of the class's name.
+std::optional<std::string_view> decode(ByteView data) noexcept;
+
+} // namespace vorn::AttributedBodyDecoder

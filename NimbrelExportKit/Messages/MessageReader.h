@@ -1,0 +1,25 @@
+#pragma once
+
+#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+/// Reads the messages of the located chats from a copy of the Messages database. No attachment is ever opened.
+namespace vorn::MessageReader {
+
+struct Output {
+    std::vector<ExportedMessage> messages; ///< by time, then by row
+    SkipTally skipped;                     ///< "reaction", "system", "unsent", "empty", "undated"
+    bool operator==(const Output&) const = default;
+};
+
+/// Called every few thousand rows with the rows read so far. What it throws ends the reading.
+using OnRows = std::function<void(std::int64_t rows)>;
+
+/// Every message of `chats`. Columns that a system's database lacks read as their defaults. Throws `SQLiteError`.
+Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows = {});
+
+} // namespace vorn::MessageReader

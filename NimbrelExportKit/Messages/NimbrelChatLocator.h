@@ -1,0 +1,20 @@
+#pragma once
+
+#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// Finds the assistant's one-to-one conversations in a copy of the Messages database.
+namespace vorn::NimbrelChatLocator {
+
+/// `chat.style` of a conversation with one other person; 43 is a group.
+inline constexpr std::int64_t oneToOneStyle = 45;
+
+/// The chats whose one other participant is one of `handles`, by ROWID; never a group. Several chats are normal: a
+/// handle has one for each service. No SQL runs when `handles` holds nothing but blanks. Throws `SQLiteError`.
+std::vector<NimbrelChat> locate(const SQLiteDatabase& database, const std::vector<std::string>& handles);
+
+} // namespace vorn::NimbrelChatLocator
