@@ -1,0 +1,18 @@
+#pragma once
+
+#include "NimbrelExportKit/Archive/ExportManifest.h"
+#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "Platform/Base/Bytes.h"
+
+#include <span>
+
+/// The archive's two documents as JSON: keys sorted at every level, compact, nothing escaped that need not be, absent
+/// values as null. Memory: one allocation of the document's size. Threads: any.
+namespace vorn {
+
+ByteBuffer exportJSON(const ExportManifest& manifest);
+
+/// A list, in the given order. A message's `rowID` is not written.
+ByteBuffer exportJSON(std::span<const ExportedMessage> messages);
+
+} // namespace vorn

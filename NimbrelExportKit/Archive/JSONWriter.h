@@ -1,0 +1,123 @@
+#pragma once
+
+#include "Platform/Base/Bytes.h"
+#include "Platform/Base/Fatal.h"
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <optional>
+#include <string_view>
+
+/// JSON (RFC 8259) written in two passes by the same code: the first only counts, the second writes into memory of
+/// exactly that size and checks nothing.
+namespace vorn::json {
+
+/// How many bytes at the start of `text` stand for themselves inside a JSON string.
+std::size_t plainPrefix(std::string_view text) noexcept;
+
+/// What stands in a JSON string for `byte`, one that cannot stand for itself.
+std::string_view escape(char byte) noexcept;
+
+/// Counts what it is given.
+class SizeSink {
+public:
+    void bytes(const char* /*from*/, std::size_t count) noexcept { size_ += count; }
+    std::size_t size() const noexcept { return size_; }
+
+private:
+    std::size_t size_ = 0;
+};
+
+/// Copies what it is given, one behind another, into memory that is known to be large enough.
+class ByteSink {
+public:
+    explicit ByteSink(std::byte* to) noexcept : at_(to) {}
+    void bytes(const char* from, std::size_t count) noexcept
+    {
+        if (count == 0) return; // an empty text may lie nowhere, which memcpy forbids
+        std::memcpy(at_, from, count);
+        at_ += count;
+    }
+    const std::byte* end() const noexcept { return at_; }
+
+private:
+    std::byte* at_;
+};
+
+/// The values of a document. Texts are well-formed UTF-8 and written as they are, but for what JSON makes one escape;
+/// a slash stays bare.
+template <class Sink>
+class Writer {
+public:
+    explicit Writer(Sink& sink) noexcept : sink_(sink) {}
+
+    /// Punctuation and keys, as they shall stand in the document.
+    template <std::size_t size>
+    void raw(const char (&literal)[size])
+    {
+        sink_.bytes(literal, size - 1);
+    }
+
+    void text(std::string_view text)
+    {
+        raw("\"");
+        for (std::size_t plain = plainPrefix(text);; plain = plainPrefix(text)) {
+            sink_.bytes(text.data(), plain);
+            if (plain == text.size()) break;
+            const std::string_view escaped = escape(text[plain]);
+            sink_.bytes(escaped.data(), escaped.size());
+            text.remove_prefix(plain + 1);
+        }
+        raw("\"");
+    }
+
+    template <class Text>
+    void textOrNull(const std::optional<Text>& value)
+    {
+        value ? text(*value) : raw("null");
+    }
+
+    void integer(std::int64_t value)
+    {
+        char digits[20]; // the longest: -9223372036854775808
+        const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
+        sink_.bytes(digits, static_cast<std::size_t>(end - digits));
+    }
+
+    void boolean(bool value) { value ? raw("true") : raw("false"); }
+
+    /// `values` with commas between them, each written by `write`.
+    template <class Values, class Write>
+    void list(const Values& values, Write write)
+    {
+        bool first = true;
+        for (const auto& value : values) {
+            if (!first) raw(",");
+            first = false;
+            write(value);
+        }
+    }
+
+private:
+    Sink& sink_;
+};
+
+/// The document that `write(writer)` makes. It is called twice and must write the same both times.
+template <class Write>
+ByteBuffer document(const Write& write)
+{
+    SizeSink size;
+    Writer counting(size);
+    write(counting);
+
+    ByteBuffer bytes(size.size());
+    ByteSink sink(bytes.data());
+    Writer writing(sink);
+    write(writing);
+    if (sink.end() != bytes.data() + bytes.size()) fatalError("a JSON document is not as long as it was measured");
+    return bytes;
+}
+
+} // namespace vorn::json

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "NimbrelExportKit/Archive/ExportManifest.h"
+#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "Platform/Base/Bytes.h"
+#include "Platform/Base/Dates.h"
+#include "Platform/Base/FileManager.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <string_view>
+
+namespace vorn {
+
+/// An archive that has been written.
+struct ArchiveFile {
+    std::filesystem::path url;
+    std::int64_t sizeBytes = 0; ///< as the file system reports it
+    bool operator==(const ArchiveFile&) const = default;
+};
+
+/// Packs the result of an export as it is uploaded: a ZIP archive of a manifest and the messages, both JSON (UTF-8).
+/// Threads: any; large results take seconds, so not the main one.
+namespace NimbrelArchiveBuilder {
+
+inline constexpr std::string_view manifestEntryName = "vorn-nimbrel-export.json";
+inline constexpr std::string_view messagesEntryName = "vorn-nimbrel-messages.json";
+
+ByteBuffer manifestJSON(const NimbrelExportResult& result, const ExporterInfo& exporter, Instant exportedAt);
+ByteBuffer messagesJSON(const NimbrelExportResult& result);
+
+/// Writes the archive to `to`, replacing what is there. The file is the caller's to remove, also when reading its size
+/// is what failed; a failure before that leaves none. Errors: `ZipWriterError`, and those of `files`.
+ArchiveFile writeArchive(const NimbrelExportResult& result, const ExporterInfo& exporter,
+                         const std::filesystem::path& to, Instant exportedAt,
+                         FileManager& files = FileManager::standard());
+
+} // namespace NimbrelArchiveBuilder
+} // namespace vorn

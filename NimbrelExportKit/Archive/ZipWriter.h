@@ -1,0 +1,74 @@
+#pragma once
+
+#include "NimbrelExportKit/Archive/Deflate.h"
+#include "Platform/Base/Bytes.h"
+#include "Platform/Base/Dates.h"
+#include "Platform/Base/FileManager.h"
+
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <span>
+#include <string>
+#include <variant>
+
+namespace vorn {
+
+/// One file to be archived.
+struct ZipEntry {
+    std::string name;   ///< its path in the archive, UTF-8
+    ByteView data;      ///< its content, which somebody else keeps alive: documents are too large to be copied
+    Instant modified{}; ///< written in local time, to two seconds
+
+    bool operator==(const ZipEntry& other) const; ///< compares the bytes, not where they lie
+};
+
+/// What cannot be archived.
+class ZipWriterError : public std::exception {
+public:
+    /// A name is empty, longer than 65,534 bytes, or begins with "/".
+    struct InvalidName {
+        std::string name;
+        bool operator==(const InvalidName&) const = default;
+    };
+    /// More than 65,534 entries, or sizes or offsets that 32 bits cannot hold.
+    struct TooLarge {
+        bool operator==(const TooLarge&) const = default;
+    };
+    using Reason = std::variant<InvalidName, TooLarge>;
+
+    ZipWriterError(Reason reason)
+        : reason_(std::move(reason)) {} // NOLINT(google-explicit-constructor): thrown by its reason
+
+    const Reason& reason() const noexcept { return reason_; }
+    const char* what() const noexcept override; ///< the name of the case, for logs
+
+    bool operator==(const ZipWriterError& other) const noexcept { return reason_ == other.reason_; }
+
+private:
+    Reason reason_;
+};
+
+/// Makes ZIP archives in memory: one disk, no ZIP64, no data descriptors, no extra fields, no comments.
+/// The format is PKWARE's APPNOTE 2.0 with UTF-8 names (https://pkware.cachefly.net/webdocs/APPNOTE/APPNOTE-6.3.9.TXT).
+/// Threads: any.
+namespace ZipWriter {
+
+/// What tests put something else in place of.
+struct Settings {
+    DeflateEncoder encoder = libdeflateEncoder();
+    /// The largest size or offset. The value above it would mean "see the ZIP64 record".
+    std::uint64_t largest = 4'294'967'294;
+};
+
+/// The archive of `entries`, in their order. An entry of at most 64 bytes, or that does not get smaller, is stored,
+/// others are deflated. Memory: the archive's, and address space for the data's size. Errors: `ZipWriterError`.
+ByteBuffer archive(std::span<const ZipEntry> entries, const Settings& settings = {});
+
+/// Writes the archive of `entries` to `path`, replacing what was there; on failure nothing changes there.
+/// Errors: `ZipWriterError`, and those of `files`.
+void write(std::span<const ZipEntry> entries, const std::filesystem::path& path,
+           FileManager& files = FileManager::standard());
+
+} // namespace ZipWriter
+} // namespace vorn
