@@ -1,0 +1,147 @@
+#include "tests/support/MessagesFixture.h"
+
+#include <algorithm>
+#include <cctype>
+
+namespace vorn::testing {
+namespace {
+
+const std::vector<std::string> messageColumns = {
+    "guid TEXT",
+    "text TEXT",
+    "handle_id INTEGER DEFAULT 0",
+    "attributedBody BLOB",
+    "service TEXT",
+    "date INTEGER",
+    "is_from_me INTEGER DEFAULT 0",
+    "item_type INTEGER DEFAULT 0",
+    "associated_message_type INTEGER DEFAULT 0",
+    "date_edited INTEGER DEFAULT 0",
+    "date_retracted INTEGER DEFAULT 0",
+    "thread_originator_guid TEXT",
+};
+const std::vector<std::string> chatColumns = {"guid TEXT", "style INTEGER", "chat_identifier TEXT", "service_name TEXT"};
+const std::vector<std::string> attachmentColumns = {"guid TEXT", "filename TEXT", "uti TEXT", "mime_type TEXT"};
+
+std::string nameOf(const std::string& column)
+{
+    return column.substr(0, column.find(' '));
+}
+
+std::string joined(const std::vector<std::string>& parts)
+{
+    std::string text;
+    for (const std::string& part : parts) text += (text.empty() ? "" : ", ") + part;
+    return text;
+}
+
+} // namespace
+
+MessagesFixture::MessagesFixture(const std::filesystem::path& path, MessagesSchema schema)
+    : path_(path), schema_(std::move(schema)), database_(path.string(), SQLiteDatabase::Mode::create)
+{
+    database_.execute("PRAGMA journal_mode = WAL; PRAGMA wal_autocheckpoint = 0");
+    createTable("message", messageColumns);
+    createTable("chat", chatColumns);
+    createTable("handle", {"id TEXT", "service TEXT"});
+    createTable("chat_handle_join", {"chat_id INTEGER", "handle_id INTEGER"}, "UNIQUE(chat_id, handle_id)");
+    createTable("chat_message_join", {"chat_id INTEGER", "message_id INTEGER", "message_date INTEGER DEFAULT 0"},
+                "UNIQUE(chat_id, message_id)");
+    if (schema_.attachmentTables) {
+        createTable("attachment", attachmentColumns);
+        createTable("message_attachment_join", {"message_id INTEGER", "attachment_id INTEGER"});
+    }
+    if (schema_.indexes) {
+        database_.execute("CREATE INDEX cmj_idx_message_id ON chat_message_join(message_id);"
+                          "CREATE INDEX cmj_idx_chat_id_date ON chat_message_join(chat_id, message_date, message_id);"
+                          "CREATE INDEX message_idx_date ON message(date)");
+    }
+}
+
+void MessagesFixture::createTable(const std::string& name, std::vector<std::string> columns, const std::string& constraints)
+{
+    std::erase_if(columns, [&](const std::string& column) { return schema_.without.contains(name + "." + nameOf(column)); });
+    if (schema_.extraColumns) columns.insert(columns.begin() + 1, {"extra_one TEXT", "extra_two INTEGER DEFAULT 7"});
+    columns.emplace_back("ROWID INTEGER PRIMARY KEY AUTOINCREMENT");
+    std::rotate(columns.begin(), columns.end() - 1, columns.end());
+    if (schema_.shuffled) {
+        std::sort(columns.begin(), columns.end(), [](const auto& a, const auto& b) {
+            return std::string(a.rbegin(), a.rend()) < std::string(b.rbegin(), b.rend());
+        });
+    }
+    std::string definitions = joined(columns);
+    if (schema_.upperCase) {
+        std::transform(definitions.begin(), definitions.end(), definitions.begin(),
+                       [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+    }
+    // The joins keep their columns by name, and only tables that the export reads by name have a ROWID of their own.
+    database_.execute("CREATE TABLE " + name + " (" + definitions + (constraints.empty() ? "" : ", " + constraints) + ")");
+}
+
+void MessagesFixture::insert(const std::string& table, const Values& values)
+{
+    std::vector<std::string> names;
+    std::vector<std::string> marks;
+    std::vector<SQLiteValue> bindings;
+    for (const auto& [name, value] : values) {
+        if (schema_.without.contains(table + "." + name)) continue;
+        names.push_back(name);
+        marks.emplace_back("?");
+        bindings.push_back(value);
+    }
+    database_.run("INSERT INTO " + table + " (" + joined(names) + ") VALUES (" + joined(marks) + ")", bindings);
+}
+
+void MessagesFixture::handle(std::int64_t rowID, SQLiteValue id, const std::string& service)
+{
+    insert("handle", {{"ROWID", rowID}, {"id", std::move(id)}, {"service", service}});
+}
+
+void MessagesFixture::chat(std::int64_t rowID, SQLiteValue guid, const std::vector<std::int64_t>& handles,
+                           std::int64_t style, SQLiteValue service)
+{
+    insert("chat", {{"ROWID", rowID}, {"guid", std::move(guid)}, {"style", style}, {"service_name", std::move(service)}});
+    for (const std::int64_t handle : handles) insert("chat_handle_join", {{"chat_id", rowID}, {"handle_id", handle}});
+}
+
+void MessagesFixture::assistantChat()
+{
+    handle(1, assistant);
+    chat(1, "iMessage;-;" + std::string(assistant), {1});
+}
+
+std::int64_t MessagesFixture::message(const MessageRow& row)
+{
+    const std::int64_t rowID = row.rowID.value_or(lastMessage_ + 1);
+    lastMessage_ = std::max(lastMessage_, rowID);
+    insert("message", {{"ROWID", rowID},
+                       {"guid", row.guid.value_or("guid-" + std::to_string(rowID))},
+                       {"text", row.text},
+                       {"attributedBody", row.attributedBody},
+                       {"is_from_me", row.isFromMe},
+                       {"date", row.date},
+                       {"service", row.service},
+                       {"associated_message_type", row.associatedMessageType},
+                       {"item_type", row.itemType},
+                       {"date_retracted", row.dateRetracted},
+                       {"date_edited", row.dateEdited},
+                       {"thread_originator_guid", row.threadOriginatorGuid}});
+    for (const std::int64_t chat : row.chats) {
+        insert("chat_message_join", {{"chat_id", chat}, {"message_id", rowID}, {"message_date", row.date}});
+    }
+    return rowID;
+}
+
+void MessagesFixture::attachment(std::int64_t message, SQLiteValue mimeType, SQLiteValue typeIdentifier)
+{
+    const std::int64_t rowID = ++lastAttachment_;
+    insert("attachment", {{"ROWID", rowID}, {"mime_type", std::move(mimeType)}, {"uti", std::move(typeIdentifier)}});
+    insert("message_attachment_join", {{"message_id", message}, {"attachment_id", rowID}});
+}
+
+void MessagesFixture::checkpoint()
+{
+    database_.execute("PRAGMA wal_checkpoint(TRUNCATE)");
+}
+
+} // namespace vorn::testing
