@@ -1,0 +1,90 @@
+#include "NimbrelExportKit/Links/HostName.h"
+#include "NimbrelExportKit/Links/LinkSpan.h"
+#include "NimbrelExportKit/Links/NameRules.h"
+#include "NimbrelExportKit/Links/Scalars.h"
+#include "NimbrelExportKit/Links/URLTail.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace vorn::links {
+namespace {
+
+constexpr std::size_t longestLocalPart = 64;
+
+bool contains(std::string_view set, char c)
+{
+    return set.find(c) != std::string_view::npos;
+}
+
+bool isWordCharacter(char c)
+{
+    return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
+}
+
+/// Whether the text in front lets an address begin at `begin`.
+bool mayBeginAt(std::string_view text, std::size_t begin)
+{
+    if (begin == 0) return true;
+    const std::string_view before = text.substr(0, begin);
+    // "wait...example.com", but neither ".com" nor the rest of a name with an empty label
+    if (before.back() == '.') return before.ends_with("...");
+    // An address that leaves out its scheme, but not a part of a path
+    if (before.back() == '/') {
+        if (!before.ends_with("//")) return false;
+        return before.size() == 2 ||
+               !(contains(":/\\", before[before.size() - 3]) || isWordCharacter(before[before.size() - 3]));
+    }
+    if (before.ends_with("mailto:")) return false;
+    return !contains("@$#\\_-%&+", before.back());
+}
+
+/// Whether what follows makes the name part of an e-mail address.
+bool isLocalPart(std::string_view text, std::size_t end)
+{
+    const std::size_t limit = std::min(text.size(), end + longestLocalPart);
+    for (std::size_t at = end; at < limit; ++at) {
+        const char c = text[at];
+        if (c == '@') return at == end || (at + 1 < text.size() && isWordCharacter(text[at + 1]));
+        if (!isAlphanumeric(static_cast<unsigned char>(c)) && !contains("!$%&'*+-.=^_`{|}~", c)) return false;
+    }
+    return false;
+}
+
+/// The end of ":8080"; `at` without a port, npos when it is no port's number.
+std::size_t portEnd(std::string_view text, std::size_t at)
+{
+    if (at + 1 >= text.size() || text[at] != ':' || !isDigit(static_cast<unsigned char>(text[at + 1]))) return at;
+    unsigned port = 0;
+    const auto [end, error] = std::from_chars(text.data() + at + 1, text.data() + text.size(), port);
+    return error == std::errc() && port <= 65535 ? static_cast<std::size_t>(end - text.data()) : std::string_view::npos;
+}
+
+bool beginsTail(std::string_view text, std::size_t at)
+{
+    return at < text.size() && contains("/?#", text[at]);
+}
+
+} // namespace
+
+LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
+{
+    const std::size_t begin = labelStart(text, dot, floor);
+    if (begin == dot) return {.resumeAt = dot + 1};
+    const Host host = readHost(text, begin);
+    const LinkSpan none{.resumeAt = std::max(host.readTo, dot + 1)};
+    if ((host.kind != Host::Kind::known && host.kind != Host::Kind::address) || !mayBeginAt(text, begin)) return none;
+
+    std::size_t end = portEnd(text, host.end);
+    if (end == std::string_view::npos) return none;
+    if (beginsTail(text, end)) end = tailEnd(text, end, begin > 0 ? text[begin - 1] : '\0');
+    const BareName name{.text = text.substr(begin, host.end - begin),
+                        .before = text.substr(0, begin),
+                        .after = text.substr(host.end),
+                        .host = host,
+                        .hasPath = end > host.end && contains("/?#", text[portEnd(text, host.end)])};
+    if (!isAddress(name) || isLocalPart(text, host.end)) return none;
+    return {.begin = begin, .end = end, .resumeAt = end};
+}
+
+} // namespace vorn::links

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace vorn::links {
+
+/// What was found around a candidate, as byte offsets into the text.
+struct LinkSpan {
+    std::size_t begin = 0;
+    std::size_t end = 0;      ///< equal to `begin` when there is no link
+    std::size_t resumeAt = 0; ///< no other link begins before; above the candidate, so that no byte is read for ever
+    bool hasScheme = false;
+
+    bool isLink() const { return end > begin; }
+};
+
+/// The link with a scheme whose "://" is at `colon`. Nothing before `floor` belongs to it. Other schemes than http and
+/// https are passed over with their whole address.
+LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor);
+
+/// The link without a scheme whose first dot is at `dot`: an IPv4 address, or a host of a top-level domain that exists,
+/// unless the words around it say otherwise: e-mail addresses, file names, version numbers, names in program text.
+LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor);
+
+} // namespace vorn::links

@@ -1,0 +1,107 @@
+#include "NimbrelExportKit/Links/NameRules.h"
+
+#include "NimbrelExportKit/Links/Scalars.h"
+
+#include <algorithm>
+#include <array>
+#include <span>
+#include <string>
+
+namespace vorn::links {
+namespace {
+
+std::string lowerASCII(std::string_view text)
+{
+    std::string lower(text);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
+    }
+    return lower;
+}
+
+bool isOneOf(std::string_view word, std::span<const std::string_view> sorted)
+{
+    return std::ranges::binary_search(sorted, word);
+}
+
+/// Top-level domains that are better known as the endings of file names.
+constexpr std::array<std::string_view, 17> fileEndings = {"bz", "cab", "cc", "md", "mk", "mm", "mo", "mov", "pm",
+                                                          "ps", "py",  "rs", "sc", "sh", "tf", "vi", "zip"};
+static_assert(std::ranges::is_sorted(fileEndings));
+
+/// Registries that sell names only below these.
+constexpr std::array<std::string_view, 8> secondLevels = {"ac", "co", "com", "edu", "gob", "gov", "net", "org"};
+static_assert(std::ranges::is_sorted(secondLevels));
+
+/// English words that begin a sentence: "Done.It works", without a space.
+constexpr std::array<std::string_view, 15> sentenceWords = {"am", "as", "at", "be", "by", "do", "in", "is",
+                                                            "it", "me", "my", "no", "so", "to", "us"};
+static_assert(std::ranges::is_sorted(sentenceWords));
+
+std::string_view firstLabel(std::string_view name)
+{
+    return name.substr(0, name.find('.'));
+}
+
+std::string_view labelBeforeLast(std::string_view name)
+{
+    const std::size_t last = name.rfind('.');
+    const std::string_view rest = name.substr(0, last);
+    return rest.substr(rest.rfind('.') + 1);
+}
+
+bool isNumber(std::string_view label)
+{
+    return std::ranges::all_of(label, [](char c) { return isDigit(static_cast<unsigned char>(c)); });
+}
+
+bool isFileName(const BareName& name, std::string_view topLevel)
+{
+    if (topLevel == "so") return firstLabel(name.text).starts_with("lib");
+    if (!isOneOf(topLevel, fileEndings)) return false;
+    return name.host.labels == 2 || !isOneOf(lowerASCII(labelBeforeLast(name.text)), secondLevels);
+}
+
+bool isSentenceJoint(const BareName& name, std::string_view topLevel)
+{
+    const std::string_view written = name.host.topLevel;
+    return written[0] < 'a' && written[1] >= 'a' && isOneOf(topLevel, sentenceWords);
+}
+
+/// "time.now(…)": a function, not an address with a remark.
+bool isCall(const BareName& name, std::string_view topLevel)
+{
+    return name.after.starts_with('(') && topLevel.size() > 2 && topLevel != "com" && topLevel != "org" &&
+           topLevel != "net";
+}
+
+bool isSymbolic(std::string_view label)
+{
+    return scriptOf(scalarAt(label, 0).value) == Script::symbol;
+}
+
+bool isVersion(const BareName& name)
+{
+    const std::string before =
+        lowerASCII(name.before.substr(name.before.size() - std::min<std::size_t>(name.before.size(), 10)));
+    const auto follows = [&](std::string_view word) { return before.ends_with(word); };
+    return firstLabel(name.text) == "0" || follows("version ") || follows("version: ") || follows("ver. ") ||
+           follows("build ") || follows("release ");
+}
+
+} // namespace
+
+bool isAddress(const BareName& name)
+{
+    if (name.host.kind == Host::Kind::address) return name.hasPath || !isVersion(name);
+    const std::string first = lowerASCII(firstLabel(name.text));
+    if (first == "www") return name.host.labels > 2 || name.hasPath;
+    if (name.hasPath) return true;
+    const std::string topLevel = lowerASCII(name.host.topLevel);
+    if (first == "com" && name.host.labels > 2) return false; // an identifier: names read the other way round
+    if ((topLevel == "am" || topLevel == "pm") && isNumber(labelBeforeLast(name.text))) return false;
+    return !isFileName(name, topLevel) && !isSentenceJoint(name, topLevel) && !isCall(name, topLevel) &&
+           !isSymbolic(name.text);
+}
+
+} // namespace vorn::links

@@ -1,0 +1,67 @@
+#include "NimbrelExportKit/Links/PercentEncoding.h"
+
+#include "NimbrelExportKit/Links/Scalars.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vorn::links {
+namespace {
+
+/// Unreserved and reserved characters that stand for themselves anywhere; '%', '#', '[' and ']' depend on their place.
+constexpr auto plain = [] {
+    std::array<bool, 256> table{};
+    for (unsigned c = 0; c < 0x80; ++c) table[c] = isAlphanumeric(c);
+    for (const char c : std::string_view("-._~:/?@!$&'()*+,;=")) table[static_cast<unsigned char>(c)] = true;
+    return table;
+}();
+
+bool isPlain(char c)
+{
+    return plain[static_cast<unsigned char>(c)];
+}
+
+bool beginsEscape(std::string_view rest)
+{
+    return rest.size() >= 3 && rest[0] == '%' && isHexDigit(static_cast<unsigned char>(rest[1])) &&
+           isHexDigit(static_cast<unsigned char>(rest[2]));
+}
+
+void appendEscaped(char c, std::string& url)
+{
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto byte = static_cast<unsigned char>(c);
+    url += {'%', digits[byte >> 4U], digits[byte & 0xFU]};
+}
+
+/// Where the authority of an absolute address ends; 0 for one without a scheme, whose host has no brackets.
+std::size_t authorityEnd(std::string_view address)
+{
+    const std::size_t colon = address.find("://");
+    if (colon == std::string_view::npos) return 0;
+    return std::min(address.find_first_of("/?#", colon + 3), address.size());
+}
+
+} // namespace
+
+void appendPercentEncoded(std::string_view address, std::string& url)
+{
+    if (std::ranges::all_of(address, isPlain)) {
+        url += address;
+        return;
+    }
+    const std::size_t hostEnd = authorityEnd(address);
+    const std::size_t fragment = address.find('#');
+    for (std::size_t at = 0; at < address.size(); ++at) {
+        const char c = address[at];
+        const bool stays = isPlain(c) || beginsEscape(address.substr(at)) || ((c == '[' || c == ']') && at < hostEnd) ||
+                           (c == '#' && at == fragment);
+        if (stays) {
+            url += c;
+        } else {
+            appendEscaped(c, url);
+        }
+    }
+}
+
+} // namespace vorn::links

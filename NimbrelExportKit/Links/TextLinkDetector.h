@@ -1,0 +1,15 @@
+#pragma once
+
+#include "NimbrelExportKit/Links/LinkDetector.h"
+
+namespace vorn {
+
+/// Our own detector of http and https links, the same on every platform. It reads a message once, and closely only
+/// around its dots and "://"; its work grows with the size of the text, whatever the text is. An address with a scheme
+/// is given as written ("HTTP://Example.com" too), percent-encoded where RFC 3986 asks for it. Threads: any.
+class TextLinkDetector final : public LinkDetector {
+public:
+    void find(std::string_view text, std::vector<std::string>& urls) const override;
+};
+
+} // namespace vorn

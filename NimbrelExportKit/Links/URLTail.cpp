@@ -1,0 +1,199 @@
+#include "NimbrelExportKit/Links/URLTail.h"
+
+#include "NimbrelExportKit/Links/Scalars.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vorn::links {
+namespace {
+
+constexpr auto npos = std::string_view::npos;
+
+/// The brackets that are open at a place of the tail. Deeper nesting than any address has ends the tail.
+class OpenBrackets {
+public:
+    bool open(char bracket, std::size_t at)
+    {
+        if (depth_ == open_.size()) return false;
+        open_[depth_++] = {bracket, at};
+        return true;
+    }
+    bool close(char bracket)
+    {
+        const char opening = bracket == ')' ? '(' : bracket == ']' ? '[' : '{';
+        if (depth_ == 0 || open_[depth_ - 1].bracket != opening) return false;
+        --depth_;
+        return true;
+    }
+    /// Where the outermost bracket that nothing closed stands.
+    std::size_t firstOpen() const { return depth_ == 0 ? npos : open_[0].at; }
+
+private:
+    struct Open {
+        char bracket = '\0';
+        std::size_t at = 0;
+    };
+    std::array<Open, 32> open_{};
+    std::size_t depth_ = 0;
+};
+
+bool isParticle(char32_t scalar)
+{
+    return std::u32string_view(U"をはがにでとものへや").find(scalar) != npos;
+}
+
+/// Whether the text after the slash behind a host is a sentence that merely follows it without a space: it begins with
+/// a grammatical particle, or runs into the punctuation of its script.
+bool isSentence(std::string_view text, std::size_t at)
+{
+    for (std::size_t next = at; next < text.size();) {
+        const Scalar scalar = scalarAt(text, next);
+        if (scriptOf(scalar.value) != Script::unspaced)
+            return next > at && scalar.value >= 0x3001 && scriptOf(scalar.value) == Script::none;
+        if (next == at && isParticle(scalar.value)) return true;
+        next += scalar.size;
+    }
+    return false;
+}
+
+class Tail {
+public:
+    Tail(std::string_view text, std::size_t begin, char before)
+        : text_(text), begin_(begin), end_(begin), before_(before)
+    {
+    }
+
+    std::size_t end()
+    {
+        while (end_ < text_.size()) {
+            const std::size_t size = isASCII(text_[end_]) ? acceptASCII(text_[end_]) : acceptOther();
+            if (size == 0) break;
+            end_ += size;
+        }
+        if (const std::size_t open = brackets_.firstOpen(); open != npos) end_ = std::min(end_, open);
+        trim();
+        return end_;
+    }
+
+private:
+    /// Each gives how many bytes are part of the tail, 0 at its end.
+    std::size_t acceptASCII(char c)
+    {
+        if (c <= ' ' || c == 0x7F || c == '<' || c == '>' || c == '`' || c == '\\') return 0;
+        switch (c) {
+        case '(':
+        case '[':
+        case '{': return brackets_.open(c, end_) ? 1 : 0;
+        case ')':
+        case ']':
+        case '}': return brackets_.close(c) ? 1 : 0;
+        case '\'': apostrophes_ += 1; return before_ == '\'' ? 0 : 1;
+        case '"': return quotedWord();
+        default: return 1;
+        }
+    }
+
+    std::size_t acceptOther() const
+    {
+        const Scalar scalar = scalarAt(text_, end_);
+        const bool afterWord = isAlphanumeric(static_cast<unsigned char>(text_[end_ - 1]));
+        switch (scriptOf(scalar.value)) {
+        case Script::none: return 0;
+        case Script::unspaced:
+            if (end_ == begin_ + 1 && text_[begin_] == '/' && isSentence(text_, end_)) return 0;
+            [[fallthrough]];
+        case Script::rightToLeft: return afterWord ? 0 : scalar.size;
+        default: return scalar.size;
+        }
+    }
+
+    /// A word in quotation marks inside the tail. One after a slash, or in front of the link, is the text's own.
+    std::size_t quotedWord() const
+    {
+        const char previous = text_[end_ - 1];
+        if (before_ == '"' || !(isAlphanumeric(static_cast<unsigned char>(previous)) || previous == '_')) return 0;
+        std::size_t at = end_ + 1;
+        while (at < text_.size() && isAlphanumeric(static_cast<unsigned char>(text_[at]))) ++at;
+        return at > end_ + 1 && at < text_.size() && text_[at] == '"' ? at + 1 - end_ : 0;
+    }
+
+    void trim()
+    {
+        trimPossessive();
+        while (end_ > begin_) {
+            const std::size_t size = isASCII(text_[end_ - 1]) ? trailingASCII() : trailingOther();
+            if (size == 0) break;
+            end_ -= size;
+        }
+    }
+
+    /// The "'s" of "example.com/anna's picture".
+    void trimPossessive()
+    {
+        const std::string_view tail = text_.substr(begin_, end_ - begin_);
+        const std::size_t size = tail.ends_with("'s") ? 2 : tail.ends_with("’s") ? 4 : 0;
+        const bool wordFollows = end_ + 1 < text_.size() && text_[end_] == ' ' &&
+                                 (isLetter(static_cast<unsigned char>(text_[end_ + 1])) || !isASCII(text_[end_ + 1]));
+        if (size > 0 && tail.size() > size && wordFollows) end_ -= size;
+    }
+
+    std::size_t trailingASCII()
+    {
+        switch (text_[end_ - 1]) {
+        case ';': return std::max<std::size_t>(1, characterReference());
+        case '.':
+        case ',':
+        case ':':
+        case '!':
+        case '?':
+        case '*':
+        case '|':
+        case '@':
+        case '^': return 1;
+        case '\'': return apostrophes_-- % 2 != 0 ? 1 : 0;
+        case '#': return end_ - 1 == begin_ ? 1 : 0;
+        case '_':
+        case '~': return before_ == text_[end_ - 1] ? 1 : 0;
+        default: return 0;
+        }
+    }
+
+    /// The size of "&gt;" and its like at the end: text that came from a web page.
+    std::size_t characterReference() const
+    {
+        std::size_t at = end_ - 1;
+        while (at > begin_ && isLetter(static_cast<unsigned char>(text_[at - 1]))) --at;
+        return at > begin_ && at < end_ - 1 && text_[at - 1] == '&' ? end_ - at + 1 : 0;
+    }
+
+    /// Dashes, and the emoji that decorate a word; one after a slash is an address of its own.
+    std::size_t trailingOther() const
+    {
+        std::size_t start = end_;
+        for (; start > begin_ && !isASCII(text_[start - 1]);) {
+            const Scalar scalar = scalarBefore(text_, start);
+            const Script script = scriptOf(scalar.value);
+            if (script == Script::dash) return end_ - start + scalar.size;
+            if (script != Script::symbol && script != Script::joiner) return 0;
+            start -= scalar.size;
+        }
+        return start > begin_ && isAlphanumeric(static_cast<unsigned char>(text_[start - 1])) ? end_ - start : 0;
+    }
+
+    std::string_view text_;
+    std::size_t begin_;
+    std::size_t end_;
+    char before_;
+    OpenBrackets brackets_;
+    std::size_t apostrophes_ = 0;
+};
+
+} // namespace
+
+std::size_t tailEnd(std::string_view text, std::size_t at, char before)
+{
+    return Tail(text, at, before).end();
+}
+
+} // namespace vorn::links

@@ -1,0 +1,39 @@
+#include "NimbrelExportKit/Types/DeclaredTypes.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vorn {
+namespace {
+
+struct DeclaredType {
+    std::string_view identifier;
+    std::string_view mimeType;
+};
+
+constexpr auto declaredTypes = std::to_array<DeclaredType>({
+#include "NimbrelExportKit/Types/TypeTable.inc"
+});
+static_assert(std::ranges::is_sorted(declaredTypes, {}, &DeclaredType::identifier), "the look-up is a binary search");
+
+std::string inLowerCase(std::string_view identifier)
+{
+    std::string lower(identifier);
+    for (char& c : lower) {
+        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return lower;
+}
+
+} // namespace
+
+std::optional<std::string> declaredMIMEType(std::string_view typeIdentifier)
+{
+    const std::string identifier = inLowerCase(typeIdentifier);
+    const auto row =
+        std::ranges::lower_bound(declaredTypes, std::string_view(identifier), {}, &DeclaredType::identifier);
+    if (row == declaredTypes.end() || row->identifier != identifier) return std::nullopt;
+    return std::string(row->mimeType);
+}
+
+} // namespace vorn

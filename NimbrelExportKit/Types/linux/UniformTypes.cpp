@@ -1,0 +1,11 @@
+#include "NimbrelExportKit/Types/DeclaredTypes.h"
+#include "NimbrelExportKit/Types/TypeTable.h"
+
+namespace vorn {
+
+std::optional<std::string> preferredMIMEType(std::string_view typeIdentifier)
+{
+    return declaredMIMEType(typeIdentifier);
+}
+
+} // namespace vorn
