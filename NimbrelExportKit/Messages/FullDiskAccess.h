@@ -16,7 +16,8 @@ namespace FullDiskAccess {
 std::filesystem::path messagesDatabaseURL(FileManager& fileManager = FileManager::standard());
 
 /// The Full Disk Access list in System Settings.
-inline constexpr std::string_view settingsURL = "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles";
+inline constexpr std::string_view settingsURL =
+    "x-apple.systempreferences:com.apple.preference.security?Privacy_AllFiles";
 
 /// The Privacy & Security page, for when the system refuses to open `settingsURL`.
 inline constexpr std::string_view fallbackSettingsURL =

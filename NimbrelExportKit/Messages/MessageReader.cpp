@@ -75,7 +75,8 @@ public:
     std::optional<std::int64_t> timeFor(std::int64_t messagesDate) const
     {
         // Stamps span ±9.2·10^9 seconds as nanoseconds and ±10^12 as seconds: the cast cannot overflow.
-        if (const auto exact = AppleTime::unixSeconds(messagesDate)) return static_cast<std::int64_t>(std::floor(*exact));
+        if (const auto exact = AppleTime::unixSeconds(messagesDate))
+            return static_cast<std::int64_t>(std::floor(*exact));
         return latest_;
     }
     void keep(std::int64_t sentAt) { latest_ = std::max(latest_.value_or(sentAt), sentAt); }
@@ -117,7 +118,8 @@ public:
         message.replyToGuid = row.text(messageThreadOriginator);
         message.links = links_.in(body);
         message.text = std::move(body);
-        if (attached != attachments_.end()) message.attachments = attached->second; // a message in two chats is two records
+        if (attached != attachments_.end())
+            message.attachments = attached->second; // a message in two chats is two records
         message.fromMe = isSet(row, messageIsFromMe);
         message.edited = edited;
     }

@@ -49,11 +49,13 @@ MessagesSnapshot MessagesSnapshot::take(const fs::path& source, FileManager& fil
 
 MessagesSnapshot::MessagesSnapshot(fs::path directory, FileManager& fileManager)
     : directory_(std::move(directory)), fileManager_(&fileManager)
-{}
+{
+}
 
 MessagesSnapshot::MessagesSnapshot(MessagesSnapshot&& other) noexcept
     : directory_(std::exchange(other.directory_, {})), fileManager_(other.fileManager_)
-{}
+{
+}
 
 void MessagesSnapshot::remove() noexcept
 {

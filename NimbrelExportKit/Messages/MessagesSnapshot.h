@@ -11,8 +11,10 @@ namespace vorn {
 class MessagesSnapshot {
 public:
     /// Copies the database at `source` into a new folder of the temporary directory that only this user may enter.
-    /// Throws `NimbrelExportError` (no database, access denied) or the file manager's error; nothing is left behind then.
-    static MessagesSnapshot take(const std::filesystem::path& source, FileManager& fileManager = FileManager::standard(),
+    /// Throws `NimbrelExportError` (no database, access denied) or the file manager's error; nothing is left behind
+    /// then.
+    static MessagesSnapshot take(const std::filesystem::path& source,
+                                 FileManager& fileManager = FileManager::standard(),
                                  const FileManager::CopyProgress& progress = {});
 
     ~MessagesSnapshot() { remove(); }

@@ -46,7 +46,8 @@ NimbrelExportResult read(const MessagesSnapshot& snapshot, const std::vector<std
 
 NimbrelExporter::NimbrelExporter(std::filesystem::path databaseURL, int attempts, FileManager& fileManager)
     : databaseURL_(std::move(databaseURL)), attempts_(std::max(attempts, 1)), fileManager_(fileManager)
-{}
+{
+}
 
 NimbrelExportResult NimbrelExporter::export_(const std::vector<std::string>& handles, const OnProgress& onProgress,
                                              const CancelFlag& cancel) const

@@ -33,14 +33,15 @@ public:
     static constexpr int usualAttempts = 3;
 
     /// `attempts` below 1 counts as 1.
-    NimbrelExporter(std::filesystem::path databaseURL, int attempts, FileManager& fileManager = FileManager::standard());
+    NimbrelExporter(std::filesystem::path databaseURL, int attempts,
+                    FileManager& fileManager = FileManager::standard());
 
     int attempts() const noexcept { return attempts_; }
 
     /// The conversations with `handles`. Copies again, at once, when the copy turns out damaged: Messages may have been
-    /// writing. Throws `NimbrelExportError`, the file manager's error, or `Cancelled` soon after `cancel` is raised; the
-    /// copy is deleted before it returns or throws. `onProgress` is called on this thread.
-    /// (The plain word is a keyword of the language.)
+    /// writing. Throws `NimbrelExportError`, the file manager's error, or `Cancelled` soon after `cancel` is raised;
+    /// the copy is deleted before it returns or throws. `onProgress` is called on this thread. (The plain word is a
+    /// keyword of the language.)
     NimbrelExportResult export_(const std::vector<std::string>& handles, const OnProgress& onProgress = {},
                                 const CancelFlag& cancel = neverCancelled()) const;
 

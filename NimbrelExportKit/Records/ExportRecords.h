@@ -75,7 +75,7 @@ struct NimbrelExportResult {
     SkipTally skipped;
 
     NimbrelExportStats stats() const { return {chats, messages}; } ///< counted on each call
-    std::vector<std::string> agentHandles() const; ///< of the chats, in their order, each once
+    std::vector<std::string> agentHandles() const;                 ///< of the chats, in their order, each once
     bool operator==(const NimbrelExportResult&) const = default;
 };
 

@@ -36,7 +36,8 @@ int bindValue(sqlite3_stmt* statement, int index, const SQLiteValue& value)
             } else if constexpr (std::is_same_v<Content, ByteBuffer>) {
                 if (content.size() > std::numeric_limits<int>::max()) fatalError("a blob of more than 2 GiB was bound");
                 // A null pointer would bind NULL; an empty blob is a value.
-                return sqlite3_bind_blob(statement, index, content.empty() ? "" : static_cast<const void*>(content.data()),
+                return sqlite3_bind_blob(statement, index,
+                                         content.empty() ? "" : static_cast<const void*>(content.data()),
                                          static_cast<int>(content.size()), SQLITE_TRANSIENT);
             } else {
                 return sqlite3_bind_null(statement, index);
@@ -82,7 +83,8 @@ private:
 
     void bind(const std::vector<SQLiteValue>& bindings)
     {
-        if (bindings.size() > std::numeric_limits<int>::max()) fatalError("more parameters were bound than an int counts");
+        if (bindings.size() > std::numeric_limits<int>::max())
+            fatalError("more parameters were bound than an int counts");
         int index = 0;
         for (const SQLiteValue& value : bindings) {
             const int result = bindValue(statement_.get(), ++index, value);
@@ -161,13 +163,15 @@ void SQLiteDatabase::execute(const std::string& sql) const
     char* text = nullptr;
     const int result = sqlite3_exec(handle_.get(), sql.c_str(), nullptr, nullptr, &text);
     const std::unique_ptr<char, decltype(&sqlite3_free)> owned(text, &sqlite3_free);
-    if (result != SQLITE_OK) throw SQLiteError(SQLiteError::Stage::execute, result, text != nullptr ? text : "exec failed");
+    if (result != SQLITE_OK)
+        throw SQLiteError(SQLiteError::Stage::execute, result, text != nullptr ? text : "exec failed");
 }
 
 void SQLiteDatabase::run(const std::string& sql, const std::vector<SQLiteValue>& bindings) const
 {
     Statement statement(*this, sql, bindings);
-    while (statement.step()) {}
+    while (statement.step()) {
+    }
 }
 
 void SQLiteDatabase::query(const std::string& sql, const std::vector<SQLiteValue>& bindings, const OnRow& onRow) const

@@ -8,7 +8,8 @@ namespace vorn {
 SQLiteError::SQLiteError(Stage stage, std::int32_t code, std::string message)
     : stage_(stage), code_(code), message_(std::move(message)),
       description_(fmt::format("SQLite {} failed ({}): {}", rawValue(stage), code, message_))
-{}
+{
+}
 
 bool SQLiteError::isCorruption() const noexcept
 {

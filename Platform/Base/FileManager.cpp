@@ -35,7 +35,10 @@ void writeAll(const FileDescriptor& file, ByteView bytes, const fs::path& path)
 struct Leftover {
     const fs::path& path;
     bool moved = false;
-    ~Leftover() { if (!moved) unlink(path.c_str()); }
+    ~Leftover()
+    {
+        if (!moved) unlink(path.c_str());
+    }
 };
 
 } // namespace

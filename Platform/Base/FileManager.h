@@ -31,7 +31,8 @@ public:
 
     /// Copies the content of `from` into the new file `to`, which only this user may read (mode 0600); fails if it
     /// exists. Shares the blocks instead where the file system can. On failure `to` may be left behind, incomplete.
-    virtual void copyFile(const std::filesystem::path& from, const std::filesystem::path& to, const CopyProgress& progress);
+    virtual void copyFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                          const CopyProgress& progress);
 
     virtual bool fileExists(const std::filesystem::path& path);
 

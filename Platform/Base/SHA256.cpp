@@ -51,7 +51,10 @@ std::string SHA256::hexDigestOfFile(const std::filesystem::path& path)
     };
     struct Descriptor {
         int number;
-        ~Descriptor() { if (number >= 0) close(number); }
+        ~Descriptor()
+        {
+            if (number >= 0) close(number);
+        }
     };
     const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC)};
     if (file.number < 0) fail();

@@ -13,7 +13,8 @@ namespace {
 
 constexpr std::uint64_t highBits = 0x8080808080808080;
 
-/// Where the leading run of ASCII in `bytes` ends, rounded down to whole words: nearly all text is ASCII nearly everywhere.
+/// Where the leading run of ASCII in `bytes` ends, rounded down to whole words: nearly all text is ASCII nearly
+/// everywhere.
 std::size_t skipASCII(std::string_view bytes, std::size_t from) noexcept
 {
     while (bytes.size() - from >= sizeof(std::uint64_t)) {
@@ -94,8 +95,8 @@ std::string lowercased(std::string_view text)
     std::string result;
     icu::StringByteSink<std::string> sink(&result, static_cast<std::int32_t>(text.size()));
     UErrorCode status = U_ZERO_ERROR;
-    icu::CaseMap::utf8ToLower("", 0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink, nullptr,
-                              status);
+    icu::CaseMap::utf8ToLower("", 0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
+                              nullptr, status);
     return result;
 }
 

@@ -7,10 +7,12 @@
 /// Unicode text as UTF-8. Threads: any.
 namespace vorn::text {
 
-/// Whether `bytes` is well-formed UTF-8: shortest forms only, no surrogates, nothing above U+10FFFF. NUL is a character.
+/// Whether `bytes` is well-formed UTF-8: shortest forms only, no surrogates, nothing above U+10FFFF. NUL is a
+/// character.
 bool isWellFormed(std::string_view bytes) noexcept;
 
-/// `bytes` with each maximal ill-formed part replaced by one U+FFFD, as the Unicode Standard (3.9, table 3-8) recommends.
+/// `bytes` with each maximal ill-formed part replaced by one U+FFFD, as the Unicode Standard (3.9, table 3-8)
+/// recommends.
 std::string repaired(std::string_view bytes);
 
 /// `text` without the white space and newlines at both ends: general categories Zs, Zl and Zp, U+0009–000D, U+0085.

@@ -20,7 +20,8 @@ const std::vector<std::string> messageColumns = {
     "date_retracted INTEGER DEFAULT 0",
     "thread_originator_guid TEXT",
 };
-const std::vector<std::string> chatColumns = {"guid TEXT", "style INTEGER", "chat_identifier TEXT", "service_name TEXT"};
+const std::vector<std::string> chatColumns = {"guid TEXT", "style INTEGER", "chat_identifier TEXT",
+                                              "service_name TEXT"};
 const std::vector<std::string> attachmentColumns = {"guid TEXT", "filename TEXT", "uti TEXT", "mime_type TEXT"};
 
 std::string nameOf(const std::string& column)
@@ -36,6 +37,12 @@ std::string joined(const std::vector<std::string>& parts)
 }
 
 } // namespace
+
+ByteBuffer attributedBody(const std::string& text)
+{
+    const std::string bytes = "NSString\x01\x94\x84\x01+" + std::string(1, static_cast<char>(text.size())) + text;
+    return {bytesOf(bytes).begin(), bytesOf(bytes).end()};
+}
 
 MessagesFixture::MessagesFixture(const std::filesystem::path& path, MessagesSchema schema)
     : path_(path), schema_(std::move(schema)), database_(path.string(), SQLiteDatabase::Mode::create)
@@ -58,9 +65,11 @@ MessagesFixture::MessagesFixture(const std::filesystem::path& path, MessagesSche
     }
 }
 
-void MessagesFixture::createTable(const std::string& name, std::vector<std::string> columns, const std::string& constraints)
+void MessagesFixture::createTable(const std::string& name, std::vector<std::string> columns,
+                                  const std::string& constraints)
 {
-    std::erase_if(columns, [&](const std::string& column) { return schema_.without.contains(name + "." + nameOf(column)); });
+    std::erase_if(columns,
+                  [&](const std::string& column) { return schema_.without.contains(name + "." + nameOf(column)); });
     if (schema_.extraColumns) columns.insert(columns.begin() + 1, {"extra_one TEXT", "extra_two INTEGER DEFAULT 7"});
     columns.emplace_back("ROWID INTEGER PRIMARY KEY AUTOINCREMENT");
     std::rotate(columns.begin(), columns.end() - 1, columns.end());
@@ -75,7 +84,8 @@ void MessagesFixture::createTable(const std::string& name, std::vector<std::stri
                        [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     }
     // The joins keep their columns by name, and only tables that the export reads by name have a ROWID of their own.
-    database_.execute("CREATE TABLE " + name + " (" + definitions + (constraints.empty() ? "" : ", " + constraints) + ")");
+    database_.execute("CREATE TABLE " + name + " (" + definitions + (constraints.empty() ? "" : ", " + constraints) +
+                      ")");
 }
 
 void MessagesFixture::insert(const std::string& table, const Values& values)
@@ -100,7 +110,8 @@ void MessagesFixture::handle(std::int64_t rowID, SQLiteValue id, const std::stri
 void MessagesFixture::chat(std::int64_t rowID, SQLiteValue guid, const std::vector<std::int64_t>& handles,
                            std::int64_t style, SQLiteValue service)
 {
-    insert("chat", {{"ROWID", rowID}, {"guid", std::move(guid)}, {"style", style}, {"service_name", std::move(service)}});
+    insert("chat",
+           {{"ROWID", rowID}, {"guid", std::move(guid)}, {"style", style}, {"service_name", std::move(service)}});
     for (const std::int64_t handle : handles) insert("chat_handle_join", {{"chat_id", rowID}, {"handle_id", handle}});
 }
 

@@ -14,10 +14,10 @@ namespace vorn::testing {
 
 /// How a test's Messages database differs from a current one.
 struct MessagesSchema {
-    std::set<std::string> without;  ///< columns left out, as "message.service"
-    bool shuffled = false;          ///< columns in another order
-    bool extraColumns = false;      ///< columns that the export does not know
-    bool upperCase = false;         ///< column names in capitals
+    std::set<std::string> without = {}; ///< columns left out, as "message.service"
+    bool shuffled = false;              ///< columns in another order
+    bool extraColumns = false;          ///< columns that the export does not know
+    bool upperCase = false;             ///< column names in capitals
     bool attachmentTables = true;
     bool indexes = true;
 };
@@ -38,6 +38,9 @@ struct MessageRow {
     SQLiteValue threadOriginatorGuid = nullptr;
     std::vector<std::int64_t> chats = {1};
 };
+
+/// An attributed body of a text below 128 bytes, as short as the decoder takes it.
+ByteBuffer attributedBody(const std::string& text);
 
 /// A real Messages database in WAL mode that a test fills row by row. While the fixture lives nothing is moved from the
 /// log into the main file, as on a quiet Mac.

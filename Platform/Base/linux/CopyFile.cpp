@@ -31,7 +31,8 @@ class Copy {
 public:
     Copy(const std::filesystem::path& from, const std::filesystem::path& to, const FileManager::CopyProgress& progress)
         : from_(from), to_(to), progress_(progress)
-    {}
+    {
+    }
 
     void run()
     {
@@ -46,7 +47,8 @@ private:
     {
         while (true) {
             const ssize_t count = copy_file_range(source_.get(), nullptr, target_.get(), nullptr, pieceSize, 0);
-            if (count == 0) return copied_ > 0; // some file systems answer 0 for "cannot"; an empty file costs nothing twice
+            if (count == 0)
+                return copied_ > 0; // some file systems answer 0 for "cannot"; an empty file costs nothing twice
             if (count > 0) {
                 advance(static_cast<std::size_t>(count));
             } else if (copied_ == 0 && isUnsupported(errno)) {

@@ -25,7 +25,8 @@ std::optional<std::string> mainBundleText(const std::string& key)
     auto text = static_cast<CFStringRef>(value);
     // The size leaves out the NUL that the copy writes.
     std::string result(
-        static_cast<std::size_t>(CFStringGetMaximumSizeForEncoding(CFStringGetLength(text), kCFStringEncodingUTF8)) + 1, '\0');
+        static_cast<std::size_t>(CFStringGetMaximumSizeForEncoding(CFStringGetLength(text), kCFStringEncodingUTF8)) + 1,
+        '\0');
     if (!CFStringGetCString(text, result.data(), static_cast<CFIndex>(result.size()), kCFStringEncodingUTF8)) {
         return std::nullopt;
     }

@@ -43,7 +43,8 @@ void copyFileContent(const std::filesystem::path& from, const std::filesystem::p
     const std::unique_ptr<std::remove_pointer_t<copyfile_state_t>, FreeState> state(copyfile_state_alloc());
     copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CB, reinterpret_cast<const void*>(&onCopy));
     copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CTX, &watch);
-    // COPYFILE_CLONE shares the blocks on APFS and falls back to copying; it implies that an existing target is refused.
+    // COPYFILE_CLONE shares the blocks on APFS and falls back to copying; it implies that an existing target is
+    // refused.
     const int result = copyfile(from.c_str(), to.c_str(), state.get(), COPYFILE_CLONE | COPYFILE_DATA);
     const int code = errno;
     if (watch.stopped) std::rethrow_exception(watch.stopped);

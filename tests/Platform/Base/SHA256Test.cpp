@@ -21,7 +21,8 @@ TEST(SHA256, OfAFileSpansItsPieces)
     const testing::TemporaryFolder folder;
     testing::writeFile(folder / "a", std::string(1'000'000, 'a'));
     testing::writeFile(folder / "b", std::string(3 * 1024 * 1024 + 1, 'b'));
-    EXPECT_EQ(SHA256::hexDigestOfFile(folder / "a"), "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
+    EXPECT_EQ(SHA256::hexDigestOfFile(folder / "a"),
+              "cdc76e5c9914fb9281a1c7e284d73e67f1809a48a497200e046d39ccc7112cd0");
     SHA256 whole;
     whole.update(bytesOf(std::string(3 * 1024 * 1024 + 1, 'b')));
     EXPECT_EQ(SHA256::hexDigestOfFile(folder / "b"), whole.hexDigest());

@@ -54,7 +54,8 @@ TEST(Text, TrimsWhiteSpaceAndNewlinesOfUnicode)
 
 TEST(Text, KeepsWhatIsNoWhiteSpace)
 {
-    for (const std::string kept : {"\u200B", "\uFEFF", "\u180E", "\x1F", "\u2060"}) EXPECT_EQ(text::trimmed(kept), kept);
+    for (const std::string kept : {"\u200B", "\uFEFF", "\u180E", "\x1F", "\u2060"})
+        EXPECT_EQ(text::trimmed(kept), kept);
     EXPECT_EQ(text::trimmed("\0 a \0"s), "\0 a \0"s);
 }
 

@@ -1,0 +1,183 @@
+#include "NimbrelExportKit/Messages/NimbrelExporter.h"
+#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "tests/support/MessagesFixture.h"
+#include "tests/support/RefusingFileManager.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using ::testing::IsEmpty;
+using testing::MessagesFixture;
+using testing::RefusingFileManager;
+using ::testing::SizeIs;
+
+class NimbrelExporterTest : public ::testing::Test {
+protected:
+    testing::TemporaryFolder home, temporary;
+    RefusingFileManager files{temporary.path()};
+    const std::filesystem::path source = home / "chat.db";
+    const std::vector<std::string> handles = {MessagesFixture::assistant};
+
+    NimbrelExporter exporter(int attempts = NimbrelExporter::usualAttempts) { return {source, attempts, files}; }
+
+    void writeHistory(int messages = 2) const
+    {
+        MessagesFixture fixture(source);
+        fixture.assistantChat();
+        fixture.database().execute("BEGIN");
+        for (int i = 0; i < messages; ++i) fixture.message();
+        fixture.database().execute("COMMIT");
+    }
+    NimbrelExportError failure()
+    {
+        try {
+            exporter().export_(handles);
+        } catch (const NimbrelExportError& error) {
+            return error;
+        }
+        ADD_FAILURE() << "the export succeeded";
+        return {NimbrelExportError::NoDatabase{}};
+    }
+    /// Spoils a copy as a write of Messages in the middle of the copy would.
+    static void spoil(const std::filesystem::path& copy)
+    {
+        if (copy.filename() == "chat.db") testing::writeFile(copy, std::string(4096, 'x'));
+    }
+};
+
+TEST_F(NimbrelExporterTest, ReadsTheConversationAndDeletesTheCopy)
+{
+    writeHistory();
+    const NimbrelExportResult result = exporter().export_(handles);
+    EXPECT_THAT(result.chats, SizeIs(1));
+    EXPECT_THAT(result.messages, SizeIs(2));
+    EXPECT_EQ(files.created, 1);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST_F(NimbrelExporterTest, LeavesTheSourceAndItsLogAsTheyAre)
+{
+    MessagesFixture fixture(source);
+    fixture.assistantChat();
+    fixture.message();
+    const auto bytes = [this] { return testing::readFile(source) + testing::readFile(source.string() + "-wal"); };
+    const std::string before = bytes();
+    const auto names = home.names();
+    EXPECT_THAT(exporter().export_(handles).messages, SizeIs(1));
+    EXPECT_EQ(bytes(), before);
+    EXPECT_EQ(home.names(), names);
+}
+
+TEST_F(NimbrelExporterTest, WithoutADatabaseMakesNoDirectory)
+{
+    EXPECT_EQ(failure(), NimbrelExportError(NimbrelExportError::NoDatabase{}));
+    EXPECT_EQ(files.created, 0);
+}
+
+TEST_F(NimbrelExporterTest, GivesUpAfterThreeDamagedCopies)
+{
+    writeHistory();
+    files.afterCopy = spoil;
+    EXPECT_EQ(failure(), NimbrelExportError(NimbrelExportError::SnapshotUnreadable{}));
+    EXPECT_EQ(files.created, 3);
+    EXPECT_EQ(files.removed, 3);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST_F(NimbrelExporterTest, SucceedsWhenTheSecondCopyIsSound)
+{
+    writeHistory();
+    files.afterCopy = [this](const auto& copy) {
+        if (files.created == 1) spoil(copy);
+    };
+    EXPECT_THAT(exporter().export_(handles).messages, SizeIs(2));
+    EXPECT_EQ(files.created, 2);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST_F(NimbrelExporterTest, IgnoresThatADamagedCopyCannotBeDeleted)
+{
+    writeHistory();
+    files.afterCopy = spoil;
+    files.beforeRemove = RefusingFileManager::refuse(std::errc::io_error);
+    EXPECT_EQ(failure(), NimbrelExportError(NimbrelExportError::SnapshotUnreadable{}));
+    EXPECT_EQ(files.created, 3);
+}
+
+TEST_F(NimbrelExporterTest, MakesAtLeastOneAttempt)
+{
+    EXPECT_EQ(exporter(0).attempts(), 1);
+    EXPECT_EQ(exporter(-5).attempts(), 1);
+    EXPECT_EQ(exporter(3).attempts(), 3);
+    writeHistory();
+    files.afterCopy = spoil;
+    EXPECT_THROW(exporter(0).export_(handles), NimbrelExportError);
+    EXPECT_EQ(files.created, 1);
+}
+
+TEST_F(NimbrelExporterTest, ReportsOtherFailuresOfSQLiteAtOnce)
+{
+    SQLiteDatabase(source.string(), SQLiteDatabase::Mode::create).execute("CREATE TABLE unrelated (id INTEGER)");
+    EXPECT_EQ(failure(), NimbrelExportError(NimbrelExportError::Database{
+                             SQLiteError(SQLiteError::Stage::prepare, 1, "no such table: chat")}));
+    EXPECT_EQ(files.created, 1);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST_F(NimbrelExporterTest, PassesFailuresOfTheFileSystemOnAtOnce)
+{
+    writeHistory();
+    files.beforeCopy = RefusingFileManager::refuse(std::errc::no_space_on_device);
+    EXPECT_THROW(exporter().export_(handles), std::filesystem::filesystem_error);
+    EXPECT_EQ(files.created, 1);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST_F(NimbrelExporterTest, OfNoHandlesIsEmpty)
+{
+    writeHistory();
+    EXPECT_EQ(exporter().export_({}), NimbrelExportResult{});
+    EXPECT_EQ(exporter().export_({"", " "}), NimbrelExportResult{});
+    EXPECT_EQ(exporter().export_({"stranger@example.com"}), NimbrelExportResult{});
+}
+
+TEST_F(NimbrelExporterTest, TellsHowFarItHasCome)
+{
+    writeHistory(5000);
+    std::uint64_t rows = 0;
+    exporter().export_(handles, [&](const ExportProgress& progress) {
+        if (progress.phase == ExportProgress::Phase::reading) rows = progress.done;
+    });
+    EXPECT_EQ(rows, 4096U);
+}
+
+TEST_F(NimbrelExporterTest, StopsSoonAfterACancelAndDeletesTheCopy)
+{
+    writeHistory(5000);
+    CancelFlag cancel;
+    files.afterCopy = [&cancel](const auto&) { cancel.cancel(); };
+    EXPECT_THROW(exporter().export_(handles, {}, cancel), Cancelled);
+    EXPECT_EQ(files.created, 1);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+TEST_F(NimbrelExporterTest, StopsInTheMiddleOfReading)
+{
+    writeHistory(20'000);
+    CancelFlag cancel;
+    std::uint64_t rows = 0;
+    const auto stopWhileReading = [&](const ExportProgress& progress) {
+        if (progress.phase != ExportProgress::Phase::reading) return;
+        rows = progress.done;
+        cancel.cancel();
+    };
+    EXPECT_THROW(exporter().export_(handles, stopWhileReading, cancel), Cancelled);
+    EXPECT_EQ(rows, 4096U);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
+} // namespace
+} // namespace vorn
