@@ -56,8 +56,11 @@ std::uint32_t lookUp(const Slices& tables, std::uint32_t word, std::size_t after
 
 std::uint32_t stepOverBlock(const Slices& tables, std::uint32_t crc, const std::byte* at)
 {
-    return lookUp(tables, littleEndian(at) ^ crc, 12) ^ lookUp(tables, littleEndian(at + 4), 8) ^
-           lookUp(tables, littleEndian(at + 8), 4) ^ lookUp(tables, littleEndian(at + 12), 0);
+    // Only the first four bytes wait for the block before: theirs come last.
+    const std::uint32_t independent = lookUp(tables, littleEndian(at + 4), 8) ^
+                                      lookUp(tables, littleEndian(at + 8), 4) ^
+                                      lookUp(tables, littleEndian(at + 12), 0);
+    return lookUp(tables, littleEndian(at) ^ crc, 12) ^ independent;
 }
 
 } // namespace

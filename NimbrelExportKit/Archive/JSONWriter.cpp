@@ -1,5 +1,6 @@
 #include "NimbrelExportKit/Archive/JSONWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 
@@ -39,9 +40,19 @@ constexpr Word bytesToEscape(Word word)
     return bytesBelow(word, 0x20) | bytesEqual(word, '"') | bytesEqual(word, '\\');
 }
 
-bool mustEscape(char byte)
+constexpr bool mustEscape(char byte)
 {
     return static_cast<unsigned char>(byte) < 0x20 || byte == '"' || byte == '\\';
+}
+
+constexpr std::size_t blockSize = 32;
+
+/// Whether a whole block stands for itself. Without a branch in its loop it becomes a few vector instructions.
+bool isPlainBlock(const char* from)
+{
+    Word found = 0;
+    for (std::size_t i = 0; i < blockSize; i += sizeof(Word)) found |= bytesToEscape(load(from + i));
+    return found == 0;
 }
 
 constexpr std::string_view hexDigits = "0123456789abcdef";
@@ -61,11 +72,17 @@ constexpr auto controlEscapes = [] {
 std::size_t plainPrefix(std::string_view text) noexcept
 {
     std::size_t i = 0;
-    for (; i + sizeof(Word) <= text.size(); i += sizeof(Word)) {
+    if (text.size() < sizeof(Word)) {
+        while (i < text.size() && !mustEscape(text[i])) ++i;
+        return i;
+    }
+    while (i + blockSize <= text.size() && isPlainBlock(text.data() + i)) i += blockSize;
+    while (i < text.size()) {
+        i = std::min(i, text.size() - sizeof(Word)); // the last word overlaps the one before, where nothing was found
         const Word found = bytesToEscape(load(text.data() + i));
         if (found != 0) return i + static_cast<std::size_t>(std::countr_zero(found)) / 8;
+        i += sizeof(Word);
     }
-    while (i < text.size() && !mustEscape(text[i])) ++i;
     return i;
 }
 

@@ -23,7 +23,7 @@ std::string_view escape(char byte) noexcept;
 /// Counts what it is given.
 class SizeSink {
 public:
-    void bytes(const char* /*from*/, std::size_t count) noexcept { size_ += count; }
+    void append(std::string_view text) noexcept { size_ += text.size(); }
     std::size_t size() const noexcept { return size_; }
 
 private:
@@ -34,11 +34,11 @@ private:
 class ByteSink {
 public:
     explicit ByteSink(std::byte* to) noexcept : at_(to) {}
-    void bytes(const char* from, std::size_t count) noexcept
+    void append(std::string_view text) noexcept
     {
-        if (count == 0) return; // an empty text may lie nowhere, which memcpy forbids
-        std::memcpy(at_, from, count);
-        at_ += count;
+        if (text.empty()) return; // it may lie nowhere, which memcpy forbids
+        std::memcpy(at_, text.data(), text.size());
+        at_ += text.size();
     }
     const std::byte* end() const noexcept { return at_; }
 
@@ -57,17 +57,16 @@ public:
     template <std::size_t size>
     void raw(const char (&literal)[size])
     {
-        sink_.bytes(literal, size - 1);
+        sink_.append({literal, size - 1});
     }
 
     void text(std::string_view text)
     {
         raw("\"");
         for (std::size_t plain = plainPrefix(text);; plain = plainPrefix(text)) {
-            sink_.bytes(text.data(), plain);
+            sink_.append(text.substr(0, plain));
             if (plain == text.size()) break;
-            const std::string_view escaped = escape(text[plain]);
-            sink_.bytes(escaped.data(), escaped.size());
+            sink_.append(escape(text[plain]));
             text.remove_prefix(plain + 1);
         }
         raw("\"");
@@ -83,7 +82,7 @@ public:
     {
         char digits[20]; // the longest: -9223372036854775808
         const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-        sink_.bytes(digits, static_cast<std::size_t>(end - digits));
+        sink_.append({digits, static_cast<std::size_t>(end - digits)});
     }
 
     void boolean(bool value) { value ? raw("true") : raw("false"); }
