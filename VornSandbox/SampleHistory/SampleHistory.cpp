@@ -1,0 +1,152 @@
+#include "VornSandbox/SampleHistory/SampleHistory.h"
+
+#include "Platform/Base/FileDescriptor.h"
+#include "Platform/Base/FileManager.h"
+#include "Platform/Base/UUID.h"
+#include "VornSandbox/SampleHistory/SampleCast.h"
+#include "VornSandbox/SampleHistory/SampleDatabase.h"
+#include "VornSandbox/SampleHistory/SamplePlan.h"
+#include "VornSandbox/SampleHistory/SampleSchema.h"
+#include "VornSandbox/SampleHistory/SampleWriter.h"
+
+#include <cerrno>
+#include <system_error>
+
+#include <fcntl.h>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path beside(fs::path path, const char* suffix)
+{
+    return path += suffix;
+}
+
+/// A private folder next to the output, gone with everything in it when the object dies.
+class Workshop {
+public:
+    explicit Workshop(const fs::path& output)
+        : folder_(fs::absolute(output).parent_path() / (".sample-history-" + newUUID()))
+    {
+        FileManager::standard().createPrivateDirectory(folder_);
+    }
+    ~Workshop()
+    {
+        std::error_code ignored; // nothing sensible can be done about a folder that will not go
+        fs::remove_all(folder_, ignored);
+    }
+    Workshop(const Workshop&) = delete;
+    Workshop& operator=(const Workshop&) = delete;
+
+    fs::path database() const { return folder_ / "chat.db"; }
+
+    /// The file is made before SQLite opens it: SQLite would let others read it, and gives its log the same mode.
+    void makeEmptyFile() const
+    {
+        const FileDescriptor file(open(database().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        if (!file)
+            throw fs::filesystem_error("cannot write", database(), std::error_code(errno, std::generic_category()));
+    }
+
+private:
+    fs::path folder_;
+};
+
+void check(const fs::path& output, const SampleHistoryOptions& options)
+{
+    if (options.messages < 0) throw std::invalid_argument("the number of messages is negative");
+    if (options.inLog < 0 || options.inLog > options.messages) {
+        throw std::invalid_argument("the log cannot hold more messages than there are");
+    }
+    if (!options.replaceExisting && (fs::exists(output) || fs::exists(beside(output, "-wal")))) {
+        throw fs::filesystem_error("will not replace", output, std::make_error_code(std::errc::file_exists));
+    }
+}
+
+class HistoryWriting {
+public:
+    HistoryWriting(const fs::path& path, const SampleHistoryOptions& options)
+        : options_(options), cast_(SampleCast::make(options)), plan_(options, cast_), database_(path, options.cancel)
+    {
+    }
+
+    SampleHistorySummary run()
+    {
+        database_.execute(sampleSchema::tables());
+        SampleWriter writer(database_, cast_);
+        inTransaction([&] {
+            writer.writeCast();
+            writeRows(writer, options_.messages - options_.inLog);
+        });
+        // Ready-made indexes are sorted once; kept up row by row they would cost more than the rows.
+        database_.execute("BEGIN");
+        database_.execute(sampleSchema::indexes());
+        database_.execute(sampleSchema::triggers());
+        database_.execute("COMMIT");
+        database_.execute("PRAGMA analysis_limit = 400; ANALYZE");
+        database_.execute("PRAGMA journal_mode = WAL");
+        if (options_.inLog > 0) writeLog(writer);
+        return plan_.summary();
+    }
+
+private:
+    void writeLog(SampleWriter& writer)
+    {
+        database_.defineFunctions(sampleSchema::messagesFunctions());
+        database_.beginLog();
+        inTransaction([&] { writeRows(writer, options_.inLog); });
+    }
+
+    void writeRows(SampleWriter& writer, std::int64_t rows)
+    {
+        constexpr std::int64_t rowsBetweenReports = 4'096;
+        for (std::int64_t i = 0; i < rows; ++i) {
+            const SampleMessage& message = plan_.next();
+            writer.write(message);
+            if (message.rowID % rowsBetweenReports != 0) continue;
+            database_.checkCancelled();
+            if (options_.progress) options_.progress(message.rowID, options_.messages);
+        }
+    }
+
+    template <class Body>
+    void inTransaction(const Body& body)
+    {
+        database_.execute("BEGIN");
+        body();
+        database_.execute("COMMIT");
+    }
+
+    const SampleHistoryOptions& options_;
+    SampleCast cast_;
+    SamplePlan plan_;
+    SampleDatabase database_;
+};
+
+/// The old database goes first and its log with it; the new log waits alone for its database. At no moment do a
+/// database and a log of different histories stand side by side.
+void moveInto(const fs::path& output, const fs::path& from)
+{
+    fs::remove(output);
+    fs::remove(beside(output, "-shm"));
+    fs::remove(beside(output, "-wal"));
+    if (fs::exists(beside(from, "-wal"))) fs::rename(beside(from, "-wal"), beside(output, "-wal"));
+    fs::rename(from, output);
+}
+
+} // namespace
+
+SampleHistorySummary writeSampleHistory(const fs::path& path, const SampleHistoryOptions& options)
+{
+    check(path, options);
+    const Workshop workshop(path);
+    workshop.makeEmptyFile();
+    auto summary = HistoryWriting(workshop.database(), options).run();
+    if (options.cancel != nullptr) options.cancel->check();
+    moveInto(path, workshop.database());
+    return summary;
+}
+
+} // namespace vorn
