@@ -1,0 +1,42 @@
+#include "Tools/Export/ExportFailure.h"
+
+#include "NimbrelExportKit/Records/NimbrelExportError.h"
+
+#include <fmt/format.h>
+
+namespace vorn {
+namespace {
+
+/// The application leads the user to its access screen instead of showing a text; here its words are the text.
+constexpr const char* accessText = "Allow Full Disk Access so Vorn can read Messages.\n"
+                                   "Open System Settings → Privacy & Security → Full Disk Access.";
+
+/// What the system says, without the paths that the library adds.
+std::string reasonOf(const std::exception& error)
+{
+    const auto* failure = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
+    return failure != nullptr ? failure->code().message() : error.what();
+}
+
+} // namespace
+
+ExportFailure failureOfReading(const std::exception& error)
+{
+    const auto* failure = dynamic_cast<const NimbrelExportError*>(&error);
+    if (failure == nullptr) {
+        return {ExportStatus::copyFailed,
+                fmt::format("Vorn couldn't make its private copy of your Messages history: {}.", reasonOf(error))};
+    }
+    if (failure->is<NimbrelExportError::NoDatabase>()) return {ExportStatus::noDatabase, userText(*failure)};
+    if (failure->is<NimbrelExportError::AccessDenied>()) return {ExportStatus::accessDenied, accessText};
+    if (failure->is<NimbrelExportError::SnapshotUnreadable>()) return {ExportStatus::unreadable, userText(*failure)};
+    return {ExportStatus::databaseError, fmt::format("{}\n{}", userText(*failure), failure->what())};
+}
+
+ExportFailure failureOfWriting(const std::exception& error, const std::filesystem::path& output)
+{
+    return {ExportStatus::outputNotWritable,
+            fmt::format("Vorn couldn't write the archive to {}: {}.", output.string(), reasonOf(error))};
+}
+
+} // namespace vorn

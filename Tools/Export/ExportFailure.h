@@ -1,0 +1,34 @@
+#pragma once
+
+#include <exception>
+#include <filesystem>
+#include <string>
+
+namespace vorn {
+
+/// How `vorn-export` ends; scripts tell the cases apart.
+enum class ExportStatus {
+    done = 0,
+    wrongArguments = 2,
+    noDatabase = 3,
+    accessDenied = 4,
+    unreadable = 5,    ///< every copy was damaged
+    databaseError = 6, ///< any other failure of SQLite
+    outputNotWritable = 7,
+    copyFailed = 8, ///< the private copy could not be made, for example because the disk is full
+};
+
+/// Why there is no archive, for the program that called and for the person who reads.
+struct ExportFailure {
+    ExportStatus status;
+    std::string text; ///< whole sentences, without a newline at the end
+    bool operator==(const ExportFailure&) const = default;
+};
+
+/// A failure while the conversation was read.
+ExportFailure failureOfReading(const std::exception& error);
+
+/// A failure while the archive was packed and written to `output`.
+ExportFailure failureOfWriting(const std::exception& error, const std::filesystem::path& output);
+
+} // namespace vorn

@@ -1,0 +1,88 @@
+#include "Tools/Export/ExportOptions.h"
+
+#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "Platform/Base/Text.h"
+
+#include <system_error>
+
+#include <CLI/CLI.hpp>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* description =
+    "Packs your one-to-one conversation with the assistant from a Messages database into the archive\n"
+    "that the service reviews. The database is only read, from a private copy that is deleted right after.";
+
+constexpr const char* exitStatuses =
+    "Exit status: 0 the archive is written; 2 wrong arguments; 3 no Messages database; 4 access denied;\n"
+    "5 the database stayed unreadable; 6 another database error; 7 the output cannot be written;\n"
+    "8 the private copy cannot be made; 128+N ended by signal N.";
+
+/// Whether `output` is the database or one of the files that SQLite keeps beside it.
+bool touchesDatabase(const fs::path& output, const fs::path& database)
+{
+    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+        fs::path own = database;
+        own += suffix;
+        std::error_code ignored; // paths that do not exist are not the same file
+        if (own.lexically_normal() == output.lexically_normal() || fs::equivalent(own, output, ignored)) return true;
+    }
+    return false;
+}
+
+std::string checkHandle(const std::string& handle)
+{
+    return text::trimmed(handle).empty() ? "a handle must not be blank" : "";
+}
+
+std::string checkTime(const std::string& text)
+{
+    return parseInternetDateTime(text) ? "" : "not a time like 2026-03-01T09:15:00Z: " + text;
+}
+
+} // namespace
+
+std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const char* const* argv, Instant now)
+{
+    ExportOptions options;
+    std::string database;
+    std::string output;
+    std::string time;
+
+    CLI::App app(description, "vorn-export");
+    app.footer(exitStatuses);
+    app.set_version_flag("--version", "vorn-export " VORN_VERSION);
+    app.add_option("--database", database, "The Messages database (default: this user's own)")->type_name("DB");
+    app.add_option("--handle", options.handles, "A phone number, e-mail address or business identifier of the assistant; repeatable")
+        ->required()
+        ->expected(1)
+        ->take_all()
+        ->check(CLI::Validator(checkHandle, ""))
+        ->type_name("H");
+    app.add_option("--output", output, "Where the archive goes; what is there is replaced")->required()->type_name("OUT.zip");
+    app.add_option("--exported-at", time, "The time that the archive states (default: now)")
+        ->check(CLI::Validator(checkTime, ""))
+        ->type_name("TIME");
+    app.add_flag("--json", options.json, "Print the statistics as JSON");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        return ExportOptionsEnd{app.help(), false};
+    } catch (const CLI::CallForVersion& version) {
+        return ExportOptionsEnd{std::string(version.what()) + "\n", false};
+    } catch (const CLI::ParseError& error) {
+        return ExportOptionsEnd{std::string(error.what()) + "\nRun with --help for more information.\n", true};
+    }
+    options.database = database.empty() ? FullDiskAccess::messagesDatabaseURL() : fs::path(database);
+    options.output = output;
+    options.exportedAt = time.empty() ? now : *parseInternetDateTime(time);
+    if (output.empty() || touchesDatabase(options.output, options.database)) {
+        return ExportOptionsEnd{"--output must be a file of its own, not the database\n", true};
+    }
+    return options;
+}
+
+} // namespace vorn

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Platform/Base/Dates.h"
+
+#include <filesystem>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace vorn {
+
+/// What the user asked `vorn-export` for.
+struct ExportOptions {
+    std::filesystem::path database;
+    std::vector<std::string> handles;
+    std::filesystem::path output;
+    Instant exportedAt;
+    bool json = false; ///< statistics for programs
+};
+
+/// The arguments were all about ending at once: `text` is the help, the version, or what is wrong with them.
+struct ExportOptionsEnd {
+    std::string text;
+    bool isMistake = false;
+};
+
+/// Reads the command line. `now` is the default time of the export.
+std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const char* const* argv, Instant now);
+
+} // namespace vorn

@@ -1,0 +1,139 @@
+#include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
+#include "NimbrelExportKit/Messages/NimbrelExporter.h"
+#include "Platform/Base/Bundle.h"
+#include "Platform/Base/SHA256.h"
+#include "Tools/Export/ExportFailure.h"
+#include "Tools/Export/ExportOptions.h"
+#include "Tools/Export/ExportStatistics.h"
+#include "Tools/Support/InterruptWatch.h"
+#include "Tools/Support/ProgressLine.h"
+
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <optional>
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+namespace vorn {
+namespace {
+
+/// An export that ends without an archive.
+struct Failed {
+    ExportFailure failure;
+};
+
+/// Lets a signal end the program while the archive is being packed, which happens in memory and cannot be told to stop.
+class ArchiveFiles : public FileManager {
+public:
+    explicit ArchiveFiles(InterruptWatch& interrupts) : interrupts_(interrupts), packing_(std::in_place, interrupts) {}
+
+    void writeAtomically(ByteView bytes, const std::filesystem::path& path) override
+    {
+        packing_.reset();
+        interrupts_.cancelFlag().check();
+        FileManager::writeAtomically(bytes, path);
+    }
+
+private:
+    const InterruptWatch& interrupts_;
+    std::optional<InterruptWatch::NothingOnDisk> packing_;
+};
+
+class ExportCommand {
+public:
+    ExportCommand(const ExportOptions& options, InterruptWatch& interrupts)
+        : options_(options), interrupts_(interrupts), progress_(terminalForProgress())
+    {}
+
+    void run()
+    {
+        refuseUnwritableOutput();
+        const NimbrelExportResult result = read();
+        const ArchiveFile archive = write(result);
+        const ExportStatistics statistics{result.stats(), result.skipped, archive, SHA256::hexDigestOfFile(archive.url)};
+        progress_.clear();
+        std::fputs((options_.json ? jsonOf(statistics) : textOf(statistics)).c_str(), stdout);
+    }
+
+private:
+    /// Reading takes a while; who will not get an archive in the end should hear it before.
+    void refuseUnwritableOutput() const
+    {
+        const std::filesystem::path folder = options_.output.has_parent_path() ? options_.output.parent_path() : ".";
+        int code = access(folder.c_str(), W_OK | X_OK) == 0 ? 0 : errno;
+        if (code == 0 && std::filesystem::is_directory(options_.output)) code = EISDIR;
+        if (code == 0) return;
+        const std::error_code reason(code, std::generic_category());
+        throw Failed{failureOfWriting(std::filesystem::filesystem_error("", reason), options_.output)};
+    }
+
+    NimbrelExportResult read()
+    {
+        try {
+            return NimbrelExporter(options_.database, NimbrelExporter::usualAttempts)
+                .export_(options_.handles, [this](const ExportProgress& progress) { show(progress); }, interrupts_.cancelFlag());
+        } catch (const Cancelled&) {
+            throw;
+        } catch (const std::exception& error) {
+            throw Failed{failureOfReading(error)};
+        }
+    }
+
+    ArchiveFile write(const NimbrelExportResult& result)
+    {
+        progress_.show("Packing the archive…");
+        try {
+            ArchiveFiles files(interrupts_);
+            return NimbrelArchiveBuilder::writeArchive(result, ExporterInfo::current(bundle()), options_.output,
+                                                       options_.exportedAt, files);
+        } catch (const Cancelled&) {
+            throw;
+        } catch (const std::exception& error) {
+            throw Failed{failureOfWriting(error, options_.output)};
+        }
+    }
+
+    void show(const ExportProgress& progress)
+    {
+        constexpr std::uint64_t megabyte = 1'000'000;
+        progress_.show(progress.phase == ExportProgress::Phase::copying
+                           ? fmt::format("Copying the Messages database: {} MB…", progress.done / megabyte)
+                           : fmt::format("Reading messages: {}…", progress.done));
+    }
+
+    static Bundle bundle() { return Bundle::main({{"CFBundleShortVersionString", VORN_VERSION}}); }
+
+    const ExportOptions& options_;
+    InterruptWatch& interrupts_;
+    ProgressLine progress_;
+};
+
+int runExport(const ExportOptions& options)
+{
+    InterruptWatch interrupts;
+    try {
+        ExportCommand(options, interrupts).run();
+        return static_cast<int>(ExportStatus::done);
+    } catch (const Failed& failed) {
+        std::fputs((failed.failure.text + "\n").c_str(), stderr);
+        return static_cast<int>(failed.failure.status);
+    } catch (const Cancelled&) {
+        std::fputs("Stopped. Nothing was written.\n", stderr);
+        return interrupts.exitStatus();
+    }
+}
+
+} // namespace
+} // namespace vorn
+
+int main(int argc, char** argv)
+{
+    const auto now = std::chrono::floor<vorn::Instant::duration>(std::chrono::system_clock::now());
+    const auto parsed = vorn::parseExportOptions(argc, argv, now);
+    if (const auto* options = std::get_if<vorn::ExportOptions>(&parsed)) return vorn::runExport(*options);
+    const auto& end = std::get<vorn::ExportOptionsEnd>(parsed);
+    std::fputs(end.text.c_str(), end.isMistake ? stderr : stdout);
+    return static_cast<int>(end.isMistake ? vorn::ExportStatus::wrongArguments : vorn::ExportStatus::done);
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Platform/Base/Fatal.h"
+
+namespace vorn {
+
+/// Ends the run with a finding when what must always hold does not.
+inline void require(bool holds, const char* rule)
+{
+    if (!holds) fatalError(rule);
+}
+
+} // namespace vorn
