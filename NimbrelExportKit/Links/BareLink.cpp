@@ -33,7 +33,7 @@ bool mayBeginAt(std::string_view text, std::size_t begin)
     if (before.back() == '/') {
         if (!before.ends_with("//")) return false;
         return before.size() == 2 ||
-               !(contains(":/\\", before[before.size() - 3]) || isWordCharacter(before[before.size() - 3]));
+               !(contains(":/\\_", before[before.size() - 3]) || isWordCharacter(before[before.size() - 3]));
     }
     if (before.ends_with("mailto:")) return false;
     return !contains("@$#\\_-%&+", before.back());
@@ -77,7 +77,8 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
 
     std::size_t end = portEnd(text, host.end);
     if (end == std::string_view::npos) return none;
-    if (beginsTail(text, end)) end = tailEnd(text, end, begin > 0 ? text[begin - 1] : '\0');
+    if (beginsTail(text, end))
+        end = tailEnd(text, end, begin > 0 ? text[begin - 1] : '\0', text.substr(begin, host.end - begin));
     const BareName name{.text = text.substr(begin, host.end - begin),
                         .before = text.substr(0, begin),
                         .after = text.substr(host.end),

@@ -2,6 +2,8 @@
 
 #include "NimbrelExportKit/Links/Scalars.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -9,33 +11,40 @@
 namespace vorn::links {
 namespace {
 
-using Word = std::uint64_t;
+/// Sixteen bytes that are compared at once; clang and GCC turn these into the vector instructions of the machine.
+using Block = std::uint8_t __attribute__((vector_size(16)));
+using Halves = std::array<std::uint64_t, 2>;
 
-constexpr Word ones = 0x0101010101010101U;
-constexpr Word lowBits = 0x7F * ones;
+constexpr std::size_t blockSize = sizeof(Block);
+constexpr std::size_t halfSize = blockSize / 2;
 
-/// The top bit of each byte of `word` that equals `c`; exact, unlike the shorter trick with a subtraction.
-constexpr Word bytesEqual(Word word, char c) noexcept
+Block load(const char* from) noexcept
 {
-    const Word difference = word ^ (static_cast<unsigned char>(c) * ones);
-    return ~(((difference & lowBits) + lowBits) | difference | lowBits);
+    Block block;
+    std::memcpy(&block, from, sizeof block);
+    return block;
 }
 
-constexpr Word marks(Word word) noexcept
+/// Nonzero bytes where a '.' has neither white space nor punctuation of ASCII's beginning behind it, or a ':' a '/'. That is nearly
+/// what is looked for, and rejects the full stops of sentences without a branch for each.
+Halves possibleCandidates(const char* at) noexcept
 {
-    return bytesEqual(word, '.') | bytesEqual(word, ':');
+    const Block here = load(at);
+    const Block next = load(at + 1);
+    const auto found = ((here == '.') & (next >= '0')) | ((here == ':') & (next == '/'));
+    return std::bit_cast<Halves>(found);
 }
 
-std::size_t firstByte(Word marked) noexcept
+std::size_t firstByte(std::uint64_t half) noexcept
 {
-    const int bits = std::endian::native == std::endian::little ? std::countr_zero(marked) : std::countl_zero(marked);
+    const int bits = std::endian::native == std::endian::little ? std::countr_zero(half) : std::countl_zero(half);
     return static_cast<std::size_t>(bits) / 8;
 }
 
-Word withoutByte(Word marked, std::size_t byte) noexcept
+std::uint64_t withoutByte(std::uint64_t half, std::size_t byte) noexcept
 {
-    const std::size_t place = std::endian::native == std::endian::little ? byte : sizeof(Word) - 1 - byte;
-    return marked & ~(Word{0x80} << (place * 8));
+    const std::size_t place = std::endian::native == std::endian::little ? byte : halfSize - 1 - byte;
+    return half & ~(std::uint64_t{0xFF} << (place * 8));
 }
 
 bool canStandBesideDot(char c) noexcept
@@ -55,14 +64,19 @@ bool isCandidate(std::string_view text, std::size_t at) noexcept
 std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept
 {
     std::size_t at = from;
-    for (; at + sizeof(Word) <= text.size(); at += sizeof(Word)) {
-        Word word = 0;
-        std::memcpy(&word, text.data() + at, sizeof word);
-        for (Word marked = marks(word); marked != 0;) {
-            const std::size_t byte = firstByte(marked);
-            if (isCandidate(text, at + byte)) return at + byte;
-            marked = withoutByte(marked, byte);
+    while (text.size() > blockSize && at + 1 < text.size()) {
+        // The last block overlaps the one before it: what lies before `at` was looked at then.
+        const std::size_t start = std::min(at, text.size() - blockSize - 1);
+        const Halves halves = possibleCandidates(text.data() + start);
+        for (std::size_t half = 0; (halves[0] | halves[1]) != 0 && half < halves.size(); ++half) {
+            for (std::uint64_t found = halves[half]; found != 0;) {
+                const std::size_t byte = firstByte(found);
+                const std::size_t position = start + half * halfSize + byte;
+                if (position >= at && isCandidate(text, position)) return position;
+                found = withoutByte(found, byte);
+            }
         }
+        at = start + blockSize;
     }
     for (; at < text.size(); ++at) {
         if ((text[at] == '.' || text[at] == ':') && isCandidate(text, at)) return at;

@@ -98,9 +98,9 @@ public:
     Host::Kind kind() const
     {
         if (labels_ == 0 || !wellFormed_ || scalars_ > longestName + 1 || last_.underscore) return Host::Kind::none;
-        if (labels_ == 1) return last_.ascii ? Host::Kind::singleName : Host::Kind::none;
+        if (labels_ == 1) return last_.foreignAt == npos ? Host::Kind::singleName : Host::Kind::none;
         if (labels_ == 4 && octets_) return Host::Kind::address;
-        if (underscoreBeforeLast_ || last_.digits || last_.scalars < 2) return Host::Kind::none;
+        if (underscoreBeforeLast_ || last_.digits) return Host::Kind::none;
         if (isTopLevelDomain(last_.text)) return Host::Kind::known;
         return last_.hyphen && !last_.isEncoded() ? Host::Kind::none : Host::Kind::unknown;
     }
@@ -130,7 +130,7 @@ Host readLiteral(std::string_view text, std::size_t at)
     }
     in6_addr parsed{};
     const bool valid = end < text.size() && text[end] == ']' && inet_pton(AF_INET6, address.data(), &parsed) == 1;
-    return {.end = end + 1, .readTo = end, .kind = valid ? Host::Kind::address : Host::Kind::none};
+    return {.begin = at, .end = end + 1, .readTo = end, .kind = valid ? Host::Kind::address : Host::Kind::none};
 }
 
 } // namespace
@@ -139,6 +139,7 @@ Host readHost(std::string_view text, std::size_t at)
 {
     if (at < text.size() && text[at] == '[') return readLiteral(text, at);
     Name name;
+    const std::size_t begin = at;
     std::size_t end = at;
     for (;;) {
         Label label = readLabel(text, at);
@@ -164,7 +165,14 @@ Host readHost(std::string_view text, std::size_t at)
         if (!goesOn) break;
         at = end + 1;
     }
-    return {.end = end, .readTo = end, .kind = name.kind(), .labels = name.labels(), .topLevel = name.last().text};
+    // What precedes "://" is no host but the scheme of an address that begins there.
+    const std::size_t readTo = text.substr(end).starts_with("://") ? at : end;
+    return {.begin = begin,
+            .end = end,
+            .readTo = readTo,
+            .kind = name.kind(),
+            .labels = name.labels(),
+            .topLevel = name.last().text};
 }
 
 std::size_t labelStart(std::string_view text, std::size_t end, std::size_t floor) noexcept

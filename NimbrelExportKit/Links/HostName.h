@@ -7,8 +7,9 @@
 namespace vorn::links {
 
 struct Host {
+    std::size_t begin = 0;
     std::size_t end = 0;    ///< one past its last byte
-    std::size_t readTo = 0; ///< how far the text was read: when `kind` is none, no other host begins before it
+    std::size_t readTo = 0; ///< how far the text was read: no other link begins before it when this host makes none
     enum class Kind {
         none,       ///< not a host
         singleName, ///< one label: a machine of the local network

@@ -10,6 +10,11 @@ namespace {
 
 constexpr std::string_view separator = "://";
 
+bool isOneOf(char c, std::string_view set)
+{
+    return set.find(c) != std::string_view::npos;
+}
+
 bool isWordCharacter(char c)
 {
     return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
@@ -42,20 +47,24 @@ bool isRefusedBySign(std::string_view text, std::size_t begin)
     return begin < 2 || !isWordCharacter(text[begin - 2]);
 }
 
-/// Where the host begins: behind a user name and password, if there are any. A name alone is made of letters, digits
-/// and a few marks; what follows a colon may hold more.
+/// Where the host begins: behind a user name and password, if there are any. Those that hold more than letters, digits
+/// and a few marks need the colon between name and password, and nothing before it that is a host itself: quotation
+/// marks and commas may also part an address from the e-mail address behind it.
 std::size_t hostStart(std::string_view text, std::size_t at)
 {
-    bool password = false;
+    bool colon = false;
+    bool anyMarks = false;
     for (std::size_t next = at; next < text.size(); ++next) {
         const char c = text[next];
-        if (c == '@') return next > at ? next + 1 : at;
-        if (isAlphanumeric(static_cast<unsigned char>(c)) ||
-            std::string_view("-._~%+").find(c) != std::string_view::npos)
-            continue;
+        if (c == '@') {
+            const bool isUser = next > at && (!anyMarks || (colon && readHost(text, at).kind != Host::Kind::known));
+            return isUser ? next + 1 : at;
+        }
         if (c == ':') {
-            password = true;
-        } else if (!password || std::string_view("!$&'()*,;=").find(c) == std::string_view::npos) {
+            colon = true;
+        } else if (isOneOf(c, "!$&'()*,;=")) {
+            anyMarks = true;
+        } else if (!isAlphanumeric(static_cast<unsigned char>(c)) && !isOneOf(c, "-._~%+")) {
             break;
         }
     }
@@ -79,23 +88,35 @@ std::size_t skipRootDot(std::string_view text, std::size_t at)
     return named ? at + 1 : at;
 }
 
+bool beginsTail(std::string_view text, std::size_t at)
+{
+    return at < text.size() && (text[at] == '/' || text[at] == '?' || text[at] == '#');
+}
+
+/// Whether what follows the host leaves it one. A single name that something else is glued to is none:
+/// "http://http://…", "http://this!that.com", "http://some[.]where".
 bool isAccepted(std::string_view text, const Host& host)
 {
     if (host.kind == Host::Kind::none) return false;
     const std::string_view rest = text.substr(host.end);
+    // There are no top-level domains of one letter; with a path behind, the writer meant an address nevertheless.
+    if (host.kind == Host::Kind::unknown && host.topLevel.size() == 1 && !beginsTail(text, skipPort(text, host.end)))
+        return false;
     if (rest.empty()) return true;
-    if (rest[0] == '@' || rest[0] == '%') return false;
-    // "http://this!that.com", "http://http://…": a single name that something else is glued to.
-    if (host.kind != Host::Kind::singleName) return true;
-    if (rest[0] == ':')
-        return skipPort(text, host.end) > host.end || rest.size() == 1 || !(isWordCharacter(rest[1]) || rest[1] == '/');
-    return !(rest.size() > 1 && std::string_view("!$&'*+,;=~").find(rest[0]) != std::string_view::npos &&
-             isWordCharacter(rest[1]));
+    if (isOneOf(rest[0], "@%\\")) return false;
+    if (host.kind != Host::Kind::singleName || rest.size() == 1) return true;
+    if (rest[0] == ':') return skipPort(text, host.end) > host.end || !(isWordCharacter(rest[1]) || rest[1] == '/');
+    if (rest[0] == '[') return rest[1] != '.';
+    return !isOneOf(rest[0], "!$&'(*+,;=~") || !isWordCharacter(rest[1]);
 }
 
-bool beginsTail(std::string_view text, std::size_t at)
+/// Where to go on behind an address that is none: its path holds none either, but another address may begin in the
+/// host.
+std::size_t afterRefused(std::string_view text, const Host& host, std::size_t authority, char before)
 {
-    return at < text.size() && (text[at] == '/' || text[at] == '?' || text[at] == '#');
+    const std::size_t at = std::max(host.readTo, authority);
+    if (at >= text.size() || text[at] <= ' ' || host.readTo < host.end) return at;
+    return tailEnd(text, at, before);
 }
 
 } // namespace
@@ -110,10 +131,11 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
                     authority < text.size() && text[authority] > ' ' ? tailEnd(text, authority, before) : authority};
     }
     const Host host = readHost(text, hostStart(text, authority));
-    const std::size_t readTo = std::max(host.readTo, authority);
-    if (isRefusedBySign(text, begin) || !isAccepted(text, host)) return {.resumeAt = readTo};
+    if (isRefusedBySign(text, begin) || !isAccepted(text, host)) {
+        return {.resumeAt = afterRefused(text, host, authority, before)};
+    }
     std::size_t end = skipPort(text, skipRootDot(text, host.end));
-    if (beginsTail(text, end)) end = tailEnd(text, end, before);
+    if (beginsTail(text, end)) end = tailEnd(text, end, before, text.substr(host.begin, host.end - host.begin));
     return {.begin = begin, .end = end, .resumeAt = end, .hasScheme = true};
 }
 

@@ -10,6 +10,11 @@ namespace {
 
 constexpr auto npos = std::string_view::npos;
 
+constexpr char openingOf(char closing)
+{
+    return closing == ')' ? '(' : closing == ']' ? '[' : '{';
+}
+
 /// The brackets that are open at a place of the tail. Deeper nesting than any address has ends the tail.
 class OpenBrackets {
 public:
@@ -21,11 +26,12 @@ public:
     }
     bool close(char bracket)
     {
-        const char opening = bracket == ')' ? '(' : bracket == ']' ? '[' : '{';
-        if (depth_ == 0 || open_[depth_ - 1].bracket != opening) return false;
+        if (depth_ == 0 || open_[depth_ - 1].bracket != openingOf(bracket)) return false;
         --depth_;
+        anyClosed_ = true;
         return true;
     }
+    bool anyClosed() const { return anyClosed_; }
     /// Where the outermost bracket that nothing closed stands.
     std::size_t firstOpen() const { return depth_ == 0 ? npos : open_[0].at; }
 
@@ -34,7 +40,8 @@ private:
         char bracket = '\0';
         std::size_t at = 0;
     };
-    std::array<Open, 32> open_{};
+    std::array<Open, 16> open_{};
+    bool anyClosed_ = false;
     std::size_t depth_ = 0;
 };
 
@@ -87,11 +94,22 @@ private:
         case '{': return brackets_.open(c, end_) ? 1 : 0;
         case ')':
         case ']':
-        case '}': return brackets_.close(c) ? 1 : 0;
+        case '}': return brackets_.close(c) || isSurplus(c) ? 1 : 0;
         case '\'': apostrophes_ += 1; return before_ == '\'' ? 0 : 1;
-        case '"': return quotedWord();
+        case '"': return quotationMark();
+        case '?':
+        case '#': inPath_ = false; return 1;
+        case '|': return inPath_ ? 0 : 1; // parts the columns of a table, or the values of a query
         default: return 1;
         }
+    }
+
+    /// Whether a bracket that closes nothing is a slip inside the address: it follows others, and more follows it.
+    bool isSurplus(char bracket) const
+    {
+        if (!brackets_.anyClosed() || before_ == openingOf(bracket) || end_ + 1 == text_.size()) return false;
+        const char next = text_[end_ + 1];
+        return isAlphanumeric(static_cast<unsigned char>(next)) || std::string_view("+-_=&/").find(next) != npos;
     }
 
     std::size_t acceptOther() const
@@ -108,12 +126,14 @@ private:
         }
     }
 
-    /// A word in quotation marks inside the tail. One after a slash, or in front of the link, is the text's own.
-    std::size_t quotedWord() const
+    /// A word in quotation marks inside the tail, or the seconds of a geographic position. Quotation marks after a
+    /// slash, or in front of the link, are the text's own.
+    std::size_t quotationMark() const
     {
-        const char previous = text_[end_ - 1];
-        if (before_ == '"' || !(isAlphanumeric(static_cast<unsigned char>(previous)) || previous == '_')) return 0;
+        const auto previous = static_cast<unsigned char>(text_[end_ - 1]);
+        if (before_ == '"' || !(isAlphanumeric(previous) || previous == '_')) return 0;
         std::size_t at = end_ + 1;
+        if (isDigit(previous) && at < text_.size() && std::string_view("NSEW").find(text_[at]) != npos) return 1;
         while (at < text_.size() && isAlphanumeric(static_cast<unsigned char>(text_[at]))) ++at;
         return at > end_ + 1 && at < text_.size() && text_[at] == '"' ? at + 1 - end_ : 0;
     }
@@ -187,13 +207,24 @@ private:
     char before_;
     OpenBrackets brackets_;
     std::size_t apostrophes_ = 0;
+    bool inPath_ = true;
 };
+
+/// The end of the code of a shortened link in front of anything but a query; `at` when there is none.
+std::size_t shortCodeEnd(std::string_view text, std::size_t at, std::string_view host)
+{
+    if (host != "t.co" || text[at] != '/') return at;
+    std::size_t end = at + 1;
+    while (end < text.size() && isAlphanumeric(static_cast<unsigned char>(text[end]))) ++end;
+    return end == at + 1 || (end < text.size() && text[end] == '?') ? at : end;
+}
 
 } // namespace
 
-std::size_t tailEnd(std::string_view text, std::size_t at, char before)
+std::size_t tailEnd(std::string_view text, std::size_t at, char before, std::string_view host)
 {
-    return Tail(text, at, before).end();
+    const std::size_t shortEnd = shortCodeEnd(text, at, host);
+    return shortEnd > at ? shortEnd : Tail(text, at, before).end();
 }
 
 } // namespace vorn::links
