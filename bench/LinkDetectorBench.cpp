@@ -62,8 +62,8 @@ void countMessages(benchmark::State& state, const std::vector<std::string>& mess
     for (const std::string& message : messages) bytes += message.size();
     state.SetItemsProcessed(state.iterations() * static_cast<std::int64_t>(messages.size()));
     state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(bytes));
-    state.counters["ns/message"] =
-        benchmark::Counter(static_cast<double>(messages.size()) * 1e-9,
+    state.counters["per message"] =
+        benchmark::Counter(static_cast<double>(messages.size()),
                            benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     state.counters["bytes/message"] = static_cast<double>(bytes) / static_cast<double>(messages.size());
 }
