@@ -18,25 +18,39 @@ enum Marker : std::uint8_t {
     dictionary = 0xD0
 };
 
-/// Numbers the objects from the root down, writes each and remembers where it begins. References are two bytes wide.
+/// Writes each object after those it holds and remembers where it begins. An object's number is its place in that
+/// order.
 class Writer {
 public:
     ByteBuffer write(const PropertyListValue& root)
     {
+        referenceBytes_ = count(root) <= 0x100 ? 1 : 2;
         append("bplist00");
         object(root);
         const std::size_t table = out_.size();
-        for (const std::size_t offset : offsets_) number(offset, 4);
+        const unsigned offsetBytes = table < 0x100 ? 1 : table < 0x10000 ? 2 : 4;
+        for (const std::size_t offset : offsets_) number(offset, offsetBytes);
         number(0, 6);
-        number(4, 1); // bytes of an offset
-        number(2, 1); // bytes of a reference
+        number(offsetBytes, 1);
+        number(referenceBytes_, 1);
         number(offsets_.size(), 8);
-        number(offsets_.size() - 1, 8); // the root is written last: containers follow what they hold
+        number(offsets_.size() - 1, 8); // the root comes last
         number(table, 8);
         return std::move(out_);
     }
 
 private:
+    static std::size_t count(const PropertyListValue& value)
+    {
+        std::size_t sum = 1;
+        if (const auto* items = std::get_if<PropertyListValue::Array>(&value.content)) {
+            for (const auto& item : *items) sum += count(item);
+        } else if (const auto* entries = std::get_if<PropertyListValue::Dictionary>(&value.content)) {
+            for (const auto& entry : *entries) sum += 1 + count(entry.value);
+        }
+        return sum;
+    }
+
     /// Writes `value` after everything in it and returns its number.
     std::size_t object(const PropertyListValue& value)
     {
@@ -51,7 +65,7 @@ private:
         } else {
             scalar(value);
         }
-        for (const std::size_t reference : references) number(reference, 2);
+        for (const std::size_t reference : references) number(reference, referenceBytes_);
         return offsets_.size() - 1;
     }
 
@@ -113,6 +127,7 @@ private:
 
     ByteBuffer out_;
     std::vector<std::size_t> offsets_;
+    unsigned referenceBytes_ = 2;
 };
 
 } // namespace

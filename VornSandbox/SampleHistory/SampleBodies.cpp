@@ -131,7 +131,7 @@ ByteBuffer retractedSummary()
 
 ByteBuffer linkPayload(std::string_view link, SampleRandom& random)
 {
-    ByteBuffer icon(static_cast<std::size_t>(random.between(200, 1'800)));
+    ByteBuffer icon(static_cast<std::size_t>(random.between(100, 700)));
     for (std::byte& byte : icon) byte = static_cast<std::byte>(random.below(256));
     return binaryPropertyList(keyedArchive(
         {string("$null"),

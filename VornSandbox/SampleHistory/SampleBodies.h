@@ -33,7 +33,7 @@ ByteBuffer editSummary(const ByteBuffer& before, const ByteBuffer& after, std::i
 /// The summary of a message that was taken back by editing every part of it away.
 ByteBuffer retractedSummary();
 
-/// What the balloon of a link shows. `random` gives it a length of a few hundred to two thousand bytes.
+/// What the balloon of a link shows. `random` gives it a length of about half to one kilobyte.
 ByteBuffer linkPayload(std::string_view link, SampleRandom& random);
 
 } // namespace sampleBodies

@@ -20,7 +20,7 @@ struct SampleHistoryOptions {
 
     /// The assistant's handles, distinct; each has a one-to-one conversation, and the first phone number a second one
     /// by SMS. Empty means a phone number and an e-mail address of our own.
-    std::vector<std::string> handles;
+    std::vector<std::string> handles = {};
 
     std::int64_t inLog = 0; ///< so many of the newest rows stand in the write-ahead log only
 
@@ -32,7 +32,7 @@ struct SampleHistoryOptions {
 
     const CancelFlag* cancel = nullptr; ///< stops the writing; may be absent
     std::function<void(std::int64_t written, std::int64_t messages)>
-        progress; ///< every few thousand rows; may be absent
+        progress = {}; ///< every few thousand rows; may be absent
 };
 
 /// One conversation of the history.

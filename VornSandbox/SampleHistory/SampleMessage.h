@@ -57,8 +57,6 @@ struct SampleMessage {
     std::int64_t parts = 1;
     ByteBuffer summaryInfo; ///< a binary property list
     ByteBuffer payload;     ///< of the balloon that shows a link
-    std::string recordID;   ///< in the cloud
-    std::string changeTag;
     std::vector<SampleAttachment> attachments;
 };
 

@@ -134,8 +134,6 @@ void SamplePlan::address()
     row_.dateDelivered = row_.fromMe && row_.service != "SMS" ? row_.date + random_.between(1, 900) * second / 100 : 0;
     row_.dateRead = row_.fromMe ? 0 : row_.date + random_.between(1, 600) * second;
     if (!conversation().recent.empty()) row_.replyToGuid = conversation().recent.back().guid;
-    random_.hexadecimal(64, row_.recordID);
-    random_.hexadecimal(8, row_.changeTag);
 }
 
 SamplePlan::Skip SamplePlan::drawSkip()
@@ -353,8 +351,8 @@ void SamplePlan::count(Skip skip)
 AttributedBodyKind SamplePlan::drawKind()
 {
     const auto drawn = random_.below(100);
-    return drawn < 50   ? AttributedBodyKind::immutableText
-           : drawn < 80 ? AttributedBodyKind::mutableText
+    return drawn < 60   ? AttributedBodyKind::immutableText
+           : drawn < 85 ? AttributedBodyKind::mutableText
                         : AttributedBodyKind::mutableWithFixedText;
 }
 

@@ -7,6 +7,15 @@ namespace {
 
 constexpr unsigned otherLanguagePerMille = 80;
 
+/// Puts a full stop after a letter or digit, and then `separator`.
+void endSentence(char separator, std::string& into)
+{
+    const char last = into.back();
+    const bool isOpen = (last >= 'a' && last <= 'z') || (last >= '0' && last <= '9');
+    if (isOpen) into += '.';
+    into += separator;
+}
+
 } // namespace
 
 void SampleText::compose(SampleVoice voice, std::string& into)
@@ -19,9 +28,10 @@ void SampleText::compose(SampleVoice voice, std::string& into)
         const auto& language = random_.pick(sampleVocabulary::otherLanguages());
         patterns = voice == SampleVoice::prompt ? language.prompts : language.replies;
     }
-    const auto sentences = voice == SampleVoice::reply ? random_.between(1, 3) : random_.between(1, 2);
-    for (std::int64_t i = 0; i < sentences; ++i) {
-        if (i > 0) into += i == 2 ? '\n' : ' ';
+    int sentences = random_.chance(450) ? 2 : 1;
+    if (voice == SampleVoice::reply && random_.chance(450)) ++sentences;
+    for (int i = 0; i < sentences; ++i) {
+        if (i > 0) endSentence(i == 2 ? '\n' : ' ', into);
         sentence(random_.pick(patterns), into);
     }
 }

@@ -15,7 +15,7 @@ class SampleText {
 public:
     explicit SampleText(SampleRandom& random) : random_(random) {}
 
-    /// A new text in `into`: one to four sentences, mostly in English. Holds no link and nothing that looks like one,
+    /// A new text in `into`: one to three sentences, mostly in English. Holds no link and nothing that looks like one,
     /// and neither begins nor ends with white space.
     void compose(SampleVoice voice, std::string& into);
 

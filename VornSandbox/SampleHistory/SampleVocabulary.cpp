@@ -43,7 +43,7 @@ constexpr std::array replySentences{
     "In #p it should stay dry until about #t, with a light breeze in the evening."sv,
     "Here are three ideas: a small course about #x, a good pan for #f, or an afternoon in #p with #w."sv,
     "I'd take the #t train: it is direct, and you would still have #n minutes before you meet #w."sv,
-    "Cooked #f keeps for about three days in the fridge if you let it cool first and cover it."sv,
+    "A pot of #f keeps for about three days in the fridge if you let it cool first and cover it."sv,
     "Short version: you agreed on #x, #w writes the first draft, and you all meet again on #d at #t."sv,
     "Good question. People usually start with #x because it gives them a feeling for everything that follows."sv,
     "Of course. \"Hi #w, thank you for thinking of me. I would love to hear more about #x, does #d work for you?\""sv,

@@ -10,30 +10,31 @@ constexpr std::string_view account = "E:sam.rivera@example.com";
 constexpr std::string_view accountGUID = "2D6B1C9E-7F40-4C1B-9A55-0C2D8E7F1A34";
 constexpr std::string_view ownNumber = "+14155550100";
 
+// What is left out keeps its default. Each line of values belongs to the line of names with the same place.
 constexpr std::string_view insertMessage = R"(INSERT INTO message (
     ROWID, guid, text, handle_id, attributedBody, service, date, date_read, date_delivered, is_delivered, is_from_me,
     is_read, is_sent, has_dd_results, was_data_detected, cache_has_attachments, cache_roomnames, is_audio_message,
     item_type, other_handle, group_title, group_action_type, associated_message_guid, associated_message_type,
     associated_message_range_length, associated_message_emoji, balloon_bundle_id, payload_data, message_summary_info,
-    ck_record_id, ck_record_change_tag, reply_to_guid, thread_originator_guid, thread_originator_part, date_retracted,
-    date_edited, part_count, account, account_guid, destination_caller_id, version, is_finished, ck_sync_state, sort_id)
+    reply_to_guid, thread_originator_guid, thread_originator_part, date_retracted, date_edited, part_count,
+    account, account_guid, destination_caller_id, version, is_finished, sort_id)
 VALUES (
     ?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11,
     ?12, ?13, ?14, ?14, ?15, ?16, ?17,
     ?18, ?19, ?20, ?21, ?22, ?23,
     ?24, ?25, ?26, ?27, ?28,
     ?29, ?30, ?31, ?32, ?33, ?34,
-    ?35, ?36, ?37, ?38, ?39, 10, 1, 1, 0))";
+    ?35, ?36, ?37, 10, 1, 0))";
 
 constexpr std::string_view insertAttachment = R"(INSERT INTO attachment (
     ROWID, guid, original_guid, created_date, start_date, filename, uti, mime_type, transfer_state, is_outgoing,
-    transfer_name, total_bytes, ck_sync_state, ck_record_id)
-VALUES (?1, ?2, ?2, ?3, ?3, ?4, ?5, ?6, 5, ?7, ?8, ?9, 1, ?10))";
+    transfer_name, total_bytes)
+VALUES (?1, ?2, ?2, ?3, ?3, ?4, ?5, ?6, 5, ?7, ?8, ?9))";
 
 constexpr std::string_view insertChat = R"(INSERT INTO chat (
     guid, style, state, account_id, chat_identifier, service_name, room_name, account_login, last_addressed_handle,
-    display_name, group_id, ck_sync_state, original_group_id)
-VALUES (?1, ?2, 3, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, 1, ?10))";
+    display_name, group_id, original_group_id)
+VALUES (?1, ?2, 3, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?10))";
 
 /// NULL for what the row does not have.
 template <class T>
@@ -109,8 +110,8 @@ void SampleWriter::writeMessage(const SampleMessage& message)
                  message.isAudio, message.itemType, message.otherHandle, textUnlessEmpty(message.groupTitle),
                  message.groupActionType, textUnlessEmpty(message.associatedGuid), message.associatedType,
                  message.associatedLength, textUnlessEmpty(message.associatedEmoji), balloon,
-                 viewUnlessEmpty(message.payload), viewUnlessEmpty(message.summaryInfo), message.recordID,
-                 message.changeTag, textUnlessEmpty(message.replyToGuid), textUnlessEmpty(message.threadOriginatorGuid),
+                 viewUnlessEmpty(message.payload), viewUnlessEmpty(message.summaryInfo),
+                 textUnlessEmpty(message.replyToGuid), textUnlessEmpty(message.threadOriginatorGuid),
                  textUnlessEmpty(message.threadOriginatorPart), message.dateRetracted, message.dateEdited,
                  message.parts, account, accountGUID, ownNumber);
 }
@@ -122,7 +123,7 @@ void SampleWriter::writeAttachment(const SampleMessage& message, const SampleAtt
     const std::string filename = "~/Library/Messages/Attachments/" + guid.substr(guid.size() - 2) + "/0" +
                                  guid.substr(guid.size() - 1) + "/" + guid + "/" + attachment.transferName;
     attachment_.run(++attachments_, guid, message.date / second, filename, attachment.uti, attachment.mimeType,
-                    message.fromMe, attachment.transferName, attachment.bytes, message.recordID);
+                    message.fromMe, attachment.transferName, attachment.bytes);
     messageAttachment_.run(message.rowID, attachments_);
 }
 
