@@ -1,0 +1,76 @@
+#pragma once
+
+// Stand-in for the parts of Foundation that the sources for macOS call. In C++ an options type is its integer type.
+
+#define nil nullptr
+
+typedef long NSInteger;
+typedef unsigned long NSUInteger;
+typedef NSUInteger NSStringEncoding;
+typedef NSUInteger NSMatchingOptions;
+typedef unsigned long long NSTextCheckingTypes;
+
+enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
+enum : NSTextCheckingTypes { NSTextCheckingTypeLink = 1ULL << 5 };
+
+typedef struct _NSRange {
+    NSUInteger location;
+    NSUInteger length;
+} NSRange;
+
+static inline NSRange NSMakeRange(NSUInteger location, NSUInteger length)
+{
+    return {location, length};
+}
+
+typedef struct {
+    unsigned long state;
+    id __unsafe_unretained _Nullable* _Nullable itemsPtr;
+    unsigned long* _Nullable mutationsPtr;
+    unsigned long extra[5];
+} NSFastEnumerationState;
+
+#pragma clang assume_nonnull begin
+
+@protocol NSFastEnumeration
+- (NSUInteger)countByEnumeratingWithState:(NSFastEnumerationState*)state
+                                  objects:(id __unsafe_unretained _Nullable[_Nonnull])buffer
+                                    count:(NSUInteger)count;
+@end
+
+__attribute__((objc_root_class))
+@interface NSObject
++ (instancetype)alloc;
+- (instancetype)init;
+@end
+
+@interface NSError : NSObject
+@end
+
+@interface NSString : NSObject
+- (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)length encoding:(NSStringEncoding)encoding;
+@property(readonly) NSUInteger length;
+@property(nullable, readonly) const char* UTF8String;
+@end
+
+@interface NSArray<__covariant ObjectType> : NSObject <NSFastEnumeration>
+@property(readonly) NSUInteger count;
+@end
+
+@interface NSURL : NSObject
+@property(nullable, readonly, copy) NSString* absoluteString;
+@end
+
+@interface NSTextCheckingResult : NSObject
+@property(nullable, readonly, copy) NSURL* URL;
+@end
+
+@interface NSRegularExpression : NSObject
+- (NSArray<NSTextCheckingResult*>*)matchesInString:(NSString*)string options:(NSMatchingOptions)options range:(NSRange)range;
+@end
+
+@interface NSDataDetector : NSRegularExpression
++ (nullable NSDataDetector*)dataDetectorWithTypes:(NSTextCheckingTypes)types error:(NSError* _Nullable* _Nullable)error;
+@end
+
+#pragma clang assume_nonnull end
