@@ -44,7 +44,7 @@ std::size_t firstByte(std::uint64_t half) noexcept
 std::uint64_t withoutByte(std::uint64_t half, std::size_t byte) noexcept
 {
     const std::size_t place = std::endian::native == std::endian::little ? byte : halfSize - 1 - byte;
-    return half & ~(std::uint64_t{0xFF} << (place * 8));
+    return half & ~(std::uint64_t{0xFF} << (place % halfSize * 8));
 }
 
 bool canStandBesideDot(char c) noexcept

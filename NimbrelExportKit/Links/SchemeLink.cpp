@@ -105,9 +105,16 @@ bool isAccepted(std::string_view text, const Host& host)
     if (rest.empty()) return true;
     if (isOneOf(rest[0], "@%\\")) return false;
     if (host.kind != Host::Kind::singleName || rest.size() == 1) return true;
-    if (rest[0] == ':') return skipPort(text, host.end) > host.end || !(isWordCharacter(rest[1]) || rest[1] == '/');
+    const bool wordFollows = isWordCharacter(rest[1]);
+    if (rest[0] == ':') return skipPort(text, host.end) > host.end || (!wordFollows && rest[1] != '/');
     if (rest[0] == '[') return rest[1] != '.';
-    return !isOneOf(rest[0], "!$&'(*+,;=~") || !isWordCharacter(rest[1]);
+    return !wordFollows || !isOneOf(rest[0], "!$&'(*+,;=~");
+}
+
+/// The end of what reads as one piece with the text at `at`.
+std::size_t afterWord(std::string_view text, std::size_t at, char before)
+{
+    return at < text.size() ? tailEnd(text, at, before) : at;
 }
 
 /// Where to go on behind an address that is none: its path holds none either, but another address may begin in the
@@ -115,8 +122,7 @@ bool isAccepted(std::string_view text, const Host& host)
 std::size_t afterRefused(std::string_view text, const Host& host, std::size_t authority, char before)
 {
     const std::size_t at = std::max(host.readTo, authority);
-    if (at >= text.size() || text[at] <= ' ' || host.readTo < host.end) return at;
-    return tailEnd(text, at, before);
+    return host.readTo < host.end ? at : afterWord(text, at, before);
 }
 
 } // namespace
@@ -127,8 +133,7 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
     const std::size_t begin = schemeStart(text, colon, floor);
     const char before = begin > 0 ? text[begin - 1] : '\0';
     if (begin == colon) { // of another scheme
-        return {.resumeAt =
-                    authority < text.size() && text[authority] > ' ' ? tailEnd(text, authority, before) : authority};
+        return {.resumeAt = afterWord(text, authority, before)};
     }
     const Host host = readHost(text, hostStart(text, authority));
     if (isRefusedBySign(text, begin) || !isAccepted(text, host)) {

@@ -131,7 +131,8 @@ private:
     std::size_t quotationMark() const
     {
         const auto previous = static_cast<unsigned char>(text_[end_ - 1]);
-        if (before_ == '"' || !(isAlphanumeric(previous) || previous == '_')) return 0;
+        const bool afterWord = isAlphanumeric(previous) || previous == '_';
+        if (before_ == '"' || !afterWord) return 0;
         std::size_t at = end_ + 1;
         if (isDigit(previous) && at < text_.size() && std::string_view("NSEW").find(text_[at]) != npos) return 1;
         while (at < text_.size() && isAlphanumeric(static_cast<unsigned char>(text_[at]))) ++at;
