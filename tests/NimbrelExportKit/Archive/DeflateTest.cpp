@@ -38,7 +38,7 @@ ByteBuffer deflatedByZlib(ByteView data)
 DeflateEncoder answering(ByteBuffer packed)
 {
     return [packed = std::move(packed)](ByteView, std::span<std::byte> room) -> std::size_t {
-        if (packed.size() > room.size()) return 0;
+        if (packed.empty() || packed.size() > room.size()) return 0;
         std::memcpy(room.data(), packed.data(), packed.size());
         return packed.size();
     };
