@@ -7,6 +7,7 @@
 
 #include <array>
 #include <random>
+#include <span>
 
 namespace vorn {
 namespace {
@@ -186,7 +187,7 @@ Json orNull(const std::optional<std::string>& text)
     return text ? Json(*text) : Json();
 }
 
-Json peerOf(const std::vector<ExportedMessage>& messages)
+Json peerOf(std::span<const ExportedMessage> messages)
 {
     Json all = Json::array();
     for (const ExportedMessage& message : messages) {
@@ -233,8 +234,8 @@ TEST(ExportJSON, AgreesWithAnotherWriterOnOddResults)
         const ExportManifest manifest(result, {odd.text(), odd.text()}, Instant(seconds(round)));
 
         const std::string messagesJSON = jsonOf(result.messages);
-        ASSERT_EQ(Json::parse(messagesJSON), peerOf(result.messages));
-        ASSERT_EQ(messagesJSON, peerOf(result.messages).dump());
+        ASSERT_EQ(Json::parse(messagesJSON), peerOf(std::span(result.messages)));
+        ASSERT_EQ(messagesJSON, peerOf(std::span(result.messages)).dump());
 
         const std::string manifestJSON = jsonOf(manifest);
         ASSERT_EQ(Json::parse(manifestJSON), peerOf(manifest));
