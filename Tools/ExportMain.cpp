@@ -45,14 +45,16 @@ class ExportCommand {
 public:
     ExportCommand(const ExportOptions& options, InterruptWatch& interrupts)
         : options_(options), interrupts_(interrupts), progress_(terminalForProgress())
-    {}
+    {
+    }
 
     void run()
     {
         refuseUnwritableOutput();
         const NimbrelExportResult result = read();
         const ArchiveFile archive = write(result);
-        const ExportStatistics statistics{result.stats(), result.skipped, archive, SHA256::hexDigestOfFile(archive.url)};
+        const ExportStatistics statistics{result.stats(), result.skipped, archive,
+                                          SHA256::hexDigestOfFile(archive.url)};
         progress_.clear();
         std::fputs((options_.json ? jsonOf(statistics) : textOf(statistics)).c_str(), stdout);
     }
@@ -73,7 +75,9 @@ private:
     {
         try {
             return NimbrelExporter(options_.database, NimbrelExporter::usualAttempts)
-                .export_(options_.handles, [this](const ExportProgress& progress) { show(progress); }, interrupts_.cancelFlag());
+                .export_(
+                    options_.handles, [this](const ExportProgress& progress) { show(progress); },
+                    interrupts_.cancelFlag());
         } catch (const Cancelled&) {
             throw;
         } catch (const std::exception& error) {

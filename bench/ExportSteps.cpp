@@ -35,7 +35,8 @@ void records(const Arguments& arguments)
 void archive(const Arguments& arguments)
 {
     const auto result = NimbrelExporter(arguments.at(1), NimbrelExporter::usualAttempts).export_(from(arguments, 3));
-    const auto file = NimbrelArchiveBuilder::writeArchive(result, ExporterInfo::current(Bundle(Bundle::Values())), arguments.at(2), Instant());
+    const auto file = NimbrelArchiveBuilder::writeArchive(result, ExporterInfo::current(Bundle(Bundle::Values())),
+                                                          arguments.at(2), Instant());
     std::printf("%zu messages, %lld bytes\n", result.messages.size(), static_cast<long long>(file.sizeBytes));
 }
 
@@ -45,9 +46,13 @@ int main(int argc, char** argv)
 {
     const Arguments arguments(argv + 1, argv + argc);
     const std::string step = arguments.empty() ? "" : arguments.front();
-    if (step == "records") records(arguments);
-    else if (step == "archive") archive(arguments);
-    else if (step == "copy") FileManager::standard().copyFile(arguments.at(1), arguments.at(2), {});
-    else if (step != "idle") return 2;
+    if (step == "records")
+        records(arguments);
+    else if (step == "archive")
+        archive(arguments);
+    else if (step == "copy")
+        FileManager::standard().copyFile(arguments.at(1), arguments.at(2), {});
+    else if (step != "idle")
+        return 2;
     return 0;
 }

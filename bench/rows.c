@@ -15,7 +15,7 @@ static const char head[] = "SELECT m.ROWID, m.guid, m.text, m.attributedBody, m.
                            "WHERE cmj.chat_id IN (";
 static const char tail[] = ")\nORDER BY m.date ASC, m.ROWID ASC";
 
-static long long readColumn(sqlite3_stmt *statement, int column)
+static long long readColumn(sqlite3_stmt* statement, int column)
 {
     switch (sqlite3_column_type(statement, column)) {
     case SQLITE_INTEGER: return sqlite3_column_int64(statement, column) & 1;
@@ -25,10 +25,10 @@ static long long readColumn(sqlite3_stmt *statement, int column)
     }
 }
 
-int main(int argc, char **argv)
+int main(int argc, char** argv)
 {
-    sqlite3 *database = NULL;
-    sqlite3_stmt *statement = NULL;
+    sqlite3* database = NULL;
+    sqlite3_stmt* statement = NULL;
     char sql[4096];
     long long rows = 0, sum = 0;
     if (argc < 3 || argc > 100) return 2;

@@ -14,7 +14,7 @@ namespace {
 /// A query over a damaged file may go round in circles for a long time.
 constexpr int patience = 2000;
 
-void requireOrder(const std::vector<ExportedMessage>& messages)
+void requireOrder(const MessageList& messages)
 {
     for (std::size_t i = 1; i < messages.size(); ++i) {
         require(messages[i - 1].sentAt <= messages[i].sentAt, "messages are ordered by time");

@@ -2,9 +2,9 @@
 
 #include "NimbrelExportKit/Links/LinkDetector.h"
 #include "NimbrelExportKit/Messages/AppleTime.h"
+#include "NimbrelExportKit/Messages/AttachmentIndex.h"
 #include "NimbrelExportKit/Messages/MessageBody.h"
 #include "NimbrelExportKit/Messages/MessageStatements.h"
-#include "NimbrelExportKit/Types/TypeTable.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,33 +17,10 @@ namespace vorn::MessageReader {
 namespace {
 
 constexpr std::int64_t rowsBetweenReports = 4096;
-constexpr std::string_view unknownMIMEType = "application/octet-stream";
-
-using Attachments = std::unordered_map<std::int64_t, std::vector<ExportedAttachment>>;
 
 bool isSet(const SQLiteRow& row, MessageColumn column)
 {
     return row.int64(column).value_or(0) != 0;
-}
-
-std::string mimeTypeOf(const SQLiteRow& row)
-{
-    if (auto given = row.text(attachmentMIMEType); given && !given->empty()) return std::move(*given);
-    const auto identifier = row.text(attachmentTypeIdentifier);
-    auto preferred = identifier ? preferredMIMEType(*identifier) : std::nullopt;
-    return preferred ? std::move(*preferred) : std::string(unknownMIMEType);
-}
-
-Attachments readAttachments(const std::string& marks, const std::vector<SQLiteValue>& bindings,
-                            const SQLiteDatabase& database)
-{
-    Attachments attachments;
-    const auto columns = database.columns("attachment");
-    if (columns.empty()) return attachments;
-    database.query(attachmentStatement(columns, marks), bindings, [&](const SQLiteRow& row) {
-        if (const auto message = row.int64(attachmentMessage)) attachments[*message].push_back({mimeTypeOf(row)});
-    });
-    return attachments;
 }
 
 /// The web links of one text after another, each link once in each text.
@@ -88,7 +65,7 @@ private:
 /// One pass over the message rows: keeps or tallies each.
 class Reading {
 public:
-    Reading(const std::vector<NimbrelChat>& chats, Attachments attachments) : attachments_(std::move(attachments))
+    Reading(const std::vector<NimbrelChat>& chats, AttachmentIndex attachments) : attachments_(std::move(attachments))
     {
         for (const NimbrelChat& chat : chats) chatGuids_.emplace(chat.rowID, SharedText(chat.guid));
     }
@@ -102,9 +79,9 @@ public:
         if (isSet(row, messageItemType)) return skip("system");
         std::string body = messageBody(row.rawText(messageText), row.blobView(messageAttributedBody));
         const bool edited = isSet(row, messageDateEdited);
-        const auto attached = attachments_.find(*rowID);
+        std::vector<ExportedAttachment> attachments = attachments_.of(*rowID);
         if (row.int64(messageDateRetracted).value_or(0) > 0 || (edited && body.empty())) return skip("unsent");
-        if (body.empty() && attached == attachments_.end()) return skip("empty");
+        if (body.empty() && attachments.empty()) return skip("empty");
         const auto sentAt = timeline_.timeFor(row.int64(messageDate).value_or(0));
         if (!sentAt) return skip("undated");
         timeline_.keep(*sentAt);
@@ -118,8 +95,7 @@ public:
         message.replyToGuid = row.text(messageThreadOriginator);
         message.links = links_.in(body);
         message.text = std::move(body);
-        if (attached != attachments_.end())
-            message.attachments = attached->second; // a message in two chats is two records
+        message.attachments = std::move(attachments);
         message.fromMe = isSet(row, messageIsFromMe);
         message.edited = edited;
     }
@@ -154,7 +130,7 @@ private:
         return services_.emplace(*name, SharedText(*name)).first->second;
     }
 
-    Attachments attachments_;
+    AttachmentIndex attachments_;
     std::unordered_map<std::int64_t, SharedText> chatGuids_;
     std::map<std::string, SharedText> services_;
     WebLinks links_;
@@ -167,11 +143,12 @@ private:
 Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows)
 {
     if (chats.empty()) return {};
-    const std::string statement = messageStatement(database.columns("message"), placeholders(chats.size()));
+    const std::string marks = placeholders(chats.size());
+    const std::string statement = messageStatement(database.columns("message"), marks);
     std::vector<SQLiteValue> bindings;
     for (const NimbrelChat& chat : chats) bindings.emplace_back(chat.rowID);
 
-    Reading reading(chats, readAttachments(placeholders(chats.size()), bindings, database));
+    Reading reading(chats, AttachmentIndex(marks, bindings, database));
     std::int64_t rows = 0;
     database.query(statement, bindings, [&](const SQLiteRow& row) {
         reading.take(row);

@@ -11,8 +11,8 @@
 namespace vorn::MessageReader {
 
 struct Output {
-    std::vector<ExportedMessage> messages; ///< by time, then by row
-    SkipTally skipped;                     ///< "reaction", "system", "unsent", "empty", "undated"
+    MessageList messages; ///< by time, then by row
+    SkipTally skipped;    ///< "reaction", "system", "unsent", "empty", "undated"
     bool operator==(const Output&) const = default;
 };
 

@@ -5,6 +5,7 @@
 #include "NimbrelExportKit/Messages/NimbrelChatLocator.h"
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "Platform/Base/Memory.h"
 
 #include <algorithm>
 
@@ -60,6 +61,7 @@ NimbrelExportResult NimbrelExporter::export_(const std::vector<std::string>& han
         try {
             NimbrelExportResult result = read(snapshot, handles, watch);
             snapshot.remove();
+            memory::returnFreed(); // sorting a large history took as much as its records
             return result;
         } catch (const SQLiteError& error) {
             cancel.check(); // a cancelled statement ends with an error of its own

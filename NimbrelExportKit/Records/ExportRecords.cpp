@@ -26,8 +26,7 @@ std::int64_t SkipTally::operator[](std::string_view reason) const
     return found == counts.end() ? 0 : found->second;
 }
 
-NimbrelExportStats::NimbrelExportStats(const std::vector<NimbrelChat>& chats,
-                                       const std::vector<ExportedMessage>& messages)
+NimbrelExportStats::NimbrelExportStats(const std::vector<NimbrelChat>& chats, const MessageList& messages)
     : chatCount(static_cast<std::int64_t>(chats.size())), messageCount(static_cast<std::int64_t>(messages.size())),
       promptCount(std::count_if(messages.begin(), messages.end(), [](const auto& message) { return message.fromMe; })),
       replyCount(messageCount - promptCount)

@@ -2,6 +2,7 @@
 
 #include "NimbrelExportKit/Records/SharedText.h"
 #include "Platform/Base/Dates.h"
+#include "Platform/Base/Memory.h"
 
 #include <cstdint>
 #include <map>
@@ -48,6 +49,9 @@ struct ExportedMessage {
     bool operator==(const ExportedMessage&) const = default;
 };
 
+/// Messages by the million.
+using MessageList = std::vector<ExportedMessage, memory::LargeBlockAllocator<ExportedMessage>>;
+
 /// How many rows an export left out, by reason.
 struct SkipTally {
     std::map<std::string, std::int64_t, std::less<>> counts;
@@ -65,13 +69,13 @@ struct NimbrelExportStats {
     std::optional<Instant> firstAt; ///< nothing without messages
     std::optional<Instant> lastAt;
 
-    NimbrelExportStats(const std::vector<NimbrelChat>& chats, const std::vector<ExportedMessage>& messages);
+    NimbrelExportStats(const std::vector<NimbrelChat>& chats, const MessageList& messages);
     bool operator==(const NimbrelExportStats&) const = default;
 };
 
 struct NimbrelExportResult {
     std::vector<NimbrelChat> chats;
-    std::vector<ExportedMessage> messages; ///< by time, then by row
+    MessageList messages; ///< by time, then by row
     SkipTally skipped;
 
     NimbrelExportStats stats() const { return {chats, messages}; } ///< counted on each call

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Platform/Base/Memory.h"
+
 #include <cstddef>
-#include <memory>
 #include <span>
 #include <string_view>
 #include <utility>
@@ -15,11 +16,13 @@ using ByteView = std::span<const std::byte>;
 /// An allocator that leaves new elements uninitialised. A buffer of hundreds of megabytes that is about to be
 /// filled would otherwise be written twice, and its untouched tail would count as memory in use.
 template <class T>
-struct UninitializedAllocator : std::allocator<T> {
+struct UninitializedAllocator : memory::LargeBlockAllocator<T> {
     template <class U>
     struct rebind {
         using other = UninitializedAllocator<U>;
     };
+
+    using memory::LargeBlockAllocator<T>::LargeBlockAllocator;
 
     template <class U>
     void construct(U* at) noexcept

@@ -56,13 +56,16 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     app.footer(exitStatuses);
     app.set_version_flag("--version", "vorn-export " VORN_VERSION);
     app.add_option("--database", database, "The Messages database (default: this user's own)")->type_name("DB");
-    app.add_option("--handle", options.handles, "A phone number, e-mail address or business identifier of the assistant; repeatable")
+    app.add_option("--handle", options.handles,
+                   "A phone number, e-mail address or business identifier of the assistant; repeatable")
         ->required()
         ->expected(1)
         ->take_all()
         ->check(CLI::Validator(checkHandle, ""))
         ->type_name("H");
-    app.add_option("--output", output, "Where the archive goes; what is there is replaced")->required()->type_name("OUT.zip");
+    app.add_option("--output", output, "Where the archive goes; what is there is replaced")
+        ->required()
+        ->type_name("OUT.zip");
     app.add_option("--exported-at", time, "The time that the archive states (default: now)")
         ->check(CLI::Validator(checkTime, ""))
         ->type_name("TIME");

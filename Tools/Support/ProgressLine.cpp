@@ -17,7 +17,8 @@ constexpr const char* clearLine = "\r\x1B[K"; // ECMA-48: erase from the cursor 
 
 ProgressLine::ProgressLine(std::FILE* terminal, Clock clock)
     : terminal_(terminal), clock_(std::move(clock)), nextUpdate_(clock_() + patience)
-{}
+{
+}
 
 void ProgressLine::show(const std::string& text)
 {

@@ -22,7 +22,7 @@ class DamagedDatabase : public ::testing::Test {
 protected:
     testing::TemporaryFolder home, victim, temporary;
     std::string main, log;
-    std::vector<ExportedMessage> sound;
+    MessageList sound;
 
     DamagedDatabase()
     {

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+/// The attachments of messages, looked up by the message's ROWID. Threads: one at a time, lookups included.
+///
+/// Messages are looked up nearly in the order of their rows, so the place of the last answer is nearly always the place
+/// of the next; a hash table would miss the processor's cache for each of a million messages.
+class AttachmentIndex {
+public:
+    /// Reads the attachments of all messages in the chats that `bindings` bind to the placeholders `marks`. Empty when
+    /// the database has no table of attachments. Throws `SQLiteError`.
+    AttachmentIndex(const std::string& marks, const std::vector<SQLiteValue>& bindings, const SQLiteDatabase& database);
+
+    /// In the order of the attachments' rows; empty when there are none.
+    std::vector<ExportedAttachment> of(std::int64_t message);
+
+private:
+    struct Entry {
+        std::int64_t message;
+        ExportedAttachment attachment;
+    };
+
+    void moveTo(std::int64_t message);
+
+    std::vector<Entry> entries_;
+    std::size_t place_ = 0; ///< of the first entry that is not before the last message asked for
+};
+
+} // namespace vorn

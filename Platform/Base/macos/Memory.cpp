@@ -1,0 +1,26 @@
+#include "Platform/Base/Memory.h"
+
+#include <cstdlib>
+
+#include <malloc/malloc.h>
+
+namespace vorn::memory {
+
+void* allocate(std::size_t size)
+{
+    void* block = std::malloc(size); // the system chooses its page size itself
+    if (block == nullptr && size > 0) throw std::bad_alloc();
+    return block;
+}
+
+void release(void* block) noexcept
+{
+    std::free(block);
+}
+
+void returnFreed() noexcept
+{
+    malloc_zone_pressure_relief(nullptr, 0);
+}
+
+} // namespace vorn::memory
