@@ -25,8 +25,8 @@ Block load(const char* from) noexcept
     return block;
 }
 
-/// Nonzero bytes where a '.' has neither white space nor punctuation of ASCII's beginning behind it, or a ':' a '/'.
-/// That is nearly what is looked for, and rejects the full stops of sentences without a branch for each.
+/// Nonzero bytes where a '.' stands before '0' or anything above it, or a ':' before a '/'. That is nearly what is
+/// looked for, and passes over the full stops of sentences without a branch for each.
 Halves possibleCandidates(const char* at) noexcept
 {
     const Block here = load(at);

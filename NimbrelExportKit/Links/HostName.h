@@ -24,7 +24,7 @@ struct Host {
 /// Reads the host that begins at `at`. A name ends where ASCII text that makes a complete host is followed by text of
 /// another script: "example.com" in "example.comです".
 /// Refuses what a name may not be: labels that are empty, longer than 63 characters or bounded by '-' or '_'; an
-/// underscore in the last two labels; numbers at the end that make no IPv4 address; a last label of one character.
+/// underscore in the last two labels; numbers at the end that make no IPv4 address.
 Host readHost(std::string_view text, std::size_t at);
 
 /// Where the label that ends at `end` begins: it is of one script, and not before `floor`.

@@ -211,7 +211,8 @@ private:
     bool inPath_ = true;
 };
 
-/// The end of the code of a shortened link in front of anything but a query; `at` when there is none.
+/// The end of the code of a shortened link; `at` when there is none, or a query follows it. The codes are letters and
+/// digits, so what else touches them is the sentence's.
 std::size_t shortCodeEnd(std::string_view text, std::size_t at, std::string_view host)
 {
     if (host != "t.co" || text[at] != '/') return at;
