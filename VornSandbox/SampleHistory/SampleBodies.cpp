@@ -80,6 +80,7 @@ ByteBuffer withAttachments(std::string_view text, const std::vector<SampleAttach
                            AttributedBodyKind kind)
 {
     std::vector<AttributeRun> runs;
+    runs.reserve(attachments.size() + 1);
     std::int64_t number = 0;
     for (const SampleAttachment& attachment : attachments) {
         runs.push_back({1,

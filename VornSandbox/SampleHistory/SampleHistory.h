@@ -31,8 +31,8 @@ struct SampleHistoryOptions {
     bool replaceExisting = false;       ///< else a file that is there is a failure
 
     const CancelFlag* cancel = nullptr; ///< stops the writing; may be absent
-    std::function<void(std::int64_t written, std::int64_t messages)>
-        progress = {}; ///< every few thousand rows; may be absent
+    std::function<void(std::int64_t written, std::int64_t messages)> progress =
+        {}; ///< every few thousand rows; may be absent
 };
 
 /// One conversation of the history.

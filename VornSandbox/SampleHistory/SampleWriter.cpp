@@ -84,7 +84,7 @@ void SampleWriter::writeCast()
     std::int64_t chatID = 0;
     for (const SampleChat& each : cast_.chats) {
         const auto room = each.isGroup() ? std::optional(std::string_view(each.identifier)) : std::nullopt;
-        const std::string groupID = "C0FFEE00-0000-4000-8000-00000000000" + std::to_string(++chatID % 10);
+        const std::string groupID = "7A41D0C2-58E6-4B1F-9C03-00000000" + std::to_string(1'000 + ++chatID);
         chat.run(each.guid, each.style, accountGUID, each.identifier, each.service, room, account, ownNumber,
                  each.displayName, groupID);
         for (const std::int64_t handleID : each.handles) member.run(chatID, handleID);
