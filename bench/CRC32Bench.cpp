@@ -22,7 +22,7 @@ vorn::ByteBuffer sampleBytes(std::size_t size)
 void checksum(benchmark::State& state)
 {
     const vorn::ByteBuffer bytes = sampleBytes(static_cast<std::size_t>(state.range(0)));
-    for (auto _ : state) benchmark::DoNotOptimize(vorn::CRC32::checksum(bytes));
+    while (state.KeepRunning()) benchmark::DoNotOptimize(vorn::CRC32::checksum(bytes));
     state.SetBytesProcessed(static_cast<std::int64_t>(bytes.size()) * state.iterations());
 }
 BENCHMARK(checksum)->Arg(64)->Arg(std::int64_t{64} << 10)->Arg(std::int64_t{64} << 20);
@@ -32,7 +32,7 @@ void checksumByteByByte(benchmark::State& state)
 {
     const vorn::ByteBuffer bytes = sampleBytes(static_cast<std::size_t>(state.range(0)));
     const auto& table = vorn::CRC32::table();
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         std::uint32_t crc = 0xFFFFFFFFU;
         for (const std::byte byte : bytes) {
             crc = table[(crc ^ std::to_integer<std::uint32_t>(byte)) & 0xFFU] ^ (crc >> 8U);

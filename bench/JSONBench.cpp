@@ -10,7 +10,7 @@ void messagesJSON(benchmark::State& state)
 {
     const auto result = vorn::bench::sampleExport(static_cast<std::size_t>(state.range(0)));
     std::size_t size = 0;
-    for (auto _ : state) {
+    while (state.KeepRunning()) {
         const vorn::ByteBuffer json = vorn::NimbrelArchiveBuilder::messagesJSON(result);
         benchmark::DoNotOptimize(json.data());
         size = json.size();
