@@ -19,7 +19,7 @@ template <class T>
 struct UninitializedAllocator : memory::LargeBlockAllocator<T> {
     template <class U>
     struct rebind {
-        using other = UninitializedAllocator<U>;
+        using other = UninitializedAllocator<U>; // NOLINT(readability-identifier-naming): the standard's name
     };
 
     using memory::LargeBlockAllocator<T>::LargeBlockAllocator;

@@ -1,0 +1,192 @@
+// The program as a person runs it.
+#include "Platform/Base/SHA256.h"
+#include "VornSandbox/SampleHistory/SampleHistory.h"
+#include "tests/support/MessagesFixture.h"
+#include "tests/support/Program.h"
+
+#include <csignal>
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using testing::MessagesFixture;
+using testing::Program;
+using testing::readFile;
+
+class ExportProgram : public ::testing::Test {
+protected:
+    testing::TemporaryFolder home, temporary, target;
+    const fs::path database = home / "chat.db";
+    const fs::path output = target / "out.zip";
+
+    std::vector<std::string> usualArguments() const
+    {
+        return {"--database", database, "--handle", MessagesFixture::assistant, "--output", output};
+    }
+    Program start(std::vector<std::string> arguments) const
+    {
+        return {EXPORT_PROGRAM, std::move(arguments), {{"TMPDIR", temporary.path().string()}}};
+    }
+    Program start() const { return start(usualArguments()); }
+
+    void writeHistory() const
+    {
+        MessagesFixture fixture(database);
+        fixture.assistantChat();
+        fixture.message();
+        fixture.message({.isFromMe = std::int64_t{1}});
+        fixture.message({.itemType = std::int64_t{1}});
+    }
+    void expectNothingLeft() const
+    {
+        EXPECT_THAT(temporary.names(), IsEmpty());
+        EXPECT_THAT(target.names(), IsEmpty());
+    }
+    void expectFailure(int code, const std::string& text) const
+    {
+        Program program = start();
+        EXPECT_EQ(program.exitCode(), code);
+        EXPECT_EQ(program.errors(), text);
+        EXPECT_EQ(program.output(), "");
+        expectNothingLeft();
+    }
+};
+
+TEST_F(ExportProgram, WritesTheArchiveAndSaysWhatIsInIt)
+{
+    writeHistory();
+    Program program = start();
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_EQ(program.errors(), "");
+    EXPECT_THAT(program.output(), HasSubstr("Messages        2\n  yours         1\n  replies       1\n"));
+    EXPECT_THAT(program.output(), HasSubstr("  system        1\n"));
+    EXPECT_THAT(program.output(), HasSubstr("SHA-256       " + SHA256::hexDigestOfFile(output) + "\n"));
+    EXPECT_THAT(temporary.names(), IsEmpty());
+    EXPECT_THAT(target.names(), ElementsAre("out.zip"));
+    EXPECT_EQ(fs::status(output).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+}
+
+TEST_F(ExportProgram, FindsInASampleHistoryWhatWasPutThere)
+{
+    SampleHistoryOptions options;
+    options.messages = 4000;
+    options.inLog = 50;
+    const SampleHistorySummary history = writeSampleHistory(database, options);
+    std::vector<std::string> arguments = {"--database", database, "--output", output, "--json"};
+    for (const std::string& handle : history.handles) arguments.insert(arguments.end(), {"--handle", handle});
+    const std::string before = readFile(database) + readFile(database.string() + "-wal");
+    Program program = start(arguments);
+    EXPECT_EQ(program.exitCode(), 0) << program.errors();
+    const auto statistics = nlohmann::json::parse(program.output());
+    EXPECT_EQ(statistics.at("messages"), history.expected.kept);
+    EXPECT_EQ(statistics.at("prompts"), history.expected.prompts);
+    EXPECT_EQ(statistics.at("replies"), history.expected.replies);
+    EXPECT_EQ(statistics.at("skipped"), nlohmann::json(history.expected.skipped));
+    EXPECT_EQ(readFile(database) + readFile(database.string() + "-wal"), before);
+    EXPECT_THAT(home.names(), ElementsAre("chat.db", "chat.db-wal"));
+}
+
+TEST_F(ExportProgram, GivesTheSameArchiveForTheSameTime)
+{
+    writeHistory();
+    auto arguments = usualArguments();
+    arguments.insert(arguments.end(), {"--exported-at", "2026-03-01T09:15:00Z"});
+    EXPECT_EQ(start(arguments).exitCode(), 0);
+    const std::string first = readFile(output);
+    EXPECT_EQ(start(arguments).exitCode(), 0); // over the first
+    EXPECT_EQ(readFile(output), first);
+}
+
+TEST_F(ExportProgram, SaysThatThereIsNoDatabase)
+{
+    expectFailure(3, "Messages isn't set up on this Mac.\n");
+}
+
+TEST_F(ExportProgram, SaysThatAccessIsDenied)
+{
+    testing::writeFile(home / "file", ""); // what a superuser cannot open either
+    std::vector<std::string> arguments = usualArguments();
+    arguments[1] = home / "file/chat.db";
+    Program program = start(arguments);
+    EXPECT_EQ(program.exitCode(), 4);
+    EXPECT_EQ(program.errors(), "Allow Full Disk Access so Vorn can read Messages.\n"
+                                "Open System Settings → Privacy & Security → Full Disk Access.\n");
+    expectNothingLeft();
+}
+
+TEST_F(ExportProgram, SaysThatTheDatabaseStayedUnreadable)
+{
+    testing::writeFile(database, std::string(8192, 'x'));
+    expectFailure(5, "Messages was busy. Try again in a moment.\n");
+}
+
+TEST_F(ExportProgram, SaysThatTheDatabaseCannotBeRead)
+{
+    SQLiteDatabase(database.string(), SQLiteDatabase::Mode::create).execute("CREATE TABLE other (id INTEGER)");
+    expectFailure(6, "Vorn couldn't read your Messages history.\nSQLite prepare failed (1): no such table: chat\n");
+}
+
+TEST_F(ExportProgram, SaysThatTheOutputCannotBeWritten)
+{
+    writeHistory();
+    auto arguments = usualArguments();
+    arguments.back() = target / "missing/out.zip";
+    Program program = start(arguments);
+    EXPECT_EQ(program.exitCode(), 7);
+    EXPECT_EQ(program.errors(),
+              "Vorn couldn't write the archive to " + arguments.back() + ": No such file or directory.\n");
+    arguments.back() = target.path();
+    Program onFolder = start(arguments);
+    EXPECT_EQ(onFolder.exitCode(), 7);
+    EXPECT_EQ(onFolder.errors(), "Vorn couldn't write the archive to " + arguments.back() + ": Is a directory.\n");
+    expectNothingLeft();
+}
+
+TEST_F(ExportProgram, SaysThatNoCopyCanBeMade)
+{
+    writeHistory();
+    testing::writeFile(home / "no-folder", "");
+    Program program(EXPORT_PROGRAM, usualArguments(), {{"TMPDIR", home / "no-folder"}});
+    EXPECT_EQ(program.exitCode(), 8);
+    EXPECT_EQ(program.errors(), "Vorn couldn't make its private copy of your Messages history: Not a directory.\n");
+    expectNothingLeft();
+}
+
+TEST_F(ExportProgram, SaysWhatIsWrongWithItsArguments)
+{
+    Program program = start({"--handle", "x"});
+    EXPECT_EQ(program.exitCode(), 2);
+    EXPECT_EQ(program.errors(), "--output is required\nRun with --help for more information.\n");
+}
+
+TEST_F(ExportProgram, LeavesNothingWhenItIsInterrupted)
+{
+    SampleHistoryOptions options;
+    options.messages = 60'000;
+    options.onlyAssistant = true;
+    const SampleHistorySummary history = writeSampleHistory(database, options);
+    auto arguments = usualArguments();
+    arguments[3] = history.handles.front();
+    // From the first moment to the last: after each pause, one more file has been seen or the program has ended.
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        for (int polls = 0; polls < 12; ++polls) {
+            Program program = start(arguments);
+            for (int poll = 0; poll < polls * polls * 200; ++poll) temporary.names();
+            program.signal(number);
+            const int code = program.exitCode();
+            EXPECT_THAT(code, ::testing::AnyOf(128 + number, -1, 0)); // -1: before the program was ready to listen
+            EXPECT_THAT(temporary.names(), IsEmpty()) << "signal " << number << " after " << polls;
+            EXPECT_THAT(target.names(), ::testing::Each("out.zip"));
+            fs::remove(output);
+        }
+    }
+}
+
+} // namespace
+} // namespace vorn

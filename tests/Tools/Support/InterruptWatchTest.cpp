@@ -1,0 +1,81 @@
+#include "Tools/Support/InterruptWatch.h"
+
+#include <future>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// How a child process that runs `body` ends; -1 when a signal ended it.
+template <class Body>
+int exitCodeOf(Body&& body)
+{
+    const pid_t child = fork();
+    if (child == 0) {
+        alarm(30); // a child that hangs must not hang the tests
+        _exit(body());
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// Waits until the watch has heard a signal.
+bool hears(const InterruptWatch& watch)
+{
+    while (!watch.cancelFlag().isCancelled()) sched_yield();
+    return true;
+}
+
+TEST(InterruptWatch, TurnsSignalsIntoACancel)
+{
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        EXPECT_EQ(exitCodeOf([number] {
+                      const InterruptWatch watch;
+                      kill(getpid(), number);
+                      return hears(watch) ? watch.exitStatus() : 0;
+                  }),
+                  128 + number);
+    }
+}
+
+TEST(InterruptWatch, EndsTheProcessAtOnceWhileNothingIsOnDisk)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  InterruptWatch watch;
+                  const InterruptWatch::NothingOnDisk nothing(watch);
+                  kill(getpid(), SIGTERM);
+                  while (true) pause();
+                  return 0;
+              }),
+              128 + SIGTERM);
+}
+
+TEST(InterruptWatch, LetsTheWorkUnwindOnceSomethingIsOnDisk)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  InterruptWatch watch;
+                  {
+                      const InterruptWatch::NothingOnDisk nothing(watch);
+                  }
+                  kill(getpid(), SIGINT);
+                  return hears(watch) ? 7 : 0;
+              }),
+              7);
+}
+
+TEST(InterruptWatch, EndsWithoutASignal)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  const bool calm = !InterruptWatch().cancelFlag().isCancelled();
+                  return calm ? 3 : 4;
+              }),
+              3);
+}
+
+} // namespace
+} // namespace vorn

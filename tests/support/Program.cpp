@@ -1,0 +1,69 @@
+#include "tests/support/Program.h"
+
+#include <csignal>
+#include <stdexcept>
+#include <utility>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+
+extern char** environ;
+
+namespace vorn::testing {
+namespace {
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+std::vector<std::string> environmentWith(const Program::Environment& added)
+{
+    std::vector<std::string> entries;
+    for (const auto& [name, value] : added) entries.push_back(name + "=" + value); // the first of a name counts
+    for (char** entry = environ; *entry != nullptr; ++entry) entries.emplace_back(*entry);
+    return entries;
+}
+
+} // namespace
+
+Program::Program(const std::string& path, std::vector<std::string> arguments, const Environment& environment)
+{
+    arguments.insert(arguments.begin(), path);
+    std::vector<std::string> entries = environmentWith(environment);
+    posix_spawn_file_actions_t actions{};
+    posix_spawn_file_actions_init(&actions);
+    constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC;
+    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, 1, (prints_ / "out").c_str(), flags, 0600);
+    posix_spawn_file_actions_addopen(&actions, 2, (prints_ / "err").c_str(), flags, 0600);
+    const int result = posix_spawn(&process_, path.c_str(), &actions, nullptr, pointersTo(arguments).data(),
+                                   pointersTo(entries).data());
+    posix_spawn_file_actions_destroy(&actions);
+    if (result != 0) throw std::runtime_error("cannot start " + path);
+}
+
+Program::~Program()
+{
+    if (process_ < 0) return;
+    kill(process_, SIGKILL);
+    exitCode();
+}
+
+void Program::signal(int number) const
+{
+    kill(process_, number);
+}
+
+int Program::exitCode()
+{
+    int status = 0;
+    waitpid(std::exchange(process_, -1), &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace vorn::testing

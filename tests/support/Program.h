@@ -1,0 +1,37 @@
+#pragma once
+
+#include "tests/support/TemporaryFolder.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace vorn::testing {
+
+/// A program, started with arguments; what it prints is kept. Killed if the test forgets it.
+class Program {
+public:
+    using Environment = std::vector<std::pair<std::string, std::string>>;
+
+    /// `environment` is added to the test's own.
+    Program(const std::string& path, std::vector<std::string> arguments, const Environment& environment = {});
+    ~Program();
+    Program(Program&&) = delete;
+
+    void signal(int number) const;
+
+    /// Waits for its end and gives its exit code; -1 when a signal ended it.
+    int exitCode();
+
+    /// What it printed so far.
+    std::string output() const { return readFile(prints_ / "out"); }
+    std::string errors() const { return readFile(prints_ / "err"); }
+
+private:
+    TemporaryFolder prints_;
+    pid_t process_ = -1;
+};
+
+} // namespace vorn::testing
