@@ -16,7 +16,6 @@ namespace vorn::testing {
 namespace {
 
 using ::testing::AllOf;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Ge;
 using ::testing::IsEmpty;

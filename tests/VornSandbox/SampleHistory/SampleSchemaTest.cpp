@@ -9,7 +9,6 @@
 namespace vorn::testing {
 namespace {
 
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsSupersetOf;
 using ::testing::SizeIs;

@@ -28,7 +28,7 @@ TEST(SampleTimeline, GrowsStrictlyAndEndsInTime)
         }
         EXPECT_LE(last, until * second);
         EXPECT_GT(last, (until - 300) * second);
-        EXPECT_LE(last - first, 9 * 365 * day);
+        EXPECT_LE(last - first, std::int64_t{9} * 365 * day);
         if (rows >= 5'000) EXPECT_GT(last - first, 45 * day) << "months of messages";
     }
 }
