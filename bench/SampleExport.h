@@ -15,19 +15,21 @@ namespace vorn::bench {
 /// Makes messages of about 120 characters out of a vocabulary in which, as in a language, few words are said often.
 class SampleWriter {
 public:
-    ExportedMessage next(std::size_t index)
+    /// The texts go into `arena`, as a reader's do.
+    ExportedMessage next(std::size_t index, TextArena& arena)
     {
         ExportedMessage message;
         message.rowID = static_cast<std::int64_t>(index) + 1;
         message.sentAt = 1'700'000'000 + static_cast<std::int64_t>(index) * 40;
-        message.guid = uuid();
-        message.chat = chat_;
-        message.service = service_;
+        message.guid = arena.keep(uuid());
+        message.chat = arena.keep("iMessage;-;nimbrel@example.org");
+        message.service = arena.keep("iMessage");
         message.fromMe = index % 2 == 0;
         message.edited = index % 50 == 7;
-        message.text = text();
-        if (index % 20 == 3) message.replyToGuid = uuid();
-        if (index % 12 == 5) addLink(message);
+        std::string body = text();
+        if (index % 12 == 5) body += " " + addLink(message);
+        message.text = arena.keep(body);
+        if (index % 20 == 3) message.replyToGuid = arena.keep(uuid());
         if (index % 25 == 9) message.attachments.push_back({"image/jpeg"});
         return message;
     }
@@ -72,16 +74,14 @@ private:
         }
     }
 
-    void addLink(ExportedMessage& message)
+    std::string addLink(ExportedMessage& message)
     {
         const std::string url = "https://example.org/" + word() + "/" + std::to_string(random_() % 100'000);
-        message.text += " " + url;
         message.links.push_back({url, {}});
+        return url;
     }
 
     std::mt19937 random_{20'260'301};
-    SharedText chat_{"iMessage;-;nimbrel@example.org"};
-    SharedText service_{"iMessage"};
 };
 
 inline NimbrelExportResult sampleExport(std::size_t messageCount)
@@ -91,7 +91,9 @@ inline NimbrelExportResult sampleExport(std::size_t messageCount)
     result.skipped.counts = {{"empty", 12}, {"reaction", 3'456}};
     result.messages.reserve(messageCount);
     SampleWriter writer;
-    for (std::size_t i = 0; i < messageCount; ++i) result.messages.push_back(writer.next(i));
+    for (std::size_t i = 0; i < messageCount; ++i) {
+        result.messages.push_back(writer.next(i, result.messages.arena()));
+    }
     return result;
 }
 

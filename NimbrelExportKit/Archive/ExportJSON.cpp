@@ -50,7 +50,7 @@ void write(Writer& to, const ExportedMessage& message)
     to.raw(R"(,"sentAt":)");
     to.integer(message.sentAt);
     to.raw(R"(,"service":)");
-    to.textOrNull(message.service.hasValue() ? std::optional(message.service.view()) : std::nullopt);
+    to.textOrNull(message.service);
     to.raw(R"(,"text":)");
     to.text(message.text);
     to.raw("}");
@@ -102,18 +102,6 @@ void write(Writer& to, const ExportManifest& manifest)
     to.raw("}");
 }
 
-/// The texts of a large export lie all over the memory: each is asked for well before its turn.
-constexpr std::ptrdiff_t prefetchDistance = 8;
-
-void prefetch(const ExportedMessage& message)
-{
-    constexpr std::size_t cacheLine = 64;
-    __builtin_prefetch(message.guid.data());
-    for (std::size_t at = 0; at < std::min<std::size_t>(message.text.size(), 3 * cacheLine); at += cacheLine) {
-        __builtin_prefetch(message.text.data() + at);
-    }
-}
-
 } // namespace
 
 ByteBuffer exportJSON(const ExportManifest& manifest)
@@ -124,12 +112,8 @@ ByteBuffer exportJSON(const ExportManifest& manifest)
 ByteBuffer exportJSON(std::span<const ExportedMessage> messages)
 {
     return json::document([&](auto& to) {
-        auto upcoming = messages.begin() + std::min(prefetchDistance, std::ssize(messages));
         to.raw("[");
-        to.list(messages, [&](const ExportedMessage& message) {
-            if (upcoming != messages.end()) prefetch(*upcoming++);
-            write(to, message);
-        });
+        to.list(messages, [&](const ExportedMessage& message) { write(to, message); });
         to.raw("]");
     });
 }

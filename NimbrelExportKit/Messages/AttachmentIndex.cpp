@@ -1,6 +1,7 @@
 #include "NimbrelExportKit/Messages/AttachmentIndex.h"
 
 #include "NimbrelExportKit/Messages/MessageStatements.h"
+#include "NimbrelExportKit/Messages/RepeatedTexts.h"
 #include "NimbrelExportKit/Types/TypeTable.h"
 
 #include <algorithm>
@@ -22,12 +23,14 @@ std::string mimeTypeOf(const SQLiteRow& row)
 } // namespace
 
 AttachmentIndex::AttachmentIndex(const std::string& marks, const std::vector<SQLiteValue>& bindings,
-                                 const SQLiteDatabase& database)
+                                 const SQLiteDatabase& database, TextArena& arena)
 {
+    RepeatedTexts types(arena);
     const auto columns = database.columns("attachment");
     if (columns.empty()) return;
-    database.query(attachmentStatement(columns, marks), bindings, [this](const SQLiteRow& row) {
-        if (const auto message = row.int64(attachmentMessage)) entries_.push_back({*message, {mimeTypeOf(row)}});
+    database.query(attachmentStatement(columns, marks), bindings, [&](const SQLiteRow& row) {
+        if (const auto message = row.int64(attachmentMessage))
+            entries_.push_back({*message, types.of(mimeTypeOf(row))});
     });
     // Ordered by the statement, but for numbers that a damaged database keeps as text.
     const auto earlier = [](const Entry& a, const Entry& b) { return a.message < b.message; };
@@ -35,12 +38,18 @@ AttachmentIndex::AttachmentIndex(const std::string& marks, const std::vector<SQL
         std::stable_sort(entries_.begin(), entries_.end(), earlier);
 }
 
-std::vector<ExportedAttachment> AttachmentIndex::of(std::int64_t message)
+bool AttachmentIndex::has(std::int64_t message)
 {
     moveTo(message);
+    return place_ < entries_.size() && entries_[place_].message == message;
+}
+
+std::vector<ExportedAttachment> AttachmentIndex::of(std::int64_t message)
+{
     std::vector<ExportedAttachment> attachments;
+    if (!has(message)) return attachments;
     for (std::size_t at = place_; at < entries_.size() && entries_[at].message == message; ++at) {
-        attachments.push_back(entries_[at].attachment);
+        attachments.push_back({TextArena::share(entries_[at].mimeType)});
     }
     return attachments;
 }

@@ -17,15 +17,19 @@ class AttachmentIndex {
 public:
     /// Reads the attachments of all messages in the chats that `bindings` bind to the placeholders `marks`. Empty when
     /// the database has no table of attachments. Throws `SQLiteError`.
-    AttachmentIndex(const std::string& marks, const std::vector<SQLiteValue>& bindings, const SQLiteDatabase& database);
+    /// Keeps the types' names in `arena`.
+    AttachmentIndex(const std::string& marks, const std::vector<SQLiteValue>& bindings, const SQLiteDatabase& database,
+                    TextArena& arena);
 
-    /// In the order of the attachments' rows; empty when there are none.
+    bool has(std::int64_t message);
+
+    /// In the order of the attachments' rows. Their texts are borrowed from the arena.
     std::vector<ExportedAttachment> of(std::int64_t message);
 
 private:
     struct Entry {
         std::int64_t message;
-        ExportedAttachment attachment;
+        RecordText mimeType;
     };
 
     void moveTo(std::int64_t message);

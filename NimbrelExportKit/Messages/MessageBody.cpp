@@ -8,11 +8,11 @@ namespace {
 
 constexpr std::string_view objectReplacement = "\uFFFC";
 
-/// `text`, which is well-formed, without U+FFFC and without white space at both ends.
-std::string cleaned(std::string_view text)
+/// `text`, which is well-formed, without U+FFFC and without white space at both ends. It may lie in `room`.
+std::string_view cleaned(std::string_view text, std::string& room)
 {
     std::size_t found = text.find(objectReplacement);
-    if (found == std::string_view::npos) return std::string(text::trimmed(text));
+    if (found == std::string_view::npos) return text::trimmed(text);
     std::string kept;
     std::size_t copied = 0;
     for (; found != std::string_view::npos; found = text.find(objectReplacement, copied)) {
@@ -20,18 +20,19 @@ std::string cleaned(std::string_view text)
         copied = found + objectReplacement.size();
     }
     kept.append(text, copied);
-    return std::string(text::trimmed(kept));
+    room = std::move(kept);
+    return text::trimmed(room);
 }
 
 } // namespace
 
-std::string messageBody(std::optional<std::string_view> plain, std::optional<ByteView> attributedBody)
+std::string_view messageBody(std::optional<std::string_view> plain, std::optional<ByteView> attributedBody,
+                             std::string& room)
 {
-    std::string body;
-    if (plain) body = text::isWellFormed(*plain) ? cleaned(*plain) : cleaned(text::repaired(*plain));
+    const std::string_view body = plain ? cleaned(text::repaired(*plain, room), room) : std::string_view();
     if (!body.empty() || !attributedBody) return body;
     const auto decoded = AttributedBodyDecoder::decode(*attributedBody);
-    return decoded ? cleaned(*decoded) : body;
+    return decoded ? cleaned(*decoded, room) : body;
 }
 
 } // namespace vorn

@@ -5,6 +5,8 @@
 #include "NimbrelExportKit/Messages/AttachmentIndex.h"
 #include "NimbrelExportKit/Messages/MessageBody.h"
 #include "NimbrelExportKit/Messages/MessageStatements.h"
+#include "NimbrelExportKit/Messages/RepeatedTexts.h"
+#include "Platform/Base/Text.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,23 +28,24 @@ bool isSet(const SQLiteRow& row, MessageColumn column)
 /// The web links of one text after another, each link once in each text.
 class WebLinks {
 public:
-    std::vector<ExportedLink> in(std::string_view text)
+    /// Calls `onLink` with each URL. Most texts have none, and most others one.
+    template <class OnLink>
+    void in(std::string_view text, OnLink&& onLink)
     {
-        std::vector<ExportedLink> links;
-        if (!detector_ || text.empty()) return links;
+        if (!detector_ || text.empty()) return;
         found_.clear();
         detector_->find(text, found_);
-        for (std::string& url : found_) {
-            if (url.starts_with("http") && seen_.insert(url).second) links.push_back({std::move(url), std::nullopt});
-        }
         seen_.clear();
-        return links;
+        for (const std::string& url : found_) {
+            if (!url.starts_with("http")) continue;
+            if (found_.size() == 1 || seen_.insert(url).second) onLink(url);
+        }
     }
 
 private:
     std::unique_ptr<LinkDetector> detector_ = LinkDetector::make(); // without one no links are exported
     std::vector<std::string> found_;
-    std::set<std::string> seen_;
+    std::set<std::string_view> seen_;
 };
 
 /// Dates rows that the database left undated: at the latest time kept so far.
@@ -65,42 +68,60 @@ private:
 /// One pass over the message rows: keeps or tallies each.
 class Reading {
 public:
-    Reading(const std::vector<NimbrelChat>& chats, AttachmentIndex attachments) : attachments_(std::move(attachments))
+    Reading(const std::vector<NimbrelChat>& chats, const std::string& marks, const std::vector<SQLiteValue>& bindings,
+            const SQLiteDatabase& database)
+        : attachments_(marks, bindings, database, arena_)
     {
-        for (const NimbrelChat& chat : chats) chatGuids_.emplace(chat.rowID, SharedText(chat.guid));
+        for (const NimbrelChat& chat : chats) chatGuids_.emplace(chat.rowID, chat.guid);
     }
 
     void take(const SQLiteRow& row)
     {
         const auto rowID = row.int64(messageRowID);
-        auto guid = row.text(messageGuid);
+        const auto guid = row.rawText(messageGuid);
         if (!rowID || !guid) return;
         if (isSet(row, messageAssociatedType)) return skip("reaction");
         if (isSet(row, messageItemType)) return skip("system");
-        std::string body = messageBody(row.rawText(messageText), row.blobView(messageAttributedBody));
+        const auto body = messageBody(row.rawText(messageText), row.blobView(messageAttributedBody), bodyRoom_);
         const bool edited = isSet(row, messageDateEdited);
-        std::vector<ExportedAttachment> attachments = attachments_.of(*rowID);
         if (row.int64(messageDateRetracted).value_or(0) > 0 || (edited && body.empty())) return skip("unsent");
-        if (body.empty() && attachments.empty()) return skip("empty");
+        if (body.empty() && !attachments_.has(*rowID)) return skip("empty");
         const auto sentAt = timeline_.timeFor(row.int64(messageDate).value_or(0));
         if (!sentAt) return skip("undated");
         timeline_.keep(*sentAt);
 
-        ExportedMessage& message = output_.messages.emplace_back();
+        ExportedMessage& message = output_.messages.add();
         message.rowID = *rowID;
         message.sentAt = *sentAt;
-        message.guid = std::move(*guid);
-        message.chat = chatGuid(row.int64(messageChat).value_or(-1));
-        message.service = service(row.text(messageService));
-        message.replyToGuid = row.text(messageThreadOriginator);
-        message.links = links_.in(body);
-        message.text = std::move(body);
-        message.attachments = std::move(attachments);
+        message.guid = keep(*guid);
+        message.chat = repeated_.of(chatGuid(row.int64(messageChat).value_or(-1)));
+        message.text = arena_.keep(body);
+        if (const auto service = row.rawText(messageService))
+            message.service = repeated_.of(text::repaired(*service, room_));
+        if (const auto thread = row.rawText(messageThreadOriginator)) message.replyToGuid = keep(*thread);
         message.fromMe = isSet(row, messageIsFromMe);
         message.edited = edited;
+        webLinks_.in(
+            body, [this](std::string_view url) { links_.push_back({output_.messages.size() - 1, arena_.keep(url)}); });
     }
 
+    /// Call it once the statement has ended. Lists are filled in only now: while SQLite frees the rows that it sorted,
+    /// each small piece of memory costs a search through theirs.
     Output finish()
+    {
+        for (Link& link : links_) output_.messages[link.message].links.push_back({std::move(link.url), std::nullopt});
+        for (ExportedMessage& message : output_.messages) message.attachments = attachments_.of(message.rowID);
+        sort();
+        return std::move(output_);
+    }
+
+private:
+    struct Link {
+        std::size_t message; ///< its place in the output
+        RecordText url;
+    };
+
+    void sort()
     {
         const auto earlier = [](const ExportedMessage& a, const ExportedMessage& b) {
             return std::tie(a.sentAt, a.rowID) < std::tie(b.sentAt, b.rowID);
@@ -109,33 +130,27 @@ public:
         if (!std::is_sorted(output_.messages.begin(), output_.messages.end(), earlier)) {
             std::stable_sort(output_.messages.begin(), output_.messages.end(), earlier);
         }
-        return std::move(output_);
     }
 
-private:
     void skip(std::string_view reason) { output_.skipped.add(reason, 1); }
 
-    SharedText chatGuid(std::int64_t chat) const
+    RecordText keep(std::string_view text) { return arena_.keep(text::repaired(text, room_)); }
+
+    std::string_view chatGuid(std::int64_t chat) const
     {
-        static const SharedText unknown{std::string()};
         const auto found = chatGuids_.find(chat);
-        return found == chatGuids_.end() ? unknown : found->second;
+        return found == chatGuids_.end() ? std::string_view() : found->second;
     }
 
-    SharedText service(const std::optional<std::string>& name)
-    {
-        if (!name) return {};
-        const auto known = services_.find(*name);
-        if (known != services_.end()) return known->second;
-        return services_.emplace(*name, SharedText(*name)).first->second;
-    }
-
-    AttachmentIndex attachments_;
-    std::unordered_map<std::int64_t, SharedText> chatGuids_;
-    std::map<std::string, SharedText> services_;
-    WebLinks links_;
-    Timeline timeline_;
     Output output_;
+    TextArena& arena_ = output_.messages.arena();
+    RepeatedTexts repeated_{arena_};
+    std::string room_, bodyRoom_;
+    AttachmentIndex attachments_;
+    std::unordered_map<std::int64_t, std::string> chatGuids_;
+    WebLinks webLinks_;
+    std::vector<Link> links_;
+    Timeline timeline_;
 };
 
 } // namespace
@@ -148,7 +163,7 @@ Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& databas
     std::vector<SQLiteValue> bindings;
     for (const NimbrelChat& chat : chats) bindings.emplace_back(chat.rowID);
 
-    Reading reading(chats, AttachmentIndex(marks, bindings, database));
+    Reading reading(chats, marks, bindings, database);
     std::int64_t rows = 0;
     database.query(statement, bindings, [&](const SQLiteRow& row) {
         reading.take(row);

@@ -1,8 +1,7 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/SharedText.h"
+#include "NimbrelExportKit/Records/MessageList.h"
 #include "Platform/Base/Dates.h"
-#include "Platform/Base/Memory.h"
 
 #include <cstdint>
 #include <map>
@@ -22,35 +21,6 @@ struct NimbrelChat {
     std::optional<std::string> service; ///< nothing when the database has no such column or value
     bool operator==(const NimbrelChat&) const = default;
 };
-
-struct ExportedLink {
-    std::string url;                  ///< absolute
-    std::optional<std::string> title; ///< never filled from the database; written as null
-    bool operator==(const ExportedLink&) const = default;
-};
-
-struct ExportedAttachment {
-    std::string mimeType; ///< "application/octet-stream" when unknown
-    bool operator==(const ExportedAttachment&) const = default;
-};
-
-struct ExportedMessage {
-    std::int64_t rowID = 0;  ///< the message's in the database; orders messages, is not written
-    std::int64_t sentAt = 0; ///< whole seconds since 1970 (UTC), rounded down
-    std::string guid;
-    SharedText chat; ///< the guid of its chat; an empty text if unknown
-    std::string text;
-    SharedText service;                     ///< none when the database has no such column or value
-    std::optional<std::string> replyToGuid; ///< of the message that began the thread it replies in
-    std::vector<ExportedLink> links;
-    std::vector<ExportedAttachment> attachments;
-    bool fromMe = false; ///< sent by the user, not by the assistant
-    bool edited = false;
-    bool operator==(const ExportedMessage&) const = default;
-};
-
-/// Messages by the million.
-using MessageList = std::vector<ExportedMessage, memory::LargeBlockAllocator<ExportedMessage>>;
 
 /// How many rows an export left out, by reason.
 struct SkipTally {

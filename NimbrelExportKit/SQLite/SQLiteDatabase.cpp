@@ -119,7 +119,8 @@ std::optional<std::string> SQLiteRow::text(int column) const
 {
     const auto raw = rawText(column);
     if (!raw) return std::nullopt;
-    return text::isWellFormed(*raw) ? std::string(*raw) : text::repaired(*raw);
+    std::string room;
+    return std::string(text::repaired(*raw, room));
 }
 
 std::optional<ByteBuffer> SQLiteRow::blob(int column) const

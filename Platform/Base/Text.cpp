@@ -71,6 +71,13 @@ std::string repaired(std::string_view bytes)
     return result.append(bytes, copied);
 }
 
+std::string_view repaired(std::string_view bytes, std::string& room)
+{
+    if (isWellFormed(bytes)) return bytes;
+    room = repaired(bytes);
+    return room;
+}
+
 std::string_view trimmed(std::string_view text) noexcept
 {
     std::size_t begin = 0;

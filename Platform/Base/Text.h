@@ -15,6 +15,10 @@ bool isWellFormed(std::string_view bytes) noexcept;
 /// recommends.
 std::string repaired(std::string_view bytes);
 
+/// As `repaired`, but well-formed bytes, which nearly all are, come back as they stand; others are repaired in `room`,
+/// to which the result then points.
+std::string_view repaired(std::string_view bytes, std::string& room);
+
 /// `text` without the white space and newlines at both ends: general categories Zs, Zl and Zp, U+0009–000D, U+0085.
 /// Takes well-formed text; the result points into it.
 std::string_view trimmed(std::string_view text) noexcept;

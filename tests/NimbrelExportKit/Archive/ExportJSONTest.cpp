@@ -32,9 +32,9 @@ ExportedMessage fullMessage()
     message.rowID = 4711;
     message.sentAt = 1'772'356'500;
     message.guid = "B5F0E2C4-0000-4000-8000-0123456789AB";
-    message.chat = SharedText("iMessage;-;nimbrel@example.org");
+    message.chat = RecordText("iMessage;-;nimbrel@example.org");
     message.text = "See https://example.org/a/b?c=d\tand \"this\" \\o/\nÄrger \U0001F600 \u2028 \x7F \x01\x1F";
-    message.service = SharedText("iMessage");
+    message.service = RecordText("iMessage");
     message.replyToGuid = "A0000000-0000-4000-8000-0123456789AB";
     message.links = {{"https://example.org/a/b?c=d", {}}, {"http://example.com", "A title"}};
     message.attachments = {{"image/jpeg"}, {"application/octet-stream"}};
@@ -57,7 +57,7 @@ ExportManifest fullManifest()
     result.chats = {{1, "g1", "nimbrel@example.org", "iMessage"},
                     {2, "g2", "+15550100", {}},
                     {3, "g3", "nimbrel@example.org", "SMS"}};
-    result.messages.resize(2);
+    result.messages = MessageList(2);
     result.skipped.counts = {{"system", 2}, {"reaction", 31}, {"Zebra", 1}, {"a \"b\"/\n", 0}, {"é", 7}};
     return {result, {"1.2.3", "macOS 14.5"}, sys_days(2026y / March / 1) + 9h + 15min};
 }
@@ -90,7 +90,7 @@ TEST(ExportJSON, WritesNullForAMessageWithoutServiceAndALinkWithoutTitle)
 TEST(ExportJSON, TellsAnEmptyServiceFromNone)
 {
     ExportedMessage message;
-    message.service = SharedText("");
+    message.service = RecordText("");
     message.replyToGuid = "";
     const Json json = Json::parse(jsonOf(std::vector{message}));
     EXPECT_EQ(json[0]["service"], "");
@@ -167,9 +167,9 @@ private:
         message.rowID = number();
         message.sentAt = number();
         message.guid = text();
-        message.chat = below(3) == 0 ? SharedText() : SharedText(text());
+        message.chat = below(3) == 0 ? RecordText() : RecordText(text());
         message.text = text();
-        message.service = below(3) == 0 ? SharedText() : SharedText(text());
+        message.service = below(3) == 0 ? RecordText() : RecordText(text());
         if (below(2) == 0) message.replyToGuid = text();
         for (std::size_t i = below(4); i > 0; --i)
             message.links.push_back({text(), below(2) == 0 ? std::optional(text()) : std::nullopt});
@@ -182,21 +182,22 @@ private:
     std::mt19937 random_;
 };
 
-Json orNull(const std::optional<std::string>& text)
+template <class Text>
+Json orNull(const std::optional<Text>& text)
 {
-    return text ? Json(*text) : Json();
+    return text ? Json(std::string(*text)) : Json();
 }
 
 Json peerOf(std::span<const ExportedMessage> messages)
 {
     Json all = Json::array();
     for (const ExportedMessage& message : messages) {
-        Json one{{"guid", message.guid},
-                 {"chat", std::string(message.chat.view())},
+        Json one{{"guid", std::string(message.guid)},
+                 {"chat", std::string(message.chat)},
                  {"fromMe", message.fromMe},
                  {"sentAt", message.sentAt},
-                 {"text", message.text},
-                 {"service", message.service.hasValue() ? Json(std::string(message.service.view())) : Json()},
+                 {"text", std::string(message.text)},
+                 {"service", orNull(message.service)},
                  {"edited", message.edited},
                  {"replyToGuid", orNull(message.replyToGuid)},
                  {"links", Json::array()},

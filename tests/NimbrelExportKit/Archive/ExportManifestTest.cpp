@@ -52,7 +52,7 @@ TEST(ExportManifest, DescribesTheExport)
 {
     NimbrelExportResult result;
     result.chats = {{1, "g1", "b", {}}, {2, "g2", "a", {}}, {3, "g3", "b", {}}};
-    result.messages.resize(5);
+    result.messages = MessageList(5);
     result.skipped.add("empty", 4);
     const ExportManifest manifest(result, {"2.3.1", "macOS 14.5"}, someTime);
     EXPECT_EQ(manifest.exportedAt, "2026-03-01T09:15:00Z");

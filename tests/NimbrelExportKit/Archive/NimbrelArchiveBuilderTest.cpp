@@ -26,7 +26,7 @@ NimbrelExportResult sampleResult(std::size_t messageCount)
     for (std::size_t i = 0; i < messageCount; ++i) {
         ExportedMessage message;
         message.guid = "guid " + std::to_string(i);
-        message.chat = SharedText("chat");
+        message.chat = RecordText("chat");
         message.text = "see https://example.org/" + std::to_string(i);
         result.messages.push_back(message);
     }

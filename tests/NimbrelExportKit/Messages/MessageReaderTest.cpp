@@ -77,7 +77,7 @@ TEST_F(MessageReaderTest, ReadsEveryFieldOfAMessage)
     EXPECT_TRUE(message.fromMe);
     EXPECT_EQ(message.sentAt, noon);
     EXPECT_EQ(message.text, "See https://example.com/a");
-    EXPECT_EQ(message.service, SharedText("RCS"));
+    EXPECT_EQ(message.service, RecordText("RCS"));
     EXPECT_TRUE(message.edited);
     EXPECT_EQ(message.replyToGuid, "A-0");
     EXPECT_THAT(message.links, ElementsAre(ExportedLink{"https://example.com/a", std::nullopt}));
@@ -89,7 +89,7 @@ TEST_F(MessageReaderTest, LeavesAbsentValuesAbsent)
     fixture.message({.isFromMe = nullptr, .service = nullptr, .dateEdited = nullptr});
     const ExportedMessage message = only();
     EXPECT_FALSE(message.fromMe);
-    EXPECT_FALSE(message.service.hasValue());
+    EXPECT_FALSE(message.service);
     EXPECT_FALSE(message.edited);
     EXPECT_EQ(message.replyToGuid, std::nullopt);
 }
@@ -232,7 +232,7 @@ TEST_F(MessageReaderTest, OrdersSecondsAndNanosecondsByTime)
     fixture.message({.text = "old"s, .date = std::int64_t{600'000'000}});
     fixture.message({.text = "newest"s, .date = std::int64_t{800'000'000}});
     std::vector<std::string> texts;
-    for (const auto& message : read().messages) texts.push_back(message.text);
+    for (const auto& message : read().messages) texts.emplace_back(message.text.view());
     EXPECT_THAT(texts, ElementsAre("old", "new", "newest"));
 }
 
@@ -321,7 +321,7 @@ TEST_F(MessageReaderTest, ReadsNumbersAndTextOfOtherTypesAsSQLiteConvertsThem)
     EXPECT_EQ(message.text, "42");
     EXPECT_TRUE(message.fromMe);
     EXPECT_EQ(message.sentAt, noon);
-    EXPECT_EQ(message.service, SharedText("5"));
+    EXPECT_EQ(message.service, RecordText("5"));
 }
 
 TEST_F(MessageReaderTest, TellsHowManyRowsItHasRead)

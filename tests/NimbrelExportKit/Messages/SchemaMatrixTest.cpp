@@ -47,7 +47,7 @@ protected:
 std::vector<std::string> textsOf(const NimbrelExportResult& result)
 {
     std::vector<std::string> texts;
-    for (const auto& message : result.messages) texts.push_back(message.text);
+    for (const auto& message : result.messages) texts.emplace_back(message.text.view());
     return texts;
 }
 
@@ -75,7 +75,7 @@ TEST_F(SchemaMatrix, ReadsEachMissingColumnAsItsDefault)
     const auto without = [this](const char* column) { return exportOf({.without = {column}}); };
 
     EXPECT_EQ(textsOf(without("message.attributedBody")), (std::vector<std::string>{"plain", "edited", "reply"}));
-    EXPECT_FALSE(without("message.service").messages[0].service.hasValue());
+    EXPECT_FALSE(without("message.service").messages[0].service);
     EXPECT_EQ(textsOf(without("message.associated_message_type")),
               (std::vector<std::string>{"plain", "attributed", "reaction", "edited", "reply"}));
     EXPECT_EQ(textsOf(without("message.item_type")),

@@ -32,6 +32,16 @@ TEST(Text, RepairsEachMaximalIllFormedPart)
     }
 }
 
+TEST(Text, RepairsInTheGivenRoomOnlyWhatNeedsIt)
+{
+    std::string room = "untouched";
+    const std::string sound = "café";
+    EXPECT_EQ(text::repaired(sound, room).data(), sound.data());
+    EXPECT_EQ(room, "untouched");
+    EXPECT_EQ(text::repaired("a\xFF", room), "a\uFFFD");
+    EXPECT_EQ(room, "a\uFFFD");
+}
+
 TEST(Text, IsWellFormedAtEveryOffsetOfAWord)
 {
     for (std::size_t ascii = 0; ascii < 20; ++ascii) {

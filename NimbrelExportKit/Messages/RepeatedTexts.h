@@ -1,0 +1,30 @@
+#pragma once
+
+#include "NimbrelExportKit/Records/RecordText.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace vorn {
+
+/// Texts that many records repeat, each kept once in an arena.
+class RepeatedTexts {
+public:
+    explicit RepeatedTexts(TextArena& arena) : arena_(arena) {}
+
+    RecordText of(std::string_view text)
+    {
+        if (last_ == texts_.end() || last_->first != text) last_ = texts_.find(text);
+        if (last_ == texts_.end()) last_ = texts_.emplace(text, arena_.keep(text)).first;
+        return TextArena::share(last_->second);
+    }
+
+private:
+    TextArena& arena_;
+    std::map<std::string, RecordText, std::less<>> texts_;
+    decltype(texts_)::iterator last_ = texts_.end(); ///< nearly always the next one too
+};
+
+} // namespace vorn
