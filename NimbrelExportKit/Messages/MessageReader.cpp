@@ -161,6 +161,7 @@ Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& databas
     const std::string marks = placeholders(chats.size());
     const std::string statement = messageStatement(database.columns("message"), marks);
     std::vector<SQLiteValue> bindings;
+    bindings.reserve(chats.size());
     for (const NimbrelChat& chat : chats) bindings.emplace_back(chat.rowID);
 
     Reading reading(chats, marks, bindings, database);

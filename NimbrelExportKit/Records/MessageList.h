@@ -36,10 +36,10 @@ public:
 
     /// Adds a message, to be filled in.
     ExportedMessage& add() { return messages_.emplace_back(); }
-    void push_back(ExportedMessage message)
+    void push_back(ExportedMessage message) // NOLINT(readability-identifier-naming)
     {
         messages_.push_back(std::move(message));
-    } // NOLINT(readability-identifier-naming)
+    }
     void reserve(std::size_t count) { messages_.reserve(count); }
 
     /// Where the texts of this list's messages are kept.

@@ -18,8 +18,8 @@ using ByteView = std::span<const std::byte>;
 template <class T>
 struct UninitializedAllocator : memory::LargeBlockAllocator<T> {
     template <class U>
-    struct rebind {
-        using other = UninitializedAllocator<U>; // NOLINT(readability-identifier-naming): the standard's name
+    struct rebind { // NOLINT(readability-identifier-naming): the standard's name
+        using other = UninitializedAllocator<U>;
     };
 
     using memory::LargeBlockAllocator<T>::LargeBlockAllocator;

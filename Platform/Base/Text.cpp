@@ -42,7 +42,7 @@ UChar32 next(std::string_view bytes, std::size_t& at) noexcept
 {
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());
     UChar32 scalar = 0;
-    U8_NEXT(data, at, bytes.size(), scalar);
+    U8_NEXT(data, at, bytes.size(), scalar); // NOLINT(bugprone-inc-dec-in-conditions): ICU's macro
     return scalar;
 }
 

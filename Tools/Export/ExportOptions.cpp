@@ -81,7 +81,7 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     }
     options.database = database.empty() ? FullDiskAccess::messagesDatabaseURL() : fs::path(database);
     options.output = output;
-    options.exportedAt = time.empty() ? now : *parseInternetDateTime(time);
+    options.exportedAt = parseInternetDateTime(time).value_or(now); // checked, or not given
     if (output.empty() || touchesDatabase(options.output, options.database)) {
         return ExportOptionsEnd{"--output must be a file of its own, not the database\n", true};
     }

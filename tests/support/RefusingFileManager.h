@@ -35,7 +35,8 @@ public:
         ++created;
         FileManager::createPrivateDirectory(directory);
     }
-    void copyFile(const std::filesystem::path& from, const std::filesystem::path& to, const CopyProgress& progress) override
+    void copyFile(const std::filesystem::path& from, const std::filesystem::path& to,
+                  const CopyProgress& progress) override
     {
         run(beforeCopy, from);
         ++copies;

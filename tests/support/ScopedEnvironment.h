@@ -17,8 +17,10 @@ public:
     }
     ~ScopedEnvironment()
     {
-        if (old_) setenv(name_.c_str(), old_->c_str(), 1);
-        else unsetenv(name_.c_str());
+        if (old_)
+            setenv(name_.c_str(), old_->c_str(), 1);
+        else
+            unsetenv(name_.c_str());
     }
     ScopedEnvironment(ScopedEnvironment&&) = delete;
 

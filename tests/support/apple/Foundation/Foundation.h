@@ -66,7 +66,9 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSRegularExpression : NSObject
-- (NSArray<NSTextCheckingResult*>*)matchesInString:(NSString*)string options:(NSMatchingOptions)options range:(NSRange)range;
+- (NSArray<NSTextCheckingResult*>*)matchesInString:(NSString*)string
+                                           options:(NSMatchingOptions)options
+                                             range:(NSRange)range;
 @end
 
 @interface NSDataDetector : NSRegularExpression
