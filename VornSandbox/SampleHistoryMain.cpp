@@ -1,11 +1,11 @@
 #include "Platform/Base/Dates.h"
+#include "Tools/Support/InterruptWatch.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -18,16 +18,6 @@ using namespace vorn;
 
 constexpr int failure = 1;
 constexpr int wrongCommandLine = 2;
-constexpr int interrupted = 128; // and the signal's number, as shells have it
-
-CancelFlag stop;
-volatile std::sig_atomic_t stoppedBy = 0;
-
-void stopSoon(int signal)
-{
-    stoppedBy = signal;
-    stop.cancel();
-}
 
 struct CommandLine {
     std::filesystem::path output;
@@ -127,26 +117,25 @@ void printText(const SampleHistorySummary& summary, const std::filesystem::path&
     for (const std::string& handle : summary.handles) fmt::print("  --handle {}\n", handle);
 }
 
-int run(int argc, char** argv)
+void run(CommandLine& line, const InterruptWatch& interrupts)
 {
-    CommandLine line;
-    if (const auto code = parse(argc, argv, line)) return *code;
-    line.options.cancel = &stop;
+    line.options.cancel = &interrupts.cancelFlag();
     const auto summary = writeSampleHistory(line.output, line.options);
     line.json ? printJSON(summary) : printText(summary, line.output);
-    return 0;
 }
 
 } // namespace
 
 int main(int argc, char** argv)
 {
-    std::signal(SIGINT, stopSoon);
-    std::signal(SIGTERM, stopSoon);
+    CommandLine line;
+    if (const auto code = parse(argc, argv, line)) return *code;
+    const InterruptWatch interrupts;
     try {
-        return run(argc, argv);
+        run(line, interrupts);
+        return 0;
     } catch (const Cancelled&) {
-        return interrupted + stoppedBy;
+        return interrupts.exitStatus();
     } catch (const std::invalid_argument& error) {
         fmt::print(stderr, "vorn-sample-history: {}\n", error.what());
         return wrongCommandLine;

@@ -1,17 +1,11 @@
 #include "tests/VornSandbox/SampleHistory/WrittenHistory.h"
+#include "tests/support/Program.h"
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
 #include <csignal>
-#include <fstream>
 #include <thread>
-
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-
-extern char** environ; // NOLINT(readability-redundant-declaration): not every system's headers have it
 
 namespace vorn::testing {
 namespace {
@@ -20,47 +14,18 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// The program, started with `arguments`; what it prints goes to files.
-class Program {
+/// The program, started with `arguments`.
+class Sampler : public Program {
 public:
-    explicit Program(std::vector<std::string> arguments)
-    {
-        arguments.insert(arguments.begin(), SAMPLE_HISTORY_PROGRAM);
-        std::vector<char*> pointers;
-        pointers.reserve(arguments.size() + 1);
-        for (std::string& argument : arguments) pointers.push_back(argument.data());
-        pointers.push_back(nullptr);
-        posix_spawn_file_actions_t actions{};
-        posix_spawn_file_actions_init(&actions);
-        constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC;
-        posix_spawn_file_actions_addopen(&actions, 1, (prints_ / "out").c_str(), flags, 0600);
-        posix_spawn_file_actions_addopen(&actions, 2, (prints_ / "err").c_str(), flags, 0600);
-        EXPECT_EQ(posix_spawn(&process_, SAMPLE_HISTORY_PROGRAM, &actions, nullptr, pointers.data(), environ), 0);
-        posix_spawn_file_actions_destroy(&actions);
-    }
-
-    void signal(int number) const { kill(process_, number); }
-
-    /// Waits for its end and gives its exit code; -1 when a signal ended it.
-    int exitCode() const
-    {
-        int status = 0;
-        waitpid(process_, &status, 0);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-    std::string output() const { return readFile(prints_ / "out"); }
-    std::string errors() const { return readFile(prints_ / "err"); }
-
-private:
-    TemporaryFolder prints_;
-    pid_t process_ = -1;
+    explicit Sampler(std::vector<std::string> arguments)
+        : Program(SAMPLE_HISTORY_PROGRAM, std::move(arguments))
+    {}
 };
 
 TEST(SampleHistoryProgram, WritesAHistoryAndSaysWhatIsInIt)
 {
     const TemporaryFolder folder;
-    const Program program(
+    Sampler program(
         {"--output", folder / "chat.db", "--messages", "300", "--in-log", "20", "--handle", "+15550102030"});
     EXPECT_EQ(program.exitCode(), 0) << program.errors();
     EXPECT_THAT(folder.names(), ElementsAre("chat.db", "chat.db-wal"));
@@ -71,7 +36,7 @@ TEST(SampleHistoryProgram, WritesAHistoryAndSaysWhatIsInIt)
 TEST(SampleHistoryProgram, JSONHoldsTheWholeSummary)
 {
     const TemporaryFolder folder;
-    const Program program({"--output", folder / "a.db", "--messages", "400", "--seed", "5", "--only-assistant",
+    Sampler program({"--output", folder / "a.db", "--messages", "400", "--seed", "5", "--only-assistant",
                            "--json", "--until", "2025-06-01T00:00:00Z"});
     ASSERT_EQ(program.exitCode(), 0) << program.errors();
     const auto summary = writeSampleHistory(
@@ -103,7 +68,7 @@ TEST(SampleHistoryProgram, RefusesWrongCommandLines)
     };
     for (const auto& arguments : wrong) {
         SCOPED_TRACE(::testing::PrintToString(arguments));
-        const Program program(arguments);
+        Sampler program(arguments);
         EXPECT_EQ(program.exitCode(), 2);
         EXPECT_NE(program.errors(), "");
     }
@@ -114,21 +79,21 @@ TEST(SampleHistoryProgram, KeepsAFileThatIsThereUnlessForced)
 {
     const TemporaryFolder folder;
     writeFile(folder / "chat.db", "mine");
-    const Program refused({"--output", folder / "chat.db", "--messages", "10"});
+    Sampler refused({"--output", folder / "chat.db", "--messages", "10"});
     EXPECT_EQ(refused.exitCode(), 1);
     EXPECT_THAT(refused.errors(), HasSubstr("will not replace"));
     EXPECT_EQ(readFile(folder / "chat.db"), "mine");
-    const Program forced({"--output", folder / "chat.db", "--messages", "10", "--force"});
+    Sampler forced({"--output", folder / "chat.db", "--messages", "10", "--force"});
     EXPECT_EQ(forced.exitCode(), 0);
     EXPECT_TRUE(readFile(folder / "chat.db").starts_with("SQLite format 3"));
 }
 
 TEST(SampleHistoryProgram, SaysWhatItCanDo)
 {
-    const Program help({"--help"});
+    Sampler help({"--help"});
     EXPECT_EQ(help.exitCode(), 0);
     EXPECT_THAT(help.output(), HasSubstr("--only-assistant"));
-    const Program version({"--version"});
+    Sampler version({"--version"});
     EXPECT_EQ(version.exitCode(), 0);
     EXPECT_THAT(version.output(), HasSubstr("vorn-sample-history "));
 }
@@ -138,7 +103,7 @@ TEST(SampleHistoryProgram, LeavesNothingWhenASignalStopsIt)
     for (const int signal : {SIGINT, SIGTERM}) {
         SCOPED_TRACE(signal);
         const TemporaryFolder folder;
-        const Program program({"--output", folder / "chat.db", "--messages", "2000000"});
+        Sampler program({"--output", folder / "chat.db", "--messages", "2000000"});
         while (folder.names().empty()) std::this_thread::yield(); // until it has begun
         program.signal(signal);
         EXPECT_EQ(program.exitCode(), 128 + signal);
