@@ -8,7 +8,7 @@
 namespace vorn::memory {
 
 /// Memory for `size` bytes, for which the system is asked to use its large pages when the block is large: touching a
-/// gigabyte for the first time in small ones costs a quarter of a second. Throws `std::bad_alloc`.
+/// gigabyte for the first time in small ones costs a quarter of a second more. Throws `std::bad_alloc`.
 void* allocate(std::size_t size);
 
 /// Frees what `allocate` gave.
