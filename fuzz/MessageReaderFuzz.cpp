@@ -25,9 +25,9 @@ void requireWellFormed(const ExportedMessage& message)
 {
     require(text::isWellFormed(message.text), "texts are well-formed");
     require(text::isWellFormed(message.guid), "guids are well-formed");
-    require(text::isWellFormed(message.service.view()), "services are well-formed");
+    require(!message.service || text::isWellFormed(*message.service), "services are well-formed");
     require(!message.text.empty() || !message.attachments.empty(), "no message is empty");
-    require(text::trimmed(message.text).size() == message.text.size(), "texts are trimmed");
+    require(text::trimmed(message.text) == message.text.view(), "texts are trimmed");
 }
 
 /// The export's reading of a damaged database: an error or sound records.
