@@ -1,3 +1,4 @@
+#include "NimbrelExportKit/Links/CandidateScan.h"
 #include "NimbrelExportKit/Links/HostName.h"
 #include "NimbrelExportKit/Links/LinkSpan.h"
 #include "NimbrelExportKit/Links/NameRules.h"
@@ -85,6 +86,21 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
                         .host = host,
                         .hasPath = end > host.end && contains("/?#", text[portEnd(text, host.end)])};
     if (!isAddress(name) || isLocalPart(text, host.end)) return none;
+    return {.begin = begin, .end = end, .resumeAt = end};
+}
+
+LinkSpan localLink(std::string_view text, std::size_t colon, std::size_t floor)
+{
+    const LinkSpan none{.resumeAt = colon + 1};
+    const std::size_t begin = labelStart(text, colon, floor);
+    if (colon - begin != localHost.size() || !mayBeginAt(text, begin)) return none;
+    std::size_t end = portEnd(text, colon);
+    if (end == std::string_view::npos) return none;
+    if (beginsTail(text, end)) {
+        end = tailEnd(text, end, begin > 0 ? text[begin - 1] : '\0');
+    } else if (end < text.size() && (text[end] == '@' || isAlphanumeric(static_cast<unsigned char>(text[end])))) {
+        return none;
+    }
     return {.begin = begin, .end = end, .resumeAt = end};
 }
 

@@ -15,6 +15,7 @@ namespace {
 using Block = std::uint8_t __attribute__((vector_size(16)));
 using Halves = std::array<std::uint64_t, 2>;
 
+constexpr auto npos = std::string_view::npos;
 constexpr std::size_t blockSize = sizeof(Block);
 constexpr std::size_t halfSize = blockSize / 2;
 
@@ -25,13 +26,15 @@ Block load(const char* from) noexcept
     return block;
 }
 
-/// Nonzero bytes where a '.' stands before '0' or anything above it, or a ':' before a '/'. That is nearly what is
-/// looked for, and passes over the full stops of sentences without a branch for each.
+/// Nonzero bytes where a '.' stands before '0' or anything above it, a ':' before a '/', or the last letter of
+/// `localHost` before a ':'. That is nearly what is looked for, and passes over the full stops of sentences and the
+/// times of day without a branch for each.
 Halves possibleCandidates(const char* at) noexcept
 {
     const Block here = load(at);
     const Block next = load(at + 1);
-    const auto found = ((here == '.') & (next >= '0')) | ((here == ':') & (next == '/'));
+    const auto found = ((here == '.') & (next >= '0')) | ((here == ':') & (next == '/')) |
+                       (((here | 0x20) == localHost.back()) & (next == ':'));
     return std::bit_cast<Halves>(found);
 }
 
@@ -52,11 +55,28 @@ bool canStandBesideDot(char c) noexcept
     return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
 }
 
-bool isCandidate(std::string_view text, std::size_t at) noexcept
+bool endsWithLocalHost(std::string_view text) noexcept
 {
-    if (at == 0 || at + 1 >= text.size()) return false;
-    if (text[at] == '.') return canStandBesideDot(text[at + 1]) && canStandBesideDot(text[at - 1]);
-    return text.substr(at).starts_with("://") && isAlphanumeric(static_cast<unsigned char>(text[at - 1]));
+    return text.size() >= localHost.size() &&
+           std::ranges::equal(text.substr(text.size() - localHost.size()), localHost, {},
+                              [](char c) { return static_cast<char>(c | 0x20); });
+}
+
+/// The candidate that the byte at `at` announces; npos when there is none.
+std::size_t candidateAt(std::string_view text, std::size_t at) noexcept
+{
+    if (at == 0 || at + 1 >= text.size()) return npos;
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    switch (text[at]) {
+    case '.': return canStandBesideDot(text[at + 1]) && canStandBesideDot(text[at - 1]) ? at : npos;
+    case ':': return text.substr(at).starts_with("://") && isAlphanumeric(byte(at - 1)) ? at : npos;
+    case 't':
+    case 'T': {
+        const bool portFollows = at + 2 < text.size() && text[at + 1] == ':' && isDigit(byte(at + 2));
+        return portFollows && endsWithLocalHost(text.substr(0, at + 1)) ? at + 1 : npos;
+    }
+    default: return npos;
+    }
 }
 
 } // namespace
@@ -72,16 +92,17 @@ std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept
             for (std::uint64_t found = halves[half]; found != 0;) {
                 const std::size_t byte = firstByte(found);
                 const std::size_t position = start + half * halfSize + byte;
-                if (position >= at && isCandidate(text, position)) return position;
+                const std::size_t candidate = position < at ? npos : candidateAt(text, position);
+                if (candidate != npos) return candidate;
                 found = withoutByte(found, byte);
             }
         }
         at = start + blockSize;
     }
     for (; at < text.size(); ++at) {
-        if ((text[at] == '.' || text[at] == ':') && isCandidate(text, at)) return at;
+        if (const std::size_t candidate = candidateAt(text, at); candidate != npos) return candidate;
     }
-    return std::string_view::npos;
+    return npos;
 }
 
 } // namespace vorn::links

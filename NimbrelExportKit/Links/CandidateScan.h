@@ -5,9 +5,12 @@
 
 namespace vorn::links {
 
+/// The one machine that people name without a dot or a scheme, with a port: "localhost:8080".
+constexpr std::string_view localHost = "localhost";
+
 /// The position at or after `from` of the next byte that may belong to a link: a '.' with letters or digits of any
-/// script on both sides, or the ':' of "://" after a letter or digit; npos when there is none. Nearly all text of a
-/// chat is read here and nowhere else. Threads: any.
+/// script on both sides, the ':' of "://" after a letter or digit, or the ':' before a digit after `localHost`; npos
+/// when there is none. Nearly all text of a chat is read here and nowhere else. Threads: any.
 std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept;
 
 } // namespace vorn::links

@@ -74,8 +74,19 @@ std::size_t topLevelBeforeOtherText(const Label& label)
     return size < label.text.size() ? size : 0;
 }
 
+/// Whether the words after "example.com." are the next sentence, whose space is missing: "example.com.Then we met".
+/// Elsewhere names of program text look the same: "java.io.File". Two letters may be a country's.
+bool beginsSentence(std::string_view topLevel, std::string_view label, std::string_view after)
+{
+    if (topLevel != "com" && topLevel != "org") return false;
+    const auto isLower = [](char c) { return c >= 'a' && c <= 'z'; };
+    if (label[0] < 'A' || label[0] > 'Z' || !std::ranges::all_of(label.substr(1), isLower)) return false;
+    return after.starts_with('\'') || (after.starts_with(' ') && (label.size() != 2 || !isTopLevelDomain(label)));
+}
+
 bool isOctet(std::string_view digits)
 {
+    if (digits.starts_with('0')) return digits.size() == 1;
     int value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
     return digits.size() <= 3 && error == std::errc() && end == digits.data() + digits.size() && value <= 255;
@@ -153,6 +164,10 @@ Host readHost(std::string_view text, std::size_t at)
         }
         const bool goesOn =
             end + 1 < text.size() && text[end] == '.' && !readLabel(text.substr(0, end + 5), end + 1).text.empty();
+        if (!goesOn && name.labels() > 1 && beginsSentence(name.last().text, label.text, text.substr(end))) {
+            end = at - 1;
+            break;
+        }
         if (!goesOn && name.labels() > 0) {
             // A hyphen after the whole name is a dash of the sentence.
             const std::size_t size = label.text.find_last_not_of('-');
@@ -185,8 +200,8 @@ std::size_t labelStart(std::string_view text, std::size_t end, std::size_t floor
         if (scalar.value < 0x80) {
             const bool neutral = isDigit(scalar.value) || scalar.value == U'-' || scalar.value == U'_';
             if (!neutral && !isLetter(scalar.value)) break;
-            if (!neutral && kind != Script::latin && kind != Script::joiner) break;
-            kind = kind == Script::joiner ? Script::latin : kind;
+            if (!neutral && kind != Script::latin && kind != Script::joiner && kind != Script::symbol) break;
+            kind = kind == Script::joiner || !neutral ? Script::latin : kind;
         } else {
             const Script script = scriptOf(scalar.value);
             if (script == Script::none || script == Script::dash) break;

@@ -27,7 +27,8 @@ struct Host {
 /// underscore in the last two labels; numbers at the end that make no IPv4 address.
 Host readHost(std::string_view text, std::size_t at);
 
-/// Where the label that ends at `end` begins: it is of one script, and not before `floor`.
+/// Where the label that ends at `end` begins: it is of one script, though ASCII letters may precede the emoji that it
+/// ends with, and not before `floor`.
 std::size_t labelStart(std::string_view text, std::size_t end, std::size_t floor) noexcept;
 
 } // namespace vorn::links

@@ -23,4 +23,7 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
 /// unless the words around it say otherwise: e-mail addresses, file names, version numbers, names in program text.
 LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor);
 
+/// The link that begins with the name of the local machine, whose port's ':' is at `colon`.
+LinkSpan localLink(std::string_view text, std::size_t colon, std::size_t floor);
+
 } // namespace vorn::links

@@ -38,6 +38,10 @@ constexpr std::array<std::string_view, 15> sentenceWords = {"am", "as", "at", "b
                                                             "it", "me", "my", "no", "so", "to", "us"};
 static_assert(std::ranges::is_sorted(sentenceWords));
 
+/// Endings of the names with emoji in them that are no words themselves: "great 😀.so what".
+constexpr std::array<std::string_view, 6> emojiEndings = {"com", "fm", "net", "org", "tk", "ws"};
+static_assert(std::ranges::is_sorted(emojiEndings));
+
 std::string_view firstLabel(std::string_view name)
 {
     return name.substr(0, name.find('.'));
@@ -75,9 +79,17 @@ bool isCall(const BareName& name, std::string_view topLevel)
            topLevel != "net";
 }
 
-bool isSymbolic(std::string_view label)
+/// Whether the text before the first dot is, or ends with, an emoji: more often the end of a sentence than a name.
+bool isEmoji(std::string_view label)
 {
-    return scriptOf(scalarAt(label, 0).value) == Script::symbol;
+    std::size_t end = label.size();
+    while (end > 0) {
+        const Scalar scalar = scalarBefore(label, end);
+        const Script script = scriptOf(scalar.value);
+        if (script != Script::joiner) return script == Script::symbol;
+        end -= scalar.size;
+    }
+    return false;
 }
 
 bool isVersion(const BareName& name)
@@ -100,8 +112,8 @@ bool isAddress(const BareName& name)
     const std::string topLevel = lowerASCII(name.host.topLevel);
     if (first == "com" && name.host.labels > 2) return false; // an identifier: names read the other way round
     if ((topLevel == "am" || topLevel == "pm") && isNumber(labelBeforeLast(name.text))) return false;
-    return !isFileName(name, topLevel) && !isSentenceJoint(name, topLevel) && !isCall(name, topLevel) &&
-           !isSymbolic(name.text);
+    if (isEmoji(firstLabel(name.text)) && !isOneOf(topLevel, emojiEndings)) return false;
+    return !isFileName(name, topLevel) && !isSentenceJoint(name, topLevel) && !isCall(name, topLevel);
 }
 
 } // namespace vorn::links

@@ -71,6 +71,7 @@ constexpr auto ranges = std::to_array<Range>({
     {0xFE00, Script::joiner},                              // variation selectors
     {0xFE10, Script::none},                                // vertical forms, small forms
     {0xFE70, Script::rightToLeft}, {0xFEFF, Script::none}, // byte order mark
+    {0xFF06, Script::symbol},      {0xFF07, Script::none}, // full-width ampersand: joins words
     {0xFF10, Script::unspaced},                            // full-width digits
     {0xFF1A, Script::none},        {0xFF21, Script::unspaced},
     {0xFF3B, Script::none},        {0xFF41, Script::unspaced},

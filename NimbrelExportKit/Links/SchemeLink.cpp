@@ -37,6 +37,12 @@ std::size_t schemeStart(std::string_view text, std::size_t colon, std::size_t fl
     return colon;
 }
 
+bool beginsWithScheme(std::string_view text)
+{
+    const std::size_t colon = text.substr(0, 8).find(separator);
+    return colon != std::string_view::npos && schemeStart(text, colon, 0) == 0;
+}
+
 /// A mention, a tag or a price is no address, unless the sign ends a word: "name@http://…".
 bool isRefusedBySign(std::string_view text, std::size_t begin)
 {
@@ -47,15 +53,22 @@ bool isRefusedBySign(std::string_view text, std::size_t begin)
     return begin < 2 || !isWordCharacter(text[begin - 2]);
 }
 
-/// Where the host begins: behind a user name and password, if there are any. Those that hold more than letters, digits
-/// and a few marks need the colon between name and password, and nothing before it that is a host itself: quotation
-/// marks and commas may also part an address from the e-mail address behind it.
+/// Where the host begins: behind a user name and password, if there are any. Those that hold more than ASCII letters,
+/// digits and a few marks need the colon between name and password, and nothing before it that is a host itself:
+/// quotation marks and commas may also part an address from the e-mail address behind it.
 std::size_t hostStart(std::string_view text, std::size_t at)
 {
     bool colon = false;
     bool anyMarks = false;
     for (std::size_t next = at; next < text.size(); ++next) {
         const char c = text[next];
+        if (!isASCII(c)) {
+            const Scalar scalar = scalarAt(text, next);
+            if (scriptOf(scalar.value) != Script::latin) break;
+            anyMarks = true;
+            next += scalar.size - 1;
+            continue;
+        }
         if (c == '@') {
             const bool isUser = next > at && (!anyMarks || (colon && readHost(text, at).kind != Host::Kind::known));
             return isUser ? next + 1 : at;
@@ -105,6 +118,7 @@ bool isAccepted(std::string_view text, const Host& host)
     if (rest.empty()) return true;
     if (isOneOf(rest[0], "@%\\")) return false;
     if (host.kind != Host::Kind::singleName || rest.size() == 1) return true;
+    if (rest.starts_with("…") || rest.starts_with(".…")) return false; // the beginning of one that was cut short
     const bool wordFollows = isWordCharacter(rest[1]);
     if (rest[0] == ':') return skipPort(text, host.end) > host.end || (!wordFollows && rest[1] != '/');
     if (rest[0] == '[') return rest[1] != '.';
@@ -133,7 +147,7 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
     const std::size_t begin = schemeStart(text, colon, floor);
     const char before = begin > 0 ? text[begin - 1] : '\0';
     if (begin == colon) { // of another scheme
-        return {.resumeAt = afterWord(text, authority, before)};
+        return {.resumeAt = beginsWithScheme(text.substr(authority)) ? authority : afterWord(text, authority, before)};
     }
     const Host host = readHost(text, hostStart(text, authority));
     if (isRefusedBySign(text, begin) || !isAccepted(text, host)) {

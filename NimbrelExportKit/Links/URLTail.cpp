@@ -108,6 +108,7 @@ private:
     bool isSurplus(char bracket) const
     {
         if (!brackets_.anyClosed() || before_ == openingOf(bracket) || end_ + 1 == text_.size()) return false;
+        if (text_[end_ - 1] == '.') return false; // "(see example.com/a_(b).)" has ended
         const char next = text_[end_ + 1];
         return isAlphanumeric(static_cast<unsigned char>(next)) || std::string_view("+-_=&/").find(next) != npos;
     }
@@ -117,13 +118,38 @@ private:
         const Scalar scalar = scalarAt(text_, end_);
         const bool afterWord = isAlphanumeric(static_cast<unsigned char>(text_[end_ - 1]));
         switch (scriptOf(scalar.value)) {
-        case Script::none: return 0;
+        case Script::none: return scalar.value > 0x3000 && isBeforeFileEnding(scalar) ? scalar.size : bracketedTitle();
         case Script::unspaced:
             if (end_ == begin_ + 1 && text_[begin_] == '/' && isSentence(text_, end_)) return 0;
             [[fallthrough]];
         case Script::rightToLeft: return afterWord ? 0 : scalar.size;
         default: return scalar.size;
         }
+    }
+
+    /// A file's name may end with a mark: "/何？.png".
+    bool isBeforeFileEnding(const Scalar& mark) const
+    {
+        const std::size_t dot = end_ + mark.size;
+        return dot + 1 < text_.size() && text_[dot] == '.' && isLetter(static_cast<unsigned char>(text_[dot + 1]));
+    }
+
+    /// A title in the brackets or quotation marks of its script, at the beginning of a later part of the path:
+    /// encyclopedias name their articles so. Right behind the host they are the sentence's.
+    std::size_t bracketedTitle() const
+    {
+        constexpr std::u32string_view opening = U"《〈「『【“";
+        constexpr std::u32string_view closing = U"》〉」』】”";
+        const Scalar bracket = scalarAt(text_, end_);
+        const std::size_t kind = opening.find(bracket.value);
+        if (kind == npos || end_ == begin_ + 1 || text_[end_ - 1] != '/') return 0;
+        for (std::size_t at = end_ + bracket.size; at < text_.size();) {
+            const Scalar scalar = scalarAt(text_, at);
+            at += scalar.size;
+            if (scalar.value == closing[kind]) return at - end_;
+            if (scriptOf(scalar.value) != Script::unspaced) return 0;
+        }
+        return 0;
     }
 
     /// A word in quotation marks inside the tail, or the seconds of a geographic position. Quotation marks after a

@@ -13,7 +13,9 @@ public:
     void find(std::string_view text, std::vector<std::string>& urls) const override
     {
         @autoreleasepool { // one a message: a history has hundreds of thousands
-            NSString* string = [[NSString alloc] initWithBytes:text.data() length:text.size() encoding:NSUTF8StringEncoding];
+            NSString* string = [[NSString alloc] initWithBytes:text.data()
+                                                        length:text.size()
+                                                      encoding:NSUTF8StringEncoding];
             if (string == nil) return;
             const NSRange whole = NSMakeRange(0, string.length);
             for (NSTextCheckingResult* match in [detector_ matchesInString:string options:0 range:whole]) {

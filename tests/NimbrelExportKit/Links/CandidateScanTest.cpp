@@ -22,6 +22,21 @@ TEST(CandidateScan, StopsAtTheColonBehindAScheme)
     EXPECT_EQ(nextCandidate("a://", 0), 1U);
 }
 
+TEST(CandidateScan, StopsAtThePortOfTheLocalMachine)
+{
+    EXPECT_EQ(nextCandidate("localhost:80", 0), 9U);
+    EXPECT_EQ(nextCandidate("see LocalHost:8080 there", 0), 13U);
+    EXPECT_EQ(nextCandidate("https://localhost:1", 9), 17U);
+    for (const std::string_view text :
+         {"localhost:", "localhost:a", "localhost 80", "host:80", "at:80", "ocalhost:80", "localhost", ":80", "t:80"}) {
+        SCOPED_TRACE(text);
+        EXPECT_EQ(nextCandidate(text, 0), none);
+    }
+    for (std::size_t place = 0; place < 40; ++place) {
+        ASSERT_EQ(nextCandidate(std::string(place, ' ') + "localhost:80", 0), place + 9);
+    }
+}
+
 TEST(CandidateScan, PassesOverPunctuation)
 {
     for (const std::string_view text : {"", ".", ":", "a.", ".a", "Yes. No.", "wait...", "a.)", "(.a", "9:30",

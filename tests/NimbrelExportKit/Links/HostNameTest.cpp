@@ -49,6 +49,7 @@ TEST(HostName, ReadsAddresses)
     expectHosts({
         {"127.0.0.1:8080", Kind::address, "127.0.0.1"},
         {"255.255.255.255", Kind::address, "255.255.255.255"},
+        {"0.0.0.0", Kind::address, "0.0.0.0"},
         {"[::1]:8080", Kind::address, "[::1]"},
         {"[2001:db8::7]/", Kind::address, "[2001:db8::7]"},
         {"[::ffff:10.0.0.1]", Kind::address, "[::ffff:10.0.0.1]"},
@@ -62,6 +63,8 @@ TEST(HostName, RefusesNumbersThatMakeNoAddress)
         {"1.2.3.4.5", Kind::none, ""},
         {"1.2.3.256", Kind::none, ""},
         {"1.2.3.0400", Kind::none, ""},
+        {"10.0.0.09", Kind::none, ""},
+        {"010.0.0.9", Kind::none, ""},
         {"name.17", Kind::none, ""},
         {"[1:2]", Kind::none, ""},
         {"[::1", Kind::none, ""},
@@ -123,6 +126,22 @@ TEST(HostName, EndsBeforeTextOfAnotherScript)
     });
 }
 
+TEST(HostName, EndsBeforeASentenceWhoseSpaceIsMissing)
+{
+    expectHosts({
+        {"shop.com.Then we left", Kind::known, "shop.com"},
+        {"my.shop.org.It's open", Kind::known, "my.shop.org"},
+        {"shop.com.We left", Kind::known, "shop.com"},
+        {"my.shop.org.Here it is", Kind::known, "my.shop.org"},
+        {"shop.com.I'm here", Kind::known, "shop.com"},
+        {"shop.com.Then", Kind::unknown, "shop.com.Then"},
+        {"shop.com.then we left", Kind::unknown, "shop.com.then"},
+        {"Shop.Com.Then we left", Kind::unknown, "Shop.Com.Then"},
+        {"shop.com.Au for more", Kind::known, "shop.com.Au"},
+        {"java.io.Reader is", Kind::unknown, "java.io.Reader"},
+    });
+}
+
 TEST(HostName, EndsBeforePunctuation)
 {
     expectHosts({
@@ -157,6 +176,10 @@ TEST(HostName, LabelsBeginWhereTheirScriptDoes)
         {"日本語example", "example"},
         {"привет-example", "-example"},
         {"👉example", "example"},
+        {"example👉", "example👉"},
+        {"see my☕️", "my☕️"},
+        {"👉example👉", "example👉"},
+        {"日本👉", "👉"},
         {"Größe", "Größe"},
         {"x日本語", "日本語"},
         {"пример", "пример"},

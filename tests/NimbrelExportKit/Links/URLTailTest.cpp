@@ -96,6 +96,7 @@ TEST(URLTail, KeepsBalancedBrackets)
         {"/a(see there", "/a"},
         {"/a_(", "/a_"},
         {"/a?b=(c))+d", "/a?b=(c))+d"},
+        {"/a_(b).)and", "/a_(b)"},
     });
 }
 
@@ -172,6 +173,32 @@ TEST(URLTail, LeavesOutTheNeighbouringSentence)
         {"/wiki/東京。", "/wiki/東京"},
         {"/a😀", "/a"},
         {"/a👍🏽!", "/a"},
+    });
+}
+
+TEST(URLTail, KeepsTitlesInTheBracketsOfTheirScript)
+{
+    expectTails({
+        {"/wiki/《紅樓夢》", "/wiki/《紅樓夢》"},
+        {"/wiki/「山」と川", "/wiki/「山」と川"},
+        {"/wiki/“长城”历史。", "/wiki/“长城”历史"},
+        {"/《紅樓夢》", "/"},
+        {"/wiki/《紅樓夢", "/wiki/"},
+        {"/wiki/《red》", "/wiki/"},
+        {"/wiki/《紅樓夢」", "/wiki/"},
+        {"/wiki/紅樓夢《一》", "/wiki/紅樓夢"},
+        {"/wiki/”", "/wiki/"},
+    });
+}
+
+TEST(URLTail, KeepsFullWidthMarksInsideNames)
+{
+    expectTails({
+        {"/menu/抹茶＆小豆", "/menu/抹茶＆小豆"},
+        {"/img/元気？.jpg", "/img/元気？.jpg"},
+        {"/img/元気？", "/img/元気"},
+        {"/img/元気？.", "/img/元気"},
+        {"/a，.b", "/a，.b"},
     });
 }
 
