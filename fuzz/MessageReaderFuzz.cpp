@@ -12,7 +12,7 @@ namespace vorn {
 namespace {
 
 /// A query over a damaged file may go round in circles for a long time.
-constexpr int patience = 2000;
+constexpr int patience = 50;
 
 void requireOrder(const MessageList& messages)
 {
