@@ -70,22 +70,26 @@ bool beginsTail(std::string_view text, std::size_t at)
 
 LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
 {
-    const std::size_t begin = labelStart(text, dot, floor);
+    const std::size_t wordBegin = labelStart(text, dot, floor);
+    const std::size_t begin = text.find_first_not_of('_', wordBegin);
     if (begin == dot) return {.resumeAt = dot + 1};
-    const Host host = readHost(text, begin);
+    const char before = begin > 0 ? text[begin - 1] : '\0';
+    const Host host = readHost(text, begin, before);
     const LinkSpan none{.resumeAt = std::max(host.readTo, dot + 1)};
-    if ((host.kind != Host::Kind::known && host.kind != Host::Kind::address) || !mayBeginAt(text, begin)) return none;
+    if ((host.kind != Host::Kind::known && host.kind != Host::Kind::address) || !mayBeginAt(text, wordBegin))
+        return none;
 
     std::size_t end = portEnd(text, host.end);
     if (end == std::string_view::npos) return none;
-    if (beginsTail(text, end))
-        end = tailEnd(text, end, begin > 0 ? text[begin - 1] : '\0', text.substr(begin, host.end - begin));
+    if (beginsTail(text, end)) end = tailEnd(text, end, before, text.substr(begin, host.end - begin));
     const BareName name{.text = text.substr(begin, host.end - begin),
                         .before = text.substr(0, begin),
                         .after = text.substr(host.end),
                         .host = host,
                         .hasPath = end > host.end && contains("/?#", text[portEnd(text, host.end)])};
     if (!isAddress(name) || isLocalPart(text, host.end)) return none;
+    // Underscores in front are part of a name, unless others behind make them emphasis.
+    if (begin > wordBegin && !text.substr(end).starts_with('_')) return none;
     return {.begin = begin, .end = end, .resumeAt = end};
 }
 

@@ -146,7 +146,7 @@ Host readLiteral(std::string_view text, std::size_t at)
 
 } // namespace
 
-Host readHost(std::string_view text, std::size_t at)
+Host readHost(std::string_view text, std::size_t at, char before)
 {
     if (at < text.size() && text[at] == '[') return readLiteral(text, at);
     Name name;
@@ -169,8 +169,8 @@ Host readHost(std::string_view text, std::size_t at)
             break;
         }
         if (!goesOn && name.labels() > 0) {
-            // A hyphen after the whole name is a dash of the sentence.
-            const std::size_t size = label.text.find_last_not_of('-');
+            // A hyphen after the whole name is a dash of the sentence; "_example.com_" is emphasised.
+            const std::size_t size = label.text.find_last_not_of(before == '_' ? "-_" : "-");
             if (size != npos && size + 1 < label.text.size()) {
                 end = at + size + 1;
                 label = readLabel(text.substr(0, end), at);

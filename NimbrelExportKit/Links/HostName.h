@@ -25,7 +25,9 @@ struct Host {
 /// another script: "example.com" in "example.comです".
 /// Refuses what a name may not be: labels that are empty, longer than 63 characters or bounded by '-' or '_'; an
 /// underscore in the last two labels; numbers at the end that make no IPv4 address.
-Host readHost(std::string_view text, std::size_t at);
+/// `before` is the character in front of the whole link, NUL when there is none: underscores there and behind the name
+/// are the text's.
+Host readHost(std::string_view text, std::size_t at, char before = '\0');
 
 /// Where the label that ends at `end` begins: it is of one script, though ASCII letters may precede the emoji that it
 /// ends with, and not before `floor`.

@@ -48,7 +48,6 @@ bool isRefusedBySign(std::string_view text, std::size_t begin)
 {
     if (begin == 0) return false;
     const char before = text[begin - 1];
-    if (before == '_') return true;
     if (before != '@' && before != '#' && before != '$') return false;
     return begin < 2 || !isWordCharacter(text[begin - 2]);
 }
@@ -149,12 +148,13 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
     if (begin == colon) { // of another scheme
         return {.resumeAt = beginsWithScheme(text.substr(authority)) ? authority : afterWord(text, authority, before)};
     }
-    const Host host = readHost(text, hostStart(text, authority));
+    const Host host = readHost(text, hostStart(text, authority), before);
     if (isRefusedBySign(text, begin) || !isAccepted(text, host)) {
         return {.resumeAt = afterRefused(text, host, authority, before)};
     }
     std::size_t end = skipPort(text, skipRootDot(text, host.end));
     if (beginsTail(text, end)) end = tailEnd(text, end, before, text.substr(host.begin, host.end - host.begin));
+    if (before == '_' && !text.substr(end).starts_with('_')) return {.resumeAt = end}; // not emphasis but a name
     return {.begin = begin, .end = end, .resumeAt = end, .hasScheme = true};
 }
 

@@ -127,6 +127,18 @@ TEST(TextLinkDetector, LeavesOutThePunctuationAround)
     });
 }
 
+TEST(TextLinkDetector, LeavesOutTheUnderscoresOfEmphasis)
+{
+    expectLinks({
+        {"_example.com_", {"http://example.com"}},
+        {"see __my.example.org__!", {"http://my.example.org"}},
+        {"_example.com/a_b_ and", {"http://example.com/a_b"}},
+        {"_https://example.com_", {"https://example.com"}},
+        {"_https://example.com/a_b_", {"https://example.com/a_b"}},
+    });
+    expectNoLinks({"_example.com/a", "a._example.com_", "anna@_example.com_", "_https://example.com/a b_", "_.com_"});
+}
+
 TEST(TextLinkDetector, LeavesOutTextOfOtherScripts)
 {
     expectLinks({
