@@ -10,7 +10,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
+#include <memory>
+#include <set>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
@@ -94,15 +96,10 @@ public:
         message.rowID = *rowID;
         message.sentAt = *sentAt;
         message.guid = keep(*guid);
-        message.chat = repeated_.of(chatGuid(row.int64(messageChat).value_or(-1)));
         message.text = arena_.keep(body);
-        if (const auto service = row.rawText(messageService))
-            message.service = repeated_.of(text::repaired(*service, room_));
-        if (const auto thread = row.rawText(messageThreadOriginator)) message.replyToGuid = keep(*thread);
-        message.fromMe = isSet(row, messageIsFromMe);
         message.edited = edited;
-        webLinks_.in(
-            body, [this](std::string_view url) { links_.push_back({output_.messages.size() - 1, arena_.keep(url)}); });
+        fillIn(message, row);
+        webLinks_.in(body, [this](std::string_view url) { links_.push_back({lastMessage(), arena_.keep(url)}); });
     }
 
     /// Call it once the statement has ended. Lists are filled in only now: while SQLite frees the rows that it sorted,
@@ -120,6 +117,19 @@ private:
         std::size_t message; ///< its place in the output
         RecordText url;
     };
+
+    /// What a row says about its message beyond what decided to keep it.
+    void fillIn(ExportedMessage& message, const SQLiteRow& row)
+    {
+        message.chat = repeated_.of(chatGuid(row.int64(messageChat).value_or(-1)));
+        message.fromMe = isSet(row, messageIsFromMe);
+        const auto service = row.rawText(messageService);
+        if (service) message.service = repeated_.of(text::repaired(*service, room_));
+        const auto thread = row.rawText(messageThreadOriginator);
+        if (thread) message.replyToGuid = keep(*thread);
+    }
+
+    std::size_t lastMessage() const { return output_.messages.size() - 1; }
 
     void sort()
     {

@@ -12,7 +12,8 @@ std::optional<std::string> preferredMIMEType(std::string_view typeIdentifier)
                                                         length:typeIdentifier.size()
                                                       encoding:NSUTF8StringEncoding];
         if (identifier == nil) return std::nullopt; // not UTF-8, so no identifier either
-        NSString* mimeType = [UTType typeWithIdentifier:identifier].preferredMIMEType; // nil all along for an unknown one
+        NSString* mimeType =
+            [UTType typeWithIdentifier:identifier].preferredMIMEType; // nil all along for an unknown one
         if (mimeType == nil) return std::nullopt;
         return std::string(mimeType.UTF8String);
     }
