@@ -19,6 +19,8 @@
 namespace vorn {
 namespace {
 
+constexpr const char* stopped = "Stopped. Nothing was written.\n";
+
 /// An export that ends without an archive.
 struct Failed {
     ExportFailure failure;
@@ -27,7 +29,11 @@ struct Failed {
 /// Lets a signal end the program while the archive is being packed, which happens in memory and cannot be told to stop.
 class ArchiveFiles : public FileManager {
 public:
-    explicit ArchiveFiles(InterruptWatch& interrupts) : interrupts_(interrupts), packing_(std::in_place, interrupts) {}
+    ArchiveFiles(InterruptWatch& interrupts, const std::string& lastWords)
+        : interrupts_(interrupts), packing_(std::in_place, interrupts, lastWords)
+    {
+        interrupts_.cancelFlag().check(); // a signal that came before is not heard again
+    }
 
     void writeAtomically(ByteView bytes, const std::filesystem::path& path) override
     {
@@ -53,10 +59,9 @@ public:
         refuseUnwritableOutput();
         const NimbrelExportResult result = read();
         const ArchiveFile archive = write(result);
-        const ExportStatistics statistics{result.stats(), result.skipped, archive,
-                                          SHA256::hexDigestOfFile(archive.url)};
+        const ExportStatistics statistics{result.stats(), result.skipped, archive, hashOf(archive)};
         progress_.clear();
-        std::fputs((options_.json ? jsonOf(statistics) : textOf(statistics)).c_str(), stdout);
+        print(options_.json ? jsonOf(statistics) : textOf(statistics));
     }
 
 private:
@@ -65,7 +70,10 @@ private:
     {
         const std::filesystem::path folder = options_.output.has_parent_path() ? options_.output.parent_path() : ".";
         int code = access(folder.c_str(), W_OK | X_OK) == 0 ? 0 : errno;
-        if (code == 0 && std::filesystem::is_directory(options_.output)) code = EISDIR;
+        std::error_code statusFailure;
+        const auto type = std::filesystem::status(options_.output, statusFailure).type();
+        if (code == 0 && type == std::filesystem::file_type::directory) code = EISDIR;
+        if (code == 0 && type == std::filesystem::file_type::none) code = statusFailure.value();
         if (code == 0) return;
         const std::error_code reason(code, std::generic_category());
         throw Failed{failureOfWriting(std::filesystem::filesystem_error("", reason), options_.output)};
@@ -89,7 +97,7 @@ private:
     {
         progress_.show("Packing the archive…");
         try {
-            ArchiveFiles files(interrupts_);
+            ArchiveFiles files(interrupts_, progress_.eraser() + stopped);
             return NimbrelArchiveBuilder::writeArchive(result, ExporterInfo::current(bundle()), options_.output,
                                                        options_.exportedAt, files);
         } catch (const Cancelled&) {
@@ -97,6 +105,22 @@ private:
         } catch (const std::exception& error) {
             throw Failed{failureOfWriting(error, options_.output)};
         }
+    }
+
+    static std::string hashOf(const ArchiveFile& archive)
+    {
+        try {
+            return SHA256::hexDigestOfFile(archive.url);
+        } catch (const std::exception& error) {
+            throw Failed{failureOfWriting(error, archive.url)};
+        }
+    }
+
+    static void print(const std::string& text)
+    {
+        if (std::fputs(text.c_str(), stdout) != EOF && std::fflush(stdout) == 0) return;
+        throw Failed{
+            {ExportStatus::statisticsLost, "The archive is written, but its statistics could not be printed."}};
     }
 
     void show(const ExportProgress& progress)
@@ -124,8 +148,11 @@ int runExport(const ExportOptions& options)
         std::fputs((failed.failure.text + "\n").c_str(), stderr);
         return static_cast<int>(failed.failure.status);
     } catch (const Cancelled&) {
-        std::fputs("Stopped. Nothing was written.\n", stderr);
+        std::fputs(stopped, stderr);
         return interrupts.exitStatus();
+    } catch (const std::exception& error) {
+        std::fputs(fmt::format("Vorn ran into a problem: {}.\n", error.what()).c_str(), stderr);
+        return static_cast<int>(ExportStatus::failed);
     }
 }
 

@@ -15,7 +15,7 @@ std::filesystem::path messagesDatabaseURL(FileManager& fileManager)
 
 FullDiskAccessStatus probe(const std::filesystem::path& url)
 {
-    const FileDescriptor file(open(url.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file(open(url.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)); // a pipe would wait for a writer
     if (file) return FullDiskAccessStatus::granted;
     return errno == ENOENT ? FullDiskAccessStatus::noDatabase : FullDiskAccessStatus::denied;
 }

@@ -38,7 +38,8 @@ MessagesSnapshot MessagesSnapshot::take(const fs::path& source, FileManager& fil
     try {
         fileManager.copyFile(source, snapshot.databaseURL(), progress);
     } catch (const fs::filesystem_error& error) {
-        if (isPermissionDenied(error)) throw NimbrelExportError(NimbrelExportError::AccessDenied{});
+        if (isPermissionDenied(error) && error.path1() == source)
+            throw NimbrelExportError(NimbrelExportError::AccessDenied{});
         throw;
     }
     if (fileManager.fileExists(logOf(source))) {

@@ -50,9 +50,11 @@ struct TextArena::Blocks {
 private:
     void addBlock(std::size_t atLeast)
     {
-        room = std::max(nextSize, atLeast);
-        free = static_cast<char*>(memory::allocate(room));
-        all.emplace_back(free);
+        const std::size_t size = std::max(nextSize, atLeast);
+        std::unique_ptr<char, Release> block(static_cast<char*>(memory::allocate(size)));
+        all.push_back(std::move(block));
+        free = all.back().get();
+        room = size;
         nextSize = std::min(2 * nextSize, largestBlock);
     }
 };

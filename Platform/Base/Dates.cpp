@@ -115,7 +115,11 @@ std::optional<Instant> parseInternetDateTime(std::string_view text)
     const year_month_day date(theYear, theMonth, theDay);
     // A leap second reads as the second after it, as system clocks count.
     if (!fields.atEnd() || !date.ok() || hour > 23 || minute > 59 || second > 60) return std::nullopt;
-    return sys_days(date) + hours(hour) + minutes(minute) + seconds(second) - offset + fraction;
+    const Instant instant = sys_days(date) + hours(hour) + minutes(minute) + seconds(second) - offset + fraction;
+    // An offset may lead to a year that has no four digits.
+    if (instant < sys_days(year(0) / January / 1) || instant >= sys_days(year(10000) / January / 1))
+        return std::nullopt;
+    return instant;
 }
 
 } // namespace vorn

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <utility>
 
 #include <unistd.h>
@@ -27,5 +28,9 @@ public:
 private:
     int number_;
 };
+
+/// Makes a new file that only this user may read and write, whatever the process's mask, and opens it for writing.
+/// None, with `errno`, when that fails; also when there is a file already.
+FileDescriptor createPrivateFile(const std::filesystem::path& path) noexcept;
 
 } // namespace vorn

@@ -69,6 +69,11 @@ void FileManager::createPrivateDirectory(const fs::path& directory)
 {
     fs::create_directories(directory.parent_path());
     if (mkdir(directory.c_str(), S_IRWXU) != 0) fail("cannot make the folder", directory, errno);
+    if (chmod(directory.c_str(), S_IRWXU) == 0)
+        return; // the process's mask may have taken rights away from the owner too
+    const int code = errno;
+    rmdir(directory.c_str());
+    fail("cannot make the folder", directory, code);
 }
 
 void FileManager::copyFile(const fs::path& from, const fs::path& to, const CopyProgress& progress)
@@ -88,8 +93,9 @@ void FileManager::remove(const fs::path& path)
 
 void FileManager::writeAtomically(ByteView bytes, const fs::path& path)
 {
-    const fs::path beside = path.parent_path() / ("." + path.filename().string() + "." + newUUID());
-    FileDescriptor file(open(beside.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    const fs::path beside =
+        path.parent_path() / (".incomplete-" + newUUID()); // a name of its own: any may be as long as names can be
+    FileDescriptor file = createPrivateFile(beside);
     if (!file) fail("cannot write", path, errno);
     Leftover leftover{beside};
     writeAll(file, bytes, path);

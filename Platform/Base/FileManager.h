@@ -30,7 +30,8 @@ public:
     virtual void createPrivateDirectory(const std::filesystem::path& directory);
 
     /// Copies the content of `from` into the new file `to`, which only this user may read (mode 0600); fails if it
-    /// exists. Shares the blocks instead where the file system can. On failure `to` may be left behind, incomplete.
+    /// exists. Shares the blocks instead where the file system can. On failure `to` may be left behind, incomplete; the
+    /// error names the file that was at fault.
     virtual void copyFile(const std::filesystem::path& from, const std::filesystem::path& to,
                           const CopyProgress& progress);
 

@@ -1,6 +1,7 @@
 #include "Platform/Base/SHA256.h"
 
 #include "Platform/Base/Fatal.h"
+#include "Platform/Base/FileDescriptor.h"
 
 #include <array>
 #include <cerrno>
@@ -9,7 +10,6 @@
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <openssl/evp.h>
-#include <unistd.h>
 
 namespace vorn {
 
@@ -49,19 +49,12 @@ std::string SHA256::hexDigestOfFile(const std::filesystem::path& path)
     const auto fail = [&path] {
         throw std::filesystem::filesystem_error("cannot read", path, std::error_code(errno, std::generic_category()));
     };
-    struct Descriptor {
-        int number;
-        ~Descriptor()
-        {
-            if (number >= 0) close(number);
-        }
-    };
-    const Descriptor file{open(path.c_str(), O_RDONLY | O_CLOEXEC)};
-    if (file.number < 0) fail();
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file) fail();
     SHA256 hash;
     std::vector<std::byte> piece(1024 * 1024);
     while (true) {
-        const ssize_t count = read(file.number, piece.data(), piece.size());
+        const ssize_t count = read(file.get(), piece.data(), piece.size());
         if (count == 0) return hash.hexDigest();
         if (count > 0) {
             hash.update(ByteView(piece).first(static_cast<std::size_t>(count)));

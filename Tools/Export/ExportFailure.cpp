@@ -23,6 +23,9 @@ std::string reasonOf(const std::exception& error)
 ExportFailure failureOfReading(const std::exception& error)
 {
     const auto* failure = dynamic_cast<const NimbrelExportError*>(&error);
+    if (failure == nullptr && dynamic_cast<const std::filesystem::filesystem_error*>(&error) == nullptr) {
+        return {ExportStatus::failed, fmt::format("Vorn ran into a problem: {}.", error.what())};
+    }
     if (failure == nullptr) {
         return {ExportStatus::copyFailed,
                 fmt::format("Vorn couldn't make its private copy of your Messages history: {}.", reasonOf(error))};

@@ -9,13 +9,15 @@ namespace vorn {
 /// How `vorn-export` ends; scripts tell the cases apart.
 enum class ExportStatus {
     done = 0,
+    failed = 1, ///< out of memory, or a mistake of ours
     wrongArguments = 2,
     noDatabase = 3,
     accessDenied = 4,
     unreadable = 5,    ///< every copy was damaged
     databaseError = 6, ///< any other failure of SQLite
     outputNotWritable = 7,
-    copyFailed = 8, ///< the private copy could not be made, for example because the disk is full
+    copyFailed = 8,     ///< the private copy could not be made, for example because the disk is full
+    statisticsLost = 9, ///< the archive is written, but what was in it could not be printed
 };
 
 /// Why there is no archive, for the program that called and for the person who reads.

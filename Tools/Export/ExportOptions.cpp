@@ -19,18 +19,40 @@ constexpr const char* description =
 constexpr const char* exitStatuses =
     "Exit status: 0 the archive is written; 2 wrong arguments; 3 no Messages database; 4 access denied;\n"
     "5 the database stayed unreadable; 6 another database error; 7 the output cannot be written;\n"
-    "8 the private copy cannot be made; 128+N ended by signal N.";
+    "8 the private copy cannot be made; 9 the statistics cannot be printed; 1 any other problem;\n"
+    "128+N ended by signal N.";
 
-/// Whether `output` is the database or one of the files that SQLite keeps beside it.
+/// `path` without links and detours, as far as it exists; in lower case, as some systems tell no difference.
+std::string comparable(const fs::path& path)
+{
+    std::error_code failure;
+    const fs::path resolved = fs::weakly_canonical(fs::absolute(path, failure), failure);
+    return text::lowercased((failure ? path : resolved).string());
+}
+
+/// Whether `output` is the database or one of the files that SQLite keeps beside it, even if they are not there yet.
 bool touchesDatabase(const fs::path& output, const fs::path& database)
 {
-    for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-        fs::path own = database;
-        own += suffix;
-        std::error_code ignored; // paths that do not exist are not the same file
-        if (own.lexically_normal() == output.lexically_normal() || fs::equivalent(own, output, ignored)) return true;
+    std::error_code failure;
+    const fs::path linked = fs::canonical(database, failure);
+    for (const fs::path& one : {database, linked}) {
+        for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+            fs::path own = one;
+            own += suffix;
+            if (!one.empty() && comparable(own) == comparable(output)) return true;
+        }
     }
     return false;
+}
+
+/// Nothing for a user whom the system does not know: there is no Messages either.
+fs::path usersDatabase()
+{
+    try {
+        return FullDiskAccess::messagesDatabaseURL();
+    } catch (const fs::filesystem_error&) {
+        return {};
+    }
 }
 
 std::string checkHandle(const std::string& handle)
@@ -79,7 +101,7 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     } catch (const CLI::ParseError& error) {
         return ExportOptionsEnd{std::string(error.what()) + "\nRun with --help for more information.\n", true};
     }
-    options.database = database.empty() ? FullDiskAccess::messagesDatabaseURL() : fs::path(database);
+    options.database = database.empty() ? usersDatabase() : fs::path(database);
     options.output = output;
     options.exportedAt = parseInternetDateTime(time).value_or(now); // checked, or not given
     if (output.empty() || touchesDatabase(options.output, options.database)) {

@@ -5,12 +5,15 @@
 #include <atomic>
 #include <csignal>
 #include <mutex>
+#include <string>
 #include <thread>
 
 namespace vorn {
 
 /// Turns SIGINT, SIGTERM and SIGHUP into a cancel, so that the work unwinds and deletes its files.
-/// Make one in `main` before any other thread starts: it blocks these signals, and threads inherit that.
+/// Signals that the program was started to ignore stay ignored. A write beyond the limit of a file's size fails from
+/// now on, as on a full disk, instead of ending the process with its files in place. Make one in `main` before any
+/// other thread starts: it blocks these signals, and threads inherit that.
 class InterruptWatch {
 public:
     InterruptWatch();
@@ -26,7 +29,8 @@ public:
     /// be told to stop.
     class NothingOnDisk {
     public:
-        explicit NothingOnDisk(InterruptWatch& watch);
+        /// `lastWords` go to standard error when a signal ends the program.
+        NothingOnDisk(InterruptWatch& watch, std::string lastWords);
         ~NothingOnDisk();
         NothingOnDisk(NothingOnDisk&&) = delete;
 
@@ -36,11 +40,14 @@ public:
 
 private:
     void waitForSignals();
+    [[noreturn]] void leave() const;
 
     CancelFlag cancel_;
     std::atomic<int> signal_ = 0;
-    std::mutex mutex_; ///< guards `nothingOnDisk_`; held while the process is ended for it
+    std::atomic<bool> ending_ = false;
+    std::mutex mutex_; ///< guards the two below; held while the process is ended
     bool nothingOnDisk_ = false;
+    std::string lastWords_;
     sigset_t awaited_{};
     std::thread thread_;
 };

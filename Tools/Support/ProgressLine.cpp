@@ -30,10 +30,16 @@ void ProgressLine::show(const std::string& text)
     visible_ = true;
 }
 
+std::string ProgressLine::eraser() const
+{
+    return visible_ ? clearLine : "";
+}
+
 void ProgressLine::clear()
 {
-    if (!std::exchange(visible_, false)) return;
-    std::fputs(clearLine, terminal_);
+    if (!visible_) return;
+    std::fputs(eraser().c_str(), terminal_);
+    visible_ = false;
     std::fflush(terminal_);
 }
 

@@ -21,6 +21,9 @@ public:
     /// Replaces the line, at most ten times a second.
     void show(const std::string& text);
 
+    /// What removes the line from the terminal; empty when there is none to remove.
+    std::string eraser() const;
+
     /// Removes the line, so that other output can take its place.
     void clear();
 

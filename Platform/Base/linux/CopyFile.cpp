@@ -9,6 +9,7 @@
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 
 namespace vorn {
 namespace {
@@ -16,9 +17,27 @@ namespace {
 /// Small enough to hear of a cancel soon, large enough that the calls cost nothing.
 constexpr std::size_t pieceSize = 32 * 1024 * 1024;
 
-[[noreturn]] void fail(const std::filesystem::path& from, const std::filesystem::path& to)
+[[noreturn]] void fail(const char* what, const std::filesystem::path& path)
 {
-    throw std::filesystem::filesystem_error("cannot copy", from, to, std::error_code(errno, std::generic_category()));
+    throw std::filesystem::filesystem_error(what, path, std::error_code(errno, std::generic_category()));
+}
+
+/// Opens a file to copy. Waits for nobody: a pipe would keep the copy, and who wants to cancel it, for ever.
+FileDescriptor openSource(const std::filesystem::path& path)
+{
+    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat facts{};
+    if (!file || fstat(file.get(), &facts) != 0) fail("cannot read", path);
+    if (S_ISREG(facts.st_mode)) return file;
+    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+    fail("cannot read", path);
+}
+
+FileDescriptor openTarget(const std::filesystem::path& path)
+{
+    FileDescriptor file = createPrivateFile(path);
+    if (!file) fail("cannot write", path);
+    return file;
 }
 
 /// The kernel's codes for "not between these two files"; any other failure is one of the copy itself.
@@ -36,9 +55,8 @@ public:
 
     void run()
     {
-        if (!source_ || !target_) fail(from_, to_);
         if (ioctl(target_.get(), FICLONE, source_.get()) != 0 && !copyInKernel()) copyThroughMemory();
-        if (target_.reset() != 0) fail(from_, to_);
+        if (target_.reset() != 0) failToWrite();
     }
 
 private:
@@ -54,7 +72,7 @@ private:
             } else if (copied_ == 0 && isUnsupported(errno)) {
                 return false;
             } else if (errno != EINTR) {
-                fail(from_, to_);
+                failToWrite(); // it may have been the source; either is no refusal to read it
             }
         }
     }
@@ -68,7 +86,7 @@ private:
             if (count > 0) {
                 writeAll(ByteView(piece).first(static_cast<std::size_t>(count)));
             } else if (errno != EINTR) {
-                fail(from_, to_);
+                fail("cannot read", from_);
             }
         }
     }
@@ -77,12 +95,14 @@ private:
     {
         while (!bytes.empty()) {
             const ssize_t count = write(target_.get(), bytes.data(), bytes.size());
-            if (count < 0 && errno != EINTR) fail(from_, to_);
+            if (count < 0 && errno != EINTR) failToWrite();
             if (count < 0) continue;
             bytes = bytes.subspan(static_cast<std::size_t>(count));
             advance(static_cast<std::size_t>(count));
         }
     }
+
+    [[noreturn]] void failToWrite() const { fail("cannot write", to_); }
 
     void advance(std::size_t count)
     {
@@ -93,9 +113,8 @@ private:
     const std::filesystem::path& from_;
     const std::filesystem::path& to_;
     const FileManager::CopyProgress& progress_;
-    FileDescriptor source_{open(from_.c_str(), O_RDONLY | O_CLOEXEC)};
-    // No target without a source, or a refused source would leave an empty file behind.
-    FileDescriptor target_{source_ ? open(to_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600) : -1};
+    FileDescriptor source_ = openSource(from_);
+    FileDescriptor target_ = openTarget(to_); // after the source, or a refused source would leave an empty file behind
     std::uint64_t copied_ = 0;
 };
 

@@ -111,6 +111,14 @@ TEST_F(MessagesSnapshotTest, WhoseCopyIsRefusedIsDeniedAndLeavesNothing)
     }
 }
 
+TEST_F(MessagesSnapshotTest, WhoseTargetIsRefusedIsAFailureOfTheFileSystem)
+{
+    writeFile(source, "database");
+    files.beforeCopy = [](const fs::path&) { RefusingFileManager::refuse(std::errc::permission_denied)("the/copy"); };
+    EXPECT_THROW(take(), fs::filesystem_error);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
 TEST_F(MessagesSnapshotTest, PassesOtherFailuresOfTheCopyOnAndLeavesNothing)
 {
     writeFile(source, "database");
@@ -157,13 +165,18 @@ TEST_F(MessagesSnapshotTest, EndsACopyThatItsObserverStops)
 {
     writeFile(source, std::string(100, 'x'));
     fs::resize_file(source, 80 * 1024 * 1024);
-    const auto stop = [](std::uint64_t) { throw std::out_of_range("stopped"); };
-    // A clone is over before it can be watched.
+    int called = 0;
+    const auto stop = [&called](std::uint64_t) {
+        ++called;
+        throw std::out_of_range("stopped");
+    };
+    bool stopped = false;
     try {
         MessagesSnapshot::take(source, files, stop);
     } catch (const std::out_of_range&) {
-        EXPECT_THAT(temporary.names(), IsEmpty());
+        stopped = true;
     }
+    EXPECT_EQ(called, stopped ? 1 : 0); // a clone is over before it can be watched
     EXPECT_THAT(temporary.names(), IsEmpty());
 }
 

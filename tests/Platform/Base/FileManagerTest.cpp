@@ -51,6 +51,66 @@ TEST(FileManager, MakesFoldersThatOnlyThisUserMayEnter)
     EXPECT_THROW(files().createPrivateDirectory(folder / "above/private"), fs::filesystem_error);
 }
 
+/// Takes every right away from new files for as long as it lives.
+class ScopedMask {
+public:
+    explicit ScopedMask(mode_t mask) : old_(umask(mask)) {}
+    ~ScopedMask() { umask(old_); }
+    ScopedMask(ScopedMask&&) = delete;
+
+private:
+    mode_t old_;
+};
+
+TEST(FileManager, KeepsTheOwnersRightsWhateverTheMask)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "from", "content");
+    const ScopedMask mask(0777);
+    files().createPrivateDirectory(folder / "private");
+    files().copyFile(folder / "from", folder / "private/copy", {});
+    files().writeAtomically(bytesOf("new"), folder / "private/written");
+    EXPECT_EQ(modeOf(folder / "private"), 0700U);
+    EXPECT_EQ(modeOf(folder / "private/copy"), 0600U);
+    EXPECT_EQ(modeOf(folder / "private/written"), 0600U);
+}
+
+TEST(FileManager, WritesFilesWithTheLongestNames)
+{
+    const TemporaryFolder folder;
+    const std::string name(255, 'n');
+    files().writeAtomically(bytesOf("new"), folder / name);
+    EXPECT_EQ(readFile(folder / name), "new");
+}
+
+/// The path that a failed copy blames.
+fs::path blamed(const fs::path& from, const fs::path& to)
+{
+    try {
+        files().copyFile(from, to, {});
+    } catch (const fs::filesystem_error& error) {
+        return error.path1();
+    }
+    return {};
+}
+
+TEST(FileManager, BlamesTheFileThatWasAtFault)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "file", "");
+    EXPECT_EQ(blamed(folder / "missing", folder / "to"), folder / "missing");
+    EXPECT_EQ(blamed(folder / "file", folder / "missing/to"), folder / "missing/to");
+}
+
+TEST(FileManager, CopiesNothingButFiles)
+{
+    const TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    EXPECT_EQ(blamed(folder / "pipe", folder / "to"), folder / "pipe"); // and does not wait for a writer
+    EXPECT_EQ(blamed(folder.path(), folder / "to"), folder.path());
+    EXPECT_FALSE(fs::exists(folder / "to"));
+}
+
 TEST(FileManager, CopiesContentIntoAPrivateFile)
 {
     const TemporaryFolder folder;

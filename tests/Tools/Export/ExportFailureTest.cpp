@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
 
 #include <gtest/gtest.h>
+#include <stdexcept>
 
 namespace vorn {
 namespace {
@@ -35,6 +36,12 @@ TEST(ExportFailure, NamesTheSystemsReasonWithoutPathsOfTheCopy)
         failureOfReading(fileError(std::errc::no_space_on_device)),
         (ExportFailure{ExportStatus::copyFailed,
                        "Vorn couldn't make its private copy of your Messages history: No space left on device."}));
+}
+
+TEST(ExportFailure, NamesOtherProblemsAsTheyAre)
+{
+    EXPECT_EQ(failureOfReading(std::runtime_error("something else")),
+              (ExportFailure{ExportStatus::failed, "Vorn ran into a problem: something else."}));
 }
 
 TEST(ExportFailure, NamesTheOutputThatCannotBeWritten)

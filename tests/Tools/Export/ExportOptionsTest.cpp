@@ -82,6 +82,26 @@ TEST(ExportOptions, RefuseToWriteOverTheDatabaseAndWhatLiesBesideIt)
     }
 }
 
+TEST(ExportOptions, RefuseToBecomeTheDatabasesLogByAnyPath)
+{
+    const testing::TemporaryFolder folder;
+    testing::writeFile(folder / "chat.db", "database"); // without a log
+    std::filesystem::create_directory_symlink(folder.path(), folder / "linked");
+    std::filesystem::create_symlink(folder / "chat.db", folder / "other.db");
+    const std::string database = (folder / "chat.db").string();
+    const std::string otherDatabase = (folder / "other.db").string();
+    const std::string log = (folder / "linked/chat.db-wal").string();
+    const std::string capitals = (folder / "CHAT.DB-WAL").string();
+    const std::string relative = std::filesystem::relative(folder / "chat.db-wal").string();
+    for (const std::string& output : {log, capitals, relative}) {
+        for (const std::string& name : {database, otherDatabase}) {
+            EXPECT_EQ(mistake({"--database", name.c_str(), "--handle", "x", "--output", output.c_str()}),
+                      "--output must be a file of its own, not the database\n")
+                << name << " " << output;
+        }
+    }
+}
+
 TEST(ExportOptions, GiveHelpAndVersion)
 {
     const auto help = std::get<ExportOptionsEnd>(parse({"--help"}));

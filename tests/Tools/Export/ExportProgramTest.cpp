@@ -8,6 +8,8 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
+#include <sched.h>
+
 namespace vorn {
 namespace {
 
@@ -165,26 +167,81 @@ TEST_F(ExportProgram, SaysWhatIsWrongWithItsArguments)
     EXPECT_EQ(program.errors(), "--output is required\nRun with --help for more information.\n");
 }
 
-TEST_F(ExportProgram, LeavesNothingWhenItIsInterrupted)
+TEST_F(ExportProgram, SaysThatAPathCannotBeUsed)
+{
+    writeHistory();
+    auto arguments = usualArguments();
+    arguments.back() = target / std::string(300, 'a');
+    Program tooLong = start(arguments);
+    EXPECT_EQ(tooLong.exitCode(), 7);
+    EXPECT_THAT(tooLong.errors(), HasSubstr("File name too long.\n"));
+    fs::create_symlink("loop", target / "loop");
+    arguments.back() = target / "loop";
+    Program looping = start(arguments);
+    EXPECT_EQ(looping.exitCode(), 7);
+    EXPECT_THAT(looping.errors(), HasSubstr("Too many levels of symbolic links.\n"));
+}
+
+TEST_F(ExportProgram, LeavesNothingAtALimitOfFileSizes)
 {
     SampleHistoryOptions options;
-    options.messages = 60'000;
-    options.onlyAssistant = true;
-    const SampleHistorySummary history = writeSampleHistory(database, options);
-    auto arguments = usualArguments();
-    arguments[3] = history.handles.front();
-    // From the first moment to the last: after each pause, one more file has been seen or the program has ended.
+    options.messages = 2000;
+    writeSampleHistory(database, options);
+    std::vector<std::string> arguments = {"-c", "ulimit -f 200; exec \"$@\"", "sh", EXPORT_PROGRAM};
+    for (const std::string& argument : usualArguments()) arguments.push_back(argument);
+    Program program("/bin/sh", arguments, {{"TMPDIR", temporary.path().string()}});
+    EXPECT_EQ(program.exitCode(), 8);
+    EXPECT_EQ(program.errors(), "Vorn couldn't make its private copy of your Messages history: File too large.\n");
+    expectNothingLeft();
+}
+
+TEST_F(ExportProgram, NoticesThatItsStatisticsAreLost)
+{
+    writeHistory();
+    std::vector<std::string> arguments = {"-c", "exec \"$@\" >/dev/full", "sh", EXPORT_PROGRAM};
+    for (const std::string& argument : usualArguments()) arguments.push_back(argument);
+    Program program("/bin/sh", arguments, {{"TMPDIR", temporary.path().string()}});
+    EXPECT_EQ(program.exitCode(), 9);
+    EXPECT_EQ(program.errors(), "The archive is written, but its statistics could not be printed.\n");
+    EXPECT_THAT(target.names(), ElementsAre("out.zip"));
+}
+
+class InterruptedExport : public ExportProgram {
+protected:
+    std::vector<std::string> arguments = usualArguments();
+
+    InterruptedExport()
+    {
+        SampleHistoryOptions options;
+        options.messages = 60'000;
+        options.onlyAssistant = true;
+        arguments[3] = writeSampleHistory(database, options).handles.front();
+    }
+};
+
+TEST_F(InterruptedExport, EndsByTheSignalAndLeavesNothing)
+{
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        for (int polls = 0; polls < 12; ++polls) {
-            Program program = start(arguments);
-            for (int poll = 0; poll < polls * polls * 200; ++poll) temporary.names();
-            program.signal(number);
-            const int code = program.exitCode();
-            EXPECT_THAT(code, ::testing::AnyOf(128 + number, -1, 0)); // -1: before the program was ready to listen
-            EXPECT_THAT(temporary.names(), IsEmpty()) << "signal " << number << " after " << polls;
-            EXPECT_THAT(target.names(), ::testing::Each("out.zip"));
-            fs::remove(output);
-        }
+        Program program = start(arguments);
+        while (temporary.names().empty()) sched_yield(); // the copy has begun
+        program.signal(number);
+        EXPECT_EQ(program.exitCode(), 128 + number);
+        EXPECT_EQ(program.errors(), "Stopped. Nothing was written.\n");
+        expectNothingLeft();
+    }
+}
+
+TEST_F(InterruptedExport, LeavesNothingWheneverTheSignalComes)
+{
+    for (int polls = 0; polls < 16; ++polls) {
+        Program program = start(arguments);
+        for (int poll = 0; poll < polls * polls * 150; ++poll) temporary.names();
+        program.signal(SIGTERM);
+        // -1: before the program was ready to listen; 0: when it was done
+        EXPECT_THAT(program.exitCode(), ::testing::AnyOf(128 + SIGTERM, -1, 0));
+        EXPECT_THAT(temporary.names(), IsEmpty()) << "after " << polls;
+        EXPECT_THAT(target.names(), ::testing::Each("out.zip"));
+        fs::remove(output);
     }
 }
 

@@ -1,14 +1,13 @@
 #include "Tools/Support/InterruptWatch.h"
 
-#include <future>
+#include <array>
+#include <csignal>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 namespace vorn {
 namespace {
-
-using namespace std::chrono_literals;
 
 /// How a child process that runs `body` ends; -1 when a signal ended it.
 template <class Body>
@@ -47,7 +46,7 @@ TEST(InterruptWatch, EndsTheProcessAtOnceWhileNothingIsOnDisk)
 {
     EXPECT_EQ(exitCodeOf([] {
                   InterruptWatch watch;
-                  const InterruptWatch::NothingOnDisk nothing(watch);
+                  const InterruptWatch::NothingOnDisk nothing(watch, "last words\n");
                   kill(getpid(), SIGTERM);
                   while (true) pause();
                   return 0;
@@ -60,12 +59,52 @@ TEST(InterruptWatch, LetsTheWorkUnwindOnceSomethingIsOnDisk)
     EXPECT_EQ(exitCodeOf([] {
                   InterruptWatch watch;
                   {
-                      const InterruptWatch::NothingOnDisk nothing(watch);
+                      const InterruptWatch::NothingOnDisk nothing(watch, "");
                   }
                   kill(getpid(), SIGINT);
                   return hears(watch) ? 7 : 0;
               }),
               7);
+}
+
+TEST(InterruptWatch, SaysItsLastWords)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    exitCodeOf([&ends] {
+        dup2(ends[1], STDERR_FILENO);
+        InterruptWatch watch;
+        const InterruptWatch::NothingOnDisk nothing(watch, "last words\n");
+        kill(getpid(), SIGTERM);
+        while (true) pause();
+        return 0;
+    });
+    std::array<char, 64> said{};
+    EXPECT_EQ(read(ends[0], said.data(), said.size()), 11);
+    EXPECT_STREQ(said.data(), "last words\n");
+}
+
+TEST(InterruptWatch, HearsSignalsAfterOneThatIsNotForIt)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  const InterruptWatch watch;
+                  kill(getpid(), SIGUSR1);
+                  kill(getpid(), SIGINT);
+                  return hears(watch) ? watch.exitStatus() : 0;
+              }),
+              128 + SIGINT);
+}
+
+TEST(InterruptWatch, LeavesIgnoredSignalsIgnored)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  std::signal(SIGHUP, SIG_IGN);
+                  const InterruptWatch watch;
+                  kill(getpid(), SIGHUP);
+                  kill(getpid(), SIGTERM); // heard after it, if that was heard
+                  return hears(watch) ? watch.exitStatus() : 0;
+              }),
+              128 + SIGTERM);
 }
 
 TEST(InterruptWatch, EndsWithoutASignal)

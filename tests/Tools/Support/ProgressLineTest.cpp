@@ -53,8 +53,11 @@ TEST_F(ProgressLineTest, ChangesAtMostTenTimesASecond)
 TEST_F(ProgressLineTest, LeavesNothingBehind)
 {
     now += 1s;
+    EXPECT_EQ(line->eraser(), "");
     line->show("one");
+    EXPECT_EQ(line->eraser(), "\r\x1B[K");
     line->clear();
+    EXPECT_EQ(line->eraser(), "");
     line.reset(); // nothing is left to remove
     EXPECT_EQ(shown(), "\r\x1B[Kone\r\x1B[K");
 }
