@@ -1,31 +1,75 @@
 #include "Platform/Base/CopyFile.h"
 
+#include "Platform/Base/FileDescriptor.h"
+
 #include <cerrno>
+#include <cstdint>
+#include <exception>
+#include <memory>
 #include <system_error>
+#include <type_traits>
 
 #include <copyfile.h>
+#include <fcntl.h>
+#include <sys/clonefile.h>
 #include <sys/stat.h>
 
 namespace vorn {
 namespace {
 
+[[noreturn]] void fail(const char* what, const std::filesystem::path& path)
+{
+    throw std::filesystem::filesystem_error(what, path, std::error_code(errno, std::generic_category()));
+}
+
+/// Opens a file to copy. Waits for nobody: a pipe would keep the copy, and who wants to cancel it, for ever.
+FileDescriptor openSource(const std::filesystem::path& path)
+{
+    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat facts{};
+    if (!file || fstat(file.get(), &facts) != 0) fail("cannot read", path);
+    if (S_ISREG(facts.st_mode)) return file;
+    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+    fail("cannot read", path);
+}
+
+/// Takes the rights away that a clone has from its source, and the lock, with which it could not be deleted.
+bool makePrivate(const FileDescriptor& clone)
+{
+    constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
+    if (fchmod(clone.get(), ownerOnly) == 0) return true;
+    return errno == EPERM && fchflags(clone.get(), 0) == 0 && fchmod(clone.get(), ownerOnly) == 0;
+}
+
+/// Shares the blocks of the source where the file system can. False when no clone was made, for whatever reason: one
+/// that stands in the way of a copy too is met there.
+bool clone(const FileDescriptor& source, const std::filesystem::path& to)
+{
+    if (fclonefileat(source.get(), AT_FDCWD, to.c_str(), CLONE_NOOWNERCOPY) != 0) return false;
+    const FileDescriptor target(open(to.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW));
+    if (!target || !makePrivate(target)) fail("cannot write", to);
+    return true;
+}
+
 struct Watch {
     const FileManager::CopyProgress& progress;
-    std::exception_ptr stopped;
+    std::exception_ptr thrown;
 };
 
 /// Called by the system's copier from inside a C function: an exception may not pass through it.
 int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/, const char* /*to*/, void* context)
 {
+    // To go on after an error is to try the same write again: on a full disk, for ever.
+    if (stage == COPYFILE_ERR) return COPYFILE_QUIT;
     auto& watch = *static_cast<Watch*>(context);
-    if (stage != COPYFILE_PROGRESS) return COPYFILE_CONTINUE;
+    if (stage != COPYFILE_PROGRESS || !watch.progress) return COPYFILE_CONTINUE;
     off_t copied = 0;
     copyfile_state_get(state, COPYFILE_STATE_COPIED, &copied);
     try {
-        if (watch.progress) watch.progress(static_cast<std::uint64_t>(copied));
+        watch.progress(static_cast<std::uint64_t>(copied));
         return COPYFILE_CONTINUE;
     } catch (...) {
-        watch.stopped = std::current_exception();
+        watch.thrown = std::current_exception();
         return COPYFILE_QUIT;
     }
 }
@@ -33,25 +77,34 @@ int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/
 struct FreeState {
     void operator()(copyfile_state_t state) const noexcept { copyfile_state_free(state); }
 };
+using State = std::unique_ptr<std::remove_pointer_t<copyfile_state_t>, FreeState>;
+
+/// The content alone: the source's rights, lists of access and flags are not for the copy.
+void copyContent(const FileDescriptor& source, const std::filesystem::path& to,
+                 const FileManager::CopyProgress& progress)
+{
+    FileDescriptor target = createPrivateFile(to);
+    if (!target) fail("cannot write", to);
+    Watch watch{progress, nullptr};
+    const copyfile_callback_t callback = onCopy;
+    const State state(copyfile_state_alloc());
+    if (!state ||
+        copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CB, reinterpret_cast<const void*>(callback)) != 0 ||
+        copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CTX, &watch) != 0)
+        fail("cannot write", to);
+    const int result = fcopyfile(source.get(), target.get(), state.get(), COPYFILE_DATA);
+    if (watch.thrown) std::rethrow_exception(watch.thrown);
+    // It may have been the source; either is no refusal to read it.
+    if (result != 0 || target.reset() != 0) fail("cannot write", to);
+}
 
 } // namespace
 
 void copyFileContent(const std::filesystem::path& from, const std::filesystem::path& to,
                      const FileManager::CopyProgress& progress)
 {
-    Watch watch{progress, nullptr};
-    const std::unique_ptr<std::remove_pointer_t<copyfile_state_t>, FreeState> state(copyfile_state_alloc());
-    copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CB, reinterpret_cast<const void*>(&onCopy));
-    copyfile_state_set(state.get(), COPYFILE_STATE_STATUS_CTX, &watch);
-    // COPYFILE_CLONE shares the blocks on APFS and falls back to copying; it implies that an existing target is
-    // refused.
-    const int result = copyfile(from.c_str(), to.c_str(), state.get(), COPYFILE_CLONE | COPYFILE_DATA);
-    const int code = errno;
-    if (watch.stopped) std::rethrow_exception(watch.stopped);
-    if (result != 0 || chmod(to.c_str(), 0600) != 0) {
-        throw std::filesystem::filesystem_error("cannot copy", from, to,
-                                                std::error_code(result != 0 ? code : errno, std::generic_category()));
-    }
+    const FileDescriptor source = openSource(from);
+    if (!clone(source, to)) copyContent(source, to, progress);
 }
 
 } // namespace vorn

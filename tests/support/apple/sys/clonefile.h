@@ -1,0 +1,9 @@
+#pragma once
+
+// Stand-in for the sharing of blocks between files.
+
+#include <cstdint>
+
+#define CLONE_NOOWNERCOPY 0x0002
+
+extern "C" int fclonefileat(int source, int folder, const char* to, std::uint32_t flags);
