@@ -24,7 +24,7 @@ constexpr std::int64_t rowsBetweenReports = 4096;
 
 bool isSet(const SQLiteRow& row, MessageColumn column)
 {
-    return row.int64(column).value_or(0) != 0;
+    return row.int64OrZero(column) != 0;
 }
 
 /// The web links of one text after another, each link once in each text.
@@ -74,7 +74,7 @@ public:
             const SQLiteDatabase& database)
         : attachments_(marks, bindings, database, arena_)
     {
-        for (const NimbrelChat& chat : chats) chatGuids_.emplace(chat.rowID, chat.guid);
+        for (const NimbrelChat& chat : chats) chatGuids_.emplace(chat.rowID, arena_.keep(chat.guid));
     }
 
     void take(const SQLiteRow& row)
@@ -86,9 +86,9 @@ public:
         if (isSet(row, messageItemType)) return skip("system");
         const auto body = messageBody(row.rawText(messageText), row.blobView(messageAttributedBody), bodyRoom_);
         const bool edited = isSet(row, messageDateEdited);
-        if (row.int64(messageDateRetracted).value_or(0) > 0 || (edited && body.empty())) return skip("unsent");
+        if (row.int64OrZero(messageDateRetracted) > 0 || (edited && body.empty())) return skip("unsent");
         if (body.empty() && !attachments_.has(*rowID)) return skip("empty");
-        const auto sentAt = timeline_.timeFor(row.int64(messageDate).value_or(0));
+        const auto sentAt = timeline_.timeFor(row.int64OrZero(messageDate));
         if (!sentAt) return skip("undated");
         timeline_.keep(*sentAt);
 
@@ -121,7 +121,7 @@ private:
     /// What a row says about its message beyond what decided to keep it.
     void fillIn(ExportedMessage& message, const SQLiteRow& row)
     {
-        message.chat = repeated_.of(chatGuid(row.int64(messageChat).value_or(-1)));
+        message.chat = chatGuid(row.int64(messageChat).value_or(-1));
         message.fromMe = isSet(row, messageIsFromMe);
         const auto service = row.rawText(messageService);
         if (service) message.service = repeated_.of(text::repaired(*service, room_));
@@ -146,10 +146,10 @@ private:
 
     RecordText keep(std::string_view text) { return arena_.keep(text::repaired(text, room_)); }
 
-    std::string_view chatGuid(std::int64_t chat) const
+    RecordText chatGuid(std::int64_t chat) const
     {
         const auto found = chatGuids_.find(chat);
-        return found == chatGuids_.end() ? std::string_view() : found->second;
+        return found == chatGuids_.end() ? RecordText() : TextArena::share(found->second);
     }
 
     Output output_;
@@ -157,7 +157,7 @@ private:
     RepeatedTexts repeated_{arena_};
     std::string room_, bodyRoom_;
     AttachmentIndex attachments_;
-    std::unordered_map<std::int64_t, std::string> chatGuids_;
+    std::unordered_map<std::int64_t, RecordText> chatGuids_;
     WebLinks webLinks_;
     std::vector<Link> links_;
     Timeline timeline_;

@@ -110,9 +110,14 @@ bool SQLiteRow::isNull(int column) const
 
 std::optional<std::int64_t> SQLiteRow::int64(int column) const
 {
-    const std::int64_t value = sqlite3_column_int64(statement_, column);
-    if (value == 0 && isNull(column)) return std::nullopt; // NULL reads as 0
+    const std::int64_t value = int64OrZero(column);
+    if (value == 0 && isNull(column)) return std::nullopt;
     return value;
+}
+
+std::int64_t SQLiteRow::int64OrZero(int column) const
+{
+    return sqlite3_column_int64(statement_, column); // which reads NULL as 0
 }
 
 std::optional<std::string> SQLiteRow::text(int column) const

@@ -30,6 +30,7 @@ public:
 
     bool isNull(int column) const;
     std::optional<std::int64_t> int64(int column) const;
+    std::int64_t int64OrZero(int column) const; ///< for NULL too
 
     /// The text up to its first NUL, with one U+FFFD for each maximal ill-formed part.
     std::optional<std::string> text(int column) const;

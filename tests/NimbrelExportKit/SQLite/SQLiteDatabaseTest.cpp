@@ -89,6 +89,7 @@ TEST_F(SQLiteDatabaseTest, NullReadsAsNothingAndAnEmptyBlobAsAnEmptyBuffer)
                        blobs.push_back(row.blob(0));
                        texts.push_back(row.text(1));
                        numbers.push_back(row.int64(2));
+                       EXPECT_EQ(row.int64OrZero(2), row.int64(2).value_or(0));
                    });
     EXPECT_THAT(nulls, ElementsAre(false, false, true));
     EXPECT_THAT(blobs, ElementsAre(ByteBuffer{std::byte{1}, std::byte{2}}, ByteBuffer(), std::nullopt));
