@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -31,16 +32,17 @@ std::optional<int> parse(int argc, char** argv, CommandLine& line)
     CLI::App app{
         "Writes a Messages database with an invented history: conversations with an assistant and with others.",
         "vorn-sample-history"};
+    const CLI::Range numberOfRows(std::int64_t{0}, SampleHistoryOptions::mostMessages);
     std::string until;
     app.add_option("--output", line.output, "The database to write, such as chat.db")->required();
     app.add_option("--messages", line.options.messages, "Rows of all conversations")
-        ->check(CLI::NonNegativeNumber)
+        ->check(numberOfRows)
         ->capture_default_str();
     app.add_option("--seed", line.options.seed, "Equal seeds give equal histories")->capture_default_str();
     app.add_option("--handle", line.options.handles, "A handle of the assistant; may be repeated")
         ->allow_extra_args(false);
     app.add_option("--in-log", line.options.inLog, "So many of the newest rows stay in the write-ahead log")
-        ->check(CLI::NonNegativeNumber)
+        ->check(numberOfRows)
         ->capture_default_str();
     app.add_option("--until", until, "No row is later than this time, such as 2026-03-01T09:15:00Z");
     app.add_flag("--only-assistant", line.options.onlyAssistant, "No conversations with others");

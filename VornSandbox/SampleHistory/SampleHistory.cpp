@@ -56,9 +56,19 @@ private:
 
 void check(const fs::path& output, const SampleHistoryOptions& options)
 {
-    if (options.messages < 0) throw std::invalid_argument("the number of messages is negative");
+    if (!output.has_filename()) throw std::invalid_argument("the output needs the name of a file, such as chat.db");
+    if (options.messages < 0 || options.messages > SampleHistoryOptions::mostMessages) {
+        throw std::invalid_argument("the number of messages is negative or too large");
+    }
     if (options.inLog < 0 || options.inLog > options.messages) {
         throw std::invalid_argument("the log cannot hold more messages than there are");
+    }
+    const fs::path folder = fs::absolute(output).parent_path();
+    if (!fs::is_directory(folder)) {
+        throw fs::filesystem_error("there is no folder", folder, std::make_error_code(std::errc::not_a_directory));
+    }
+    if (fs::is_directory(output)) {
+        throw fs::filesystem_error("will not replace", output, std::make_error_code(std::errc::is_a_directory));
     }
     if (!options.replaceExisting && (fs::exists(output) || fs::exists(beside(output, "-wal")))) {
         throw fs::filesystem_error("will not replace", output, std::make_error_code(std::errc::file_exists));

@@ -15,6 +15,9 @@ namespace vorn {
 
 /// What kind of Messages database to write. Equal options give equal rows.
 struct SampleHistoryOptions {
+    /// Twice as many rows would not fit into the nine years that a history spans at most.
+    static constexpr std::int64_t mostMessages = 100'000'000;
+
     std::int64_t messages = 5'000; ///< rows of table `message`, of all conversations
     std::uint64_t seed = 1;
 
@@ -86,8 +89,8 @@ public:
 /// Writes a Messages database as a current macOS keeps it to `path`, readable by this user alone, in write-ahead-log
 /// mode; beside it stands `path` + "-wal" when rows are in the log, and nothing else. Written in a private folder
 /// beside `path` and moved there when it is whole. Errors: `SampleHistoryError`, `std::filesystem::filesystem_error`
-/// (`file_exists` when there is a file already), `std::invalid_argument` for options that make no sense, `Cancelled`;
-/// nothing is left behind. Threads: any.
+/// (`file_exists` when there is a file already; a missing folder is not made), `std::invalid_argument` for options that
+/// make no sense, `Cancelled`; nothing is left behind. Threads: any.
 SampleHistorySummary writeSampleHistory(const std::filesystem::path& path, const SampleHistoryOptions& options);
 
 } // namespace vorn

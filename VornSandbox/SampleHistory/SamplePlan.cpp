@@ -36,8 +36,8 @@ std::string_view beginning(std::string_view text, std::int64_t scalars)
 
 SamplePlan::SamplePlan(const SampleHistoryOptions& options, const SampleCast& cast)
     : options_(options), cast_(cast), random_(options.seed), text_(random_),
-      timeline_(options.seed + 0x5EED, options.messages, options.until - appleEpoch), conversations_(cast.chats.size()),
-      plainSummary_(sampleBodies::plainSummary())
+      timeline_(options.seed + 0x5EED, options.messages, options.until - appleEpoch, options.cancel),
+      conversations_(cast.chats.size()), plainSummary_(sampleBodies::plainSummary())
 {
     summary_.handles = cast.assistant;
     for (const SampleChat& chat : cast.chats) {

@@ -11,12 +11,16 @@ constexpr std::int64_t longestSpan = std::int64_t{9} * 365 * 86'400; // in secon
 
 } // namespace
 
-SampleTimeline::SampleTimeline(std::uint64_t seed, std::int64_t rows, std::int64_t untilSeconds)
+SampleTimeline::SampleTimeline(std::uint64_t seed, std::int64_t rows, std::int64_t untilSeconds,
+                               const CancelFlag* cancel)
     : random_(seed), jitter_(seed + 1)
 {
     // The same steps are drawn twice: once to learn how long the history would be, then to fit it into its span.
     std::int64_t total = 1;
-    for (std::int64_t row = 0; row < rows; ++row) total += step().seconds;
+    for (std::int64_t row = 0; row < rows; ++row) {
+        if (cancel != nullptr) cancel->check();
+        total += step().seconds;
+    }
     random_ = SampleRandom(seed);
     leftInSession_ = 0;
     if (total > longestSpan) unit_ = std::max(second * longestSpan / total, millisecond);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Base/CancelFlag.h"
 #include "VornSandbox/SampleHistory/SampleRandom.h"
 
 #include <cstdint>
@@ -17,7 +18,9 @@ public:
 
     /// `untilSeconds` counts from 2001-01-01T00:00:00Z. A thousand rows take about two weeks, and a
     /// history that would take longer than nine years is compressed into them.
-    SampleTimeline(std::uint64_t seed, std::int64_t rows, std::int64_t untilSeconds);
+    /// Takes a second for a hundred million rows: a raised `cancel`, which may be absent, ends it with `Cancelled`.
+    SampleTimeline(std::uint64_t seed, std::int64_t rows, std::int64_t untilSeconds,
+                   const CancelFlag* cancel = nullptr);
 
     Tick next();
 

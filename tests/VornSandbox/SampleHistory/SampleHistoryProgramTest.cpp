@@ -5,7 +5,10 @@
 #include <nlohmann/json.hpp>
 
 #include <csignal>
+#include <filesystem>
+#include <string>
 #include <thread>
+#include <vector>
 
 namespace vorn::testing {
 namespace {
@@ -17,9 +20,7 @@ using ::testing::IsEmpty;
 /// The program, started with `arguments`.
 class Sampler : public Program {
 public:
-    explicit Sampler(std::vector<std::string> arguments)
-        : Program(SAMPLE_HISTORY_PROGRAM, std::move(arguments))
-    {}
+    explicit Sampler(std::vector<std::string> arguments) : Program(SAMPLE_HISTORY_PROGRAM, std::move(arguments)) {}
 };
 
 TEST(SampleHistoryProgram, WritesAHistoryAndSaysWhatIsInIt)
@@ -36,8 +37,8 @@ TEST(SampleHistoryProgram, WritesAHistoryAndSaysWhatIsInIt)
 TEST(SampleHistoryProgram, JSONHoldsTheWholeSummary)
 {
     const TemporaryFolder folder;
-    Sampler program({"--output", folder / "a.db", "--messages", "400", "--seed", "5", "--only-assistant",
-                           "--json", "--until", "2025-06-01T00:00:00Z"});
+    Sampler program({"--output", folder / "a.db", "--messages", "400", "--seed", "5", "--only-assistant", "--json",
+                     "--until", "2025-06-01T00:00:00Z"});
     ASSERT_EQ(program.exitCode(), 0) << program.errors();
     const auto summary = writeSampleHistory(
         folder / "b.db", {.messages = 400, .seed = 5, .onlyAssistant = true, .until = 1'748'736'000});
@@ -75,6 +76,51 @@ TEST(SampleHistoryProgram, RefusesWrongCommandLines)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
+TEST(SampleHistoryProgram, SaysHowManyRowsItCanWrite)
+{
+    const TemporaryFolder folder;
+    const auto errorsOf = [&folder](const std::string& option, const std::string& value) {
+        Sampler program({"--output", folder / "chat.db", option, value});
+        EXPECT_EQ(program.exitCode(), 2);
+        return program.errors();
+    };
+    for (const std::string option : {"--messages", "--in-log"}) {
+        for (const std::string value : {"abc", "-1", "1.5", "100000001", "99999999999999999999"}) {
+            SCOPED_TRACE(option + " " + value);
+            EXPECT_THAT(errorsOf(option, value),
+                        HasSubstr(option + ": Value " + value + " not in range 0 to 100000000"));
+        }
+    }
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST(SampleHistoryProgram, NeedsTheNameOfAFile)
+{
+    const TemporaryFolder folder;
+    for (const std::string& output : {std::string(), folder.path().string() + "/"}) {
+        SCOPED_TRACE(output);
+        Sampler program({"--output", output, "--messages", "10", "--force"});
+        EXPECT_EQ(program.exitCode(), 2);
+        EXPECT_THAT(program.errors(), HasSubstr("the output needs the name of a file"));
+    }
+    EXPECT_THAT(folder.names(), IsEmpty());
+}
+
+TEST(SampleHistoryProgram, MakesAndReplacesNoFolder)
+{
+    const TemporaryFolder folder;
+    Sampler missing({"--output", folder / "missing/chat.db", "--messages", "10"});
+    EXPECT_EQ(missing.exitCode(), 1);
+    EXPECT_THAT(missing.errors(), HasSubstr("there is no folder"));
+    EXPECT_THAT(folder.names(), IsEmpty());
+    std::filesystem::create_directory(folder / "chat.db");
+    Sampler occupied({"--output", folder / "chat.db", "--messages", "10", "--force"});
+    EXPECT_EQ(occupied.exitCode(), 1);
+    EXPECT_THAT(occupied.errors(), HasSubstr("will not replace"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder / "chat.db"));
+    EXPECT_THAT(folder.names(), ElementsAre("chat.db"));
+}
+
 TEST(SampleHistoryProgram, KeepsAFileThatIsThereUnlessForced)
 {
     const TemporaryFolder folder;
@@ -101,14 +147,26 @@ TEST(SampleHistoryProgram, SaysWhatItCanDo)
 TEST(SampleHistoryProgram, LeavesNothingWhenASignalStopsIt)
 {
     for (const int signal : {SIGINT, SIGTERM}) {
-        SCOPED_TRACE(signal);
-        const TemporaryFolder folder;
-        Sampler program({"--output", folder / "chat.db", "--messages", "2000000"});
-        while (folder.names().empty()) std::this_thread::yield(); // until it has begun
-        program.signal(signal);
-        EXPECT_EQ(program.exitCode(), 128 + signal);
-        EXPECT_THAT(folder.names(), IsEmpty());
+        for (const std::string messages : {"2000000", "100000000"}) { // in the midst of writing; of measuring
+            SCOPED_TRACE(messages + " messages, signal " + std::to_string(signal));
+            const TemporaryFolder folder;
+            Sampler program({"--output", folder / "chat.db", "--messages", messages});
+            while (folder.names().empty()) std::this_thread::yield(); // until it has begun
+            program.signal(signal);
+            EXPECT_EQ(program.exitCode(), 128 + signal);
+            EXPECT_THAT(folder.names(), IsEmpty());
+        }
     }
+}
+
+TEST(SampleHistoryProgram, LeavesNothingWhenFilesMayNotGrow)
+{
+    const TemporaryFolder folder;
+    Program program("/bin/sh", {"-c", "ulimit -f 500 && exec \"$0\" \"$@\"", SAMPLE_HISTORY_PROGRAM, "--output",
+                                folder / "chat.db", "--messages", "5000"});
+    EXPECT_EQ(program.exitCode(), 1) << "a signal must not end it";
+    EXPECT_THAT(program.errors(), HasSubstr("vorn-sample-history: "));
+    EXPECT_THAT(folder.names(), IsEmpty());
 }
 
 } // namespace

@@ -232,9 +232,9 @@ TEST(SampleHistory, RefusesOptionsThatMakeNoSense)
 {
     const TemporaryFolder folder;
     for (const SampleHistoryOptions& options :
-         {SampleHistoryOptions{.messages = -1}, SampleHistoryOptions{.messages = 5, .inLog = 6},
-          SampleHistoryOptions{.inLog = -1}, SampleHistoryOptions{.handles = {" "}},
-          SampleHistoryOptions{.handles = {"a@b.example", "a@b.example"}},
+         {SampleHistoryOptions{.messages = -1}, SampleHistoryOptions{.messages = 100'000'001},
+          SampleHistoryOptions{.messages = 5, .inLog = 6}, SampleHistoryOptions{.inLog = -1},
+          SampleHistoryOptions{.handles = {" "}}, SampleHistoryOptions{.handles = {"a@b.example", "a@b.example"}},
           SampleHistoryOptions{.handles = {"+12125550101"}}}) {
         EXPECT_THROW(writeSampleHistory(folder / "chat.db", options), std::invalid_argument);
         EXPECT_THAT(folder.names(), IsEmpty());

@@ -33,5 +33,14 @@ TEST(SampleTimeline, GrowsStrictlyAndEndsInTime)
     }
 }
 
+TEST(SampleTimeline, StopsMeasuringWhenCancelled)
+{
+    CancelFlag raised;
+    raised.cancel();
+    EXPECT_THROW(SampleTimeline(9, 5'000, until, &raised), Cancelled);
+    const CancelFlag calm;
+    EXPECT_EQ(SampleTimeline(9, 5'000, until, &calm).next().date, SampleTimeline(9, 5'000, until).next().date);
+}
+
 } // namespace
 } // namespace vorn
