@@ -7,6 +7,16 @@
 
 namespace vorn {
 
+FileDescriptor openRegularFile(const std::filesystem::path& path) noexcept
+{
+    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat facts{};
+    if (!file || fstat(file.get(), &facts) != 0) return FileDescriptor(-1);
+    if (S_ISREG(facts.st_mode)) return file;
+    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
+    return FileDescriptor(-1);
+}
+
 FileDescriptor createPrivateFile(const std::filesystem::path& path) noexcept
 {
     constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;

@@ -29,6 +29,10 @@ private:
     int number_;
 };
 
+/// Opens a file for reading and waits for nobody: a pipe would keep its reader for ever. None, with `errno`, when that
+/// fails and when it is something else than a file.
+FileDescriptor openRegularFile(const std::filesystem::path& path) noexcept;
+
 /// Makes a new file that only this user may read and write, whatever the process's mask, and opens it for writing.
 /// None, with `errno`, when that fails; also when there is a file already.
 FileDescriptor createPrivateFile(const std::filesystem::path& path) noexcept;

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <openssl/evp.h>
 
@@ -49,7 +48,7 @@ std::string SHA256::hexDigestOfFile(const std::filesystem::path& path)
     const auto fail = [&path] {
         throw std::filesystem::filesystem_error("cannot read", path, std::error_code(errno, std::generic_category()));
     };
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    const FileDescriptor file = openRegularFile(path);
     if (!file) fail();
     SHA256 hash;
     std::vector<std::byte> piece(1024 * 1024);

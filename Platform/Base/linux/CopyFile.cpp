@@ -9,7 +9,6 @@
 #include <fcntl.h>
 #include <linux/fs.h>
 #include <sys/ioctl.h>
-#include <sys/stat.h>
 
 namespace vorn {
 namespace {
@@ -22,15 +21,11 @@ constexpr std::size_t pieceSize = 32 * 1024 * 1024;
     throw std::filesystem::filesystem_error(what, path, std::error_code(errno, std::generic_category()));
 }
 
-/// Opens a file to copy. Waits for nobody: a pipe would keep the copy, and who wants to cancel it, for ever.
 FileDescriptor openSource(const std::filesystem::path& path)
 {
-    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat facts{};
-    if (!file || fstat(file.get(), &facts) != 0) fail("cannot read", path);
-    if (S_ISREG(facts.st_mode)) return file;
-    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
-    fail("cannot read", path);
+    FileDescriptor file = openRegularFile(path);
+    if (!file) fail("cannot read", path);
+    return file;
 }
 
 FileDescriptor openTarget(const std::filesystem::path& path)

@@ -22,15 +22,11 @@ namespace {
     throw std::filesystem::filesystem_error(what, path, std::error_code(errno, std::generic_category()));
 }
 
-/// Opens a file to copy. Waits for nobody: a pipe would keep the copy, and who wants to cancel it, for ever.
 FileDescriptor openSource(const std::filesystem::path& path)
 {
-    FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat facts{};
-    if (!file || fstat(file.get(), &facts) != 0) fail("cannot read", path);
-    if (S_ISREG(facts.st_mode)) return file;
-    errno = S_ISDIR(facts.st_mode) ? EISDIR : EINVAL;
-    fail("cannot read", path);
+    FileDescriptor file = openRegularFile(path);
+    if (!file) fail("cannot read", path);
+    return file;
 }
 
 /// Takes the rights away that a clone has from its source, and the lock, with which it could not be deleted.
