@@ -8,38 +8,73 @@
 #include "Platform/Base/Memory.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace vorn {
 namespace {
 
-/// Tells how far an export has come, and ends it when it was cancelled.
-struct Watch {
-    const NimbrelExporter::OnProgress& onProgress;
-    const CancelFlag& cancel;
+/// Tells how far an export has come, and ends it when it was cancelled or when who is told throws.
+class Watch {
+public:
+    Watch(const NimbrelExporter::OnProgress& onProgress, const CancelFlag& cancel)
+        : onProgress_(onProgress), cancel_(cancel)
+    {
+    }
 
+    void copied(std::uint64_t bytes) const { report(ExportProgress::Phase::copying, bytes); }
+
+    void read(std::int64_t rows)
+    {
+        rows_ = static_cast<std::uint64_t>(rows);
+        report(ExportProgress::Phase::reading, rows_);
+    }
+
+    /// Asked from within SQLite, also while it sorts and gives no rows; an exception may not pass through its
+    /// functions.
+    bool endsReading() noexcept
+    {
+        try {
+            report(ExportProgress::Phase::reading, rows_);
+            return false;
+        } catch (...) {
+            thrown_ = std::current_exception();
+            return true;
+        }
+    }
+
+    /// Throws what ended the reading, if that was not SQLite itself.
+    void rethrow() const
+    {
+        if (thrown_) std::rethrow_exception(thrown_);
+    }
+
+private:
     void report(ExportProgress::Phase phase, std::uint64_t done) const
     {
-        cancel.check();
-        if (onProgress) onProgress({phase, done});
+        cancel_.check();
+        if (onProgress_) onProgress_({phase, done});
     }
+
+    const NimbrelExporter::OnProgress& onProgress_;
+    const CancelFlag& cancel_;
+    std::uint64_t rows_ = 0;
+    std::exception_ptr thrown_;
 };
 
-SQLiteDatabase openSnapshot(const MessagesSnapshot& snapshot, const CancelFlag& cancel)
+SQLiteDatabase openSnapshot(const MessagesSnapshot& snapshot, Watch& watch)
 {
     SQLiteDatabase database(snapshot.databaseURL().string(), SQLiteDatabase::Mode::queryOnly);
     // Sorting would otherwise spill private text into files outside the private folder.
     database.execute("PRAGMA temp_store = MEMORY");
-    database.stopWhen([&cancel] { return cancel.isCancelled(); });
+    database.stopWhen([&watch] { return watch.endsReading(); });
     return database;
 }
 
-NimbrelExportResult read(const MessagesSnapshot& snapshot, const std::vector<std::string>& handles, const Watch& watch)
+NimbrelExportResult read(const MessagesSnapshot& snapshot, const std::vector<std::string>& handles, Watch& watch)
 {
-    const SQLiteDatabase database = openSnapshot(snapshot, watch.cancel);
+    const SQLiteDatabase database = openSnapshot(snapshot, watch);
     auto chats = NimbrelChatLocator::locate(database, handles);
-    auto output = MessageReader::read(chats, database, [&watch](std::int64_t rows) {
-        watch.report(ExportProgress::Phase::reading, static_cast<std::uint64_t>(rows));
-    });
+    auto output = MessageReader::read(chats, database, [&watch](std::int64_t rows) { watch.read(rows); });
     return {std::move(chats), std::move(output.messages), std::move(output.skipped)};
 }
 
@@ -53,18 +88,17 @@ NimbrelExporter::NimbrelExporter(std::filesystem::path databaseURL, int attempts
 NimbrelExportResult NimbrelExporter::export_(const std::vector<std::string>& handles, const OnProgress& onProgress,
                                              const CancelFlag& cancel) const
 {
-    const Watch watch{onProgress, cancel};
+    Watch watch(onProgress, cancel);
     for (int attempt = 0; attempt < attempts_; ++attempt) {
-        auto snapshot = MessagesSnapshot::take(databaseURL_, fileManager_, [&watch](std::uint64_t bytes) {
-            watch.report(ExportProgress::Phase::copying, bytes);
-        });
+        auto snapshot =
+            MessagesSnapshot::take(databaseURL_, fileManager_, [&watch](std::uint64_t bytes) { watch.copied(bytes); });
         try {
             NimbrelExportResult result = read(snapshot, handles, watch);
             snapshot.remove();
             memory::returnFreed(); // sorting a large history took as much as its records
             return result;
         } catch (const SQLiteError& error) {
-            cancel.check(); // a cancelled statement ends with an error of its own
+            watch.rethrow(); // a statement that was ended has an error of its own
             if (!error.isCorruption()) throw NimbrelExportError(NimbrelExportError::Database{error});
         }
     }

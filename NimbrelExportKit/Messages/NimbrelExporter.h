@@ -16,7 +16,7 @@ namespace vorn {
 struct ExportProgress {
     enum class Phase {
         copying, ///< `done` counts bytes
-        reading, ///< `done` counts rows
+        reading, ///< `done` counts rows; 0 while they are sorted
     };
     Phase phase = Phase::copying;
     std::uint64_t done = 0;

@@ -154,6 +154,28 @@ TEST_F(NimbrelExporterTest, TellsHowFarItHasCome)
     EXPECT_EQ(rows, 4096U);
 }
 
+TEST_F(NimbrelExporterTest, TellsThatItReadsBeforeTheFirstRow)
+{
+    writeHistory(5000);
+    std::vector<std::uint64_t> told;
+    exporter().export_(handles, [&](const ExportProgress& progress) {
+        if (progress.phase == ExportProgress::Phase::reading) told.push_back(progress.done);
+    });
+    EXPECT_EQ(told.front(), 0U); // while SQLite sorts
+    EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
+}
+
+TEST_F(NimbrelExporterTest, PassesOnWhatIsThrownWhileSQLiteSorts)
+{
+    writeHistory(5000);
+    const auto refuse = [](const ExportProgress& progress) {
+        if (progress.phase == ExportProgress::Phase::reading) throw std::out_of_range("told enough");
+    };
+    EXPECT_THROW(exporter().export_(handles, refuse), std::out_of_range);
+    EXPECT_EQ(files.created, 1);
+    EXPECT_THAT(temporary.names(), IsEmpty());
+}
+
 TEST_F(NimbrelExporterTest, StopsSoonAfterACancelAndDeletesTheCopy)
 {
     writeHistory(5000);
@@ -170,7 +192,7 @@ TEST_F(NimbrelExporterTest, StopsInTheMiddleOfReading)
     CancelFlag cancel;
     std::uint64_t rows = 0;
     const auto stopWhileReading = [&](const ExportProgress& progress) {
-        if (progress.phase != ExportProgress::Phase::reading) return;
+        if (progress.phase != ExportProgress::Phase::reading || progress.done == 0) return;
         rows = progress.done;
         cancel.cancel();
     };
