@@ -13,16 +13,6 @@ namespace {
 
 constexpr std::size_t longestLocalPart = 64;
 
-bool contains(std::string_view set, char c)
-{
-    return set.find(c) != std::string_view::npos;
-}
-
-bool isWordCharacter(char c)
-{
-    return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
-}
-
 /// Whether the text in front lets an address begin at `begin`.
 bool mayBeginAt(std::string_view text, std::size_t begin)
 {
@@ -34,10 +24,10 @@ bool mayBeginAt(std::string_view text, std::size_t begin)
     if (before.back() == '/') {
         if (!before.ends_with("//")) return false;
         return before.size() == 2 ||
-               !(contains(":/\\_", before[before.size() - 3]) || isWordCharacter(before[before.size() - 3]));
+               !(isOneOf(before[before.size() - 3], ":/\\_") || isWordCharacter(before[before.size() - 3]));
     }
     if (before.ends_with("mailto:")) return false;
-    return !contains("@$#\\_-%&+", before.back());
+    return !isOneOf(before.back(), "@$#\\_-%&+");
 }
 
 /// Whether what follows makes the name part of an e-mail address.
@@ -47,7 +37,7 @@ bool isLocalPart(std::string_view text, std::size_t end)
     for (std::size_t at = end; at < limit; ++at) {
         const char c = text[at];
         if (c == '@') return at == end || (at + 1 < text.size() && isWordCharacter(text[at + 1]));
-        if (!isAlphanumeric(static_cast<unsigned char>(c)) && !contains("!$%&'*+-.=^_`{|}~", c)) return false;
+        if (!isAlphanumeric(static_cast<unsigned char>(c)) && !isOneOf(c, "!$%&'*+-.=^_`{|}~")) return false;
     }
     return false;
 }
@@ -59,11 +49,6 @@ std::size_t portEnd(std::string_view text, std::size_t at)
     unsigned port = 0;
     const auto [end, error] = std::from_chars(text.data() + at + 1, text.data() + text.size(), port);
     return error == std::errc() && port <= 65535 ? static_cast<std::size_t>(end - text.data()) : std::string_view::npos;
-}
-
-bool beginsTail(std::string_view text, std::size_t at)
-{
-    return at < text.size() && contains("/?#", text[at]);
 }
 
 } // namespace
@@ -86,7 +71,7 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
                         .before = text.substr(0, begin),
                         .after = text.substr(host.end),
                         .host = host,
-                        .hasPath = end > host.end && contains("/?#", text[portEnd(text, host.end)])};
+                        .hasPath = end > host.end && beginsTail(text, portEnd(text, host.end))};
     if (!isAddress(name) || isLocalPart(text, host.end)) return none;
     // Underscores in front are part of a name, unless others behind make them emphasis.
     if (begin > wordBegin && !text.substr(end).starts_with('_')) return none;

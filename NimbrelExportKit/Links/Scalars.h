@@ -38,6 +38,17 @@ constexpr bool isAlphanumeric(char32_t c) noexcept
     return isLetter(c) || isDigit(c);
 }
 
+/// Whether a byte of UTF-8 is a letter or digit of ASCII, or belongs to any other character.
+constexpr bool isWordCharacter(char c) noexcept
+{
+    return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
+}
+
+constexpr bool isOneOf(char c, std::string_view set) noexcept
+{
+    return set.find(c) != std::string_view::npos;
+}
+
 constexpr bool isHexDigit(char32_t c) noexcept
 {
     return isDigit(c) || (c >= U'a' && c <= U'f') || (c >= U'A' && c <= U'F');

@@ -10,16 +10,6 @@ namespace {
 
 constexpr std::string_view separator = "://";
 
-bool isOneOf(char c, std::string_view set)
-{
-    return set.find(c) != std::string_view::npos;
-}
-
-bool isWordCharacter(char c)
-{
-    return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
-}
-
 bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase)
 {
     // Letters differ in one bit; the names compared here are letters only.
@@ -98,11 +88,6 @@ std::size_t skipRootDot(std::string_view text, std::size_t at)
     const bool named =
         rest.size() > 1 && rest[0] == '.' && (rest[1] == '/' || (rest[1] == ':' && skipPort(text, at + 1) > at + 1));
     return named ? at + 1 : at;
-}
-
-bool beginsTail(std::string_view text, std::size_t at)
-{
-    return at < text.size() && (text[at] == '/' || text[at] == '?' || text[at] == '#');
 }
 
 /// Whether what follows the host leaves it one. A single name that something else is glued to is none:

@@ -5,6 +5,12 @@
 
 namespace vorn::links {
 
+/// Whether a path, query or fragment begins at `at`.
+constexpr bool beginsTail(std::string_view text, std::size_t at) noexcept
+{
+    return at < text.size() && (text[at] == '/' || text[at] == '?' || text[at] == '#');
+}
+
 /// Where the path, query and fragment that begin at `at` (a '/', '?' or '#') end, as a reader sees them: brackets that
 /// open inside close inside; quotation marks, sentence punctuation, text of a script without spaces and emoji that
 /// follow are left out. `before` is the character in front of the whole link, NUL when there is none: a quotation mark
