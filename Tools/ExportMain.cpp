@@ -111,16 +111,20 @@ private:
     {
         try {
             return SHA256::hexDigestOfFile(archive.url);
-        } catch (const std::exception& error) {
-            throw Failed{failureOfWriting(error, archive.url)};
+        } catch (const std::exception&) {
+            throw Failed{statisticsLost()}; // the archive itself is where it should be
         }
+    }
+
+    static ExportFailure statisticsLost()
+    {
+        return {ExportStatus::statisticsLost, "The archive is written, but its statistics could not be printed."};
     }
 
     static void print(const std::string& text)
     {
         if (std::fputs(text.c_str(), stdout) != EOF && std::fflush(stdout) == 0) return;
-        throw Failed{
-            {ExportStatus::statisticsLost, "The archive is written, but its statistics could not be printed."}};
+        throw Failed{statisticsLost()};
     }
 
     void show(const ExportProgress& progress)

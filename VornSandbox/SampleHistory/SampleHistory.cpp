@@ -12,8 +12,6 @@
 #include <cerrno>
 #include <system_error>
 
-#include <fcntl.h>
-
 namespace vorn {
 namespace {
 
@@ -45,7 +43,7 @@ public:
     /// The file is made before SQLite opens it: SQLite would let others read it, and gives its log the same mode.
     void makeEmptyFile() const
     {
-        const FileDescriptor file(open(database().c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+        const FileDescriptor file = createPrivateFile(database());
         if (!file)
             throw fs::filesystem_error("cannot write", database(), std::error_code(errno, std::generic_category()));
     }

@@ -83,9 +83,8 @@ void MessagesFixture::createTable(const std::string& name, std::vector<std::stri
         std::transform(definitions.begin(), definitions.end(), definitions.begin(),
                        [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     }
-    // The joins keep their columns by name, and only tables that the export reads by name have a ROWID of their own.
-    database_.execute("CREATE TABLE " + name + " (" + definitions + (constraints.empty() ? "" : ", " + constraints) +
-                      ")");
+    const bool constrained = schema_.indexes && !constraints.empty(); // a constraint brings an index of its own
+    database_.execute("CREATE TABLE " + name + " (" + definitions + (constrained ? ", " + constraints : "") + ")");
 }
 
 void MessagesFixture::insert(const std::string& table, const Values& values)
