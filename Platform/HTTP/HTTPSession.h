@@ -24,13 +24,13 @@ struct HTTPRequest {
     Method method = Method::get;
     URL url;
     HTTPHeaders headers;
-    /// The body, which the transfer keeps alive; null sends none. An empty body still sends its length. A PUT and a POST
-    /// without a body say `Content-Length: 0`.
+    /// The body, which the transfer keeps alive; null sends none. An empty body still sends its length. A PUT and a
+    /// POST without a body say `Content-Length: 0`.
     std::shared_ptr<const ByteBuffer> body;
     /// The longest silence in either direction before the transfer ends as timed out; not a limit of the whole.
     std::chrono::milliseconds inactivityLimit{30'000};
-    /// Told how many bytes of the body have left so far, in growing steps, on the session's own thread. Not called again
-    /// once the awaiting coroutine has been resumed.
+    /// Told how many bytes of the body have left so far, in growing steps, on the session's own thread. Not called
+    /// again once the awaiting coroutine has been resumed.
     std::function<void(std::int64_t bytesSent)> onBodyProgress;
 };
 
@@ -43,9 +43,9 @@ struct HTTPResponse {
     std::optional<std::string> header(std::string_view name) const;
 };
 
-/// Sends requests over kept-alive connections, on one thread of its own. Redirects are answers, there are no cookies and
-/// no caches, and nothing is ever sent twice: a request on a connection that turns out dead fails.
-/// Threads: any; the coroutine resumes on its own executor.
+/// Sends requests over kept-alive connections, on one thread of its own. Redirects are answers, there are no cookies
+/// and no caches, and nothing is ever sent twice: a request on a connection that turns out dead fails. Threads: any;
+/// the coroutine resumes on its own executor.
 class HTTPSession {
 public:
     HTTPSession();
@@ -53,8 +53,8 @@ public:
     ~HTTPSession();
     HTTPSession(HTTPSession&&) = delete;
 
-    /// Sends `request` and gives the answer, whatever its status. Throws `URLError`; `Cancelled` once the awaiting task is
-    /// cancelled, and the connection is then closed without waiting for it. An answer larger than 16 MiB fails as
+    /// Sends `request` and gives the answer, whatever its status. Throws `URLError`; `Cancelled` once the awaiting task
+    /// is cancelled, and the connection is then closed without waiting for it. An answer larger than 16 MiB fails as
     /// `dataLengthExceedsMaximum`.
     Async<HTTPResponse> send(HTTPRequest request);
 

@@ -5,7 +5,8 @@
 
 namespace vorn {
 
-/// A transfer that brought no answer. `what()` is a sentence of the platform's; it names no URL, which may hold secrets.
+/// A transfer that brought no answer. `what()` is a sentence of the platform's; it names no URL, which may hold
+/// secrets.
 class URLError : public std::exception {
 public:
     enum class Code {
@@ -18,7 +19,7 @@ public:
         notConnectedToInternet,
         timedOut,
         secureConnectionFailed,
-        badServerResponse,       ///< what came is not HTTP, or breaks off
+        badServerResponse, ///< what came is not HTTP, or breaks off
         dataLengthExceedsMaximum,
         requestBodyStreamExhausted,
     };

@@ -1,0 +1,162 @@
+#pragma once
+
+#include "Platform/Async/Async.h"
+#include "Platform/Async/WorkQueue.h"
+#include "Platform/Base/CancelFlag.h"
+
+#include <condition_variable>
+#include <mutex>
+
+namespace vorn {
+
+/// Stops what a suspended coroutine waits for. Called on the coroutine's own thread, at most once.
+using CancelAction = std::function<void()>;
+
+/// When the coroutine of a cancelled task goes on.
+enum class OnCancel {
+    leave,         ///< at once; what it waited for ends on its own, and its result is dropped
+    waitForResult, ///< when what it waited for has ended: it may use what the coroutine owns
+};
+
+namespace detail {
+
+/// Where the answer to one suspended coroutine arrives, from any thread. The first one counts.
+template <class T>
+class Mailbox : public std::enable_shared_from_this<Mailbox<T>> {
+public:
+    Mailbox(std::weak_ptr<Job> job, std::shared_ptr<WorkQueue> queue) : job_(std::move(job)), queue_(std::move(queue))
+    {
+    }
+
+    bool settle(Outcome<T> outcome)
+    {
+        {
+            const std::lock_guard lock(mutex_);
+            if (settled_) return false;
+            settled_ = true;
+            outcome_ = std::move(outcome);
+            ended_.notify_all();
+        }
+        queue_->post([box = this->shared_from_this()] { box->wake(); });
+        return true;
+    }
+
+    void waitUntilSettled()
+    {
+        std::unique_lock lock(mutex_);
+        ended_.wait(lock, [this] { return settled_; });
+    }
+
+    /// On the coroutine's own thread, once woken.
+    T take() { return takeFrom<T>(outcome_); }
+
+private:
+    void wake()
+    {
+        const auto job = job_.lock();
+        if (job && job->waitsFor(this)) job->wake();
+    }
+
+    std::weak_ptr<Job> job_;
+    std::shared_ptr<WorkQueue> queue_;
+    std::mutex mutex_; ///< guards the two below until the coroutine is woken
+    std::condition_variable ended_;
+    bool settled_ = false;
+    Outcome<T> outcome_;
+};
+
+} // namespace detail
+
+/// Ends one suspension, with a value or an error. Copyable; any thread; only the first call of all copies counts. When
+/// the last copy goes without a call, nobody will ever answer, and the suspension ends as cancelled.
+template <class T>
+class Resume {
+public:
+    explicit Resume(std::shared_ptr<detail::Mailbox<T>> box) : last_(std::make_shared<Last>(std::move(box))) {}
+
+    template <class... Value>
+    void operator()(Value&&... value) const
+    {
+        last_->box->settle(detail::Outcome<T>(std::in_place_index<1>, std::forward<Value>(value)...));
+    }
+    void fail(std::exception_ptr error) const { last_->box->settle(std::move(error)); }
+
+private:
+    struct Last {
+        explicit Last(std::shared_ptr<detail::Mailbox<T>> to) : box(std::move(to)) {}
+        ~Last() { box->settle(std::make_exception_ptr(Cancelled())); }
+        Last(Last&&) = delete;
+        std::shared_ptr<detail::Mailbox<T>> box;
+    };
+    std::shared_ptr<Last> last_;
+};
+
+namespace detail {
+
+template <class T, class Start>
+class SuspendAwaiter final : public Wait {
+public:
+    SuspendAwaiter(Start start, OnCancel onCancel) : start_(std::move(start)), onCancel_(onCancel) {}
+    SuspendAwaiter(SuspendAwaiter&&) = delete;
+    /// Waiting still only when the whole job is torn down.
+    ~SuspendAwaiter()
+    {
+        if (box_ && job_->waitsFor(box_.get())) {
+            interrupt();
+            job_->endWait();
+            if (onCancel_ == OnCancel::waitForResult) box_->waitUntilSettled();
+        }
+    }
+
+    bool await_ready() const noexcept { return false; }
+
+    template <class Promise>
+    bool await_suspend(std::coroutine_handle<Promise> at)
+    {
+        job_ = at.promise().job;
+        if (job_->isInterrupted()) return false;
+        box_ = std::make_shared<Mailbox<T>>(job_->weak_from_this(), job_->queue());
+        job_->beginWait(this, box_.get(), at);
+        try {
+            cancelAction_ = start_(Resume<T>(box_));
+        } catch (...) {
+            job_->endWait();
+            throw; // into the coroutine, at this await
+        }
+        return true;
+    }
+
+    T await_resume()
+    {
+        if (job_->isInterrupted()) throw Cancelled();
+        return box_->take();
+    }
+
+    void interrupt() override
+    {
+        const bool leaves = onCancel_ == OnCancel::leave;
+        if (leaves && !box_->settle(std::make_exception_ptr(Cancelled()))) return; // the result is on its way
+        if (cancelAction_) std::exchange(cancelAction_, nullptr)();
+    }
+
+private:
+    Start start_;
+    OnCancel onCancel_;
+    Job* job_ = nullptr;
+    std::shared_ptr<Mailbox<T>> box_;
+    CancelAction cancelAction_;
+};
+
+} // namespace detail
+
+/// The primitive under everything that waits: `co_await suspend<T>(start)` calls `start(Resume<T>)`, which begins
+/// something and returns how to stop it (null when it cannot be stopped), and suspends until the `Resume` is called.
+/// What `start` throws is thrown here. The coroutine goes on from its own queue, never from inside of `Resume` or a
+/// cancel.
+template <class T, class Start>
+auto suspend(Start start, OnCancel onCancel = OnCancel::leave)
+{
+    return detail::SuspendAwaiter<T, Start>(std::move(start), onCancel);
+}
+
+} // namespace vorn

@@ -1,0 +1,83 @@
+#include "Platform/Async/WorkQueue.h"
+
+#include "Platform/Async/Job.h"
+#include "Platform/Base/Fatal.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vorn::detail {
+
+void WorkQueue::post(std::function<void()> work)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        if (closed_) return;
+        work_.push_back(std::move(work));
+        posted_.notify_one();
+        if (std::exchange(wakeUpCalled_, true)) return;
+    }
+    if (wakeUp_) wakeUp_();
+}
+
+bool WorkQueue::runOne()
+{
+    std::function<void()> work;
+    {
+        const std::lock_guard lock(mutex_);
+        if (work_.empty()) return false;
+        work = std::move(work_.front());
+        work_.pop_front();
+    }
+    work(); // unlocked and taken out before: it may post, and it may run a loop of its own over this queue
+    return true;
+}
+
+std::size_t WorkQueue::size() const
+{
+    const std::lock_guard lock(mutex_);
+    return work_.size();
+}
+
+void WorkQueue::expectWakeUp()
+{
+    const std::lock_guard lock(mutex_);
+    wakeUpCalled_ = false;
+}
+
+void WorkQueue::waitForWork()
+{
+    std::unique_lock lock(mutex_);
+    posted_.wait(lock, [this] { return !work_.empty(); });
+}
+
+void WorkQueue::close()
+{
+    std::deque<std::function<void()>> dropped; // destroyed unlocked: what they hold may post
+    {
+        const std::lock_guard lock(mutex_);
+        closed_ = true;
+        dropped.swap(work_);
+    }
+    const auto ended = std::exchange(jobs_, {}); // destroys the frames of those that still wait
+}
+
+void WorkQueue::adopt(const std::shared_ptr<Job>& job)
+{
+    requireOwnThread("start a task");
+    jobs_.insert(job);
+}
+
+void WorkQueue::cancelJobs()
+{
+    const std::vector<std::shared_ptr<Job>> running(jobs_.begin(), jobs_.end());
+    for (const auto& job : running) job->cancel();
+}
+
+void WorkQueue::requireOwnThread(const char* what) const
+{
+    if (std::this_thread::get_id() != owner_) fatalError(std::string("only a queue's own thread may ") + what);
+}
+
+} // namespace vorn::detail
