@@ -1,0 +1,98 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+// What is said to submit an export and to follow its review. JSON keys are the fields' names.
+
+/// Sent with a submission: where this Mac says it is.
+struct DeviceSignals {
+    std::string timezone; ///< an IANA name such as "Europe/Berlin"
+    std::string locale;   ///< in BCP 47 form, such as "en-US"
+    bool operator==(const DeviceSignals&) const = default;
+};
+
+/// Sent: opens a submission.
+struct CreateSubmissionRequest {
+    std::string termsVersion;
+    std::int64_t sizeBytes = 0; ///< of the archive
+    std::int64_t partCount = 0;
+    std::optional<DeviceSignals> device;
+    bool operator==(const CreateSubmissionRequest&) const = default;
+};
+
+/// Received: where one part goes.
+struct PresignedPart {
+    std::int64_t partNumber = 0;
+    std::string url; ///< lets its holder upload this part: a secret
+    bool operator==(const PresignedPart&) const = default;
+};
+
+/// Received: one file of a submission.
+struct UploadAsset {
+    std::string assetId;
+    std::int64_t position = 0;
+    std::string uploadId;
+    std::vector<PresignedPart> parts;
+    bool operator==(const UploadAsset&) const = default;
+};
+
+/// Received: a submission that waits for its files.
+struct SubmissionUpload {
+    std::string submissionId;
+    std::string questId;
+    std::int64_t attempt = 0;
+    std::vector<UploadAsset> assets;
+    std::int64_t expiresInSeconds = 0; ///< how long the parts' URLs work
+    bool operator==(const SubmissionUpload&) const = default;
+};
+
+/// Sent: asks for the URLs of more parts.
+struct PartUrlsRequest {
+    std::int64_t fromPart = 0; ///< the first part's number
+    std::int64_t count = 0;
+    bool operator==(const PartUrlsRequest&) const = default;
+};
+
+/// Received: the URLs of more parts.
+struct PartUrls {
+    std::string submissionId;
+    std::string assetId;
+    std::vector<PresignedPart> parts;
+    std::int64_t expiresInSeconds = 0; ///< how long the URLs work
+    bool operator==(const PartUrls&) const = default;
+};
+
+/// Sent: a part that has arrived.
+struct CompletedPart {
+    std::int64_t partNumber = 0;
+    std::string etag; ///< as the part's upload returned it
+    bool operator==(const CompletedPart&) const = default;
+};
+
+/// Sent: all parts have arrived.
+struct CompleteAssetRequest {
+    std::vector<CompletedPart> parts;
+    std::string sha256; ///< of the whole archive
+    bool operator==(const CompleteAssetRequest&) const = default;
+};
+
+/// Received: how a submission's review stands.
+struct SubmissionStatus {
+    std::string id;
+    std::string questId;
+    std::string status;
+    std::optional<std::string> rejectionReasonKey;
+    std::optional<std::string> rewardUsd; ///< dollars as text; the quest's own `rewardUsd` is a number
+    std::optional<std::int64_t> assetsRemaining;
+    bool operator==(const SubmissionStatus&) const = default;
+
+    /// Whether the review is over. A status this version does not know is not an end: the service is still checking.
+    bool isTerminal() const noexcept { return status == "approved" || status == "rejected" || status == "expired"; }
+};
+
+} // namespace vorn

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "VornMacCore/JSON/JSONErrors.h"
+#include "VornMacCore/Wire/WireRecords.h"
+
+#include <string>
+#include <string_view>
+
+namespace vorn {
+
+/// Reads a record that is received: `DeviceLink`, `DeviceLinkPoll`, `TokenPair`, `Revoked`, `NimbrelState`,
+/// `SubmissionUpload`, `PartUrls`, `SubmissionStatus`, `ErrorBody` or `DeviceSignals`; any other does not link.
+/// Throws `UndecodableJSON` for what is not such a record: see `JSONObject` for what counts as JSON. Threads: any.
+template <class Record>
+Record fromJSON(std::string_view text);
+
+/// Writes a record that is sent: `CreateDeviceLinkRequest`, `PollDeviceLinkRequest`, `RefreshRequest`,
+/// `CreateSubmissionRequest`, `PartUrlsRequest`, `CompleteAssetRequest` or `DeviceSignals`; any other does not link.
+/// Compact, keys in the order of the fields. Throws `UnencodableJSON` for ill-formed UTF-8. Threads: any.
+template <class Record>
+std::string toJSON(const Record& record);
+
+} // namespace vorn
