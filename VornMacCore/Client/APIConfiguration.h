@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Platform/Base/Bundle.h"
+#include "Platform/HTTP/URL.h"
+
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// Where the service is. A value; threads: any.
+struct APIConfiguration {
+    URL baseURL;
+    bool operator==(const APIConfiguration&) const = default;
+
+    static constexpr const char* versionPrefix = "api/v1";
+    static constexpr const char* infoPlistKey = "VornAPIBaseURL";                ///< in the bundle's property list
+    static constexpr const char* overrideDefaultsKey = "VornAPIBaseURLOverride"; ///< in the user defaults
+
+    /// Used when nothing else is given. Like the development host, a name under "example", which RFC 2606 reserves:
+    /// nobody can ever own it, so a build that was not told its service sends tokens and exports to no stranger. A
+    /// release sets the property-list key.
+    static const URL& productionBaseURL();
+    /// For developers to name in the override; never chosen by itself.
+    static const URL& developmentBaseURL();
+
+    /// The first of `overrideValue` and `infoValue` that is fit to be a base URL, else `productionBaseURL`. Fit is an
+    /// https URL, or an http URL of this very machine ("localhost" or "127.0.0.1"), which has neither user info nor a
+    /// query nor a fragment: user info hides which host is meant, and the others have no place in front of an
+    /// endpoint's path. What is not fit is passed over silently.
+    static APIConfiguration resolve(const std::optional<std::string>& infoValue,
+                                    const std::optional<std::string>& overrideValue);
+
+    /// As above, with the `infoPlistKey` of `bundle`.
+    static APIConfiguration resolve(const Bundle& bundle, const std::optional<std::string>& overrideValue);
+
+    /// What endpoint paths are appended to: `baseURL`, with the version prefix unless its path ends with it, with or
+    /// without one more "/".
+    URL apiRoot() const;
+};
+
+} // namespace vorn

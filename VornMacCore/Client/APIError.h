@@ -1,0 +1,62 @@
+#pragma once
+
+#include <exception>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace vorn {
+
+/// Why the service did not do what was asked. `what()` is what the user is told. Transfers that brought no answer at
+/// all fail as `URLError` instead.
+class APIError : public std::exception {
+public:
+    /// An answer other than 2xx and 401, with the service's own words where it gave some.
+    struct HTTP {
+        int status = 0;
+        std::optional<std::string> message;
+        std::optional<std::string> code;
+        bool operator==(const HTTP&) const = default;
+    };
+    /// There is no session.
+    struct NotSignedIn {
+        bool operator==(const NotSignedIn&) const = default;
+    };
+    /// The service does not accept the session any more.
+    struct SessionExpired {
+        bool operator==(const SessionExpired&) const = default;
+    };
+    /// Another user's session has taken the place of the one the work was begun with.
+    struct SessionChanged {
+        bool operator==(const SessionChanged&) const = default;
+    };
+    /// What came is not what the service promises.
+    struct InvalidResponse {
+        bool operator==(const InvalidResponse&) const = default;
+    };
+    using Reason = std::variant<HTTP, NotSignedIn, SessionExpired, SessionChanged, InvalidResponse>;
+
+    APIError(Reason reason); // NOLINT(google-explicit-constructor): thrown by its reason
+
+    const Reason& reason() const noexcept { return reason_; }
+
+    template <class Case>
+    bool is() const noexcept
+    {
+        return std::holds_alternative<Case>(reason_);
+    }
+
+    /// Whether the service has switched this feature off: exactly the answers with status 404.
+    bool isLaneOff() const noexcept;
+
+    /// For the user.
+    const char* what() const noexcept override { return text_.c_str(); }
+
+    bool operator==(const APIError& other) const noexcept { return reason_ == other.reason_; }
+
+private:
+    Reason reason_;
+    std::string text_;
+};
+
+} // namespace vorn

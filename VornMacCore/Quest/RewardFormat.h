@@ -1,0 +1,21 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+/// Amounts of money as users read them, the same in every locale. Threads: any.
+namespace vorn::RewardFormat {
+
+/// "$" and `amount` in dollars with two decimals, rounded as `printf` rounds; no thousands separators, and a minus sign
+/// stands after the dollar sign: "$-1.50".
+std::string usd(double amount);
+
+/// As above; nothing for an absent amount.
+std::optional<std::string> usd(const std::optional<double>& amount);
+
+/// As above, for an amount in text; nothing when it is absent or not, as a whole, a decimal number as C writes one: an
+/// optional sign, digits with at most one ".", an optional exponent ("12", "12.50", ".5", "+1", "1e3"). White space,
+/// other characters, hexadecimal, "inf", "nan" and a number beyond a double's range are none.
+std::optional<std::string> usd(const std::optional<std::string>& amount);
+
+} // namespace vorn::RewardFormat
