@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace vorn {
@@ -17,5 +18,21 @@ SystemVersion systemVersion();
 
 /// Reads up to three numbers between points; what follows them is left aside, what is missing is 0.
 SystemVersion parseSystemVersion(std::string_view text);
+
+/// The name that the user gave this computer, else the one it has in the network; empty when there is none.
+std::string computerName();
+
+/// The current time zone by its IANA name, such as "Europe/Berlin". `TZ` counts for more than the system's setting; for
+/// a zone that has no name it is one with its offset, else "Etc/UTC". Threads: any.
+std::string timeZoneIdentifier();
+
+/// The user's language and region as a BCP 47 tag, such as "en-US". Elsewhere than on macOS the environment says it
+/// (`LC_ALL`, `LC_MESSAGES`, `LANG`, in this order). Threads: any.
+std::string localeIdentifier();
+
+/// The BCP 47 tag of a locale's name, with its parts joined by "_" or "-" and an ICU or POSIX tail ("de_DE.UTF-8@euro",
+/// "en_US@rg=gbzzzz"). The neutral locale of C programs, whose words are American English, and names that make no
+/// sense are "en-US".
+std::string languageTag(std::string_view localeName);
 
 } // namespace vorn

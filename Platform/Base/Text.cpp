@@ -1,11 +1,17 @@
 #include "Platform/Base/Text.h"
 
+#include "Platform/Base/Fatal.h"
+
+#include <array>
 #include <cstdint>
 #include <cstring>
+#include <memory>
 
+#include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/uchar.h>
+#include <unicode/utext.h>
 #include <unicode/utf8.h>
 
 namespace vorn::text {
@@ -36,6 +42,10 @@ bool isContinuation(char byte) noexcept
 {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
+
+struct CloseText {
+    void operator()(UText* text) const noexcept { utext_close(text); }
+};
 
 /// The scalar at `at`, which moves past it; negative for an ill-formed part, of which `at` passes the maximal one.
 UChar32 next(std::string_view bytes, std::size_t& at) noexcept
@@ -105,6 +115,30 @@ std::string lowercased(std::string_view text)
     icu::CaseMap::utf8ToLower("", 0, icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())), sink,
                               nullptr, status);
     return result;
+}
+
+void append(std::string& text, char32_t scalar)
+{
+    const bool isScalar = scalar < 0xD800 || (scalar > 0xDFFF && scalar <= 0x10FFFF);
+    std::array<char, U8_MAX_LENGTH> bytes{};
+    std::size_t size = 0;
+    U8_APPEND_UNSAFE(bytes, size, isScalar ? static_cast<UChar32>(scalar) : 0xFFFD);
+    text.append(bytes.data(), size);
+}
+
+std::string prefixOfCharacters(std::string_view text, std::size_t count)
+{
+    if (text.size() <= count) return std::string(text); // a character has at least one byte
+    UErrorCode status = U_ZERO_ERROR;
+    const std::unique_ptr<UText, CloseText> bytes(
+        utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
+    const std::unique_ptr<icu::BreakIterator> characters(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    if (characters) characters->setText(bytes.get(), status);
+    if (U_FAILURE(status)) fatalError("Unicode's data is missing");
+    std::int32_t end = 0;
+    while (count-- > 0 && end != icu::BreakIterator::DONE) end = characters->next();
+    return std::string(text.substr(0, end == icu::BreakIterator::DONE ? text.size() : static_cast<std::size_t>(end)));
 }
 
 std::u32string scalars(std::string_view text)

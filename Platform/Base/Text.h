@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -24,6 +25,13 @@ std::string_view trimmed(std::string_view text) noexcept;
 
 /// `text` in lower case by Unicode's full mappings, in no language's special way. Takes well-formed text.
 std::string lowercased(std::string_view text);
+
+/// Adds `scalar` to the end of `text`; U+FFFD for what is no Unicode scalar.
+void append(std::string& text, char32_t scalar);
+
+/// The first `count` user-perceived characters of `text`, which may be many scalars each; none is split. Takes
+/// well-formed text.
+std::string prefixOfCharacters(std::string_view text, std::size_t count);
 
 /// The Unicode scalars of `text`; U+FFFD stands for each ill-formed part.
 std::u32string scalars(std::string_view text);

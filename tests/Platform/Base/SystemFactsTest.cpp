@@ -1,5 +1,8 @@
 #include "Platform/Base/SystemFacts.h"
 
+#include <string>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 namespace vorn {
@@ -17,6 +20,41 @@ TEST(SystemVersion, ReadsUpToThreeNumbers)
 TEST(SystemVersion, OfTheRunningSystemIsKnown)
 {
     EXPECT_GT(systemVersion().major, 0);
+}
+
+TEST(LanguageTag, IsReadFromEverySystemsNamesOfLocales)
+{
+    struct Case {
+        std::string name, tag;
+    };
+    const std::vector<Case> cases = {
+        {"en_US", "en-US"},
+        {"en-GB", "en-GB"},
+        {"de", "de"},
+        {"de_DE.UTF-8", "de-DE"},
+        {"de_DE.UTF-8@euro", "de-DE"},
+        {"nb_NO.ISO8859-1", "nb-NO"},
+        {"sr_RS@latin", "sr-Latn-RS"},
+        {"uz_UZ.UTF-8@cyrillic", "uz-Cyrl-UZ"},
+        {"ca_ES.UTF-8@valencia", "ca-ES-valencia"},
+        {"zh-Hans_CN", "zh-Hans-CN"},
+        {"iw_IL", "he-IL"},
+        {"en_US@rg=gbzzzz", "en-US-u-rg-gbzzzz"},
+        {"en_GB@currency=EUR;calendar=gregorian", "en-GB-u-ca-gregory-cu-eur"},
+        {"C", "en-US"},
+        {"C.UTF-8", "en-US"},
+        {"POSIX", "en-US"},
+        {"en_US_POSIX", "en-US"},
+        {"", "en-US"},
+        {"@euro", "en-US"},
+        {"%%%", "en-US"},
+        {"toolongforalanguage_US", "en-US"},
+        {std::string(1000, 'a'), "en-US"},
+    };
+    for (const auto& [name, tag] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(languageTag(name), tag);
+    }
 }
 
 } // namespace vorn

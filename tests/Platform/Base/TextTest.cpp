@@ -83,6 +83,46 @@ TEST(Text, KnowsDecimalDigitsOfAllScripts)
     EXPECT_FALSE(text::isDecimalDigit(U'x'));
 }
 
+TEST(Text, CutsBetweenUserPerceivedCharacters)
+{
+    struct Case {
+        std::string name, text;
+        std::size_t count;
+        std::string prefix;
+    };
+    const std::string family = "👨‍👩‍👧‍👦", flag = "🇩🇪", wave = "👋🏽", accent = "é", syllable = "각";
+    const std::vector<Case> cases = {
+        {"shorter", "abc", 4, "abc"},
+        {"exact", "abc", 3, "abc"},
+        {"longer", "abcd", 3, "abc"},
+        {"nothing wanted", "abc", 0, ""},
+        {"nothing there", "", 3, ""},
+        {"two bytes a letter", "éééé", 2, "éé"},
+        {"joined emoji", family + family + family, 2, family + family},
+        {"flags", flag + flag + flag, 2, flag + flag},
+        {"skin tone", "a" + wave + "b", 2, "a" + wave},
+        {"combining accent", accent + accent + "x", 2, accent + accent},
+        {"syllable of parts", syllable + syllable, 1, syllable},
+        {"line break of two", "a\r\nb", 2, "a\r\n"},
+        {"fewer characters than bytes", family, 5, family},
+    };
+    for (const auto& [name, text, count, prefix] : cases) {
+        SCOPED_TRACE(name);
+        EXPECT_EQ(text::prefixOfCharacters(text, count), prefix);
+    }
+}
+
+TEST(Text, AppendsScalars)
+{
+    std::string text = "a";
+    for (const char32_t scalar : {U'é', U'東', U'😀', U'\0'}) text::append(text, scalar);
+    EXPECT_EQ(text, "aé東😀\0"s);
+    text.clear();
+    text::append(text, 0xD800);
+    text::append(text, 0x110000);
+    EXPECT_EQ(text, "\uFFFD\uFFFD");
+}
+
 TEST(Text, ListsScalars)
 {
     EXPECT_EQ(text::scalars("aé\xFF😀"), U"aé\uFFFD😀");

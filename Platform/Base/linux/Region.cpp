@@ -1,0 +1,80 @@
+#include "Platform/Base/SystemFacts.h"
+
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <mutex>
+#include <string_view>
+
+#include <fmt/format.h>
+#include <unicode/timezone.h>
+#include <unicode/unistr.h>
+
+namespace vorn {
+namespace {
+
+bool isZone(const icu::UnicodeString& name)
+{
+    icu::UnicodeString canonical;
+    UBool isSystemZone = false;
+    UErrorCode status = U_ZERO_ERROR;
+    icu::TimeZone::getCanonicalID(name, canonical, isSystemZone, status);
+    return U_SUCCESS(status) && isSystemZone;
+}
+
+std::string utf8(const icu::UnicodeString& text)
+{
+    std::string result;
+    return text.toUTF8String(result);
+}
+
+/// A zone by its distance from UTC alone. The names of these count westwards.
+std::string zoneAtOffset(long secondsWest)
+{
+    constexpr long hour = 3600;
+    const long hoursWest = secondsWest / hour;
+    const bool hasName = secondsWest % hour == 0 && hoursWest != 0 && hoursWest >= -14 && hoursWest <= 12;
+    return hasName ? fmt::format("Etc/GMT{:+}", hoursWest) : "Etc/UTC";
+}
+
+/// What `TZ` may hold beside a zone's name: a colon before it, and the path of the zone's file. A rule instead of a
+/// name ("CET-1CEST") gives the zone of its standard time.
+std::string zoneOfEnvironment(std::string_view value)
+{
+    if (value.starts_with(':')) value.remove_prefix(1);
+    for (const std::string_view folder : {"/usr/share/zoneinfo/", "posix/"})
+        if (value.starts_with(folder)) value.remove_prefix(folder.size());
+    const auto name = icu::UnicodeString::fromUTF8(icu::StringPiece(value.data(), static_cast<int>(value.size())));
+    if (isZone(name)) return std::string(value);
+    tzset();
+    return zoneAtOffset(timezone);
+}
+
+std::string zoneOfSystem()
+{
+    const std::unique_ptr<icu::TimeZone> zone(icu::TimeZone::detectHostTimeZone());
+    icu::UnicodeString name;
+    if (zone && isZone(zone->getID(name))) return utf8(name);
+    return zone ? zoneAtOffset(-zone->getRawOffset() / 1000) : "Etc/UTC";
+}
+
+} // namespace
+
+std::string timeZoneIdentifier()
+{
+    static std::mutex mutex; // ICU's search of the system's zone writes to static memory
+    const std::lock_guard lock(mutex);
+    const char* chosen = std::getenv("TZ");
+    return chosen != nullptr ? zoneOfEnvironment(chosen) : zoneOfSystem();
+}
+
+std::string localeIdentifier()
+{
+    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value != nullptr && *value != '\0') return languageTag(value); // empty counts as not set
+    }
+    return languageTag("C");
+}
+
+} // namespace vorn

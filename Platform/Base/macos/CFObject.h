@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include <CoreFoundation/CoreFoundation.h>
+
+namespace vorn {
+
+struct ReleaseCFObject {
+    void operator()(CFTypeRef object) const noexcept { CFRelease(object); }
+};
+
+/// An object of Core Foundation that we own: what a function with "Create" or "Copy" in its name gave.
+template <class Reference>
+using CFOwned = std::unique_ptr<std::remove_pointer_t<Reference>, ReleaseCFObject>;
+
+/// `text` as the system's; null when it is no UTF-8.
+inline CFOwned<CFStringRef> cfString(std::string_view text)
+{
+    return CFOwned<CFStringRef>(CFStringCreateWithBytes(nullptr, reinterpret_cast<const UInt8*>(text.data()),
+                                                        static_cast<CFIndex>(text.size()), kCFStringEncodingUTF8,
+                                                        false));
+}
+
+/// `string` as UTF-8; nothing when it cannot be written so, which a lone surrogate cannot.
+inline std::optional<std::string> utf8(CFStringRef string)
+{
+    // The size leaves out the NUL that the copy writes.
+    const CFIndex size = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8) + 1;
+    std::string text(static_cast<std::size_t>(size), '\0');
+    if (!CFStringGetCString(string, text.data(), size, kCFStringEncodingUTF8)) return std::nullopt;
+    return std::string(text.c_str());
+}
+
+} // namespace vorn

@@ -1,0 +1,18 @@
+#include "Platform/Base/SystemFacts.h"
+#include "Platform/Base/macos/CFObject.h"
+
+namespace vorn {
+
+std::string timeZoneIdentifier()
+{
+    const CFOwned<CFTimeZoneRef> zone(CFTimeZoneCopySystem());
+    return zone ? utf8(CFTimeZoneGetName(zone.get())).value_or("Etc/UTC") : "Etc/UTC";
+}
+
+std::string localeIdentifier()
+{
+    const CFOwned<CFLocaleRef> locale(CFLocaleCopyCurrent());
+    return languageTag(locale ? utf8(CFLocaleGetIdentifier(locale.get())).value_or("") : "");
+}
+
+} // namespace vorn

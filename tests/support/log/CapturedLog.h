@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Platform/Base/Log.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorn::testing {
+
+/// Keeps the lines that are logged while it lives. They are still passed on to the sink that was there before. Threads:
+/// lines may come from any; made and destroyed on one, in the order of a stack.
+class CapturedLog {
+public:
+    CapturedLog();
+    ~CapturedLog();
+    CapturedLog(CapturedLog&&) = delete;
+
+    /// The lines so far, as "[category] line".
+    std::vector<std::string> lines() const;
+
+private:
+    class Sink;
+    std::shared_ptr<Sink> sink_;
+};
+
+} // namespace vorn::testing
