@@ -43,7 +43,7 @@ std::string SHA256::hexDigest()
     return text;
 }
 
-std::string SHA256::hexDigestOfFile(const std::filesystem::path& path)
+std::string SHA256::hexDigestOfFile(const std::filesystem::path& path, const CancelFlag* cancel)
 {
     const auto fail = [&path] {
         throw std::filesystem::filesystem_error("cannot read", path, std::error_code(errno, std::generic_category()));
@@ -53,6 +53,7 @@ std::string SHA256::hexDigestOfFile(const std::filesystem::path& path)
     SHA256 hash;
     std::vector<std::byte> piece(1024 * 1024);
     while (true) {
+        if (cancel != nullptr) cancel->check();
         const ssize_t count = read(file.get(), piece.data(), piece.size());
         if (count == 0) return hash.hexDigest();
         if (count > 0) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Base/Bytes.h"
+#include "Platform/Base/CancelFlag.h"
 
 #include <filesystem>
 #include <memory>
@@ -21,8 +22,9 @@ public:
     /// The digest of everything so far as 64 lower-case hexadecimal digits. Call it once, last.
     std::string hexDigest();
 
-    /// The digest of a file's content, read in pieces of 1 MiB. Throws `std::filesystem::filesystem_error`.
-    static std::string hexDigestOfFile(const std::filesystem::path& path);
+    /// The digest of a file's content, read in pieces of 1 MiB. Throws `std::filesystem::filesystem_error`, and
+    /// `Cancelled` once `cancel` is raised.
+    static std::string hexDigestOfFile(const std::filesystem::path& path, const CancelFlag* cancel = nullptr);
 
 private:
     struct Context;

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Platform/Base/Bundle.h"
+
+#include <string>
+
+namespace vorn {
+
+/// The application's property list: the running program's own, completed by what was built in. Programs without one,
+/// such as those for a terminal, are the same application to the service, the keychain and the log.
+const Bundle& applicationBundle();
+
+/// What the keychain item and the log are filed under.
+const std::string& bundleIdentifier();
+
+} // namespace vorn

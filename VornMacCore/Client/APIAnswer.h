@@ -1,0 +1,59 @@
+#pragma once
+
+#include "Platform/Base/Log.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Wire/WireJSON.h"
+
+#include <concepts>
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// A record's name as it stands in the log.
+template <class Record>
+inline constexpr const char* recordName = nullptr;
+template <>
+inline constexpr auto recordName<DeviceLink> = "DeviceLink";
+template <>
+inline constexpr auto recordName<DeviceLinkPoll> = "DeviceLinkPoll";
+template <>
+inline constexpr auto recordName<TokenPair> = "TokenPair";
+template <>
+inline constexpr auto recordName<Revoked> = "Revoked";
+template <>
+inline constexpr auto recordName<NimbrelState> = "NimbrelState";
+template <>
+inline constexpr auto recordName<SubmissionUpload> = "SubmissionUpload";
+template <>
+inline constexpr auto recordName<PartUrls> = "PartUrls";
+template <>
+inline constexpr auto recordName<SubmissionStatus> = "SubmissionStatus";
+
+/// The error that an answer other than 2xx stands for.
+APIError refusalOf(const HTTPResponse& response);
+
+inline bool isSuccess(int status) noexcept
+{
+    return status >= 200 && status <= 299;
+}
+
+/// The record that an answer carries. Throws `APIError`; the log hears of a 2xx answer that holds no such record.
+template <class Record>
+Record decode(const HTTPResponse& response, const Log& log)
+{
+    if (!isSuccess(response.status)) throw refusalOf(response);
+    if constexpr (std::same_as<Record, IgnoredBody>) {
+        return {};
+    } else {
+        try {
+            return fromJSON<Record>(response.body);
+        } catch (const UndecodableJSON&) {
+            log.error(std::string("undecodable ") + recordName<Record> + " answer");
+            throw APIError(APIError::InvalidResponse{});
+        }
+    }
+}
+
+} // namespace vorn

@@ -1,0 +1,55 @@
+#include "VornMacCore/Client/APITransport.h"
+
+#include "Platform/HTTP/URLError.h"
+#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Client/APIError.h"
+
+#include <chrono>
+#include <utility>
+
+namespace vorn {
+
+using namespace std::chrono_literals;
+
+Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request)
+{
+    try {
+        co_return co_await session->send(std::move(request));
+    } catch (const URLError& error) {
+        if (error.code() != URLError::Code::badServerResponse &&
+            error.code() != URLError::Code::dataLengthExceedsMaximum)
+            throw;
+        throw APIError(APIError::InvalidResponse{});
+    }
+}
+
+APITransport::APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session)
+    : configuration_(std::move(configuration)), session_(std::move(session)), log_(bundleIdentifier(), "api")
+{
+}
+
+Async<HTTPResponse> APITransport::send(APICall call, std::optional<std::string> bearerToken) const
+{
+    return httpAnswer(session_, framed(std::move(call), bearerToken));
+}
+
+HTTPRequest APITransport::framed(APICall call, const std::optional<std::string>& bearerToken) const
+{
+    HTTPRequest request{
+        .method = call.method,
+        .url = configuration_.apiRoot().appendingPathComponent(call.path),
+        .headers = {{"Accept", "application/json"}},
+        .body = nullptr,
+        .inactivityLimit = 30s,
+        .onBodyProgress = nullptr,
+    };
+    if (call.body) {
+        const ByteView bytes = bytesOf(*call.body);
+        request.body = std::make_shared<const ByteBuffer>(bytes.begin(), bytes.end());
+        request.headers.emplace_back("Content-Type", "application/json");
+    }
+    if (bearerToken) request.headers.emplace_back("Authorization", "Bearer " + *bearerToken);
+    return request;
+}
+
+} // namespace vorn

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Platform/Base/Log.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "VornMacCore/Client/APIConfiguration.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// One call of the service's API, before it is framed.
+struct APICall {
+    HTTPRequest::Method method = HTTPRequest::Method::get;
+    std::string path;                ///< below the API's root; its parts are joined as they are
+    std::optional<std::string> body; ///< JSON
+};
+
+/// Frames a call as every request to the service is framed, and sends it. Nothing is sent twice.
+/// Threads: any. Errors: `URLError` as the transfer throws it; `APIError::InvalidResponse` when what came is no HTTP
+/// answer, or one too large to be meant.
+class APITransport {
+public:
+    APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session);
+
+    Async<HTTPResponse> send(APICall call, std::optional<std::string> bearerToken) const;
+
+    const Log& log() const noexcept { return log_; }
+
+private:
+    HTTPRequest framed(APICall call, const std::optional<std::string>& bearerToken) const;
+
+    APIConfiguration configuration_;
+    std::shared_ptr<HTTPSession> session_;
+    Log log_;
+};
+
+/// Sends `request` and throws `APIError::InvalidResponse` for an answer that cannot be taken for one.
+Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request);
+
+} // namespace vorn

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "VornMacCore/Client/APITransport.h"
+#include "VornMacCore/Sessions/RefreshCoordinator.h"
+#include "VornMacCore/Sessions/TokenStore.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+
+namespace vorn {
+
+/// Holds the session for all copies of a client: which one a request uses, how a refused one is renewed once for
+/// everybody, and how it ends. Threads: any. Every change that depends on what is stored is made under one lock, which
+/// is never held while waiting.
+class SessionKeeper {
+public:
+    SessionKeeper(APITransport transport, std::shared_ptr<TokenStore> tokens);
+
+    /// The session of the user to whom a client is pinned, or of anybody. Throws `APIError`: not signed in, or somebody
+    /// else is.
+    StoredSession current(const std::optional<std::string>& pinnedUserId) const;
+
+    void adopt(const StoredSession& session);
+    std::optional<StoredSession> forget();
+    void clearIfCurrent(const StoredSession& session);
+
+    /// A session newer than `stale`, which the service refused: the stored one if it is newer already, else the result
+    /// of the one refresh that all callers share. Throws `APIError`, `URLError`, what the store throws.
+    static Async<StoredSession> refreshedSession(std::shared_ptr<SessionKeeper> self, StoredSession stale);
+
+    /// Tells the service that `session` has ended. Failures are logged; only `Cancelled` is thrown.
+    static Async<> revoke(std::shared_ptr<SessionKeeper> self, StoredSession session);
+
+private:
+    /// The stored session, if it is still of the user of `stale`. Throws `APIError`.
+    StoredSession successorOf(const StoredSession& stale) const;
+    static Async<StoredSession> refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale);
+    /// Stores `next` unless the user signed out, or in again, since `used` was read.
+    StoredSession replace(const StoredSession& used, StoredSession next);
+    Async<HTTPResponse> askForPair(const StoredSession& session) const;
+    static Async<> revokeOnce(std::shared_ptr<SessionKeeper> self, StoredSession session);
+
+    APITransport transport_;
+    std::shared_ptr<TokenStore> tokens_;
+    RefreshCoordinator refresher_;
+    std::mutex storeLock_;
+};
+
+} // namespace vorn

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "Platform/Async/Async.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "VornMacCore/Client/APIConfiguration.h"
+#include "VornMacCore/Sessions/TokenStore.h"
+#include "VornMacCore/Wire/WireRecords.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+class APITransport;
+class SessionKeeper;
+struct APICall;
+
+/// The one client of the service's JSON API. Copies share everything, the session too; a copy is cheap.
+/// Threads: any, several at once. Errors of every call: `APIError`; `URLError` when no answer came; `UnencodableJSON`
+/// before anything is sent; `Cancelled`. An authenticated call that is answered 401 renews the session once, together
+/// with all others that were, and is sent once more; nothing else is ever sent twice.
+class VornAPI {
+public:
+    VornAPI(APIConfiguration configuration, std::shared_ptr<HTTPSession> session, std::shared_ptr<TokenStore> tokens);
+
+    /// A copy that acts for the user `userId` alone: once somebody else is signed in, or nobody, its authenticated
+    /// calls fail as `APIError::SessionChanged` and send nothing.
+    VornAPI pinned(std::string userId) const;
+
+    // Linking, without a session.
+    Async<DeviceLink> createDeviceLink(const CreateDeviceLinkRequest& request) const;
+    Async<DeviceLinkPoll> pollDeviceLink(const std::string& linkId, const std::string& pollSecret) const;
+
+    // The quest and its submissions.
+    Async<NimbrelState> nimbrelState() const;
+    Async<SubmissionUpload> createSubmission(const CreateSubmissionRequest& request) const;
+    /// The URLs of `count` parts from the part `fromPart` on, which counts from 1.
+    Async<PartUrls> partUrls(const std::string& submissionId, const std::string& assetId, std::int64_t fromPart,
+                             std::int64_t count) const;
+    Async<SubmissionStatus> completeAsset(const std::string& submissionId, const std::string& assetId,
+                                          const CompleteAssetRequest& body) const;
+    Async<IgnoredBody> abortSubmission(const std::string& id) const;
+    Async<SubmissionStatus> submission(const std::string& id) const;
+
+    // The session.
+    /// Stores the session of a link that was approved. Throws what the store throws.
+    void adopt(const StoredSession& session) const;
+    /// Drops the stored session, here only, and gives what it was.
+    std::optional<StoredSession> forget() const;
+    /// Tells the service that `session` has ended; the store is left alone. Failures are logged, only `Cancelled` is
+    /// thrown.
+    Async<> revoke(StoredSession session) const;
+    /// Forgets the session, then revokes it; sends nothing when there is none.
+    Async<> logout() const;
+
+private:
+    template <class Record>
+    Async<Record> send(APICall call) const;
+    template <class Record>
+    Async<Record> sendUnauthenticated(APICall call) const;
+
+    std::shared_ptr<const APITransport> transport_;
+    std::shared_ptr<SessionKeeper> keeper_;
+    std::optional<std::string> pinnedUserId_;
+};
+
+} // namespace vorn

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Platform/Keychain/Keychain.h"
+#include "VornMacCore/Sessions/TokenStore.h"
+
+#include <memory>
+#include <string>
+
+namespace vorn {
+
+/// Keeps the session in the user's keychain: one item, whose secret is the session's JSON. A value.
+class KeychainTokenStore final : public TokenStore {
+public:
+    /// What the application keeps its session under, beside its bundle identifier as the service.
+    static constexpr const char* sessionAccount = "desktop-session";
+
+    KeychainTokenStore(std::string service, std::string account,
+                       std::shared_ptr<Keychain> keychain = Keychain::system());
+
+    std::optional<StoredSession> load() override;
+    /// Removes the old item, then adds the new one: an item is never changed in place. Throws `KeychainError` when the
+    /// keychain does not take the new one (the old one is gone by then), `UnencodableJSON` before anything is changed.
+    void save(const StoredSession& session) override;
+    void clear() noexcept override;
+
+private:
+    KeychainItem item_;
+    std::shared_ptr<Keychain> keychain_;
+};
+
+} // namespace vorn

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "Platform/Async/BackgroundPool.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "VornMacCore/Client/VornAPI.h"
+#include "VornMacCore/Upload/PartPlan.h"
+#include "VornMacCore/Upload/UploadError.h"
+#include "VornMacCore/Upload/UploadProgress.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// Uploads one archive as a submission: its parts go to presigned URLs, strictly one after another, and the service is
+/// told the archive's SHA-256 and each part's tag. A submission that was opened ends in one of two ways: it is
+/// completed, or an abort is sent, also when the upload is cancelled. Threads: any. Make one for each upload.
+class MultipartUploader {
+public:
+    /// Called from any thread, many times. The values grow, but for a part that has to be sent again.
+    using Progress = std::function<void(const UploadProgress&)>;
+
+    /// Sends the parts with `transfer` and reads the file on `pool`, which must outlive the upload.
+    MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool,
+                      std::int64_t partSize = PartPlan::defaultPartSize);
+
+    /// Gives the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
+    /// `std::filesystem::filesystem_error` for the file, `Cancelled`. Never holds more than one part in memory.
+    Async<SubmissionStatus> upload(std::filesystem::path file, std::string termsVersion,
+                                   std::optional<DeviceSignals> device, Progress progress) const;
+
+private:
+    static Async<SubmissionStatus> run(MultipartUploader self, std::filesystem::path file, std::string termsVersion,
+                                       std::optional<DeviceSignals> device, Progress progress);
+
+    VornAPI api_;
+    std::shared_ptr<HTTPSession> transfer_;
+    BackgroundPool* pool_;
+    std::int64_t partSize_;
+};
+
+} // namespace vorn

@@ -1,0 +1,105 @@
+#include "VornMacCore/Upload/PartUpload.h"
+
+#include "VornMacCore/Client/APITransport.h"
+
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// A URL that may be sent a part of the archive. Anything else counts as one that cannot be read: the archive goes out
+/// encrypted or stays on this machine, and no URL smuggles in a user.
+std::optional<URL> acceptablePartURL(const std::string& text)
+{
+    auto url = URL::parse(text);
+    if (!url || !url->isSecureOrLocal() || url->hasUserInfo()) return std::nullopt;
+    return url;
+}
+
+} // namespace
+
+PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool, PartPlan plan,
+                       std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress)
+    : api_(std::move(api)), transfer_(std::move(transfer)), pool_(&pool), plan_(plan),
+      submissionId_(std::move(submissionId)), asset_(std::move(asset)), progress_(std::move(progress))
+{
+    for (const PresignedPart& part : asset_.parts) urls_.insert_or_assign(part.partNumber, part.url);
+}
+
+Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file)
+{
+    PartReader reader(std::move(file), plan_);
+    std::vector<CompletedPart> completed;
+    for (std::int64_t part = 1; part <= plan_.partCount(); ++part) {
+        co_await checkCancellation();
+        const auto readPart = [&reader, part](const CancelFlag&) { return reader.read(part); };
+        completed.push_back(co_await send(part, co_await onBackground(pool_, readPart)));
+    }
+    co_return completed;
+}
+
+Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
+{
+    const auto sent = plan_.range(part).begin + static_cast<std::int64_t>(body->size());
+    bool refreshed = false; // one fresh URL a part, whatever it is asked for
+    while (true) {
+        const HTTPResponse response = co_await put(part, co_await urlOf(part, &refreshed), body);
+        if (response.status == 403 && !std::exchange(refreshed, true)) { // expired, most likely
+            co_await fetchWindow(part);
+            continue;
+        }
+        if (response.status < 200 || response.status >= 300)
+            throw UploadError(UploadError::PartRefused{part, response.status});
+        const auto tag = response.header("ETag");
+        if (!tag || tag->empty()) throw UploadError(UploadError::MissingETag{part});
+        report(sent);
+        co_return CompletedPart{part, *tag};
+    }
+}
+
+Async<URL> PartUpload::urlOf(std::int64_t part, bool* refreshed)
+{
+    while (true) {
+        const auto known = urls_.find(part);
+        if (known != urls_.end()) {
+            if (auto url = acceptablePartURL(known->second)) co_return *std::move(url);
+        }
+        if (std::exchange(*refreshed, true)) throw UploadError(UploadError::PartRefused{part, 0});
+        co_await fetchWindow(part);
+    }
+}
+
+Async<> PartUpload::fetchWindow(std::int64_t part)
+{
+    const PartPlan::Window window = plan_.window(part);
+    const PartUrls fresh = co_await api_.partUrls(submissionId_, asset_.assetId, window.first, window.count);
+    for (const PresignedPart& each : fresh.parts) urls_.insert_or_assign(each.partNumber, each.url);
+}
+
+Async<HTTPResponse> PartUpload::put(std::int64_t part, URL url, Body body) const
+{
+    HTTPRequest request{
+        .method = HTTPRequest::Method::put,
+        .url = std::move(url),
+        .headers = {},
+        .body = std::move(body),
+        .inactivityLimit = 120s,
+        .onBodyProgress = nullptr,
+    };
+    request.onBodyProgress = [progress = progress_, begin = plan_.range(part).begin,
+                              total = plan_.totalSize](std::int64_t bytesSent) {
+        if (progress) progress({begin + bytesSent, total});
+    };
+    return httpAnswer(transfer_, std::move(request));
+}
+
+void PartUpload::report(std::int64_t bytesSent) const
+{
+    if (progress_) progress_({bytesSent, plan_.totalSize});
+}
+
+} // namespace vorn

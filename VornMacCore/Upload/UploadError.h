@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+#include <variant>
+
+namespace vorn {
+
+/// Why an upload ended, where neither the service nor the transfer gave a reason of its own. `what()` is for the user.
+class UploadError : public std::exception {
+public:
+    /// The storage did not take a part.
+    struct PartRefused {
+        std::int64_t part = 0; ///< counts from 1
+        int status = 0;        ///< the answer's; 0 when there was no URL to send the part to
+        bool operator==(const PartRefused&) const = default;
+    };
+    /// The storage took a part without the tag that proves it.
+    struct MissingETag {
+        std::int64_t part = 0; ///< counts from 1
+        bool operator==(const MissingETag&) const = default;
+    };
+    /// The service opened a submission with no place for a file.
+    struct NoAsset {
+        bool operator==(const NoAsset&) const = default;
+    };
+    using Reason = std::variant<PartRefused, MissingETag, NoAsset>;
+
+    UploadError(Reason reason); // NOLINT(google-explicit-constructor): thrown by its reason
+
+    const Reason& reason() const noexcept { return reason_; }
+    const char* what() const noexcept override { return text_.c_str(); }
+
+    bool operator==(const UploadError& other) const noexcept { return reason_ == other.reason_; }
+
+private:
+    Reason reason_;
+    std::string text_;
+};
+
+} // namespace vorn
