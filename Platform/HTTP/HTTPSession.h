@@ -43,24 +43,21 @@ struct HTTPResponse {
     std::optional<std::string> header(std::string_view name) const;
 };
 
-/// Sends requests over kept-alive connections, on one thread of its own. Redirects are answers, there are no cookies
-/// and no caches, and nothing is ever sent twice: a request on a connection that turns out dead fails. Threads: any;
-/// the coroutine resumes on its own executor.
+/// Sends requests and gives their answers. Tests hand in one that answers from a script.
+/// Threads: any; the coroutine resumes on its own queue.
 class HTTPSession {
 public:
-    HTTPSession();
-    /// Ends the thread. Transfers still under way fail.
-    ~HTTPSession();
-    HTTPSession(HTTPSession&&) = delete;
+    virtual ~HTTPSession() = default;
 
-    /// Sends `request` and gives the answer, whatever its status. Throws `URLError`; `Cancelled` once the awaiting task
-    /// is cancelled, and the connection is then closed without waiting for it. An answer larger than 16 MiB fails as
-    /// `dataLengthExceedsMaximum`.
-    Async<HTTPResponse> send(HTTPRequest request);
+    /// The real one: kept-alive connections, all on one thread of its own. Redirects are answers, there are no cookies
+    /// and no caches, and nothing is ever sent twice: a request on a connection that turns out dead fails. Destroying
+    /// it ends the thread, and transfers still under way fail.
+    static std::shared_ptr<HTTPSession> make();
 
-private:
-    class Engine;
-    std::shared_ptr<Engine> engine_;
+    /// Sends `request` and gives the answer, whatever its status; once it has, the request's body is no longer read.
+    /// Throws `URLError`; `Cancelled` once the awaiting task is cancelled, and the connection is then closed without
+    /// waiting for it. An answer larger than 16 MiB fails as `dataLengthExceedsMaximum`.
+    virtual Async<HTTPResponse> send(HTTPRequest request) = 0;
 };
 
 } // namespace vorn
