@@ -1,0 +1,64 @@
+#pragma once
+
+#include "Platform/Base/FileDescriptor.h"
+#include "tests/support/http/Exchange.h"
+
+#include <optional>
+
+namespace vorn::testing {
+
+/// One accepted connection: reads requests strictly and does what handlers ask for. Threads: one at a time, but for
+/// `isOpen`.
+class Connection final : public Exchange {
+public:
+    /// Where the requests are recorded.
+    class Records {
+    public:
+        virtual ~Records() = default;
+        /// The head is there. Gives the number by which `ended` names the request.
+        virtual std::size_t begun(const ReceivedRequest& request) = 0;
+        /// More of the body came. Gives whether to keep it.
+        virtual bool received(std::size_t bytes) = 0;
+        /// The answer is about to leave, or there will be none: what the client does next comes after this.
+        virtual void ended(std::size_t index, const ReceivedRequest& request) = 0;
+    };
+
+    /// `stop` becomes readable when everything is to end.
+    Connection(FileDescriptor socket, std::size_t number, int stop, Records& records);
+    ~Connection() override { endRequest(); }
+    Connection(Connection&&) = delete;
+
+    /// Reads the head of the next request. Gives false when the client closed instead; throws `std::runtime_error` for
+    /// what is no proper request.
+    bool readHead();
+    bool bodyIsRead() const { return bodyLeft_ == 0; }
+    bool isOpen() const { return static_cast<bool>(socket_); }
+
+    const ReceivedRequest& request() const override { return request_; }
+    std::size_t readBody(std::size_t bytes) override;
+    void send(std::string_view bytes) override;
+    void close() override;
+    void reset() override;
+    void finishSending() override;
+    void pause(std::chrono::milliseconds duration) override;
+    void stayUntilClosed() override;
+
+private:
+    bool readMore();
+    void waitFor(short events) const;
+    void takeHead(std::string_view head);
+    void takeRequestLine(std::string_view line);
+    void takeHeader(std::string_view line);
+    std::size_t bodyLength() const;
+    void endRequest();
+
+    FileDescriptor socket_;
+    int stop_;
+    Records& records_;
+    std::optional<std::size_t> underWay_; ///< the request that has no answer yet
+    std::string buffer_;                  ///< received, not yet taken
+    std::size_t bodyLeft_ = 0;
+    ReceivedRequest request_;
+};
+
+} // namespace vorn::testing

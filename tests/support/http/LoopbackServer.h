@@ -1,0 +1,71 @@
+#pragma once
+
+#include "tests/support/http/Exchange.h"
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorn::testing {
+
+/// An HTTP/1.1 server on 127.0.0.1 that takes every request apart strictly, keeps what came, and answers as told. What
+/// is no proper request, or has no answer prepared, fails the test when the server dies. Each connection has a thread
+/// of its own, on which handlers run; everything here may be called on any thread.
+///
+///     LoopbackServer server;
+///     server.answer({200, {{"ETag", "\"x\""}}});
+///     … a request to server.url("/part/1") …
+///     EXPECT_EQ(server.requests().at(0).body, "bytes");
+class LoopbackServer {
+public:
+    using Handler = std::function<void(Exchange&)>;
+    using Responder = std::function<Answer(const ReceivedRequest&)>;
+
+    LoopbackServer();
+    /// Cuts every connection and waits for the handlers, which then see `PeerGone`.
+    ~LoopbackServer();
+    LoopbackServer(LoopbackServer&&) = delete;
+
+    int port() const;
+    /// "http://127.0.0.1:<port>" and `path`.
+    std::string url(std::string_view path = "/") const;
+
+    // What to do with the requests, in the order in which their heads arrive.
+
+    /// The next request without a script is read whole and answered so.
+    void answer(Answer answer);
+    /// As `answer`, for what an answer cannot say: called once the head of the request is there, its body unread.
+    void script(Handler handler);
+    /// For every request that has no script left, now and later: read whole, answered by what `responder` gives.
+    void respond(Responder responder);
+    /// Called with each new connection before anything is read; what it sends comes before any request.
+    void greet(std::function<void(Exchange&)> greeting);
+
+    /// From the next connection on, bodies are counted but not kept.
+    void discardBodies();
+
+    // What came.
+
+    /// Every request whose head has arrived, in the order of arrival.
+    std::vector<ReceivedRequest> requests() const;
+    std::size_t connectionCount() const; ///< accepted so far
+    std::size_t openConnections() const; ///< those that neither side has closed yet
+    /// The most requests that were under way (head received, answer not yet begun) at the same time.
+    std::size_t mostRequestsAtOnce() const;
+
+    // Each waits up to ten seconds, and gives whether it happened.
+
+    bool waitForRequests(std::size_t count) const;
+    bool waitForBodyBytes(std::size_t count) const; ///< of all requests together
+    bool waitForConnections(std::size_t count) const;
+    bool waitUntilAllClosed() const;
+
+private:
+    class State;
+    std::shared_ptr<State> state_;
+};
+
+} // namespace vorn::testing
