@@ -1,0 +1,12 @@
+#pragma once
+
+#include "VornSandbox/Service/HTTP/Router.h"
+#include "VornSandbox/Service/State/Backend.h"
+
+namespace vorn::sandbox {
+
+/// The JSON API under /api/v1. `backend` must outlive `router`.
+void addAccountRoutes(Router& router, Backend& backend);    ///< links, sessions and the quest
+void addSubmissionRoutes(Router& router, Backend& backend); ///< submissions and their part URLs
+
+} // namespace vorn::sandbox

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "VornSandbox/Service/State/Submissions.h"
+
+#include <filesystem>
+
+namespace vorn::sandbox {
+
+constexpr auto manifestEntryName = "vorn-nimbrel-export.json";
+constexpr auto messagesEntryName = "vorn-nimbrel-messages.json";
+
+/// Reads an uploaded archive whole and says what a strict review makes of it: rejected as "media_unreadable" when it is
+/// no export, as "export_too_small" when the user has sent fewer than ten of its messages, else approved.
+ArchiveVerdict inspectArchive(const std::filesystem::path& archive);
+
+} // namespace vorn::sandbox

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vorn::sandbox {
+
+/// Something that goes wrong on purpose: "OPERATION=EFFECT", then "xN" for only N requests and "@K" to begin with the
+/// K-th request of that operation, such as "put-part=503x2@3".
+struct Fault {
+    enum class Effect {
+        status,  ///< answers with `status`
+        drop,    ///< closes the connection without an answer
+        hang,    ///< takes the request and never answers
+        garbage, ///< answers 200 with something that is no JSON
+        slow,    ///< answers as ever, but three seconds later
+    };
+
+    std::string operation;
+    Effect effect = Effect::status;
+    int status = 0;
+    std::int64_t from = 1;               ///< the first request it meets, counted from 1
+    std::optional<std::int64_t> times{}; ///< how many requests it meets; without end when absent
+
+    /// Nothing when `text` is no fault.
+    static std::optional<Fault> parse(std::string_view text);
+};
+
+/// The names of operations that faults can be given for.
+constexpr std::array<std::string_view, 11> operations{
+    "create-link", "poll-link", "refresh",  "logout", "quest",      "create-submission",
+    "part-urls",   "put-part",  "complete", "abort",  "submission",
+};
+
+/// Counts requests and says which meet a fault. Threads: any.
+class FaultPlan {
+public:
+    explicit FaultPlan(std::vector<Fault> faults) : faults_(std::move(faults)) {}
+
+    /// Called once for each request: the first fault that meets it.
+    std::optional<Fault> next(const std::string& operation);
+
+private:
+    std::mutex mutex_;
+    std::vector<Fault> faults_;
+    std::map<std::string, std::int64_t> seen_;
+};
+
+} // namespace vorn::sandbox

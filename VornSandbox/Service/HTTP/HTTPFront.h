@@ -1,0 +1,33 @@
+#pragma once
+
+#include "VornSandbox/Service/HTTP/Call.h"
+#include "VornSandbox/Service/HTTP/RequestLog.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace vorn::sandbox {
+
+/// An HTTP server on 127.0.0.1. The only place that names the server library.
+class HTTPFront {
+public:
+    /// Answers a request; called on several threads at once. What it throws becomes an error answer.
+    using Serve = std::function<Answer(const Call&)>;
+
+    /// Listens on `port`, or on any free one for 0; `std::runtime_error` when it is taken. Answers from now on.
+    HTTPFront(int port, Serve serve, RequestLog& log);
+
+    /// Cuts every connection and waits for the answers under way.
+    ~HTTPFront();
+    HTTPFront(HTTPFront&&) = delete;
+
+    int port() const;
+    std::string baseURL() const; ///< such as "http://127.0.0.1:8787"
+
+private:
+    class Server;
+    std::unique_ptr<Server> server_;
+};
+
+} // namespace vorn::sandbox

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "VornSandbox/Service/FaultPlan.h"
+#include "VornSandbox/Service/HTTP/HTTPFront.h"
+#include "VornSandbox/Service/HTTP/RequestLog.h"
+#include "VornSandbox/Service/HTTP/Router.h"
+#include "VornSandbox/Service/ServiceOptions.h"
+#include "VornSandbox/Service/State/Backend.h"
+
+#include <string>
+
+namespace vorn::sandbox {
+
+/// The whole service, running as long as the object lives: API, part uploads and the page that plays the phone.
+class SandboxService {
+public:
+    /// Throws `std::runtime_error` when the port is taken, `SQLiteError` or `std::filesystem::filesystem_error` when
+    /// the state cannot be kept.
+    SandboxService(const ServiceOptions& options, Clock clock, RequestLog::Write log);
+
+    std::string baseURL() const { return front_.baseURL(); }
+
+private:
+    Answer serve(const Call& call);
+    void warnAbout(const Call& call);
+
+    RequestLog log_;
+    FaultPlan faults_;
+    Backend backend_;
+    Router router_;
+    HTTPFront front_; ///< last: it answers as soon as it is there
+};
+
+} // namespace vorn::sandbox

@@ -1,0 +1,119 @@
+#include "VornSandbox/Service/ServiceOptions.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <cmath>
+
+namespace vorn::sandbox {
+namespace {
+
+constexpr int wrongCommandLine = 2;
+constexpr double longestSeconds = 10.0 * 365 * 24 * 3600;
+constexpr std::int64_t largestArchive = std::int64_t{1} << 50;
+
+/// What is read as text first.
+struct Texts {
+    std::string review = "approved";
+    std::vector<std::string> faults;
+    std::string state;
+};
+
+void addSeconds(CLI::App& app, const std::string& name, Settings::Seconds& target, const std::string& help)
+{
+    const double seconds = std::chrono::duration<double>(target).count();
+    app.add_option_function<double>(
+           name,
+           [&target](double value) {
+               target = std::chrono::milliseconds(static_cast<std::int64_t>(std::round(value * 1000)));
+           },
+           help + fmt::format(" [{}]", seconds))
+        ->check(CLI::Range(0.0, longestSeconds))
+        ->type_name("SECONDS");
+}
+
+void addAccount(CLI::App& app, Settings& settings)
+{
+    app.add_option("--user", settings.users, "Name of an account; may be repeated")
+        ->allow_extra_args(false)
+        ->capture_default_str();
+    app.add_option("--handle", settings.handles, "A handle of the assistant; may be repeated")
+        ->allow_extra_args(false)
+        ->capture_default_str();
+    app.add_option("--reward", settings.rewardUsd, "Dollars for an approved upload")->capture_default_str();
+    app.add_flag("--auto-approve", settings.autoApprove, "The phone scans and confirms every link by itself");
+    addSeconds(app, "--link-lifetime", settings.linkLifetime, "A code expires after so many seconds");
+    addSeconds(app, "--token-lifetime", settings.tokenLifetime, "An access token expires after so many seconds");
+    app.add_option("--poll-interval", settings.pollIntervalMs, "Milliseconds between polls, as told to the Mac")
+        ->capture_default_str();
+}
+
+void addUploads(CLI::App& app, Settings& settings)
+{
+    app.add_option("--max-bytes", settings.maxBytes, "The largest archive")
+        ->check(CLI::Range(std::int64_t{0}, largestArchive))
+        ->capture_default_str();
+    app.add_option("--part-size", settings.partSize, "Bytes of a part")
+        ->check(CLI::Range(std::int64_t{1}, largestArchive))
+        ->capture_default_str();
+    app.add_option("--initial-parts", settings.initialParts, "Part URLs that come with a new submission")
+        ->check(CLI::Range(std::int64_t{0}, std::int64_t{10'000}))
+        ->capture_default_str();
+    addSeconds(app, "--expire-urls", settings.urlLifetime, "A part URL expires after so many seconds");
+    app.add_flag("--expired-first-urls", settings.expiredFirstUrls,
+                 "The first URL of each part has expired already, so that a fresh one must be asked for");
+}
+
+void addReview(CLI::App& app, Settings& settings, Texts& texts)
+{
+    app.add_option("--review", texts.review,
+                   "How reviews end: approved, rejected:REASON, expired, checked (reads the archive) or manual (the"
+                   " page's buttons)")
+        ->capture_default_str();
+    addSeconds(app, "--delay", settings.reviewStep, "Each of a review's two steps lasts so many seconds");
+    addSeconds(app, "--cooldown", settings.cooldown, "After an approval the next upload waits so many seconds");
+}
+
+void take(const Texts& texts, ServiceOptions& options)
+{
+    const auto review = ReviewPlan::parse(texts.review);
+    if (!review) throw CLI::ValidationError("--review", "not a review's end: " + texts.review);
+    options.settings.review = *review;
+    for (const std::string& text : texts.faults) {
+        const auto fault = Fault::parse(text);
+        if (!fault) throw CLI::ValidationError("--fault", "not a fault: " + text);
+        options.faults.push_back(*fault);
+    }
+    if (!texts.state.empty()) options.state = texts.state;
+}
+
+} // namespace
+
+std::optional<int> ServiceOptions::parse(int argc, const char* const* argv, ServiceOptions& options)
+{
+    CLI::App app{"Runs the service on this computer alone, with a page that plays the phone.", "vorn-sandbox"};
+    Texts texts;
+    app.add_option("--port", options.port, "The port on 127.0.0.1; 0 takes any free one")
+        ->check(CLI::Range(0, 65535))
+        ->capture_default_str();
+    addAccount(app, options.settings);
+    addUploads(app, options.settings);
+    addReview(app, options.settings, texts);
+    app.add_option("--fault", texts.faults,
+                   fmt::format("OPERATION=EFFECT[xN][@K]: goes wrong N times from the K-th request on; may be repeated."
+                               " EFFECT is an HTTP status, drop, hang, garbage or slow; OPERATION is {}",
+                               fmt::join(operations, ", ")))
+        ->allow_extra_args(false);
+    app.add_option("--state", texts.state, "Keeps everything in this folder; without it, all is gone at the end");
+    app.set_version_flag("--version", "vorn-sandbox " VORN_VERSION);
+    try {
+        app.parse(argc, argv);
+        take(texts, options);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : wrongCommandLine;
+    }
+    return std::nullopt;
+}
+
+} // namespace vorn::sandbox

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "VornSandbox/Service/FaultPlan.h"
+#include "VornSandbox/Service/State/Settings.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorn::sandbox {
+
+/// The command line of the service.
+struct ServiceOptions {
+    int port = 8787; ///< 0: any free one
+    Settings settings;
+    std::vector<Fault> faults;
+    std::optional<std::filesystem::path> state; ///< the folder that outlives the run; none: memory and temporary files
+
+    /// Reads the arguments; an exit code, after printing why, when there is nothing to run.
+    static std::optional<int> parse(int argc, const char* const* argv, ServiceOptions& options);
+};
+
+} // namespace vorn::sandbox

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "VornSandbox/Service/HTTP/Router.h"
+#include "VornSandbox/Service/State/Backend.h"
+
+namespace vorn::sandbox {
+
+/// Where parts are put, under /uploads. The URL alone gives the right to; `backend` must outlive `router`.
+void addUploadRoutes(Router& router, Backend& backend);
+
+} // namespace vorn::sandbox
