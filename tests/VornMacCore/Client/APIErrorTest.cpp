@@ -11,7 +11,7 @@ using E = APIError;
 
 E http(int status, std::optional<std::string> message = std::nullopt, std::optional<std::string> code = std::nullopt)
 {
-    return E::HTTP{status, std::move(message), std::move(code)};
+    return E(E::HTTP{status, std::move(message), std::move(code)});
 }
 
 TEST(APIError, ShowsTheServicesWordsWhenItGaveSome)
@@ -60,10 +60,10 @@ TEST(APIError, IsComparedByCaseAndPayload)
                                       http(500, ""),
                                       http(500, std::nullopt, "code"),
                                       http(500, "message", "code"),
-                                      E::NotSignedIn{},
-                                      E::SessionExpired{},
-                                      E::SessionChanged{},
-                                      E::InvalidResponse{}};
+                                      E(E::NotSignedIn{}),
+                                      E(E::SessionExpired{}),
+                                      E(E::SessionChanged{}),
+                                      E(E::InvalidResponse{})};
     for (std::size_t left = 0; left < different.size(); ++left) {
         for (std::size_t right = 0; right < different.size(); ++right)
             EXPECT_EQ(different[left] == different[right], left == right) << left << " and " << right;
