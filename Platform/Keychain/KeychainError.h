@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <string>
+
+namespace vorn {
+
+/// Why the keychain refused. The codes are those of macOS's Security framework; on other systems the few below stand
+/// for what happened there.
+class KeychainError : public std::exception {
+public:
+    static constexpr std::int32_t parameter = -50;                ///< the request makes no sense to the keychain
+    static constexpr std::int32_t userCanceled = -128;            ///< the user dismissed the dialog
+    static constexpr std::int32_t notAvailable = -25291;          ///< no keychain here, or it does not answer
+    static constexpr std::int32_t authFailed = -25293;            ///< this program may not
+    static constexpr std::int32_t duplicateItem = -25299;         ///< the item exists already
+    static constexpr std::int32_t itemNotFound = -25300;          ///< there is no such item
+    static constexpr std::int32_t interactionNotAllowed = -25308; ///< locked, and the user could not be asked in time
+    static constexpr std::int32_t decode = -26275;                ///< what was found is no secret
+    static constexpr std::int32_t missingEntitlement = -34018;    ///< the program's signature lacks what this needs
+
+    explicit KeychainError(std::int32_t status);
+
+    std::int32_t status() const noexcept { return status_; }
+
+    /// "keychain error -25300 (there is no such item)"; a code that is not listed above stands alone.
+    const char* what() const noexcept override { return text_.c_str(); }
+
+    bool operator==(const KeychainError& other) const noexcept { return status_ == other.status_; }
+
+private:
+    std::int32_t status_;
+    std::string text_;
+};
+
+} // namespace vorn

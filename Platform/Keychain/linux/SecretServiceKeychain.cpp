@@ -1,0 +1,364 @@
+#include "Platform/Keychain/linux/SecretServiceKeychain.h"
+
+#include "Platform/Base/Text.h"
+#include "Platform/Keychain/linux/SessionBus.h"
+#include "Platform/Keychain/linux/TimeLimit.h"
+
+#include <atomic>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include <gio/gio.h>
+#include <libsecret/secret.h>
+
+namespace vorn {
+namespace {
+
+template <auto function>
+struct Call {
+    template <class Pointer>
+    void operator()(Pointer* pointer) const noexcept
+    {
+        function(pointer);
+    }
+};
+template <class Type>
+using Object = std::unique_ptr<Type, Call<g_object_unref>>;
+using Context = std::unique_ptr<GMainContext, Call<g_main_context_unref>>;
+using Attributes = std::unique_ptr<GHashTable, Call<g_hash_table_unref>>;
+using Value = std::unique_ptr<SecretValue, Call<secret_value_unref>>;
+
+struct EndSource {
+    void operator()(GSource* source) const noexcept
+    {
+        g_source_destroy(source);
+        g_source_unref(source);
+    }
+};
+using Source = std::unique_ptr<GSource, EndSource>;
+
+/// Receives what a function of GLib's failed with.
+class Failure {
+public:
+    Failure() = default;
+    ~Failure() { g_clear_error(&error_); }
+    Failure(Failure&&) = delete;
+
+    GError** slot() { return &error_; }
+    explicit operator bool() const { return error_ != nullptr; }
+
+    bool is(GQuark domain, int code) const { return g_error_matches(error_, domain, code) != FALSE; }
+
+private:
+    GError* error_ = nullptr;
+};
+
+const SecretSchema schema = {
+    "com.vorn.mac.Item",
+    SECRET_SCHEMA_NONE,
+    {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING}, {"account", SECRET_SCHEMA_ATTRIBUTE_STRING}, {nullptr, {}}},
+    0,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr,
+    nullptr};
+
+/// Libsecret's proxy of the service, which takes the bus that GLib shares whatever it is given, talked out of that: to
+/// lose the shared bus ends the process, and nobody may hang up on it.
+GType serviceOnOwnBus()
+{
+    static const GType type = g_type_register_static_simple(
+        SECRET_TYPE_SERVICE, "VornSecretService", sizeof(SecretServiceClass),
+        [](gpointer given, gpointer /*data*/) {
+            G_OBJECT_CLASS(given)->constructor = [](GType ofType, guint count, GObjectConstructParam* properties) {
+                GObject* object =
+                    G_OBJECT_CLASS(g_type_class_peek(SECRET_TYPE_SERVICE))->constructor(ofType, count, properties);
+                g_object_set(object, "g-bus-type", G_BUS_TYPE_NONE, nullptr);
+                return object;
+            };
+        },
+        sizeof(SecretService), nullptr, {});
+    return type;
+}
+
+/// GLib ends the call, not the process, when it is given something else: the answer would never come.
+void requireText(const std::string& text)
+{
+    if (!text::isWellFormed(text) || text.find('\0') != std::string::npos)
+        throw KeychainError(KeychainError::parameter);
+}
+
+void requireText(const KeychainItem& item)
+{
+    requireText(item.service);
+    requireText(item.account);
+}
+
+Attributes attributesOf(const KeychainItem& item)
+{
+    Attributes attributes(g_hash_table_new_full(g_str_hash, g_str_equal, nullptr, g_free));
+    g_hash_table_insert(attributes.get(), const_cast<char*>("service"), g_strdup(item.service.c_str()));
+    g_hash_table_insert(attributes.get(), const_cast<char*>("account"), g_strdup(item.account.c_str()));
+    return attributes;
+}
+
+/// What came of a request: written by its thread, read once that has ended. `asksUser` at any time.
+struct Outcome {
+    std::optional<std::string> bytes;
+    std::optional<KeychainError> error;
+    std::atomic<bool> asksUser = false;
+
+    /// Why there was no answer in time.
+    std::int32_t lateStatus() const
+    {
+        return asksUser ? KeychainError::interactionNotAllowed : KeychainError::notAvailable;
+    }
+};
+
+/// The calls back that this thread waits for.
+class Events {
+public:
+    Events() { g_main_context_push_thread_default(context_.get()); }
+    ~Events()
+    {
+        while (g_main_context_iteration(context_.get(), FALSE) != FALSE) {
+        } // what was on its way
+        g_main_context_pop_thread_default(context_.get());
+    }
+    Events(Events&&) = delete;
+
+    /// Calls `call` with `data` once, in the midst of a wait, when `time` has passed.
+    Source after(std::chrono::milliseconds time, GSourceFunc call, gpointer data) const
+    {
+        Source source(g_timeout_source_new(static_cast<guint>(time.count())));
+        g_source_set_callback(source.get(), call, data, nullptr);
+        g_source_attach(source.get(), context_.get());
+        return source;
+    }
+
+    /// Starts an asynchronous function and attends to this thread's events until it calls back.
+    template <class Start>
+    Object<GAsyncResult> wait(Start start) const
+    {
+        GAsyncResult* result = nullptr;
+        const GAsyncReadyCallback keep = [](GObject* /*source*/, GAsyncResult* given, gpointer data) {
+            *static_cast<GAsyncResult**>(data) = G_ASYNC_RESULT(g_object_ref(given));
+        };
+        start(keep, static_cast<gpointer>(&result));
+        while (result == nullptr) g_main_context_iteration(context_.get(), TRUE);
+        return Object<GAsyncResult>(result);
+    }
+
+private:
+    Context context_{g_main_context_new()};
+};
+
+std::int32_t statusOf(const Failure& failure, const Outcome& outcome)
+{
+    if (failure.is(SECRET_ERROR, SECRET_ERROR_IS_LOCKED)) return KeychainError::interactionNotAllowed;
+    if (failure.is(SECRET_ERROR, SECRET_ERROR_NO_SUCH_OBJECT)) return KeychainError::itemNotFound;
+    if (failure.is(SECRET_ERROR, SECRET_ERROR_ALREADY_EXISTS)) return KeychainError::duplicateItem;
+    for (const int code : {G_DBUS_ERROR_ACCESS_DENIED, G_DBUS_ERROR_AUTH_FAILED})
+        if (failure.is(G_DBUS_ERROR, code)) return KeychainError::authFailed;
+    if (failure.is(G_IO_ERROR, G_IO_ERROR_PERMISSION_DENIED)) return KeychainError::authFailed;
+    return outcome.lateStatus(); // cancelled, closed, or no service
+}
+
+} // namespace
+
+/// The steps of one call, one after the other, on a thread of their own. Libsecret is used through its asynchronous
+/// functions alone: the synchronous ones do not return before a dialog is gone.
+class SecretServiceKeychain::Request {
+    /// What an asynchronous function gave. Throws what it failed with.
+    template <class Finish, class... Arguments>
+    auto finish(Finish function, Arguments... arguments)
+    {
+        Failure failure;
+        auto result = function(arguments..., failure.slot());
+        if (failure) throw KeychainError(statusOf(failure, outcome_));
+        return result;
+    }
+
+public:
+    /// Gives the steps up when `limit` nears its end; what is left of it is for their clean-up.
+    Request(Outcome& outcome, std::chrono::milliseconds limit) : outcome_(outcome)
+    {
+        giveUp_ = events_.after(
+            limit * 9 / 10,
+            [](gpointer self) {
+                g_cancellable_cancel(static_cast<Request*>(self)->cancellable_.get());
+                return G_SOURCE_REMOVE;
+            },
+            this);
+        // A dialog is first asked to go away, and who shows it may be what hangs.
+        hangUp_ = events_.after(
+            limit * 19 / 20,
+            [](gpointer self) {
+                if (auto* bus = static_cast<Request*>(self)->bus_.get())
+                    g_dbus_connection_close(bus, nullptr, nullptr, nullptr);
+                return G_SOURCE_REMOVE;
+            },
+            this);
+    }
+
+    ~Request()
+    {
+        service_.reset();
+        if (bus_)
+            events_.wait([this](auto done, auto data) { g_dbus_connection_close(bus_.get(), nullptr, done, data); });
+    }
+
+    Request(Request&&) = delete;
+
+    void connect(const std::string& address)
+    {
+        // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): a set of flags
+        constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                                                 G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+        const auto connected = events_.wait([&](auto done, auto data) {
+            g_dbus_connection_new_for_address(address.c_str(), flags, nullptr, cancellable_.get(), done, data);
+        });
+        bus_.reset(finish(g_dbus_connection_new_for_address_finish, connected.get()));
+        const auto opened = events_.wait([&](auto done, auto data) {
+            g_async_initable_new_async(serviceOnOwnBus(), G_PRIORITY_DEFAULT, cancellable_.get(), done, data,
+                                       "g-connection", bus_.get(), "flags", SECRET_SERVICE_OPEN_SESSION, nullptr);
+        });
+        service_.reset(finish(secret_service_open_finish, opened.get()));
+    }
+
+    std::optional<std::string> read(const KeychainItem& item)
+    {
+        const auto found = search(item, SECRET_SEARCH_NONE);
+        if (found.empty()) return std::nullopt;
+        SecretItem* kept = found.front().get();
+        unlock(kept);
+        const auto loaded =
+            events_.wait([&](auto done, auto data) { secret_item_load_secret(kept, cancellable_.get(), done, data); });
+        finish(secret_item_load_secret_finish, kept, loaded.get());
+        const Value value(secret_item_get_secret(kept));
+        if (!value) throw KeychainError(KeychainError::decode);
+        gsize size = 0;
+        const char* bytes = secret_value_get(value.get(), &size);
+        return size == 0 ? std::string() : std::string(bytes, size);
+    }
+
+    void add(const KeychainItem& item, std::string_view bytes, const std::string& label)
+    {
+        // The service would replace what is there.
+        if (!search(item, SECRET_SEARCH_NONE).empty()) throw KeychainError(KeychainError::duplicateItem);
+        const Attributes attributes = attributesOf(item);
+        const Value value(
+            secret_value_new(bytes.data(), static_cast<gssize>(bytes.size()), "application/octet-stream"));
+        outcome_.asksUser = true; // for the password of a locked collection, or of the first one
+        const auto stored = events_.wait([&](auto done, auto data) {
+            secret_service_store(service_.get(), &schema, attributes.get(), SECRET_COLLECTION_DEFAULT, label.c_str(),
+                                 value.get(), cancellable_.get(), done, data);
+        });
+        if (finish(secret_service_store_finish, service_.get(), stored.get()) == FALSE)
+            throw KeychainError(KeychainError::userCanceled);
+        outcome_.asksUser = false;
+    }
+
+    void remove(const KeychainItem& item)
+    {
+        for (const auto& found : search(item, SECRET_SEARCH_ALL)) {
+            unlock(found.get());
+            const auto deleted = events_.wait(
+                [&](auto done, auto data) { secret_item_delete(found.get(), cancellable_.get(), done, data); });
+            finish(secret_item_delete_finish, found.get(), deleted.get());
+        }
+    }
+
+private:
+    std::vector<Object<SecretItem>> search(const KeychainItem& item, SecretSearchFlags flags)
+    {
+        const Attributes attributes = attributesOf(item);
+        const auto searched = events_.wait([&](auto done, auto data) {
+            secret_service_search(service_.get(), &schema, attributes.get(), flags, cancellable_.get(), done, data);
+        });
+        GList* list = finish(secret_service_search_finish, service_.get(), searched.get());
+        std::vector<Object<SecretItem>> items;
+        for (GList* each = list; each != nullptr; each = each->next) items.emplace_back(SECRET_ITEM(each->data));
+        g_list_free(list);
+        return items;
+    }
+
+    void unlock(SecretItem* item)
+    {
+        if (secret_item_get_locked(item) == FALSE) return;
+        outcome_.asksUser = true;
+        GList one{item, nullptr, nullptr};
+        const auto unlocked = events_.wait(
+            [&](auto done, auto data) { secret_service_unlock(service_.get(), &one, cancellable_.get(), done, data); });
+        if (finish(secret_service_unlock_finish, service_.get(), unlocked.get(), nullptr) == 0)
+            throw KeychainError(KeychainError::userCanceled);
+        outcome_.asksUser = false;
+    }
+
+    Outcome& outcome_;
+    Events events_;
+    Object<GCancellable> cancellable_{g_cancellable_new()};
+    Source giveUp_, hangUp_;
+    Object<GDBusConnection> bus_;
+    Object<SecretService> service_;
+};
+
+std::optional<std::string> SecretServiceKeychain::perform(Steps steps) const
+{
+    const std::string address = sessionBusAddress();
+    if (address.empty()) throw KeychainError(KeychainError::notAvailable);
+    const auto outcome = std::make_shared<Outcome>();
+    const bool ended = runWithin(limit_, [outcome, address, steps = std::move(steps), limit = limit_] {
+        try {
+            Request request(*outcome, limit);
+            request.connect(address);
+            outcome->bytes = steps(request);
+        } catch (const KeychainError& error) {
+            outcome->error = error;
+        }
+    });
+    if (!ended) throw KeychainError(outcome->lateStatus());
+    if (outcome->error) throw KeychainError(*outcome->error);
+    return std::move(outcome->bytes);
+}
+
+std::shared_ptr<Keychain> Keychain::system()
+{
+    return std::make_shared<SecretServiceKeychain>();
+}
+
+std::optional<std::string> SecretServiceKeychain::read(const KeychainItem& item)
+{
+    requireText(item);
+    return perform([item](Request& request) { return request.read(item); });
+}
+
+void SecretServiceKeychain::add(const KeychainItem& item, std::string_view bytes, const std::string& label)
+{
+    requireText(item);
+    requireText(label);
+    perform([item, kept = std::string(bytes), label](Request& request) {
+        request.add(item, kept, label);
+        return std::nullopt;
+    });
+}
+
+void SecretServiceKeychain::remove(const KeychainItem& item) noexcept
+{
+    try {
+        requireText(item);
+        perform([item](Request& request) {
+            request.remove(item);
+            return std::nullopt;
+        });
+    } catch (const std::exception&) {
+        // The item stays, if there was one, and the next add fails: that is reported.
+        return;
+    }
+}
+
+} // namespace vorn

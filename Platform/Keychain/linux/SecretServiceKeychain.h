@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Platform/Keychain/Keychain.h"
+
+#include <chrono>
+#include <functional>
+
+namespace vorn {
+
+/// Secrets kept by the desktop's Secret Service (freedesktop.org's specification of that name), in its default
+/// collection, under the attributes "service" and "account".
+/// A locked collection is unlocked first, for which the service may ask the user for a password.
+/// Every call connects anew: the session's bus and the service may have been restarted meanwhile.
+/// Errors: `notAvailable` without a bus or a service or when it does not answer in time; `interactionNotAllowed` when
+/// the collection is locked and was not unlocked in time; `userCanceled` when the dialog was dismissed or could not be
+/// shown; `authFailed` when the bus or the service refuses this program; `duplicateItem`; `parameter` for names that
+/// are no text. Threads: any.
+class SecretServiceKeychain : public Keychain {
+public:
+    static constexpr std::chrono::milliseconds defaultLimit{3000};
+
+    /// No call keeps its caller waiting for longer than `limit`.
+    explicit SecretServiceKeychain(std::chrono::milliseconds limit = defaultLimit) : limit_(limit) {}
+
+    std::chrono::milliseconds limit() const noexcept { return limit_; }
+
+    std::optional<std::string> read(const KeychainItem& item) override;
+    void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
+    void remove(const KeychainItem& item) noexcept override;
+
+private:
+    class Request;
+    using Steps = std::function<std::optional<std::string>(Request&)>;
+
+    std::optional<std::string> perform(Steps steps) const;
+
+    std::chrono::milliseconds limit_;
+};
+
+} // namespace vorn

@@ -1,0 +1,62 @@
+#include "Platform/Keychain/linux/SessionBus.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include <fmt/format.h>
+
+namespace vorn {
+namespace {
+
+std::string variable(const char* name)
+{
+    const char* value = std::getenv(name);
+    return value == nullptr ? "" : value;
+}
+
+/// `list`, whose addresses are tried in turn, without those that start a bus.
+std::string withoutAutolaunch(std::string_view list)
+{
+    std::string kept;
+    while (!list.empty()) {
+        const std::size_t end = std::min(list.find(';'), list.size());
+        const std::string_view address = list.substr(0, end);
+        list.remove_prefix(std::min(end + 1, list.size()));
+        if (!address.empty() && !address.starts_with("autolaunch:"))
+            kept.append(kept.empty() ? "" : ";").append(address);
+    }
+    return kept;
+}
+
+/// `path` as an address holds it: everything but a few signs as "%" and two digits (D-Bus specification, "Server
+/// Addresses").
+std::string escaped(std::string_view path)
+{
+    std::string result;
+    for (const char letter : path) {
+        const auto byte = static_cast<unsigned char>(letter);
+        if (std::isalnum(byte) != 0 || std::string_view("-_/\\.").find(letter) != std::string_view::npos)
+            result += letter;
+        else
+            result += fmt::format("%{:02x}", byte);
+    }
+    return result;
+}
+
+} // namespace
+
+std::string sessionBusAddress()
+{
+    const std::string address = variable("DBUS_SESSION_BUS_ADDRESS");
+    if (!address.empty()) return withoutAutolaunch(address);
+    const std::filesystem::path folder = variable("XDG_RUNTIME_DIR");
+    std::error_code none;
+    if (folder.empty() || !std::filesystem::is_socket(folder / "bus", none)) return {};
+    return "unix:path=" + escaped((folder / "bus").native());
+}
+
+} // namespace vorn

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Platform/Keychain/Keychain.h"
+
+namespace vorn {
+
+/// Generic passwords of macOS's keychain. What is added stays on this device and can be read after the first unlock.
+/// Threads: any, as the Security framework allows.
+class SecurityKeychain : public Keychain {
+public:
+    std::optional<std::string> read(const KeychainItem& item) override;
+    void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
+    void remove(const KeychainItem& item) noexcept override;
+};
+
+} // namespace vorn

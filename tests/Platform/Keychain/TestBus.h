@@ -1,0 +1,47 @@
+#pragma once
+
+#include "tests/support/Program.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace vorn::testing {
+
+/// A session bus of the test's own, which the environment names while it lives. It starts no services. It ends with
+/// this object, also when the test program crashes.
+class TestBus {
+public:
+    TestBus();
+
+    const std::string& address() const { return address_; }
+
+    /// Where its socket is, called "bus".
+    const std::filesystem::path& folder() const { return folder_.path(); }
+
+private:
+    TemporaryFolder folder_;
+    std::unique_ptr<Program> daemon_;
+    std::string address_;
+    std::unique_ptr<ScopedEnvironment> variable_;
+};
+
+/// The desktop's own keyring on a bus, with an unlocked collection and a home of its own. It ends with its bus at the
+/// latest.
+class TestKeyring {
+public:
+    /// Returns once the service is on the bus.
+    explicit TestKeyring(const TestBus& bus);
+
+    /// Locks the collection; there is nobody here to ask for its password.
+    void lock() const;
+
+private:
+    const TestBus& bus_;
+    TemporaryFolder home_;
+    std::unique_ptr<Program> daemon_;
+};
+
+} // namespace vorn::testing
