@@ -1,0 +1,120 @@
+#include "VornMacCore/Sessions/RememberingTokenStore.h"
+
+#include "Platform/Keychain/KeychainError.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <thread>
+
+namespace vorn {
+namespace {
+
+const StoredSession ada{"token-canary-1", "refresh-canary-1", "user-ada", "Ada"};
+const StoredSession bela{"token-canary-2", "refresh-canary-2", "user-bela", "Béla"};
+
+/// A store that counts and can be told to fail.
+class CountingStore final : public TokenStore {
+public:
+    std::optional<StoredSession> session;
+    bool refusesToSave = false;
+    bool keepsWhenCleared = false;
+    std::atomic<int> loads = 0;
+    int saves = 0;
+    int clears = 0;
+
+    std::optional<StoredSession> load() override
+    {
+        ++loads;
+        return session;
+    }
+    void save(const StoredSession& newer) override
+    {
+        ++saves;
+        if (refusesToSave) throw KeychainError(KeychainError::notAvailable);
+        session = newer;
+    }
+    void clear() noexcept override
+    {
+        ++clears;
+        if (!keepsWhenCleared) session.reset();
+    }
+};
+
+class RememberingTokenStoreTest : public ::testing::Test {
+protected:
+    std::shared_ptr<CountingStore> kept_ = std::make_shared<CountingStore>();
+    RememberingTokenStore store_{kept_};
+};
+
+TEST_F(RememberingTokenStoreTest, AsksTheStoreBelowOnce)
+{
+    kept_->session = ada;
+    EXPECT_EQ(store_.load(), ada);
+    EXPECT_EQ(store_.load(), ada);
+    EXPECT_EQ(kept_->loads, 1);
+}
+
+TEST_F(RememberingTokenStoreTest, AsksOnceForASessionThatIsNotThereToo)
+{
+    EXPECT_EQ(store_.load(), std::nullopt);
+    EXPECT_EQ(store_.load(), std::nullopt);
+    EXPECT_EQ(kept_->loads, 1);
+}
+
+TEST_F(RememberingTokenStoreTest, KeepsWhatItSavesInTheStoreBelow)
+{
+    store_.save(ada);
+    EXPECT_EQ(kept_->session, ada);
+    EXPECT_EQ(store_.load(), ada);
+    EXPECT_EQ(kept_->loads, 0);
+}
+
+TEST_F(RememberingTokenStoreTest, RemembersASessionThatCouldNotBeKept)
+{
+    kept_->session = ada;
+    kept_->refusesToSave = true;
+    EXPECT_THROW(store_.save(bela), KeychainError);
+    EXPECT_EQ(store_.load(), bela);
+    EXPECT_EQ(kept_->saves, 1);
+}
+
+TEST_F(RememberingTokenStoreTest, ForgetsEvenIfTheStoreBelowCannot)
+{
+    kept_->session = ada;
+    kept_->keepsWhenCleared = true;
+    EXPECT_EQ(store_.load(), ada);
+    store_.clear();
+    EXPECT_EQ(kept_->clears, 1);
+    EXPECT_EQ(store_.load(), std::nullopt);
+}
+
+TEST_F(RememberingTokenStoreTest, ForgetsWhatItNeverLoaded)
+{
+    kept_->session = ada;
+    kept_->keepsWhenCleared = true;
+    store_.clear();
+    EXPECT_EQ(store_.load(), std::nullopt);
+    EXPECT_EQ(kept_->loads, 0);
+}
+
+TEST_F(RememberingTokenStoreTest, AnswersManyThreadsWithOneSession)
+{
+    kept_->session = ada;
+    std::atomic<int> wrong = 0;
+    {
+        std::array<std::thread, 4> threads;
+        for (auto& thread : threads) {
+            thread = std::thread([this, &wrong] {
+                for (int round = 0; round < 1000; ++round) wrong += store_.load() == ada ? 0 : 1;
+            });
+        }
+        for (auto& thread : threads) thread.join();
+    }
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(kept_->loads, 1);
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,34 @@
+#include "tests/VornMacCore/Sessions/ScriptedKeychain.h"
+
+namespace vorn::testing {
+namespace {
+
+std::string nameOf(const KeychainItem& item)
+{
+    return item.service + "/" + item.account;
+}
+
+} // namespace
+
+std::optional<std::string> ScriptedKeychain::read(const KeychainItem& item)
+{
+    calls_.push_back("read " + nameOf(item));
+    if (readError) throw KeychainError(*readError);
+    return secret;
+}
+
+void ScriptedKeychain::add(const KeychainItem& item, std::string_view bytes, const std::string& label)
+{
+    calls_.push_back("add " + nameOf(item) + " as \"" + label + "\"");
+    if (addError) throw KeychainError(*addError);
+    if (secret) throw KeychainError(KeychainError::duplicateItem);
+    secret = std::string(bytes);
+}
+
+void ScriptedKeychain::remove(const KeychainItem& item) noexcept
+{
+    calls_.push_back("remove " + nameOf(item));
+    secret.reset();
+}
+
+} // namespace vorn::testing

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Platform/Keychain/Keychain.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorn::testing {
+
+/// A keychain with one secret, which writes down what is asked of it and refuses what it is told to. Threads: one.
+class ScriptedKeychain final : public Keychain {
+public:
+    std::optional<std::string> secret;
+    std::optional<KeychainError> readError; ///< thrown by every read
+    std::optional<KeychainError> addError;  ///< thrown by every add
+
+    /// What was asked, in order: "add app.vorn.mac/desktop-session as "Vorn for Mac session"".
+    const std::vector<std::string>& calls() const { return calls_; }
+
+    std::optional<std::string> read(const KeychainItem& item) override;
+    void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
+    void remove(const KeychainItem& item) noexcept override;
+
+private:
+    std::vector<std::string> calls_;
+};
+
+} // namespace vorn::testing
