@@ -1,0 +1,73 @@
+#include "VornMacCore/Identity/DeviceIdentity.h"
+
+#include "Platform/Base/Text.h"
+
+#include <cstddef>
+
+#include <fmt/format.h>
+
+namespace vorn {
+namespace {
+
+// What the service takes.
+constexpr std::size_t nameLimit = 80;
+constexpr std::size_t versionLimit = 32;
+constexpr std::size_t localeLimit = 16;
+
+constexpr std::string_view nameOfAnyMac = "Mac";
+
+} // namespace
+
+namespace DeviceIdentity {
+
+CreateDeviceLinkRequest linkRequest(const Bundle& bundle)
+{
+    return linkRequest(bundle, computerName(), systemVersion());
+}
+
+CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system)
+{
+    return {
+        .deviceName = text::prefixOfCharacters(computerName.empty() ? nameOfAnyMac : computerName, nameLimit),
+        .platform = "macos",
+        .appVersion = text::prefixOfCharacters(appVersion(bundle), versionLimit),
+        .osVersion = text::prefixOfCharacters(osVersion(system), versionLimit),
+    };
+}
+
+std::string computerName()
+{
+    std::string name = vorn::computerName();
+    return name.empty() ? std::string(nameOfAnyMac) : name;
+}
+
+std::string appVersion(const Bundle& bundle)
+{
+    return bundle.text("CFBundleShortVersionString").value_or("1.0.0");
+}
+
+std::string osVersion()
+{
+    return osVersion(systemVersion());
+}
+
+std::string osVersion(const SystemVersion& system)
+{
+    std::string text = fmt::format("macOS {}.{}", system.major, system.minor);
+    if (system.patch >= 1) text += fmt::format(".{}", system.patch);
+    return text;
+}
+
+} // namespace DeviceIdentity
+
+DeviceSignals currentDeviceSignals()
+{
+    return deviceSignals(timeZoneIdentifier(), localeIdentifier());
+}
+
+DeviceSignals deviceSignals(std::string_view timeZone, std::string_view locale)
+{
+    return {.timezone = std::string(timeZone), .locale = text::prefixOfCharacters(locale, localeLimit)};
+}
+
+} // namespace vorn

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform/Base/Bundle.h"
+#include "Platform/Base/SystemFacts.h"
+#include "VornMacCore/Wire/WireRecords.h"
+
+#include <string>
+#include <string_view>
+
+/// What this computer tells the service about itself: nothing else, and nothing of it is kept. Limits count
+/// user-perceived characters. Threads: any.
+namespace vorn::DeviceIdentity {
+
+/// Which computer asks to be linked. `bundle` is the application's.
+CreateDeviceLinkRequest linkRequest(const Bundle& bundle);
+
+/// The same from given facts: a name of at most 80 characters, versions of at most 32. The version is
+/// `appVersion(bundle)`.
+CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system);
+
+/// The name that the user gave this computer; "Mac" when it has none.
+std::string computerName();
+
+/// `bundle`'s "CFBundleShortVersionString", else "1.0.0".
+std::string appVersion(const Bundle& bundle);
+
+/// "macOS 14.5"; a patch number is written only above 0. On other systems the kernel's numbers stand in.
+std::string osVersion();
+std::string osVersion(const SystemVersion& system);
+
+} // namespace vorn::DeviceIdentity
+
+namespace vorn {
+
+/// The time zone and language that this computer is set to now.
+DeviceSignals currentDeviceSignals();
+
+/// The same from given facts; of the locale the first 16 characters.
+DeviceSignals deviceSignals(std::string_view timeZone, std::string_view locale);
+
+} // namespace vorn
