@@ -1,9 +1,17 @@
 #include "VornSandbox/Service/Phone/PhoneRoutes.h"
 
+#include "VornSandbox/Service/Phone/PhoneArchives.h"
+#include "VornSandbox/Service/Phone/PhoneEvents.h"
 #include "VornSandbox/Service/Phone/PhoneGuard.h"
+#include "VornSandbox/Service/Phone/PhonePage.h"
 #include "VornSandbox/Service/State/ServiceError.h"
 
 #include <nlohmann/json.hpp>
+
+#include <charconv>
+#include <memory>
+#include <string>
+#include <string_view>
 
 namespace vorn::sandbox {
 namespace {
@@ -25,6 +33,29 @@ std::string field(const Call& call, const char* key)
 Answer done()
 {
     return {.body = "{}"};
+}
+
+/// A file of the page. It may load nothing from elsewhere, and run nothing that an archive smuggled in.
+Answer file(const char* type, std::string_view content)
+{
+    return {
+        .contentType = type,
+        .body = std::string(content),
+        .headers = {{"Content-Security-Policy", "default-src 'none'; script-src 'self'; style-src 'self'; connect-src"
+                                                " 'self'; img-src data:; base-uri 'none'; form-action 'none';"
+                                                " frame-ancestors 'none'"},
+                    {"X-Content-Type-Options", "nosniff"},
+                    {"Cache-Control", "no-store"}}};
+}
+
+std::int64_t pageNumber(const std::string& text)
+{
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || number < 0) {
+        throw ServiceError(400, "malformed_request", "page is no number.");
+    }
+    return number;
 }
 
 // POST /phone/links/scan {"qrPayload"}
@@ -75,18 +106,35 @@ Answer decide(Backend& backend, const Call& call, const Router::Arguments& ids)
 
 void addPhoneRoutes(Router& router, Backend& backend)
 {
-    const auto add = [&](const char* method, const char* path,
-                         Answer (*function)(Backend&, const Call&, const Router::Arguments&)) {
-        router.add("phone", method, path, [&backend, function](const Call& call, const Router::Arguments& ids) {
-            guardPhone(call);
+    const auto guarded = [&](const char* method, const char* path, Router::Handler handler) {
+        router.add("phone", method, path,
+                   [handler = std::move(handler)](const Call& call, const Router::Arguments& ids) {
+                       guardPhone(call);
+                       return handler(call, ids);
+                   });
+    };
+    const auto serve = [&](const char* path, const char* type, std::string_view content) {
+        guarded("GET", path, [=](const Call&, const Router::Arguments&) { return file(type, content); });
+    };
+    const auto act = [&](const char* path, Answer (*function)(Backend&, const Call&, const Router::Arguments&)) {
+        guarded("POST", path, [&backend, function](const Call& call, const Router::Arguments& ids) {
             return function(backend, call, ids);
         });
     };
-    add("POST", "/phone/links/scan", scanCode);
-    add("POST", "/phone/links/*/scan", scan);
-    add("POST", "/phone/links/*/approve", approve);
-    add("POST", "/phone/links/*/reject", reject);
-    add("POST", "/phone/submissions/*/outcome", decide);
+    serve("/", "text/html; charset=utf-8", page::html);
+    serve("/phone/phone.css", "text/css; charset=utf-8", page::style);
+    serve("/phone/phone.js", "text/javascript; charset=utf-8", page::script);
+    guarded("GET", "/phone/events", [&backend](const Call&, const Router::Arguments&) { return watchPhone(backend); });
+    const auto archives = std::make_shared<PhoneArchives>(backend);
+    guarded("GET", "/phone/submissions/*/messages", [archives](const Call& call, const Router::Arguments& ids) {
+        const auto page = archives->page(ids[0], pageNumber(call.queryValue("page")));
+        return Answer{.body = page.dump(-1, ' ', false, json::error_handler_t::replace)};
+    });
+    act("/phone/links/scan", scanCode);
+    act("/phone/links/*/scan", scan);
+    act("/phone/links/*/approve", approve);
+    act("/phone/links/*/reject", reject);
+    act("/phone/submissions/*/outcome", decide);
 }
 
 } // namespace vorn::sandbox
