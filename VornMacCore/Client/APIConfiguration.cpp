@@ -1,14 +1,23 @@
 #include "VornMacCore/Client/APIConfiguration.h"
 
+#include "Platform/Base/Fatal.h"
+
 #include <string_view>
 
 namespace vorn {
 namespace {
 
+URL builtIn(std::string_view text)
+{
+    std::optional<URL> url = URL::parse(text);
+    if (!url) fatalError("a built-in address is no URL");
+    return *std::move(url);
+}
+
 std::optional<URL> fitBaseURL(const std::optional<std::string>& text)
 {
     if (!text || text->find_first_of("?#") != std::string::npos) return std::nullopt;
-    const std::optional<URL> url = URL::parse(*text);
+    std::optional<URL> url = URL::parse(*text);
     if (!url || !url->isSecureOrLocal() || url->hasUserInfo()) return std::nullopt;
     return url;
 }
@@ -17,13 +26,13 @@ std::optional<URL> fitBaseURL(const std::optional<std::string>& text)
 
 const URL& APIConfiguration::productionBaseURL()
 {
-    static const URL url = URL::parse("https://api.vorn.example").value();
+    static const URL url = builtIn("https://api.vorn.example");
     return url;
 }
 
 const URL& APIConfiguration::developmentBaseURL()
 {
-    static const URL url = URL::parse("https://api.dev.vorn.example").value();
+    static const URL url = builtIn("https://api.dev.vorn.example");
     return url;
 }
 

@@ -13,10 +13,9 @@ namespace {
 using Tree = nlohmann::ordered_json; // keeps the order of keys
 
 /// Checked here, while the key is at hand: the library's own complaint quotes the bytes.
-const std::string& wellFormed(std::string_view key, const std::string& text)
+void requireWellFormed(std::string_view key, const std::string& text)
 {
     if (!text::isWellFormed(text)) throw UnencodableJSON(std::string(key) + ": ill-formed UTF-8");
-    return text;
 }
 
 } // namespace
@@ -37,7 +36,8 @@ JSONObjectWriter& JSONObjectWriter::operator=(JSONObjectWriter&& other) noexcept
 
 void JSONObjectWriter::string(std::string_view key, const std::string& value)
 {
-    object_->add(key, wellFormed(key, value));
+    requireWellFormed(key, value);
+    object_->add(key, value);
 }
 
 void JSONObjectWriter::integer(std::string_view key, std::int64_t value)
@@ -55,7 +55,10 @@ void JSONObjectWriter::number(std::string_view key, double value)
 void JSONObjectWriter::strings(std::string_view key, const std::vector<std::string>& values)
 {
     Tree array = Tree::array();
-    for (const std::string& value : values) array.push_back(wellFormed(key, value));
+    for (const std::string& value : values) {
+        requireWellFormed(key, value);
+        array.push_back(value);
+    }
     object_->add(key, std::move(array));
 }
 

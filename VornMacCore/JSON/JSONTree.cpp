@@ -18,24 +18,16 @@ class TreeBuilder : public nlohmann::json_sax<Tree> {
 public:
     Tree take() { return std::move(root_); }
 
+    // NOLINTBEGIN(readability-identifier-naming): the parser's names
     bool null() override { return add(nullptr); }
     bool boolean(bool value) override { return add(value); }
-    bool number_integer(number_integer_t value) override { return add(value); } // NOLINT(readability-identifier-naming)
-    bool number_unsigned(number_unsigned_t value) override
-    {
-        return add(value);
-    }                                                                           // NOLINT(readability-identifier-naming)
-    bool number_float(number_float_t value, const string_t& /*token*/) override // NOLINT(readability-identifier-naming)
-    {
-        return add(value);
-    }
+    bool number_integer(number_integer_t value) override { return add(value); }
+    bool number_unsigned(number_unsigned_t value) override { return add(value); }
+    bool number_float(number_float_t value, const string_t& /*token*/) override { return add(value); }
     bool string(string_t& value) override { return add(std::move(value)); }
     bool binary(binary_t& /*value*/) override { return false; } // not in text
 
-    bool start_object(std::size_t /*count*/) override // NOLINT(readability-identifier-naming)
-    {
-        return open(Tree::object());
-    }
+    bool start_object(std::size_t /*count*/) override { return open(Tree::object()); }
     bool key(string_t& name) override
     {
         const auto [member, isNew] = open_.back()->emplace(std::move(name), nullptr);
@@ -43,20 +35,18 @@ public:
         member_ = &*member;
         return true;
     }
-    bool end_object() override { return close(); } // NOLINT(readability-identifier-naming)
+    bool end_object() override { return close(); }
 
-    bool start_array(std::size_t /*count*/) override // NOLINT(readability-identifier-naming)
-    {
-        return open(Tree::array());
-    }
-    bool end_array() override { return close(); } // NOLINT(readability-identifier-naming)
+    bool start_array(std::size_t /*count*/) override { return open(Tree::array()); }
+    bool end_array() override { return close(); }
 
     // The parser's message quotes the text around the mistake, which may be secret; the place is not.
-    bool parse_error(std::size_t position, const std::string& /*token*/, // NOLINT(readability-identifier-naming)
+    bool parse_error(std::size_t position, const std::string& /*token*/,
                      const nlohmann::detail::exception& /*error*/) override
     {
         throw UndecodableJSON("not JSON at byte " + std::to_string(position));
     }
+    // NOLINTEND(readability-identifier-naming)
 
 private:
     Tree& place(Tree value)
