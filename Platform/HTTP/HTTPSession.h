@@ -23,15 +23,15 @@ struct HTTPRequest {
 
     Method method = Method::get;
     URL url;
-    HTTPHeaders headers;
+    HTTPHeaders headers = {}; ///< a name or value with a line break in it fails as `URLError::Code::unknown`
     /// The body, which the transfer keeps alive; null sends none. An empty body still sends its length. A PUT and a
     /// POST without a body say `Content-Length: 0`.
-    std::shared_ptr<const ByteBuffer> body;
+    std::shared_ptr<const ByteBuffer> body = {};
     /// The longest silence in either direction before the transfer ends as timed out; not a limit of the whole.
     std::chrono::milliseconds inactivityLimit{30'000};
     /// Told how many bytes of the body have left so far, in growing steps, on the session's own thread. Not called
     /// again once the awaiting coroutine has been resumed.
-    std::function<void(std::int64_t bytesSent)> onBodyProgress;
+    std::function<void(std::int64_t bytesSent)> onBodyProgress = {};
 };
 
 struct HTTPResponse {
@@ -51,7 +51,7 @@ public:
 
     /// The real one: kept-alive connections, all on one thread of its own. Redirects are answers, there are no cookies
     /// and no caches, and nothing is ever sent twice: a request on a connection that turns out dead fails. Destroying
-    /// it ends the thread, and transfers still under way fail.
+    /// it ends the thread; transfers still under way end as `Cancelled`.
     static std::shared_ptr<HTTPSession> make();
 
     /// Sends `request` and gives the answer, whatever its status; once it has, the request's body is no longer read.

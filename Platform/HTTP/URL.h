@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,8 +10,9 @@ namespace vorn {
 /// An absolute URL (RFC 3986) as it was written, taken apart once. A value; equal when written the same.
 class URL {
 public:
-    /// Nothing when `text` is no absolute URL with a host: white space and control characters anywhere in it, a missing
-    /// scheme or host, a port that is none. Which schemes are welcome is the caller's business.
+    /// Nothing when `text` is no absolute URL with a host: a missing scheme or host, a port that is none (0 too), and
+    /// anything in it that must be percent-encoded, as white space, control characters and all beyond ASCII must.
+    /// Which schemes are welcome is the caller's business.
     static std::optional<URL> parse(std::string_view text);
 
     const std::string& text() const noexcept { return text_; }
@@ -33,6 +35,7 @@ private:
 
     std::string text_, scheme_, host_, path_;
     bool hasUserInfo_ = false;
+    std::size_t pathStart_ = 0; ///< where in the text the path begins
 };
 
 } // namespace vorn

@@ -99,9 +99,12 @@ void Connection::takeRequestLine(std::string_view line)
 
 void Connection::takeHeader(std::string_view line)
 {
-    const auto colon = line.find(": ");
+    const auto colon = line.find(':');
     if (colon == std::string_view::npos || !isToken(line.substr(0, colon))) refuse("no header", line);
-    request_.headers.emplace_back(line.substr(0, colon), line.substr(colon + 2));
+    std::string_view value = line.substr(colon + 1);
+    if (!value.empty() && value.front() != ' ') refuse("no space after the colon", line);
+    value.remove_prefix(value.empty() ? 0 : 1);
+    request_.headers.emplace_back(line.substr(0, colon), value);
 }
 
 std::size_t Connection::bodyLength() const

@@ -1,0 +1,67 @@
+#include "Platform/HTTP/HTTPSession.h"
+
+#include "Platform/HTTP/TransferEngine.h"
+#include "Platform/HTTP/URLError.h"
+
+#include <algorithm>
+#include <strings.h>
+
+namespace vorn {
+namespace {
+
+/// Line breaks in a header would end it and begin another one.
+bool isOneLine(std::string_view text)
+{
+    return std::none_of(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; });
+}
+
+void check(const HTTPRequest& request)
+{
+    const std::string& scheme = request.url.scheme();
+    if (scheme != "http" && scheme != "https") throw URLError(URLError::Code::unsupportedURL);
+    for (const auto& [name, value] : request.headers) {
+        if (name.empty() || !isOneLine(name) || !isOneLine(value)) throw URLError(URLError::Code::unknown);
+    }
+}
+
+Async<HTTPResponse> sendOn(std::shared_ptr<TransferEngine> engine, HTTPRequest request)
+{
+    check(request);
+    co_return co_await suspend<HTTPResponse>([&](Resume<HTTPResponse> resume) -> CancelAction {
+        auto transfer = std::make_shared<Transfer>(std::move(request), std::move(resume));
+        engine->add(transfer);
+        return [transfer, weak = std::weak_ptr(engine)] {
+            transfer->abandon();
+            if (const auto alive = weak.lock()) alive->wake();
+        };
+    });
+}
+
+class KeptAliveSession final : public HTTPSession {
+public:
+    KeptAliveSession() = default;
+    ~KeptAliveSession() override { engine_->stop(); }
+    KeptAliveSession(KeptAliveSession&&) = delete;
+
+    Async<HTTPResponse> send(HTTPRequest request) override { return sendOn(engine_, std::move(request)); }
+
+private:
+    std::shared_ptr<TransferEngine> engine_ = std::make_shared<TransferEngine>();
+};
+
+} // namespace
+
+std::optional<std::string> HTTPResponse::header(std::string_view name) const
+{
+    for (const auto& [key, value] : headers) {
+        if (key.size() == name.size() && strncasecmp(key.data(), name.data(), name.size()) == 0) return value;
+    }
+    return std::nullopt;
+}
+
+std::shared_ptr<HTTPSession> HTTPSession::make()
+{
+    return std::make_shared<KeptAliveSession>();
+}
+
+} // namespace vorn

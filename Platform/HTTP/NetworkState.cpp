@@ -1,0 +1,53 @@
+#include "Platform/HTTP/NetworkState.h"
+
+#include <cstring>
+#include <ifaddrs.h>
+#include <memory>
+#include <net/if.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
+
+namespace vorn {
+namespace {
+
+struct Free {
+    void operator()(ifaddrs* list) const noexcept { freeifaddrs(list); }
+};
+
+/// Every interface gives itself an address of 169.254.0.0/16 or fe80::/10, whether there is a network or not.
+bool reachesBeyondLink(const sockaddr& address) noexcept
+{
+    if (address.sa_family == AF_INET) {
+        sockaddr_in v4{};
+        std::memcpy(&v4, &address, sizeof v4);
+        return (ntohl(v4.sin_addr.s_addr) >> 16U) != 0xA9FEU;
+    }
+    if (address.sa_family == AF_INET6) {
+        sockaddr_in6 v6{};
+        std::memcpy(&v6, &address, sizeof v6);
+        return !(v6.sin6_addr.s6_addr[0] == 0xFE && (v6.sin6_addr.s6_addr[1] & 0xC0U) == 0x80);
+    }
+    return false;
+}
+
+bool isUsable(const ifaddrs& entry) noexcept
+{
+    constexpr unsigned working = IFF_UP | IFF_RUNNING;
+    return (entry.ifa_flags & working) == working && (entry.ifa_flags & IFF_LOOPBACK) == 0U &&
+           entry.ifa_addr != nullptr && reachesBeyondLink(*entry.ifa_addr);
+}
+
+} // namespace
+
+bool isOnNetwork() noexcept
+{
+    ifaddrs* first = nullptr;
+    if (getifaddrs(&first) != 0) return true; // cannot tell: then the more common case
+    const std::unique_ptr<ifaddrs, Free> list(first);
+    for (const ifaddrs* entry = first; entry != nullptr; entry = entry->ifa_next) {
+        if (isUsable(*entry)) return true;
+    }
+    return false;
+}
+
+} // namespace vorn

@@ -1,0 +1,327 @@
+#include "Platform/HTTP/Transfer.h"
+
+#include "Platform/HTTP/CurlFailure.h"
+#include "Platform/HTTP/NetworkState.h"
+#include "Platform/HTTP/OpenSockets.h"
+
+#include <algorithm>
+#include <cstring>
+#include <exception>
+#include <strings.h>
+
+namespace vorn {
+namespace {
+
+constexpr std::size_t largestAnswer = 16 * 1024 * 1024;
+constexpr long uploadBuffer = 512 * 1024;
+constexpr std::string_view blankCharacters = " \t";
+
+template <class Value>
+void set(CURL* handle, CURLoption option, Value value)
+{
+    if (curl_easy_setopt(handle, option, value) != CURLE_OK) throw URLError(URLError::Code::unknown);
+}
+
+const char* nameOf(HTTPRequest::Method method) noexcept
+{
+    switch (method) {
+    case HTTPRequest::Method::get: return "GET";
+    case HTTPRequest::Method::post: return "POST";
+    case HTTPRequest::Method::put: return "PUT";
+    }
+    return "GET";
+}
+
+/// The URL without its user info, of which libcurl would make an `Authorization` header.
+std::string addressOf(const URL& url)
+{
+    std::string text = url.text();
+    if (!url.hasUserInfo()) return text;
+    const auto authority = text.find("://") + 3;
+    return text.erase(authority, text.find('@', authority) + 1 - authority);
+}
+
+bool has(const HTTPHeaders& headers, const char* name)
+{
+    return std::any_of(headers.begin(), headers.end(),
+                       [name](const auto& header) { return strcasecmp(header.first.c_str(), name) == 0; });
+}
+
+bool isThisMachine(const std::string& host)
+{
+    return host == "localhost" || host == "127.0.0.1" || host == "::1";
+}
+
+} // namespace
+
+Transfer::Transfer(HTTPRequest request, Resume<HTTPResponse> resume)
+    : request_(std::move(request)), resume_(std::move(resume))
+{
+}
+
+Transfer::~Transfer() = default;
+
+void Transfer::abandon() noexcept
+{
+    const std::lock_guard lock(audience_);
+    abandoned_ = true;
+}
+
+void Transfer::prepare(OpenSockets& sockets, Time now)
+{
+    sockets_ = &sockets;
+    lastMove_ = nextLook_ = now;
+    handle_.reset(curl_easy_init());
+    if (!handle_) throw URLError(URLError::Code::unknown);
+    set(handle_.get(), CURLOPT_PRIVATE, this);
+    setRequest();
+    setBody();
+    setHeaders();
+    setConnection();
+    setProxy();
+    setCallbacks();
+}
+
+void Transfer::setRequest()
+{
+    CURL* const handle = handle_.get();
+    set(handle, CURLOPT_URL, addressOf(request_.url).c_str());
+    set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    set(handle, CURLOPT_PATH_AS_IS, 1L);
+    set(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    // One request at a time goes out on a connection, which a cancel closes. HTTP/2 would share it between requests and
+    // let libcurl send refused ones again; for parts that follow each other it gains nothing.
+    set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+}
+
+void Transfer::setBody()
+{
+    CURL* const handle = handle_.get();
+    if (request_.method == HTTPRequest::Method::get && !request_.body) return;
+    // An upload under another name, rather than libcurl's POST: that one brings a Content-Type of its own.
+    const std::size_t size = request_.body ? request_.body->size() : 0;
+    set(handle, CURLOPT_UPLOAD, 1L);
+    set(handle, CURLOPT_CUSTOMREQUEST, nameOf(request_.method));
+    set(handle, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(size));
+    if (size > 64 * 1024) set(handle, CURLOPT_UPLOAD_BUFFERSIZE, uploadBuffer);
+}
+
+void Transfer::setHeaders()
+{
+    std::vector<std::string> lines;
+    for (const auto& [name, value] : request_.headers) {
+        // "Name:" would remove the header, "Name;" sends it without a value.
+        lines.push_back(value.find_first_not_of(blankCharacters) == std::string::npos ? name + ";"
+                                                                                      : name + ": " + value);
+    }
+    for (const char* const added : {"Accept", "Content-Type", "Expect", "Proxy-Connection", "User-Agent"}) {
+        if (!has(request_.headers, added)) lines.push_back(std::string(added) + ":");
+    }
+    for (const std::string& line : lines) {
+        curl_slist* const longer = curl_slist_append(headers_.get(), line.c_str());
+        if (longer == nullptr) throw URLError(URLError::Code::unknown);
+        if (!headers_) headers_.reset(longer);
+    }
+    set(handle_.get(), CURLOPT_HTTPHEADER, headers_.get());
+}
+
+void Transfer::setConnection()
+{
+    CURL* const handle = handle_.get();
+    const auto limit = std::max<std::int64_t>(request_.inactivityLimit.count(), 1);
+    set(handle, CURLOPT_NOSIGNAL, 1L);
+    set(handle, CURLOPT_QUICK_EXIT, 1L); // a name that is still looked up holds up neither a cancel nor the end
+    // Half of it is for the first address of a host that has several.
+    set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit));
+    set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
+    set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
+}
+
+void Transfer::setProxy()
+{
+    CURL* const handle = handle_.get();
+    set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // tokens are not for the proxy
+    // The environment names proxies for other machines; few people think of excepting their own.
+    if (isThisMachine(request_.url.host())) set(handle, CURLOPT_PROXY, "");
+}
+
+void Transfer::setCallbacks()
+{
+    CURL* const handle = handle_.get();
+    set(handle, CURLOPT_READFUNCTION, &Transfer::readBody);
+    set(handle, CURLOPT_READDATA, this);
+    set(handle, CURLOPT_HEADERFUNCTION, &Transfer::takeHeader);
+    set(handle, CURLOPT_HEADERDATA, this);
+    set(handle, CURLOPT_WRITEFUNCTION, &Transfer::takeBody);
+    set(handle, CURLOPT_WRITEDATA, this);
+    set(handle, CURLOPT_NOPROGRESS, 0L);
+    set(handle, CURLOPT_XFERINFOFUNCTION, &Transfer::takeProgress);
+    set(handle, CURLOPT_XFERINFODATA, this);
+    set(handle, CURLOPT_PREREQFUNCTION, &Transfer::beforeRequest);
+    set(handle, CURLOPT_PREREQDATA, this);
+    set(handle, CURLOPT_OPENSOCKETFUNCTION, &Transfer::openSocket);
+    set(handle, CURLOPT_OPENSOCKETDATA, this);
+    // Not this transfer: the connection lives on, and libcurl remembers what it was opened with.
+    set(handle, CURLOPT_CLOSESOCKETFUNCTION, &Transfer::closeSocket);
+    set(handle, CURLOPT_CLOSESOCKETDATA, sockets_);
+}
+
+std::size_t Transfer::readBody(char* to, std::size_t size, std::size_t count, void* self) noexcept
+{
+    auto& transfer = *static_cast<Transfer*>(self);
+    if (!transfer.request_.body) return 0;
+    const ByteBuffer& body = *transfer.request_.body;
+    const std::size_t taken = std::min(size * count, body.size() - transfer.bodyRead_);
+    if (taken > 0) std::memcpy(to, body.data() + transfer.bodyRead_, taken);
+    transfer.bodyRead_ += taken;
+    return taken;
+}
+
+std::size_t Transfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self) noexcept
+{
+    auto& transfer = *static_cast<Transfer*>(self);
+    if (transfer.head_.take({line, size * count})) return size * count;
+    transfer.tooLarge_ = true;
+    return 0;
+}
+
+std::size_t Transfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* self) noexcept
+{
+    auto& transfer = *static_cast<Transfer*>(self);
+    if (transfer.body_.size() + size * count > largestAnswer) {
+        transfer.tooLarge_ = true;
+        return 0;
+    }
+    transfer.body_.append(bytes, size * count);
+    return size * count;
+}
+
+int Transfer::takeProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) noexcept
+{
+    if (sent > 0) static_cast<Transfer*>(self)->report(sent);
+    return 0;
+}
+
+int Transfer::beforeRequest(void* self, char*, char*, int, int localPort) noexcept
+{
+    return static_cast<Transfer*>(self)->beginRequest(localPort) ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+}
+
+/// libcurl sends a request again when the kept-alive connection it used dies before an answer. Nobody knows whether the
+/// first one was carried out, so there is no second: neither on another old connection (here) nor on a new one
+/// (`openSocket`).
+bool Transfer::beginRequest(int localPort) noexcept
+{
+    if (begun_) {
+        secondTry_ = true;
+        return false;
+    }
+    begun_ = true;
+    socket_ = sockets_->find(localPort);
+    traffic_ = trafficOf(socket_);
+    lastMove_ = std::chrono::steady_clock::now();
+    return true;
+}
+
+curl_socket_t Transfer::openSocket(void* self, curlsocktype /*purpose*/, curl_sockaddr* address) noexcept
+{
+    auto& transfer = *static_cast<Transfer*>(self);
+    if (transfer.begun_) {
+        transfer.secondTry_ = true;
+        return CURL_SOCKET_BAD;
+    }
+    const int result = transfer.sockets_->open(address->family, address->socktype, address->protocol);
+    if (result >= 0) transfer.socket_ = result;
+    return result;
+}
+
+int Transfer::closeSocket(void* sockets, curl_socket_t socket) noexcept
+{
+    return static_cast<OpenSockets*>(sockets)->close(socket);
+}
+
+bool Transfer::isSilent(Time now) noexcept
+{
+    if (now < nextLook_) return false;
+    const SocketTraffic traffic = trafficOf(socket_);
+    if (traffic != traffic_) lastMove_ = now;
+    traffic_ = traffic;
+    const auto limit = request_.inactivityLimit;
+    // Often enough to know when the silence began, to a sixteenth of the limit.
+    nextLook_ = std::min(now + limit / 16 + std::chrono::milliseconds(1), lastMove_ + limit);
+    return now - lastMove_ >= limit;
+}
+
+void Transfer::resetConnection() const noexcept
+{
+    if (socket_ >= 0) resetOnClose(socket_);
+}
+
+void Transfer::report(std::int64_t bytesSent) noexcept
+{
+    const std::lock_guard lock(audience_);
+    if (abandoned_ || !request_.onBodyProgress || bytesSent <= reported_) return;
+    reported_ = bytesSent;
+    request_.onBodyProgress(bytesSent);
+}
+
+/// Whether the server has refused without waiting for the whole body. Then it may cut the connection at once, and what
+/// it said still counts.
+bool Transfer::isRefusedEarly() const noexcept
+{
+    const std::size_t size = request_.body ? request_.body->size() : 0;
+    curl_off_t sent = 0;
+    curl_easy_getinfo(handle_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
+    return head_.isFinal() && head_.status() >= 300 && sent < static_cast<curl_off_t>(size);
+}
+
+URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
+{
+    if (tooLarge_) return URLError::Code::dataLengthExceedsMaximum;
+    if (secondTry_) return URLError::Code::networkConnectionLost;
+    long systemError = 0;
+    curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
+    return failureOf(result, static_cast<int>(systemError), isOnNetwork());
+}
+
+void Transfer::finish(CURLcode result)
+{
+    const bool cut = result == CURLE_SEND_ERROR || result == CURLE_RECV_ERROR || result == CURLE_PARTIAL_FILE;
+    if (result == CURLE_OK || (cut && isRefusedEarly())) {
+        if (!head_.isFinal()) return fail(URLError::Code::badServerResponse);
+        auto answer = takeAnswer();
+        letGo();
+        resume_(std::move(answer));
+    } else {
+        fail(reasonOf(result));
+    }
+}
+
+void Transfer::fail(URLError::Code code)
+{
+    letGo();
+    resume_.fail(std::make_exception_ptr(URLError(code)));
+}
+
+void Transfer::drop()
+{
+    letGo();
+    resume_.fail(std::make_exception_ptr(Cancelled()));
+}
+
+HTTPResponse Transfer::takeAnswer()
+{
+    return {.status = head_.status(), .headers = std::move(head_.headers()), .body = std::move(body_)};
+}
+
+/// Before the coroutine goes on: it may make the next body at once, and two at a time are too many.
+void Transfer::letGo() noexcept
+{
+    abandon();
+    handle_.reset();
+    request_.body.reset();
+    request_.onBodyProgress = nullptr;
+}
+
+} // namespace vorn

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "Platform/Async/Suspend.h"
+#include "Platform/HTTP/AnswerHead.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "Platform/HTTP/SocketTraffic.h"
+#include "Platform/HTTP/URLError.h"
+
+#include <atomic>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+
+#include <curl/curl.h>
+
+namespace vorn {
+
+class OpenSockets;
+
+/// One request on its way: a handle of libcurl, and what its callbacks gather. Threads: the session's own, but for the
+/// constructor and `abandon`.
+class Transfer {
+public:
+    using Time = std::chrono::steady_clock::time_point;
+
+    Transfer(HTTPRequest request, Resume<HTTPResponse> resume);
+    ~Transfer();
+    Transfer(Transfer&&) = delete;
+
+    /// Nobody waits for the answer any more: no callback is called once this returns, which takes as long as one that
+    /// is running. Any thread.
+    void abandon() noexcept;
+    bool isAbandoned() const noexcept { return abandoned_; }
+
+    /// Makes the handle ready to go. Throws `URLError`.
+    void prepare(OpenSockets& sockets, Time now);
+    CURL* handle() const noexcept { return handle_.get(); }
+    /// When to look at the silence again.
+    Time nextLook() const noexcept { return nextLook_; }
+    /// Whether nothing has moved for the request's limit.
+    bool isSilent(Time now) noexcept;
+    /// Closing the handle will reset its connection, so that nothing more of the request arrives.
+    void resetConnection() const noexcept;
+
+    /// Gives the coroutine its answer, or what went wrong. The handle must not be under way any more.
+    void finish(CURLcode result);
+    void fail(URLError::Code code);
+    /// Ends the coroutine's wait as cancelled, if it still waits.
+    void drop();
+
+private:
+    struct Cleanup {
+        void operator()(CURL* handle) const noexcept { curl_easy_cleanup(handle); }
+        void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
+    };
+
+    void setRequest();
+    void setBody();
+    void setHeaders();
+    void setConnection();
+    void setCallbacks();
+    void setProxy();
+
+    bool beginRequest(int localPort) noexcept;
+    void report(std::int64_t bytesSent) noexcept;
+    bool isRefusedEarly() const noexcept;
+    URLError::Code reasonOf(CURLcode result) const noexcept;
+    HTTPResponse takeAnswer();
+    void letGo() noexcept;
+
+    static std::size_t readBody(char* to, std::size_t size, std::size_t count, void* self) noexcept;
+    static std::size_t takeHeader(char* line, std::size_t size, std::size_t count, void* self) noexcept;
+    static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* self) noexcept;
+    static int takeProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) noexcept;
+    static int beforeRequest(void* self, char*, char*, int, int localPort) noexcept;
+    static curl_socket_t openSocket(void* self, curlsocktype purpose, curl_sockaddr* address) noexcept;
+    static int closeSocket(void* sockets, curl_socket_t socket) noexcept;
+
+    HTTPRequest request_;
+    Resume<HTTPResponse> resume_;
+    std::mutex audience_; ///< held while a callback of the request runs
+    std::atomic<bool> abandoned_ = false;
+
+    std::unique_ptr<curl_slist, Cleanup> headers_; ///< outlives the handle
+    std::unique_ptr<CURL, Cleanup> handle_;
+    OpenSockets* sockets_ = nullptr;
+    int socket_ = -1;
+    bool begun_ = false;     ///< the request has gone out, or is about to
+    bool secondTry_ = false; ///< libcurl wanted to send it again
+    bool tooLarge_ = false;
+    std::size_t bodyRead_ = 0;
+    std::int64_t reported_ = -1;
+    AnswerHead head_;
+    std::string body_;
+
+    Time lastMove_, nextLook_;
+    SocketTraffic traffic_;
+};
+
+} // namespace vorn

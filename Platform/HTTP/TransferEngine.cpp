@@ -1,0 +1,166 @@
+#include "Platform/HTTP/TransferEngine.h"
+
+#include "Platform/Base/Fatal.h"
+
+#include <algorithm>
+#include <climits>
+#include <csignal>
+#include <utility>
+
+namespace vorn {
+namespace {
+
+constexpr long idleConnections = 4;
+
+CURLM* newMulti()
+{
+    static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
+    CURLM* const result = ready == CURLE_OK ? curl_multi_init() : nullptr;
+    if (result == nullptr) fatalError("libcurl cannot be set up");
+    return result;
+}
+
+/// Signals are for the program's own threads; a broken pipe is an error like any other here.
+class SignalsBlocked {
+public:
+    SignalsBlocked() noexcept
+    {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &before_);
+    }
+    ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    SignalsBlocked(SignalsBlocked&&) = delete;
+
+private:
+    sigset_t before_{};
+};
+
+} // namespace
+
+TransferEngine::TransferEngine() : multi_(newMulti())
+{
+    curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, idleConnections);
+    const SignalsBlocked inherited;
+    thread_ = std::thread([this] { run(); });
+}
+
+TransferEngine::~TransferEngine()
+{
+    stop();
+}
+
+void TransferEngine::add(std::shared_ptr<Transfer> transfer)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        if (!stopped_) arrivals_.push_back(std::exchange(transfer, nullptr));
+    }
+    if (transfer) {
+        transfer->drop();
+    } else {
+        wake();
+    }
+}
+
+void TransferEngine::wake() noexcept
+{
+    curl_multi_wakeup(multi_.get());
+}
+
+void TransferEngine::stop()
+{
+    {
+        const std::lock_guard lock(mutex_);
+        stopped_ = true;
+    }
+    wake();
+    if (thread_.joinable()) thread_.join();
+}
+
+void TransferEngine::run()
+{
+    while (takeArrivals()) {
+        int running = 0;
+        curl_multi_perform(multi_.get(), &running);
+        endFinished();
+        endAbandonedAndSilent();
+        curl_multi_poll(multi_.get(), nullptr, 0, millisecondsToWait(), nullptr);
+    }
+    for (const auto& transfer : Transfers(underWay_)) {
+        transfer->resetConnection();
+        remove(transfer.get())->drop();
+    }
+}
+
+/// Gives false when it is time to end.
+bool TransferEngine::takeArrivals()
+{
+    Transfers arrived;
+    bool stopped = false;
+    {
+        const std::lock_guard lock(mutex_);
+        arrived = std::exchange(arrivals_, {});
+        stopped = stopped_;
+    }
+    for (const auto& transfer : arrived) stopped ? transfer->drop() : begin(transfer);
+    return !stopped;
+}
+
+void TransferEngine::begin(const std::shared_ptr<Transfer>& transfer)
+{
+    if (transfer->isAbandoned()) return transfer->drop();
+    try {
+        transfer->prepare(sockets_, std::chrono::steady_clock::now());
+    } catch (const URLError& error) {
+        transfer->fail(error.code());
+        return;
+    }
+    underWay_.push_back(transfer);
+    curl_multi_add_handle(multi_.get(), transfer->handle());
+}
+
+void TransferEngine::endFinished()
+{
+    int left = 0;
+    while (const CURLMsg* message = curl_multi_info_read(multi_.get(), &left)) {
+        if (message->msg != CURLMSG_DONE) continue;
+        Transfer* transfer = nullptr;
+        curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
+        const CURLcode result = message->data.result; // the message goes with its handle
+        remove(transfer)->finish(result);
+    }
+}
+
+void TransferEngine::endAbandonedAndSilent()
+{
+    const auto now = std::chrono::steady_clock::now();
+    for (const auto& transfer : Transfers(underWay_)) {
+        const bool abandoned = transfer->isAbandoned();
+        if (!abandoned && !transfer->isSilent(now)) continue;
+        transfer->resetConnection();
+        remove(transfer.get());
+        abandoned ? transfer->drop() : transfer->fail(URLError::Code::timedOut);
+    }
+}
+
+std::shared_ptr<Transfer> TransferEngine::remove(const Transfer* transfer)
+{
+    const auto at = std::find_if(underWay_.begin(), underWay_.end(),
+                                 [transfer](const auto& candidate) { return candidate.get() == transfer; });
+    auto result = *at;
+    underWay_.erase(at);
+    curl_multi_remove_handle(multi_.get(), result->handle());
+    return result;
+}
+
+int TransferEngine::millisecondsToWait() const
+{
+    if (underWay_.empty()) return INT_MAX;
+    auto next = underWay_.front()->nextLook();
+    for (const auto& transfer : underWay_) next = std::min(next, transfer->nextLook());
+    const auto wait = std::chrono::ceil<std::chrono::milliseconds>(next - std::chrono::steady_clock::now());
+    return static_cast<int>(std::clamp<std::int64_t>(wait.count(), 0, INT_MAX));
+}
+
+} // namespace vorn

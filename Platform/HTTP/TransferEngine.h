@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/HTTP/OpenSockets.h"
+#include "Platform/HTTP/Transfer.h"
+
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include <curl/curl.h>
+
+namespace vorn {
+
+/// The thread on which all transfers of a session run. Threads: `add`, `wake` and `stop` any; the rest its own.
+class TransferEngine {
+public:
+    TransferEngine();
+    ~TransferEngine();
+    TransferEngine(TransferEngine&&) = delete;
+
+    /// Begins `transfer`; drops it once stopped.
+    void add(std::shared_ptr<Transfer> transfer);
+    /// Has the thread look for abandoned transfers.
+    void wake() noexcept;
+    /// Drops every transfer and ends the thread, without waiting for names that are looked up.
+    void stop();
+
+private:
+    using Transfers = std::vector<std::shared_ptr<Transfer>>;
+
+    struct Cleanup {
+        void operator()(CURLM* multi) const noexcept { curl_multi_cleanup(multi); }
+    };
+
+    void run();
+    bool takeArrivals();
+    void begin(const std::shared_ptr<Transfer>& transfer);
+    void endFinished();
+    void endAbandonedAndSilent();
+    std::shared_ptr<Transfer> remove(const Transfer* transfer);
+    int millisecondsToWait() const;
+
+    OpenSockets sockets_; ///< outlives the connections
+    std::unique_ptr<CURLM, Cleanup> multi_;
+    Transfers underWay_;
+
+    std::mutex mutex_; ///< guards the two below
+    Transfers arrivals_;
+    bool stopped_ = false;
+
+    std::thread thread_;
+};
+
+} // namespace vorn

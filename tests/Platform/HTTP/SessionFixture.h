@@ -1,0 +1,68 @@
+#pragma once
+
+#include "Platform/Async/MainContext.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "Platform/HTTP/URLError.h"
+#include "tests/support/http/LoopbackServer.h"
+
+#include <gmock/gmock.h>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vorn {
+
+inline void PrintTo(URLError::Code code, std::ostream* to)
+{
+    *to << URLError(code).what();
+}
+
+namespace testing {
+
+/// `size` bytes that differ from place to place.
+inline std::shared_ptr<const ByteBuffer> bodyOf(std::size_t size)
+{
+    auto body = std::make_shared<ByteBuffer>(size);
+    for (std::size_t i = 0; i < size; ++i) (*body)[i] = static_cast<std::byte>(i * 31 + i / 251);
+    return body;
+}
+
+inline std::shared_ptr<const ByteBuffer> bodyOf(std::string_view text)
+{
+    const ByteView bytes = bytesOf(text);
+    return std::make_shared<ByteBuffer>(bytes.begin(), bytes.end());
+}
+
+/// A real session, and a server to talk to.
+class SessionFixture : public ::testing::Test {
+protected:
+    using Method = HTTPRequest::Method;
+
+    static HTTPRequest request(Method method, const std::string& url, std::shared_ptr<const ByteBuffer> body = nullptr)
+    {
+        return {.method = method, .url = URL::parse(url).value(), .body = std::move(body)};
+    }
+    HTTPRequest get(std::string_view path = "/") const { return request(Method::get, server.url(path)); }
+    HTTPRequest post(std::string_view text) const { return request(Method::post, server.url(), bodyOf(text)); }
+    HTTPRequest put(std::size_t size) const { return request(Method::put, server.url(), bodyOf(size)); }
+
+    HTTPResponse send(HTTPRequest request) { return context.run(session->send(std::move(request))); }
+    /// What `request` fails with; nothing when it succeeds.
+    std::optional<URLError::Code> failureOf(HTTPRequest request)
+    {
+        try {
+            send(std::move(request));
+        } catch (const URLError& error) {
+            return error.code();
+        }
+        return std::nullopt;
+    }
+
+    LoopbackServer server;
+    MainContext context;
+    std::shared_ptr<HTTPSession> session = HTTPSession::make();
+};
+
+} // namespace testing
+} // namespace vorn
