@@ -1,5 +1,7 @@
 #include "Tools/Support/InterruptWatch.h"
 
+#include <utility>
+
 #include <pthread.h>
 #include <unistd.h>
 
@@ -18,7 +20,7 @@ bool isIgnored(int number)
 
 } // namespace
 
-InterruptWatch::InterruptWatch()
+InterruptWatch::InterruptWatch(std::optional<Deadline> deadline) : deadline_(std::move(deadline))
 {
     sigemptyset(&awaited_);
     sigaddset(&awaited_, wakeUp);
@@ -32,7 +34,11 @@ InterruptWatch::InterruptWatch()
 
 InterruptWatch::~InterruptWatch()
 {
-    ending_ = true;
+    {
+        const std::lock_guard lock(mutex_);
+        ending_ = true;
+        ended_.notify_all();
+    }
     pthread_kill(thread_.native_handle(), wakeUp);
     thread_.join();
 }
@@ -42,18 +48,38 @@ void InterruptWatch::waitForSignals()
     while (true) {
         int number = 0;
         if (sigwait(&awaited_, &number) != 0) continue;
-        if (number == wakeUp && !ending_) continue; // sent by somebody else
-        if (number == wakeUp) return;
-        signal_ = number;
-        cancel_.cancel();
+        if (number != wakeUp) {
+            heed(number);
+            continue;
+        }
         const std::lock_guard lock(mutex_);
-        if (nothingOnDisk_) leave();
+        if (ending_) return; // else it was sent by somebody else
     }
 }
 
-void InterruptWatch::leave() const
+void InterruptWatch::heed(int number)
 {
-    [[maybe_unused]] const auto written = write(STDERR_FILENO, lastWords_.data(), lastWords_.size());
+    signal_ = number;
+    const bool isFirst = !cancel_.isCancelled();
+    cancel_.cancel();
+    if (isFirst && deadline_) {
+        if (deadline_->onInterrupt) deadline_->onInterrupt();
+        waitOutGrace();
+    }
+    const std::lock_guard lock(mutex_);
+    if (nothingOnDisk_) leave(lastWords_);
+}
+
+void InterruptWatch::waitOutGrace()
+{
+    std::unique_lock lock(mutex_);
+    const bool ended = ended_.wait_for(lock, deadline_->grace, [this] { return ending_; });
+    if (!ended) leave(deadline_->lastWords);
+}
+
+void InterruptWatch::leave(const std::string& lastWords) const
+{
+    [[maybe_unused]] const auto written = write(STDERR_FILENO, lastWords.data(), lastWords.size());
     _exit(exitStatus());
 }
 

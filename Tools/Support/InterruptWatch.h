@@ -3,8 +3,12 @@
 #include "Platform/Base/CancelFlag.h"
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <csignal>
+#include <functional>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <thread>
 
@@ -16,7 +20,15 @@ namespace vorn {
 /// other thread starts: it blocks these signals, and threads inherit that.
 class InterruptWatch {
 public:
-    InterruptWatch();
+    /// For programs that wait for others, who may never answer, and keep nothing on disk.
+    struct Deadline {
+        std::function<void()> onInterrupt; ///< called once, on the watch's own thread, when a signal has come
+        std::chrono::milliseconds grace; ///< a watch that still lives so long after that ends the program on the spot,
+        std::string lastWords;           ///< and this goes to standard error
+    };
+
+    InterruptWatch() : InterruptWatch(std::nullopt) {}
+    explicit InterruptWatch(std::optional<Deadline> deadline);
     ~InterruptWatch();
     InterruptWatch(InterruptWatch&&) = delete;
 
@@ -40,12 +52,16 @@ public:
 
 private:
     void waitForSignals();
-    [[noreturn]] void leave() const;
+    void heed(int number);
+    void waitOutGrace();
+    [[noreturn]] void leave(const std::string& lastWords) const;
 
     CancelFlag cancel_;
     std::atomic<int> signal_ = 0;
-    std::atomic<bool> ending_ = false;
-    std::mutex mutex_; ///< guards the two below; held while the process is ended
+    std::optional<Deadline> deadline_;
+    std::mutex mutex_; ///< guards what follows but the last two; held while the process is ended
+    std::condition_variable ended_;
+    bool ending_ = false;
     bool nothingOnDisk_ = false;
     std::string lastWords_;
     sigset_t awaited_{};

@@ -1,0 +1,42 @@
+#include "Tools/Terminal/CommandFailure.h"
+
+#include "Platform/HTTP/URLError.h"
+#include "Tools/Terminal/Describe.h"
+#include "Tools/Terminal/PrintableText.h"
+#include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Upload/UploadError.h"
+
+#include <filesystem>
+
+namespace vorn {
+namespace {
+
+TerminalStatus statusOf(const APIError& error)
+{
+    if (error.isLaneOff()) return TerminalStatus::notNow;
+    const bool answered = error.is<APIError::HTTP>() || error.is<APIError::InvalidResponse>();
+    return answered ? TerminalStatus::refused : TerminalStatus::notLinked;
+}
+
+TerminalStatus statusOf(const std::exception& error)
+{
+    if (const auto* api = dynamic_cast<const APIError*>(&error)) return statusOf(*api);
+    if (dynamic_cast<const UploadError*>(&error) != nullptr) return TerminalStatus::refused;
+    if (dynamic_cast<const URLError*>(&error) != nullptr) return TerminalStatus::unreachable;
+    return TerminalStatus::failed;
+}
+
+} // namespace
+
+CommandFailure failureOf(const std::exception& error)
+{
+    if (const auto* failure = dynamic_cast<const CommandFailure*>(&error)) return *failure;
+    if (const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
+        // Only the archive is read here, and its name may hold anything.
+        return {TerminalStatus::archiveUnreadable,
+                "Vorn couldn't read " + printable(file->path1().string()) + ": " + file->code().message() + "."};
+    }
+    return {statusOf(error), printable(describe(error))};
+}
+
+} // namespace vorn

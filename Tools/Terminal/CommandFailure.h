@@ -1,0 +1,46 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace vorn {
+
+/// How `vorn-terminal` ends; scripts tell the cases apart.
+enum class TerminalStatus {
+    done = 0,
+    failed = 1, ///< out of memory, output that cannot be printed, or a mistake of ours
+    wrongArguments = 2,
+    notLinked = 3,         ///< this Mac is not linked, or not any more
+    archiveUnreadable = 4, ///< the file to upload
+    notNow = 5,            ///< the quest takes no upload at the moment
+    tooLarge = 6,          ///< the archive
+    unreachable = 7,       ///< no answer from the service
+    refused = 8,           ///< an answer that was not what the command needs
+    notAccepted = 9,       ///< the review ended without a reward
+};
+
+/// Ends a command. `what()` is for the user, fit for a terminal, without a newline at the end; empty when the user
+/// knows already.
+class CommandFailure : public std::exception {
+public:
+    CommandFailure(TerminalStatus status, std::string text) : status_(status), text_(std::move(text)) {}
+
+    TerminalStatus status() const noexcept { return status_; }
+    const char* what() const noexcept override { return text_.c_str(); }
+
+    bool operator==(const CommandFailure& other) const noexcept
+    {
+        return status_ == other.status_ && text_ == other.text_;
+    }
+
+private:
+    TerminalStatus status_;
+    std::string text_;
+};
+
+/// What `error`, thrown by anything that a command does, means for the program that called and for the person who
+/// reads.
+CommandFailure failureOf(const std::exception& error);
+
+} // namespace vorn

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Tools/Terminal/LinkPhase.h"
+#include "Tools/Terminal/Terminal.h"
+
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// Tells the user in a terminal how linking goes on. Threads: one at a time.
+class LinkPrinter {
+public:
+    /// `terminal` must outlive it; `background` is the user's word about it.
+    LinkPrinter(const Terminal& terminal, std::optional<TerminalOptions::Background> background);
+
+    /// Throws `std::length_error` for a code that cannot be drawn.
+    void show(const LinkPhase& phase);
+
+private:
+    void show(const LinkPhase::Loading& loading);
+    void show(const LinkPhase::Showing& showing);
+    void show(const LinkPhase::Scanned& scanned);
+    void show(const LinkPhase::Rejected& rejected);
+    void show(const LinkPhase::Failed& failed);
+    void draw(const std::string& qrPayload) const;
+
+    const Terminal& terminal_;
+    QRCodeText::Ink ink_;
+    bool explained_ = false;
+    std::string lastFailure_; ///< said and not over yet; empty when there is none
+};
+
+} // namespace vorn

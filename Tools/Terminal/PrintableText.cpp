@@ -1,0 +1,37 @@
+#include "Tools/Terminal/PrintableText.h"
+
+#include "Platform/Base/Text.h"
+
+#include <cstddef>
+
+namespace vorn {
+namespace {
+
+constexpr std::size_t longest = 300; // characters
+
+bool isControl(char32_t scalar)
+{
+    const bool c0OrC1 = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
+    const bool breaksLine = scalar == 0x2028 || scalar == 0x2029;
+    return c0OrC1 || breaksLine;
+}
+
+bool reordersText(char32_t scalar)
+{
+    return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F || (scalar >= 0x202A && scalar <= 0x202E) ||
+           (scalar >= 0x2066 && scalar <= 0x2069);
+}
+
+} // namespace
+
+std::string printable(std::string_view foreign)
+{
+    std::string clean;
+    for (const char32_t scalar : text::scalars(foreign)) {
+        text::append(clean, isControl(scalar) || reordersText(scalar) ? U'\uFFFD' : scalar);
+    }
+    std::string cut = text::prefixOfCharacters(clean, longest);
+    return cut.size() < clean.size() ? cut + "…" : cut;
+}
+
+} // namespace vorn

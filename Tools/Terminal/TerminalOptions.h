@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Tools/Terminal/ArgumentDefaults.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace vorn {
+
+/// What the user asked `vorn-terminal` for.
+struct TerminalOptions {
+    enum class Command { link, upload, status, signOut };
+    enum class Background { dark, light };
+
+    Command command = Command::link;
+    std::filesystem::path archive;           ///< to upload
+    std::optional<std::string> submission{}; ///< whose status is asked for
+    bool watch = false;                      ///< until the review has ended
+    bool json = false;                       ///< results for programs
+    std::optional<Background> background{};  ///< of the terminal, for a QR code without colours
+    ArgumentDefaults defaults{};
+};
+
+/// The arguments were all about ending at once: `text` is the help, the version, or what is wrong with them.
+struct TerminalOptionsEnd {
+    std::string text;
+    bool isMistake = false;
+};
+
+/// Reads the command line.
+std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc, const char* const* argv);
+
+} // namespace vorn

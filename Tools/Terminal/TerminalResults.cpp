@@ -1,0 +1,96 @@
+#include "Tools/Terminal/TerminalResults.h"
+
+#include "Tools/Terminal/PrintableText.h"
+#include "Tools/Terminal/QuestWords.h"
+
+#include <string_view>
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+namespace vorn {
+namespace {
+
+using JSON = nlohmann::ordered_json;
+
+std::string line(std::string_view label, const std::string& value)
+{
+    return fmt::format("{:<16}{}\n", label, printable(value));
+}
+
+std::string bytesText(std::int64_t bytes)
+{
+    return fmt::format("{:.1f} MB", static_cast<double>(bytes) / 1'000'000);
+}
+
+std::string submissionLines(const SubmissionStatus& submission, const std::string& questReward)
+{
+    return line("Submission", submission.id) + line("  status", submission.status) +
+           line("  review", submissionText(submission, questReward));
+}
+
+template <class T>
+JSON orNull(const std::optional<T>& value)
+{
+    return value ? JSON(*value) : JSON(nullptr);
+}
+
+JSON jsonOf(const SubmissionStatus& submission)
+{
+    return {{"id", submission.id},
+            {"status", submission.status},
+            {"rejectionReasonKey", orNull(submission.rejectionReasonKey)},
+            {"rewardUsd", orNull(submission.rewardUsd)}};
+}
+
+/// In ASCII, which holds nothing that a terminal could take for a command.
+std::string dump(const JSON& document)
+{
+    return document.dump(2, ' ', true, JSON::error_handler_t::replace) + "\n";
+}
+
+} // namespace
+
+std::string textOf(const UploadResult& result)
+{
+    return submissionLines(result.submission, result.questReward) +
+           line("Archive size", bytesText(result.archive.sizeBytes)) + line("  SHA-256", result.archive.sha256);
+}
+
+std::string jsonOf(const UploadResult& result)
+{
+    return dump({{"submission", jsonOf(result.submission)},
+                 {"archive", {{"sizeBytes", result.archive.sizeBytes}, {"sha256", result.archive.sha256}}}});
+}
+
+std::string textOf(const StatusReport& report)
+{
+    const QuestWire& quest = report.quest.quest;
+    const QuestAvailability availability(quest, report.now);
+    std::string text = line("Linked as", report.user.displayName) + line("Quest", quest.title.value_or(quest.id)) +
+                       line("  status", quest.status) + line("  next upload", availabilityText(availability)) +
+                       line("  reward", rewardText(report.quest)) +
+                       line("  upload limit", bytesText(report.quest.maxBytes));
+    if (report.submission) text += submissionLines(*report.submission, rewardText(report.quest));
+    return text;
+}
+
+std::string jsonOf(const StatusReport& report)
+{
+    const QuestWire& quest = report.quest.quest;
+    const QuestAvailability availability(quest, report.now);
+    return dump({{"user", {{"id", report.user.id}, {"displayName", report.user.displayName}}},
+                 {"quest",
+                  {{"id", quest.id},
+                   {"title", orNull(quest.title)},
+                   {"status", quest.status},
+                   {"availability", availabilityName(availability)},
+                   {"canUpload", availability.canUpload()},
+                   {"availableAt", orNull(quest.availableAt)},
+                   {"rejectionReasonKey", orNull(quest.rejectionReasonKey)},
+                   {"rewardUsd", orNull(quest.rewardUsd)},
+                   {"maxBytes", report.quest.maxBytes}}},
+                 {"submission", report.submission ? jsonOf(*report.submission) : JSON(nullptr)}});
+}
+
+} // namespace vorn

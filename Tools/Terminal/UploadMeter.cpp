@@ -1,0 +1,92 @@
+#include "Tools/Terminal/UploadMeter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <fmt/format.h>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto window = 5s;            ///< that the rate is taken over
+constexpr auto enough = 500ms;         ///< less would be a guess
+constexpr auto betweenSamples = 100ms; ///< progress comes in thousands of steps a second
+constexpr int barCells = 20;
+constexpr double megabyte = 1'000'000;
+constexpr double longestTold = 99.0 * 3600; // seconds
+
+double seconds(Clock::Duration duration)
+{
+    return std::chrono::duration<double>(duration).count();
+}
+
+std::string bar(double fraction)
+{
+    const int full = static_cast<int>(fraction * barCells);
+    std::string cells;
+    for (int cell = 0; cell < barCells; ++cell) cells += cell < full ? "█" : "░";
+    return cells;
+}
+
+std::string durationText(double inSeconds)
+{
+    const auto whole = static_cast<std::int64_t>(std::ceil(inSeconds));
+    if (whole < 60) return fmt::format("{} s", whole);
+    if (whole < 3600) return fmt::format("{}:{:02} min", whole / 60, whole % 60);
+    return fmt::format("{}:{:02} h", whole / 3600, whole % 3600 / 60);
+}
+
+} // namespace
+
+void UploadMeter::update(const UploadProgress& progress, Clock::Duration now)
+{
+    // A part that is sent again takes the upload back: what was measured before says nothing about what is left.
+    if (!samples_.empty() && progress.bytesSent < samples_.back().bytes) samples_.clear();
+    progress_ = progress;
+    if (!samples_.empty() && now - samples_.back().at < betweenSamples) return;
+    samples_.push_back({progress.bytesSent, now});
+    while (samples_.size() > 2 && now - samples_.front().at > window) samples_.pop_front();
+}
+
+int UploadMeter::percent() const
+{
+    return static_cast<int>(progress_.fraction() * 100);
+}
+
+std::optional<double> UploadMeter::rate() const
+{
+    if (samples_.empty()) return std::nullopt;
+    const Clock::Duration span = samples_.back().at - samples_.front().at;
+    if (span < enough) return std::nullopt;
+    return static_cast<double>(samples_.back().bytes - samples_.front().bytes) / seconds(span);
+}
+
+std::string UploadMeter::amounts() const
+{
+    const auto speed = rate();
+    return fmt::format("{} %  {:.1f} of {:.1f} MB{}", percent(), static_cast<double>(progress_.bytesSent) / megabyte,
+                       static_cast<double>(progress_.totalBytes) / megabyte,
+                       speed ? fmt::format("  {:.1f} MB/s", *speed / megabyte) : "");
+}
+
+std::string UploadMeter::timeLeft() const
+{
+    const auto speed = rate();
+    if (!speed || *speed < 1) return "";
+    const double left = static_cast<double>(progress_.totalBytes - progress_.bytesSent) / *speed;
+    return left < 0 || left > longestTold ? "" : "  " + durationText(left) + " left";
+}
+
+std::string UploadMeter::line() const
+{
+    return "[" + bar(progress_.fraction()) + "] " + amounts() + timeLeft();
+}
+
+std::string UploadMeter::plainLine() const
+{
+    return amounts();
+}
+
+} // namespace vorn

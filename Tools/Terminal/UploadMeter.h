@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Platform/Async/Clock.h"
+#include "VornMacCore/Upload/UploadProgress.h"
+
+#include <cstdint>
+#include <deque>
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// Turns an upload's progress into words: how much, how fast, how long still. Threads: one at a time.
+class UploadMeter {
+public:
+    /// The state at `now`, of a clock that only goes forward.
+    void update(const UploadProgress& progress, Clock::Duration now);
+
+    /// Whole percents, rounded down: 100 is said when all is sent.
+    int percent() const;
+
+    /// Bytes a second over the last few seconds; nothing until there is enough to go by.
+    std::optional<double> rate() const;
+
+    /// "[██████░░░░] 60 %  6.0 of 10.0 MB  1.2 MB/s  4 s left", at most 79 columns.
+    std::string line() const;
+
+    /// The same without the bar, for output that is kept: "60 %  6.0 of 10.0 MB  1.2 MB/s".
+    std::string plainLine() const;
+
+private:
+    struct Sample {
+        std::int64_t bytes = 0;
+        Clock::Duration at{};
+    };
+    std::string amounts() const;
+    std::string timeLeft() const;
+
+    UploadProgress progress_;
+    std::deque<Sample> samples_; ///< of the last seconds, the oldest first
+};
+
+} // namespace vorn
