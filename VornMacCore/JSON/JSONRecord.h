@@ -4,11 +4,13 @@
 #include "VornMacCore/JSON/JSONObjectWriter.h"
 
 #include <concepts>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace vorn {
@@ -19,6 +21,10 @@ struct JSONField {
     std::string_view key;
     Value Record::* member;
 };
+
+// Spelled out because older Apple compilers deduce nothing for aggregates.
+template <class Record, class Value>
+JSONField(std::string_view, Value Record::*) -> JSONField<Record, Value>;
 
 /// How a record stands in JSON: specialise it with a tuple of its fields, which serves for reading and for writing.
 ///
