@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-constexpr std::size_t largest = 1024 * 1024;
+constexpr std::size_t largest = 256 * 1024; // less than libcurl takes, which would call it a lost connection
 
 std::string_view withoutWhiteSpace(std::string_view text)
 {

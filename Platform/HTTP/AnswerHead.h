@@ -18,6 +18,7 @@ public:
     bool isFinal() const noexcept { return ended_ && status_ >= 200; }
     int status() const noexcept { return status_; }
     HTTPHeaders& headers() noexcept { return headers_; }
+    const HTTPHeaders& headers() const noexcept { return headers_; }
 
 private:
     void begin(std::string_view statusLine);

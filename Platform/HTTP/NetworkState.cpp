@@ -25,7 +25,7 @@ bool reachesBeyondLink(const sockaddr& address) noexcept
     if (address.sa_family == AF_INET6) {
         sockaddr_in6 v6{};
         std::memcpy(&v6, &address, sizeof v6);
-        return !(v6.sin6_addr.s6_addr[0] == 0xFE && (v6.sin6_addr.s6_addr[1] & 0xC0U) == 0x80);
+        return v6.sin6_addr.s6_addr[0] != 0xFE || (v6.sin6_addr.s6_addr[1] & 0xC0U) != 0x80;
     }
     return false;
 }

@@ -7,7 +7,9 @@
 #include <algorithm>
 #include <cstring>
 #include <exception>
+#include <fcntl.h>
 #include <strings.h>
+#include <sys/socket.h>
 
 namespace vorn {
 namespace {
@@ -45,6 +47,25 @@ bool has(const HTTPHeaders& headers, const char* name)
 {
     return std::any_of(headers.begin(), headers.end(),
                        [name](const auto& header) { return strcasecmp(header.first.c_str(), name) == 0; });
+}
+
+FileDescriptor duplicateOf(int socket) noexcept
+{
+    return FileDescriptor(fcntl(socket, F_DUPFD_CLOEXEC, 0));
+}
+
+/// What has arrived and was not read, up to a size that refusals do not reach.
+std::string whatIsLeftIn(const FileDescriptor& socket)
+{
+    std::string bytes(64 * 1024, '\0');
+    std::size_t size = 0;
+    while (size < bytes.size()) {
+        const auto count = recv(socket.get(), bytes.data() + size, bytes.size() - size, MSG_DONTWAIT);
+        if (count <= 0) break;
+        size += static_cast<std::size_t>(count);
+    }
+    bytes.resize(size);
+    return bytes;
 }
 
 bool isThisMachine(const std::string& host)
@@ -111,8 +132,9 @@ void Transfer::setHeaders()
     std::vector<std::string> lines;
     for (const auto& [name, value] : request_.headers) {
         // "Name:" would remove the header, "Name;" sends it without a value.
-        lines.push_back(value.find_first_not_of(blankCharacters) == std::string::npos ? name + ";"
-                                                                                      : name + ": " + value);
+        const bool isEmpty = value.find_first_not_of(blankCharacters) == std::string::npos;
+        lines.push_back(name);
+        lines.back().append(isEmpty ? ";" : ": ").append(isEmpty ? "" : value);
     }
     for (const char* const added : {"Accept", "Content-Type", "Expect", "Proxy-Connection", "User-Agent"}) {
         if (!has(request_.headers, added)) lines.push_back(std::string(added) + ":");
@@ -218,8 +240,8 @@ bool Transfer::beginRequest(int localPort) noexcept
         return false;
     }
     begun_ = true;
-    socket_ = sockets_->find(localPort);
-    traffic_ = trafficOf(socket_);
+    socket_ = duplicateOf(sockets_->find(localPort));
+    traffic_ = trafficOf(socket_.get());
     lastMove_ = std::chrono::steady_clock::now();
     return true;
 }
@@ -232,7 +254,7 @@ curl_socket_t Transfer::openSocket(void* self, curlsocktype /*purpose*/, curl_so
         return CURL_SOCKET_BAD;
     }
     const int result = transfer.sockets_->open(address->family, address->socktype, address->protocol);
-    if (result >= 0) transfer.socket_ = result;
+    if (result >= 0) transfer.socket_ = duplicateOf(result);
     return result;
 }
 
@@ -244,7 +266,7 @@ int Transfer::closeSocket(void* sockets, curl_socket_t socket) noexcept
 bool Transfer::isSilent(Time now) noexcept
 {
     if (now < nextLook_) return false;
-    const SocketTraffic traffic = trafficOf(socket_);
+    const SocketTraffic traffic = trafficOf(socket_.get());
     if (traffic != traffic_) lastMove_ = now;
     traffic_ = traffic;
     const auto limit = request_.inactivityLimit;
@@ -255,7 +277,7 @@ bool Transfer::isSilent(Time now) noexcept
 
 void Transfer::resetConnection() const noexcept
 {
-    if (socket_ >= 0) resetOnClose(socket_);
+    if (socket_) resetOnClose(socket_.get());
 }
 
 void Transfer::report(std::int64_t bytesSent) noexcept
@@ -266,14 +288,33 @@ void Transfer::report(std::int64_t bytesSent) noexcept
     request_.onBodyProgress(bytesSent);
 }
 
-/// Whether the server has refused without waiting for the whole body. Then it may cut the connection at once, and what
-/// it said still counts.
-bool Transfer::isRefusedEarly() const noexcept
+bool Transfer::hasUnsentBody() const noexcept
 {
     const std::size_t size = request_.body ? request_.body->size() : 0;
     curl_off_t sent = 0;
     curl_easy_getinfo(handle_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
-    return head_.isFinal() && head_.status() >= 300 && sent < static_cast<curl_off_t>(size);
+    return sent < static_cast<curl_off_t>(size);
+}
+
+/// A server that refuses without reading the whole body may cut the connection at once. What it said still counts,
+/// also when our next bytes ran into the cut before libcurl read it: then it waits in the socket. Behind TLS it cannot
+/// be read any more; there only the order in which libcurl works, which reads before it sends, finds it.
+bool Transfer::takeLateRefusal()
+{
+    if (!hasUnsentBody()) return false;
+    if (!head_.isFinal() && request_.url.scheme() == "http") takeLateBytes(whatIsLeftIn(socket_));
+    return head_.isFinal() && head_.status() >= 300;
+}
+
+void Transfer::takeLateBytes(std::string_view bytes)
+{
+    while (!head_.isFinal()) {
+        const auto end = bytes.find('\n');
+        if (end == std::string_view::npos || !head_.take(bytes.substr(0, end + 1))) return;
+        bytes.remove_prefix(end + 1);
+    }
+    const bool isPlain = !has(head_.headers(), "Transfer-Encoding");
+    if (isPlain) body_ = bytes;
 }
 
 URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
@@ -288,8 +329,8 @@ URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
 void Transfer::finish(CURLcode result)
 {
     const bool cut = result == CURLE_SEND_ERROR || result == CURLE_RECV_ERROR || result == CURLE_PARTIAL_FILE;
-    if (result == CURLE_OK || (cut && isRefusedEarly())) {
-        if (!head_.isFinal()) return fail(URLError::Code::badServerResponse);
+    if (result == CURLE_OK || (cut && takeLateRefusal())) {
+        if (!head_.isFinal()) return fail(URLError::Code::networkConnectionLost); // libcurl lets a head break off
         auto answer = takeAnswer();
         letGo();
         resume_(std::move(answer));
@@ -320,6 +361,7 @@ void Transfer::letGo() noexcept
 {
     abandon();
     handle_.reset();
+    socket_.reset();
     request_.body.reset();
     request_.onBodyProgress = nullptr;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Async/Suspend.h"
+#include "Platform/Base/FileDescriptor.h"
 #include "Platform/HTTP/AnswerHead.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "Platform/HTTP/SocketTraffic.h"
@@ -65,7 +66,9 @@ private:
 
     bool beginRequest(int localPort) noexcept;
     void report(std::int64_t bytesSent) noexcept;
-    bool isRefusedEarly() const noexcept;
+    bool hasUnsentBody() const noexcept;
+    bool takeLateRefusal();
+    void takeLateBytes(std::string_view bytes);
     URLError::Code reasonOf(CURLcode result) const noexcept;
     HTTPResponse takeAnswer();
     void letGo() noexcept;
@@ -86,9 +89,9 @@ private:
     std::unique_ptr<curl_slist, Cleanup> headers_; ///< outlives the handle
     std::unique_ptr<CURL, Cleanup> handle_;
     OpenSockets* sockets_ = nullptr;
-    int socket_ = -1;
-    bool begun_ = false;     ///< the request has gone out, or is about to
-    bool secondTry_ = false; ///< libcurl wanted to send it again
+    FileDescriptor socket_{-1}; ///< the connection's once more, so that the number cannot become another one's
+    bool begun_ = false;        ///< the request has gone out, or is about to
+    bool secondTry_ = false;    ///< libcurl wanted to send it again
     bool tooLarge_ = false;
     std::size_t bodyRead_ = 0;
     std::int64_t reported_ = -1;

@@ -6,7 +6,6 @@ namespace vorn::testing {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
 using ::testing::Optional;
 
 class Request : public SessionFixture {};

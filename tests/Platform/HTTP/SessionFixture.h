@@ -8,17 +8,27 @@
 #include <gmock/gmock.h>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 namespace vorn {
 
+// NOLINTNEXTLINE(readability-identifier-naming): the name that GoogleTest looks for
 inline void PrintTo(URLError::Code code, std::ostream* to)
 {
     *to << URLError(code).what();
 }
 
 namespace testing {
+
+/// The URL that `text` is; the test ends when it is none.
+inline URL urlOf(const std::string& text)
+{
+    auto url = URL::parse(text);
+    if (!url) throw std::invalid_argument("no URL: " + text);
+    return *std::move(url);
+}
 
 /// `size` bytes that differ from place to place.
 inline std::shared_ptr<const ByteBuffer> bodyOf(std::size_t size)
@@ -41,7 +51,7 @@ protected:
 
     static HTTPRequest request(Method method, const std::string& url, std::shared_ptr<const ByteBuffer> body = nullptr)
     {
-        return {.method = method, .url = URL::parse(url).value(), .body = std::move(body)};
+        return {.method = method, .url = urlOf(url), .body = std::move(body)};
     }
     HTTPRequest get(std::string_view path = "/") const { return request(Method::get, server.url(path)); }
     HTTPRequest post(std::string_view text) const { return request(Method::post, server.url(), bodyOf(text)); }

@@ -3,15 +3,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cctype>
 #include <string>
-#include <strings.h>
 
 namespace vorn::testing {
 namespace {
 
 bool sameName(std::string_view left, std::string_view right)
 {
-    return left.size() == right.size() && strncasecmp(left.data(), right.data(), left.size()) == 0;
+    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                      [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
 }
 
 bool names(const HeaderList& headers, std::string_view name)
@@ -58,7 +59,7 @@ std::vector<std::string> headerNames(const ReceivedRequest& request)
 std::vector<std::string> headersOf(const ReceivedRequest& request)
 {
     std::vector<std::string> result;
-    for (const auto& [name, value] : request.headers) result.push_back(name + ": " + value);
+    for (const auto& [name, value] : request.headers) result.push_back(std::string(name).append(": ").append(value));
     std::sort(result.begin(), result.end());
     return result;
 }
@@ -70,14 +71,17 @@ Answer Answer::json(int status, std::string body)
 
 std::string Answer::text() const
 {
-    std::string result = sentBefore + "HTTP/1.1 " + std::to_string(status) + " " + reasonOf(status) + "\r\n";
-    for (const auto& [name, value] : headers) result += name + ": " + value + "\r\n";
+    std::string result = sentBefore;
+    const auto add = [&result](const auto&... pieces) { (result.append(pieces), ...); };
+    add("HTTP/1.1 ", std::to_string(status), " ", reasonOf(status), "\r\n");
+    for (const auto& [name, value] : headers) add(name, ": ", value, "\r\n");
     const bool mayHaveBody = status != 204 && status != 304;
     if (mayHaveBody && !names(headers, "Content-Length") && !names(headers, "Transfer-Encoding")) {
-        result += "Content-Length: " + std::to_string(body.size()) + "\r\n";
+        add("Content-Length: ", std::to_string(body.size()), "\r\n");
     }
-    if (closes) result += "Connection: close\r\n";
-    return result + "\r\n" + body;
+    if (closes) add("Connection: close\r\n");
+    add("\r\n", body);
+    return result;
 }
 
 void Exchange::answer(const Answer& answer)

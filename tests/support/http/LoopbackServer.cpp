@@ -33,6 +33,7 @@ constexpr std::chrono::seconds longestWait(10);
 FileDescriptor listeningSocket()
 {
     FileDescriptor result(socket(AF_INET, SOCK_STREAM, 0));
+    if (!result) fail("socket");
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
