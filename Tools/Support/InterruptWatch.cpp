@@ -64,17 +64,17 @@ void InterruptWatch::heed(int number)
     cancel_.cancel();
     if (isFirst && deadline_) {
         if (deadline_->onInterrupt) deadline_->onInterrupt();
-        waitOutGrace();
+        waitOut(*deadline_);
     }
     const std::lock_guard lock(mutex_);
     if (nothingOnDisk_) leave(lastWords_);
 }
 
-void InterruptWatch::waitOutGrace()
+void InterruptWatch::waitOut(const Deadline& deadline)
 {
     std::unique_lock lock(mutex_);
-    const bool ended = ended_.wait_for(lock, deadline_->grace, [this] { return ending_; });
-    if (!ended) leave(deadline_->lastWords);
+    const bool ended = ended_.wait_for(lock, deadline.grace, [this] { return ending_; });
+    if (!ended) leave(deadline.lastWords);
 }
 
 void InterruptWatch::leave(const std::string& lastWords) const

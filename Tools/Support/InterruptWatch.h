@@ -53,7 +53,7 @@ public:
 private:
     void waitForSignals();
     void heed(int number);
-    void waitOutGrace();
+    void waitOut(const Deadline& deadline);
     [[noreturn]] void leave(const std::string& lastWords) const;
 
     CancelFlag cancel_;

@@ -25,15 +25,15 @@ LinkPrinter::LinkPrinter(const Terminal& terminal, std::optional<TerminalOptions
 
 void LinkPrinter::show(const LinkPhase& phase)
 {
-    std::visit([this](const auto& state) { show(state); }, phase.state);
+    std::visit([this](const auto& state) { tell(state); }, phase.state);
 }
 
-void LinkPrinter::show(const LinkPhase::Loading&)
+void LinkPrinter::tell(const LinkPhase::Loading&)
 {
     if (lastFailure_.empty()) terminal_.say("Getting a code…"); // every five seconds it would be noise
 }
 
-void LinkPrinter::show(const LinkPhase::Showing& showing)
+void LinkPrinter::tell(const LinkPhase::Showing& showing)
 {
     lastFailure_.clear();
     if (!std::exchange(explained_, true)) terminal_.say(steps);
@@ -53,17 +53,17 @@ void LinkPrinter::draw(const std::string& qrPayload) const
     if (ink_ != QRCodeText::Ink::colours) terminal_.say(whenUnreadable);
 }
 
-void LinkPrinter::show(const LinkPhase::Scanned&)
+void LinkPrinter::tell(const LinkPhase::Scanned&)
 {
     terminal_.say("Scanned. Confirm Link this Mac on your phone.");
 }
 
-void LinkPrinter::show(const LinkPhase::Rejected&)
+void LinkPrinter::tell(const LinkPhase::Rejected&)
 {
     terminal_.say("Your phone declined the link. Here's a new code.");
 }
 
-void LinkPrinter::show(const LinkPhase::Failed& failed)
+void LinkPrinter::tell(const LinkPhase::Failed& failed)
 {
     const std::string text = printable(failed.text);
     if (std::exchange(lastFailure_, text) != text) terminal_.say(text);

@@ -18,11 +18,11 @@ public:
     void show(const LinkPhase& phase);
 
 private:
-    void show(const LinkPhase::Loading& loading);
-    void show(const LinkPhase::Showing& showing);
-    void show(const LinkPhase::Scanned& scanned);
-    void show(const LinkPhase::Rejected& rejected);
-    void show(const LinkPhase::Failed& failed);
+    void tell(const LinkPhase::Loading& loading);
+    void tell(const LinkPhase::Showing& showing);
+    void tell(const LinkPhase::Scanned& scanned);
+    void tell(const LinkPhase::Rejected& rejected);
+    void tell(const LinkPhase::Failed& failed);
     void draw(const std::string& qrPayload) const;
 
     const Terminal& terminal_;

@@ -30,8 +30,8 @@ std::string printable(std::string_view foreign)
     for (const char32_t scalar : text::scalars(foreign)) {
         text::append(clean, isControl(scalar) || reordersText(scalar) ? U'\uFFFD' : scalar);
     }
-    std::string cut = text::prefixOfCharacters(clean, longest);
-    return cut.size() < clean.size() ? cut + "…" : cut;
+    const std::string cut = text::prefixOfCharacters(clean, longest);
+    return cut.size() < clean.size() ? cut + "…" : clean;
 }
 
 } // namespace vorn

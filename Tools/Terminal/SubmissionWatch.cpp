@@ -36,7 +36,7 @@ Async<SubmissionStatus> watchSubmission(VornAPI api, Clock* clock, SubmissionSta
     while (const auto pause = nextPollDelay(last, clock->now() - begin)) {
         co_await clock->sleep(*pause);
         try {
-            SubmissionStatus latest = co_await api.submission(last.id);
+            const SubmissionStatus latest = co_await api.submission(last.id);
             if (std::exchange(last, latest) != latest) onChange(last);
         } catch (const Cancelled&) {
             throw;

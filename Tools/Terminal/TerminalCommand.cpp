@@ -137,12 +137,14 @@ Async<> TerminalCommand::status()
     const VornAPI api = services_.api.pinned(session.userId);
     StatusReport report{
         {session.userId, session.displayName}, co_await api.nimbrelState(), services_.clock->date(), {}};
-    if (options_.submission) report.submission = co_await api.submission(*options_.submission);
-    if (options_.watch) {
-        SubmissionStatus first = *report.submission;
-        report.submission = co_await watch(api, std::move(first), rewardText(report.quest));
-        report.quest = co_await api.nimbrelState(); // the outcome moves it on
-        report.now = services_.clock->date();
+    if (options_.submission) {
+        SubmissionStatus submission = co_await api.submission(*options_.submission);
+        if (options_.watch) {
+            submission = co_await watch(api, std::move(submission), rewardText(report.quest));
+            report.quest = co_await api.nimbrelState(); // the outcome moves it on
+            report.now = services_.clock->date();
+        }
+        report.submission = std::move(submission);
     }
     print(report);
     if (report.submission) requireAccepted(*report.submission);

@@ -1,6 +1,7 @@
 #include "Tools/Support/InterruptWatch.h"
 
 #include <array>
+#include <atomic>
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -8,6 +9,8 @@
 
 namespace vorn {
 namespace {
+
+using namespace std::chrono_literals;
 
 /// How a child process that runs `body` ends; -1 when a signal ended it.
 template <class Body>
@@ -79,6 +82,35 @@ TEST(InterruptWatch, SaysItsLastWords)
         while (true) pause();
         return 0;
     });
+    std::array<char, 64> said{};
+    EXPECT_EQ(read(ends[0], said.data(), said.size()), 11);
+    EXPECT_STREQ(said.data(), "last words\n");
+}
+
+TEST(InterruptWatch, TellsWhoWaitsAndGivesTheWorkTimeToUnwind)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  std::atomic<bool> told = false;
+                  const InterruptWatch watch(InterruptWatch::Deadline{[&told] { told = true; }, 10s, ""});
+                  kill(getpid(), SIGINT);
+                  while (!told) sched_yield();
+                  return 5;
+              }),
+              5);
+}
+
+TEST(InterruptWatch, EndsWorkThatDoesNotUnwindInTime)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    EXPECT_EQ(exitCodeOf([&ends] {
+                  dup2(ends[1], STDERR_FILENO);
+                  const InterruptWatch watch(InterruptWatch::Deadline{{}, 1ms, "last words\n"});
+                  kill(getpid(), SIGHUP);
+                  while (true) pause();
+                  return 0;
+              }),
+              128 + SIGHUP);
     std::array<char, 64> said{};
     EXPECT_EQ(read(ends[0], said.data(), said.size()), 11);
     EXPECT_STREQ(said.data(), "last words\n");

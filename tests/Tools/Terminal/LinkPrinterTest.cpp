@@ -1,0 +1,130 @@
+#include "Tools/Terminal/LinkPrinter.h"
+#include "tests/Tools/Terminal/QRReader.h"
+#include "tests/Tools/Terminal/SaidLines.h"
+#include "tests/support/ScopedEnvironment.h"
+
+#include <sstream>
+#include <stdexcept>
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::SaidLines;
+using testing::ScopedEnvironment;
+using testing::ScreenImage;
+using Background = TerminalOptions::Background;
+using Ink = QRCodeText::Ink;
+
+/// The lines that begin with what only a QR code begins with.
+std::vector<std::string> codeIn(const std::string& text)
+{
+    std::vector<std::string> lines;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        if (line.starts_with("\x1B[38") || line.starts_with("█") || line.starts_with("    ")) lines.push_back(line);
+    }
+    return lines;
+}
+
+TEST(LinkPrinter, TellsHowLinkingGoesOn)
+{
+    SaidLines said;
+    LinkPrinter printer(said.terminal, {});
+    printer.show({LinkPhase::Loading{}});
+    EXPECT_EQ(said.take(), "Getting a code…\n");
+    printer.show({LinkPhase::Showing{"code-1", {}}});
+    const std::string shown = said.take();
+    EXPECT_THAT(shown, HasSubstr("  1. Open Vorn on your iPhone.\n"
+                                 "  2. Open the Nimbrel chat quest and tap Link a Mac.\n"
+                                 "  3. Point your camera at the code, then confirm on your phone.\n"));
+    EXPECT_THAT(shown, HasSubstr("\nWaiting for your phone\n"));
+    printer.show({LinkPhase::Scanned{}});
+    EXPECT_EQ(said.take(), "Scanned. Confirm Link this Mac on your phone.\n");
+    printer.show({LinkPhase::Rejected{}});
+    EXPECT_EQ(said.take(), "Your phone declined the link. Here's a new code.\n");
+    printer.show({LinkPhase::Loading{}});
+    said.take();
+    printer.show({LinkPhase::Showing{"code-2", {}}});
+    EXPECT_THAT(said.take(), Not(HasSubstr("Open Vorn on your iPhone"))); // explained once
+}
+
+TEST(LinkPrinter, DrawsTheCodeOfThePayload)
+{
+    SaidLines plain;
+    LinkPrinter(plain.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    EXPECT_EQ(ScreenImage(codeIn(plain.take()), ScreenImage::Blocks::light).read(), "code-1");
+    SaidLines light;
+    LinkPrinter(light.terminal, Background::light).show({LinkPhase::Showing{"code-1", {}}});
+    EXPECT_EQ(ScreenImage(codeIn(light.take()), ScreenImage::Blocks::dark).read(), "code-1");
+    SaidLines coloured({.isTerminal = true, .colours = true});
+    LinkPrinter(coloured.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    EXPECT_EQ(ScreenImage(codeIn(coloured.take()), ScreenImage::Blocks::light).read(), "code-1");
+}
+
+TEST(LinkPrinter, SaysOfARepeatedFailureOnce)
+{
+    SaidLines said;
+    LinkPrinter printer(said.terminal, {});
+    for (int attempt = 0; attempt < 3; ++attempt) {
+        printer.show({LinkPhase::Loading{}});
+        printer.show({LinkPhase::Failed{"Vorn can't reach the server right now."}});
+    }
+    EXPECT_EQ(said.take(), "Getting a code…\nVorn can't reach the server right now.\n");
+    printer.show({LinkPhase::Failed{"Other \x1B[31mwords."}});
+    EXPECT_EQ(said.take(), "Other \uFFFD[31mwords.\n");
+}
+
+TEST(LinkPrinter, AsksForAWiderWindowInsteadOfBreakingTheCode)
+{
+    SaidLines said({.isTerminal = true, .colours = true, .columns = 28});
+    LinkPrinter(said.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    const std::string text = said.take();
+    EXPECT_THAT(text, HasSubstr("The code needs 29 columns."));
+    EXPECT_THAT(text, Not(HasSubstr("█")));
+}
+
+TEST(LinkPrinter, ThrowsForWhatFitsNoCode)
+{
+    SaidLines said;
+    LinkPrinter printer(said.terminal, {});
+    EXPECT_THROW(printer.show({LinkPhase::Showing{std::string(5000, 'x'), {}}}), std::length_error);
+}
+
+TEST(Terminal, ChoosesInkThatAPhoneCanRead)
+{
+    struct Case {
+        const char* name;
+        Terminal::Traits traits;
+        std::optional<Background> told;
+        Ink ink;
+    };
+    const std::vector<Case> cases = {
+        {"colours", {.isTerminal = true, .colours = true}, {}, Ink::colours},
+        {"colours, and a background", {.isTerminal = true, .colours = true}, Background::light, Ink::colours},
+        {"nothing known", {}, {}, Ink::darkBackground},
+        {"known to be light", {.background = Background::light}, {}, Ink::lightBackground},
+        {"the user knows better", {.background = Background::light}, Background::dark, Ink::darkBackground},
+    };
+    for (const Case& each : cases) EXPECT_EQ(Terminal(stderr, each.traits).ink(each.told), each.ink) << each.name;
+}
+
+TEST(Terminal, ReadsTheBackgroundThatATerminalTells)
+{
+    struct Case {
+        const char* told;
+        std::optional<Background> background;
+    };
+    for (const Case& each :
+         {Case{"15;0", Background::dark}, Case{"0;15", Background::light}, Case{"0;default;15", Background::light},
+          Case{"0;7", Background::light}, Case{"15;default", {}}, Case{"", {}}, Case{"12", {}}, Case{"1;", {}}}) {
+        const ScopedEnvironment environment("COLORFGBG", each.told);
+        EXPECT_EQ(Terminal::currentTraits().background, each.background) << each.told;
+    }
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,116 @@
+#include "Tools/Terminal/TerminalOptions.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+using Command = TerminalOptions::Command;
+using Background = TerminalOptions::Background;
+
+auto parse(std::vector<const char*> arguments)
+{
+    arguments.insert(arguments.begin(), "vorn-terminal");
+    return parseTerminalOptions(static_cast<int>(arguments.size()), arguments.data());
+}
+
+TerminalOptions options(const std::vector<const char*>& arguments)
+{
+    const auto parsed = parse(arguments);
+    if (const auto* end = std::get_if<TerminalOptionsEnd>(&parsed)) throw std::runtime_error(end->text);
+    return std::get<TerminalOptions>(parsed);
+}
+
+TEST(TerminalOptions, ReadsTheCommands)
+{
+    EXPECT_EQ(options({"link"}).command, Command::link);
+    EXPECT_EQ(options({"sign-out"}).command, Command::signOut);
+    EXPECT_EQ(options({"status"}).command, Command::status);
+    EXPECT_EQ(options({"status"}).submission, std::nullopt);
+    EXPECT_EQ(options({"status", "sub_1"}).submission, "sub_1");
+    const TerminalOptions upload = options({"upload", "chat.zip"});
+    EXPECT_EQ(upload.command, Command::upload);
+    EXPECT_EQ(upload.archive, "chat.zip");
+    EXPECT_FALSE(upload.json);
+    EXPECT_FALSE(upload.watch);
+    EXPECT_EQ(upload.background, std::nullopt);
+}
+
+TEST(TerminalOptions, ReadsTheOptions)
+{
+    EXPECT_TRUE(options({"upload", "--json", "chat.zip"}).json);
+    EXPECT_TRUE(options({"upload", "chat.zip", "--watch"}).watch);
+    EXPECT_TRUE(options({"status", "sub_1", "--watch"}).watch);
+    EXPECT_TRUE(options({"status", "--json"}).json);
+    EXPECT_EQ(options({"link", "--background", "dark"}).background, Background::dark);
+    EXPECT_EQ(options({"upload", "chat.zip", "--background", "light"}).background, Background::light);
+}
+
+TEST(TerminalOptions, ReadsOverridesOfDefaultsAnywhere)
+{
+    for (const auto& line : std::vector<std::vector<const char*>>{
+             {"-VornAPIBaseURLOverride", "http://127.0.0.1:1", "upload", "chat.zip"},
+             {"upload", "-VornAPIBaseURLOverride", "http://127.0.0.1:1", "chat.zip"},
+             {"upload", "chat.zip", "-VornAPIBaseURLOverride", "http://127.0.0.1:1"},
+         }) {
+        SCOPED_TRACE(::testing::PrintToString(line));
+        EXPECT_EQ(options(line).archive, "chat.zip");
+        EXPECT_EQ(options(line).defaults.text("VornAPIBaseURLOverride"), "http://127.0.0.1:1");
+    }
+}
+
+TEST(TerminalOptions, TakesAnArchiveThatLooksLikeAnOption)
+{
+    EXPECT_EQ(options({"upload", "--", "-Chat"}).archive, "-Chat");
+}
+
+TEST(TerminalOptions, RefusesWhatMakesNoSense)
+{
+    struct Case {
+        std::vector<const char*> arguments;
+        const char* text;
+    };
+    const std::vector<Case> cases = {
+        {{}, "A subcommand is required"},
+        {{"fly"}, "A subcommand is required"},
+        {{"upload"}, "ARCHIVE is required"},
+        {{"upload", ""}, "ARCHIVE must be a file"},
+        {{"upload", "a.zip", "b.zip"}, "The following argument was not expected: b.zip"},
+        {{"link", "--json"}, "The following argument was not expected: --json"},
+        {{"link", "--background", "blue"}, "--background: "},
+        {{"link", "status"}, ""},
+        {{"status", "--watch"}, "--watch requires SUBMISSION"},
+        {{"status", "a/b"}, "SUBMISSION must be a submission's identifier, as upload prints it"},
+        {{"status", ".."}, "SUBMISSION must be a submission's identifier, as upload prints it"},
+        {{"status", ""}, "SUBMISSION must be a submission's identifier, as upload prints it"},
+        {{"status", "a?b"}, "SUBMISSION must be a submission's identifier, as upload prints it"},
+    };
+    for (const Case& each : cases) {
+        SCOPED_TRACE(::testing::PrintToString(each.arguments));
+        const auto parsed = parse(each.arguments);
+        const auto* end = std::get_if<TerminalOptionsEnd>(&parsed);
+        ASSERT_NE(end, nullptr);
+        EXPECT_TRUE(end->isMistake);
+        EXPECT_THAT(end->text, StartsWith(each.text));
+        EXPECT_THAT(end->text, HasSubstr("\nRun with --help for more information.\n"));
+    }
+}
+
+TEST(TerminalOptions, EndsWithTheHelpAndTheVersion)
+{
+    const auto help = std::get<TerminalOptionsEnd>(parse({"--help"}));
+    EXPECT_FALSE(help.isMistake);
+    for (const char* text : {"link ", "upload ", "status ", "sign-out ", "-VornAPIBaseURLOverride URL",
+                             "Exit status: 0 done", "128+N ended by signal N"}) {
+        EXPECT_THAT(help.text, HasSubstr(text));
+    }
+    EXPECT_THAT(std::get<TerminalOptionsEnd>(parse({"upload", "--help"})).text, HasSubstr("ARCHIVE"));
+    const auto version = std::get<TerminalOptionsEnd>(parse({"--version"}));
+    EXPECT_FALSE(version.isMistake);
+    EXPECT_THAT(version.text, StartsWith("vorn-terminal "));
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,164 @@
+#include "Tools/Terminal/TerminalResults.h"
+#include "Tools/Terminal/QuestWords.h"
+#include "Tools/Terminal/UploadFlow.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace vorn {
+namespace {
+
+using nlohmann::json;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+const Instant march = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + std::chrono::hours(9);
+
+NimbrelState questWith(const std::string& status)
+{
+    NimbrelState state;
+    state.quest.id = "quest-1";
+    state.quest.status = status;
+    state.maxBytes = 1000;
+    return state;
+}
+
+SubmissionStatus submissionWith(const std::string& status)
+{
+    SubmissionStatus submission;
+    submission.id = "sub-1";
+    submission.status = status;
+    return submission;
+}
+
+TEST(QuestWords, SayWhetherTheUserMayUpload)
+{
+    struct Case {
+        QuestAvailability availability;
+        const char* text;
+        const char* name;
+    };
+    const testing::ScopedEnvironment zone("TZ", "Pacific/Auckland");
+    for (const Case& each : {
+             Case{{QuestAvailability::Available{}}, "You can upload your chat.", "available"},
+             Case{{QuestAvailability::InReview{}}, "Your last upload is being checked.", "inReview"},
+             Case{{QuestAvailability::LastRejected{"wrong_provider"}},
+                  "Last time: This upload didn't look like your Nimbrel chat.",
+                  "lastRejected"},
+             Case{{QuestAvailability::Cooldown{march + std::chrono::hours(4)}},
+                  "Paid. You can upload again on 2026-03-02.",
+                  "cooldown"},
+         }) {
+        EXPECT_EQ(availabilityText(each.availability), each.text);
+        EXPECT_EQ(availabilityName(each.availability), each.name);
+    }
+}
+
+TEST(QuestWords, SayHowAReviewStands)
+{
+    struct Case {
+        const char* status;
+        const char* text;
+    };
+    for (const Case& each : {
+             Case{"approved", "You earned $5.00. Thanks for your Nimbrel chat. The reward is in your Vorn balance."},
+             Case{"rejected", "Not accepted this time. This upload wasn't accepted."},
+             Case{"expired", "Upload stopped. The upload didn't finish. Try again from your chat."},
+             Case{"review_pending", "Upload received. A person is checking it."},
+             Case{"analyzing", "Upload received. Checking your chat."},
+             Case{"from the future", "Upload received. Checking your chat."},
+         }) {
+        EXPECT_EQ(submissionText(submissionWith(each.status), "$5.00"), each.text);
+    }
+    SubmissionStatus approved = submissionWith("approved");
+    approved.rewardUsd = "12.5";
+    EXPECT_THAT(submissionText(approved, "$5.00"), HasSubstr("You earned $12.50."));
+}
+
+TEST(QuestWords, NameTheReward)
+{
+    EXPECT_EQ(rewardText(std::nullopt), "the quest reward");
+    NimbrelState quest = questWith("available");
+    EXPECT_EQ(rewardText(quest), "the quest reward");
+    quest.quest.rewardUsd = 12.5;
+    EXPECT_EQ(rewardText(quest), "$12.50");
+}
+
+TEST(UploadFlow, IsRefusedByTheQuestAndByItsLimit)
+{
+    using S = TerminalStatus;
+    EXPECT_EQ(refusalOf(questWith("available"), 1000, march), std::nullopt);
+    EXPECT_EQ(refusalOf(questWith("rejected"), 1000, march), std::nullopt);
+    EXPECT_EQ(refusalOf(questWith("available"), 1001, march),
+              CommandFailure(S::tooLarge, "Your chat is larger than the upload limit."));
+    EXPECT_EQ(refusalOf(questWith("submitted"), 10, march),
+              CommandFailure(S::notNow, "Your last upload is being checked."));
+    NimbrelState paid = questWith("approved");
+    paid.quest.availableAt = "2026-03-08T12:00:00Z";
+    const testing::ScopedEnvironment zone("TZ", "UTC");
+    EXPECT_EQ(refusalOf(paid, 10, march), CommandFailure(S::notNow, "Paid. You can upload again on 2026-03-08."));
+}
+
+TEST(UploadFlow, MeasuresTheArchive)
+{
+    const testing::TemporaryFolder folder;
+    testing::writeFile(folder / "chat.zip", "abc");
+    const ArchiveFacts expected{3, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"};
+    EXPECT_EQ(factsOf(folder / "chat.zip", {}), expected);
+    EXPECT_THROW(factsOf(folder / "missing.zip", {}), std::filesystem::filesystem_error);
+    EXPECT_THROW(factsOf(folder.path(), {}), std::filesystem::filesystem_error);
+}
+
+TEST(TerminalResults, TellAboutAnUpload)
+{
+    const UploadResult result{submissionWith("analyzing"), {546'215, "0ab1"}, "$12.50"};
+    EXPECT_EQ(textOf(result), "Submission      sub-1\n"
+                              "  status        analyzing\n"
+                              "  review        Upload received. Checking your chat.\n"
+                              "Archive size    0.5 MB\n"
+                              "  SHA-256       0ab1\n");
+    EXPECT_EQ(json::parse(jsonOf(result)), json::parse(R"({
+        "submission": {"id": "sub-1", "status": "analyzing", "rejectionReasonKey": null, "rewardUsd": null},
+        "archive": {"sizeBytes": 546215, "sha256": "0ab1"}})"));
+}
+
+TEST(TerminalResults, TellAboutTheQuest)
+{
+    StatusReport report{{"user-1", "Ada"}, questWith("rejected"), march, {}};
+    report.quest.quest.title = "Share your chat";
+    report.quest.quest.rewardUsd = 12.5;
+    report.quest.quest.rejectionReasonKey = "wrong_provider";
+    EXPECT_EQ(textOf(report), "Linked as       Ada\n"
+                              "Quest           Share your chat\n"
+                              "  status        rejected\n"
+                              "  next upload   Last time: This upload didn't look like your Nimbrel chat.\n"
+                              "  reward        $12.50\n"
+                              "  upload limit  0.0 MB\n");
+    report.submission = submissionWith("approved");
+    EXPECT_THAT(textOf(report),
+                HasSubstr("Submission      sub-1\n  status        approved\n  review        You earned"));
+    EXPECT_EQ(json::parse(jsonOf(report)), json::parse(R"({
+        "user": {"id": "user-1", "displayName": "Ada"},
+        "quest": {"id": "quest-1", "title": "Share your chat", "status": "rejected", "availability": "lastRejected",
+                  "canUpload": true, "availableAt": null, "rejectionReasonKey": "wrong_provider", "rewardUsd": 12.5,
+                  "maxBytes": 1000},
+        "submission": {"id": "sub-1", "status": "approved", "rejectionReasonKey": null, "rewardUsd": null}})"));
+}
+
+TEST(TerminalResults, KeepForeignTextHarmless)
+{
+    StatusReport report{{"u\x1B[1m", "Ada\x1B]0;x\x07\u009B2J"}, questWith("a\nLinked as  Eve"), march, {}};
+    report.submission = submissionWith("x\x7F\xFF");
+    EXPECT_THAT(textOf(report), HasSubstr("Linked as       Ada\uFFFD]0;x\uFFFD\uFFFD2J\n"));
+    for (const std::string& text : {textOf(report), jsonOf(report)}) {
+        EXPECT_THAT(text, Not(HasSubstr("\x1B")));
+        EXPECT_THAT(text, Not(HasSubstr("\u009B")));
+        EXPECT_THAT(text, Not(HasSubstr("\x7F")));
+        EXPECT_THAT(text, Not(HasSubstr("\nLinked as  Eve")));
+    }
+}
+
+} // namespace
+} // namespace vorn

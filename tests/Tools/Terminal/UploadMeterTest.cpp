@@ -1,0 +1,139 @@
+#include "Tools/Terminal/UploadMeter.h"
+#include "Platform/Base/Text.h"
+#include "Tools/Terminal/UploadDisplay.h"
+#include "tests/Tools/Terminal/SaidLines.h"
+#include "tests/support/async/ManualClock.h"
+
+#include <thread>
+
+#include <gtest/gtest.h>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::int64_t megabyte = 1'000'000;
+
+UploadMeter steady(std::int64_t bytesASecond, int seconds, std::int64_t total)
+{
+    UploadMeter meter;
+    for (int second = 0; second <= seconds; ++second) {
+        meter.update({second * bytesASecond, total}, std::chrono::seconds(second));
+    }
+    return meter;
+}
+
+TEST(UploadMeter, SaysHowMuchHowFastAndHowLong)
+{
+    EXPECT_EQ(steady(2 * megabyte, 3, 10 * megabyte).line(),
+              "[████████████░░░░░░░░] 60 %  6.0 of 10.0 MB  2.0 MB/s  2 s left");
+    EXPECT_EQ(steady(2 * megabyte, 3, 10 * megabyte).plainLine(), "60 %  6.0 of 10.0 MB  2.0 MB/s");
+}
+
+TEST(UploadMeter, SaysLongTimesInMinutesAndHours)
+{
+    struct Case {
+        std::int64_t total;
+        const char* left;
+    };
+    for (const Case each : {Case{62, "59 s left"}, Case{63, "1:00 min left"}, Case{128, "2:05 min left"},
+                            Case{3603 + 720, "1:12 h left"}}) {
+        EXPECT_TRUE(steady(megabyte, 3, each.total * megabyte).line().ends_with(each.left))
+            << steady(megabyte, 3, each.total * megabyte).line();
+    }
+}
+
+TEST(UploadMeter, GuessesNothingFromTooLittle)
+{
+    UploadMeter meter;
+    EXPECT_EQ(meter.rate(), std::nullopt);
+    meter.update({0, 10 * megabyte}, 0ms);
+    meter.update({megabyte, 10 * megabyte}, 400ms);
+    EXPECT_EQ(meter.rate(), std::nullopt);
+    EXPECT_EQ(meter.line(), "[██░░░░░░░░░░░░░░░░░░] 10 %  1.0 of 10.0 MB");
+}
+
+TEST(UploadMeter, ForgetsHowFastItUsedToBe)
+{
+    UploadMeter meter = steady(10 * megabyte, 10, 1000 * megabyte);
+    for (int second = 11; second <= 30; ++second) {
+        meter.update({100 * megabyte + (second - 10) * megabyte, 1000 * megabyte}, std::chrono::seconds(second));
+    }
+    EXPECT_DOUBLE_EQ(meter.rate().value(), 1.0 * megabyte);
+}
+
+TEST(UploadMeter, SaysNoTimeWhenNothingMoves)
+{
+    UploadMeter meter = steady(0, 10, 10 * megabyte);
+    EXPECT_EQ(meter.line(), "[░░░░░░░░░░░░░░░░░░░░] 0 %  0.0 of 10.0 MB  0.0 MB/s");
+}
+
+TEST(UploadMeter, BeginsAnewWhenAPartIsSentAgain)
+{
+    UploadMeter meter = steady(megabyte, 8, 100 * megabyte);
+    meter.update({4 * megabyte, 100 * megabyte}, 9s);
+    EXPECT_EQ(meter.percent(), 4);
+    EXPECT_EQ(meter.rate(), std::nullopt);
+}
+
+TEST(UploadMeter, SaysAHundredOnlyAtTheEnd)
+{
+    UploadMeter meter;
+    meter.update({999'999'999, 1'000'000'000}, 0s);
+    EXPECT_EQ(meter.percent(), 99);
+    meter.update({1'000'000'000, 1'000'000'000}, 1s);
+    EXPECT_EQ(meter.percent(), 100);
+    meter.update({0, 0}, 2s);
+    EXPECT_EQ(meter.percent(), 0);
+}
+
+TEST(UploadMeter, FitsIntoEightyColumns)
+{
+    for (const std::int64_t rate : {1LL, 3'000LL, 99'999'999'999LL}) {
+        const std::string line = steady(rate, 3, 999'999'999'999).line();
+        EXPECT_LT(text::scalars(line).size(), 80U) << line;
+    }
+}
+
+TEST(UploadDisplay, SaysEachTenthOnceWhereNoLineCanChange)
+{
+    testing::SaidLines said;
+    const testing::ManualClock clock;
+    MainContext context;
+    UploadDisplay display(context, clock, said.terminal);
+    for (int percent = 0; percent <= 100; ++percent) {
+        display.report({percent, 100});
+        context.runUntilIdle();
+    }
+    const std::string text = said.take();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 10);
+    EXPECT_TRUE(text.starts_with("10 %  ")) << text;
+    EXPECT_NE(text.find("\n100 %  "), std::string::npos) << text;
+}
+
+TEST(UploadDisplay, ShowsOnlyTheNewestOfWhatOtherThreadsReport)
+{
+    testing::SaidLines said;
+    const testing::ManualClock clock;
+    MainContext context;
+    UploadDisplay display(context, clock, said.terminal);
+    std::thread([&display] {
+        for (int percent = 0; percent <= 55; ++percent) display.report({percent * megabyte, 100 * megabyte});
+    }).join();
+    context.runUntilIdle();
+    EXPECT_EQ(said.take(), "55 %  55.0 of 100.0 MB\n");
+}
+
+TEST(UploadDisplay, DropsWhatComesAfterItsEnd)
+{
+    testing::SaidLines said;
+    const testing::ManualClock clock;
+    MainContext context;
+    UploadDisplay(context, clock, said.terminal).report({50, 100});
+    context.runUntilIdle();
+    EXPECT_EQ(said.take(), "");
+}
+
+} // namespace
+} // namespace vorn
