@@ -37,8 +37,8 @@ CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view compu
 
 std::string computerName()
 {
-    std::string name = vorn::computerName();
-    return name.empty() ? std::string(nameOfAnyMac) : name;
+    if (std::string name = vorn::computerName(); !name.empty()) return name;
+    return std::string(nameOfAnyMac);
 }
 
 std::string appVersion(const Bundle& bundle)

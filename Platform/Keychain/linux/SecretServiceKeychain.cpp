@@ -1,6 +1,7 @@
 #include "Platform/Keychain/linux/SecretServiceKeychain.h"
 
 #include "Platform/Base/Text.h"
+#include "Platform/Keychain/linux/GLibEvents.h"
 #include "Platform/Keychain/linux/SessionBus.h"
 #include "Platform/Keychain/linux/TimeLimit.h"
 
@@ -15,44 +16,14 @@
 namespace vorn {
 namespace {
 
-template <auto function>
-struct Call {
-    template <class Pointer>
-    void operator()(Pointer* pointer) const noexcept
-    {
-        function(pointer);
-    }
-};
-template <class Type>
-using Object = std::unique_ptr<Type, Call<g_object_unref>>;
-using Context = std::unique_ptr<GMainContext, Call<g_main_context_unref>>;
+using glib::Call;
+using glib::Events;
+using glib::Failure;
+using glib::Object;
+using glib::Source;
+
 using Attributes = std::unique_ptr<GHashTable, Call<g_hash_table_unref>>;
 using Value = std::unique_ptr<SecretValue, Call<secret_value_unref>>;
-
-struct EndSource {
-    void operator()(GSource* source) const noexcept
-    {
-        g_source_destroy(source);
-        g_source_unref(source);
-    }
-};
-using Source = std::unique_ptr<GSource, EndSource>;
-
-/// Receives what a function of GLib's failed with.
-class Failure {
-public:
-    Failure() = default;
-    ~Failure() { g_clear_error(&error_); }
-    Failure(Failure&&) = delete;
-
-    GError** slot() { return &error_; }
-    explicit operator bool() const { return error_ != nullptr; }
-
-    bool is(GQuark domain, int code) const { return g_error_matches(error_, domain, code) != FALSE; }
-
-private:
-    GError* error_ = nullptr;
-};
 
 const SecretSchema schema = {
     "com.vorn.mac.Item",
@@ -117,44 +88,6 @@ struct Outcome {
     {
         return asksUser ? KeychainError::interactionNotAllowed : KeychainError::notAvailable;
     }
-};
-
-/// The calls back that this thread waits for.
-class Events {
-public:
-    Events() { g_main_context_push_thread_default(context_.get()); }
-    ~Events()
-    {
-        while (g_main_context_iteration(context_.get(), FALSE) != FALSE) {
-        } // what was on its way
-        g_main_context_pop_thread_default(context_.get());
-    }
-    Events(Events&&) = delete;
-
-    /// Calls `call` with `data` once, in the midst of a wait, when `time` has passed.
-    Source after(std::chrono::milliseconds time, GSourceFunc call, gpointer data) const
-    {
-        Source source(g_timeout_source_new(static_cast<guint>(time.count())));
-        g_source_set_callback(source.get(), call, data, nullptr);
-        g_source_attach(source.get(), context_.get());
-        return source;
-    }
-
-    /// Starts an asynchronous function and attends to this thread's events until it calls back.
-    template <class Start>
-    Object<GAsyncResult> wait(Start start) const
-    {
-        GAsyncResult* result = nullptr;
-        const GAsyncReadyCallback keep = [](GObject* /*source*/, GAsyncResult* given, gpointer data) {
-            *static_cast<GAsyncResult**>(data) = G_ASYNC_RESULT(g_object_ref(given));
-        };
-        start(keep, static_cast<gpointer>(&result));
-        while (result == nullptr) g_main_context_iteration(context_.get(), TRUE);
-        return Object<GAsyncResult>(result);
-    }
-
-private:
-    Context context_{g_main_context_new()};
 };
 
 std::int32_t statusOf(const Failure& failure, const Outcome& outcome)
@@ -308,7 +241,7 @@ private:
 };
 
 std::optional<std::string> SecretServiceKeychain::perform(Steps steps) const
-{
+try {
     const std::string address = sessionBusAddress();
     if (address.empty()) throw KeychainError(KeychainError::notAvailable);
     const auto outcome = std::make_shared<Outcome>();
@@ -319,11 +252,15 @@ std::optional<std::string> SecretServiceKeychain::perform(Steps steps) const
             outcome->bytes = steps(request);
         } catch (const KeychainError& error) {
             outcome->error = error;
+        } catch (const std::exception&) { // no memory: nothing else is thrown here
+            outcome->error.emplace(KeychainError::notAvailable);
         }
     });
     if (!ended) throw KeychainError(outcome->lateStatus());
-    if (outcome->error) throw KeychainError(*outcome->error);
+    if (const auto& error = outcome->error; error) throw KeychainError(*error);
     return std::move(outcome->bytes);
+} catch (const std::system_error&) { // there can be no more threads
+    throw KeychainError(KeychainError::notAvailable);
 }
 
 std::shared_ptr<Keychain> Keychain::system()

@@ -37,7 +37,6 @@ constexpr const char* servicePath = "/org/freedesktop/secrets";
 constexpr const char* itemPath = "/org/freedesktop/secrets/collection/fake/1";
 constexpr const char* promptPath = "/org/freedesktop/secrets/prompt/1";
 
-/// A signature of D-Bus types, for an empty array.
 GVariant* emptyPaths()
 {
     return g_variant_new_array(G_VARIANT_TYPE_OBJECT_PATH, nullptr, 0);
@@ -108,8 +107,7 @@ private:
         if (watch_ != 0) g_bus_unwatch_name(watch_);
         g_dbus_node_info_unref(node);
         g_object_unref(bus);
-        while (g_main_context_iteration(context_, FALSE) != FALSE) {
-        }
+        while (g_main_context_pending(context_) != FALSE) g_main_context_iteration(context_, FALSE);
         g_main_context_pop_thread_default(context_);
     }
 

@@ -3,8 +3,10 @@
 #include "Platform/Base/Text.h"
 
 #include <algorithm>
+#include <memory>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -15,6 +17,14 @@ std::set<const CFDouble*>& live()
 {
     static std::set<const CFDouble*> objects;
     return objects;
+}
+
+/// Objects that are gone are kept until the program ends, so that who still uses one can be told.
+void bury(const CFDouble* object)
+{
+    static std::vector<std::unique_ptr<const CFDouble>> gone;
+    live().erase(object);
+    gone.emplace_back(object);
 }
 
 CFDouble& changeable(CFTypeRef object)
@@ -37,8 +47,7 @@ void release(CFTypeRef object)
             release(key);
             release(value);
         }
-        live().erase(&released);
-        delete &released;
+        bury(&released);
     }
 }
 
