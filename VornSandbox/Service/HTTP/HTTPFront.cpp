@@ -112,6 +112,13 @@ private:
     std::atomic<int> free_;
 };
 
+/// The library lets five connections wait to be accepted, and the system drops what comes beyond: ten requests at once
+/// would have some of them wait a second for their next try.
+class Listener : public httplib::Server {
+public:
+    void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
+};
+
 } // namespace
 
 class HTTPFront::Server {
@@ -132,7 +139,7 @@ private:
 
     Serve serve_;
     RequestLog& log_;
-    httplib::Server http_;
+    Listener http_;
     int port_ = -1;
     std::optional<Connections> connections_;
     std::atomic<bool> stopping_ = false;
@@ -146,6 +153,7 @@ HTTPFront::Server::Server(int port, Serve serve, RequestLog& log) : serve_(std::
     configure();
     port_ = port == 0 ? http_.bind_to_any_port("127.0.0.1") : (http_.bind_to_port("127.0.0.1", port) ? port : -1);
     if (port_ < 0) throw std::runtime_error(fmt::format("cannot listen on 127.0.0.1:{}", port));
+    http_.letMoreWait();
     connections_.emplace(port_);
     thread_ = std::thread([this] { http_.listen_after_bind(); });
     while (!http_.is_running()) std::this_thread::yield();

@@ -1,0 +1,163 @@
+#include "tests/VornSandbox/Service/SandboxFixture.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <httplib.h>
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+namespace vorn::testing {
+namespace {
+
+using nlohmann::json;
+using sandbox::Fault;
+using sandbox::FaultPlan;
+using sandbox::ServiceOptions;
+using ::testing::Contains;
+using ::testing::HasSubstr;
+
+ServiceOptions with(const std::vector<std::string>& faults)
+{
+    ServiceOptions options = smallParts();
+    for (const std::string& fault : faults) options.faults.push_back(Fault::parse(fault).value());
+    return options;
+}
+
+TEST(Fault, IsReadFromItsText)
+{
+    const Fault fault = Fault::parse("put-part=503x2@3").value();
+    EXPECT_EQ(fault.operation, "put-part");
+    EXPECT_EQ(fault.effect, Fault::Effect::status);
+    EXPECT_EQ(fault.status, 503);
+    EXPECT_EQ(fault.times, 2);
+    EXPECT_EQ(fault.from, 3);
+    EXPECT_EQ(Fault::parse("quest=drop")->effect, Fault::Effect::drop);
+    EXPECT_EQ(Fault::parse("quest=hangx1")->effect, Fault::Effect::hang);
+    EXPECT_EQ(Fault::parse("quest=garbage@2")->effect, Fault::Effect::garbage);
+    EXPECT_EQ(Fault::parse("quest=slow")->effect, Fault::Effect::slow);
+}
+
+TEST(Fault, IsNothingWhenItMakesNoSense)
+{
+    for (const char* text : {"", "quest", "quest=", "other=500", "quest=99", "quest=600", "quest=500x", "quest=500x0",
+                             "quest=500@0", "quest=500@", "quest=broken", "quest=500x1x2", "=500", "quest=-500"}) {
+        EXPECT_FALSE(Fault::parse(text)) << text;
+    }
+}
+
+TEST(FaultPlan, CountsRequestsOfEachOperation)
+{
+    FaultPlan plan({Fault::parse("quest=500x2@2").value()});
+    std::vector<bool> met;
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_FALSE(plan.next("logout"));
+        met.push_back(plan.next("quest").has_value());
+    }
+    EXPECT_THAT(met, ::testing::ElementsAre(false, true, true, false, false));
+}
+
+TEST(Faults, AnswerWithTheirStatusAsOftenAsTold)
+{
+    const SandboxFixture fix(with({"quest=503x1"}));
+    const std::string token = fix.link().token;
+    const Reply first = fix.api("GET", "desktop/nimbrel", {}, token);
+    EXPECT_EQ(first.status, 503);
+    EXPECT_EQ(first.body["code"], "fault");
+    EXPECT_EQ(fix.api("GET", "desktop/nimbrel", {}, token).status, 200);
+}
+
+TEST(Faults, KnowEveryOperation)
+{
+    std::vector<std::string> faults;
+    for (const std::string_view operation : sandbox::operations) {
+        if (operation != "create-link" && operation != "poll-link") faults.push_back(std::string(operation) + "=418");
+    }
+    const SandboxFixture fix(with(faults));
+    const std::string token = fix.link().token;
+    const std::string submissions = "desktop/nimbrel/submissions";
+    const std::string asset = submissions + "/sub_1/assets/ast_1/";
+    EXPECT_EQ(fix.api("POST", "auth/desktop/refresh", json::object()).status, 418);
+    EXPECT_EQ(fix.api("POST", "auth/desktop/logout", {}, token).status, 418);
+    EXPECT_EQ(fix.api("GET", "desktop/nimbrel", {}, token).status, 418);
+    EXPECT_EQ(fix.api("POST", submissions, json::object(), token).status, 418);
+    EXPECT_EQ(fix.api("POST", asset + "part-urls", json::object(), token).status, 418);
+    EXPECT_EQ(fix.api("POST", asset + "complete", json::object(), token).status, 418);
+    EXPECT_EQ(fix.api("POST", submissions + "/sub_1/abort", {}, token).status, 418);
+    EXPECT_EQ(fix.api("GET", submissions + "/sub_1", {}, token).status, 418);
+    EXPECT_EQ(fix.send("PUT", "/uploads/ast_1/1", {}, "part").status, 418);
+    const SandboxFixture linking(with({"create-link=418@2", "poll-link=418"}));
+    const json link = linking.createLink();
+    EXPECT_EQ(linking.poll(link).status, 418);
+    EXPECT_THROW(linking.createLink(), std::runtime_error);
+}
+
+TEST(Faults, RefuseAPartAfterItsBodyWasRead)
+{
+    const SandboxFixture fix(with({"put-part=403x1"}));
+    const std::string token = fix.link().token;
+    const std::string archive(1000, 'a');
+    const Upload upload = fix.open(token, archive);
+    EXPECT_EQ(fix.put(upload.urls.at(1), archive).status, 403);
+    EXPECT_THAT(fix.log(), Contains(HasSubstr("403 1000>")));
+    EXPECT_EQ(fix.put(upload.urls.at(1), archive).status, 200);
+}
+
+TEST(Faults, DropTheConnectionWithoutAnAnswer)
+{
+    const SandboxFixture fix(with({"quest=dropx1", "put-part=dropx1"}));
+    const std::string token = fix.link().token;
+    EXPECT_EQ(fix.api("GET", "desktop/nimbrel", {}, token).status, 0);
+    EXPECT_EQ(fix.api("GET", "desktop/nimbrel", {}, token).status, 200);
+    EXPECT_EQ(fix.send("PUT", "/uploads/ast_1/1", {}, std::string(1000, 'a')).status, 0);
+    EXPECT_THAT(fix.log(), Contains(HasSubstr("GET /api/v1/desktop/nimbrel dropped")));
+}
+
+TEST(Faults, AnswerWithSomethingThatIsNoJSON)
+{
+    const SandboxFixture fix(with({"quest=garbage"}));
+    const Reply reply = fix.api("GET", "desktop/nimbrel", {}, fix.link().token);
+    EXPECT_EQ(reply.status, 200);
+    EXPECT_TRUE(reply.body.is_discarded());
+}
+
+TEST(Faults, AnswerLateWhenSlow)
+{
+    const SandboxFixture fix(with({"quest=slowx1"}));
+    const std::string token = fix.link().token;
+    httplib::Client impatient("127.0.0.1", fix.port());
+    impatient.set_read_timeout(0, 100'000);
+    const httplib::Headers headers{{"Accept", "application/json"}, {"Authorization", "Bearer " + token}};
+    EXPECT_FALSE(impatient.Get("/api/v1/desktop/nimbrel", headers));
+}
+
+TEST(Faults, LeaveARequestHangingUntilTheServiceEnds)
+{
+    SandboxFixture fix(with({"quest=hang"}));
+    const std::string token = fix.link().token;
+    std::atomic<int> status = -1;
+    std::thread client([&] { status = fix.api("GET", "desktop/nimbrel", {}, token).status; });
+    while (std::ranges::none_of(fix.log(), [](const auto& line) { return line.find("left hanging") != line.npos; })) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(status.load(), -1);
+    EXPECT_EQ(fix.createLink().size(), 5U); // others are served meanwhile
+    fix.stop();
+    client.join();
+    EXPECT_EQ(status.load(), 0);
+}
+
+TEST(Faults, ForgetARequestWhoseClientHasLeft)
+{
+    const SandboxFixture fix(with({"quest=hangx100"}));
+    for (int i = 0; i < 100; ++i) { // more than the service has threads
+        httplib::Client impatient("127.0.0.1", fix.port());
+        impatient.set_read_timeout(0, 10'000);
+        EXPECT_FALSE(impatient.Get("/api/v1/desktop/nimbrel", {{"Accept", "application/json"}}));
+    }
+    EXPECT_EQ(fix.createLink().size(), 5U);
+}
+
+} // namespace
+} // namespace vorn::testing

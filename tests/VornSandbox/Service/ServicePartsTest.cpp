@@ -1,0 +1,130 @@
+#include "VornSandbox/Service/HTTP/RequestLog.h"
+#include "VornSandbox/Service/HTTP/Router.h"
+#include "VornSandbox/Service/ServiceOptions.h"
+#include "VornSandbox/Service/State/ReviewPlan.h"
+#include "VornSandbox/Service/State/Secrets.h"
+#include "VornSandbox/Service/State/ServiceError.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace vorn::testing {
+namespace {
+
+using namespace sandbox;
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+
+std::optional<int> parse(std::vector<const char*> arguments, ServiceOptions& options)
+{
+    arguments.insert(arguments.begin(), "vorn-sandbox");
+    return ServiceOptions::parse(static_cast<int>(arguments.size()), arguments.data(), options);
+}
+
+TEST(HMAC, GivesTheValuesOfRFC4231)
+{
+    EXPECT_EQ(hmacSHA256(std::string(20, '\x0b'), "Hi There"),
+              "b0344c61d8db38535ca8afceaf0bf12b881dc200c9833da726e9376c2e32cff7");
+    EXPECT_EQ(hmacSHA256("Jefe", "what do ya want for nothing?"),
+              "5bdcc146bf60754e6a042426089575c75a003f089d2739839dec58b964ec3843");
+    EXPECT_EQ(hmacSHA256(std::string(131, '\xaa'), "Test Using Larger Than Block-Size Key - Hash Key First"),
+              "60e431591ee0b67f0d8a26aacbf5b77f8e0bc6213728c5140546040f0ee37f54");
+}
+
+TEST(Secrets, AreComparedWhole)
+{
+    EXPECT_TRUE(equalInConstantTime("abc", "abc"));
+    EXPECT_FALSE(equalInConstantTime("abc", "abd"));
+    EXPECT_FALSE(equalInConstantTime("abc", "ab"));
+    EXPECT_EQ(newSecret().size(), 64U);
+}
+
+TEST(ReviewPlan, IsReadFromItsText)
+{
+    EXPECT_EQ(ReviewPlan::parse("approved")->outcome.status, "approved");
+    EXPECT_EQ(ReviewPlan::parse("expired")->outcome.status, "expired");
+    EXPECT_EQ(ReviewPlan::parse("rejected:some_new_reason")->outcome.reason, "some_new_reason");
+    EXPECT_EQ(ReviewPlan::parse("manual")->kind, ReviewPlan::Kind::manual);
+    EXPECT_EQ(ReviewPlan::parse("checked")->kind, ReviewPlan::Kind::checked);
+    for (const char* text : {"", "rejected", "rejected:", "rejected:No Key", "approved:x", "approved:", "other"}) {
+        EXPECT_FALSE(ReviewPlan::parse(text)) << text;
+    }
+}
+
+TEST(RequestLog, WritesOneLineWhateverThePath)
+{
+    std::vector<std::string> lines;
+    RequestLog log([&](const std::string& line) { lines.push_back(line); });
+    log.request({.method = "GET", .path = "/a\nb\x1b[1m", .outcome = "404", .received = 1, .sent = 2, .took = 3ms});
+    EXPECT_THAT(lines, ElementsAre("GET /a%0Ab%1B[1m 404 1>2 bytes 3 ms"));
+}
+
+TEST(Router, TakesWholeSegmentsForPlaceholders)
+{
+    Router router;
+    router.add("one", "GET", "/a/*/b", [](const Call&, const Router::Arguments&) { return Answer{}; });
+    EXPECT_THAT(router.match("GET", "/a/x/b").arguments, ElementsAre("x"));
+    for (const char* path : {"/a//b", "/a/x/y/b", "/a/x/b/", "/a/x", "a/x/b", ""}) {
+        EXPECT_THROW(router.match("GET", path), ServiceError) << path;
+    }
+}
+
+TEST(ServiceOptions, AreReadFromTheCommandLine)
+{
+    ServiceOptions options;
+    const auto code = parse({"--port",
+                             "0",
+                             "--handle",
+                             "a@b.c",
+                             "--handle",
+                             "+1",
+                             "--user",
+                             "Robin",
+                             "--delay",
+                             "0.25",
+                             "--review",
+                             "rejected:wrong_provider",
+                             "--fault",
+                             "quest=500x1",
+                             "--fault",
+                             "abort=drop",
+                             "--max-bytes",
+                             "5000000000",
+                             "--reward",
+                             "3.5",
+                             "--state",
+                             "/tmp/x",
+                             "--expired-first-urls",
+                             "--auto-approve"},
+                            options);
+    EXPECT_EQ(code, std::nullopt);
+    EXPECT_EQ(options.port, 0);
+    EXPECT_THAT(options.settings.handles, ElementsAre("a@b.c", "+1"));
+    EXPECT_THAT(options.settings.users, ElementsAre("Robin"));
+    EXPECT_EQ(options.settings.reviewStep, 250ms);
+    EXPECT_EQ(options.settings.review.outcome.reason, "wrong_provider");
+    EXPECT_EQ(options.faults.size(), 2U);
+    EXPECT_EQ(options.settings.maxBytes, 5'000'000'000);
+    EXPECT_EQ(options.settings.rewardUsd, 3.5);
+    EXPECT_EQ(options.state, "/tmp/x");
+    EXPECT_TRUE(options.settings.expiredFirstUrls);
+    EXPECT_TRUE(options.settings.autoApprove);
+}
+
+TEST(ServiceOptions, RefuseWhatMakesNoSense)
+{
+    for (const auto& arguments : std::vector<std::vector<const char*>>{{"--review", "perhaps"},
+                                                                       {"--fault", "quest"},
+                                                                       {"--port", "70000"},
+                                                                       {"--delay", "-1"},
+                                                                       {"--part-size", "0"},
+                                                                       {"--other"}}) {
+        ServiceOptions options;
+        ::testing::internal::CaptureStderr();
+        EXPECT_EQ(parse(arguments, options), 2) << arguments.front();
+        EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
+    }
+}
+
+} // namespace
+} // namespace vorn::testing
