@@ -30,6 +30,8 @@ std::string textOf(std::int32_t status)
 
 } // namespace
 
-KeychainError::KeychainError(std::int32_t status) : status_(status), text_(textOf(status)) {}
+KeychainError::KeychainError(std::int32_t status) : status_(status), text_(textOf(status))
+{
+}
 
 } // namespace vorn
