@@ -1,0 +1,67 @@
+#include "tests/support/service/HeldHTTPSession.h"
+
+#include <utility>
+
+namespace vorn::testing {
+namespace {
+
+std::string nameOf(HTTPRequest::Method method)
+{
+    switch (method) {
+    case HTTPRequest::Method::get: return "GET";
+    case HTTPRequest::Method::post: return "POST";
+    case HTTPRequest::Method::put: return "PUT";
+    }
+    return "?";
+}
+
+} // namespace
+
+Async<HTTPResponse> HeldHTTPSession::send(HTTPRequest request)
+{
+    return hold(this, std::move(request));
+}
+
+Async<HTTPResponse> HeldHTTPSession::hold(HeldHTTPSession* self, HTTPRequest request)
+{
+    co_return co_await suspend<HTTPResponse>([self, &request](Resume<HTTPResponse> resume) -> CancelAction {
+        const auto held = std::make_shared<Held>(Held{std::move(request), std::move(resume)});
+        self->held_.push_back(held);
+        return [held] { held->cancelled = true; };
+    });
+}
+
+std::string HeldHTTPSession::summary(std::size_t index) const
+{
+    const HTTPRequest& request = held_.at(index)->request;
+    std::string result = nameOf(request.method) + " " + request.url.path();
+    for (const auto& [name, value] : request.headers) {
+        if (name == "Authorization") result += ", " + value;
+    }
+    return result;
+}
+
+std::vector<std::string> HeldHTTPSession::summaries() const
+{
+    std::vector<std::string> result;
+    for (std::size_t index = 0; index < count(); ++index) result.push_back(summary(index));
+    return result;
+}
+
+std::string HeldHTTPSession::body(std::size_t index) const
+{
+    const auto& bytes = held_.at(index)->request.body;
+    return bytes ? std::string(textOf(*bytes)) : "";
+}
+
+void HeldHTTPSession::answer(std::size_t index, int status, std::string body)
+{
+    held_.at(index)->resume(HTTPResponse{status, {{"Content-Type", "application/json"}}, std::move(body)});
+}
+
+void HeldHTTPSession::fail(std::size_t index, URLError::Code code)
+{
+    held_.at(index)->resume.fail(std::make_exception_ptr(URLError(code)));
+}
+
+} // namespace vorn::testing

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Platform/Async/Suspend.h"
+#include "Platform/HTTP/HTTPSession.h"
+#include "Platform/HTTP/URLError.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorn::testing {
+
+/// Holds every request until the test answers it: no network, and nothing happens by itself. Threads: one.
+class HeldHTTPSession final : public HTTPSession {
+public:
+    Async<HTTPResponse> send(HTTPRequest request) override;
+
+    /// How many requests were sent so far.
+    std::size_t count() const { return held_.size(); }
+
+    /// "GET /api/v1/desktop/nimbrel, Bearer token", the second part as far as there is one.
+    std::string summary(std::size_t index) const;
+    std::vector<std::string> summaries() const;
+    std::string body(std::size_t index) const;
+    const HTTPRequest& request(std::size_t index) const { return held_.at(index)->request; }
+    bool isCancelled(std::size_t index) const { return held_.at(index)->cancelled; }
+
+    void answer(std::size_t index, int status, std::string body = "");
+    void fail(std::size_t index, URLError::Code code);
+
+private:
+    struct Held {
+        HTTPRequest request;
+        Resume<HTTPResponse> resume;
+        bool cancelled = false;
+    };
+
+    static Async<HTTPResponse> hold(HeldHTTPSession* self, HTTPRequest request);
+
+    std::vector<std::shared_ptr<Held>> held_;
+};
+
+} // namespace vorn::testing
