@@ -1,0 +1,102 @@
+// What status and sign-out say and do.
+#include "tests/Tools/Terminal/TerminalFixture.h"
+
+#include <gmock/gmock.h>
+#include <nlohmann/json.hpp>
+
+namespace vorn {
+namespace {
+
+using ::testing::HasSubstr;
+using testing::LinkedFixture;
+using testing::Sandbox;
+using testing::TerminalFixture;
+
+TEST(StatusProgram, NeedsALink)
+{
+    const TerminalFixture fix;
+    const auto program = fix.start("http://127.0.0.1:9", {"status"});
+    EXPECT_EQ(program->exitCode(), 3);
+    EXPECT_EQ(program->errors(), "This Mac is not linked. Link it first.\n");
+    EXPECT_EQ(program->output(), "");
+}
+
+TEST(StatusProgram, SaysWhoIsLinkedAndHowTheQuestStands)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    const auto program = fix.start(sandbox.url(), {"status"});
+    EXPECT_EQ(program->exitCode(), 0) << program->errors();
+    EXPECT_EQ(program->errors(), "");
+    EXPECT_THAT(program->output(), HasSubstr("Linked as       Sam Rivera\n"));
+    EXPECT_THAT(program->output(), HasSubstr("  next upload   You can upload your chat.\n"
+                                             "  reward        $12.50\n  upload limit  536.9 MB\n"));
+}
+
+TEST(StatusProgram, WatchesAReviewToItsEnd)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    const auto upload = fix.start(sandbox.url(), {"upload", fix.archive(1000), "--json"});
+    ASSERT_EQ(upload->exitCode(), 0) << upload->errors();
+    const std::string id = nlohmann::json::parse(upload->output()).at("submission").at("id");
+    const auto program = fix.start(sandbox.url(), {"status", id, "--watch", "--json"});
+    EXPECT_EQ(program->exitCode(), 0) << program->errors();
+    EXPECT_THAT(program->errors(), HasSubstr("You earned $12.50. Thanks for your Nimbrel chat."));
+    const auto result = nlohmann::json::parse(program->output());
+    EXPECT_EQ(result.at("submission").at("status"), "approved");
+    EXPECT_EQ(result.at("quest").at("availability"), "cooldown");
+}
+
+TEST(StatusProgram, SaysThatThereIsNoSuchSubmission)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    EXPECT_EQ(fix.start(sandbox.url(), {"status", "sub_x"})->exitCode(), 5);
+}
+
+TEST(SignOut, ForgetsAndTellsTheService)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    const auto program = fix.start(sandbox.url(), {"sign-out"});
+    EXPECT_EQ(program->exitCode(), 0);
+    EXPECT_EQ(program->errors(), "Signed out.\n");
+    EXPECT_EQ(fix.kept(), std::nullopt);
+    EXPECT_THAT(sandbox.log(), HasSubstr("POST /api/v1/auth/desktop/logout 200 "));
+    const auto again = fix.start(sandbox.url(), {"sign-out"});
+    EXPECT_EQ(again->exitCode(), 0);
+    EXPECT_EQ(again->errors(), "This Mac is not linked.\n");
+}
+
+TEST(SignOut, NeverFailsOnTheNetwork)
+{
+    const LinkedFixture fix;
+    std::string url;
+    {
+        Sandbox sandbox;
+        fix.link(sandbox);
+        url = sandbox.url();
+    }
+    const auto program = fix.start(url, {"sign-out"});
+    EXPECT_EQ(program->exitCode(), 0);
+    EXPECT_EQ(program->errors(), "Signed out.\n");
+    EXPECT_EQ(fix.kept(), std::nullopt);
+}
+
+TEST(SignOut, DoesNotWaitForAServiceThatHangs)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox({"--fault", "logout=hang"});
+    fix.link(sandbox);
+    const auto program = fix.start(sandbox.url(), {"sign-out"});
+    EXPECT_EQ(program->exitCode(), 0);
+    EXPECT_EQ(fix.kept(), std::nullopt);
+}
+
+} // namespace
+} // namespace vorn

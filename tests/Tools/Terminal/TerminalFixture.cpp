@@ -1,0 +1,155 @@
+#include "tests/Tools/Terminal/TerminalFixture.h"
+
+#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Client/APIConfiguration.h"
+#include "VornMacCore/Sessions/InMemoryTokenStore.h"
+#include "VornMacCore/Sessions/KeychainTokenStore.h"
+#include "tests/Tools/Terminal/QRReader.h"
+
+#include <algorithm>
+#include <chrono>
+#include <sstream>
+#include <stdexcept>
+
+#include <nlohmann/json.hpp>
+#include <poll.h>
+
+namespace vorn::testing {
+namespace {
+
+std::vector<std::string> serviceArguments(const std::vector<std::string>& options, int port)
+{
+    std::vector<std::string> arguments = {"--port", std::to_string(port)};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    if (std::ranges::find(options, "--delay") == options.end()) arguments.insert(arguments.end(), {"--delay", "0.2"});
+    return arguments;
+}
+
+/// The lines of the last code in `text`; empty when there is none that is whole.
+std::vector<std::string> lastCode(const std::string& text)
+{
+    std::vector<std::string> code;
+    std::vector<std::string> growing;
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);) {
+        if (line.starts_with("█") || line.starts_with("\x1B[38")) {
+            growing.push_back(line);
+        } else if (!growing.empty()) {
+            code = std::exchange(growing, {});
+        }
+    }
+    return code;
+}
+
+} // namespace
+
+void waitUntil(const std::function<bool()>& condition, const std::string& what)
+{
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain for " + what);
+        poll(nullptr, 0, 2); // leaves the processor to those who are waited for
+    }
+}
+
+Sandbox::Sandbox(const std::vector<std::string>& options, int port)
+    : program_(SANDBOX_PROGRAM, serviceArguments(options, port)), http_(HTTPSession::make())
+{
+    waitUntil([this] { return program_.output().ends_with('\n'); }, "the service: " + program_.errors());
+    url_ = program_.output();
+    url_.pop_back();
+}
+
+int Sandbox::port() const
+{
+    return std::stoi(url_.substr(url_.rfind(':') + 1));
+}
+
+void Sandbox::waitForLog(const std::string& line) const
+{
+    waitUntil([&] { return log().find(line) != std::string::npos; }, line);
+}
+
+std::string Sandbox::post(const std::string& path, const std::string& json)
+{
+    HTTPRequest request{.method = HTTPRequest::Method::post,
+                        .url = URL::parse(url_ + path).value(),
+                        .headers = {{"Content-Type", "application/json"}},
+                        .body = nullptr,
+                        .onBodyProgress = nullptr};
+    const ByteView bytes = bytesOf(json);
+    request.body = std::make_shared<ByteBuffer>(bytes.begin(), bytes.end());
+    const HTTPResponse response = main_.run(http_->send(std::move(request)));
+    if (response.status != 200) throw std::runtime_error(path + ": " + response.body);
+    return response.body;
+}
+
+std::string Sandbox::scan(const std::string& qrPayload)
+{
+    const std::string answer = post("/phone/links/scan", nlohmann::json{{"qrPayload", qrPayload}}.dump());
+    return nlohmann::json::parse(answer).at("linkId");
+}
+
+void Sandbox::approve(const std::string& linkId)
+{
+    post("/phone/links/" + linkId + "/approve", R"({"userId":"usr_1"})");
+}
+
+void Sandbox::decline(const std::string& linkId)
+{
+    post("/phone/links/" + linkId + "/reject", "{}");
+}
+
+StoredSession Sandbox::link()
+{
+    const VornAPI api(APIConfiguration::resolve(std::nullopt, url_), http_, std::make_shared<InMemoryTokenStore>());
+    const DeviceLink link = main_.run(api.createDeviceLink({"Mac", "macos", "1.0.0", "macOS 14.0"}));
+    approve(scan(link.qrPayload));
+    return StoredSession(main_.run(api.pollDeviceLink(link.linkId, link.pollSecret)).session.value());
+}
+
+std::unique_ptr<Program> TerminalFixture::start(const std::string& url, std::vector<std::string> arguments,
+                                                const Program::Environment& environment) const
+{
+    arguments.insert(arguments.end(), {"-VornAPIBaseURLOverride", url});
+    return std::make_unique<Program>(TERMINAL_PROGRAM, std::move(arguments), environment);
+}
+
+std::string TerminalFixture::archive(std::size_t size, const std::string& name) const
+{
+    std::string bytes(size, '\0');
+    unsigned value = 1;
+    for (char& byte : bytes) byte = static_cast<char>((value = value * 1103515245U + 12345U) >> 16U);
+    writeFile(folder / name, bytes);
+    return folder / name;
+}
+
+std::string TerminalFixture::codeOn(const Program& program, const std::string& seen)
+{
+    std::string code;
+    waitUntil(
+        [&] {
+            const auto lines = lastCode(program.errors());
+            if (!lines.empty()) code = ScreenImage(lines, ScreenImage::Blocks::light).read();
+            return !code.empty() && code != seen;
+        },
+        "a code in " + program.errors());
+    return code;
+}
+
+void TerminalFixture::waitForLine(const Program& program, const std::string& text)
+{
+    waitUntil([&] { return program.errors().find(text + "\n") != std::string::npos; }, text);
+}
+
+void LinkedFixture::link(Sandbox& sandbox) const
+{
+    KeychainTokenStore(bundleIdentifier(), KeychainTokenStore::sessionAccount).save(sandbox.link());
+}
+
+std::optional<StoredSession> LinkedFixture::kept()
+{
+    return KeychainTokenStore(bundleIdentifier(), KeychainTokenStore::sessionAccount).load();
+}
+
+} // namespace vorn::testing

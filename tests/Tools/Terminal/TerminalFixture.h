@@ -1,0 +1,84 @@
+#pragma once
+
+#include "Platform/Async/MainContext.h"
+#include "VornMacCore/Client/VornAPI.h"
+#include "tests/Platform/Keychain/TestBus.h"
+#include "tests/support/Program.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorn::testing {
+
+/// Lets other programs go on until `condition` holds; throws `std::runtime_error` when it does not after 30 seconds.
+void waitUntil(const std::function<bool()>& condition, const std::string& what);
+
+/// The local service as a program of its own, on a free port.
+class Sandbox {
+public:
+    /// `options` go to the program.
+    explicit Sandbox(const std::vector<std::string>& options = {}, int port = 0);
+
+    const std::string& url() const { return url_; }
+    int port() const;
+    std::string log() const { return program_.errors(); }
+    void waitForLog(const std::string& line) const;
+
+    // What the user does on the phone.
+    /// Scans a code; gives the link's name.
+    std::string scan(const std::string& qrPayload);
+    void approve(const std::string& linkId);
+    void decline(const std::string& linkId);
+
+    /// Links a Mac by itself, as quickly as that can be done.
+    StoredSession link();
+
+private:
+    std::string post(const std::string& path, const std::string& json);
+
+    Program program_;
+    std::string url_;
+    MainContext main_;
+    std::shared_ptr<HTTPSession> http_;
+};
+
+/// Starts `vorn-terminal` in surroundings without a keychain.
+class TerminalFixture {
+public:
+    std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments,
+                                   const Program::Environment& environment = {}) const;
+
+    /// A file with `size` bytes of nothing in particular.
+    std::string archive(std::size_t size, const std::string& name = "chat.zip") const;
+
+    /// The newest code that the program has shown, as a phone reads it; waits for one other than `seen`.
+    static std::string codeOn(const Program& program, const std::string& seen = "");
+    static void waitForLine(const Program& program, const std::string& text);
+
+    TemporaryFolder folder;
+
+private:
+    ScopedEnvironment noBus_{"DBUS_SESSION_BUS_ADDRESS", ""};
+    ScopedEnvironment noRuntime_{"XDG_RUNTIME_DIR", folder.path().string()};
+};
+
+/// The same with a keychain, in which a session of the service may be.
+class LinkedFixture : public TerminalFixture {
+public:
+    LinkedFixture() : bus_(std::make_unique<TestBus>()), keyring_(*bus_) {}
+
+    /// Has the keychain hold a session of `sandbox`.
+    void link(Sandbox& sandbox) const;
+    static std::optional<StoredSession> kept();
+
+private:
+    std::unique_ptr<TestBus> bus_;
+    TestKeyring keyring_;
+};
+
+} // namespace vorn::testing
