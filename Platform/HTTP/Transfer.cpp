@@ -1,5 +1,6 @@
 #include "Platform/HTTP/Transfer.h"
 
+#include "Platform/Base/CancelFlag.h"
 #include "Platform/HTTP/CurlFailure.h"
 #include "Platform/HTTP/NetworkState.h"
 #include "Platform/HTTP/OpenSockets.h"
@@ -139,12 +140,17 @@ void Transfer::setHeaders()
     for (const char* const added : {"Accept", "Content-Type", "Expect", "Proxy-Connection", "User-Agent"}) {
         if (!has(request_.headers, added)) lines.push_back(std::string(added) + ":");
     }
+    setHeaders(CURLOPT_HTTPHEADER, headers_, lines);
+}
+
+void Transfer::setHeaders(CURLoption option, Lines& to, const std::vector<std::string>& lines)
+{
     for (const std::string& line : lines) {
-        curl_slist* const longer = curl_slist_append(headers_.get(), line.c_str());
+        curl_slist* const longer = curl_slist_append(to.get(), line.c_str());
         if (longer == nullptr) throw URLError(URLError::Code::unknown);
-        if (!headers_) headers_.reset(longer);
+        if (!to) to.reset(longer);
     }
-    set(handle_.get(), CURLOPT_HTTPHEADER, headers_.get());
+    set(handle_.get(), option, to.get());
 }
 
 void Transfer::setConnection()
@@ -164,6 +170,7 @@ void Transfer::setProxy()
     CURL* const handle = handle_.get();
     set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // tokens are not for the proxy
+    setHeaders(CURLOPT_PROXYHEADER, proxyHeaders_, {"Proxy-Connection:", "User-Agent:"});
     // The environment names proxies for other machines; few people think of excepting their own.
     if (isThisMachine(request_.url.host())) set(handle, CURLOPT_PROXY, "");
 }
@@ -275,11 +282,6 @@ bool Transfer::isSilent(Time now) noexcept
     return now - lastMove_ >= limit;
 }
 
-void Transfer::resetConnection() const noexcept
-{
-    if (socket_) resetOnClose(socket_.get());
-}
-
 void Transfer::report(std::int64_t bytesSent) noexcept
 {
     const std::lock_guard lock(audience_);
@@ -341,14 +343,20 @@ void Transfer::finish(CURLcode result)
 
 void Transfer::fail(URLError::Code code)
 {
-    letGo();
-    resume_.fail(std::make_exception_ptr(URLError(code)));
+    failWith(std::make_exception_ptr(URLError(code)));
 }
 
 void Transfer::drop()
 {
+    failWith(std::make_exception_ptr(Cancelled()));
+}
+
+/// Resets the connection: the system would go on sending what it has taken, long after everybody has left.
+void Transfer::failWith(std::exception_ptr error)
+{
+    if (socket_) resetOnClose(socket_.get());
     letGo();
-    resume_.fail(std::make_exception_ptr(Cancelled()));
+    resume_.fail(std::move(error));
 }
 
 HTTPResponse Transfer::takeAnswer()

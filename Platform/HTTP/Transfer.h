@@ -11,8 +11,12 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <memory>
 #include <mutex>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include <curl/curl.h>
 
@@ -42,10 +46,9 @@ public:
     Time nextLook() const noexcept { return nextLook_; }
     /// Whether nothing has moved for the request's limit.
     bool isSilent(Time now) noexcept;
-    /// Closing the handle will reset its connection, so that nothing more of the request arrives.
-    void resetConnection() const noexcept;
+    // The end; the handle must not be under way any more.
 
-    /// Gives the coroutine its answer, or what went wrong. The handle must not be under way any more.
+    /// Gives the coroutine its answer, or what went wrong.
     void finish(CURLcode result);
     void fail(URLError::Code code);
     /// Ends the coroutine's wait as cancelled, if it still waits.
@@ -57,9 +60,12 @@ private:
         void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
     };
 
+    using Lines = std::unique_ptr<curl_slist, Cleanup>;
+
     void setRequest();
     void setBody();
     void setHeaders();
+    void setHeaders(CURLoption option, Lines& to, const std::vector<std::string>& lines);
     void setConnection();
     void setCallbacks();
     void setProxy();
@@ -71,6 +77,7 @@ private:
     void takeLateBytes(std::string_view bytes);
     URLError::Code reasonOf(CURLcode result) const noexcept;
     HTTPResponse takeAnswer();
+    void failWith(std::exception_ptr error);
     void letGo() noexcept;
 
     static std::size_t readBody(char* to, std::size_t size, std::size_t count, void* self) noexcept;
@@ -86,7 +93,7 @@ private:
     std::mutex audience_; ///< held while a callback of the request runs
     std::atomic<bool> abandoned_ = false;
 
-    std::unique_ptr<curl_slist, Cleanup> headers_; ///< outlives the handle
+    Lines headers_, proxyHeaders_; ///< outlive the handle
     std::unique_ptr<CURL, Cleanup> handle_;
     OpenSockets* sockets_ = nullptr;
     FileDescriptor socket_{-1}; ///< the connection's once more, so that the number cannot become another one's

@@ -87,10 +87,7 @@ void TransferEngine::run()
         endAbandonedAndSilent();
         curl_multi_poll(multi_.get(), nullptr, 0, millisecondsToWait(), nullptr);
     }
-    for (const auto& transfer : Transfers(underWay_)) {
-        transfer->resetConnection();
-        remove(transfer.get())->drop();
-    }
+    for (const auto& transfer : Transfers(underWay_)) remove(transfer.get())->drop();
 }
 
 /// Gives false when it is time to end.
@@ -138,7 +135,6 @@ void TransferEngine::endAbandonedAndSilent()
     for (const auto& transfer : Transfers(underWay_)) {
         const bool abandoned = transfer->isAbandoned();
         if (!abandoned && !transfer->isSilent(now)) continue;
-        transfer->resetConnection();
         remove(transfer.get());
         abandoned ? transfer->drop() : transfer->fail(URLError::Code::timedOut);
     }

@@ -154,6 +154,7 @@ const std::vector<FaultCase> faults{
 
 TEST_F(Fault, IsNamedByWhatHappened)
 {
+    server.discardBodies();
     for (const auto& fault : faults) {
         for (auto asked : {get(), post("{}"), put(part)}) {
             SCOPED_TRACE(std::string(fault.name) +
@@ -185,6 +186,8 @@ protected:
         server.script(std::move(second));
         send(get("/first"));
     }
+
+    static Async<> ignoreAnswer(Async<HTTPResponse> answer) { co_await std::move(answer); }
 
     std::vector<HTTPRequest> everyKind() const { return {get(), post("{}"), put(part)}; }
 };
@@ -220,9 +223,7 @@ TEST_F(KeptAliveConnection, ThatDiesDoesNotPassItsRequestToAnotherOne)
     auto both = [](Exchange& exchange) { exchange.pause(50ms), exchange.answer({}); };
     server.script(both);
     server.script(both);
-    const Task one(context, [](std::shared_ptr<HTTPSession> on, HTTPRequest asked) -> Async<> {
-        co_await on->send(std::move(asked));
-    }(session, get("/one")));
+    const Task one(context, ignoreAnswer(session->send(get("/one"))));
     send(get("/two"));
     context.runUntil([&] { return !one.isRunning(); });
     ASSERT_EQ(server.connectionCount(), 2U);

@@ -5,7 +5,10 @@
 #include "Platform/HTTP/URLError.h"
 #include "tests/support/http/LoopbackServer.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <gmock/gmock.h>
+#include <map>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -30,11 +33,18 @@ inline URL urlOf(const std::string& text)
     return *std::move(url);
 }
 
-/// `size` bytes that differ from place to place.
+/// `size` bytes that differ from place to place. Made once for each size.
 inline std::shared_ptr<const ByteBuffer> bodyOf(std::size_t size)
 {
-    auto body = std::make_shared<ByteBuffer>(size);
-    for (std::size_t i = 0; i < size; ++i) (*body)[i] = static_cast<std::byte>(i * 31 + i / 251);
+    constexpr std::size_t period = 65521; // a prime: no buffer's size is a multiple of it
+    static std::map<std::size_t, std::shared_ptr<ByteBuffer>> made;
+    auto& body = made[size];
+    if (body) return body;
+    body = std::make_shared<ByteBuffer>(size);
+    for (std::size_t i = 0; i < std::min(size, period); ++i) (*body)[i] = static_cast<std::byte>(i * 31 + i / 251);
+    for (std::size_t done = period; done < size; done += period) {
+        std::copy_n(body->begin(), std::min(period, size - done), body->begin() + static_cast<std::ptrdiff_t>(done));
+    }
     return body;
 }
 

@@ -19,6 +19,12 @@ constexpr int noSignal = MSG_NOSIGNAL;
 constexpr int noSignal = 0; // macOS: an option of the socket, set when it is accepted
 #endif
 
+#ifdef POLLRDHUP
+constexpr short hangUp = POLLRDHUP;
+#else
+constexpr short hangUp = 0; // macOS: part of POLLHUP
+#endif
+
 constexpr std::size_t longestHead = 64 * 1024;
 
 [[noreturn]] void refuse(const std::string& what, std::string_view line)
@@ -202,13 +208,13 @@ void Connection::pause(std::chrono::milliseconds duration)
 
 void Connection::stayUntilClosed()
 {
-    // A client that closes while its bytes lie unread here shows only as a hang-up, which poll reports unasked.
+    // A client that closes while its bytes lie unread here shows only as a hang-up.
     std::array<char, 1> byte{};
     while (true) {
-        std::array<pollfd, 2> watched{{{socket_.get(), 0, 0}, {stop_, POLLIN, 0}}};
+        std::array<pollfd, 2> watched{{{socket_.get(), hangUp, 0}, {stop_, POLLIN, 0}}};
         poll(watched.data(), watched.size(), 10);
         if (watched[1].revents != 0) throw PeerGone();
-        if ((watched[0].revents & (POLLHUP | POLLERR)) != 0) break;
+        if ((watched[0].revents & (POLLHUP | POLLERR | hangUp)) != 0) break;
         if (recv(socket_.get(), byte.data(), byte.size(), MSG_PEEK | MSG_DONTWAIT) == 0) break;
     }
     socket_.reset();

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <condition_variable>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -19,6 +20,7 @@
 #include <system_error>
 #include <thread>
 #include <unistd.h>
+#include <utility>
 
 namespace vorn::testing {
 namespace {
@@ -97,6 +99,7 @@ public:
     mutable std::mutex mutex; ///< guards what follows
     std::condition_variable changed;
     std::deque<Handler> scripts;
+    std::map<std::size_t, Handler> chosen; ///< for the request under way on each connection
     Responder responder;
     std::function<void(Exchange&)> greeting;
     std::vector<ReceivedRequest> requests;
@@ -169,12 +172,7 @@ void LoopbackServer::State::serveRequests(Connection& connection)
 
 void LoopbackServer::State::serveOne(Connection& connection)
 {
-    const Handler handler = update([this] {
-        if (scripts.empty()) return Handler();
-        Handler next = std::move(scripts.front());
-        scripts.pop_front();
-        return next;
-    });
+    const Handler handler = update([&] { return std::exchange(chosen[connection.request().connection], nullptr); });
     if (handler) {
         handler(connection);
         return;
@@ -188,6 +186,10 @@ void LoopbackServer::State::serveOne(Connection& connection)
 std::size_t LoopbackServer::State::begun(const ReceivedRequest& request)
 {
     return update([&] {
+        if (!scripts.empty()) {
+            chosen[request.connection] = std::move(scripts.front());
+            scripts.pop_front();
+        }
         requests.push_back(request);
         mostUnderWay = std::max(mostUnderWay, ++underWay);
         return requests.size() - 1;

@@ -1,0 +1,225 @@
+#include "Platform/Base/CancelFlag.h"
+#include "tests/Platform/HTTP/SessionFixture.h"
+
+#include <atomic>
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <vector>
+
+namespace vorn::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using Clock = std::chrono::steady_clock;
+
+constexpr std::size_t part = 8 * 1024 * 1024;
+
+/// What became of a request that runs beside the test.
+enum class Outcome { none, answered, cancelled, failed };
+
+class Cancelling : public SessionFixture {
+protected:
+    Task begin(HTTPRequest asked) { return {context, follow(session->send(std::move(asked)), outcome)}; }
+
+    void cancel(Task& task)
+    {
+        task.cancel();
+        context.runUntil([&] { return !task.isRunning(); });
+    }
+
+    /// Runs the coroutine until the server has seen `condition`.
+    void runUntil(const std::function<bool()>& condition)
+    {
+        context.runPending();
+        EXPECT_TRUE(condition());
+        context.runPending();
+    }
+
+    std::shared_ptr<Outcome> outcome = std::make_shared<Outcome>(Outcome::none);
+
+private:
+    static Async<> follow(Async<HTTPResponse> answer, std::shared_ptr<Outcome> outcome)
+    {
+        try {
+            co_await std::move(answer);
+            *outcome = Outcome::answered;
+        } catch (const Cancelled&) {
+            *outcome = Outcome::cancelled;
+            throw;
+        } catch (const URLError&) {
+            *outcome = Outcome::failed;
+        }
+    }
+};
+
+TEST_F(Cancelling, BeforeTheStartSendsNothing)
+{
+    Task task = begin(put(part));
+    cancel(task);
+    EXPECT_EQ(*outcome, Outcome::none);
+    server.answer({});
+    send(get()); // the session's thread has been through everything that came before
+    EXPECT_EQ(server.requests().size(), 1U);
+}
+
+TEST_F(Cancelling, WhileConnectingEndsAtOnce)
+{
+    // 192.0.2.0/24 is reserved for documents: nobody is there, if it can be reached at all.
+    Task task = begin(request(Method::get, "http://192.0.2.1:9/"));
+    context.runPending();
+    cancel(task);
+    EXPECT_THAT(*outcome, ::testing::AnyOf(Outcome::cancelled, Outcome::failed));
+}
+
+TEST_F(Cancelling, WhileSendingCutsTheConnection)
+{
+    server.script([](Exchange& exchange) {
+        exchange.readBody(part / 2);
+        exchange.stayUntilClosed();
+    });
+    Task task = begin(put(part));
+    runUntil([&] { return server.waitForBodyBytes(part / 2); });
+    const auto begun = Clock::now();
+    cancel(task);
+    const auto left = Clock::now();
+    EXPECT_TRUE(server.waitUntilAllClosed());
+    const auto closed = Clock::now();
+
+    EXPECT_EQ(*outcome, Outcome::cancelled);
+    const auto milliseconds = [](auto duration) { return std::chrono::duration<double, std::milli>(duration).count(); };
+    std::cout << "cancelled PUT: coroutine left after " << milliseconds(left - begun)
+              << " ms, server saw the end after " << milliseconds(closed - begun) << " ms\n";
+    EXPECT_LT(closed - begun, 1s);
+}
+
+TEST_F(Cancelling, WhileReceivingCutsTheConnection)
+{
+    server.script([](Exchange& exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345");
+        exchange.stayUntilClosed();
+    });
+    Task task = begin(get());
+    runUntil([&] { return server.waitForRequests(1); });
+    cancel(task);
+    EXPECT_EQ(*outcome, Outcome::cancelled);
+    EXPECT_TRUE(server.waitUntilAllClosed());
+}
+
+TEST_F(Cancelling, CountsAlsoWhenTheAnswerIsOnItsWay)
+{
+    // The answer has come, and the coroutine has not yet been told.
+    std::atomic<bool> answered = false;
+    auto asked = put(1);
+    asked.onBodyProgress = [&](std::int64_t) { answered = true; };
+    server.answer({});
+    Task task = begin(asked);
+    context.runPending();
+    const auto deadline = Clock::now() + 10s;
+    while (!answered && Clock::now() < deadline) std::this_thread::yield();
+    cancel(task);
+    EXPECT_EQ(*outcome, Outcome::cancelled);
+}
+
+TEST_F(Cancelling, EndsProgressBeforeItReturns)
+{
+    for (int time = 0; time < 50; ++time) {
+        // Counted on the session's thread, looked at on this one: nothing may be counted once the task has ended.
+        auto count = std::make_shared<std::atomic<int>>(0);
+        auto asked = put(part);
+        asked.onBodyProgress = [count](std::int64_t) { ++*count; };
+        server.script([](Exchange& exchange) { exchange.readWholeBody(), exchange.answer({}); });
+        Task task = begin(asked);
+        context.runPending();
+        while (*count == 0) std::this_thread::yield();
+        cancel(task);
+        const int seen = *count;
+        EXPECT_TRUE(server.waitUntilAllClosed());
+        EXPECT_EQ(*count, seen);
+    }
+}
+
+TEST_F(Cancelling, LeavesOtherRequestsAlone)
+{
+    server.script([](Exchange& exchange) { exchange.stayUntilClosed(); });
+    Task first = begin(get("/first"));
+    runUntil([&] { return server.waitForRequests(1); });
+    std::atomic<bool> firstEnded = false;
+    server.script([&](Exchange& exchange) {
+        while (!firstEnded) exchange.pause(1ms);
+        exchange.answer({.body = "second"});
+    });
+    context.post([&] {
+        first.cancel();
+        firstEnded = true;
+    });
+    EXPECT_EQ(send(get("/second")).body, "second");
+}
+
+TEST_F(Cancelling, TheWholeSessionEndsEverythingUnderWay)
+{
+    for (int i = 0; i < 3; ++i) server.script([](Exchange& exchange) { exchange.stayUntilClosed(); });
+    std::vector<Task> tasks;
+    for (int i = 0; i < 3; ++i) tasks.push_back(begin(put(part)));
+    runUntil([&] { return server.waitForRequests(3); });
+    auto notBegun = session->send(get());
+
+    session.reset();
+    EXPECT_THROW(context.run(std::move(notBegun)), Cancelled);
+    context.runUntil([&] { return context.runningTasks() == 0; });
+    EXPECT_EQ(*outcome, Outcome::cancelled);
+    EXPECT_TRUE(server.waitUntilAllClosed());
+    EXPECT_EQ(server.requests().size(), 3U);
+}
+
+TEST_F(Cancelling, TheContextWhileSendingLeavesNothingBehind)
+{
+    server.script([](Exchange& exchange) { exchange.stayUntilClosed(); });
+    const Task task = begin(put(part));
+    runUntil([&] { return server.waitForRequests(1); });
+    context.shutDown();
+    EXPECT_EQ(*outcome, Outcome::cancelled);
+    EXPECT_TRUE(server.waitUntilAllClosed());
+}
+
+#ifdef __linux__
+std::size_t openFiles()
+{
+    const std::filesystem::directory_iterator all("/proc/self/fd");
+    return static_cast<std::size_t>(std::distance(begin(all), end(all)));
+}
+
+TEST(SessionFiles, AreAllClosedAtTheEnd)
+{
+    { // what libraries open once and keep
+        LoopbackServer server;
+        server.answer({});
+        MainContext context;
+        context.run(HTTPSession::make()->send({.url = urlOf(server.url())}));
+    }
+    const auto before = openFiles();
+    {
+        LoopbackServer server;
+        MainContext context;
+        const auto session = HTTPSession::make();
+        for (int i = 0; i < 20; ++i) {
+            server.script([i](Exchange& exchange) {
+                if (i % 3 == 0) exchange.reset();
+                if (i % 3 == 1) exchange.answer({.status = 403});
+                if (i % 3 == 2) exchange.stayUntilClosed();
+            });
+            HTTPRequest asked{.method = HTTPRequest::Method::put, .url = urlOf(server.url()), .body = bodyOf(100000)};
+            asked.inactivityLimit = 30ms;
+            try {
+                context.run(session->send(asked));
+            } catch (const URLError&) { // NOLINT(bugprone-empty-catch): two of three are meant to fail
+            }
+        }
+    }
+    EXPECT_EQ(openFiles(), before);
+}
+#endif
+
+} // namespace
+} // namespace vorn::testing
