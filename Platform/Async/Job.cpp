@@ -13,7 +13,7 @@ Job::~Job()
 
 void Job::start(const std::shared_ptr<Job>& job)
 {
-    job->queue_->adopt(job);
+    if (!job->queue_->adopt(job)) return;
     job->queue_->post([weak = std::weak_ptr(job)] {
         if (const auto begun = weak.lock()) begun->begin();
     });

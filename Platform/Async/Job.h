@@ -1,10 +1,8 @@
 #pragma once
 
 #include <coroutine>
-#include <cstddef>
-#include <exception>
-#include <functional>
 #include <memory>
+#include <utility>
 
 /// What runs a coroutine. Nothing here is for use outside this folder: `Task`, `Async` and `suspend` are the interface.
 namespace vorn::detail {

@@ -14,13 +14,15 @@ namespace vorn {
 /// any; everything else its own.
 class MainContext {
 public:
-    /// `wakeUp` is called, on any thread, when work arrives that `runPending` should be called for: once until then.
+    /// `wakeUp` is called, on any thread, when work arrives that `runPending` should be called for: once until then,
+    /// and never after the context is gone. It only asks for that call; it must not make it, nor post.
     explicit MainContext(std::function<void()> wakeUp = {});
     /// Drops what is left. Tasks should have been ended before with `shutDown`: those that still wait are destroyed
     /// where they stand, without running their clean-up.
     ~MainContext();
     MainContext(MainContext&&) = delete;
 
+    /// `work` must not throw.
     void post(std::function<void()> work) { queue_->post(std::move(work)); }
 
     /// Runs what is queued now; what that posts waits for the next call (and calls `wakeUp`), so that an event loop
@@ -41,7 +43,8 @@ public:
     }
 
     std::size_t runningTasks() const noexcept { return queue_->jobCount(); }
-    /// Cancels every task and runs until none is left.
+    /// Cancels every task and runs until none is left. Not from inside of a task, which would wait for itself. Tasks
+    /// that clean-up begins meanwhile are not cancelled.
     void shutDown();
 
 private:

@@ -18,10 +18,11 @@ void WorkQueue::post(std::function<void()> work)
         posted_.notify_one();
         if (std::exchange(wakeUpCalled_, true)) return;
     }
+    const std::lock_guard lock(hookMutex_);
     if (wakeUp_) wakeUp_();
 }
 
-bool WorkQueue::runOne()
+bool WorkQueue::runOne() noexcept
 {
     std::function<void()> work;
     {
@@ -54,19 +55,27 @@ void WorkQueue::waitForWork()
 
 void WorkQueue::close()
 {
+    requireOwnThread("close it");
     std::deque<std::function<void()>> dropped; // destroyed unlocked: what they hold may post
     {
         const std::lock_guard lock(mutex_);
         closed_ = true;
         dropped.swap(work_);
     }
+    {
+        const std::lock_guard lock(hookMutex_);
+        wakeUp_ = nullptr;
+    }
     const auto ended = std::exchange(jobs_, {}); // destroys the frames of those that still wait
 }
 
-void WorkQueue::adopt(const std::shared_ptr<Job>& job)
+bool WorkQueue::adopt(const std::shared_ptr<Job>& job)
 {
     requireOwnThread("start a task");
+    // A task may be started by what dies with a torn-down one. Each would keep the other alive: the job its queue too.
+    if (closed_) return false;
     jobs_.insert(job);
+    return true;
 }
 
 void WorkQueue::cancelJobs()

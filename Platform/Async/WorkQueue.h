@@ -21,14 +21,14 @@ public:
     void post(std::function<void()> work); ///< any thread
 
     // All that follows: the queue's own thread, which is the one that made it.
-    bool runOne();
+    bool runOne() noexcept; ///< an exception would leave the rest without a wake-up: it ends the process
     std::size_t size() const;
     /// Forgets that the hook was called: the next post calls it again.
     void expectWakeUp();
     void waitForWork();
     void close();
 
-    void adopt(const std::shared_ptr<Job>& job);
+    bool adopt(const std::shared_ptr<Job>& job); ///< false once closed: the job is not kept
     void release(const std::shared_ptr<Job>& job) { jobs_.erase(job); }
     void cancelJobs();
     std::size_t jobCount() const noexcept { return jobs_.size(); }
@@ -38,14 +38,16 @@ public:
 
 private:
     std::thread::id owner_ = std::this_thread::get_id();
-    std::function<void()> wakeUp_;
     std::unordered_set<std::shared_ptr<Job>> jobs_;
 
     mutable std::mutex mutex_; ///< guards what follows
     std::condition_variable posted_;
     std::deque<std::function<void()>> work_;
     bool wakeUpCalled_ = false;
-    bool closed_ = false;
+    bool closed_ = false; ///< changed on the queue's own thread alone, which may read it unlocked
+
+    std::mutex hookMutex_; ///< held while the hook runs: `close` waits for it, as the hook's loop dies next
+    std::function<void()> wakeUp_;
 };
 
 } // namespace vorn::detail
