@@ -28,6 +28,18 @@ public:
     {
     }
 
+    bool fail(std::exception_ptr error) { return settle(Outcome<T>(std::in_place_index<2>, std::move(error))); }
+
+    /// Nobody is left who could answer.
+    void abandon()
+    {
+        {
+            const std::lock_guard lock(mutex_);
+            if (settled_) return; // the usual case, which need not make an exception
+        }
+        fail(std::make_exception_ptr(Cancelled()));
+    }
+
     bool settle(Outcome<T> outcome)
     {
         {
@@ -47,8 +59,13 @@ public:
         ended_.wait(lock, [this] { return settled_; });
     }
 
-    /// On the coroutine's own thread, once woken.
-    T take() { return takeFrom<T>(outcome_); }
+    /// On the coroutine's own thread, once woken. Leaves nothing behind, as the mailbox may die later on the thread of
+    /// whoever answered.
+    T take()
+    {
+        auto taken = std::exchange(outcome_, {});
+        return takeFrom<T>(taken);
+    }
 
 private:
     void wake()
@@ -79,12 +96,12 @@ public:
     {
         last_->box->settle(detail::Outcome<T>(std::in_place_index<1>, std::forward<Value>(value)...));
     }
-    void fail(std::exception_ptr error) const { last_->box->settle(std::move(error)); }
+    void fail(std::exception_ptr error) const { last_->box->fail(std::move(error)); }
 
 private:
     struct Last {
         explicit Last(std::shared_ptr<detail::Mailbox<T>> to) : box(std::move(to)) {}
-        ~Last() { box->settle(std::make_exception_ptr(Cancelled())); }
+        ~Last() { box->abandon(); }
         Last(Last&&) = delete;
         std::shared_ptr<detail::Mailbox<T>> box;
     };
@@ -123,6 +140,7 @@ public:
             job_->endWait();
             throw; // into the coroutine, at this await
         }
+        if (job_->isInterrupted()) stop(); // cancelled from inside of `start`, when there was no action yet
         return true;
     }
 
@@ -135,11 +153,16 @@ public:
     void interrupt() override
     {
         const bool leaves = onCancel_ == OnCancel::leave;
-        if (leaves && !box_->settle(std::make_exception_ptr(Cancelled()))) return; // the result is on its way
-        if (cancelAction_) std::exchange(cancelAction_, nullptr)();
+        if (leaves && !box_->fail(std::make_exception_ptr(Cancelled()))) return; // the result is on its way
+        stop();
     }
 
 private:
+    void stop()
+    {
+        if (cancelAction_) std::exchange(cancelAction_, nullptr)();
+    }
+
     Start start_;
     OnCancel onCancel_;
     Job* job_ = nullptr;
@@ -151,7 +174,8 @@ private:
 
 /// The primitive under everything that waits: `co_await suspend<T>(start)` calls `start(Resume<T>)`, which begins
 /// something and returns how to stop it (null when it cannot be stopped), and suspends until the `Resume` is called.
-/// What `start` throws is thrown here. The coroutine goes on from its own queue, never from inside of `Resume` or a
+/// What `start` throws is thrown here; it must not run the queue itself. The cancel action may be called after the
+/// `Resume` was. The coroutine goes on from its own queue, never from inside of `Resume` or a
 /// cancel.
 template <class T, class Start>
 auto suspend(Start start, OnCancel onCancel = OnCancel::leave)
