@@ -2,7 +2,9 @@
 
 #include "Platform/Async/Suspend.h"
 
+#include <functional>
 #include <memory>
+#include <type_traits>
 
 namespace vorn {
 
@@ -14,6 +16,7 @@ public:
     ~BackgroundPool();
     BackgroundPool(BackgroundPool&&) = delete;
 
+    /// `work` must not throw.
     void post(std::function<void()> work);
 
 private:
@@ -24,8 +27,9 @@ private:
 namespace detail {
 
 template <class Result, class Work>
-void runAndResume(const Work& work, const CancelFlag& cancel, const Resume<Result>& resume)
+void runAndResume(Work& work, const CancelFlag& cancel, const Resume<Result>& resume)
 {
+    std::exception_ptr error; // this thread lets go of what it caught before the coroutine goes on with it
     try {
         cancel.check();
         if constexpr (std::is_void_v<Result>) {
@@ -35,8 +39,9 @@ void runAndResume(const Work& work, const CancelFlag& cancel, const Resume<Resul
             resume(work(cancel));
         }
     } catch (...) {
-        resume.fail(std::current_exception());
+        error = std::current_exception();
     }
+    if (error) resume.fail(std::move(error));
 }
 
 } // namespace detail
@@ -44,15 +49,15 @@ void runAndResume(const Work& work, const CancelFlag& cancel, const Resume<Resul
 /// Runs `work(const CancelFlag&)` on `pool` and gives what it returns or throws. A cancelled task raises the flag and
 /// goes on only once `work` has ended, so that it may use what the awaiting coroutine owns: long work looks at the flag
 /// often.
-template <class Work, class Result = std::invoke_result_t<Work, const CancelFlag&>>
+template <class Work, class Result = std::invoke_result_t<Work&, const CancelFlag&>>
 Async<Result> onBackground(BackgroundPool* pool, Work work)
 {
     auto cancel = std::make_shared<CancelFlag>();
     co_return co_await suspend<Result>(
         [pool, cancel, &work](Resume<Result> resume) -> CancelAction {
-            pool->post([cancel, work = std::move(work), resume = std::move(resume)] {
-                detail::runAndResume<Result>(work, *cancel, resume);
-            });
+            // `work` stays here: what it holds must not die on the pool's thread while the coroutine already goes on.
+            pool->post(
+                [cancel, &work, resume = std::move(resume)] { detail::runAndResume<Result>(work, *cancel, resume); });
             return [cancel] { cancel->cancel(); };
         },
         OnCancel::waitForResult);
