@@ -16,6 +16,8 @@ Async<> endQuietly(Async<> work)
     } catch (const Cancelled&) { // NOLINT(bugprone-empty-catch): a cancelled task has nothing more to say
     } catch (const std::exception& error) {
         fatalError(std::string("a task ended with an error that nobody handles: ") + error.what());
+    } catch (...) {
+        fatalError("a task ended with an error that nobody handles");
     }
 }
 
