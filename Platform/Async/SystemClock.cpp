@@ -84,7 +84,8 @@ Clock::Duration SystemClock::now() const
 
 Async<> SystemClock::sleep(Duration duration)
 {
-    const auto until = BootClock::now() + duration;
+    constexpr Duration century = std::chrono::years(100); // "for ever" must not overflow
+    const auto until = BootClock::now() + std::min(duration, century);
     if (duration <= Duration::zero()) {
         co_await checkCancellation();
         co_return;
