@@ -3,7 +3,9 @@
 #include "Platform/Async/MainContext.h"
 #include "Platform/Async/Suspend.h"
 
+#include <functional>
 #include <mutex>
+#include <utility>
 #include <vector>
 
 namespace vorn {
@@ -51,27 +53,28 @@ private:
         std::vector<Resume<T>> waiters;
     };
 
-    /// Ends the run for everybody, also when its coroutine is destroyed before it could begin.
+    /// Dies with the run and ends it for everybody, also when its coroutine is destroyed before it could begin.
     class Landing {
     public:
         explicit Landing(std::shared_ptr<State> state) : state_(std::move(state)) {}
         ~Landing()
         {
-            if (state_) fail(std::make_exception_ptr(Cancelled()));
+            for (const auto& waiter : state_->end()) settle(waiter);
         }
         Landing(Landing&&) = delete;
 
-        void succeed(const T& value)
-        {
-            for (const auto& waiter : std::exchange(state_, nullptr)->end()) waiter(value);
-        }
-        void fail(const std::exception_ptr& error)
-        {
-            for (const auto& waiter : std::exchange(state_, nullptr)->end()) waiter.fail(error);
-        }
+        void succeed(T value) { outcome_.template emplace<1>(std::move(value)); }
+        void fail(std::exception_ptr error) { outcome_.template emplace<2>(std::move(error)); }
 
     private:
+        void settle(const Resume<T>& waiter) const
+        {
+            if (const auto* value = std::get_if<1>(&outcome_)) return waiter(*value);
+            waiter.fail(std::get<2>(outcome_));
+        }
+
         std::shared_ptr<State> state_;
+        detail::Outcome<T> outcome_{std::in_place_index<2>, std::make_exception_ptr(Cancelled())};
     };
 
     static Async<> fly(std::shared_ptr<Landing> landing, Work work)
