@@ -1,0 +1,46 @@
+#pragma once
+
+#include "Platform/Async/Suspend.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+/// What happened, in order.
+using Journal = std::vector<std::string>;
+
+/// A place to wait at; the test answers by hand. Outlives the tasks that wait at it.
+template <class T = void>
+struct Gate {
+    std::optional<Resume<T>> resume;
+    int waits = 0;
+    int stops = 0; ///< calls of the cancel action
+
+    Async<T> wait(OnCancel onCancel = OnCancel::leave)
+    {
+        co_return co_await suspend<T>(
+            [this](Resume<T> answer) -> CancelAction {
+                ++waits;
+                resume = std::move(answer);
+                return [this] { ++stops; };
+            },
+            onCancel);
+    }
+};
+
+/// Waits at `gate` and writes down how that ended.
+inline Async<> waitAndTell(Gate<>* gate, Journal* journal, OnCancel onCancel = OnCancel::leave)
+{
+    journal->emplace_back("began");
+    try {
+        co_await gate->wait(onCancel);
+        journal->emplace_back("answered");
+    } catch (const Cancelled&) {
+        journal->emplace_back("cancelled");
+        throw;
+    }
+}
+
+} // namespace vorn
