@@ -4,6 +4,7 @@
 #include "Tools/Terminal/TerminalCommand.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
+#include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "VornMacCore/Sessions/KeychainTokenStore.h"
 #include "VornMacCore/Sessions/RememberingTokenStore.h"
 
@@ -43,8 +44,9 @@ Async<> runToTheEnd(TerminalCommand* command, const Terminal* terminal, Ending* 
 class Run {
 public:
     Run(const TerminalOptions& options, const Terminal& terminal)
-        : terminal_(terminal), command_(options, {&context_, &clock_, http_, &pool_, tokens_,
-                                                  VornAPI(configuration(options.defaults), http_, tokens_), &terminal_})
+        : terminal_(terminal), tokens_(storeFor(options)),
+          command_(options, {&context_, &clock_, http_, &pool_, tokens_,
+                             VornAPI(configuration(options.defaults), http_, tokens_), &terminal_})
     {
     }
 
@@ -64,6 +66,13 @@ private:
         return APIConfiguration::resolve(applicationBundle(), defaults.text(APIConfiguration::overrideDefaultsKey));
     }
 
+    static std::shared_ptr<TokenStore> storeFor(const TerminalOptions& options)
+    {
+        if (!options.keychain) return std::make_shared<InMemoryTokenStore>();
+        return std::make_shared<RememberingTokenStore>(
+            std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
+    }
+
     /// What ends the program when the jobs do not end in time. A line that changes may be on the terminal still.
     std::string lastWords() const
     {
@@ -79,8 +88,7 @@ private:
     SystemClock clock_;
     std::shared_ptr<HTTPSession> http_ = HTTPSession::make();
     BackgroundPool pool_{1};
-    std::shared_ptr<TokenStore> tokens_ = std::make_shared<RememberingTokenStore>(
-        std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
+    std::shared_ptr<TokenStore> tokens_;
     TerminalCommand command_;
 };
 

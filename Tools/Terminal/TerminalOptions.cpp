@@ -60,6 +60,9 @@ void addCommands(CLI::App& app, TerminalOptions& options, Texts& texts)
                    upload.add_option("ARCHIVE", texts.archive, "What vorn-export wrote")->required();
                    upload.add_flag("--watch", options.watch, "Then wait for the end of the review, at most 20 minutes");
                    upload.add_flag("--json", options.json, "Print the result as JSON");
+                   upload.add_flag_callback(
+                       "--no-keychain", [&options] { options.keychain = false; },
+                       "Links anew, for this run only, and leaves the keychain alone");
                    addBackground(upload, options);
                });
     addCommand(

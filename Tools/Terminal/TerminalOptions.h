@@ -19,6 +19,7 @@ struct TerminalOptions {
     std::optional<std::string> submission{}; ///< whose status is asked for
     bool watch = false;                      ///< until the review has ended
     bool json = false;                       ///< results for programs
+    bool keychain = true;                    ///< the session is looked for and kept there
     std::optional<Background> background{};  ///< of the terminal, for a QR code without colours
     ArgumentDefaults defaults{};
 };

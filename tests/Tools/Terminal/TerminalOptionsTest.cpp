@@ -43,6 +43,8 @@ TEST(TerminalOptions, ReadsTheOptions)
     EXPECT_TRUE(options({"upload", "--json", "chat.zip"}).json);
     EXPECT_TRUE(options({"upload", "chat.zip", "--watch"}).watch);
     EXPECT_TRUE(options({"status", "sub_1", "--watch"}).watch);
+    EXPECT_TRUE(options({"upload", "chat.zip"}).keychain);
+    EXPECT_FALSE(options({"upload", "chat.zip", "--no-keychain"}).keychain);
     EXPECT_TRUE(options({"status", "--json"}).json);
     EXPECT_EQ(options({"link", "--background", "dark"}).background, Background::dark);
     EXPECT_EQ(options({"upload", "chat.zip", "--background", "light"}).background, Background::light);

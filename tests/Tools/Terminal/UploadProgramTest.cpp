@@ -52,6 +52,18 @@ TEST(UploadProgram, ShowsTheResultToAPerson)
     EXPECT_THAT(program->output() + program->errors(), Not(HasSubstr("signature")));
 }
 
+TEST(UploadProgram, LeavesTheKeychainAloneWhenItIsTold)
+{
+    const LinkedFixture fix;
+    Sandbox before;
+    fix.link(before);
+    const auto kept = fix.kept();
+    Sandbox sandbox({"--auto-approve"});
+    const auto program = fix.start(sandbox.url(), {"upload", fix.archive(1000), "--no-keychain"});
+    EXPECT_EQ(program->exitCode(), 0) << program->errors();
+    EXPECT_EQ(fix.kept(), kept);
+}
+
 TEST(UploadProgram, SendsAPartAgainWhoseURLExpired)
 {
     const LinkedFixture fix;
