@@ -8,6 +8,7 @@
 #include <array>
 #include <atomic>
 #include <charconv>
+#include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <optional>
@@ -161,6 +162,7 @@ private:
 
 int run()
 {
+    std::signal(SIGPIPE, SIG_IGN); // a sender that goes away ends its connection, not the sink
     const FileDescriptor listener(socket(AF_INET, SOCK_STREAM, 0));
     sockaddr_in address{};
     address.sin_family = AF_INET;

@@ -187,13 +187,8 @@ TEST(UploadCancel, DuringTheAbortLetsItEnd)
     UploadFixture fix;
     fix.opens(fix.urlsOf(1, 1));
     fix.answersPart(500);
-    fix.server.script([&](Exchange& exchange) {
-        std::promise<void> cancelled;
-        fix.context.post([&] {
-            fix.cancel();
-            cancelled.set_value();
-        });
-        cancelled.get_future().wait();
+    fix.server.script([&fix](Exchange& exchange) {
+        fix.cancelAndWait();
         exchange.answer({});
     });
     fix.start();
@@ -208,13 +203,8 @@ TEST(UploadCancel, OnceMoreDuringTheAbortChangesNothing)
     UploadFixture fix;
     fix.opens(fix.urlsOf(1, 1));
     fix.server.script(fix.cancels());
-    fix.server.script([&](Exchange& exchange) {
-        std::promise<void> cancelled;
-        fix.context.post([&] {
-            fix.cancel();
-            cancelled.set_value();
-        });
-        cancelled.get_future().wait();
+    fix.server.script([&fix](Exchange& exchange) {
+        fix.cancelAndWait();
         exchange.answer({});
     });
     fix.start();
@@ -246,18 +236,11 @@ TEST(UploadCancel, ReturnsAtOnce)
 {
     UploadFixture fix(std::string(8 * mebibyte, 'x'), 8 * mebibyte);
     fix.opens(fix.urlsOf(1, 1));
-    std::promise<void> gate;
-    fix.server.script([&](Exchange& exchange) {
+    fix.server.script([&fix](Exchange& exchange) {
         exchange.readBody(mebibyte);
-        fix.context.post([&] {
-            const auto begin = std::chrono::steady_clock::now();
-            fix.cancel();
-            const UploadFixture::Milliseconds took = std::chrono::steady_clock::now() - begin;
-            std::printf("cancel() took %.3f ms\n", took.count());
-            EXPECT_LT(took, 1s); // against waiting for the network, not a limit of speed
-            gate.set_value();
-        });
-        gate.get_future().wait(); // nothing is read meanwhile, so the transfer cannot go on
+        const auto took = fix.cancelAndWait().took; // nothing is read meanwhile, so the transfer cannot go on
+        std::printf("cancel() took %.3f ms\n", took.count());
+        EXPECT_LT(took, 1s); // against waiting for the network, not a limit of speed
         exchange.readWholeBody();
     });
     fix.aborts();

@@ -90,17 +90,23 @@ void UploadFixture::aborts()
     server.answer({});
 }
 
+UploadFixture::CancelTimes UploadFixture::cancelAndWait()
+{
+    // Shared: who sets it may not be done with it when who waits goes on.
+    const auto cancelled = std::make_shared<std::promise<CancelTimes>>();
+    context.post([this, cancelled] {
+        const auto begin = std::chrono::steady_clock::now();
+        cancel();
+        cancelled->set_value({begin, std::chrono::steady_clock::now() - begin});
+    });
+    return cancelled->get_future().get();
+}
+
 LoopbackServer::Handler UploadFixture::cancels(std::size_t bytes)
 {
     return [this, bytes](Exchange& exchange) {
         exchange.readBody(bytes);
-        const auto cancelled = std::make_shared<std::promise<std::chrono::steady_clock::time_point>>();
-        context.post([this, cancelled] {
-            const auto begin = std::chrono::steady_clock::now();
-            cancel();
-            cancelled->set_value(begin);
-        });
-        const auto begin = cancelled->get_future().get();
+        const auto begin = cancelAndWait().begin;
         const auto noteTime = [this, begin] { timeToClose_.set_value(std::chrono::steady_clock::now() - begin); };
         try {
             exchange.readWholeBody();

@@ -69,10 +69,16 @@ public:
     void completes();
     void aborts();
 
+    using Milliseconds = std::chrono::duration<double, std::milli>;
+    struct CancelTimes {
+        std::chrono::steady_clock::time_point begin;
+        Milliseconds took{};
+    };
+    /// For handlers: cancels the upload on its own thread, and waits until that has been done.
+    CancelTimes cancelAndWait();
     /// A handler that says nothing, cancels the upload once `bytes` of the request's body have arrived, and reads on
     /// until the client has gone.
     LoopbackServer::Handler cancels(std::size_t bytes = 0);
-    using Milliseconds = std::chrono::duration<double, std::milli>;
     /// How long that took from the cancel to the end of the connection. Waits for it; ask once.
     Milliseconds timeToClose() { return timeToClose_.get_future().get(); }
 
@@ -105,15 +111,11 @@ public:
     std::filesystem::path file = folder / "archive.zip";
     std::int64_t partSize;
     std::optional<DeviceSignals> device = DeviceSignals{"Europe/Berlin", "de-DE"};
+    std::function<void(const UploadProgress&)> onProgress; ///< besides keeping the report
     std::shared_ptr<InMemoryTokenStore> store =
         std::make_shared<InMemoryTokenStore>(StoredSession{"canary-token", "canary-refresh", "user-1", "Ada"});
     MainContext context;
     BackgroundPool pool{2};
-    LoopbackServer server;
-    std::shared_ptr<HTTPSession> session = HTTPSession::make();
-    std::optional<VornAPI> api;
-    Task task;
-    std::function<void(const UploadProgress&)> onProgress; ///< besides keeping the report
 
 private:
     struct End {
@@ -126,6 +128,12 @@ private:
     mutable std::mutex mutex_; ///< guards reports_
     std::vector<UploadProgress> reports_;
     std::promise<Milliseconds> timeToClose_;
+
+public:
+    LoopbackServer server; // its handlers use what is above, and have ended once it dies
+    std::shared_ptr<HTTPSession> session = HTTPSession::make();
+    std::optional<VornAPI> api;
+    Task task;
 };
 
 /// The answer that opens a submission with one asset.
