@@ -11,7 +11,6 @@ namespace vorn::testing {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::ElementsAre;
 using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t part = 8 * 1024 * 1024;
@@ -161,6 +160,7 @@ TEST_F(Cancelling, TheWholeSessionEndsEverythingUnderWay)
 {
     for (int i = 0; i < 3; ++i) server.script([](Exchange& exchange) { exchange.stayUntilClosed(); });
     std::vector<Task> tasks;
+    tasks.reserve(3);
     for (int i = 0; i < 3; ++i) tasks.push_back(begin(put(part)));
     runUntil([&] { return server.waitForRequests(3); });
     auto notBegun = session->send(get());
