@@ -2,20 +2,28 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <vector>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 
 namespace vorn::testing {
 
-constexpr int mostFiles = 1024; ///< more than a test opens
+/// Where the descriptors that this process has open can be looked at by name. Asking them by number would be a race
+/// with the threads that they belong to.
+inline const std::filesystem::path descriptors = "/dev/fd";
+
+/// The open ones; among them the one that lists them.
+inline std::vector<std::filesystem::path> openDescriptors()
+{
+    std::vector<std::filesystem::path> found;
+    for (const auto& entry : std::filesystem::directory_iterator(descriptors)) found.push_back(entry.path());
+    return found;
+}
 
 /// How many descriptors this process has open.
 inline std::size_t openFiles()
 {
-    std::size_t count = 0;
-    for (int number = 0; number < mostFiles; ++number) count += fcntl(number, F_GETFD) == -1 ? 0 : 1;
-    return count;
+    return openDescriptors().size() - 1;
 }
 
 /// Whether this process has the file at `path` open.
@@ -23,9 +31,9 @@ inline bool isOpen(const std::filesystem::path& path)
 {
     struct stat wanted{};
     if (stat(path.c_str(), &wanted) != 0) return false;
-    for (int number = 0; number < mostFiles; ++number) {
+    for (const auto& each : openDescriptors()) {
         struct stat facts{};
-        if (fstat(number, &facts) != 0) continue;
+        if (stat(each.c_str(), &facts) != 0) continue;
         if (facts.st_dev == wanted.st_dev && facts.st_ino == wanted.st_ino) return true;
     }
     return false;
