@@ -11,7 +11,6 @@
 #include <atomic>
 #include <chrono>
 #include <exception>
-#include <optional>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -141,7 +140,7 @@ private:
     RequestLog& log_;
     Listener http_;
     int port_ = -1;
-    std::optional<Connections> connections_;
+    Connections connections_{-1}; // until the port is known
     std::atomic<bool> stopping_ = false;
     Places streams_{mostStreams};
     Places hanging_{mostHanging};
@@ -154,7 +153,7 @@ HTTPFront::Server::Server(int port, Serve serve, RequestLog& log) : serve_(std::
     port_ = port == 0 ? http_.bind_to_any_port("127.0.0.1") : (http_.bind_to_port("127.0.0.1", port) ? port : -1);
     if (port_ < 0) throw std::runtime_error(fmt::format("cannot listen on 127.0.0.1:{}", port));
     http_.letMoreWait();
-    connections_.emplace(port_);
+    connections_ = Connections(port_);
     thread_ = std::thread([this] { http_.listen_after_bind(); });
     while (!http_.is_running()) std::this_thread::yield();
 }
@@ -164,7 +163,7 @@ HTTPFront::Server::~Server()
     stopping_ = true;
     http_.stop();
     while (http_.is_running()) { // a connection may have been accepted after the last cut
-        connections_->cutAll();
+        connections_.cutAll();
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     thread_.join();
@@ -228,7 +227,7 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
                   .sent = sent,
                   .took = std::chrono::duration_cast<std::chrono::milliseconds>(Steady::now() - begun)});
     if (answer.instead == Answer::Instead::hang) hang(request.remote_port);
-    if (!usable || answer.instead != Answer::Instead::nothing) connections_->cut(request.remote_port);
+    if (!usable || answer.instead != Answer::Instead::nothing) connections_.cut(request.remote_port);
     fill(response, std::move(answer));
 }
 
@@ -247,15 +246,15 @@ Answer HTTPFront::Server::answerTo(const Call& call)
 void HTTPFront::Server::hang(int remotePort)
 {
     const auto place = hanging_.take();
-    while (place && !stopping_ && !connections_->isClosedByClient(remotePort)) {
+    while (place && !stopping_ && !connections_.isClosedByClient(remotePort)) {
         std::this_thread::sleep_for(std::chrono::milliseconds(50));
     }
 }
 
 void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
 {
-    std::shared_ptr<void> place;
-    if (answer.stream && !(place = streams_.take())) {
+    const auto place = answer.stream ? streams_.take() : nullptr;
+    if (answer.stream && !place) {
         answer = errorAnswer(503, "too_many_watchers", "Too many pages are watching.");
     }
     response.status = answer.status;

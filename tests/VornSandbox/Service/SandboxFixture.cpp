@@ -40,6 +40,7 @@ SandboxFixture::SandboxFixture(ServiceOptions options) : partSize_(options.setti
         const std::lock_guard lock(mutex_);
         log_.push_back(line);
     });
+    baseURL_ = service_->baseURL();
 }
 
 Clock SandboxFixture::clock() const
@@ -49,8 +50,7 @@ Clock SandboxFixture::clock() const
 
 int SandboxFixture::port() const
 {
-    const std::string url = service_->baseURL();
-    return std::stoi(url.substr(url.rfind(':') + 1));
+    return std::stoi(baseURL_.substr(baseURL_.rfind(':') + 1));
 }
 
 std::vector<std::string> SandboxFixture::log() const

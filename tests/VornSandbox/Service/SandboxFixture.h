@@ -78,7 +78,7 @@ public:
 
     /// The lines that were logged.
     std::vector<std::string> log() const;
-    std::string baseURL() const { return service_->baseURL(); }
+    const std::string& baseURL() const { return baseURL_; }
     int port() const;
     void stop() { service_.reset(); }
 
@@ -88,6 +88,7 @@ private:
     mutable std::mutex mutex_; ///< guards the log
     std::vector<std::string> log_;
     std::unique_ptr<sandbox::SandboxService> service_;
+    std::string baseURL_; ///< kept apart, for clients may outlive the service
 };
 
 /// Options with parts of 1,000 bytes, so that small archives have several.
