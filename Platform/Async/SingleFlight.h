@@ -24,7 +24,7 @@ public:
     {
         const auto state = state_;
         const auto queue = (co_await detail::CurrentJob())->queue();
-        co_return co_await suspend<T>([&state, &queue, &work](Resume<T> resume) -> CancelAction {
+        co_return co_await suspend<T>([&state, &queue, &work](const Resume<T>& resume) -> CancelAction {
             if (state->join(resume)) Task::detached(queue, fly(std::make_shared<Landing>(state), std::move(work)));
             return {};
         });

@@ -47,12 +47,12 @@ TEST(OnBackground, GivesWhatTheWorkReturnsOnAnotherThread)
     EXPECT_NE(thread, std::this_thread::get_id());
 }
 
-TEST(OnBackground, TakesWorkAndGivesValuesThatCanOnlyBeMoved)
+TEST(OnBackground, TakesWorkThatCanOnlyBeMoved)
 {
     BackgroundPool pool;
     MainContext context;
-    auto doubled = [own = std::make_unique<int>(21)](const CancelFlag&) { return std::make_unique<int>(*own * 2); };
-    EXPECT_EQ(*context.run(onBackground(&pool, std::move(doubled))), 42);
+    auto doubled = [own = std::make_unique<int>(21)](const CancelFlag&) { return *own * 2; };
+    EXPECT_EQ(context.run(onBackground(&pool, std::move(doubled))), 42);
 }
 
 TEST(OnBackground, WorkMayReturnNothing)
@@ -204,9 +204,9 @@ TEST(BackgroundPool, WaitsForWhatRunsWhenItIsDestroyed)
 
 TEST(BackgroundPool, RunsAsManyAtOnceAsItHasThreads)
 {
-    BackgroundPool pool(3);
     std::atomic<int> together = 0;
     std::promise<void> all;
+    BackgroundPool pool(3); // last: its threads use what is above until it is gone
     for (int i = 0; i < 3; ++i) {
         pool.post([&] {
             if (++together == 3) all.set_value();

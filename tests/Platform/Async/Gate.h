@@ -2,8 +2,9 @@
 
 #include "Platform/Async/Suspend.h"
 
-#include <optional>
+#include <exception>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vorn {
@@ -14,20 +15,28 @@ using Journal = std::vector<std::string>;
 /// A place to wait at; the test answers by hand. Outlives the tasks that wait at it.
 template <class T = void>
 struct Gate {
-    std::optional<Resume<T>> resume;
+    std::vector<Resume<T>> resumes; ///< one for each wait
     int waits = 0;
     int stops = 0; ///< calls of the cancel action
 
     Async<T> wait(OnCancel onCancel = OnCancel::leave)
     {
         co_return co_await suspend<T>(
-            [this](Resume<T> answer) -> CancelAction {
+            [this](const Resume<T>& answer) -> CancelAction {
                 ++waits;
-                resume = std::move(answer);
+                resumes.push_back(answer);
                 return [this] { ++stops; };
             },
             onCancel);
     }
+
+    /// To the latest wait.
+    template <class... Value>
+    void answer(Value&&... value) const
+    {
+        resumes.back()(std::forward<Value>(value)...);
+    }
+    void fail(std::exception_ptr error) const { resumes.back().fail(std::move(error)); }
 };
 
 /// Waits at `gate` and writes down how that ended.

@@ -135,7 +135,7 @@ TEST(MainContext, ATaskMayRunALoopAndBeCancelledThereWhileOthersGoOn)
     Task dialog(context, runLoopInside(&context, &journal));
     const Task other(context, waitAndTell(&gate, &journal));
     context.post([&] {
-        (*gate.resume)();
+        gate.answer();
         journal.emplace_back("dialog cancelled");
         dialog.cancel();
     });
@@ -212,7 +212,7 @@ TEST(MainContext, TheHookIsNeverCalledAfterTheContextIsGone)
         Gate<> gate;
         Task::detached(*context, [](Gate<>* at) -> Async<> { co_await at->wait(); }(&gate));
         context->runUntilIdle();
-        threads.emplace_back([resume = *gate.resume] { resume(); });
+        threads.emplace_back([resume = gate.resumes.back()] { resume(); });
         context.reset();
         loop.reset();
         threads.front().join();
@@ -231,9 +231,8 @@ private:
     int* alive_;
 };
 
-Async<> holdAndWait(Owned owned, Gate<>* gate, bool shield)
+Async<> holdAndWait(Owned, Gate<>* gate, bool shield)
 {
-    const Owned copy = owned;
     if (shield) co_await shielded(gate->wait());
     co_await gate->wait();
 }
@@ -257,14 +256,15 @@ TEST(MainContext, TornDownDestroysEveryTaskWhereItStands)
     EXPECT_EQ(alive, 0);
     for (const auto& gate : gates) EXPECT_EQ(gate.stops, 1) << "what they waited for is stopped";
     EXPECT_FALSE(cancelled.isRunning());
-    for (const auto& gate : gates) (*gate.resume)(); // too late, and harmless
+    for (const auto& gate : gates) gate.answer(); // too late, and harmless
 }
 
 /// Begins a task when it dies: a last message that somebody sends from a destructor.
 struct LastWish {
     MainContext* context;
     int* alive;
-    ~LastWish() { Task::detached(*context, holdAndWait(Owned(alive), nullptr, false)); }
+    Gate<>* gate;
+    ~LastWish() { Task::detached(*context, holdAndWait(Owned(alive), gate, false)); }
 };
 
 TEST(MainContext, ATaskBegunWhileTheContextIsTornDownNeitherRunsNorStays)
@@ -274,7 +274,7 @@ TEST(MainContext, ATaskBegunWhileTheContextIsTornDownNeitherRunsNorStays)
     {
         MainContext context;
         Task::detached(context, [](MainContext* in, int* count, Gate<>* at) -> Async<> {
-            const LastWish wish{in, count};
+            const LastWish wish{in, count, at};
             co_await at->wait();
         }(&context, &alive, &gate));
         context.runUntilIdle();

@@ -44,7 +44,7 @@ TEST_F(SingleFlightTest, TenCallersShareOneRun)
     MainContext context;
     for (int i = 0; i < 10; ++i) Task::detached(context, asked());
     context.runUntilIdle();
-    (*gate.resume)(8);
+    gate.answer(8);
     context.runUntilIdle();
     EXPECT_EQ(runs, 1);
     EXPECT_THAT(journal, AllOf(SizeIs(10), Each("8")));
@@ -63,13 +63,14 @@ TEST_F(SingleFlightTest, ACancelledCallerStopsWaitingAndTheRunGoesOn)
         journal.clear();
         MainContext context;
         std::vector<Task> tasks;
+        tasks.reserve(4);
         for (int i = 0; i < 4; ++i) tasks.emplace_back(context, asked());
         context.runUntilIdle();
         tasks[each.cancelled].cancel();
         context.runUntilIdle();
         EXPECT_THAT(journal, ElementsAre("cancelled"));
         EXPECT_EQ(gate.stops, 0);
-        (*gate.resume)(3);
+        gate.answer(3);
         context.runUntilIdle();
         EXPECT_THAT(journal, ElementsAre("cancelled", "3", "3", "3"));
         EXPECT_EQ(runs, 1);
@@ -85,7 +86,7 @@ TEST_F(SingleFlightTest, CancelledBeforeTheRunBeganItStillRunsForTheOthers)
     EXPECT_EQ(runs, 0);
     first.cancel();
     context.runUntilIdle();
-    (*gate.resume)(5);
+    gate.answer(5);
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("cancelled", "5"));
 }
@@ -95,12 +96,12 @@ TEST_F(SingleFlightTest, AFailedRunFailsForAllAndTheNextCallBeginsAnew)
     MainContext context;
     for (int i = 0; i < 3; ++i) Task::detached(context, asked());
     context.runUntilIdle();
-    gate.resume->fail(std::make_exception_ptr(std::runtime_error("revoked")));
+    gate.fail(std::make_exception_ptr(std::runtime_error("revoked")));
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("revoked", "revoked", "revoked"));
     Task::detached(context, asked());
     context.runUntilIdle();
-    (*gate.resume)(1);
+    gate.answer(1);
     context.runUntilIdle();
     EXPECT_EQ(runs, 2);
     EXPECT_EQ(journal.back(), "1");
@@ -121,12 +122,12 @@ TEST_F(SingleFlightTest, ACallerThatComesWithTheAnswerJoinsOrBeginsAnewButNeverH
     MainContext context;
     Task::detached(context, asked());
     context.runUntilIdle();
-    (*gate.resume)(1);
+    gate.answer(1);
     Task::detached(context, asked()); // before the run has taken its answer
     context.runPending();
     Task::detached(context, asked()); // after it
     context.runUntilIdle();
-    (*gate.resume)(2);
+    gate.answer(2);
     context.runUntilIdle();
     EXPECT_EQ(context.runningTasks(), 0U);
     EXPECT_THAT(journal, ElementsAre("1", "2", "2"));
@@ -160,7 +161,7 @@ void joinAndTearDown(SingleFlightTest& fix, bool runHasBegun)
     EXPECT_THAT(fix.journal, ElementsAre("cancelled")) << "of the one that joined; the other died with its context";
     Task::detached(waiting, fix.asked());
     waiting.runUntilIdle();
-    (*fix.gate.resume)(6);
+    fix.gate.answer(6);
     waiting.runUntilIdle();
     EXPECT_EQ(fix.journal.back(), "6") << "the next run begins anew";
 }

@@ -30,10 +30,10 @@ TEST(Suspend, TakesTheFirstAnswerAlsoFromInsideOfStart)
     EXPECT_EQ(context.run(answerInline()), 1);
 }
 
-Async<> failInStart(std::optional<Resume<void>>* kept)
+Async<> failInStart(std::vector<Resume<void>>* kept)
 {
     co_await suspend<void>([kept](const Resume<void>& resume) -> CancelAction {
-        *kept = resume;
+        kept->push_back(resume);
         throw std::runtime_error("could not begin");
     });
 }
@@ -41,14 +41,14 @@ Async<> failInStart(std::optional<Resume<void>>* kept)
 TEST(Suspend, ThrowsWhatStartThrowsAndTakesNoAnswerAfterwards)
 {
     MainContext context;
-    std::optional<Resume<void>> kept;
+    std::vector<Resume<void>> kept;
     EXPECT_THROW(context.run(failInStart(&kept)), std::runtime_error);
-    (*kept)();
+    kept.front()();
     context.runUntilIdle();
     EXPECT_EQ(context.runningTasks(), 0U);
 }
 
-Async<> failInStartAndWait(std::optional<Resume<void>>* kept, Gate<>* gate, Journal* journal)
+Async<> failInStartAndWait(std::vector<Resume<void>>* kept, Gate<>* gate, Journal* journal)
 {
     try {
         co_await failInStart(kept);
@@ -62,11 +62,11 @@ TEST(Suspend, AnAnswerToAStartThatFailedDoesNotEndTheNextWait)
 {
     Journal journal;
     Gate<> gate;
-    std::optional<Resume<void>> kept;
+    std::vector<Resume<void>> kept;
     MainContext context;
     const Task task(context, failInStartAndWait(&kept, &gate, &journal));
     context.runUntilIdle();
-    (*kept)();
+    kept.front()();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("failed", "began"));
 }
@@ -81,7 +81,7 @@ TEST(Suspend, RethrowsTheErrorItIsGiven)
     Gate<int> gate;
     MainContext context;
     context.post([&context, &gate] {
-        context.post([&gate] { gate.resume->fail(std::make_exception_ptr(std::runtime_error("refused"))); });
+        context.post([&gate] { gate.fail(std::make_exception_ptr(std::runtime_error("refused"))); });
     });
     EXPECT_THROW(context.run(receive(&gate)), std::runtime_error);
 }
@@ -94,8 +94,8 @@ TEST(Suspend, EndsAsCancelledWhenNobodyIsLeftToAnswer)
     const Task task(context, waitAndTell(&gate, &journal));
     context.runUntilIdle();
     {
-        const auto copy = gate.resume;
-        gate.resume.reset();
+        const auto copy = gate.resumes.back();
+        gate.resumes.clear();
         context.runUntilIdle();
         EXPECT_THAT(journal, ElementsAre("began")) << "one copy is left";
     }
@@ -112,7 +112,7 @@ TEST(Suspend, GivesValuesThatCanOnlyBeMoved)
 {
     Gate<std::unique_ptr<int>> gate;
     MainContext context;
-    context.post([&context, &gate] { context.post([&gate] { (*gate.resume)(std::make_unique<int>(7)); }); });
+    context.post([&context, &gate] { context.post([&gate] { gate.answer(std::make_unique<int>(7)); }); });
     EXPECT_EQ(*context.run(receiveOwner(&gate)), 7);
 }
 
@@ -126,8 +126,8 @@ TEST(Suspend, AnswersMayRaceFromManyThreadsAndOneWins)
         context.runUntilIdle();
         std::vector<std::thread> threads;
         threads.reserve(4);
-        for (int i = 0; i < 4; ++i) threads.emplace_back([resume = *gate.resume, i] { resume(i); });
-        gate.resume.reset();
+        for (int i = 0; i < 4; ++i) threads.emplace_back([resume = gate.resumes.back(), i] { resume(i); });
+        gate.resumes.clear();
         context.runUntil([&context] { return context.runningTasks() == 0; });
         for (auto& thread : threads) thread.join();
         EXPECT_GE(got, 0);
@@ -149,8 +149,8 @@ TEST(Suspend, ALateAnswerOfAnEarlierRoundDoesNotEndALaterOne)
     context.runUntilIdle();
     std::vector<Resume<int>> earlier;
     for (int round = 0; round < 3; ++round) {
-        earlier.push_back(*gate.resume);
-        (*gate.resume)(round);
+        earlier.push_back(gate.resumes.back());
+        gate.answer(round);
         context.runUntilIdle();
         for (const auto& resume : earlier) resume(-1);
         context.runUntilIdle();
@@ -196,7 +196,7 @@ TEST(Suspend, WaitingForTheResultACancelledTaskGoesOnOnlyWithIt)
     context.runUntilIdle();
     EXPECT_EQ(gate.stops, 1);
     EXPECT_THAT(journal, ElementsAre("began"));
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("began", "cancelled")) << "the result is dropped";
 }
@@ -232,7 +232,7 @@ TEST(Suspend, AnswersAndCancelsMayRace)
         MainContext context;
         Task task(context, waitAndTell(&gate, &journal));
         context.runUntilIdle();
-        std::thread thread([resume = *gate.resume] { resume(); });
+        std::thread thread([resume = gate.resumes.back()] { resume(); });
         task.cancel();
         context.runUntil([&task] { return !task.isRunning(); });
         thread.join();

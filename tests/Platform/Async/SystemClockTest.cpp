@@ -48,7 +48,7 @@ TEST_F(SystemClockTest, ASleepOfMoreThanASecondLastsToItsEnd)
 TEST_F(SystemClockTest, SleepsOfNothingOrLessEndWithoutWaiting)
 {
     for (const auto duration : {Clock::Duration::zero(), Clock::Duration(-1h), Clock::Duration::min()}) {
-        Task task(context, sleepAndTell(&clock, duration, "slept", &journal));
+        const Task task(context, sleepAndTell(&clock, duration, "slept", &journal));
         context.runPending(); // one turn: it never gives its thread away
         EXPECT_FALSE(task.isRunning());
     }
@@ -93,6 +93,7 @@ TEST_F(SystemClockTest, SleepsEndInTheOrderOfTheirDeadlines)
 TEST_F(SystemClockTest, ThousandsMaySleepAndHalfOfThemBeCancelled)
 {
     std::vector<Task> tasks;
+    tasks.reserve(4000);
     for (int i = 0; i < 4000; ++i)
         tasks.emplace_back(context, sleepAndTell(&clock, std::chrono::microseconds(i), "", &journal));
     context.runPending();

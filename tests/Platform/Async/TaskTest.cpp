@@ -55,7 +55,7 @@ TEST_F(TaskFixture, CancelledWithAResultOnItsWayDropsTheResult)
 {
     Task task(context, waitAndTell(&gate, &journal));
     context.runUntilIdle();
-    (*gate.resume)();
+    gate.answer();
     task.cancel();
     EXPECT_EQ(gate.stops, 0) << "nothing is left to stop";
     context.runUntilIdle();
@@ -115,7 +115,7 @@ TEST_F(TaskFixture, DetachedRunsWithoutAHandle)
 {
     Task::detached(context, waitAndTell(&gate, &journal));
     context.runUntilIdle();
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("began", "answered"));
 }
@@ -201,7 +201,7 @@ TEST_F(TaskFixture, AnErrorPassesThroughEveryLevel)
 {
     const Task task(context, tellError(level(20, &gate), &journal));
     context.runUntilIdle();
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("from below"));
 }
@@ -253,7 +253,7 @@ TEST_F(TaskFixture, ShieldedCleanUpGoesOutAfterACancelAndTheNextAwaitThrows)
     task.cancel();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("began"));
-    (*cleanUp.resume)();
+    cleanUp.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("began", "answered", "after the shield"));
     EXPECT_FALSE(task.isRunning());
@@ -280,9 +280,9 @@ TEST_F(TaskFixture, TheOuterShieldHoldsAfterTheInnerOneEnded)
     context.runUntilIdle();
     task.cancel();
     EXPECT_EQ(gate.stops, 0);
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
-    (*outer.resume)();
+    outer.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("began", "answered", "began", "answered", "shield ended"));
 }
@@ -307,9 +307,9 @@ TEST_F(TaskFixture, AShieldEndsWithItsWorkAlsoWhenThatFails)
     Task task(context, failShielded(&gate, &journal));
     context.runUntilIdle();
     task.cancel();
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("from below", "clean-up failed"));
     EXPECT_EQ(context.runningTasks(), 0U);
@@ -366,7 +366,7 @@ TEST_F(TaskFixture, MayDieOnAnyThreadOnceItHasEnded)
 {
     Task task(context, waitAndTell(&gate, &journal));
     context.runUntilIdle();
-    (*gate.resume)();
+    gate.answer();
     context.runUntilIdle();
     std::thread([moved = std::move(task)] {}).join();
     EXPECT_THAT(journal, ElementsAre("began", "answered"));
