@@ -85,16 +85,9 @@ std::string IncomingPart::finish()
 }
 
 ArchiveFolder::ArchiveFolder(const std::optional<std::filesystem::path>& folder)
-    : root_(folder ? *folder : FileManager::standard().temporaryDirectory() / newIdentifier("vorn-sandbox-")),
-      temporary_(!folder)
 {
+    root_ = folder ? *folder : temporary_.emplace().path();
     makeFolder(root_);
-}
-
-ArchiveFolder::~ArchiveFolder()
-{
-    std::error_code ignored; // at the end of the program nobody is left to tell
-    if (temporary_) std::filesystem::remove_all(root_, ignored);
 }
 
 std::filesystem::path ArchiveFolder::folderOf(const std::string& submissionId) const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VornSandbox/Service/State/TemporaryUploads.h"
+
 #include <cstdint>
 #include <filesystem>
 #include <memory>
@@ -37,7 +39,6 @@ class ArchiveFolder {
 public:
     /// Keeps the files in `folder`, or in a private temporary one that goes with the object.
     explicit ArchiveFolder(const std::optional<std::filesystem::path>& folder);
-    ~ArchiveFolder();
     ArchiveFolder(ArchiveFolder&&) = delete;
 
     std::unique_ptr<IncomingPart> receivePart(const std::string& submissionId);
@@ -64,8 +65,8 @@ private:
     std::filesystem::path folderOf(const std::string& submissionId) const;
     std::filesystem::path partFile(const std::string& submissionId, std::int64_t number) const;
 
+    std::optional<TemporaryUploads> temporary_;
     std::filesystem::path root_;
-    bool temporary_;
 };
 
 } // namespace vorn::sandbox

@@ -44,6 +44,25 @@ TEST(SandboxProgram, PrintsItsAddressAndEndsCleanlyWhenAsked)
     }
 }
 
+TEST(SandboxProgram, RemovesWhatAKilledRunLeftButNothingOfALivingOne)
+{
+    const TemporaryFolder temporary;
+    const Program::Environment environment{{"TMPDIR", temporary.path().string()}};
+    Program living(SANDBOX_PROGRAM, {"--port", "0"}, environment);
+    firstLine(living);
+    const auto ofTheLiving = temporary.names();
+    Program killed(SANDBOX_PROGRAM, {"--port", "0"}, environment);
+    firstLine(killed);
+    killed.signal(SIGKILL);
+    EXPECT_EQ(killed.exitCode(), -1);
+    EXPECT_EQ(temporary.names().size(), 2U);
+    Program next(SANDBOX_PROGRAM, {"--port", "0"}, environment);
+    firstLine(next);
+    next.signal(SIGTERM);
+    EXPECT_EQ(next.exitCode(), 0);
+    EXPECT_EQ(temporary.names(), ofTheLiving);
+}
+
 TEST(SandboxProgram, SaysThatAPortIsTaken)
 {
     Program first(SANDBOX_PROGRAM, {"--port", "0"});
