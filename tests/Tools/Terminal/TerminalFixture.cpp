@@ -70,32 +70,26 @@ void Sandbox::waitForLog(const std::string& line) const
     waitUntil([&] { return log().find(line) != std::string::npos; }, line);
 }
 
-std::string Sandbox::post(const std::string& path, const std::string& json)
+std::string Sandbox::post(const std::string& path, const std::string& json) const
 {
-    HTTPRequest request{.method = HTTPRequest::Method::post,
-                        .url = URL::parse(url_ + path).value(),
-                        .headers = {{"Content-Type", "application/json"}},
-                        .body = nullptr,
-                        .onBodyProgress = nullptr};
-    const ByteView bytes = bytesOf(json);
-    request.body = std::make_shared<ByteBuffer>(bytes.begin(), bytes.end());
-    const HTTPResponse response = main_.run(http_->send(std::move(request)));
-    if (response.status != 200) throw std::runtime_error(path + ": " + response.body);
-    return response.body;
+    Program phone("/usr/bin/curl", {"--silent", "--fail-with-body", "--header", "Content-Type: application/json",
+                                    "--data", json, url_ + path});
+    if (phone.exitCode() != 0) throw std::runtime_error(path + ": " + phone.output());
+    return phone.output();
 }
 
-std::string Sandbox::scan(const std::string& qrPayload)
+std::string Sandbox::scan(const std::string& qrPayload) const
 {
     const std::string answer = post("/phone/links/scan", nlohmann::json{{"qrPayload", qrPayload}}.dump());
     return nlohmann::json::parse(answer).at("linkId");
 }
 
-void Sandbox::approve(const std::string& linkId)
+void Sandbox::approve(const std::string& linkId) const
 {
     post("/phone/links/" + linkId + "/approve", R"({"userId":"usr_1"})");
 }
 
-void Sandbox::decline(const std::string& linkId)
+void Sandbox::decline(const std::string& linkId) const
 {
     post("/phone/links/" + linkId + "/reject", "{}");
 }

@@ -31,15 +31,15 @@ public:
 
     // What the user does on the phone.
     /// Scans a code; gives the link's name.
-    std::string scan(const std::string& qrPayload);
-    void approve(const std::string& linkId);
-    void decline(const std::string& linkId);
+    std::string scan(const std::string& qrPayload) const;
+    void approve(const std::string& linkId) const;
+    void decline(const std::string& linkId) const;
 
     /// Links a Mac by itself, as quickly as that can be done.
     StoredSession link();
 
 private:
-    std::string post(const std::string& path, const std::string& json);
+    std::string post(const std::string& path, const std::string& json) const;
 
     Program program_;
     std::string url_;
@@ -63,6 +63,9 @@ public:
     TemporaryFolder folder;
 
 private:
+    /// For the program, when it is built with the thread sanitizer, which cannot see the locks of the keychain's
+    /// library.
+    ScopedEnvironment noForeignRaces_{"TSAN_OPTIONS", "ignore_noninstrumented_modules=1"};
     ScopedEnvironment noBus_{"DBUS_SESSION_BUS_ADDRESS", ""};
     ScopedEnvironment noRuntime_{"XDG_RUNTIME_DIR", folder.path().string()};
 };
