@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Async/Async.h"
-#include "Platform/Base/Bytes.h"
+#include "Platform/HTTP/HTTPBody.h"
 #include "Platform/HTTP/URL.h"
 
 #include <chrono>
@@ -26,7 +26,7 @@ struct HTTPRequest {
     HTTPHeaders headers = {}; ///< a name or value with a line break in it fails as `URLError::Code::unknown`
     /// The body, which the transfer keeps alive; null sends none. An empty body still sends its length. A PUT and a
     /// POST without a body say `Content-Length: 0`.
-    std::shared_ptr<const ByteBuffer> body = {};
+    std::shared_ptr<const HTTPBody> body = {};
     /// The longest silence in either direction before the transfer ends as timed out; not a limit of the whole.
     std::chrono::milliseconds inactivityLimit{30'000};
     /// Told how many bytes of the body have left so far, in growing steps, on the session's own thread. Not called
@@ -55,8 +55,8 @@ public:
     static std::shared_ptr<HTTPSession> make();
 
     /// Sends `request` and gives the answer, whatever its status; once it has, the request's body is no longer read.
-    /// Throws `URLError`; `Cancelled` once the awaiting task is cancelled, and the connection is then closed without
-    /// waiting for it. An answer larger than 16 MiB fails as `dataLengthExceedsMaximum`.
+    /// Throws `URLError`, what the body throws; `Cancelled` once the awaiting task is cancelled, and the connection is
+    /// then closed without waiting for it. An answer larger than 16 MiB fails as `dataLengthExceedsMaximum`.
     virtual Async<HTTPResponse> send(HTTPRequest request) = 0;
 };
 

@@ -6,49 +6,14 @@
 #include "Platform/HTTP/OpenSockets.h"
 
 #include <algorithm>
-#include <cstring>
 #include <exception>
 #include <fcntl.h>
-#include <strings.h>
 #include <sys/socket.h>
 
 namespace vorn {
 namespace {
 
 constexpr std::size_t largestAnswer = 16 * 1024 * 1024;
-constexpr long uploadBuffer = 512 * 1024;
-constexpr std::string_view blankCharacters = " \t";
-
-template <class Value>
-void set(CURL* handle, CURLoption option, Value value)
-{
-    if (curl_easy_setopt(handle, option, value) != CURLE_OK) throw URLError(URLError::Code::unknown);
-}
-
-const char* nameOf(HTTPRequest::Method method) noexcept
-{
-    switch (method) {
-    case HTTPRequest::Method::get: return "GET";
-    case HTTPRequest::Method::post: return "POST";
-    case HTTPRequest::Method::put: return "PUT";
-    }
-    return "GET";
-}
-
-/// The URL without its user info, of which libcurl would make an `Authorization` header.
-std::string addressOf(const URL& url)
-{
-    std::string text = url.text();
-    if (!url.hasUserInfo()) return text;
-    const auto authority = text.find("://") + 3;
-    return text.erase(authority, text.find('@', authority) + 1 - authority);
-}
-
-bool has(const HTTPHeaders& headers, const char* name)
-{
-    return std::any_of(headers.begin(), headers.end(),
-                       [name](const auto& header) { return strcasecmp(header.first.c_str(), name) == 0; });
-}
 
 FileDescriptor duplicateOf(int socket) noexcept
 {
@@ -67,11 +32,6 @@ std::string whatIsLeftIn(const FileDescriptor& socket)
     }
     bytes.resize(size);
     return bytes;
-}
-
-bool isThisMachine(const std::string& host)
-{
-    return host == "localhost" || host == "127.0.0.1" || host == "::1";
 }
 
 } // namespace
@@ -96,83 +56,8 @@ void Transfer::prepare(OpenSockets& sockets, Time now)
     handle_.reset(curl_easy_init());
     if (!handle_) throw URLError(URLError::Code::unknown);
     set(handle_.get(), CURLOPT_PRIVATE, this);
-    setRequest();
-    setBody();
-    setHeaders();
-    setConnection();
-    setProxy();
+    headers_ = configure(handle_.get(), request_);
     setCallbacks();
-}
-
-void Transfer::setRequest()
-{
-    CURL* const handle = handle_.get();
-    set(handle, CURLOPT_URL, addressOf(request_.url).c_str());
-    set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
-    set(handle, CURLOPT_PATH_AS_IS, 1L);
-    set(handle, CURLOPT_FOLLOWLOCATION, 0L);
-    // One request at a time goes out on a connection, which a cancel closes. HTTP/2 would share it between requests and
-    // let libcurl send refused ones again; for parts that follow each other it gains nothing.
-    set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-}
-
-void Transfer::setBody()
-{
-    CURL* const handle = handle_.get();
-    if (request_.method == HTTPRequest::Method::get && !request_.body) return;
-    // An upload under another name, rather than libcurl's POST: that one brings a Content-Type of its own.
-    const std::size_t size = request_.body ? request_.body->size() : 0;
-    set(handle, CURLOPT_UPLOAD, 1L);
-    set(handle, CURLOPT_CUSTOMREQUEST, nameOf(request_.method));
-    set(handle, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(size));
-    if (size > 64 * 1024) set(handle, CURLOPT_UPLOAD_BUFFERSIZE, uploadBuffer);
-}
-
-void Transfer::setHeaders()
-{
-    std::vector<std::string> lines;
-    for (const auto& [name, value] : request_.headers) {
-        // "Name:" would remove the header, "Name;" sends it without a value.
-        const bool isEmpty = value.find_first_not_of(blankCharacters) == std::string::npos;
-        lines.push_back(name);
-        lines.back().append(isEmpty ? ";" : ": ").append(isEmpty ? "" : value);
-    }
-    for (const char* const added : {"Accept", "Content-Type", "Expect", "Proxy-Connection", "User-Agent"}) {
-        if (!has(request_.headers, added)) lines.push_back(std::string(added) + ":");
-    }
-    setHeaders(CURLOPT_HTTPHEADER, headers_, lines);
-}
-
-void Transfer::setHeaders(CURLoption option, Lines& to, const std::vector<std::string>& lines)
-{
-    for (const std::string& line : lines) {
-        curl_slist* const longer = curl_slist_append(to.get(), line.c_str());
-        if (longer == nullptr) throw URLError(URLError::Code::unknown);
-        if (!to) to.reset(longer);
-    }
-    set(handle_.get(), option, to.get());
-}
-
-void Transfer::setConnection()
-{
-    CURL* const handle = handle_.get();
-    const auto limit = std::max<std::int64_t>(request_.inactivityLimit.count(), 1);
-    set(handle, CURLOPT_NOSIGNAL, 1L);
-    set(handle, CURLOPT_QUICK_EXIT, 1L); // a name that is still looked up holds up neither a cancel nor the end
-    // Half of it is for the first address of a host that has several.
-    set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit));
-    set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
-    set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
-}
-
-void Transfer::setProxy()
-{
-    CURL* const handle = handle_.get();
-    set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // tokens are not for the proxy
-    setHeaders(CURLOPT_PROXYHEADER, proxyHeaders_, {"Proxy-Connection:", "User-Agent:"});
-    // The environment names proxies for other machines; few people think of excepting their own.
-    if (isThisMachine(request_.url.host())) set(handle, CURLOPT_PROXY, "");
 }
 
 void Transfer::setCallbacks()
@@ -199,12 +84,24 @@ void Transfer::setCallbacks()
 std::size_t Transfer::readBody(char* to, std::size_t size, std::size_t count, void* self) noexcept
 {
     auto& transfer = *static_cast<Transfer*>(self);
-    if (!transfer.request_.body) return 0;
-    const ByteBuffer& body = *transfer.request_.body;
-    const std::size_t taken = std::min(size * count, body.size() - transfer.bodyRead_);
-    if (taken > 0) std::memcpy(to, body.data() + transfer.bodyRead_, taken);
-    transfer.bodyRead_ += taken;
-    return taken;
+    return transfer.takeNext({reinterpret_cast<std::byte*>(to), size * count});
+}
+
+/// libcurl asks until the announced size is reached. A body that gives less would leave the server waiting.
+std::size_t Transfer::takeNext(std::span<std::byte> into) noexcept
+{
+    const std::int64_t left = bodySizeOf(request_) - bodyRead_;
+    if (left <= 0) return 0;
+    try {
+        const auto wanted = std::min<std::int64_t>(left, std::ssize(into));
+        const std::size_t taken = request_.body->read(bodyRead_, into.first(static_cast<std::size_t>(wanted)));
+        if (taken == 0) throw URLError(URLError::Code::requestBodyStreamExhausted);
+        bodyRead_ += static_cast<std::int64_t>(taken);
+        return taken;
+    } catch (...) {
+        bodyFailure_ = std::current_exception();
+        return CURL_READFUNC_ABORT;
+    }
 }
 
 std::size_t Transfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self) noexcept
@@ -292,10 +189,9 @@ void Transfer::report(std::int64_t bytesSent) noexcept
 
 bool Transfer::hasUnsentBody() const noexcept
 {
-    const std::size_t size = request_.body ? request_.body->size() : 0;
     curl_off_t sent = 0;
     curl_easy_getinfo(handle_.get(), CURLINFO_SIZE_UPLOAD_T, &sent);
-    return sent < static_cast<curl_off_t>(size);
+    return sent < bodySizeOf(request_);
 }
 
 /// A server that refuses without reading the whole body may cut the connection at once. What it said still counts,
@@ -336,6 +232,8 @@ void Transfer::finish(CURLcode result)
         auto answer = takeAnswer();
         letGo();
         resume_(std::move(answer));
+    } else if (bodyFailure_) {
+        failWith(std::move(bodyFailure_));
     } else {
         fail(reasonOf(result));
     }

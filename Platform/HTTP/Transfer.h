@@ -3,6 +3,7 @@
 #include "Platform/Async/Suspend.h"
 #include "Platform/Base/FileDescriptor.h"
 #include "Platform/HTTP/AnswerHead.h"
+#include "Platform/HTTP/CurlHandle.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "Platform/HTTP/SocketTraffic.h"
 #include "Platform/HTTP/URLError.h"
@@ -14,6 +15,7 @@
 #include <exception>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,21 +57,9 @@ public:
     void drop();
 
 private:
-    struct Cleanup {
-        void operator()(CURL* handle) const noexcept { curl_easy_cleanup(handle); }
-        void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
-    };
-
-    using Lines = std::unique_ptr<curl_slist, Cleanup>;
-
-    void setRequest();
-    void setBody();
-    void setHeaders();
-    void setHeaders(CURLoption option, Lines& to, const std::vector<std::string>& lines);
-    void setConnection();
     void setCallbacks();
-    void setProxy();
 
+    std::size_t takeNext(std::span<std::byte> into) noexcept;
     bool beginRequest(int localPort) noexcept;
     void report(std::int64_t bytesSent) noexcept;
     bool hasUnsentBody() const noexcept;
@@ -93,14 +83,15 @@ private:
     std::mutex audience_; ///< held while a callback of the request runs
     std::atomic<bool> abandoned_ = false;
 
-    Lines headers_, proxyHeaders_; ///< outlive the handle
-    std::unique_ptr<CURL, Cleanup> handle_;
+    CurlHeaders headers_; ///< outlive the handle
+    CurlHandle handle_;
     OpenSockets* sockets_ = nullptr;
     FileDescriptor socket_{-1}; ///< the connection's once more, so that the number cannot become another one's
     bool begun_ = false;        ///< the request has gone out, or is about to
     bool secondTry_ = false;    ///< libcurl wanted to send it again
     bool tooLarge_ = false;
-    std::size_t bodyRead_ = 0;
+    std::int64_t bodyRead_ = 0;      ///< bytes of the body that libcurl has taken
+    std::exception_ptr bodyFailure_; ///< why it got no more
     std::int64_t reported_ = -1;
     AnswerHead head_;
     std::string body_;

@@ -44,8 +44,7 @@ HTTPRequest APITransport::framed(APICall call, const std::optional<std::string>&
         .onBodyProgress = nullptr,
     };
     if (call.body) {
-        const ByteView bytes = bytesOf(*call.body);
-        request.body = std::make_shared<const ByteBuffer>(bytes.begin(), bytes.end());
+        request.body = std::make_shared<const BytesBody>(bytesOf(*call.body));
         request.headers.emplace_back("Content-Type", "application/json");
     }
     if (bearerToken) request.headers.emplace_back("Authorization", "Bearer " + *bearerToken);

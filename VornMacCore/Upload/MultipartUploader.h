@@ -28,7 +28,8 @@ public:
                       std::int64_t partSize = PartPlan::defaultPartSize);
 
     /// Gives the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
-    /// `std::filesystem::filesystem_error` for the file, `Cancelled`. Never holds more than one part in memory.
+    /// `std::filesystem::filesystem_error` for the file, `Cancelled`. The file is
+    /// never held in memory: its parts are sent as they are read.
     Async<SubmissionStatus> upload(std::filesystem::path file, std::string termsVersion,
                                    std::optional<DeviceSignals> device, Progress progress) const;
 

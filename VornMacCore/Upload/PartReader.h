@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Platform/Base/Bytes.h"
 #include "Platform/Base/FileDescriptor.h"
+#include "Platform/HTTP/HTTPBody.h"
 #include "VornMacCore/Upload/PartPlan.h"
 
 #include <filesystem>
@@ -9,21 +9,22 @@
 
 namespace vorn {
 
-/// Reads a file part by part into one buffer. Threads: one at a time; every call may block.
-/// Errors: `std::filesystem::filesystem_error`.
+/// A file that is sent part by part, straight from the disk. Errors: `std::filesystem::filesystem_error`.
 class PartReader {
 public:
+    /// Opens the file.
     PartReader(std::filesystem::path path, PartPlan plan);
 
-    /// The bytes of `part`, fewer if the file has become shorter. They are overwritten by the next call: whoever they
-    /// were given to must be done with them.
-    std::shared_ptr<const ByteBuffer> read(std::int64_t part);
+    /// What is there of `part` now: fewer bytes than planned if the file has become shorter. Reading them may still
+    /// fail. The part keeps the file open; when the last one and the reader are gone, it is closed.
+    std::shared_ptr<const HTTPBody> read(std::int64_t part) const;
 
 private:
-    std::filesystem::path path_;
+    class File;
+    class Part;
+
+    std::shared_ptr<const File> file_;
     PartPlan plan_;
-    FileDescriptor file_;
-    std::shared_ptr<ByteBuffer> buffer_ = std::make_shared<ByteBuffer>();
 };
 
 } // namespace vorn

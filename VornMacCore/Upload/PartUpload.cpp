@@ -32,19 +32,19 @@ PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, Backg
 
 Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file)
 {
-    PartReader reader(std::move(file), plan_);
+    const auto openFile = [&file, this](const CancelFlag&) { return PartReader(std::move(file), plan_); };
+    const PartReader reader = co_await onBackground(pool_, openFile);
     std::vector<CompletedPart> completed;
     for (std::int64_t part = 1; part <= plan_.partCount(); ++part) {
         co_await checkCancellation();
-        const auto readPart = [&reader, part](const CancelFlag&) { return reader.read(part); };
-        completed.push_back(co_await send(part, co_await onBackground(pool_, readPart)));
+        completed.push_back(co_await send(part, reader.read(part)));
     }
     co_return completed;
 }
 
 Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
 {
-    const auto sent = plan_.range(part).begin + static_cast<std::int64_t>(body->size());
+    const auto sent = plan_.range(part).begin + body->size();
     bool refreshed = false; // one fresh URL a part, whatever it is asked for
     while (true) {
         const HTTPResponse response = co_await put(part, co_await urlOf(part, &refreshed), body);

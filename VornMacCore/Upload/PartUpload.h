@@ -19,7 +19,7 @@ public:
     Async<std::vector<CompletedPart>> sendAll(std::filesystem::path file);
 
 private:
-    using Body = std::shared_ptr<const ByteBuffer>;
+    using Body = std::shared_ptr<const HTTPBody>;
 
     Async<CompletedPart> send(std::int64_t part, Body body);
     Async<URL> urlOf(std::int64_t part, bool* refreshed);

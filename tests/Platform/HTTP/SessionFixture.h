@@ -34,24 +34,23 @@ inline URL urlOf(const std::string& text)
 }
 
 /// `size` bytes that differ from place to place. Made once for each size.
-inline std::shared_ptr<const ByteBuffer> bodyOf(std::size_t size)
+inline std::shared_ptr<const BytesBody> bodyOf(std::size_t size)
 {
     constexpr std::size_t period = 65521; // a prime: no buffer's size is a multiple of it
-    static std::map<std::size_t, std::shared_ptr<ByteBuffer>> made;
+    static std::map<std::size_t, std::shared_ptr<const BytesBody>> made;
     auto& body = made[size];
     if (body) return body;
-    body = std::make_shared<ByteBuffer>(size);
-    for (std::size_t i = 0; i < std::min(size, period); ++i) (*body)[i] = static_cast<std::byte>(i * 31 + i / 251);
+    ByteBuffer bytes(size);
+    for (std::size_t i = 0; i < std::min(size, period); ++i) bytes[i] = static_cast<std::byte>(i * 31 + i / 251);
     for (std::size_t done = period; done < size; done += period) {
-        std::copy_n(body->begin(), std::min(period, size - done), body->begin() + static_cast<std::ptrdiff_t>(done));
+        std::copy_n(bytes.begin(), std::min(period, size - done), bytes.begin() + static_cast<std::ptrdiff_t>(done));
     }
-    return body;
+    return body = std::make_shared<const BytesBody>(std::move(bytes));
 }
 
-inline std::shared_ptr<const ByteBuffer> bodyOf(std::string_view text)
+inline std::shared_ptr<const BytesBody> bodyOf(std::string_view text)
 {
-    const ByteView bytes = bytesOf(text);
-    return std::make_shared<ByteBuffer>(bytes.begin(), bytes.end());
+    return std::make_shared<const BytesBody>(bytesOf(text));
 }
 
 /// A real session, and a server to talk to.
@@ -59,7 +58,7 @@ class SessionFixture : public ::testing::Test {
 protected:
     using Method = HTTPRequest::Method;
 
-    static HTTPRequest request(Method method, const std::string& url, std::shared_ptr<const ByteBuffer> body = nullptr)
+    static HTTPRequest request(Method method, const std::string& url, std::shared_ptr<const HTTPBody> body = nullptr)
     {
         return {.method = method, .url = urlOf(url), .body = std::move(body)};
     }

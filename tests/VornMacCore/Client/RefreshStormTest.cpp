@@ -1,6 +1,7 @@
 #include "Platform/Async/Suspend.h"
 #include "VornMacCore/Client/VornAPI.h"
 #include "VornMacCore/Sessions/InMemoryTokenStore.h"
+#include "tests/support/service/HeldHTTPSession.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/Started.h"
 
@@ -48,7 +49,7 @@ private:
     {
         const std::lock_guard lock(mutex_);
         if (request.method == HTTPRequest::Method::post) {
-            resume(renewed(std::string(textOf(*request.body))));
+            resume(renewed(testing::bodyTextOf(request)));
         } else if (const std::string call = lastPart(request.url.path()); seen_.insert(call).second) {
             refuseTogether(std::move(resume));
         } else {

@@ -1,3 +1,4 @@
+#include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Upload/UploadError.h"
 #include "tests/VornMacCore/Upload/UploadFixture.h"
 
@@ -180,6 +181,23 @@ TEST(UploadFiles, ThatShrinkAreSentAsFarAsTheyGo)
     EXPECT_EQ(requests.at(3).body, "");
     EXPECT_EQ(requests.at(3).header("Content-Length"), "0");
     EXPECT_EQ(fix.reports().back(), (UploadProgress{8, 12})); // the third part's begin, and none of its bytes
+}
+
+TEST(UploadFiles, ThatShrinkUnderTheirPartEndTheUpload)
+{
+    constexpr std::size_t size = 8 * eightMiB; // more than waits between here and the server
+    UploadFixture fix("", size);
+    fs::resize_file(fix.file, size);
+    fix.opens(fix.urlsOf(1, 1));
+    fix.server.script([&fix](Exchange& exchange) {
+        exchange.readBody(1);
+        fs::resize_file(fix.file, 1);
+        exchange.readWholeBody();
+    });
+    fix.aborts();
+    EXPECT_EQ(fix.uploadFails<URLError>(), URLError(URLError::Code::requestBodyStreamExhausted));
+    EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), aborting));
+    EXPECT_FALSE(fix.server.requests().at(1).complete);
 }
 
 TEST(UploadFiles, ThatGrowAreSentAsTheyWere)

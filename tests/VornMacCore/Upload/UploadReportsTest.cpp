@@ -78,7 +78,7 @@ TEST(UploadReports, OfAnEmptyFileStayAtNothing)
     fix.takesPart();
     fix.completes();
     fix.upload();
-    EXPECT_FALSE(fix.reports().empty());
+    ASSERT_FALSE(fix.reports().empty());
     EXPECT_THAT(fix.reports(), Each(UploadProgress{0, 0}));
     EXPECT_EQ(fix.reports().back().fraction(), 0);
 }

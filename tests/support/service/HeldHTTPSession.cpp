@@ -48,10 +48,17 @@ std::vector<std::string> HeldHTTPSession::summaries() const
     return result;
 }
 
+std::string bodyTextOf(const HTTPRequest& request)
+{
+    if (!request.body) return "";
+    std::string text(static_cast<std::size_t>(request.body->size()), '\0');
+    text.resize(request.body->read(0, std::as_writable_bytes(std::span(text))));
+    return text;
+}
+
 std::string HeldHTTPSession::body(std::size_t index) const
 {
-    const auto& bytes = held_.at(index)->request.body;
-    return bytes ? std::string(textOf(*bytes)) : "";
+    return bodyTextOf(held_.at(index)->request);
 }
 
 void HeldHTTPSession::answer(std::size_t index, int status, std::string body)

@@ -10,6 +10,9 @@
 
 namespace vorn::testing {
 
+/// The text that `request` sends; empty without a body.
+std::string bodyTextOf(const HTTPRequest& request);
+
 /// Holds every request until the test answers it: no network, and nothing happens by itself. Threads: one.
 class HeldHTTPSession final : public HTTPSession {
 public:

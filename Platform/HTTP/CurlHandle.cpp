@@ -1,0 +1,133 @@
+#include "Platform/HTTP/CurlHandle.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <strings.h>
+#include <vector>
+
+namespace vorn {
+namespace {
+
+constexpr long uploadBuffer = 512 * 1024;
+constexpr std::string_view blankCharacters = " \t";
+
+const char* nameOf(HTTPRequest::Method method) noexcept
+{
+    switch (method) {
+    case HTTPRequest::Method::get: return "GET";
+    case HTTPRequest::Method::post: return "POST";
+    case HTTPRequest::Method::put: return "PUT";
+    }
+    return "GET";
+}
+
+/// The URL without its user info, of which libcurl would make an `Authorization` header.
+std::string addressOf(const URL& url)
+{
+    std::string text = url.text();
+    if (!url.hasUserInfo()) return text;
+    const auto authority = text.find("://") + 3;
+    return text.erase(authority, text.find('@', authority) + 1 - authority);
+}
+
+bool isThisMachine(const std::string& host)
+{
+    return host == "localhost" || host == "127.0.0.1" || host == "::1";
+}
+
+void setRequest(CURL* handle, const HTTPRequest& request)
+{
+    set(handle, CURLOPT_URL, addressOf(request.url).c_str());
+    set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
+    set(handle, CURLOPT_PATH_AS_IS, 1L);
+    set(handle, CURLOPT_FOLLOWLOCATION, 0L);
+    // One request at a time goes out on a connection, which a cancel closes. HTTP/2 would share it between requests and
+    // let libcurl send refused ones again; for parts that follow each other it gains nothing.
+    set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+}
+
+void setBody(CURL* handle, const HTTPRequest& request)
+{
+    if (request.method == HTTPRequest::Method::get && !request.body) return;
+    // An upload under another name, rather than libcurl's POST: that one brings a Content-Type of its own.
+    const std::int64_t size = bodySizeOf(request);
+    set(handle, CURLOPT_UPLOAD, 1L);
+    set(handle, CURLOPT_CUSTOMREQUEST, nameOf(request.method));
+    set(handle, CURLOPT_INFILESIZE_LARGE, static_cast<curl_off_t>(size));
+    if (size > 64 * 1024) set(handle, CURLOPT_UPLOAD_BUFFERSIZE, uploadBuffer);
+}
+
+CurlList listOf(const std::vector<std::string>& lines)
+{
+    CurlList list;
+    for (const std::string& line : lines) {
+        curl_slist* const longer = curl_slist_append(list.get(), line.c_str());
+        if (longer == nullptr) throw URLError(URLError::Code::unknown);
+        if (!list) list.reset(longer);
+    }
+    return list;
+}
+
+CurlList setHeaders(CURL* handle, const HTTPRequest& request)
+{
+    std::vector<std::string> lines;
+    for (const auto& [name, value] : request.headers) {
+        // "Name:" would remove the header, "Name;" sends it without a value.
+        const bool isEmpty = value.find_first_not_of(blankCharacters) == std::string::npos;
+        lines.push_back(name);
+        lines.back().append(isEmpty ? ";" : ": ").append(isEmpty ? "" : value);
+    }
+    for (const char* const added : {"Accept", "Content-Type", "Expect", "Proxy-Connection", "User-Agent"}) {
+        if (!has(request.headers, added)) lines.push_back(std::string(added) + ":");
+    }
+    CurlList list = listOf(lines);
+    set(handle, CURLOPT_HTTPHEADER, list.get());
+    return list;
+}
+
+void setConnection(CURL* handle, const HTTPRequest& request)
+{
+    const auto limit = std::max<std::int64_t>(request.inactivityLimit.count(), 1);
+    set(handle, CURLOPT_NOSIGNAL, 1L);
+    set(handle, CURLOPT_QUICK_EXIT, 1L); // a name that is still looked up holds up neither a cancel nor the end
+    // Half of it is for the first address of a host that has several.
+    set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit));
+    set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
+    set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
+}
+
+CurlList setProxy(CURL* handle, const HTTPRequest& request)
+{
+    CurlList list = listOf({"Proxy-Connection:", "User-Agent:"});
+    set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // tokens are not for the proxy
+    set(handle, CURLOPT_PROXYHEADER, list.get());
+    // The environment names proxies for other machines; few people think of excepting their own.
+    if (isThisMachine(request.url.host())) set(handle, CURLOPT_PROXY, "");
+    return list;
+}
+
+} // namespace
+
+bool has(const HTTPHeaders& headers, const char* name)
+{
+    return std::any_of(headers.begin(), headers.end(),
+                       [name](const auto& header) { return strcasecmp(header.first.c_str(), name) == 0; });
+}
+
+std::int64_t bodySizeOf(const HTTPRequest& request) noexcept
+{
+    return request.body ? request.body->size() : 0;
+}
+
+CurlHeaders configure(CURL* handle, const HTTPRequest& request)
+{
+    setRequest(handle, request);
+    setBody(handle, request);
+    setConnection(handle, request);
+    return {.request = setHeaders(handle, request), .proxy = setProxy(handle, request)};
+}
+
+} // namespace vorn

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Platform/HTTP/HTTPSession.h"
+#include "Platform/HTTP/URLError.h"
+
+#include <cstdint>
+#include <memory>
+
+#include <curl/curl.h>
+
+namespace vorn {
+
+struct CurlCleanup {
+    void operator()(CURL* handle) const noexcept { curl_easy_cleanup(handle); }
+    void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
+};
+using CurlHandle = std::unique_ptr<CURL, CurlCleanup>;
+using CurlList = std::unique_ptr<curl_slist, CurlCleanup>;
+
+/// Sets an option of `handle`. Throws `URLError`: this libcurl lacks something.
+template <class Value>
+void set(CURL* handle, CURLoption option, Value value)
+{
+    if (curl_easy_setopt(handle, option, value) != CURLE_OK) throw URLError(URLError::Code::unknown);
+}
+
+/// The header lines of a request. libcurl does not copy them.
+struct CurlHeaders {
+    CurlList request;
+    CurlList proxy; ///< for the proxy alone
+};
+
+/// Tells `handle` what to send and how. The header lines that it gives must outlive the handle. Throws `URLError`.
+CurlHeaders configure(CURL* handle, const HTTPRequest& request);
+
+/// Whether `headers` holds one called `name`, in any case.
+bool has(const HTTPHeaders& headers, const char* name);
+
+/// The body's size in bytes; 0 without one.
+std::int64_t bodySizeOf(const HTTPRequest& request) noexcept;
+
+} // namespace vorn
