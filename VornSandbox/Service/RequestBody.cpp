@@ -1,6 +1,9 @@
 #include "VornSandbox/Service/RequestBody.h"
 
+#include "VornSandbox/Service/JSON/BoundedJSON.h"
 #include "VornSandbox/Service/State/ServiceError.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 #include <limits>
@@ -13,6 +16,13 @@ ServiceError malformed(const std::string& message)
     return {400, "malformed_request", message};
 }
 
+nlohmann::json parsed(std::string_view text)
+{
+    auto json = parseJSON(text);
+    if (!json) throw malformed(fmt::format("The body is no JSON, or nested deeper than {}.", deepestJSON));
+    return *std::move(json);
+}
+
 std::string textOf(const nlohmann::json& value, const char* key)
 {
     if (!value.is_string()) throw malformed(std::string(key) + " is not a string.");
@@ -22,13 +32,12 @@ std::string textOf(const nlohmann::json& value, const char* key)
 } // namespace
 
 RequestBody::RequestBody(std::string_view text, std::initializer_list<std::string_view> keys)
-    : RequestBody(Parsed{nlohmann::json::parse(text, nullptr, false)}, keys)
+    : RequestBody(Parsed{parsed(text)}, keys)
 {
 }
 
 RequestBody::RequestBody(Parsed parsed, std::initializer_list<std::string_view> keys) : json_(std::move(parsed.json))
 {
-    if (json_.is_discarded()) throw malformed("The body is not JSON.");
     if (!json_.is_object()) throw malformed("The body is not a JSON object where one is expected.");
     for (const auto& [key, value] : json_.items()) {
         if (std::ranges::find(keys, key) == keys.end()) throw malformed("Nobody knows the key " + key + ".");

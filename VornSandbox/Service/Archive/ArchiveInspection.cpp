@@ -11,17 +11,6 @@ namespace vorn::sandbox {
 namespace {
 
 constexpr std::int64_t fewestPrompts = 10;
-constexpr std::size_t largestManifest = 1024 * std::size_t{1024};
-
-void readManifest(const ZipArchive& zip, const ZipArchive::Entry& entry, ExportCheck& check)
-{
-    std::string text;
-    zip.read(entry, [&](std::string_view piece) {
-        if (text.size() + piece.size() > largestManifest) throw ArchiveError("The manifest is too large.");
-        text += piece;
-    });
-    check.readManifest(text);
-}
 
 void readMessages(const ZipArchive& zip, const ZipArchive::Entry& entry, ExportCheck& check)
 {
@@ -39,7 +28,7 @@ ExportCheck read(const std::filesystem::path& archive)
         throw ArchiveError("The archive does not hold the manifest and then the messages, and nothing else.");
     }
     ExportCheck check;
-    readManifest(zip, entries[0], check);
+    check.readManifest(zip.text(entries[0], largestManifest));
     readMessages(zip, entries[1], check);
     return check;
 }

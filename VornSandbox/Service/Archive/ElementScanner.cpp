@@ -2,6 +2,8 @@
 
 #include "VornSandbox/Service/Archive/ArchiveError.h"
 
+#include <cstddef>
+
 namespace vorn::sandbox {
 namespace {
 
@@ -54,7 +56,7 @@ void ElementScanner::takeInside(char c)
     } else if (c == '"') {
         inString_ = true;
     } else if (c == '{' || c == '[') {
-        ++depth_;
+        if (++depth_ > deepestElement) throw ArchiveError("A message is nested too deeply.");
     } else if (c == '}' || c == ']') {
         if (depth_ == 0) throw ArchiveError("A message's brackets do not pair.");
         --depth_;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -9,7 +8,8 @@ namespace vorn::sandbox {
 
 /// Cuts a JSON array that arrives in pieces into its elements, without holding more than one of them. It looks at
 /// brackets and strings only: whether an element is sound, its receiver finds out by reading it.
-/// Errors: `ArchiveError` when the text is no array or does not end as one.
+/// Errors: `ArchiveError` when the text is no array or does not end as one, and when an element is larger or nested
+/// deeper than any message.
 class ElementScanner {
 public:
     using OnElement = std::function<void(std::string_view text)>;
@@ -18,6 +18,9 @@ public:
 
     void take(std::string_view piece);
     void finish() const; ///< call it after the last piece
+
+    /// Brackets within brackets of one element. A message has three.
+    static constexpr int deepestElement = 64;
 
 private:
     enum class Place { beforeArray, inArray, afterArray };
@@ -29,7 +32,7 @@ private:
     OnElement onElement_;
     Place place_ = Place::beforeArray;
     std::string element_;
-    std::size_t depth_ = 0;   ///< of brackets within the element
+    int depth_ = 0;           ///< of brackets within the element
     bool afterComma_ = false; ///< so an element must come
     bool inString_ = false;
     bool escaped_ = false;

@@ -2,6 +2,7 @@
 
 #include "Platform/Base/Dates.h"
 #include "VornSandbox/Service/Archive/ArchiveError.h"
+#include "VornSandbox/Service/JSON/BoundedJSON.h"
 
 #include <fmt/format.h>
 
@@ -65,9 +66,9 @@ private:
 
 json parse(std::string_view text, const char* name)
 {
-    json document = json::parse(text, nullptr, false);
-    if (document.is_discarded()) throw ArchiveError(fmt::format("A {} is no JSON.", name));
-    return document;
+    auto document = parseJSON(text);
+    if (!document) throw ArchiveError(fmt::format("A {} is no JSON.", name));
+    return *std::move(document);
 }
 
 void checkExporter(const json& exporter)

@@ -1,12 +1,16 @@
 #include "VornSandbox/Service/Archive/MessagePages.h"
 
+#include "Platform/Base/FileDescriptor.h"
 #include "VornSandbox/Service/Archive/ArchiveError.h"
 #include "VornSandbox/Service/Archive/ArchiveInspection.h"
 #include "VornSandbox/Service/Archive/ElementScanner.h"
 #include "VornSandbox/Service/Archive/ZipArchive.h"
+#include "VornSandbox/Service/JSON/BoundedJSON.h"
 
 #include <algorithm>
 #include <fstream>
+#include <system_error>
+#include <utility>
 
 namespace vorn::sandbox {
 namespace {
@@ -20,16 +24,25 @@ const ZipArchive::Entry& entryNamed(const ZipArchive& zip, const char* name)
 
 } // namespace
 
+MessagePages::UnpackedFile::UnpackedFile(std::filesystem::path at) : path(std::move(at))
+{
+    std::filesystem::remove(path);
+    if (!createPrivateFile(path)) throw ArchiveError("The messages could not be unpacked.");
+}
+
+MessagePages::UnpackedFile::~UnpackedFile()
+{
+    std::error_code ignored; // it may have gone with its folder; else the next run removes it
+    std::filesystem::remove(path, ignored);
+}
+
 MessagePages::MessagePages(const std::filesystem::path& archive, std::filesystem::path unpacked)
     : unpacked_(std::move(unpacked))
 {
     const ZipArchive zip(archive);
-    std::string manifest;
-    zip.read(entryNamed(zip, manifestEntryName), [&](std::string_view piece) { manifest += piece; });
-    manifest_ = nlohmann::json::parse(manifest, nullptr, false);
+    manifest_ = parseJSON(zip.text(entryNamed(zip, manifestEntryName), largestManifest)).value_or(nullptr);
     // Elements, each with a comma, and no brackets: any run of them is an array but for its ends.
-    std::ofstream file(unpacked_, std::ios::binary | std::ios::trunc);
-    std::filesystem::permissions(unpacked_, std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    std::ofstream file(unpacked_.path, std::ios::binary | std::ios::trunc);
     std::uint64_t at = 0;
     ElementScanner scanner([&](std::string_view text) {
         if (count_++ % perPage == 0) starts_.push_back(at);
@@ -49,14 +62,14 @@ nlohmann::json MessagePages::page(std::int64_t page) const
     const std::uint64_t start = starts_[static_cast<std::size_t>(page)];
     const std::uint64_t length = starts_[static_cast<std::size_t>(page) + 1] - start;
     std::string text(length, '\0');
-    std::ifstream file(unpacked_, std::ios::binary);
+    std::ifstream file(unpacked_.path, std::ios::binary);
     file.seekg(static_cast<std::streamoff>(start));
     file.read(text.data(), static_cast<std::streamsize>(length));
     if (!file) throw ArchiveError("The unpacked messages are gone.");
     text.back() = ']'; // in place of the last comma
-    auto messages = nlohmann::json::parse("[" + text, nullptr, false);
-    if (messages.is_discarded()) throw ArchiveError("A message is no JSON.");
-    return messages;
+    auto messages = parseJSON("[" + text, ElementScanner::deepestElement + 1);
+    if (!messages) throw ArchiveError("A message is no JSON.");
+    return *std::move(messages);
 }
 
 } // namespace vorn::sandbox

@@ -165,6 +165,14 @@ void ZipArchive::read(const Entry& entry, const Sink& sink) const
     }
 }
 
+std::string ZipArchive::text(const Entry& entry, std::size_t largest) const
+{
+    if (entry.size > largest) throw ArchiveError("The entry " + entry.name + " is too large.");
+    std::string text;
+    read(entry, [&](std::string_view piece) { text += piece; });
+    return text;
+}
+
 void ZipArchive::copyInto(const Entry& entry, std::uint64_t offset, const Sink& sink) const
 {
     Verifier verifier(entry, sink);

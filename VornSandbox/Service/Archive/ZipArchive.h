@@ -32,6 +32,9 @@ public:
     /// Gives the entry's bytes in pieces. Its size and checksum are known to fit only once this returns.
     void read(const Entry& entry, const std::function<void(std::string_view)>& sink) const;
 
+    /// The whole entry, of at most `largest` bytes: a few bytes of the file may unpack to gigabytes.
+    std::string text(const Entry& entry, std::size_t largest) const;
+
 private:
     std::string bytesAt(std::uint64_t offset, std::size_t length) const;
     void readDirectory(std::string_view directory, std::size_t count);

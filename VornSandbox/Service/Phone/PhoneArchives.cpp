@@ -43,8 +43,7 @@ const MessagePages& PhoneArchives::open(const std::string& submissionId)
     if (found != opened_.end()) return found->second;
     if (opened_.size() >= mostOpened) opened_.clear();
     return opened_
-        .emplace(submissionId,
-                 MessagePages(backend_.files.archive(submissionId), backend_.files.messages(submissionId)))
+        .try_emplace(submissionId, backend_.files.archive(submissionId), backend_.files.messages(submissionId))
         .first->second;
 }
 

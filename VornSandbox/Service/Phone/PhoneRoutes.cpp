@@ -1,5 +1,6 @@
 #include "VornSandbox/Service/Phone/PhoneRoutes.h"
 
+#include "VornSandbox/Service/JSON/BoundedJSON.h"
 #include "VornSandbox/Service/Phone/PhoneArchives.h"
 #include "VornSandbox/Service/Phone/PhoneEvents.h"
 #include "VornSandbox/Service/Phone/PhoneGuard.h"
@@ -23,11 +24,11 @@ constexpr std::size_t largestBody = 4096;
 /// What the page sends: an object of texts, and nothing else.
 std::string field(const Call& call, const char* key)
 {
-    const json body = json::parse(call.bodyText(largestBody), nullptr, false);
-    if (!body.is_object() || !body.contains(key) || !body[key].is_string()) {
+    const auto body = parseJSON(call.bodyText(largestBody));
+    if (!body || !body->is_object() || !body->contains(key) || !body->at(key).is_string()) {
         throw ServiceError(400, "malformed_request", std::string(key) + " is missing.");
     }
-    return body[key].get<std::string>();
+    return body->at(key).get<std::string>();
 }
 
 Answer done()

@@ -4,6 +4,7 @@
 #include "VornSandbox/Service/Archive/ElementScanner.h"
 #include "VornSandbox/Service/Archive/MessagePages.h"
 #include "VornSandbox/Service/Archive/ZipArchive.h"
+#include "VornSandbox/Service/JSON/BoundedJSON.h"
 #include "tests/VornSandbox/Service/TestArchive.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -99,6 +100,29 @@ TEST(ElementScanner, RefusesWhatIsNoArray)
     }
 }
 
+/// Brackets within brackets.
+std::string nested(std::size_t depth)
+{
+    return std::string(depth, '[') + std::string(depth, ']');
+}
+
+TEST(ElementScanner, BearsSoManyBracketsAndNoMore)
+{
+    EXPECT_EQ(elementsOf("[" + nested(64) + "]", 7).front(), nested(64));
+    EXPECT_THROW(elementsOf("[" + nested(65) + "]", 7), ArchiveError);
+    EXPECT_EQ(elementsOf("[\"" + std::string(1000, '[') + "\"]", 7).size(), 1U); // in a text they are only letters
+}
+
+TEST(BoundedJSON, IsReadToADepth)
+{
+    EXPECT_EQ(parseJSON(R"({"a":[1]})"), json({{"a", {1}}}));
+    EXPECT_TRUE(parseJSON(nested(64)));
+    EXPECT_FALSE(parseJSON(nested(65)));
+    EXPECT_TRUE(parseJSON(nested(65), 65));
+    EXPECT_FALSE(parseJSON(nested(1'000'000)));
+    for (const char* text : {"", "{", "[1", "{\"a\"}", "1e999", "\xff"}) EXPECT_FALSE(parseJSON(text)) << text;
+}
+
 TEST(ArchiveInspection, ApprovesAnExport)
 {
     const Stored file(archiveOf(testMessages(20)));
@@ -184,6 +208,47 @@ TEST(MessagePages, FindTheLastPageOfALongHistory)
     EXPECT_EQ(pages.page(100)[0], testMessages(5001)[5000]);
     EXPECT_TRUE(pages.page(101).empty());
     EXPECT_TRUE(pages.page(-1).empty());
+}
+
+TEST(MessagePages, BearMessagesThatAreNone)
+{
+    const json messages{nullptr, 1, "text", json::array({1, 2}), {{"text", 5}}};
+    const Stored file(archiveOf(messages));
+    EXPECT_EQ(MessagePages(file.path, file.folder / "messages.json").page(0), messages);
+}
+
+TEST(MessagePages, RefuseMessagesThatAreNestedTooDeeply)
+{
+    const Stored file(zipOf({{manifestName, testManifest(1).dump()}, {messagesName, "[" + nested(1'000'000) + "]"}}));
+    EXPECT_THROW(MessagePages(file.path, file.folder / "messages.json"), ArchiveError);
+    EXPECT_THAT(file.folder.names(), ElementsAre("archive.zip"));
+}
+
+TEST(MessagePages, AreShownWithoutAManifestThatCannotBeRead)
+{
+    for (const std::string& manifest : {std::string("{"), nested(100'000)}) {
+        const Stored file(zipOf({{manifestName, manifest}, {messagesName, testMessages(3).dump()}}));
+        const MessagePages pages(file.path, file.folder / "messages.json");
+        EXPECT_TRUE(pages.manifest().is_null());
+        EXPECT_EQ(pages.count(), 3);
+    }
+}
+
+TEST(MessagePages, UnpackNoManifestOfAnySize)
+{
+    const Stored file(zipOf({{manifestName, std::string(2'000'000, ' ')}, {messagesName, "[]"}}));
+    EXPECT_THROW(MessagePages(file.path, file.folder / "messages.json"), ArchiveError);
+}
+
+TEST(MessagePages, KeepWhatTheyUnpackedToTheirOwner)
+{
+    const Stored file(archiveOf(testMessages(1)));
+    {
+        const MessagePages pages(file.path, file.folder / "messages.json");
+        EXPECT_EQ(std::filesystem::status(file.folder / "messages.json").permissions(),
+                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
+    }
+    EXPECT_THAT(file.folder.names(), ElementsAre("archive.zip"));
 }
 
 TEST(MessagePages, OfNoMessagesAreEmpty)

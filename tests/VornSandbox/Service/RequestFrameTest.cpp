@@ -25,7 +25,7 @@ TEST(RequestFrame, NamesWhatIsWrongWithABody)
     } cases[]{
         {"complete", fullLink, 201, ""},
         {"without the optional key", R"({"deviceName":"Mac","platform":"macos","appVersion":"1"})", 201, ""},
-        {"no JSON", "{", 400, "The body is not JSON."},
+        {"no JSON", "{", 400, "The body is no JSON, or nested deeper than 64."},
         {"an array", "[]", 400, "The body is not a JSON object where one is expected."},
         {"a key too few", R"({"platform":"macos","appVersion":"1"})", 400, "deviceName is missing."},
         {"a key too many", R"({"deviceName":"Mac","platform":"macos","appVersion":"1","x":1})", 400,
@@ -132,6 +132,21 @@ TEST(RequestFrame, NamesWhatIsWrongWithHeaders)
         EXPECT_EQ(reply.status, test.status);
         EXPECT_EQ(reply.body.value("code", ""), test.code) << reply.text;
     }
+}
+
+TEST(RequestFrame, RefusesABodyThatIsNestedTooDeeply)
+{
+    const SandboxFixture fix;
+    const std::string deep = std::string(1'000'000, '[') + std::string(1'000'000, ']');
+    const std::string token = fix.link().token;
+    const Upload upload = fix.open(token, "archive");
+    Headers headers = jsonHeaders;
+    headers["Authorization"] = "Bearer " + token;
+    const Reply reply =
+        fix.send("POST", "/api/v1/desktop/nimbrel/submissions/" + upload.id + "/assets/" + upload.assetId + "/complete",
+                 headers, R"({"parts":[)" + deep + R"(],"sha256":""})");
+    EXPECT_EQ(reply.status, 400);
+    EXPECT_EQ(reply.body["code"], "malformed_request");
 }
 
 TEST(RequestFrame, RefusesABodyThatIsTooLarge)
