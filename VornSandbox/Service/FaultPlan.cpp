@@ -7,11 +7,14 @@
 namespace vorn::sandbox {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, Fault::Effect>, 4> effects{{
+constexpr std::array<std::pair<std::string_view, Fault::Effect>, 7> effects{{
     {"drop", Fault::Effect::drop},
     {"hang", Fault::Effect::hang},
     {"garbage", Fault::Effect::garbage},
     {"slow", Fault::Effect::slow},
+    {"no-asset", Fault::Effect::noAsset},
+    {"bad-url", Fault::Effect::badURL},
+    {"truncate", Fault::Effect::truncate},
 }};
 
 std::optional<std::int64_t> positive(std::string_view text)
@@ -45,6 +48,16 @@ bool readEffect(std::string_view text, Fault& fault)
     return fault.status >= 200 && fault.status <= 599;
 }
 
+/// Some effects spoil what only some operations answer.
+bool suits(const Fault& fault)
+{
+    if (fault.effect == Fault::Effect::noAsset) return fault.operation == "create-submission";
+    if (fault.effect == Fault::Effect::badURL) {
+        return fault.operation == "create-submission" || fault.operation == "part-urls";
+    }
+    return true;
+}
+
 } // namespace
 
 std::optional<Fault> Fault::parse(std::string_view text)
@@ -57,7 +70,7 @@ std::optional<Fault> Fault::parse(std::string_view text)
     bool fine = std::ranges::find(operations, fault.operation) != operations.end();
     fault.from = takeNumber(effect, '@', fine).value_or(1);
     fault.times = takeNumber(effect, 'x', fine);
-    fine = fine && readEffect(effect, fault);
+    fine = fine && readEffect(effect, fault) && suits(fault);
     return fine ? std::optional(fault) : std::nullopt;
 }
 

@@ -20,6 +20,9 @@ struct Fault {
         hang,    ///< takes the request and never answers
         garbage, ///< answers 200 with something that is no JSON
         slow,    ///< answers as ever, but three seconds later
+        noAsset, ///< opens the submission, but tells of no asset
+        badURL,  ///< the first part URL leads to a file
+        truncate ///< announces a longer body than it sends
     };
 
     std::string operation;

@@ -3,37 +3,16 @@
 #include "VornSandbox/Service/APIChecks.h"
 #include "VornSandbox/Service/APIRoutes.h"
 #include "VornSandbox/Service/Archive/ArchiveInspection.h"
+#include "VornSandbox/Service/FaultAnswers.h"
 #include "VornSandbox/Service/Phone/PhoneRoutes.h"
+#include "VornSandbox/Service/RequestGuard.h"
 #include "VornSandbox/Service/UploadRoutes.h"
 
 #include <fmt/format.h>
 
-#include <chrono>
-#include <optional>
-#include <thread>
+#include <utility>
 
 namespace vorn::sandbox {
-namespace {
-
-constexpr auto slowBy = std::chrono::seconds(3);
-
-/// What a fault answers in place of the service; nothing when the service answers after all.
-std::optional<Answer> faultyAnswer(const Fault& fault)
-{
-    switch (fault.effect) {
-    case Fault::Effect::status:
-        return Answer{
-            .status = fault.status,
-            .body = fmt::format(R"({{"message":"The sandbox was told to answer {}.","code":"fault"}})", fault.status)};
-    case Fault::Effect::drop: return Answer{.instead = Answer::Instead::drop};
-    case Fault::Effect::hang: return Answer{.instead = Answer::Instead::hang};
-    case Fault::Effect::garbage: return Answer{.body = "{\"status\": \xff<html>"};
-    case Fault::Effect::slow: std::this_thread::sleep_for(slowBy); return std::nullopt;
-    }
-    return std::nullopt;
-}
-
-} // namespace
 
 SandboxService::SandboxService(const ServiceOptions& options, Clock clock, RequestLog::Write log)
     : log_(std::move(log)), faults_(options.faults),
@@ -51,12 +30,16 @@ SandboxService::SandboxService(const ServiceOptions& options, Clock clock, Reque
 
 Answer SandboxService::serve(const Call& call)
 {
+    guardRequest(call); // before anything counts it
     const Router::Match match = router_.match(call.method, call.path);
     if (!call.path.starts_with("/phone") && call.path != "/") warnAbout(call);
-    if (const auto fault = faults_.next(match.operation)) {
-        if (auto answer = faultyAnswer(*fault)) return *std::move(answer);
+    const auto fault = faults_.next(match.operation);
+    if (fault) {
+        if (auto answer = answerInstead(*fault)) return *std::move(answer);
     }
-    return match.handler(call, match.arguments);
+    Answer answer = match.handler(call, match.arguments);
+    if (fault) spoil(answer, *fault);
+    return answer;
 }
 
 void SandboxService::warnAbout(const Call& call)

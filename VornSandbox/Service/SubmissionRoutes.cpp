@@ -40,11 +40,11 @@ json statusJSON(const Backend& backend, const Submission& submission)
 json partsJSON(const Backend& backend, const Call& call, const Submission& submission, std::int64_t from,
                std::int64_t count)
 {
-    const std::string* host = call.header("host");
-    if (host == nullptr) throw ServiceError(400, "missing_host", "The request has no Host.");
+    const std::string service =
+        serviceURL(call.servicePort); // never the client's Host, which is the client's to choose
     json parts = json::array();
     for (const auto& url : backend.submissions.partURLs(submission, from, count)) {
-        parts.push_back({{"partNumber", url.number}, {"url", "http://" + *host + url.path}});
+        parts.push_back({{"partNumber", url.number}, {"url", service + url.path}});
     }
     return parts;
 }

@@ -46,4 +46,9 @@ std::string Call::bodyText(std::size_t limit) const
     return text;
 }
 
+std::string serviceURL(int port)
+{
+    return "http://127.0.0.1:" + std::to_string(port);
+}
+
 } // namespace vorn::sandbox

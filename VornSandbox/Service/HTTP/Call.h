@@ -20,6 +20,7 @@ struct Call {
     std::map<std::string, std::string> query;   ///< of part URLs, it is a secret
     std::map<std::string, std::string> headers; ///< names in lower case
     std::function<void(const Sink&)> readBody;  ///< throws when the body breaks off
+    int servicePort = 0;                        ///< the port of this service
 
     const std::string* header(const std::string& lowerCaseName) const;
     std::string queryValue(const std::string& name) const; ///< empty when it is absent
@@ -46,8 +47,11 @@ struct Answer {
     /// return within a second.
     std::function<bool(const Write&)> stream{};
 
-    /// What a fault does to the connection instead of answering.
-    enum class Instead { nothing, drop, hang } instead = Instead::nothing;
+    /// What a fault does to the connection instead of answering: `truncate` announces more bytes than it sends.
+    enum class Instead { nothing, drop, hang, truncate } instead = Instead::nothing;
 };
+
+/// The base URL of the service at `port`, such as "http://127.0.0.1:8787".
+std::string serviceURL(int port);
 
 } // namespace vorn::sandbox

@@ -1,11 +1,14 @@
 #include "VornSandbox/Service/HTTP/Connections.h"
 
+#include "Platform/Base/FileDescriptor.h"
+
 #include <charconv>
 #include <filesystem>
 #include <functional>
 #include <string>
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
@@ -43,39 +46,63 @@ void forEachDescriptor(const std::function<void(int)>& visit)
     }
 }
 
+/// Looks at each connection of the server at `localPort`, until `visit` gives true. The descriptor is one of our own:
+/// the server may close its own at any time, and what comes next may get its number.
+void visitConnections(int localPort, const std::function<bool(int descriptor, int remotePort)>& visit)
+{
+    bool done = false;
+    forEachDescriptor([&](int number) {
+        if (done || localPortOf(number) != localPort) return;
+        const FileDescriptor held(fcntl(number, F_DUPFD_CLOEXEC, 0));
+        const int remotePort = remotePortOf(held.get());
+        if (localPortOf(held.get()) == localPort && remotePort > 0) done = visit(held.get(), remotePort);
+    });
+}
+
+bool isClosed(int connection)
+{
+    pollfd question{.fd = connection, .events = POLLIN, .revents = 0};
+    if (poll(&question, 1, 0) <= 0) return false;
+    if ((question.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) return true;
+    char byte = 0;
+    return recv(connection, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0;
+}
+
 } // namespace
 
-int Connections::find(int remotePort) const
+std::vector<int> Connections::remotePorts() const
 {
-    int found = -1;
-    forEachDescriptor([&](int number) {
-        if (found < 0 && localPortOf(number) == localPort_ && remotePortOf(number) == remotePort) found = number;
+    std::vector<int> ports;
+    visitConnections(localPort_, [&](int, int port) {
+        ports.push_back(port);
+        return false;
     });
-    return found;
+    return ports;
 }
 
 void Connections::cut(int remotePort) const
 {
-    const int number = find(remotePort);
-    if (number >= 0) shutdown(number, SHUT_RDWR);
+    visitConnections(localPort_, [&](int connection, int port) {
+        return port == remotePort && shutdown(connection, SHUT_RDWR) == 0;
+    });
 }
 
 void Connections::cutAll() const
 {
-    forEachDescriptor([&](int number) {
-        if (localPortOf(number) == localPort_ && remotePortOf(number) > 0) shutdown(number, SHUT_RDWR);
+    visitConnections(localPort_, [](int connection, int) {
+        shutdown(connection, SHUT_RDWR);
+        return false;
     });
 }
 
 bool Connections::isClosedByClient(int remotePort) const
 {
-    const int number = find(remotePort);
-    if (number < 0) return true;
-    pollfd question{.fd = number, .events = POLLIN, .revents = 0};
-    if (poll(&question, 1, 0) <= 0) return false;
-    if ((question.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) return true;
-    char byte = 0;
-    return recv(number, &byte, 1, MSG_PEEK | MSG_DONTWAIT) == 0;
+    bool closed = true; // what is not there has gone
+    visitConnections(localPort_, [&](int connection, int port) {
+        if (port == remotePort) closed = isClosed(connection);
+        return port == remotePort;
+    });
+    return closed;
 }
 
 } // namespace vorn::sandbox

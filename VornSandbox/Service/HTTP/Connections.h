@@ -1,14 +1,17 @@
 #pragma once
 
-#include <chrono>
+#include <vector>
 
 namespace vorn::sandbox {
 
 /// The connections that a server of this process has accepted, found among the process's descriptors: the server
-/// library keeps them to itself, but faults must cut them, and a server that ends must not wait for idle ones.
+/// library keeps them to itself, but faults must cut them, and a server that ends must not wait for idle ones. A
+/// connection is known by the port that its client calls from. Threads: any.
 class Connections {
 public:
     explicit Connections(int localPort) : localPort_(localPort) {}
+
+    std::vector<int> remotePorts() const;
 
     /// Cuts the one whose client calls from `remotePort`: nothing more is sent on it.
     void cut(int remotePort) const;
@@ -18,8 +21,6 @@ public:
     bool isClosedByClient(int remotePort) const;
 
 private:
-    int find(int remotePort) const;
-
     int localPort_;
 };
 

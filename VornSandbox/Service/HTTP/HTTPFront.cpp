@@ -1,6 +1,9 @@
 #include "VornSandbox/Service/HTTP/HTTPFront.h"
 
 #include "VornSandbox/Service/HTTP/Connections.h"
+#include "VornSandbox/Service/HTTP/Places.h"
+#include "VornSandbox/Service/HTTP/RequestPatience.h"
+#include "VornSandbox/Service/HTTP/WorkerPool.h"
 #include "VornSandbox/Service/State/ServiceError.h"
 
 #include <fmt/format.h>
@@ -10,7 +13,9 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <condition_variable>
 #include <exception>
+#include <mutex>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -21,16 +26,18 @@ namespace {
 using Steady = std::chrono::steady_clock;
 
 /// A page that watches holds a thread, and so does a client that a fault lets hang; the rest must still be served.
-constexpr std::size_t threads = 64;
 constexpr int mostStreams = 24;
 constexpr int mostHanging = 24;
+
+/// What a truncated answer announces beyond what it sends.
+constexpr std::size_t missingBytes = 100;
 
 /// What is left of a refused body is read away up to here, so that the refusal can be read; beyond, the line is cut.
 constexpr std::int64_t mostToDrain = 64LL * 1024 * 1024;
 
-/// A slow client may pause so long within a request; an idle connection is kept so long.
+/// A slow client may pause so long within a body; an idle connection is kept so long.
 constexpr time_t readTimeoutSeconds = 60;
-constexpr time_t keepAliveSeconds = 15;
+constexpr time_t keepAliveSeconds = 8;
 constexpr std::size_t mostRequestsOnOneConnection = 10'000;
 
 std::string lowerCase(std::string text)
@@ -93,22 +100,15 @@ private:
     std::int64_t received_ = 0;
 };
 
-/// Counts in how many places something is going on, up to a limit.
-class Places {
+/// Hands the library's work, a connection each, to threads of ours.
+class Workers : public httplib::TaskQueue {
 public:
-    explicit Places(int most) : free_(most) {}
-    /// Held as long as the result lives; empty when all are taken.
-    std::shared_ptr<void> take()
-    {
-        if (free_.fetch_sub(1) <= 0) {
-            ++free_;
-            return nullptr;
-        }
-        return {this, [](void* self) { ++static_cast<Places*>(self)->free_; }};
-    }
+    Workers(std::size_t mostThreads, std::function<void()> onCrowded) : pool_(mostThreads, std::move(onCrowded)) {}
+    void enqueue(std::function<void()> job) override { pool_.run(std::move(job)); }
+    void shutdown() override { pool_.finish(); }
 
 private:
-    std::atomic<int> free_;
+    WorkerPool pool_;
 };
 
 /// The library lets five connections wait to be accepted, and the system drops what comes beyond: ten requests at once
@@ -118,11 +118,26 @@ public:
     void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
 };
 
+bool mayHaveBody(int status)
+{
+    return status != 204 && status != 304;
+}
+
+/// The connection ends before all that is announced was sent.
+void fillShort(httplib::Response& response, const Answer& answer)
+{
+    response.set_content_provider(answer.body.size() + missingBytes, answer.contentType,
+                                  [body = answer.body](std::size_t, std::size_t, httplib::DataSink& sink) {
+                                      sink.write(body.data(), body.size());
+                                      return false;
+                                  });
+}
+
 } // namespace
 
 class HTTPFront::Server {
 public:
-    Server(int port, Serve serve, RequestLog& log);
+    Server(int port, Serve serve, RequestLog& log, const Limits& limits);
     ~Server();
     Server(Server&&) = delete;
 
@@ -134,6 +149,7 @@ private:
     Answer answerTo(const Call& call);
     void hang(int remotePort);
     void fill(httplib::Response& response, Answer&& answer);
+    void cutLateRequests();
     void refuse(const httplib::Request& request, httplib::Response& response);
 
     Serve serve_;
@@ -141,13 +157,19 @@ private:
     Listener http_;
     int port_ = -1;
     Connections connections_{-1}; // until the port is known
+    Limits limits_;
+    RequestPatience patience_{connections_, limits_.requestHead};
     std::atomic<bool> stopping_ = false;
+    std::mutex stopMutex_; // for `stopped_`
+    std::condition_variable stopped_;
     Places streams_{mostStreams};
     Places hanging_{mostHanging};
     std::thread thread_;
+    std::thread patienceThread_;
 };
 
-HTTPFront::Server::Server(int port, Serve serve, RequestLog& log) : serve_(std::move(serve)), log_(log)
+HTTPFront::Server::Server(int port, Serve serve, RequestLog& log, const Limits& limits)
+    : serve_(std::move(serve)), log_(log), limits_(limits)
 {
     configure();
     port_ = port == 0 ? http_.bind_to_any_port("127.0.0.1") : (http_.bind_to_port("127.0.0.1", port) ? port : -1);
@@ -156,11 +178,17 @@ HTTPFront::Server::Server(int port, Serve serve, RequestLog& log) : serve_(std::
     connections_ = Connections(port_);
     thread_ = std::thread([this] { http_.listen_after_bind(); });
     while (!http_.is_running()) std::this_thread::yield();
+    patienceThread_ = std::thread([this] { cutLateRequests(); });
 }
 
 HTTPFront::Server::~Server()
 {
-    stopping_ = true;
+    {
+        const std::lock_guard lock(stopMutex_);
+        stopping_ = true;
+    }
+    stopped_.notify_all();
+    patienceThread_.join();
     http_.stop();
     while (http_.is_running()) { // a connection may have been accepted after the last cut
         connections_.cutAll();
@@ -171,7 +199,12 @@ HTTPFront::Server::~Server()
 
 void HTTPFront::Server::configure()
 {
-    http_.new_task_queue = [] { return new httplib::ThreadPool(threads); };
+    http_.new_task_queue = [this] {
+        return new Workers(limits_.threads, [this] { patience_.makeRoom(Steady::now()); });
+    };
+    http_.set_logger([this](const httplib::Request& request, const httplib::Response&) {
+        patience_.answerLeft(request.remote_port, Steady::now()); // called once the answer is out
+    });
     http_.set_tcp_nodelay(true); // otherwise every answer waits for the acknowledgement of its head
     http_.set_read_timeout(readTimeoutSeconds);
     http_.set_keep_alive_timeout(keepAliveSeconds);
@@ -205,7 +238,13 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
                               const httplib::ContentReader* reader)
 {
     const auto begun = Steady::now();
-    Call call{.method = request.method, .path = request.path, .query = {}, .headers = {}, .readBody = {}};
+    patience_.requestCame(request.remote_port);
+    Call call{.method = request.method,
+              .path = request.path,
+              .query = {},
+              .headers = {},
+              .readBody = {},
+              .servicePort = port_};
     for (const auto& [name, value] : request.params) call.query.emplace(name, value);
     for (const auto& [name, value] : request.headers) {
         if (!isAddedByLibrary(name)) call.headers.emplace(lowerCase(name), value);
@@ -220,6 +259,7 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
     const bool usable = answer.instead != Answer::Instead::drop && body.drain(call);
     if (answer.instead == Answer::Instead::drop) outcome = "dropped";
     if (answer.instead == Answer::Instead::hang) outcome = "left hanging";
+    if (answer.instead == Answer::Instead::truncate) outcome += " cut short";
     log_.request({.method = call.method,
                   .path = call.path,
                   .outcome = outcome,
@@ -227,7 +267,7 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
                   .sent = sent,
                   .took = std::chrono::duration_cast<std::chrono::milliseconds>(Steady::now() - begun)});
     if (answer.instead == Answer::Instead::hang) hang(request.remote_port);
-    if (!usable || answer.instead != Answer::Instead::nothing) connections_.cut(request.remote_port);
+    if (!usable || answer.instead == Answer::Instead::hang) connections_.cut(request.remote_port);
     fill(response, std::move(answer));
 }
 
@@ -259,8 +299,9 @@ void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
     }
     response.status = answer.status;
     for (const auto& [name, value] : answer.headers) response.set_header(name, value);
+    if (answer.instead == Answer::Instead::truncate) return fillShort(response, answer);
     if (!answer.stream) {
-        response.set_content(answer.body, answer.contentType);
+        if (mayHaveBody(answer.status)) response.set_content(answer.body, answer.contentType);
         return;
     }
     response.set_chunked_content_provider(
@@ -272,8 +313,16 @@ void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
         });
 }
 
-HTTPFront::HTTPFront(int port, Serve serve, RequestLog& log)
-    : server_(std::make_unique<Server>(port, std::move(serve), log))
+void HTTPFront::Server::cutLateRequests()
+{
+    const auto glance =
+        std::clamp(limits_.requestHead / 4, std::chrono::milliseconds(10), std::chrono::milliseconds(1000));
+    std::unique_lock lock(stopMutex_);
+    while (!stopped_.wait_for(lock, glance, [this] { return stopping_.load(); })) patience_.cutLate(Steady::now());
+}
+
+HTTPFront::HTTPFront(int port, Serve serve, RequestLog& log, const Limits& limits)
+    : server_(std::make_unique<Server>(port, std::move(serve), log, limits))
 {
 }
 
@@ -286,7 +335,7 @@ int HTTPFront::port() const
 
 std::string HTTPFront::baseURL() const
 {
-    return fmt::format("http://127.0.0.1:{}", port());
+    return serviceURL(port());
 }
 
 } // namespace vorn::sandbox

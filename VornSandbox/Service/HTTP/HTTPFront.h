@@ -3,9 +3,12 @@
 #include "VornSandbox/Service/HTTP/Call.h"
 #include "VornSandbox/Service/HTTP/RequestLog.h"
 
+#include <chrono>
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace vorn::sandbox {
 
@@ -15,8 +18,14 @@ public:
     /// Answers a request; called on several threads at once. What it throws becomes an error answer.
     using Serve = std::function<Answer(const Call&)>;
 
+    struct Limits {
+        std::chrono::milliseconds requestHead{10'000}; ///< a connection brings a request by then, or is cut
+        std::size_t threads = 128; ///< one a connection; beyond, the connection that waits longest makes room
+    };
+
     /// Listens on `port`, or on any free one for 0; `std::runtime_error` when it is taken. Answers from now on.
-    HTTPFront(int port, Serve serve, RequestLog& log);
+    HTTPFront(int port, Serve serve, RequestLog& log, const Limits& limits);
+    HTTPFront(int port, Serve serve, RequestLog& log) : HTTPFront(port, std::move(serve), log, Limits{}) {}
 
     /// Cuts every connection and waits for the answers under way.
     ~HTTPFront();

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace vorn::sandbox {
 namespace {
@@ -19,7 +20,7 @@ constexpr auto signOfLife = std::chrono::seconds(5);
 
 class Watch {
 public:
-    explicit Watch(Backend& backend) : backend_(backend) {}
+    Watch(Backend& backend, std::shared_ptr<PhoneBoard> board) : backend_(backend), board_(std::move(board)) {}
 
     bool step(const Answer::Write& write)
     {
@@ -41,27 +42,34 @@ private:
     std::string look()
     {
         auto lock = backend_.state.lock();
-        std::string view = text();
-        if (view != shown_) return view;
-        backend_.state.waitForChange(lock, glance);
-        return text();
-    }
-    std::string text() const
-    {
-        // Names come from the Mac and need not be well-formed.
-        return phoneView(backend_).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+        if (board_->text() == shown_) backend_.state.waitForChange(lock, glance);
+        return board_->text();
     }
 
     Backend& backend_;
+    std::shared_ptr<PhoneBoard> board_;
     std::string shown_;
     Steady::time_point written_ = Steady::now();
 };
 
 } // namespace
 
-Answer watchPhone(Backend& backend)
+const std::string& PhoneBoard::text()
 {
-    const auto watch = std::make_shared<Watch>(backend);
+    const auto now = Steady::now();
+    const std::int64_t version = backend_.state.version();
+    if (version != version_ || now - made_ >= glance) {
+        // Names come from the Mac and need not be well-formed.
+        text_ = phoneView(backend_).dump(-1, ' ', false, nlohmann::json::error_handler_t::replace);
+        version_ = version;
+        made_ = now;
+    }
+    return text_;
+}
+
+Answer watchPhone(Backend& backend, std::shared_ptr<PhoneBoard> board)
+{
+    const auto watch = std::make_shared<Watch>(backend, std::move(board));
     return {.contentType = "text/event-stream",
             .stream = [watch](const Answer::Write& write) { return watch->step(write); }};
 }

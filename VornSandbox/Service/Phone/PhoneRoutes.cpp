@@ -3,7 +3,6 @@
 #include "VornSandbox/Service/JSON/BoundedJSON.h"
 #include "VornSandbox/Service/Phone/PhoneArchives.h"
 #include "VornSandbox/Service/Phone/PhoneEvents.h"
-#include "VornSandbox/Service/Phone/PhoneGuard.h"
 #include "VornSandbox/Service/Phone/PhonePage.h"
 #include "VornSandbox/Service/State/ServiceError.h"
 
@@ -107,27 +106,25 @@ Answer decide(Backend& backend, const Call& call, const Router::Arguments& ids)
 
 void addPhoneRoutes(Router& router, Backend& backend)
 {
-    const auto guarded = [&](const char* method, const char* path, Router::Handler handler) {
-        router.add("phone", method, path,
-                   [handler = std::move(handler)](const Call& call, const Router::Arguments& ids) {
-                       guardPhone(call);
-                       return handler(call, ids);
-                   });
+    const auto add = [&](const char* method, const char* path, Router::Handler handler) {
+        router.add("phone", method, path, std::move(handler));
     };
     const auto serve = [&](const char* path, const char* type, std::string_view content) {
-        guarded("GET", path, [=](const Call&, const Router::Arguments&) { return file(type, content); });
+        add("GET", path, [=](const Call&, const Router::Arguments&) { return file(type, content); });
     };
     const auto act = [&](const char* path, Answer (*function)(Backend&, const Call&, const Router::Arguments&)) {
-        guarded("POST", path, [&backend, function](const Call& call, const Router::Arguments& ids) {
+        add("POST", path, [&backend, function](const Call& call, const Router::Arguments& ids) {
             return function(backend, call, ids);
         });
     };
     serve("/", "text/html; charset=utf-8", page::html);
     serve("/phone/phone.css", "text/css; charset=utf-8", page::style);
     serve("/phone/phone.js", "text/javascript; charset=utf-8", page::script);
-    guarded("GET", "/phone/events", [&backend](const Call&, const Router::Arguments&) { return watchPhone(backend); });
+    const auto board = std::make_shared<PhoneBoard>(backend);
+    add("GET", "/phone/events",
+        [&backend, board](const Call&, const Router::Arguments&) { return watchPhone(backend, board); });
     const auto archives = std::make_shared<PhoneArchives>(backend);
-    guarded("GET", "/phone/submissions/*/messages", [archives](const Call& call, const Router::Arguments& ids) {
+    add("GET", "/phone/submissions/*/messages", [archives](const Call& call, const Router::Arguments& ids) {
         const auto page = archives->page(ids[0], pageNumber(call.queryValue("page")));
         return Answer{.body = page.dump(-1, ' ', false, json::error_handler_t::replace)};
     });

@@ -27,7 +27,13 @@ public:
 
     /// Sleeps until somebody says `changed`, `atMost` so long; gives up `lock` meanwhile.
     void waitForChange(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds atMost) const;
-    void changed() const { change_.notify_all(); }
+    void changed() const
+    {
+        ++version_;
+        change_.notify_all();
+    }
+    /// Another one after every change.
+    std::int64_t version() const { return version_; }
 
     Instant now() const { return clock_(); }
 
@@ -48,6 +54,7 @@ private:
     Clock clock_;
     mutable std::mutex mutex_;
     mutable std::condition_variable change_;
+    mutable std::int64_t version_ = 0; ///< guarded by the lock
 };
 
 inline std::int64_t toMilliseconds(Instant instant)

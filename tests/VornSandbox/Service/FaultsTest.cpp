@@ -1,3 +1,4 @@
+#include "tests/VornSandbox/Service/RawClient.h"
 #include "tests/VornSandbox/Service/SandboxFixture.h"
 
 #include <gmock/gmock.h>
@@ -37,12 +38,16 @@ TEST(Fault, IsReadFromItsText)
     EXPECT_EQ(Fault::parse("quest=hangx1")->effect, Fault::Effect::hang);
     EXPECT_EQ(Fault::parse("quest=garbage@2")->effect, Fault::Effect::garbage);
     EXPECT_EQ(Fault::parse("quest=slow")->effect, Fault::Effect::slow);
+    EXPECT_EQ(Fault::parse("create-submission=no-assetx1")->effect, Fault::Effect::noAsset);
+    EXPECT_EQ(Fault::parse("part-urls=bad-url@2")->effect, Fault::Effect::badURL);
+    EXPECT_EQ(Fault::parse("quest=truncate")->effect, Fault::Effect::truncate);
 }
 
 TEST(Fault, IsNothingWhenItMakesNoSense)
 {
     for (const char* text : {"", "quest", "quest=", "other=500", "quest=99", "quest=600", "quest=500x", "quest=500x0",
-                             "quest=500@0", "quest=500@", "quest=broken", "quest=500x1x2", "=500", "quest=-500"}) {
+                             "quest=500@0", "quest=500@", "quest=broken", "quest=500x1x2", "=500", "quest=-500",
+                             "quest=no-asset", "part-urls=no-asset", "quest=bad-url"}) {
         EXPECT_FALSE(Fault::parse(text)) << text;
     }
 }
@@ -150,13 +155,68 @@ TEST(Faults, LeaveARequestHangingUntilTheServiceEnds)
 
 TEST(Faults, ForgetARequestWhoseClientHasLeft)
 {
-    const SandboxFixture fix(with({"quest=hangx100"}));
-    for (int i = 0; i < 100; ++i) { // more than the service has threads
-        httplib::Client impatient("127.0.0.1", fix.port());
-        impatient.set_read_timeout(0, 10'000);
-        EXPECT_FALSE(impatient.Get("/api/v1/desktop/nimbrel", {{"Accept", "application/json"}}));
+    const SandboxFixture fix(with({"quest=hang"}));
+    for (int i = 0; i < 30; ++i) { // more than may hang at once
+        const RawClient mac(fix.port());
+        mac.send(rawRequest(fix.port(), "GET /api/v1/desktop/nimbrel"));
+        mac.finishSending();
+        EXPECT_EQ(mac.readToEnd(), "");
     }
     EXPECT_EQ(fix.createLink().size(), 5U);
+}
+
+TEST(Faults, AnswerWithoutABodyWhereAStatusHasNone)
+{
+    for (const std::string status : {"204", "304"}) {
+        SCOPED_TRACE(status);
+        const SandboxFixture fix(with({"quest=" + status}));
+        const Reply reply = fix.api("GET", "desktop/nimbrel", {}, fix.link().token);
+        EXPECT_EQ(reply.status, std::stoi(status));
+        EXPECT_EQ(reply.text, "");
+        EXPECT_FALSE(reply.headers.contains("content-type"));
+    }
+}
+
+TEST(Faults, OpenASubmissionWithoutItsAsset)
+{
+    const SandboxFixture fix(with({"create-submission=no-assetx1"}));
+    const std::string token = fix.link().token;
+    const json request{{"termsVersion", "vorn-mac-nimbrel-1"}, {"sizeBytes", 10}, {"partCount", 1}};
+    const Reply first = fix.api("POST", "desktop/nimbrel/submissions", request, token);
+    EXPECT_EQ(first.status, 201);
+    EXPECT_EQ(first.body["assets"], json::array());
+    const std::string id = first.body["submissionId"];
+    EXPECT_EQ(fix.api("POST", "desktop/nimbrel/submissions/" + id + "/abort", {}, token).status, 200);
+    EXPECT_EQ(fix.open(token, "archive").urls.size(), 1U);
+}
+
+TEST(Faults, HandOutAURLThatLeadsToAFile)
+{
+    const SandboxFixture fix(with({"create-submission=bad-urlx1", "part-urls=bad-urlx1"}));
+    const std::string token = fix.link().token;
+    const Upload upload = fix.open(token, std::string(1500, 'a'));
+    EXPECT_TRUE(upload.urls.at(1).starts_with("file:")) << upload.urls.at(1);
+    EXPECT_TRUE(upload.urls.at(2).starts_with(fix.baseURL())) << upload.urls.at(2);
+    const std::string path = "desktop/nimbrel/submissions/" + upload.id + "/assets/" + upload.assetId + "/part-urls";
+    const Reply more = fix.api("POST", path, json{{"fromPart", 2}, {"count", 1}}, token);
+    EXPECT_TRUE(more.body["parts"][0]["url"].get<std::string>().starts_with("file:")) << more.text;
+}
+
+TEST(Faults, AnnounceMoreThanTheySend)
+{
+    const SandboxFixture fix(with({"poll-link=truncate", "put-part=truncate"}));
+    const json link = fix.createLink();
+    const std::string body = json{{"linkId", link["linkId"]}, {"pollSecret", link["pollSecret"]}}.dump();
+    const RawClient mac(fix.port());
+    mac.send(rawRequest(fix.port(), "POST /api/v1/auth/device-links/poll",
+                        "Accept: application/json\r\nContent-Type: application/json\r\nContent-Length: " +
+                            std::to_string(body.size()) + "\r\n") +
+             body);
+    const std::string sent = R"({"status":"pending"})";
+    const std::string answer = mac.readToEnd();
+    EXPECT_THAT(answer, HasSubstr("Content-Length: " + std::to_string(sent.size() + 100)));
+    EXPECT_THAT(answer, ::testing::EndsWith("\r\n\r\n" + sent));
+    EXPECT_THAT(fix.log(), Contains(HasSubstr("/poll 200 cut short")));
 }
 
 } // namespace

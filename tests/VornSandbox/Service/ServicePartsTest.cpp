@@ -59,6 +59,15 @@ TEST(RequestLog, WritesOneLineWhateverThePath)
     EXPECT_THAT(lines, ElementsAre("GET /a%0Ab%1B[1m 404 1>2 bytes 3 ms"));
 }
 
+TEST(RequestLog, KeepsWhatATerminalObeysOutOfWarnings)
+{
+    std::vector<std::string> lines;
+    RequestLog log([&](const std::string& line) { lines.push_back(line); });
+    log.warning("GET /a\nb has the header x-\x1b]0;title\x07\x9b" + std::string(1000, 'x'));
+    EXPECT_THAT(lines, ElementsAre(::testing::StartsWith("warning: GET /a%0Ab has the header x-%1B]0;title%07%9Bxxx")));
+    EXPECT_LT(lines.front().size(), 400U);
+}
+
 TEST(Router, TakesWholeSegmentsForPlaceholders)
 {
     Router router;
