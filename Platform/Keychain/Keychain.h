@@ -18,8 +18,8 @@ struct KeychainItem {
 
 /// The secrets that the system keeps for the current user: macOS's keychain, elsewhere the desktop's Secret Service.
 /// Secrets are bytes of any kind, NUL too.
-/// Threads: any. On Linux a call waits for at most `SecretServiceKeychain::defaultLimit`; on macOS it may show a
-/// dialog.
+/// Threads: any. On Linux a call waits for at most `SecretServiceKeychain::defaultLimit`. On macOS the system may ask
+/// the user first, and the call waits for the answer.
 class Keychain {
 public:
     virtual ~Keychain() = default;
@@ -30,12 +30,21 @@ public:
     /// The secret of `item`; nothing when there is none. Throws `KeychainError` when that cannot be told.
     virtual std::optional<std::string> read(const KeychainItem& item) = 0;
 
-    /// Keeps `bytes` as the secret of `item`, which must have none: `KeychainError::duplicateItem` otherwise. To
-    /// replace one, remove it first. `label` is what the system's own programs show. Throws `KeychainError`.
+    /// Keeps `bytes` as the secret of `item`, which must have none: `KeychainError::duplicateItem` otherwise. `label`
+    /// is what the system's own programs show. Throws `KeychainError`.
     virtual void add(const KeychainItem& item, std::string_view bytes, const std::string& label) = 0;
 
-    /// Removes the secret of `item`, if it can be done: what is left behind fails the `add` that follows.
-    virtual void remove(const KeychainItem& item) noexcept = 0;
+    /// Removes the secret of `item`. Says whether there is none any more; a secret that is left behind makes the `add`
+    /// that follows fail.
+    virtual bool remove(const KeychainItem& item) noexcept = 0;
+
+    /// Removes the secret of `item` and adds `bytes`, as one call: together they wait no longer than either alone.
+    /// Throws `KeychainError`; the old secret may be gone by then.
+    virtual void replace(const KeychainItem& item, std::string_view bytes, const std::string& label)
+    {
+        remove(item);
+        add(item, bytes, label);
+    }
 };
 
 } // namespace vorn

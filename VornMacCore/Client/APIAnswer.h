@@ -47,6 +47,7 @@ Record decode(const HTTPResponse& response, const Log& log)
     if constexpr (std::same_as<Record, IgnoredBody>) {
         return {};
     } else {
+        static_assert(recordName<Record> != nullptr, "a record that is received has a name for the log");
         try {
             return fromJSON<Record>(response.body);
         } catch (const UndecodableJSON&) {

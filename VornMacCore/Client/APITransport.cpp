@@ -2,6 +2,7 @@
 
 #include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Client/APIAnswer.h"
 #include "VornMacCore/Client/APIError.h"
 
 #include <chrono>
@@ -10,6 +11,20 @@
 namespace vorn {
 
 using namespace std::chrono_literals;
+
+namespace {
+
+/// The words of a refusal are shown and logged; a token that the service repeats in them is not.
+Async<HTTPResponse> withoutToken(Async<HTTPResponse> answer, std::string token)
+{
+    HTTPResponse response = co_await std::move(answer);
+    if (token.empty() || isSuccess(response.status)) co_return response;
+    for (auto at = response.body.find(token); at != std::string::npos; at = response.body.find(token, at))
+        response.body.erase(at, token.size());
+    co_return response;
+}
+
+} // namespace
 
 Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request)
 {
@@ -28,9 +43,9 @@ APITransport::APITransport(APIConfiguration configuration, std::shared_ptr<HTTPS
 {
 }
 
-Async<HTTPResponse> APITransport::send(APICall call, std::optional<std::string> bearerToken) const
+Async<HTTPResponse> APITransport::send(APICall call, const std::optional<std::string>& bearerToken) const
 {
-    return httpAnswer(session_, framed(std::move(call), bearerToken));
+    return withoutToken(httpAnswer(session_, framed(std::move(call), bearerToken)), bearerToken.value_or(""));
 }
 
 HTTPRequest APITransport::framed(APICall call, const std::optional<std::string>& bearerToken) const

@@ -24,7 +24,8 @@ class APITransport {
 public:
     APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session);
 
-    Async<HTTPResponse> send(APICall call, std::optional<std::string> bearerToken) const;
+    /// A refusal (a status other than 2xx) comes without the token, should it repeat it.
+    Async<HTTPResponse> send(APICall call, const std::optional<std::string>& bearerToken) const;
 
     const Log& log() const noexcept { return log_; }
 

@@ -39,36 +39,33 @@ std::optional<StoredSession> SessionKeeper::forget()
 void SessionKeeper::clearIfCurrent(const StoredSession& session)
 {
     const std::lock_guard lock(storeLock_);
-    const auto stored = tokens_->load();
+    const auto stored = tokens_->reload();
     if (stored && stored->refreshToken == session.refreshToken) tokens_->clear();
 }
 
-StoredSession SessionKeeper::successorOf(const StoredSession& stale) const
+StoredSession SessionKeeper::successor(std::optional<StoredSession> stored, const StoredSession& stale)
 {
-    auto stored = tokens_->load();
     if (!stored || stored->userId != stale.userId) throw APIError(APIError::SessionChanged{});
     return *std::move(stored);
 }
 
 Async<StoredSession> SessionKeeper::refreshedSession(std::shared_ptr<SessionKeeper> self, StoredSession stale)
 {
-    StoredSession stored = self->successorOf(stale);
+    const StoredSession stored = successor(self->tokens_->load(), stale);
     if (stored.token != stale.token) co_return stored; // somebody else was faster
-    co_return co_await self->refresher_.run([self, stored] { return refresh(self, stored); });
+    // The refresh that is joined may be of another user, who linked just now.
+    co_return successor(co_await self->refresher_.run([self, stored] { return refresh(self, stored); }), stale);
 }
 
 Async<StoredSession> SessionKeeper::refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale)
 {
     // A caller may have read the store just before another refresh ended, and come here just after it: the token it
-    // knows is used up, and offering it again would end the session.
-    StoredSession used = self->successorOf(stale);
+    // knows is used up, and offering it again would end the session. So may another process of the user's.
+    StoredSession used = successor(self->tokens_->reload(), stale);
     if (used.token != stale.token) co_return used;
 
     const HTTPResponse response = co_await self->askForPair(used);
-    if (!isSuccess(response.status)) {
-        self->clearIfCurrent(used);
-        throw APIError(APIError::SessionExpired{});
-    }
+    if (!isSuccess(response.status)) co_return self->newerThanRefused(used);
     auto pair = decode<TokenPair>(response, self->transport_.log());
     StoredSession next = used;
     next.token = std::move(pair.token);
@@ -76,12 +73,30 @@ Async<StoredSession> SessionKeeper::refresh(std::shared_ptr<SessionKeeper> self,
     co_return self->replace(used, std::move(next));
 }
 
+StoredSession SessionKeeper::newerThanRefused(const StoredSession& used)
+{
+    const std::lock_guard lock(storeLock_);
+    const auto known = tokens_->load();
+    if (!known || known->refreshToken != used.refreshToken) throw APIError(APIError::SessionExpired{});
+    auto stored = tokens_->reload();
+    // Another process offered the same token, was faster and has saved what it got.
+    if (stored && stored->refreshToken != used.refreshToken) return successor(std::move(stored), used);
+    tokens_->clear();
+    throw APIError(APIError::SessionExpired{});
+}
+
 StoredSession SessionKeeper::replace(const StoredSession& used, StoredSession next)
 {
     const std::lock_guard lock(storeLock_);
     const auto stored = tokens_->load();
     if (!stored || stored->refreshToken != used.refreshToken) throw APIError(APIError::SessionChanged{});
-    tokens_->save(next);
+    try {
+        tokens_->save(next);
+    } catch (const std::exception& error) {
+        // A store that remembers the session nevertheless is good for this run.
+        if (tokens_->load() != next) throw;
+        transport_.log().error(std::string("keychain save failed: ") + error.what());
+    }
     return next;
 }
 

@@ -33,9 +33,12 @@ public:
     static Async<> revoke(std::shared_ptr<SessionKeeper> self, StoredSession session);
 
 private:
-    /// The stored session, if it is still of the user of `stale`. Throws `APIError`.
-    StoredSession successorOf(const StoredSession& stale) const;
+    /// `stored`, if it is still of the user of `stale`. Throws `APIError`.
+    static StoredSession successor(std::optional<StoredSession> stored, const StoredSession& stale);
     static Async<StoredSession> refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale);
+    /// After the service refused to renew `used`: what another process stored in its place. Else forgets `used` and
+    /// throws `APIError`.
+    StoredSession newerThanRefused(const StoredSession& used);
     /// Stores `next` unless the user signed out, or in again, since `used` was read.
     StoredSession replace(const StoredSession& used, StoredSession next);
     Async<HTTPResponse> askForPair(const StoredSession& session) const;

@@ -1,11 +1,13 @@
 #include "VornMacCore/Sessions/KeychainTokenStore.h"
 
+#include "VornMacCore/Application/Application.h"
+
 #include <utility>
 
 namespace vorn {
 
 KeychainTokenStore::KeychainTokenStore(std::string service, std::string account, std::shared_ptr<Keychain> keychain)
-    : item_{std::move(service), std::move(account)}, keychain_(std::move(keychain))
+    : item_{std::move(service), std::move(account)}, keychain_(std::move(keychain)), log_(bundleIdentifier(), "api")
 {
 }
 
@@ -23,13 +25,12 @@ std::optional<StoredSession> KeychainTokenStore::load()
 void KeychainTokenStore::save(const StoredSession& session)
 {
     const std::string bytes = session.toJSON();
-    keychain_->remove(item_);
-    keychain_->add(item_, bytes, "Vorn for Mac session");
+    keychain_->replace(item_, bytes, "Vorn for Mac session");
 }
 
 void KeychainTokenStore::clear() noexcept
 {
-    keychain_->remove(item_);
+    if (!keychain_->remove(item_)) log_.error("keychain clear failed: the session may still be there");
 }
 
 } // namespace vorn

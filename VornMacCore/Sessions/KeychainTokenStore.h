@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Base/Log.h"
 #include "Platform/Keychain/Keychain.h"
 #include "VornMacCore/Sessions/TokenStore.h"
 
@@ -21,11 +22,13 @@ public:
     /// Removes the old item, then adds the new one: an item is never changed in place. Throws `KeychainError` when the
     /// keychain does not take the new one (the old one is gone by then), `UnencodableJSON` before anything is changed.
     void save(const StoredSession& session) override;
+    /// An item that could not be removed is logged: its session is left on this Mac.
     void clear() noexcept override;
 
 private:
     KeychainItem item_;
     std::shared_ptr<Keychain> keychain_;
+    Log log_;
 };
 
 } // namespace vorn

@@ -4,26 +4,50 @@
 
 namespace vorn {
 
-std::optional<StoredSession> RememberingTokenStore::load()
+std::optional<RememberingTokenStore::Known> RememberingTokenStore::known() const
 {
     const std::lock_guard lock(lock_);
-    if (!std::exchange(isKnown_, true)) session_ = kept_->load();
-    return session_;
+    return known_;
+}
+
+void RememberingTokenStore::know(Known known)
+{
+    const std::lock_guard lock(lock_);
+    known_ = std::move(known);
+}
+
+std::optional<StoredSession> RememberingTokenStore::load()
+{
+    if (const auto remembered = known()) return remembered->session;
+    return reload();
+}
+
+std::optional<StoredSession> RememberingTokenStore::reload()
+{
+    const std::lock_guard order(keptLock_);
+    const auto remembered = known();
+    const bool mayBeNewer = !remembered || (remembered->session && remembered->isKept);
+    if (mayBeNewer) {
+        if (auto kept = kept_->load()) {
+            know({*kept});
+            return kept;
+        }
+    }
+    return remembered ? remembered->session : std::nullopt;
 }
 
 void RememberingTokenStore::save(const StoredSession& session)
 {
-    const std::lock_guard lock(lock_);
-    isKnown_ = true;
-    session_ = session;
+    const std::lock_guard order(keptLock_);
+    know({session, false});
     kept_->save(session);
+    know({session, true});
 }
 
 void RememberingTokenStore::clear() noexcept
 {
-    const std::lock_guard lock(lock_);
-    isKnown_ = true;
-    session_.reset();
+    const std::lock_guard order(keptLock_);
+    know({std::nullopt, false});
     kept_->clear();
 }
 

@@ -8,23 +8,35 @@
 namespace vorn {
 
 /// Remembers for this process what another store keeps between runs: a save that fails there must not sign the user out
-/// at once, and a store that is slow to ask is asked once.
+/// at once, and a store that is slow to ask is asked once for a session. Once one is known, `load` waits for nobody.
 class RememberingTokenStore final : public TokenStore {
 public:
     explicit RememberingTokenStore(std::shared_ptr<TokenStore> kept) : kept_(std::move(kept)) {}
 
     /// What was saved last in this process; before that, what is kept. Nothing after a `clear`, even if the store below
-    /// could not let go of its session.
+    /// could not let go of its session. Finding nothing is not remembered: a locked keychain may be unlocked later.
     std::optional<StoredSession> load() override;
     /// Remembers, then keeps. Throws what keeping throws; the session is remembered nevertheless.
     void save(const StoredSession& session) override;
     void clear() noexcept override;
+    /// What is kept, if that is a session and in step with this process: another process of the user's renews the
+    /// session too, and what is remembered is used up then. Else what is remembered.
+    std::optional<StoredSession> reload() override;
 
 private:
+    /// What this process knows.
+    struct Known {
+        std::optional<StoredSession> session;
+        bool isKept = true; ///< the store below took it, so what is kept is as new or newer
+    };
+
+    std::optional<Known> known() const;
+    void know(Known known);
+
     std::shared_ptr<TokenStore> kept_;
-    std::mutex lock_; ///< guards what follows, and keeps changes of both stores in one order
-    bool isKnown_ = false;
-    std::optional<StoredSession> session_;
+    std::mutex keptLock_;     ///< keeps changes of both stores in one order; held while the store below is asked
+    mutable std::mutex lock_; ///< guards what follows; taken within `keptLock_`, never held while waiting
+    std::optional<Known> known_;
 };
 
 } // namespace vorn

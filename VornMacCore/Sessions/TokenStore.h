@@ -16,6 +16,9 @@ public:
     /// Replaces what was kept. Throws what the store throws.
     virtual void save(const StoredSession& session) = 0;
     virtual void clear() noexcept = 0;
+
+    /// As `load`, but asks again where another process may have saved meanwhile.
+    virtual std::optional<StoredSession> reload() { return load(); }
 };
 
 } // namespace vorn

@@ -26,7 +26,7 @@ Measured measure(const std::filesystem::path& file, const CancelFlag& cancel)
 Async<SubmissionStatus> sendAndComplete(VornAPI api, std::shared_ptr<PartUpload> parts, std::filesystem::path file,
                                         std::string submissionId, std::string assetId, std::string sha256)
 {
-    CompleteAssetRequest complete{co_await parts->sendAll(std::move(file)), std::move(sha256)};
+    const CompleteAssetRequest complete{co_await parts->sendAll(std::move(file)), std::move(sha256)};
     co_return co_await api.completeAsset(submissionId, assetId, complete);
 }
 

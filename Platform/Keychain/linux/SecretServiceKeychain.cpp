@@ -284,7 +284,18 @@ void SecretServiceKeychain::add(const KeychainItem& item, std::string_view bytes
     });
 }
 
-void SecretServiceKeychain::remove(const KeychainItem& item) noexcept
+void SecretServiceKeychain::replace(const KeychainItem& item, std::string_view bytes, const std::string& label)
+{
+    requireText(item);
+    requireText(label);
+    perform([item, kept = std::string(bytes), label](Request& request) {
+        request.remove(item);
+        request.add(item, kept, label);
+        return std::nullopt;
+    });
+}
+
+bool SecretServiceKeychain::remove(const KeychainItem& item) noexcept
 {
     try {
         requireText(item);
@@ -292,9 +303,9 @@ void SecretServiceKeychain::remove(const KeychainItem& item) noexcept
             request.remove(item);
             return std::nullopt;
         });
+        return true;
     } catch (const std::exception&) {
-        // The item stays, if there was one, and the next add fails: that is reported.
-        return;
+        return false;
     }
 }
 

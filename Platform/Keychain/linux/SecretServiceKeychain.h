@@ -26,7 +26,9 @@ public:
 
     std::optional<std::string> read(const KeychainItem& item) override;
     void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
-    void remove(const KeychainItem& item) noexcept override;
+    bool remove(const KeychainItem& item) noexcept override;
+    /// An item that cannot be removed is not added to: its failure is thrown, and the user is asked once.
+    void replace(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
 
 private:
     class Request;

@@ -51,8 +51,8 @@ std::string escaped(std::string_view path)
 
 std::string sessionBusAddress()
 {
-    const std::string address = variable("DBUS_SESSION_BUS_ADDRESS");
-    if (!address.empty()) return withoutAutolaunch(address);
+    std::string address = withoutAutolaunch(variable("DBUS_SESSION_BUS_ADDRESS"));
+    if (!address.empty()) return address;
     const std::filesystem::path folder = variable("XDG_RUNTIME_DIR");
     std::error_code none;
     if (folder.empty() || !std::filesystem::is_socket(folder / "bus", none)) return {};

@@ -79,12 +79,13 @@ void SecurityKeychain::add(const KeychainItem& item, std::string_view bytes, con
     if (status != errSecSuccess) throw KeychainError(status);
 }
 
-void SecurityKeychain::remove(const KeychainItem& item) noexcept
+bool SecurityKeychain::remove(const KeychainItem& item) noexcept
 {
     try {
-        // Whatever the answer: an item that stays makes the next add fail, and that is reported.
-        SecItemDelete(Query(item).get());
-    } catch (const KeychainError&) { // names that are no text: there is no such item
+        const OSStatus status = SecItemDelete(Query(item).get());
+        return status == errSecSuccess || status == errSecItemNotFound;
+    } catch (const std::exception&) { // names that are no text, or no memory
+        return false;
     }
 }
 

@@ -10,7 +10,7 @@ class SecurityKeychain : public Keychain {
 public:
     std::optional<std::string> read(const KeychainItem& item) override;
     void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
-    void remove(const KeychainItem& item) noexcept override;
+    bool remove(const KeychainItem& item) noexcept override;
 };
 
 } // namespace vorn

@@ -28,10 +28,12 @@ public:
         if (!isNew) throw KeychainError(KeychainError::duplicateItem);
     }
 
-    void remove(const KeychainItem& item) noexcept override
+    bool remove(const KeychainItem& item) noexcept override
     {
+        if (!text::isWellFormed(item.service + item.account)) return false;
         const std::lock_guard lock(mutex_);
         secrets_.erase({item.service, item.account});
+        return true;
     }
 
 private:

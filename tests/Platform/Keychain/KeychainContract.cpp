@@ -73,15 +73,23 @@ TEST_P(KeychainContract, RefusesASecondSecretForAnItem)
 TEST_P(KeychainContract, ReplacesByRemovingFirst)
 {
     keychain().add(item_, "first", "Vorn");
-    keychain().remove(item_);
+    EXPECT_TRUE(keychain().remove(item_));
     EXPECT_EQ(keychain().read(item_), std::nullopt);
     keychain().add(item_, "second", "Vorn");
     EXPECT_THAT(keychain().read(item_), Optional("second"s));
 }
 
+TEST_P(KeychainContract, ReplacesInOneCall)
+{
+    keychain().replace(item_, "first", "Vorn");
+    EXPECT_THAT(keychain().read(item_), Optional("first"s));
+    keychain().replace(item_, "second", "Vorn");
+    EXPECT_THAT(keychain().read(item_), Optional("second"s));
+}
+
 TEST_P(KeychainContract, RemovesWhatIsNotThere)
 {
-    keychain().remove(item_);
+    EXPECT_TRUE(keychain().remove(item_));
     EXPECT_EQ(keychain().read(item_), std::nullopt);
 }
 
@@ -110,8 +118,9 @@ TEST_P(KeychainContract, RefusesNamesThatAreNoText)
     const KeychainItem item{"com.example.vorn", "\xFF"};
     EXPECT_EQ(statusOf([&] { keychain().add(item, "secret", "Vorn"); }), KeychainError::parameter);
     EXPECT_EQ(statusOf([&] { keychain().add(item_, "secret", "\xFF"); }), KeychainError::parameter);
+    EXPECT_EQ(statusOf([&] { keychain().replace(item, "secret", "Vorn"); }), KeychainError::parameter);
     EXPECT_EQ(statusOf([&] { keychain().read(item); }), KeychainError::parameter);
-    keychain().remove(item);
+    EXPECT_FALSE(keychain().remove(item));
 }
 
 } // namespace

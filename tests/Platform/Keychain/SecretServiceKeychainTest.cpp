@@ -55,7 +55,7 @@ TEST(SecretServiceKeychain, FailsAtOnceWithoutABus)
         const ScopedEnvironment address("DBUS_SESSION_BUS_ADDRESS", bus);
         EXPECT_EQ(statusOfRead(forever), KeychainError::notAvailable);
         EXPECT_EQ(statusOfAdd(forever), KeychainError::notAvailable);
-        SecretServiceKeychain(forever).remove(item);
+        EXPECT_FALSE(SecretServiceKeychain(forever).remove(item));
     }
 }
 
@@ -64,7 +64,7 @@ TEST(SecretServiceKeychain, FailsAtOnceWithoutAService)
     const TestBus bus;
     EXPECT_EQ(statusOfRead(forever), KeychainError::notAvailable);
     EXPECT_EQ(statusOfAdd(forever), KeychainError::notAvailable);
-    SecretServiceKeychain(forever).remove(item);
+    EXPECT_FALSE(SecretServiceKeychain(forever).remove(item));
 }
 
 TEST(SecretServiceKeychain, FindsTheBusInTheRuntimeFolder)
@@ -91,7 +91,7 @@ TEST(SecretServiceKeychain, GivesUpOnAServiceThatSaysNothing)
     const FakeSecretService service(bus.address(), Fault::silent);
     EXPECT_EQ(statusOfRead(soon), KeychainError::notAvailable);
     EXPECT_EQ(statusOfAdd(soon), KeychainError::notAvailable);
-    SecretServiceKeychain(soon).remove(item);
+    EXPECT_FALSE(SecretServiceKeychain(soon).remove(item));
 }
 
 TEST(SecretServiceKeychain, LeavesADialogThatHangs)
@@ -102,6 +102,15 @@ TEST(SecretServiceKeychain, LeavesADialogThatHangs)
     EXPECT_EQ(service.dialogs(), 1);
     EXPECT_EQ(service.dismissals(), 1);
     service.waitUntilAskerLeft();
+}
+
+TEST(SecretServiceKeychain, WaitsOnceToReplace)
+{
+    const TestBus bus;
+    const FakeSecretService service(bus.address(), Fault::hangingDialog);
+    EXPECT_EQ(statusOf([] { SecretServiceKeychain(soon).replace(item, "secret", "Vorn"); }),
+              KeychainError::interactionNotAllowed);
+    EXPECT_EQ(service.dialogs(), 1);
 }
 
 TEST(SecretServiceKeychain, TakesAClosedDialogForANo)
@@ -133,7 +142,8 @@ TEST(SecretServiceKeychain, FailsOnALockedCollectionThatNobodyUnlocks)
     EXPECT_THAT(statusOf([&] { keychain.read(item); }), locked);
     EXPECT_THAT(statusOf([&] { keychain.add(other, "secret", "Vorn"); }), locked);
     EXPECT_EQ(statusOf([&] { keychain.add(item, "secret", "Vorn"); }), KeychainError::duplicateItem);
-    keychain.remove(item);
+    EXPECT_THAT(statusOf([&] { keychain.replace(item, "secret", "Vorn"); }), locked);
+    EXPECT_FALSE(keychain.remove(item));
     EXPECT_THAT(statusOf([&] { keychain.read(item); }), locked) << "it is still there";
     EXPECT_EQ(keychain.read(other), std::nullopt);
 }

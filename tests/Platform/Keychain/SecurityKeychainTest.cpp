@@ -67,8 +67,7 @@ TEST_F(SecurityKeychainTest, AsksForTheDataOfOneItem)
 
 TEST_F(SecurityKeychainTest, RemovesAndThenAddsToReplace)
 {
-    keychain().remove(item);
-    keychain().add(item, "secret\0"s, "Vorn for Mac session");
+    keychain().replace(item, "secret\0"s, "Vorn for Mac session");
     EXPECT_THAT(mac().calls,
                 ElementsAre(Call{"SecItemDelete", queryAnd({})},
                             Call{"SecItemAdd", queryAnd({{"kSecValueData", "secret\0"s},
@@ -101,8 +100,8 @@ TEST_F(SecurityKeychainTest, ReportsEveryStatusOfAdding)
 TEST_F(SecurityKeychainTest, AddsWhateverRemovingFailedWith)
 {
     mac().failures["SecItemDelete"] = errSecInteractionNotAllowed;
-    keychain().remove(item);
-    keychain().add(item, "secret", "Vorn");
+    EXPECT_FALSE(keychain().remove(item));
+    keychain().replace(item, "secret", "Vorn");
     EXPECT_THAT(keychain().read(item), Optional("secret"s));
 }
 
@@ -118,7 +117,7 @@ TEST_F(SecurityKeychainTest, AsksNothingOfTheSystemForNamesThatAreNoText)
 {
     EXPECT_EQ(statusOf([&] { keychain().read({"\xFF", "account"}); }), KeychainError::parameter);
     EXPECT_EQ(statusOf([&] { keychain().add({"service", "\xFF"}, "secret", "Vorn"); }), KeychainError::parameter);
-    keychain().remove({"\xFF", "account"});
+    EXPECT_FALSE(keychain().remove({"\xFF", "account"}));
     EXPECT_THAT(mac().calls, IsEmpty());
 }
 

@@ -48,6 +48,8 @@ TEST(SessionBus, IsElseTheSocketInTheRuntimeFolder)
     std::filesystem::remove(folder / "bus");
     const ListeningSocket socket(folder / "bus");
     EXPECT_EQ(sessionBusAddress(), "unix:path=" + folder.path().native() + "/bus");
+    const ScopedEnvironment startsOne("DBUS_SESSION_BUS_ADDRESS", "autolaunch:");
+    EXPECT_EQ(sessionBusAddress(), "unix:path=" + folder.path().native() + "/bus");
 }
 
 TEST(SessionBus, HasAnAddressWhateverItsFolderIsCalled)

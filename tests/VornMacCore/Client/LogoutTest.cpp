@@ -194,6 +194,15 @@ INSTANTIATE_TEST_SUITE_P(
         Course{"CutAfterRenewal", {refuses, renews, cuts}, {lost}}),
     [](const auto& info) { return info.param.what; });
 
+TEST(Logout, LogsNoTokenThatTheServiceRepeats)
+{
+    ServiceFixture fix;
+    const std::string token = adasSession().token;
+    fix.server.answer(Answer::json(500, R"({"message":"no )" + token + " or " + token + R"("})"));
+    fix.run(fix.api.logout());
+    EXPECT_THAT(fix.log.lines(), ElementsAre("[api] logout failed: no  or "));
+}
+
 TEST(Logout, BreaksNoLineOfTheLogWithTheServicesWords)
 {
     ServiceFixture fix;

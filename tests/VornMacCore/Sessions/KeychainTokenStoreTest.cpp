@@ -2,6 +2,7 @@
 
 #include "VornMacCore/JSON/JSONErrors.h"
 #include "tests/VornMacCore/Sessions/ScriptedKeychain.h"
+#include "tests/support/log/CapturedLog.h"
 
 #include <gmock/gmock.h>
 
@@ -94,6 +95,15 @@ TEST_F(KeychainTokenStoreTest, ClearsByRemovingTheItem)
     store_.clear();
     EXPECT_EQ(keychain_->secret, std::nullopt);
     EXPECT_THAT(keychain_->calls(), ElementsAre("remove app.vorn.mac/desktop-session"));
+}
+
+TEST_F(KeychainTokenStoreTest, LogsASessionThatItCannotClear)
+{
+    const testing::CapturedLog log;
+    keychain_->secret = adasJSON;
+    keychain_->keepsWhatIsRemoved = true;
+    store_.clear();
+    EXPECT_THAT(log.lines(), ElementsAre("[api] keychain clear failed: the session may still be there"));
 }
 
 struct Undecodable {

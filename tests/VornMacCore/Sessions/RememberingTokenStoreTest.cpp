@@ -6,6 +6,7 @@
 
 #include <array>
 #include <atomic>
+#include <future>
 #include <thread>
 
 namespace vorn {
@@ -56,11 +57,71 @@ TEST_F(RememberingTokenStoreTest, AsksTheStoreBelowOnce)
     EXPECT_EQ(kept_->loads, 1);
 }
 
-TEST_F(RememberingTokenStoreTest, AsksOnceForASessionThatIsNotThereToo)
+TEST_F(RememberingTokenStoreTest, AsksAgainForASessionThatIsNotThere)
 {
     EXPECT_EQ(store_.load(), std::nullopt);
-    EXPECT_EQ(store_.load(), std::nullopt);
-    EXPECT_EQ(kept_->loads, 1);
+    kept_->session = ada; // the keychain was locked
+    EXPECT_EQ(store_.load(), ada);
+    EXPECT_EQ(kept_->loads, 2);
+}
+
+TEST_F(RememberingTokenStoreTest, ReloadsWhatAnotherProcessSaved)
+{
+    kept_->session = ada;
+    EXPECT_EQ(store_.load(), ada);
+    kept_->session = bela;
+    EXPECT_EQ(store_.load(), ada);
+    EXPECT_EQ(store_.reload(), bela);
+    EXPECT_EQ(store_.load(), bela);
+}
+
+TEST_F(RememberingTokenStoreTest, ReloadsNothingOlderThanWhatCouldNotBeKept)
+{
+    kept_->session = ada;
+    kept_->refusesToSave = true;
+    EXPECT_THROW(store_.save(bela), KeychainError);
+    EXPECT_EQ(store_.reload(), bela);
+}
+
+TEST_F(RememberingTokenStoreTest, RemembersASessionThatCannotBeReadAgain)
+{
+    store_.save(ada);
+    kept_->session.reset(); // the keychain was locked
+    EXPECT_EQ(store_.reload(), ada);
+    EXPECT_EQ(store_.load(), ada);
+}
+
+TEST_F(RememberingTokenStoreTest, ReloadsNothingThatWasCleared)
+{
+    kept_->session = ada;
+    kept_->keepsWhenCleared = true;
+    store_.clear();
+    EXPECT_EQ(store_.reload(), std::nullopt);
+}
+
+/// A store whose saves last until they are let go.
+class SlowStore final : public TokenStore {
+public:
+    std::promise<void> began, mayEnd;
+
+    std::optional<StoredSession> load() override { return std::nullopt; }
+    void save(const StoredSession& /*session*/) override
+    {
+        began.set_value();
+        mayEnd.get_future().wait();
+    }
+    void clear() noexcept override {}
+};
+
+TEST(RememberingTokenStore, LoadsWithoutWaitingForASave)
+{
+    const auto kept = std::make_shared<SlowStore>();
+    RememberingTokenStore store(kept);
+    std::thread saver([&] { store.save(ada); });
+    kept->began.get_future().wait();
+    EXPECT_EQ(store.load(), ada);
+    kept->mayEnd.set_value();
+    saver.join();
 }
 
 TEST_F(RememberingTokenStoreTest, KeepsWhatItSavesInTheStoreBelow)

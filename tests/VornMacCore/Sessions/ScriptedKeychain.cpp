@@ -25,10 +25,11 @@ void ScriptedKeychain::add(const KeychainItem& item, std::string_view bytes, con
     secret = std::string(bytes);
 }
 
-void ScriptedKeychain::remove(const KeychainItem& item) noexcept
+bool ScriptedKeychain::remove(const KeychainItem& item) noexcept
 {
     calls_.push_back("remove " + nameOf(item));
-    secret.reset();
+    if (!keepsWhatIsRemoved) secret.reset();
+    return !keepsWhatIsRemoved;
 }
 
 } // namespace vorn::testing

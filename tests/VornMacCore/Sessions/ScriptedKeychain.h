@@ -14,13 +14,14 @@ public:
     std::optional<std::string> secret;
     std::optional<KeychainError> readError; ///< thrown by every read
     std::optional<KeychainError> addError;  ///< thrown by every add
+    bool keepsWhatIsRemoved = false;        ///< every remove leaves the secret behind
 
     /// What was asked, in order: "add app.vorn.mac/desktop-session as "Vorn for Mac session"".
     const std::vector<std::string>& calls() const { return calls_; }
 
     std::optional<std::string> read(const KeychainItem& item) override;
     void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
-    void remove(const KeychainItem& item) noexcept override;
+    bool remove(const KeychainItem& item) noexcept override;
 
 private:
     std::vector<std::string> calls_;

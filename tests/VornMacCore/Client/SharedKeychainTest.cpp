@@ -1,0 +1,132 @@
+#include "VornMacCore/Client/VornAPI.h"
+#include "VornMacCore/Sessions/RememberingTokenStore.h"
+#include "tests/support/service/ServiceAnswers.h"
+#include "tests/support/service/ServiceFixture.h"
+
+#include <gmock/gmock.h>
+
+#include <stdexcept>
+#include <utility>
+
+namespace vorn {
+namespace {
+
+using testing::adasSession;
+using testing::Answer;
+using testing::belasSession;
+using ::testing::ElementsAre;
+using testing::Exchange;
+using testing::ServiceFixture;
+
+const APIError sessionExpired(APIError::SessionExpired{});
+const APIError sessionChanged(APIError::SessionChanged{});
+
+/// The user's keychain, which other processes of theirs change, seen through what a process remembers.
+class SharedKeychain : public ::testing::Test {
+protected:
+    SharedKeychain() { fix_.tokens->save(adasSession(1)); }
+
+    void refuse() { fix_.server.answer({.status = 401}); }
+    void grantPair(int number) { fix_.server.answer(Answer::json(200, testing::tokenPairJSON(adasSession(number)))); }
+    void answerState() { fix_.server.answer(Answer::json(200, testing::nimbrelStateJSON)); }
+    testing::ServiceRequest state(int number) const
+    {
+        return fix_.get("desktop/nimbrel").bearer(adasSession(number).token);
+    }
+    testing::ServiceRequest refresh(int number) const { return fix_.refresh(adasSession(number)); }
+
+    ServiceFixture fix_;
+    std::shared_ptr<RememberingTokenStore> remembering_ = std::make_shared<RememberingTokenStore>(fix_.tokens);
+    VornAPI api_{configurationOf(fix_.server), fix_.http, remembering_};
+};
+
+TEST_F(SharedKeychain, IsReadAgainBeforeATokenIsUsedUp)
+{
+    EXPECT_EQ(remembering_->load(), adasSession(1));
+    fix_.tokens->save(adasSession(2)); // by another process
+    refuse();
+    answerState();
+    EXPECT_EQ(fix_.run(api_.nimbrelState()), testing::sampleNimbrelState());
+    EXPECT_THAT(fix_.requests(), ElementsAre(state(1), state(2)));
+}
+
+TEST_F(SharedKeychain, KeepsTheSessionOfAProcessThatWasFasterToRenewIt)
+{
+    refuse();
+    fix_.server.script([this](Exchange& exchange) {
+        exchange.readWholeBody();
+        fix_.tokens->save(adasSession(2)); // by another process
+        exchange.answer({.status = 401});
+    });
+    answerState();
+    EXPECT_EQ(fix_.run(api_.nimbrelState()), testing::sampleNimbrelState());
+    EXPECT_THAT(fix_.requests(), ElementsAre(state(1), refresh(1), state(2)));
+    EXPECT_EQ(fix_.tokens->load(), adasSession(2));
+}
+
+TEST_F(SharedKeychain, KeepsTheSessionOfAnotherUserWhoLinkedInAnotherProcess)
+{
+    EXPECT_EQ(remembering_->load(), adasSession(1));
+    fix_.tokens->save(belasSession());
+    refuse();
+    EXPECT_EQ(fix_.apiError(api_.nimbrelState()), sessionChanged);
+    EXPECT_THAT(fix_.requests(), ElementsAre(state(1)));
+    EXPECT_EQ(fix_.tokens->load(), belasSession());
+}
+
+TEST_F(SharedKeychain, LosesASessionThatTheServiceRefusesToRenew)
+{
+    refuse();
+    refuse();
+    EXPECT_EQ(fix_.apiError(api_.nimbrelState()), sessionExpired);
+    EXPECT_EQ(fix_.tokens->load(), std::nullopt);
+    EXPECT_EQ(remembering_->load(), std::nullopt);
+}
+
+TEST_F(SharedKeychain, KeepsTheSessionThatReplacedATwiceRefusedOne)
+{
+    refuse();
+    grantPair(2);
+    fix_.server.script([this](Exchange& exchange) {
+        fix_.tokens->save(adasSession(3)); // by another process
+        exchange.answer({.status = 401});
+    });
+    EXPECT_EQ(fix_.apiError(api_.nimbrelState()), sessionExpired);
+    EXPECT_EQ(fix_.tokens->load(), adasSession(3));
+}
+
+class FullStore final : public TokenStore {
+public:
+    std::optional<StoredSession> load() override { return adasSession(1); }
+    void save(const StoredSession& /*session*/) override { throw std::domain_error("full"); }
+    void clear() noexcept override {}
+};
+
+TEST_F(SharedKeychain, ThatCannotKeepARenewedSessionCostsNothingInThisRun)
+{
+    const VornAPI api(configurationOf(fix_.server), fix_.http,
+                      std::make_shared<RememberingTokenStore>(std::make_shared<FullStore>()));
+    refuse();
+    grantPair(2);
+    answerState();
+    answerState();
+    EXPECT_EQ(fix_.run(api.nimbrelState()), testing::sampleNimbrelState());
+    EXPECT_EQ(fix_.run(api.nimbrelState()), testing::sampleNimbrelState());
+    EXPECT_THAT(fix_.requests(), ElementsAre(state(1), refresh(1), state(2), state(2)));
+    EXPECT_THAT(fix_.log.lines(), ElementsAre("[api] keychain save failed: full"));
+}
+
+TEST_F(SharedKeychain, MayServeTwoClientsThatDoNotKnowOfEachOther)
+{
+    const VornAPI other(configurationOf(fix_.server), fix_.http, std::make_shared<RememberingTokenStore>(fix_.tokens));
+    refuse();
+    grantPair(2);
+    answerState();
+    EXPECT_EQ(fix_.run(api_.nimbrelState()), testing::sampleNimbrelState());
+    answerState();
+    EXPECT_EQ(fix_.run(other.nimbrelState()), testing::sampleNimbrelState());
+    EXPECT_THAT(fix_.requests(), ElementsAre(state(1), refresh(1), state(2), state(2)));
+}
+
+} // namespace
+} // namespace vorn
