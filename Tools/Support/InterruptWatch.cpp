@@ -1,5 +1,7 @@
 #include "Tools/Support/InterruptWatch.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include <pthread.h>
@@ -10,6 +12,9 @@ namespace {
 
 /// Wakes the waiting thread when the watch ends. It is sent to that thread alone.
 constexpr int wakeUp = SIGUSR1;
+
+constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP};
+constexpr std::chrono::milliseconds betweenLooks{20};
 
 /// Whether whoever started the program wants it to go on, as `nohup` and shells do for what runs in the background.
 bool isIgnored(int number)
@@ -24,7 +29,7 @@ InterruptWatch::InterruptWatch(std::optional<Deadline> deadline) : deadline_(std
 {
     sigemptyset(&awaited_);
     sigaddset(&awaited_, wakeUp);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int number : endingSignals) {
         if (!isIgnored(number)) sigaddset(&awaited_, number);
     }
     std::signal(SIGXFSZ, SIG_IGN);
@@ -72,9 +77,20 @@ void InterruptWatch::heed(int number)
 
 void InterruptWatch::waitOut(const Deadline& deadline)
 {
+    const auto end = std::chrono::steady_clock::now() + deadline.grace;
     std::unique_lock lock(mutex_);
-    const bool ended = ended_.wait_for(lock, deadline.grace, [this] { return ending_; });
-    if (!ended) leave(deadline.lastWords);
+    while (!ended_.wait_for(lock, betweenLooks, [this] { return ending_; })) {
+        if (isAwaitedSignalPending() || std::chrono::steady_clock::now() >= end) leave(deadline.lastWords);
+    }
+}
+
+bool InterruptWatch::isAwaitedSignalPending() const
+{
+    sigset_t pending{};
+    sigpending(&pending);
+    return std::ranges::any_of(endingSignals, [&](int number) {
+        return sigismember(&awaited_, number) == 1 && sigismember(&pending, number) == 1;
+    });
 }
 
 void InterruptWatch::leave(const std::string& lastWords) const

@@ -23,8 +23,8 @@ public:
     /// For programs that wait for others, who may never answer, and keep nothing on disk.
     struct Deadline {
         std::function<void()> onInterrupt; ///< called once, on the watch's own thread, when a signal has come
-        std::chrono::milliseconds grace; ///< a watch that still lives so long after that ends the program on the spot,
-        std::string lastWords;           ///< and this goes to standard error
+        std::chrono::milliseconds grace; ///< a watch that still lives so long after that, or when another signal comes,
+        std::string lastWords;           ///< ends the program on the spot, and this goes to standard error
     };
 
     InterruptWatch() : InterruptWatch(std::nullopt) {}
@@ -54,6 +54,7 @@ private:
     void waitForSignals();
     void heed(int number);
     void waitOut(const Deadline& deadline);
+    bool isAwaitedSignalPending() const;
     [[noreturn]] void leave(const std::string& lastWords) const;
 
     CancelFlag cancel_;

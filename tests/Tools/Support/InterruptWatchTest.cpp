@@ -116,6 +116,19 @@ TEST(InterruptWatch, EndsWorkThatDoesNotUnwindInTime)
     EXPECT_STREQ(said.data(), "last words\n");
 }
 
+TEST(InterruptWatch, EndsWorkThatUnwindsAtASecondSignal)
+{
+    EXPECT_EQ(exitCodeOf([] {
+                  const InterruptWatch watch(InterruptWatch::Deadline{{}, 1h, ""});
+                  kill(getpid(), SIGINT);
+                  hears(watch);
+                  kill(getpid(), SIGTERM);
+                  while (true) pause();
+                  return 0;
+              }),
+              128 + SIGINT);
+}
+
 TEST(InterruptWatch, HearsSignalsAfterOneThatIsNotForIt)
 {
     EXPECT_EQ(exitCodeOf([] {
