@@ -1,6 +1,7 @@
 #include "Platform/Base/CancelFlag.h"
 #include "Tools/Support/InterruptWatch.h"
 #include "Tools/Terminal/CommandFailure.h"
+#include "Tools/Terminal/SessionKeychain.h"
 #include "Tools/Terminal/TerminalCommand.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
@@ -20,8 +21,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* stopped = "Stopped.";
-/// The abort of an upload is on its way meanwhile; nobody waits longer for a program that was told to stop.
-constexpr auto graceAfterSignal = 800ms;
+/// The abort of an upload is on its way meanwhile. Who cannot wait that long sends a second signal.
+constexpr auto graceAfterSignal = 2s;
 
 /// How the command ended: its exit status, or that it was cancelled.
 using Ending = std::optional<TerminalStatus>;
@@ -45,7 +46,7 @@ class Run {
 public:
     Run(const TerminalOptions& options, const Terminal& terminal)
         : terminal_(terminal), tokens_(storeFor(options)),
-          command_(options, {&context_, &clock_, http_, &pool_, tokens_,
+          command_(options, {&context_, &clock_, http_, &pool_, tokens_, keychainFor(options),
                              VornAPI(configuration(options.defaults), http_, tokens_), &terminal_})
     {
     }
@@ -71,6 +72,12 @@ private:
         if (!options.keychain) return std::make_shared<InMemoryTokenStore>();
         return std::make_shared<RememberingTokenStore>(
             std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
+    }
+
+    static std::optional<SessionKeychain> keychainFor(const TerminalOptions& options)
+    {
+        if (!options.keychain) return std::nullopt;
+        return SessionKeychain(Keychain::system(), {bundleIdentifier(), KeychainTokenStore::sessionAccount});
     }
 
     /// What ends the program when the jobs do not end in time. A line that changes may be on the terminal still.

@@ -7,6 +7,7 @@
 #include "VornMacCore/Upload/UploadError.h"
 
 #include <filesystem>
+#include <string_view>
 
 namespace vorn {
 namespace {
@@ -26,6 +27,16 @@ TerminalStatus statusOf(const std::exception& error)
     return TerminalStatus::failed;
 }
 
+/// Nothing retries once the program has ended, whatever the sentence for a window says.
+std::string sentenceOf(const std::exception& error)
+{
+    std::string sentence = describe(error);
+    if (dynamic_cast<const URLError*>(&error) == nullptr) return sentence;
+    constexpr std::string_view promise = " Vorn will retry.";
+    if (sentence.ends_with(promise)) sentence.erase(sentence.size() - promise.size());
+    return sentence + " Run it again.";
+}
+
 } // namespace
 
 CommandFailure failureOf(const std::exception& error)
@@ -36,7 +47,7 @@ CommandFailure failureOf(const std::exception& error)
         return {TerminalStatus::archiveUnreadable,
                 "Vorn couldn't read " + printable(file->path1().string()) + ": " + file->code().message() + "."};
     }
-    return {statusOf(error), printable(describe(error))};
+    return {statusOf(error), printable(sentenceOf(error))};
 }
 
 } // namespace vorn

@@ -18,6 +18,7 @@ enum class TerminalStatus {
     unreachable = 7,       ///< no answer from the service
     refused = 8,           ///< an answer that was not what the command needs
     notAccepted = 9,       ///< the review ended without a reward
+    keychain = 10,         ///< the keychain cannot be reached, or does not do what the command is for
 };
 
 /// Ends a command. `what()` is for the user, fit for a terminal, without a newline at the end; empty when the user

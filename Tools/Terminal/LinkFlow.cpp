@@ -1,6 +1,7 @@
 #include "Tools/Terminal/LinkFlow.h"
 
 #include "Platform/Base/CancelFlag.h"
+#include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/Describe.h"
 
 #include <algorithm>
@@ -17,6 +18,9 @@ constexpr auto grace = 5s;                       ///< for an answer that the pho
 constexpr auto declinedIsShown = 3s;
 constexpr auto failureIsShown = 5s;
 
+constexpr const char* declined = "Your phone declined the link.";
+constexpr const char* ignored = "Nobody confirmed the link in time. Link this Mac first: vorn-terminal link";
+
 Clock::Duration pollInterval(const DeviceLink& link)
 {
     constexpr std::int64_t longest = 24LL * 3600 * 1000; // a larger number must not overflow
@@ -26,8 +30,8 @@ Clock::Duration pollInterval(const DeviceLink& link)
 
 } // namespace
 
-LinkFlow::LinkFlow(VornAPI api, Clock& clock, CreateDeviceLinkRequest request, Show show)
-    : api_(std::move(api)), clock_(&clock), request_(std::move(request)), show_(std::move(show))
+LinkFlow::LinkFlow(VornAPI api, Clock& clock, CreateDeviceLinkRequest request, Show show, Patience patience)
+    : api_(std::move(api)), clock_(&clock), request_(std::move(request)), show_(std::move(show)), patience_(patience)
 {
 }
 
@@ -40,7 +44,10 @@ Async<DesktopSession> LinkFlow::run()
             continue;
         } catch (const Cancelled&) {
             throw;
+        } catch (const CommandFailure&) {
+            throw;
         } catch (const std::exception& error) {
+            if (patience_ == Patience::oneCode) throw;
             failure = describe(error); // nothing can be awaited in here
         }
         show({LinkPhase::Failed{std::move(failure)}});
@@ -55,11 +62,17 @@ Async<std::optional<DesktopSession>> LinkFlow::tryOneCode()
     show({LinkPhase::Showing{link.qrPayload, link.expiresAtDate()}});
     Outcome outcome = co_await poll(std::move(link));
     if (auto* session = std::get_if<DesktopSession>(&outcome)) co_return std::move(*session);
-    if (std::holds_alternative<Declined>(outcome)) {
-        show({LinkPhase::Rejected{}});
-        co_await clock_->sleep(declinedIsShown);
-    }
+    co_await renew(std::holds_alternative<Declined>(outcome));
     co_return std::nullopt;
+}
+
+Async<> LinkFlow::renew(bool wasDeclined)
+{
+    if (patience_ == Patience::oneCode)
+        throw CommandFailure(TerminalStatus::notLinked, wasDeclined ? declined : ignored);
+    if (!wasDeclined) co_return;
+    show({LinkPhase::Rejected{}});
+    co_await clock_->sleep(declinedIsShown);
 }
 
 Async<DeviceLink> LinkFlow::askForCode()

@@ -1,7 +1,9 @@
 #include "Tools/Terminal/LinkPrinter.h"
 
+#include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/PrintableText.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include <fmt/format.h>
@@ -36,21 +38,38 @@ void LinkPrinter::tell(const LinkPhase::Loading&)
 void LinkPrinter::tell(const LinkPhase::Showing& showing)
 {
     lastFailure_.clear();
-    if (!std::exchange(explained_, true)) terminal_.say(steps);
-    draw(showing.qrPayload);
-    terminal_.say("Waiting for your phone");
-}
-
-void LinkPrinter::draw(const std::string& qrPayload) const
-{
-    const QRCodeText code(qrPayload, ink_);
-    if (code.columns() > terminal_.traits().columns) {
-        terminal_.say(
-            fmt::format("The code needs {} columns. Make the window wider for the next one.", code.columns()));
+    const QRCodeText code = codeOf(showing.qrPayload);
+    const auto window = terminal_.window();
+    if (window && code.columns() > window->columns) {
+        terminal_.say(fmt::format("The code needs {} columns, but this window has {}. Make it wider and run this "
+                                  "again, or wait for the next code.",
+                                  code.columns(), window->columns));
         return;
     }
-    for (const std::string& line : code.lines()) terminal_.say(line);
+    if (!std::exchange(explained_, true)) terminal_.say(steps);
     if (ink_ != QRCodeText::Ink::colours) terminal_.say(whenUnreadable);
+    if (window && static_cast<int>(code.lines().size()) >= window->rows) {
+        terminal_.say(fmt::format("The code needs {} lines. Make the window taller to see all of it.",
+                                  code.lines().size() + 1)); // the cursor's too
+    }
+    terminal_.say("Waiting for your phone");
+    draw(code);
+}
+
+QRCodeText LinkPrinter::codeOf(const std::string& qrPayload) const
+{
+    try {
+        return {qrPayload, ink_};
+    } catch (const std::length_error&) {
+        throw CommandFailure(TerminalStatus::refused, "The server sent a code that fits no QR code.");
+    }
+}
+
+void LinkPrinter::draw(const QRCodeText& code) const
+{
+    std::string picture;
+    for (const std::string& line : code.lines()) picture += (picture.empty() ? "" : "\n") + line;
+    terminal_.say(picture);
 }
 
 void LinkPrinter::tell(const LinkPhase::Scanned&)

@@ -14,7 +14,8 @@ public:
     /// `terminal` must outlive it; `background` is the user's word about it.
     LinkPrinter(const Terminal& terminal, std::optional<TerminalOptions::Background> background);
 
-    /// Throws `std::length_error` for a code that cannot be drawn.
+    /// A code is drawn below all that is said about it, so that one of 23 lines fits a window of 24, with the cursor
+    /// below. Throws `CommandFailure` for one that cannot be drawn at all.
     void show(const LinkPhase& phase);
 
 private:
@@ -23,7 +24,8 @@ private:
     void tell(const LinkPhase::Scanned& scanned);
     void tell(const LinkPhase::Rejected& rejected);
     void tell(const LinkPhase::Failed& failed);
-    void draw(const std::string& qrPayload) const;
+    QRCodeText codeOf(const std::string& qrPayload) const;
+    void draw(const QRCodeText& code) const;
 
     const Terminal& terminal_;
     QRCodeText::Ink ink_;

@@ -16,10 +16,20 @@ bool isControl(char32_t scalar)
     return c0OrC1 || breaksLine;
 }
 
+/// Spaces without width, and the tags that spell a second, hidden text.
+bool isInvisible(char32_t scalar)
+{
+    const bool hasNoWidth = scalar == 0x00AD || scalar == 0x180E || scalar == 0x200B || scalar == 0xFEFF ||
+                            (scalar >= 0x2060 && scalar <= 0x2064);
+    const bool annotates = scalar >= 0xFFF9 && scalar <= 0xFFFB;
+    const bool isTag = scalar >= 0xE0000 && scalar <= 0xE007F;
+    return hasNoWidth || annotates || isTag;
+}
+
 bool reordersText(char32_t scalar)
 {
     return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F || (scalar >= 0x202A && scalar <= 0x202E) ||
-           (scalar >= 0x2066 && scalar <= 0x2069);
+           (scalar >= 0x2066 && scalar <= 0x206F); // and the deprecated marks of shaping behind them
 }
 
 } // namespace
@@ -28,6 +38,7 @@ std::string printable(std::string_view foreign)
 {
     std::string clean;
     for (const char32_t scalar : text::scalars(foreign)) {
+        if (isInvisible(scalar)) continue;
         text::append(clean, isControl(scalar) || reordersText(scalar) ? U'\uFFFD' : scalar);
     }
     const std::string cut = text::prefixOfCharacters(clean, longest);

@@ -27,13 +27,6 @@ std::optional<Background> backgroundOf(std::string_view colours)
     return background == "7" || background == "15" ? Background::light : Background::dark;
 }
 
-int columnsOf(int descriptor)
-{
-    winsize size{};
-    const bool known = ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return known ? size.ws_col : 80;
-}
-
 } // namespace
 
 Terminal::Traits Terminal::currentTraits()
@@ -43,8 +36,14 @@ Terminal::Traits Terminal::currentTraits()
     const std::string_view kind = environment("TERM");
     traits.colours = traits.isTerminal && environment("NO_COLOR").empty() && !kind.empty() && kind != "dumb";
     traits.background = backgroundOf(environment("COLORFGBG"));
-    traits.columns = columnsOf(STDERR_FILENO);
     return traits;
+}
+
+Terminal::WindowSize Terminal::currentWindowSize()
+{
+    winsize size{};
+    const bool known = ioctl(STDERR_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col > 0 && size.ws_row > 0;
+    return known ? WindowSize{size.ws_col, size.ws_row} : WindowSize{};
 }
 
 void Terminal::say(const std::string& line) const

@@ -2,7 +2,6 @@
 
 #include "Platform/Base/Log.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/LinkFlow.h"
 #include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
 #include "Tools/Terminal/SubmissionWatch.h"
@@ -48,34 +47,60 @@ Async<> TerminalCommand::link()
                                 ". Sign out first to link it anew.");
         co_return;
     }
-    co_await linkNow();
+    // A link that lasts for this run is of no use when the run ends with it.
+    if (services_.keychain)
+        services_.keychain->requireReachable("The link could not be kept, so this Mac was not linked.");
+    const StoredSession session = co_await linkNow(LinkFlow::Patience::untilLinked);
+    if (!keeps(session)) {
+        co_await revoke(session);
+        throw CommandFailure(TerminalStatus::keychain, "The keychain didn't keep the link, so this Mac is not linked.");
+    }
+    sayLinked(session);
 }
 
-Async<StoredSession> TerminalCommand::linkNow()
+Async<StoredSession> TerminalCommand::linkNow(LinkFlow::Patience patience)
 {
-    LinkFlow flow(services_.api, *services_.clock, DeviceIdentity::linkRequest(applicationBundle()),
-                  [this](const LinkPhase& phase) { linkPrinter_.show(phase); });
-    const StoredSession session(co_await flow.run());
-    keep(session);
-    services_.terminal->say("Linked to " + printable(session.displayName) + ".");
+    LinkFlow flow(
+        services_.api, *services_.clock, DeviceIdentity::linkRequest(applicationBundle()),
+        [this](const LinkPhase& phase) { linkPrinter_.show(phase); }, patience);
+    co_return StoredSession(co_await flow.run());
+}
+
+Async<StoredSession> TerminalCommand::linkForThisRun()
+{
+    // Scripts upload too; what waits for a person where none can see it would wait for ever.
+    const bool isSeen = services_.terminal->traits().isTerminal;
+    StoredSession session = co_await linkNow(isSeen ? LinkFlow::Patience::untilLinked : LinkFlow::Patience::oneCode);
+    if (!keeps(session)) {
+        services_.terminal->say("The keychain doesn't keep the session here, so the link lasts for this run only.");
+    } else if (!services_.keychain) {
+        services_.terminal->say("The keychain is left alone, so the link lasts for this run only.");
+    }
+    sayLinked(session);
     co_return session;
 }
 
-void TerminalCommand::keep(const StoredSession& session) const
+bool TerminalCommand::keeps(const StoredSession& session) const
 {
     try {
         services_.api.adopt(session);
+        return true;
     } catch (const std::exception& error) {
         Log(bundleIdentifier(), "app").error(std::string("keychain save failed: ") + error.what());
-        services_.terminal->say("The keychain doesn't keep the session here, so the link lasts for this run only.");
+        return false;
     }
+}
+
+void TerminalCommand::sayLinked(const StoredSession& session) const
+{
+    services_.terminal->say("Linked to " + printable(session.displayName) + ".");
 }
 
 StoredSession TerminalCommand::storedSession() const
 {
-    auto session = services_.tokens->load();
-    if (!session) throw CommandFailure(TerminalStatus::notLinked, "This Mac is not linked. Link it first.");
-    return *std::move(session);
+    if (auto session = services_.tokens->load()) return *std::move(session);
+    if (services_.keychain) services_.keychain->requireReachable("Vorn can't tell whether this Mac is linked.");
+    throw CommandFailure(TerminalStatus::notLinked, "This Mac is not linked. Link it first.");
 }
 
 Async<> TerminalCommand::upload()
@@ -83,7 +108,7 @@ Async<> TerminalCommand::upload()
     const auto readArchive = [this](const CancelFlag& cancel) { return factsOf(options_.archive, cancel); };
     const ArchiveFacts archive = co_await onBackground(services_.pool, readArchive); // before anybody gets up to link
     const auto stored = services_.tokens->load();
-    const StoredSession session = stored ? *stored : co_await linkNow();
+    const StoredSession session = stored ? *stored : co_await linkForThisRun();
     const VornAPI api = services_.api.pinned(session.userId);
     const NimbrelState quest = co_await questFor(api, archive.sizeBytes);
     SubmissionStatus submission = co_await send(api);
@@ -152,14 +177,26 @@ Async<> TerminalCommand::status()
 
 Async<> TerminalCommand::signOut()
 {
+    if (services_.keychain)
+        services_.keychain->requireReachable(
+            "This Mac may still be linked. Sign out again once the keychain can be reached.");
     auto session = services_.api.forget();
-    if (!session) {
-        services_.terminal->say("This Mac is not linked.");
-        co_return;
-    }
-    co_await endsWithin(services_.context, services_.clock, patienceForRevoking,
-                        services_.api.revoke(*std::move(session)));
-    services_.terminal->say("Signed out.");
+    const bool wasLinked = session.has_value();
+    if (session) co_await revoke(*std::move(session));
+    requireForgotten();
+    services_.terminal->say(wasLinked ? "Signed out." : "This Mac is not linked.");
+}
+
+Async<> TerminalCommand::revoke(StoredSession session) const
+{
+    Async<> revoking = services_.api.revoke(std::move(session));
+    co_await endsWithin(services_.context, services_.clock, patienceForRevoking, std::move(revoking));
+}
+
+void TerminalCommand::requireForgotten() const
+{
+    if (!services_.keychain || !services_.keychain->holdsSession("The session may still be there.")) return;
+    throw CommandFailure(TerminalStatus::keychain, "The keychain still holds the session, and did not let go of it.");
 }
 
 template <class Result>

@@ -3,7 +3,9 @@
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/Clock.h"
 #include "Platform/Async/MainContext.h"
+#include "Tools/Terminal/LinkFlow.h"
 #include "Tools/Terminal/LinkPrinter.h"
+#include "Tools/Terminal/SessionKeychain.h"
 #include "Tools/Terminal/Terminal.h"
 #include "Tools/Terminal/TerminalOptions.h"
 #include "Tools/Terminal/TerminalResults.h"
@@ -22,6 +24,7 @@ struct TerminalServices {
     std::shared_ptr<HTTPSession> http;
     BackgroundPool* pool = nullptr;
     std::shared_ptr<TokenStore> tokens;
+    std::optional<SessionKeychain> keychain; ///< behind the store; nothing when the keychain is left alone
     VornAPI api;
     const Terminal* terminal = nullptr;
 };
@@ -41,10 +44,14 @@ private:
     Async<> status();
     Async<> signOut();
 
-    /// The session of a link that the user approves now.
-    Async<StoredSession> linkNow();
-    void keep(const StoredSession& session) const;
+    /// The session of a link that the user approves now. Nothing is stored yet.
+    Async<StoredSession> linkNow(LinkFlow::Patience patience);
+    Async<StoredSession> linkForThisRun();
+    bool keeps(const StoredSession& session) const;
+    void sayLinked(const StoredSession& session) const;
     StoredSession storedSession() const;
+    Async<> revoke(StoredSession session) const;
+    void requireForgotten() const;
 
     Async<NimbrelState> questFor(VornAPI api, std::int64_t sizeBytes);
     Async<SubmissionStatus> send(VornAPI api);

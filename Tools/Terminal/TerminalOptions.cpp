@@ -1,7 +1,8 @@
 #include "Tools/Terminal/TerminalOptions.h"
 
+#include "Tools/Terminal/PrintableText.h"
+
 #include <algorithm>
-#include <map>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -19,10 +20,13 @@ constexpr const char* footer =
     "  -VornAPIBaseURLOverride URL   where the service is: https, or http on this very machine\n\n"
     "Without colours (NO_COLOR, or output that is no terminal) the QR code is drawn for a dark background,\n"
     "unless COLORFGBG or --background says that it is light.\n\n"
+    "An upload that nobody watches (standard error is no terminal) links with one code only, and does not wait\n"
+    "for a service that is down.\n\n"
     "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or not any more; 4 the archive cannot\n"
     "be read; 5 the quest takes no upload now; 6 the archive is larger than the upload limit; 7 the service\n"
-    "cannot be reached; 8 the service or its storage refused; 9 the review ended without a reward;\n"
-    "1 any other problem; 128+N ended by signal N.";
+    "cannot be reached; 8 the service or its storage refused; 9 the review ended without a reward; 10 the\n"
+    "keychain cannot be reached, or does not do what is asked of it; 1 any other problem;\n"
+    "128+N ended by signal N.";
 
 using Command = TerminalOptions::Command;
 using Background = TerminalOptions::Background;
@@ -34,11 +38,15 @@ struct Texts {
 
 void addBackground(CLI::App& command, TerminalOptions& options)
 {
-    static const std::map<std::string, Background> backgrounds = {{"dark", Background::dark},
-                                                                  {"light", Background::light}};
-    command.add_option("--background", options.background, "The terminal's background, for a QR code without colours")
-        ->transform(CLI::Transformer(backgrounds).description(""))
-        ->check(CLI::IsMember({Background::dark, Background::light}).description(""))
+    const auto read = [&options](const std::string& text) {
+        if (text != "dark" && text != "light") {
+            throw CLI::ValidationError("--background", "must be dark or light, not \"" + printable(text) + "\"");
+        }
+        options.background = text == "dark" ? Background::dark : Background::light;
+    };
+    command
+        .add_option_function<std::string>("--background", read,
+                                          "The terminal's background, for a QR code without colours")
         ->type_name("dark|light");
 }
 
@@ -88,6 +96,15 @@ std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
     return "";
 }
 
+/// The mistake of a line on which no command was found.
+std::string missingCommand(const CLI::App& app)
+{
+    constexpr const char* commands = "link, upload, status or sign-out";
+    const auto left = app.remaining();
+    if (left.empty()) return std::string("A command is missing: ") + commands;
+    return "There is no command \"" + printable(left.front()) + "\", only " + commands;
+}
+
 TerminalOptionsEnd mistake(const std::string& text)
 {
     return {text + "\nRun with --help for more information.\n", true};
@@ -114,7 +131,8 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     } catch (const CLI::CallForVersion& version) {
         return TerminalOptionsEnd{std::string(version.what()) + "\n", false};
     } catch (const CLI::ParseError& error) {
-        return mistake(error.what());
+        const bool hasCommand = !app.get_subcommands().empty();
+        return mistake(hasCommand ? error.what() : missingCommand(app));
     }
     options.archive = texts.archive;
     if (app.got_subcommand("status") && app.get_subcommand("status")->count("SUBMISSION") > 0) {

@@ -1,5 +1,6 @@
 #include "Tools/Terminal/TerminalResults.h"
 
+#include "Tools/Terminal/ByteText.h"
 #include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
 
@@ -16,11 +17,6 @@ using JSON = nlohmann::ordered_json;
 std::string line(std::string_view label, const std::string& value)
 {
     return fmt::format("{:<16}{}\n", label, printable(value));
-}
-
-std::string bytesText(std::int64_t bytes)
-{
-    return fmt::format("{:.1f} MB", static_cast<double>(bytes) / 1'000'000);
 }
 
 std::string submissionLines(const SubmissionStatus& submission, const std::string& questReward)

@@ -3,9 +3,19 @@
 #include <utility>
 
 namespace vorn {
+namespace {
+
+std::chrono::steady_clock::time_point timePoint(Clock::Duration now)
+{
+    using TimePoint = std::chrono::steady_clock::time_point;
+    return TimePoint(std::chrono::duration_cast<TimePoint::duration>(now));
+}
+
+} // namespace
 
 UploadDisplay::UploadDisplay(MainContext& context, const Clock& clock, const Terminal& terminal)
-    : context_(context), clock_(clock), terminal_(terminal), line_(terminal.forProgress())
+    : context_(context), clock_(clock), terminal_(terminal),
+      line_(terminal.forProgress(), [&clock] { return timePoint(clock.now()); })
 {
     inbox_->display = this;
 }
@@ -32,8 +42,8 @@ void UploadDisplay::report(const UploadProgress& progress)
 void UploadDisplay::show(const UploadProgress& progress)
 {
     meter_.update(progress, clock_.now());
-    if (terminal_.traits().isTerminal) {
-        line_.show(meter_.line());
+    if (const auto window = terminal_.window()) {
+        line_.show(meter_.line(window->columns));
     } else if (const int tenths = meter_.percent() / 10; tenths > toldTenths_) {
         toldTenths_ = tenths;
         terminal_.say(meter_.plainLine());

@@ -2,6 +2,7 @@
 
 #include "Platform/Base/FileManager.h"
 #include "Platform/Base/SHA256.h"
+#include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
 #include "VornMacCore/Identity/DeviceIdentity.h"
 #include "VornMacCore/Quest/QuestAvailability.h"
@@ -13,15 +14,19 @@ namespace {
 
 constexpr const char* termsVersion = "vorn-mac-nimbrel-1";
 
+CommandFailure unreadable(const std::filesystem::path& archive, const std::string& why)
+{
+    return {TerminalStatus::archiveUnreadable, "Vorn couldn't read " + printable(archive.string()) + ": " + why + "."};
+}
+
 } // namespace
 
 ArchiveFacts factsOf(const std::filesystem::path& archive, const CancelFlag& cancel)
 {
     // A folder has a size too, and a pipe can be read only once.
-    if (std::filesystem::exists(archive) && !std::filesystem::is_regular_file(archive)) {
-        throw std::filesystem::filesystem_error("not a file", archive,
-                                                std::make_error_code(std::errc::invalid_argument));
-    }
+    const auto status = std::filesystem::status(archive);
+    if (std::filesystem::is_directory(status)) throw unreadable(archive, "it is a folder, not an archive");
+    if (std::filesystem::is_other(status)) throw unreadable(archive, "it is not a file on a disk");
     return {FileManager::standard().fileSize(archive), SHA256::hexDigestOfFile(archive, &cancel)};
 }
 

@@ -21,7 +21,8 @@ struct ArchiveFacts {
     bool operator==(const ArchiveFacts&) const = default;
 };
 
-/// Reads the whole file. Throws `std::filesystem::filesystem_error`, also for what is no file, and `Cancelled`.
+/// Reads the whole file. Throws `std::filesystem::filesystem_error`, `CommandFailure` for what is no file, and
+/// `Cancelled`.
 ArchiveFacts factsOf(const std::filesystem::path& archive, const CancelFlag& cancel);
 
 /// Why the quest takes no archive of that size at the time `now`; nothing when it does.

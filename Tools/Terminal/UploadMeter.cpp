@@ -1,5 +1,8 @@
 #include "Tools/Terminal/UploadMeter.h"
 
+#include "Platform/Base/Text.h"
+#include "Tools/Terminal/ByteText.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -14,7 +17,6 @@ constexpr auto window = 5s;            ///< that the rate is taken over
 constexpr auto enough = 500ms;         ///< less would be a guess
 constexpr auto betweenSamples = 100ms; ///< progress comes in thousands of steps a second
 constexpr int barCells = 20;
-constexpr double megabyte = 1'000'000;
 constexpr double longestTold = 99.0 * 3600; // seconds
 
 double seconds(Clock::Duration duration)
@@ -63,12 +65,21 @@ std::optional<double> UploadMeter::rate() const
     return static_cast<double>(samples_.back().bytes - samples_.front().bytes) / seconds(span);
 }
 
+std::string UploadMeter::percentText() const
+{
+    return fmt::format("{} %", percent());
+}
+
 std::string UploadMeter::amounts() const
 {
+    const ByteUnit unit = ByteUnit::fitting(progress_.totalBytes); // both in one, to be compared at a glance
+    return fmt::format("  {} of {}", unit.number(progress_.bytesSent), bytesText(progress_.totalBytes));
+}
+
+std::string UploadMeter::rateText() const
+{
     const auto speed = rate();
-    return fmt::format("{} %  {:.1f} of {:.1f} MB{}", percent(), static_cast<double>(progress_.bytesSent) / megabyte,
-                       static_cast<double>(progress_.totalBytes) / megabyte,
-                       speed ? fmt::format("  {:.1f} MB/s", *speed / megabyte) : "");
+    return speed ? fmt::format("  {}/s", bytesText(static_cast<std::int64_t>(*speed))) : "";
 }
 
 std::string UploadMeter::timeLeft() const
@@ -79,14 +90,22 @@ std::string UploadMeter::timeLeft() const
     return left < 0 || left > longestTold ? "" : "  " + durationText(left) + " left";
 }
 
-std::string UploadMeter::line() const
+std::string UploadMeter::line(int columns) const
 {
-    return "[" + bar(progress_.fraction()) + "] " + amounts() + timeLeft();
+    const auto fits = [columns](const std::string& text) {
+        return static_cast<int>(text::scalars(text).size()) < columns; // each of ours takes one column
+    };
+    std::string line = percentText();
+    for (const std::string& more : {amounts(), rateText(), timeLeft()}) {
+        if (fits(line + more)) line += more;
+    }
+    const std::string whole = "[" + bar(progress_.fraction()) + "] " + line;
+    return fits(whole) ? whole : line;
 }
 
 std::string UploadMeter::plainLine() const
 {
-    return amounts();
+    return percentText() + amounts() + rateText();
 }
 
 } // namespace vorn

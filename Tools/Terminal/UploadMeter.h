@@ -22,8 +22,9 @@ public:
     /// Bytes a second over the last few seconds; nothing until there is enough to go by.
     std::optional<double> rate() const;
 
-    /// "[██████░░░░] 60 %  6.0 of 10.0 MB  1.2 MB/s  4 s left", at most 79 columns.
-    std::string line() const;
+    /// "[██████░░░░] 60 %  6.0 of 10.0 MB  1.2 MB/s  4 s left", or as much of it as keeps free one of `columns`: what
+    /// wraps cannot be erased again.
+    std::string line(int columns) const;
 
     /// The same without the bar, for output that is kept: "60 %  6.0 of 10.0 MB  1.2 MB/s".
     std::string plainLine() const;
@@ -33,7 +34,9 @@ private:
         std::int64_t bytes = 0;
         Clock::Duration at{};
     };
+    std::string percentText() const;
     std::string amounts() const;
+    std::string rateText() const;
     std::string timeLeft() const;
 
     UploadProgress progress_;

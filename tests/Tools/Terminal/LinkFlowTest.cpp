@@ -1,4 +1,6 @@
 #include "Tools/Terminal/LinkFlow.h"
+#include "Tools/Terminal/CommandFailure.h"
+#include "VornMacCore/Client/APIError.h"
 #include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "tests/support/async/ManualClock.h"
 #include "tests/support/service/HeldHTTPSession.h"
@@ -21,6 +23,13 @@ constexpr const char* scanned = R"({"status":"scanned"})";
 /// A service that answers when the test says so, and a clock that the test moves.
 class LinkFixture {
 public:
+    explicit LinkFixture(LinkFlow::Patience tried = LinkFlow::Patience::untilLinked) : patience(tried)
+    {
+        main.runUntilIdle();
+    }
+    ~LinkFixture() { main.shutDown(); }
+    LinkFixture(LinkFixture&&) = delete;
+
     void tell(int status, const std::string& body)
     {
         http->answer(http->count() - 1, status, body);
@@ -50,15 +59,19 @@ public:
     testing::ManualClock clock; // 2026-03-01T09:00:00Z
     MainContext main;
     std::vector<LinkPhase> phases;
+    bool failsToShow = false;
+    CommandFailure failure{TerminalStatus::refused, "No such code."};
+    LinkFlow::Patience patience;
     LinkFlow flow{
         VornAPI(APIConfiguration{APIConfiguration::productionBaseURL()}, http, std::make_shared<InMemoryTokenStore>()),
         clock,
         {"Mac", "macos", "1.0.0", "macOS 14.0"},
-        [this](const LinkPhase& phase) { phases.push_back(phase); }};
+        [this](const LinkPhase& phase) {
+            phases.push_back(phase);
+            if (failsToShow && std::holds_alternative<LinkPhase::Showing>(phase.state)) throw failure;
+        },
+        patience};
     testing::Started<DesktopSession> linking{main, flow.run()};
-
-    LinkFixture() { main.runUntilIdle(); }
-    ~LinkFixture() { main.shutDown(); }
 };
 
 const LinkPhase loading{LinkPhase::Loading{}};
@@ -204,6 +217,56 @@ TEST(LinkFlow, TriesAgainFiveSecondsAfterAnyFailure)
     EXPECT_EQ(fix.phases.back(), failed("The server sent an answer Vorn could not read."));
     fix.pass(5s);
     EXPECT_THAT(fix.http->summaries(), ElementsAre(create, create, create, ask, create));
+}
+
+TEST(LinkFlow, EndsWithTheFirstFailureWhereNobodyMayBe)
+{
+    LinkFixture fix(LinkFlow::Patience::oneCode);
+    fix.fail(URLError::Code::cannotConnectToHost);
+    EXPECT_EQ(testing::errorOf<URLError>(fix.linking), URLError(URLError::Code::cannotConnectToHost));
+    EXPECT_THAT(fix.phases, ElementsAre(loading));
+    LinkFixture polling(LinkFlow::Patience::oneCode);
+    polling.giveCode();
+    polling.pass(2s);
+    polling.tell(500, "");
+    EXPECT_TRUE(testing::errorOf<APIError>(polling.linking));
+}
+
+TEST(LinkFlow, EndsWithTheFirstCodeWhereNobodyMayBe)
+{
+    struct Case {
+        const char* answer;
+        const char* text;
+    };
+    for (const Case each :
+         {Case{R"({"status":"expired"})", "Nobody confirmed the link in time. Link this Mac first: vorn-terminal link"},
+          Case{R"({"status":"rejected"})", "Your phone declined the link."}}) {
+        LinkFixture fix(LinkFlow::Patience::oneCode);
+        fix.giveCode();
+        fix.pass(2s);
+        fix.tell(200, each.answer);
+        EXPECT_EQ(testing::errorOf<CommandFailure>(fix.linking), CommandFailure(TerminalStatus::notLinked, each.text));
+        EXPECT_THAT(fix.phases, ElementsAre(loading, showing()));
+    }
+}
+
+TEST(LinkFlow, LinksWithOneCodeWhereNobodyMayBe)
+{
+    LinkFixture fix(LinkFlow::Patience::oneCode);
+    fix.giveCode();
+    fix.pass(2s);
+    fix.tell(200, testing::approvedPollJSON);
+    ASSERT_TRUE(fix.linking.hasEnded());
+    EXPECT_EQ(fix.linking.result(), testing::sampleApprovedPoll().session);
+}
+
+TEST(LinkFlow, EndsWhenACodeCannotBeShown)
+{
+    LinkFixture fix;
+    fix.failsToShow = true;
+    fix.giveCode();
+    EXPECT_EQ(testing::errorOf<CommandFailure>(fix.linking), fix.failure);
+    EXPECT_EQ(fix.sentWithin(10s), 0U);
 }
 
 TEST(LinkFlow, EndsInsideOfAPollWhenItIsCancelled)

@@ -1,10 +1,10 @@
 #include "Tools/Terminal/LinkPrinter.h"
+#include "Tools/Terminal/CommandFailure.h"
 #include "tests/Tools/Terminal/QRReader.h"
 #include "tests/Tools/Terminal/SaidLines.h"
 #include "tests/support/ScopedEnvironment.h"
 
 #include <sstream>
-#include <stdexcept>
 
 #include <gmock/gmock.h>
 
@@ -41,7 +41,6 @@ TEST(LinkPrinter, TellsHowLinkingGoesOn)
     EXPECT_THAT(shown, HasSubstr("  1. Open Vorn on your iPhone.\n"
                                  "  2. Open the Nimbrel chat quest and tap Link a Mac.\n"
                                  "  3. Point your camera at the code, then confirm on your phone.\n"));
-    EXPECT_THAT(shown, HasSubstr("\nWaiting for your phone\n"));
     printer.show({LinkPhase::Scanned{}});
     EXPECT_EQ(said.take(), "Scanned. Confirm Link this Mac on your phone.\n");
     printer.show({LinkPhase::Rejected{}});
@@ -78,20 +77,73 @@ TEST(LinkPrinter, SaysOfARepeatedFailureOnce)
     EXPECT_EQ(said.take(), "Other \uFFFD[31mwords.\n");
 }
 
-TEST(LinkPrinter, AsksForAWiderWindowInsteadOfBreakingTheCode)
+/// As long as a service's: a name and 32 bytes in hexadecimal digits.
+const std::string usualPayload = "vorn://link?code=" + std::string(64, '0');
+
+TEST(LinkPrinter, DrawsTheCodeBelowAllWords)
 {
-    SaidLines said({.isTerminal = true, .colours = true, .columns = 28});
-    LinkPrinter(said.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
-    const std::string text = said.take();
-    EXPECT_THAT(text, HasSubstr("The code needs 29 columns."));
-    EXPECT_THAT(text, Not(HasSubstr("█")));
+    for (const bool colours : {true, false}) {
+        SaidLines said({.isTerminal = true, .colours = colours});
+        LinkPrinter(said.terminal, {}).show({LinkPhase::Showing{usualPayload, {}}});
+        const std::string text = said.take();
+        const std::string words = "Waiting for your phone\n";
+        const auto end = text.find(words);
+        ASSERT_NE(end, std::string::npos);
+        const std::vector<std::string> code = codeIn(text.substr(end + words.size()));
+        EXPECT_EQ(ScreenImage(code, ScreenImage::Blocks::light).read(), usualPayload);
+        EXPECT_LT(code.size(), 24U); // the cursor stands on a line of its own
+        EXPECT_TRUE(text.ends_with(code.back() + "\n"));
+        EXPECT_THAT(text, Not(HasSubstr("taller")));
+    }
 }
 
-TEST(LinkPrinter, ThrowsForWhatFitsNoCode)
+TEST(LinkPrinter, AsksForAWiderWindowInsteadOfBreakingTheCode)
+{
+    SaidLines said({.isTerminal = true, .colours = true});
+    said.window.columns = 28;
+    LinkPrinter printer(said.terminal, {});
+    printer.show({LinkPhase::Showing{"code-1", {}}});
+    EXPECT_EQ(said.take(),
+              "The code needs 29 columns, but this window has 28. Make it wider and run this again, or wait "
+              "for the next code.\n");
+    said.window.columns = 29;
+    printer.show({LinkPhase::Showing{"code-2", {}}});
+    EXPECT_EQ(ScreenImage(codeIn(said.take()), ScreenImage::Blocks::light).read(), "code-2");
+}
+
+TEST(LinkPrinter, SaysThatTheWindowIsTooLowBeforeTheCode)
+{
+    SaidLines said({.isTerminal = true, .colours = true});
+    LinkPrinter printer(said.terminal, {});
+    said.window.rows = 16; // 15 of the code's, one of the cursor's
+    printer.show({LinkPhase::Showing{"code-1", {}}});
+    EXPECT_THAT(said.take(), Not(HasSubstr("taller")));
+    said.window.rows = 15;
+    printer.show({LinkPhase::Showing{"code-2", {}}});
+    const std::string text = said.take();
+    EXPECT_THAT(text, HasSubstr("The code needs 16 lines. Make the window taller to see all of it.\n"));
+    EXPECT_EQ(ScreenImage(codeIn(text), ScreenImage::Blocks::light).read(), "code-2");
+}
+
+TEST(LinkPrinter, MindsNoWindowWhereThereIsNone)
+{
+    SaidLines said;
+    said.window = {.columns = 1, .rows = 1};
+    LinkPrinter(said.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    EXPECT_EQ(ScreenImage(codeIn(said.take()), ScreenImage::Blocks::light).read(), "code-1");
+}
+
+TEST(LinkPrinter, RefusesWhatFitsNoCode)
 {
     SaidLines said;
     LinkPrinter printer(said.terminal, {});
-    EXPECT_THROW(printer.show({LinkPhase::Showing{std::string(5000, 'x'), {}}}), std::length_error);
+    try {
+        printer.show({LinkPhase::Showing{std::string(5000, 'x'), {}}});
+        FAIL();
+    } catch (const CommandFailure& failure) {
+        EXPECT_EQ(failure, CommandFailure(TerminalStatus::refused, "The server sent a code that fits no QR code."));
+    }
+    EXPECT_EQ(said.take(), "");
 }
 
 TEST(Terminal, ChoosesInkThatAPhoneCanRead)

@@ -33,7 +33,11 @@ TEST(PrintableText, KeepsCommandsFromTheTerminal)
         {"NUL", "a\0b"s, "a\uFFFDb"},
         {"delete", "\x7F", "\uFFFD"},
         {"reordering", "\u202Egpj.exe\u202C\u2066x\u2069\u200F", "\uFFFDgpj.exe\uFFFD\uFFFDx\uFFFD\uFFFD"},
+        {"marks of both directions", "\u061Ca\u200Eb\u202Ac\u206Ad", "\uFFFDa\uFFFDb\uFFFDc\uFFFDd"},
         {"ill-formed", "a\xFFz", "a\uFFFDz"},
+        {"spaces without width", "pay\u200Bpal\uFEFF.com\u2060\u00AD", "paypal.com"},
+        {"hidden text in tags", "Sam\U000E0001\U000E0041\U000E007F", "Sam"},
+        {"beyond the tags", "\U000E0080", "\U000E0080"},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.name);

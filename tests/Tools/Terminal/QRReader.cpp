@@ -69,7 +69,7 @@ std::string ScreenImage::read() const
     }
     const TemporaryFolder folder;
     writeFile(folder / "code.pgm", image);
-    Program reader("/usr/bin/zbarimg", {"--quiet", "--raw", "-Sdisable", "-Sqrcode.enable", folder / "code.pgm"});
+    Program reader(QR_READER, {"--quiet", "--raw", "-Sdisable", "-Sqrcode.enable", folder / "code.pgm"});
     reader.exitCode();
     std::string text = reader.output();
     if (text.ends_with('\n')) text.pop_back();

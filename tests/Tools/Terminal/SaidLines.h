@@ -11,7 +11,7 @@ namespace vorn::testing {
 /// A terminal that keeps what is said.
 class SaidLines {
 public:
-    explicit SaidLines(Terminal::Traits traits = {}) : terminal(file_, traits)
+    explicit SaidLines(Terminal::Traits traits = {}) : terminal(file_, traits, [this] { return window; })
     {
         if (file_ == nullptr) throw std::runtime_error("no temporary file");
     }
@@ -34,6 +34,7 @@ private:
     long position_ = 0;
 
 public:
+    Terminal::WindowSize window; ///< of what is a terminal
     Terminal terminal;
 };
 

@@ -7,18 +7,38 @@
 namespace vorn {
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using testing::LinkedFixture;
+using ::testing::Not;
 using testing::Sandbox;
 using testing::TerminalFixture;
 
+constexpr const char* nowhere = "http://127.0.0.1:9";
+
 TEST(StatusProgram, NeedsALink)
 {
-    const TerminalFixture fix;
-    const auto program = fix.start("http://127.0.0.1:9", {"status"});
+    const LinkedFixture fix;
+    const auto program = fix.start(nowhere, {"status"});
     EXPECT_EQ(program->exitCode(), 3);
     EXPECT_EQ(program->errors(), "This Mac is not linked. Link it first.\n");
     EXPECT_EQ(program->output(), "");
+}
+
+TEST(StatusProgram, SaysThatTheKeychainCannotBeReached)
+{
+    const TerminalFixture without;
+    const auto none = without.start(nowhere, {"status"});
+    EXPECT_EQ(none->exitCode(), 10);
+    EXPECT_EQ(none->errors(), "There is no keychain here, or it does not answer. Vorn can't tell whether this Mac is "
+                              "linked.\n");
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    fix.lockKeychain();
+    const auto locked = fix.start(nowhere, {"status"});
+    EXPECT_EQ(locked->exitCode(), 10);
+    EXPECT_THAT(locked->errors(), EndsWith(" Vorn can't tell whether this Mac is linked.\n"));
 }
 
 TEST(StatusProgram, SaysWhoIsLinkedAndHowTheQuestStands)
@@ -86,6 +106,25 @@ TEST(SignOut, NeverFailsOnTheNetwork)
     EXPECT_EQ(program->exitCode(), 0);
     EXPECT_EQ(program->errors(), "Signed out.\n");
     EXPECT_EQ(fix.kept(), std::nullopt);
+}
+
+TEST(SignOut, SaysThatTheKeychainCannotBeReached)
+{
+    const TerminalFixture without;
+    const auto none = without.start(nowhere, {"sign-out"});
+    EXPECT_EQ(none->exitCode(), 10);
+    EXPECT_EQ(none->errors(),
+              "There is no keychain here, or it does not answer. This Mac may still be linked. Sign out "
+              "again once the keychain can be reached.\n");
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    fix.lockKeychain();
+    const auto locked = fix.start(sandbox.url(), {"sign-out"});
+    EXPECT_EQ(locked->exitCode(), 10);
+    EXPECT_THAT(locked->errors(),
+                EndsWith(" This Mac may still be linked. Sign out again once the keychain can be reached.\n"));
+    EXPECT_THAT(sandbox.log(), Not(HasSubstr("logout")));
 }
 
 TEST(SignOut, DoesNotWaitForAServiceThatHangs)

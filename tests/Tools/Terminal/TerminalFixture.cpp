@@ -25,18 +25,18 @@ std::vector<std::string> serviceArguments(const std::vector<std::string>& option
     return arguments;
 }
 
-/// The lines of the last code in `text`; empty when there is none that is whole.
+/// The lines of the last code in `text`, which may still be on its way.
 std::vector<std::string> lastCode(const std::string& text)
 {
     std::vector<std::string> code;
-    std::vector<std::string> growing;
-    std::istringstream stream(text);
+    bool growing = false;
+    std::istringstream stream(text.substr(0, text.rfind('\n') + 1)); // whole lines
     for (std::string line; std::getline(stream, line);) {
-        if (line.starts_with("█") || line.starts_with("\x1B[38")) {
-            growing.push_back(line);
-        } else if (!growing.empty()) {
-            code = std::exchange(growing, {});
-        }
+        if (line.ends_with('\r')) line.pop_back(); // a terminal's
+        const bool isCode = line.starts_with("█") || line.starts_with("\x1B[38");
+        if (isCode && !growing) code.clear();
+        if (isCode) code.push_back(line);
+        growing = isCode;
     }
     return code;
 }
@@ -109,6 +109,16 @@ std::unique_ptr<Program> TerminalFixture::start(const std::string& url, std::vec
     return std::make_unique<Program>(TERMINAL_PROGRAM, std::move(arguments), environment);
 }
 
+std::unique_ptr<Program> TerminalFixture::startInWindow(const std::string& url, const std::string& arguments) const
+{
+    const std::string command =
+        "stty rows 24 cols 80; exec " TERMINAL_PROGRAM " " + arguments + " -VornAPIBaseURLOverride " + url;
+    const Program::Environment environment = {{"TERM", "xterm-256color"}, {"SHELL", "/bin/sh"}, {"NO_COLOR", ""}};
+    return std::make_unique<Program>(
+        "/usr/bin/script",
+        std::vector<std::string>{"--quiet", "--return", "--flush", "--command", command, "/dev/null"}, environment);
+}
+
 std::string TerminalFixture::archive(std::size_t size, const std::string& name) const
 {
     std::string bytes(size, '\0');
@@ -123,7 +133,7 @@ std::string TerminalFixture::codeOn(const Program& program, const std::string& s
     std::string code;
     waitUntil(
         [&] {
-            const auto lines = lastCode(program.errors());
+            const auto lines = lastCode(program.errors() + program.output());
             if (!lines.empty()) code = ScreenImage(lines, ScreenImage::Blocks::light).read();
             return !code.empty() && code != seen;
         },

@@ -53,6 +53,10 @@ public:
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments,
                                    const Program::Environment& environment = {}) const;
 
+    /// The same in a terminal with colours, of 80 columns and 24 lines. All it shows is in the program's output, with
+    /// the line ends of a terminal; no argument may need quotes.
+    std::unique_ptr<Program> startInWindow(const std::string& url, const std::string& arguments) const;
+
     /// A file with `size` bytes of nothing in particular.
     std::string archive(std::size_t size, const std::string& name = "chat.zip") const;
 
@@ -78,6 +82,7 @@ public:
     /// Has the keychain hold a session of `sandbox`.
     void link(Sandbox& sandbox) const;
     static std::optional<StoredSession> kept();
+    void lockKeychain() const { keyring_.lock(); }
 
 private:
     std::unique_ptr<TestBus> bus_;

@@ -75,13 +75,18 @@ TEST(TerminalOptions, RefusesWhatMakesNoSense)
         const char* text;
     };
     const std::vector<Case> cases = {
-        {{}, "A subcommand is required"},
-        {{"fly"}, "A subcommand is required"},
+        {{}, "A command is missing: link, upload, status or sign-out\n"},
+        {{"fly"}, "There is no command \"fly\", only link, upload, status or sign-out\n"},
+        {{"fly\x1B[2J", "--json"}, "There is no command \"fly\uFFFD[2J\", only "},
+        {{"--fly"}, "There is no command \"--fly\", only "},
         {{"upload"}, "ARCHIVE is required"},
         {{"upload", ""}, "ARCHIVE must be a file"},
         {{"upload", "a.zip", "b.zip"}, "The following argument was not expected: b.zip"},
         {{"link", "--json"}, "The following argument was not expected: --json"},
-        {{"link", "--background", "blue"}, "--background: "},
+        {{"link", "--background", "blue"}, "--background: must be dark or light, not \"blue\"\n"},
+        {{"link", "--background", ""}, "--background: must be dark or light, not \"\"\n"},
+        {{"link", "--background"}, "--background"},
+        {{"link", "--no-keychain"}, "The following argument was not expected: --no-keychain"},
         {{"link", "status"}, ""},
         {{"status", "--watch"}, "--watch requires SUBMISSION"},
         {{"status", "a/b"}, "SUBMISSION must be a submission's identifier, as upload prints it"},

@@ -6,6 +6,7 @@
 
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
+#include <sys/stat.h>
 
 namespace vorn {
 namespace {
@@ -108,7 +109,26 @@ TEST(UploadFlow, MeasuresTheArchive)
     const ArchiveFacts expected{3, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"};
     EXPECT_EQ(factsOf(folder / "chat.zip", {}), expected);
     EXPECT_THROW(factsOf(folder / "missing.zip", {}), std::filesystem::filesystem_error);
-    EXPECT_THROW(factsOf(folder.path(), {}), std::filesystem::filesystem_error);
+}
+
+TEST(UploadFlow, SaysWhatIsNoArchive)
+{
+    const testing::TemporaryFolder folder;
+    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+    const auto refusal = [&](const std::filesystem::path& path, const char* why) {
+        return CommandFailure(TerminalStatus::archiveUnreadable, "Vorn couldn't read " + path.string() + why);
+    };
+    const auto thrown = [](const std::filesystem::path& path) -> std::optional<CommandFailure> {
+        try {
+            factsOf(path, {});
+            return std::nullopt;
+        } catch (const CommandFailure& failure) {
+            return failure;
+        }
+    };
+    EXPECT_EQ(thrown(folder.path()), refusal(folder.path(), ": it is a folder, not an archive."));
+    EXPECT_EQ(thrown(folder / "pipe"), refusal(folder / "pipe", ": it is not a file on a disk."));
+    EXPECT_EQ(thrown("/dev/null"), refusal("/dev/null", ": it is not a file on a disk."));
 }
 
 TEST(TerminalResults, TellAboutAnUpload)
@@ -117,7 +137,7 @@ TEST(TerminalResults, TellAboutAnUpload)
     EXPECT_EQ(textOf(result), "Submission      sub-1\n"
                               "  status        analyzing\n"
                               "  review        Upload received. Checking your chat.\n"
-                              "Archive size    0.5 MB\n"
+                              "Archive size    546.2 kB\n"
                               "  SHA-256       0ab1\n");
     EXPECT_EQ(json::parse(jsonOf(result)), json::parse(R"({
         "submission": {"id": "sub-1", "status": "analyzing", "rejectionReasonKey": null, "rewardUsd": null},
@@ -135,7 +155,7 @@ TEST(TerminalResults, TellAboutTheQuest)
                               "  status        rejected\n"
                               "  next upload   Last time: This upload didn't look like your Nimbrel chat.\n"
                               "  reward        $12.50\n"
-                              "  upload limit  0.0 MB\n");
+                              "  upload limit  1.0 kB\n");
     report.submission = submissionWith("approved");
     EXPECT_THAT(textOf(report),
                 HasSubstr("Submission      sub-1\n  status        approved\n  review        You earned"));

@@ -26,7 +26,7 @@ UploadMeter steady(std::int64_t bytesASecond, int seconds, std::int64_t total)
 
 TEST(UploadMeter, SaysHowMuchHowFastAndHowLong)
 {
-    EXPECT_EQ(steady(2 * megabyte, 3, 10 * megabyte).line(),
+    EXPECT_EQ(steady(2 * megabyte, 3, 10 * megabyte).line(80),
               "[████████████░░░░░░░░] 60 %  6.0 of 10.0 MB  2.0 MB/s  2 s left");
     EXPECT_EQ(steady(2 * megabyte, 3, 10 * megabyte).plainLine(), "60 %  6.0 of 10.0 MB  2.0 MB/s");
 }
@@ -39,8 +39,8 @@ TEST(UploadMeter, SaysLongTimesInMinutesAndHours)
     };
     for (const Case each : {Case{62, "59 s left"}, Case{63, "1:00 min left"}, Case{128, "2:05 min left"},
                             Case{3603 + 720, "1:12 h left"}}) {
-        EXPECT_TRUE(steady(megabyte, 3, each.total * megabyte).line().ends_with(each.left))
-            << steady(megabyte, 3, each.total * megabyte).line();
+        EXPECT_TRUE(steady(megabyte, 3, each.total * megabyte).line(80).ends_with(each.left))
+            << steady(megabyte, 3, each.total * megabyte).line(80);
     }
 }
 
@@ -51,7 +51,7 @@ TEST(UploadMeter, GuessesNothingFromTooLittle)
     meter.update({0, 10 * megabyte}, 0ms);
     meter.update({megabyte, 10 * megabyte}, 400ms);
     EXPECT_EQ(meter.rate(), std::nullopt);
-    EXPECT_EQ(meter.line(), "[██░░░░░░░░░░░░░░░░░░] 10 %  1.0 of 10.0 MB");
+    EXPECT_EQ(meter.line(80), "[██░░░░░░░░░░░░░░░░░░] 10 %  1.0 of 10.0 MB");
 }
 
 TEST(UploadMeter, ForgetsHowFastItUsedToBe)
@@ -66,7 +66,7 @@ TEST(UploadMeter, ForgetsHowFastItUsedToBe)
 TEST(UploadMeter, SaysNoTimeWhenNothingMoves)
 {
     UploadMeter meter = steady(0, 10, 10 * megabyte);
-    EXPECT_EQ(meter.line(), "[░░░░░░░░░░░░░░░░░░░░] 0 %  0.0 of 10.0 MB  0.0 MB/s");
+    EXPECT_EQ(meter.line(80), "[░░░░░░░░░░░░░░░░░░░░] 0 %  0.0 of 10.0 MB  0 bytes/s");
 }
 
 TEST(UploadMeter, BeginsAnewWhenAPartIsSentAgain)
@@ -88,12 +88,62 @@ TEST(UploadMeter, SaysAHundredOnlyAtTheEnd)
     EXPECT_EQ(meter.percent(), 0);
 }
 
-TEST(UploadMeter, FitsIntoEightyColumns)
+TEST(UploadMeter, CountsSmallArchivesInSmallUnits)
+{
+    struct Case {
+        std::int64_t sent;
+        std::int64_t total;
+        const char* text;
+    };
+    for (const Case& each :
+         {Case{0, 0, "0 %  0 of 0 bytes"}, Case{1, 1, "100 %  1 of 1 byte"}, Case{500, 999, "50 %  500 of 999 bytes"},
+          Case{273'100, 546'215, "49 %  273.1 of 546.2 kB"}, Case{999'949, 999'949, "100 %  999.9 of 999.9 kB"},
+          Case{999'950, 999'950, "100 %  1.0 of 1.0 MB"}, Case{1000, 9'000'000, "0 %  0.0 of 9.0 MB"}}) {
+        UploadMeter meter;
+        meter.update({each.sent, each.total}, 0s);
+        EXPECT_EQ(meter.plainLine(), each.text);
+    }
+}
+
+TEST(UploadMeter, FitsIntoAnyWindow)
 {
     for (const std::int64_t rate : {1LL, 3'000LL, 99'999'999'999LL}) {
-        const std::string line = steady(rate, 3, 999'999'999'999).line();
-        EXPECT_LT(text::scalars(line).size(), 80U) << line;
+        const UploadMeter meter = steady(rate, 3, 999'999'999'999);
+        for (int columns = 6; columns <= 120; ++columns) {
+            const std::string line = meter.line(columns);
+            EXPECT_LT(text::scalars(line).size(), static_cast<std::size_t>(columns)) << line;
+        }
     }
+}
+
+TEST(UploadMeter, LeavesOutWhatANarrowWindowHasNoRoomFor)
+{
+    const UploadMeter meter = steady(2 * megabyte, 3, 10 * megabyte);
+    struct Case {
+        int columns;
+        const char* line;
+    };
+    for (const Case& each : {Case{64, "[████████████░░░░░░░░] 60 %  6.0 of 10.0 MB  2.0 MB/s  2 s left"},
+                             Case{63, "60 %  6.0 of 10.0 MB  2.0 MB/s  2 s left"},
+                             Case{40, "60 %  6.0 of 10.0 MB  2.0 MB/s"}, Case{31, "60 %  6.0 of 10.0 MB  2.0 MB/s"},
+                             Case{30, "60 %  6.0 of 10.0 MB"}, Case{10, "60 %"}, Case{1, "60 %"}}) {
+        EXPECT_EQ(meter.line(each.columns), each.line) << each.columns;
+    }
+}
+
+TEST(UploadDisplay, FollowsTheWindowsSize)
+{
+    testing::SaidLines said({.isTerminal = true});
+    testing::ManualClock clock;
+    MainContext context;
+    UploadDisplay display(context, clock, said.terminal);
+    for (const int columns : {80, 30}) {
+        said.window.columns = columns;
+        clock.advance(2s, context);
+        display.report({5 * megabyte, 10 * megabyte});
+        context.runUntilIdle();
+    }
+    EXPECT_EQ(said.take(), "\r\x1B[K[██████████░░░░░░░░░░] 50 %  5.0 of 10.0 MB\r\x1B[K50 %  5.0 of 10.0 MB");
 }
 
 TEST(UploadDisplay, SaysEachTenthOnceWhereNoLineCanChange)

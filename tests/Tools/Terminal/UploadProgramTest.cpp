@@ -25,7 +25,8 @@ TEST(UploadProgram, LinksAndSendsTheArchiveWhole)
     const std::string archive = fix.archive(twoParts);
     const auto program = fix.start(sandbox.url(), {"upload", archive, "--json"});
     EXPECT_EQ(program->exitCode(), 0) << program->errors();
-    EXPECT_THAT(program->errors(), HasSubstr("\nLinked to Sam Rivera.\nUploading your Nimbrel chat…\n"));
+    EXPECT_THAT(program->errors(), HasSubstr("\nThe keychain doesn't keep the session here, so the link lasts for this "
+                                             "run only.\nLinked to Sam Rivera.\nUploading your Nimbrel chat…\n"));
     EXPECT_THAT(program->errors(), HasSubstr("\n100 %  9.0 of 9.0 MB"));
     const auto result = nlohmann::json::parse(program->output());
     EXPECT_EQ(result.at("archive").at("sizeBytes"), twoParts);
@@ -45,7 +46,7 @@ TEST(UploadProgram, ShowsTheResultToAPerson)
     EXPECT_EQ(program->exitCode(), 0) << program->errors();
     EXPECT_THAT(program->output(), HasSubstr("  status        analyzing\n"
                                              "  review        Upload received. Checking your chat.\n"
-                                             "Archive size    0.0 MB\n  SHA-256       " +
+                                             "Archive size    1.0 kB\n  SHA-256       " +
                                              SHA256::hexDigestOfFile(archive) + "\n"));
     const std::string token = fix.kept().value().token;
     EXPECT_THAT(program->output() + program->errors(), Not(HasSubstr(token)));
@@ -61,7 +62,37 @@ TEST(UploadProgram, LeavesTheKeychainAloneWhenItIsTold)
     Sandbox sandbox({"--auto-approve"});
     const auto program = fix.start(sandbox.url(), {"upload", fix.archive(1000), "--no-keychain"});
     EXPECT_EQ(program->exitCode(), 0) << program->errors();
+    EXPECT_THAT(program->errors(), HasSubstr("The keychain is left alone, so the link lasts for this run only.\n"));
     EXPECT_EQ(fix.kept(), kept);
+}
+
+TEST(UploadProgram, DoesNotWaitForAServiceWhereNobodyWatches)
+{
+    const TerminalFixture fix;
+    const auto program = fix.start("http://127.0.0.1:9", {"upload", fix.archive(1000)});
+    EXPECT_EQ(program->exitCode(), 7);
+    EXPECT_EQ(program->errors(), "Getting a code…\nVorn can't reach the server right now. Run it again.\n");
+    EXPECT_EQ(program->output(), "");
+}
+
+TEST(UploadProgram, DoesNotWaitForAPhoneWithoutEndWhereNobodyWatches)
+{
+    const TerminalFixture fix;
+    Sandbox sandbox({"--link-lifetime", "0.1"});
+    const auto program = fix.start(sandbox.url(), {"upload", fix.archive(1000)});
+    EXPECT_EQ(program->exitCode(), 3);
+    EXPECT_THAT(program->errors(),
+                EndsWith("\nNobody confirmed the link in time. Link this Mac first: vorn-terminal link\n"));
+}
+
+TEST(UploadProgram, WaitsForAServiceThatSomebodyWatches)
+{
+    const TerminalFixture fix;
+    Sandbox sandbox({"--fault", "create-link=dropx1", "--auto-approve"});
+    const auto program = fix.startInWindow(sandbox.url(), "upload " + fix.archive(1000));
+    EXPECT_EQ(program->exitCode(), 0) << program->output();
+    EXPECT_THAT(program->output(), HasSubstr("You're offline. Vorn will retry.\r\n"));
+    EXPECT_THAT(program->output(), HasSubstr("Linked to Sam Rivera.\r\n"));
 }
 
 TEST(UploadProgram, SendsAPartAgainWhoseURLExpired)
@@ -128,7 +159,10 @@ TEST(UploadProgram, SaysThatTheArchiveCannotBeReadBeforeAnythingElse)
     const auto program = fix.start("http://127.0.0.1:9", {"upload", missing});
     EXPECT_EQ(program->exitCode(), 4);
     EXPECT_EQ(program->errors(), "Vorn couldn't read " + missing + ": No such file or directory.\n");
-    EXPECT_EQ(fix.start("http://127.0.0.1:9", {"upload", fix.folder.path()})->exitCode(), 4);
+    const auto folder = fix.start("http://127.0.0.1:9", {"upload", fix.folder.path()});
+    EXPECT_EQ(folder->exitCode(), 4);
+    EXPECT_EQ(folder->errors(),
+              "Vorn couldn't read " + fix.folder.path().string() + ": it is a folder, not an archive.\n");
 }
 
 TEST(UploadProgram, SaysWhatIsWrongWithItsArguments)
@@ -151,7 +185,7 @@ TEST(UploadProgram, SaysWhatWentWrong)
         {{"--fault", "quest=500"}, 8, "The sandbox was told to answer 500.", false},
         {{"--fault", "quest=404"}, 5, "Nimbrel export isn't available yet. Check back soon.", false},
         {{"--fault", "quest=garbage"}, 8, "The server sent an answer Vorn could not read.", false},
-        {{"--fault", "quest=drop"}, 7, "You're offline. Vorn will retry.", false},
+        {{"--fault", "quest=drop"}, 7, "You're offline. Run it again.", false},
         {{"--fault", "quest=401"}, 3, "Your Mac is no longer linked. Link it again.", false},
         {{"--fault", "quest=401", "--fault", "refresh=500"}, 3, "Your Mac is no longer linked. Link it again.", false},
         {{"--fault", "create-submission=503"}, 8, "The sandbox was told to answer 503.", false},
@@ -159,10 +193,10 @@ TEST(UploadProgram, SaysWhatWentWrong)
         {{"--fault", "put-part=500@2"}, 8, "Part 2 of the upload failed (500).", true},
         {{"--fault", "put-part=403"}, 8, "Part 1 of the upload failed (403).", true},
         {{"--fault", "put-part=garbage"}, 8, "Part 1 of the upload was not acknowledged.", true},
-        {{"--fault", "put-part=drop"}, 7, "You're offline. Vorn will retry.", true},
+        {{"--fault", "put-part=drop"}, 7, "You're offline. Run it again.", true},
         {{"--expired-first-urls", "--fault", "part-urls=500"}, 8, "The sandbox was told to answer 500.", true},
         {{"--fault", "complete=422"}, 8, "The sandbox was told to answer 422.", true},
-        {{"--fault", "complete=drop"}, 7, "You're offline. Vorn will retry.", true},
+        {{"--fault", "complete=drop"}, 7, "You're offline. Run it again.", true},
         {{"--fault", "put-part=500", "--fault", "abort=500"}, 8, "Part 1 of the upload failed (500).", true},
     };
     const LinkedFixture fix;

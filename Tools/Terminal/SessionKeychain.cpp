@@ -1,0 +1,29 @@
+#include "Tools/Terminal/SessionKeychain.h"
+
+#include "Tools/Terminal/CommandFailure.h"
+
+namespace vorn {
+namespace {
+
+std::string sentenceOf(const KeychainError& error)
+{
+    switch (error.status()) {
+    case KeychainError::notAvailable: return "There is no keychain here, or it does not answer.";
+    case KeychainError::interactionNotAllowed: return "The keychain is locked.";
+    case KeychainError::userCanceled: return "The keychain was not unlocked.";
+    default: return "The keychain does not let Vorn in.";
+    }
+}
+
+} // namespace
+
+bool SessionKeychain::holdsSession(const std::string& consequence) const
+{
+    try {
+        return keychain_->read(item_).has_value();
+    } catch (const KeychainError& error) {
+        throw CommandFailure(TerminalStatus::keychain, sentenceOf(error) + " " + consequence);
+    }
+}
+
+} // namespace vorn
