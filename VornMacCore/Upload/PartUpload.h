@@ -15,7 +15,7 @@ public:
     PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool, PartPlan plan,
                std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress);
 
-    /// Sends every part of `file` and gives their tags in order. `self` must live until then.
+    /// Sends every part of `file` and gives their tags in order. This must live until then.
     Async<std::vector<CompletedPart>> sendAll(std::filesystem::path file);
 
 private:

@@ -142,6 +142,31 @@ TEST(UploadCancel, WhileURLsAreAskedForAborts)
     EXPECT_THAT(fix.requests(), ElementsAre(opening, askingForURLs, aborting));
 }
 
+TEST(UploadCancel, WhileFreshURLsAreAskedForAborts)
+{
+    UploadFixture fix("abc");
+    fix.opens(fix.urlsOf(1, 1));
+    fix.answersPart(403);
+    fix.server.script(fix.cancels());
+    fix.aborts();
+    fix.start();
+    expectCancelled(fix);
+    EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), askingForURLs, aborting));
+}
+
+TEST(UploadCancel, WhileAPartIsSentToItsFreshURLAborts)
+{
+    UploadFixture fix("abc");
+    fix.opens(fix.urlsOf(1, 1));
+    fix.answersPart(403);
+    fix.givesURLs(1, fix.urlsOf(11, 11));
+    fix.server.script(fix.cancels(3));
+    fix.aborts();
+    fix.start();
+    expectCancelled(fix);
+    EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), askingForURLs, putting(11), aborting));
+}
+
 TEST(UploadCancel, BetweenTwoPartsSendsNoOther)
 {
     UploadFixture fix("abcd", 2);
