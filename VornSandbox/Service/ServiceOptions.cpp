@@ -13,6 +13,25 @@ constexpr int wrongCommandLine = 2;
 constexpr double longestSeconds = 10.0 * 365 * 24 * 3600;
 constexpr std::int64_t largestArchive = std::int64_t{1} << 50;
 
+constexpr double largestReward = 1e6;
+constexpr std::int64_t longestPollInterval = 3'600'000;
+
+/// A number within these bounds, both included. The library's own check lets "nan" through.
+CLI::Validator within(double least, double most)
+{
+    return {[=](const std::string& text) {
+                double value = 0;
+                const bool fits = CLI::detail::lexical_cast(text, value) && value >= least && value <= most;
+                return fits ? std::string() : fmt::format("{} is no number from {} to {}", text, least, most);
+            },
+            ""};
+}
+
+CLI::Validator notEmpty()
+{
+    return {[](const std::string& text) { return text.empty() ? "it is empty" : std::string(); }, ""};
+}
+
 /// What is read as text first.
 struct Texts {
     std::string review = "approved";
@@ -29,23 +48,39 @@ void addSeconds(CLI::App& app, const std::string& name, Settings::Seconds& targe
                target = std::chrono::milliseconds(static_cast<std::int64_t>(std::round(value * 1000)));
            },
            help + fmt::format(" [{}]", seconds))
-        ->check(CLI::Range(0.0, longestSeconds))
+        ->check(within(0, longestSeconds))
         ->type_name("SECONDS");
 }
+
+constexpr auto effects = R"(Effects of faults:
+  200 to 599  answers with that HTTP status
+  drop        closes the connection without an answer
+  hang        takes the request and never answers
+  slow        answers as ever, but three seconds later
+  garbage     answers 200 with something that is no JSON
+  truncate    announces a longer body than it sends
+  no-asset    opens the submission, but answers without its asset (create-submission)
+  bad-url     the first part URL leads to a file (create-submission, part-urls)
+
+The exit status is 0 when the service was stopped, 1 when it could not start, 2 for a wrong command line.)";
 
 void addAccount(CLI::App& app, Settings& settings)
 {
     app.add_option("--user", settings.users, "Name of an account; may be repeated")
+        ->check(notEmpty())
         ->allow_extra_args(false)
         ->capture_default_str();
     app.add_option("--handle", settings.handles, "A handle of the assistant; may be repeated")
         ->allow_extra_args(false)
         ->capture_default_str();
-    app.add_option("--reward", settings.rewardUsd, "Dollars for an approved upload")->capture_default_str();
+    app.add_option("--reward", settings.rewardUsd, "Dollars for an approved upload")
+        ->check(within(0, largestReward))
+        ->capture_default_str();
     app.add_flag("--auto-approve", settings.autoApprove, "The phone scans and confirms every link by itself");
     addSeconds(app, "--link-lifetime", settings.linkLifetime, "A code expires after so many seconds");
     addSeconds(app, "--token-lifetime", settings.tokenLifetime, "An access token expires after so many seconds");
     app.add_option("--poll-interval", settings.pollIntervalMs, "Milliseconds between polls, as told to the Mac")
+        ->check(CLI::Range(std::int64_t{0}, longestPollInterval))
         ->capture_default_str();
 }
 
@@ -102,10 +137,12 @@ std::optional<int> ServiceOptions::parse(int argc, const char* const* argv, Serv
     addReview(app, options.settings, texts);
     app.add_option("--fault", texts.faults,
                    fmt::format("OPERATION=EFFECT[xN][@K]: goes wrong N times from the K-th request on; may be repeated."
-                               " EFFECT is an HTTP status, drop, hang, garbage or slow; OPERATION is {}",
+                               " OPERATION is {}; EFFECT is listed below",
                                fmt::join(operations, ", ")))
         ->allow_extra_args(false);
-    app.add_option("--state", texts.state, "Keeps everything in this folder; without it, all is gone at the end");
+    app.add_option("--state", texts.state, "Keeps everything in this folder; without it, all is gone at the end")
+        ->check(notEmpty());
+    app.footer(effects);
     app.set_version_flag("--version", "vorn-sandbox " VORN_VERSION);
     try {
         app.parse(argc, argv);

@@ -15,6 +15,8 @@ namespace vorn::sandbox {
 namespace {
 
 constexpr std::size_t pieceSize = 1024 * std::size_t{1024};
+constexpr auto incomingPrefix = "incoming-";
+constexpr auto messagesName = "messages.json";
 
 [[noreturn]] void fail(const char* what, const std::filesystem::path& file)
 {
@@ -44,6 +46,22 @@ std::size_t readSome(int descriptor, std::string& into, const std::filesystem::p
 void makeFolder(const std::filesystem::path& folder)
 {
     if (!std::filesystem::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
+}
+
+/// Half a part, and messages unpacked to be looked at: nobody asks for them again.
+bool isLeftover(const std::filesystem::path& file)
+{
+    const std::string name = file.filename().string();
+    return name.starts_with(incomingPrefix) || name == messagesName;
+}
+
+void removeLeftovers(const std::filesystem::path& root)
+{
+    std::vector<std::filesystem::path> leftovers;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root)) {
+        if (entry.is_regular_file() && isLeftover(entry.path())) leftovers.push_back(entry.path());
+    }
+    for (const auto& file : leftovers) FileManager::standard().remove(file);
 }
 
 } // namespace
@@ -88,6 +106,7 @@ ArchiveFolder::ArchiveFolder(const std::optional<std::filesystem::path>& folder)
 {
     root_ = folder ? *folder : temporary_.emplace().path();
     makeFolder(root_);
+    removeLeftovers(root_);
 }
 
 std::filesystem::path ArchiveFolder::folderOf(const std::string& submissionId) const
@@ -107,13 +126,13 @@ std::filesystem::path ArchiveFolder::archive(const std::string& submissionId) co
 
 std::filesystem::path ArchiveFolder::messages(const std::string& submissionId) const
 {
-    return folderOf(submissionId) / "messages.json";
+    return folderOf(submissionId) / messagesName;
 }
 
 std::unique_ptr<IncomingPart> ArchiveFolder::receivePart(const std::string& submissionId)
 {
     makeFolder(folderOf(submissionId));
-    return std::make_unique<IncomingPart>(folderOf(submissionId) / newIdentifier("incoming-"));
+    return std::make_unique<IncomingPart>(folderOf(submissionId) / newIdentifier(incomingPrefix));
 }
 
 void ArchiveFolder::keepPart(const IncomingPart& part, const std::string& submissionId, std::int64_t number)

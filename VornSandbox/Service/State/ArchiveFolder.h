@@ -37,7 +37,8 @@ private:
 /// Threads: any, for different submissions. Errors: `std::filesystem::filesystem_error`.
 class ArchiveFolder {
 public:
-    /// Keeps the files in `folder`, or in a private temporary one that goes with the object.
+    /// Keeps the files in `folder`, or in a private temporary one that goes with the object. What an earlier run left
+    /// unfinished is removed.
     explicit ArchiveFolder(const std::optional<std::filesystem::path>& folder);
     ArchiveFolder(ArchiveFolder&&) = delete;
 

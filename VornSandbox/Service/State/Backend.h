@@ -5,9 +5,11 @@
 #include "VornSandbox/Service/State/Sessions.h"
 #include "VornSandbox/Service/State/Settings.h"
 #include "VornSandbox/Service/State/StateDatabase.h"
+#include "VornSandbox/Service/State/StateFolder.h"
 #include "VornSandbox/Service/State/Submissions.h"
 
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -15,19 +17,20 @@ namespace vorn::sandbox {
 
 /// Everything behind the routes, tied together.
 struct Backend {
-    /// Keeps its state in `folder`, which is made if missing; in memory and temporary files when there is none.
-    Backend(Settings with, const std::optional<std::filesystem::path>& folder, Clock clock,
+    /// Keeps its state in `path`, which is made if missing; in memory and temporary files when there is none.
+    Backend(Settings with, const std::optional<std::filesystem::path>& path, Clock clock,
             Submissions::Inspector inspect)
-        : settings(std::move(with)), files(folder ? std::optional(*folder / "uploads") : std::nullopt),
-          state(folder ? std::optional(*folder / "state.sqlite") : std::nullopt, std::move(clock)),
-          sessions(state, settings), links(state, settings, sessions),
-          submissions(state, settings, files, std::move(inspect))
+        : settings(std::move(with)), folder(path ? std::make_unique<StateFolder>(*path) : nullptr),
+          files(folder ? std::optional(folder->uploads()) : std::nullopt),
+          state(folder ? std::optional(folder->database()) : std::nullopt, std::move(clock)), sessions(state, settings),
+          links(state, settings, sessions), submissions(state, settings, files, std::move(inspect))
     {
     }
     Backend(Backend&&) = delete;
 
     const Settings settings;
-    ArchiveFolder files; ///< first of those with files, for it makes the folder
+    const std::unique_ptr<StateFolder> folder; ///< none when nothing is kept
+    ArchiveFolder files;
     StateDatabase state;
     Sessions sessions;
     DeviceLinks links;

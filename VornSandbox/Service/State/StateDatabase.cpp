@@ -2,6 +2,7 @@
 
 #include "VornSandbox/Service/State/Secrets.h"
 
+#include <stdexcept>
 #include <utility>
 
 namespace vorn::sandbox {
@@ -40,7 +41,11 @@ CREATE TABLE IF NOT EXISTS issuedURL(
 StateDatabase::StateDatabase(const std::optional<std::filesystem::path>& file, Clock clock)
     : database_(file ? file->string() : ":memory:", SQLiteDatabase::Mode::create), clock_(std::move(clock))
 {
-    database_.execute(schema);
+    try {
+        database_.execute(schema);
+    } catch (const SQLiteError& error) {
+        throw std::runtime_error("cannot keep the state in " + file.value_or("memory").string() + ": " + error.what());
+    }
 }
 
 void StateDatabase::waitForChange(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds atMost) const

@@ -20,7 +20,8 @@ namespace vorn::sandbox {
 /// hash a file while it is held.
 class StateDatabase {
 public:
-    /// Opens `file`, made if missing, or keeps everything in memory when there is none.
+    /// Opens `file`, made if missing, or keeps everything in memory when there is none. `std::runtime_error` when the
+    /// file is something else.
     StateDatabase(const std::optional<std::filesystem::path>& file, Clock clock);
 
     std::unique_lock<std::mutex> lock() const { return std::unique_lock(mutex_); }

@@ -83,6 +83,58 @@ TEST(KeptState, HoldsNoSecretInTheClear)
     }
 }
 
+TEST(KeptState, IsForItsOwnerOnly)
+{
+    using std::filesystem::perms;
+    const TemporaryFolder folder;
+    for (const char* run : {"first", "second"}) { // the second one finds what an older version made
+        SCOPED_TRACE(run);
+        const SandboxFixture fix(keptIn(folder));
+        const Upload upload = fix.open(fix.link().token, archive);
+        fix.put(upload.urls.at(1), archive.substr(0, 1000));
+        std::size_t files = 0;
+        EXPECT_EQ(status(folder / "state").permissions(), perms::owner_all);
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(folder / "state")) {
+            const perms expected = entry.is_directory() ? perms::owner_all : perms::owner_read | perms::owner_write;
+            EXPECT_EQ(entry.status().permissions(), expected) << entry.path();
+            if (!entry.is_directory()) ++files;
+        }
+        EXPECT_GE(files, 4U); // lock, database, its log, a part
+        permissions(folder / "state" / "uploads", perms::owner_all | perms::group_all | perms::others_all);
+        permissions(folder / "state" / "state.sqlite", perms::owner_all | perms::others_read);
+    }
+}
+
+TEST(KeptState, LosesWhatAnEarlierRunLeftUnfinished)
+{
+    const TemporaryFolder folder;
+    std::string id;
+    {
+        const SandboxFixture first(keptIn(folder));
+        id = first.submit(first.link().token, archive);
+    }
+    const auto uploads = folder / "state" / "uploads" / id;
+    writeFile(uploads / "incoming-0123", "half a part");
+    writeFile(uploads / "messages.json", "unpacked");
+    const SandboxFixture second(keptIn(folder));
+    EXPECT_FALSE(exists(uploads / "incoming-0123"));
+    EXPECT_FALSE(exists(uploads / "messages.json"));
+    EXPECT_EQ(readFile(uploads / "archive.zip"), archive);
+}
+
+TEST(KeptState, IsKeptByOneServiceAtATime)
+{
+    const TemporaryFolder folder;
+    const SandboxFixture first(keptIn(folder));
+    try {
+        const SandboxFixture second(keptIn(folder));
+        ADD_FAILURE() << "two at once";
+    } catch (const std::runtime_error& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  "cannot keep the state in " + (folder / "state").string() + ": another sandbox works with it");
+    }
+}
+
 TEST(KeptState, StartsAnewWithoutAFolder)
 {
     std::string token;

@@ -5,7 +5,11 @@
 #include <httplib.h>
 
 #include <csignal>
-#include <thread>
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+#include <sys/stat.h>
 
 namespace vorn::testing {
 namespace {
@@ -14,11 +18,34 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-std::string firstLine(const Program& program)
-{
-    while (program.output().find('\n') == std::string::npos) std::this_thread::yield();
-    return program.output().substr(0, program.output().find('\n'));
-}
+/// The program, with its output in a pipe: reading waits for a line or the program's end, whichever comes.
+class Sandbox {
+public:
+    explicit Sandbox(std::vector<std::string> arguments, const Program::Environment& environment = {})
+        : program_("/bin/sh", throughPipe(std::move(arguments)), environment), output_(pipe())
+    {
+    }
+    std::string line()
+    {
+        std::string line;
+        std::getline(output_, line);
+        return line;
+    }
+    Program& program() { return program_; }
+
+private:
+    std::string pipe() const { return (folder_ / "pipe").string(); }
+    std::vector<std::string> throughPipe(std::vector<std::string> arguments) const
+    {
+        if (mkfifo(pipe().c_str(), 0600) != 0) throw std::runtime_error("cannot make a pipe");
+        arguments.insert(arguments.begin(), {"-c", R"(exec "$@" > "$0")", pipe(), SANDBOX_PROGRAM});
+        return arguments;
+    }
+
+    TemporaryFolder folder_;
+    Program program_;
+    std::ifstream output_;
+};
 
 int portOf(const std::string& url)
 {
@@ -29,8 +56,9 @@ TEST(SandboxProgram, PrintsItsAddressAndEndsCleanlyWhenAsked)
 {
     for (const int signal : {SIGINT, SIGTERM}) {
         const TemporaryFolder temporary;
-        Program program(SANDBOX_PROGRAM, {"--port", "0"}, {{"TMPDIR", temporary.path().string()}});
-        const std::string url = firstLine(program);
+        Sandbox sandbox({"--port", "0"}, {{"TMPDIR", temporary.path().string()}});
+        Program& program = sandbox.program();
+        const std::string url = sandbox.line();
         ASSERT_THAT(url, StartsWith("http://127.0.0.1:"));
         httplib::Client client("127.0.0.1", portOf(url));
         client.set_keep_alive(true); // an idle connection must not hold it up
@@ -48,38 +76,76 @@ TEST(SandboxProgram, RemovesWhatAKilledRunLeftButNothingOfALivingOne)
 {
     const TemporaryFolder temporary;
     const Program::Environment environment{{"TMPDIR", temporary.path().string()}};
-    Program living(SANDBOX_PROGRAM, {"--port", "0"}, environment);
-    firstLine(living);
+    Sandbox living({"--port", "0"}, environment);
+    living.line();
     const auto ofTheLiving = temporary.names();
-    Program killed(SANDBOX_PROGRAM, {"--port", "0"}, environment);
-    firstLine(killed);
-    killed.signal(SIGKILL);
-    EXPECT_EQ(killed.exitCode(), -1);
+    Sandbox killed({"--port", "0"}, environment);
+    killed.line();
+    killed.program().signal(SIGKILL);
+    EXPECT_EQ(killed.program().exitCode(), -1);
     EXPECT_EQ(temporary.names().size(), 2U);
-    Program next(SANDBOX_PROGRAM, {"--port", "0"}, environment);
-    firstLine(next);
-    next.signal(SIGTERM);
-    EXPECT_EQ(next.exitCode(), 0);
+    Sandbox next({"--port", "0"}, environment);
+    next.line();
+    next.program().signal(SIGTERM);
+    EXPECT_EQ(next.program().exitCode(), 0);
     EXPECT_EQ(temporary.names(), ofTheLiving);
 }
 
 TEST(SandboxProgram, SaysThatAPortIsTaken)
 {
-    Program first(SANDBOX_PROGRAM, {"--port", "0"});
-    const int port = portOf(firstLine(first));
+    Sandbox first({"--port", "0"});
+    const int port = portOf(first.line());
     Program second(SANDBOX_PROGRAM, {"--port", std::to_string(port)});
     EXPECT_EQ(second.exitCode(), 1);
     EXPECT_THAT(second.errors(), HasSubstr("cannot listen on 127.0.0.1:" + std::to_string(port)));
+}
+
+TEST(SandboxProgram, SaysWhyItCannotKeepItsState)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "file", "");
+    std::filesystem::create_directory(folder / "other");
+    writeFile(folder / "other" / "state.sqlite", std::string(1000, 'x'));
+    const struct {
+        const char* name;
+        std::string place;
+        const char* reason;
+    } cases[]{{"below a file", (folder / "file" / "state").string(), ": Not a directory\n"},
+              {"over another database", (folder / "other").string(), "file is not a database"}};
+    for (const auto& test : cases) {
+        SCOPED_TRACE(test.name);
+        Program program(SANDBOX_PROGRAM, {"--port", "0", "--state", test.place});
+        EXPECT_EQ(program.exitCode(), 1);
+        EXPECT_THAT(program.errors(), StartsWith("vorn-sandbox: cannot keep the state in " + test.place));
+        EXPECT_THAT(program.errors(), HasSubstr(test.reason));
+    }
 }
 
 TEST(SandboxProgram, ListsItsOptions)
 {
     Program program(SANDBOX_PROGRAM, {"--help"});
     EXPECT_EQ(program.exitCode(), 0);
-    for (const char* option :
-         {"--port", "--user", "--handle", "--reward", "--auto-approve", "--link-lifetime", "--token-lifetime",
-          "--poll-interval", "--max-bytes", "--part-size", "--initial-parts", "--expire-urls", "--expired-first-urls",
-          "--review", "--delay", "--cooldown", "--fault", "--state"}) {
+    for (const char* option : {"--port",
+                               "--user",
+                               "--handle",
+                               "--reward",
+                               "--auto-approve",
+                               "--link-lifetime",
+                               "--token-lifetime",
+                               "--poll-interval",
+                               "--max-bytes",
+                               "--part-size",
+                               "--initial-parts",
+                               "--expire-urls",
+                               "--expired-first-urls",
+                               "--review",
+                               "--delay",
+                               "--cooldown",
+                               "--fault",
+                               "--state",
+                               "no-asset",
+                               "bad-url",
+                               "truncate"}) {
         EXPECT_THAT(program.output(), HasSubstr(option));
     }
 }

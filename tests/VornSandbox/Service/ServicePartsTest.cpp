@@ -126,12 +126,25 @@ TEST(ServiceOptions, RefuseWhatMakesNoSense)
                                                                        {"--fault", "quest"},
                                                                        {"--port", "70000"},
                                                                        {"--delay", "-1"},
+                                                                       {"--delay", "nan"},
+                                                                       {"--delay", "1e300"},
+                                                                       {"--cooldown", "inf"},
+                                                                       {"--reward", "nan"},
+                                                                       {"--reward", "-0.5"},
+                                                                       {"--reward", "1e7"},
+                                                                       {"--reward", "much"},
+                                                                       {"--poll-interval", "-1"},
+                                                                       {"--poll-interval", "99999999999999999999"},
+                                                                       {"--max-bytes", "-1"},
+                                                                       {"--initial-parts", "1e9"},
                                                                        {"--part-size", "0"},
+                                                                       {"--user", ""},
+                                                                       {"--state", ""},
                                                                        {"--other"}}) {
         ServiceOptions options;
         ::testing::internal::CaptureStderr();
         EXPECT_EQ(parse(arguments, options), 2) << arguments.front();
-        EXPECT_FALSE(::testing::internal::GetCapturedStderr().empty());
+        EXPECT_THAT(::testing::internal::GetCapturedStderr(), ::testing::HasSubstr(arguments.front()));
     }
 }
 
