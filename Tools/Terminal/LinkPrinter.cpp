@@ -61,7 +61,7 @@ QRCodeText LinkPrinter::codeOf(const std::string& qrPayload) const
     try {
         return {qrPayload, ink_};
     } catch (const std::length_error&) {
-        throw CommandFailure(TerminalStatus::refused, "The server sent a code that fits no QR code.");
+        throw CommandFailure(TerminalStatus::refused, "The server sent a code that cannot be drawn.");
     }
 }
 

@@ -10,23 +10,24 @@
 namespace vorn {
 namespace {
 
-constexpr const char* description =
-    "Vorn for Mac in a terminal: links this Mac to your account, uploads an archive of your "
-    "Nimbrel chat,\nand shows what the review said. Results go to standard output, "
-    "everything else to standard error.";
+// Lines of 79 columns at most: CLI11 wraps neither of the two.
+constexpr const char* description = "Vorn for Mac in a terminal: links this Mac to your account, uploads an archive\n"
+                                    "of your Nimbrel chat, and shows what the review said. Results go to standard\n"
+                                    "output, everything else to standard error.";
 
-constexpr const char* footer =
-    "Anywhere on the line, -Key value overrides a user default for this run:\n"
-    "  -VornAPIBaseURLOverride URL   where the service is: https, or http on this very machine\n\n"
-    "Without colours (NO_COLOR, or output that is no terminal) the QR code is drawn for a dark background,\n"
-    "unless COLORFGBG or --background says that it is light.\n\n"
-    "An upload that nobody watches (standard error is no terminal) links with one code only, and does not wait\n"
-    "for a service that is down.\n\n"
-    "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or not any more; 4 the archive cannot\n"
-    "be read; 5 the quest takes no upload now; 6 the archive is larger than the upload limit; 7 the service\n"
-    "cannot be reached; 8 the service or its storage refused; 9 the review ended without a reward; 10 the\n"
-    "keychain cannot be reached, or does not do what is asked of it; 1 any other problem;\n"
-    "128+N ended by signal N.";
+constexpr const char* footer = "Anywhere on the line, -Key value overrides a user default for this run:\n"
+                               "  -VornAPIBaseURLOverride URL\n"
+                               "      where the service is: https, or http on this very machine\n\n"
+                               "Without colours (NO_COLOR, or output that is no terminal) the QR code is drawn\n"
+                               "for a dark background, unless COLORFGBG or --background says that it is light.\n\n"
+                               "An upload that nobody watches (standard error is no terminal) links with one\n"
+                               "code only, and does not wait for a service that is down.\n\n"
+                               "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or not any\n"
+                               "more; 4 the archive cannot be read; 5 the quest takes no upload now; 6 the\n"
+                               "archive is larger than the upload limit; 7 the service cannot be reached;\n"
+                               "8 the service or its storage refused; 9 the review ended without a reward;\n"
+                               "10 the keychain cannot be reached, or does not do what is asked of it; 1 any\n"
+                               "other problem; 128+N ended by signal N.";
 
 using Command = TerminalOptions::Command;
 using Background = TerminalOptions::Background;

@@ -141,7 +141,7 @@ TEST(LinkPrinter, RefusesWhatFitsNoCode)
         printer.show({LinkPhase::Showing{std::string(5000, 'x'), {}}});
         FAIL();
     } catch (const CommandFailure& failure) {
-        EXPECT_EQ(failure, CommandFailure(TerminalStatus::refused, "The server sent a code that fits no QR code."));
+        EXPECT_EQ(failure, CommandFailure(TerminalStatus::refused, "The server sent a code that cannot be drawn."));
     }
     EXPECT_EQ(said.take(), "");
 }
