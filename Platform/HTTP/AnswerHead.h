@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/HTTP/HTTPSession.h"
+#include "Platform/HTTP/HTTPHeaders.h"
 
 #include <cstddef>
 #include <string_view>

@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <strings.h>
 #include <vector>
 
 namespace vorn {
@@ -80,7 +79,7 @@ CurlList setHeaders(CURL* handle, const HTTPRequest& request)
         lines.back().append(isEmpty ? ";" : ": ").append(isEmpty ? "" : value);
     }
     for (const char* const added : {"Accept", "Content-Type", "Expect", "Proxy-Connection", "User-Agent"}) {
-        if (!has(request.headers, added)) lines.push_back(std::string(added) + ":");
+        if (!findHeader(request.headers, added)) lines.push_back(std::string(added) + ":");
     }
     CurlList list = listOf(lines);
     set(handle, CURLOPT_HTTPHEADER, list.get());
@@ -94,8 +93,17 @@ void setConnection(CURL* handle, const HTTPRequest& request)
     set(handle, CURLOPT_QUICK_EXIT, 1L); // a name that is still looked up holds up neither a cancel nor the end
     // Half of it is for the first address of a host that has several.
     set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit));
+}
+
+void setTrust(CURL* handle, const std::string& authorities)
+{
     set(handle, CURLOPT_SSL_VERIFYPEER, 1L);
     set(handle, CURLOPT_SSL_VERIFYHOST, 2L);
+    if (authorities.empty()) return;
+    curl_blob blob{.data = const_cast<char*>(authorities.data()), .len = authorities.size(), .flags = CURL_BLOB_COPY};
+    set(handle, CURLOPT_CAINFO_BLOB, &blob);
+    set(handle, CURLOPT_CAPATH,
+        static_cast<const char*>(nullptr)); // the folder of the system's would count beside them
 }
 
 CurlList setProxy(CURL* handle, const HTTPRequest& request)
@@ -111,22 +119,17 @@ CurlList setProxy(CURL* handle, const HTTPRequest& request)
 
 } // namespace
 
-bool has(const HTTPHeaders& headers, const char* name)
-{
-    return std::any_of(headers.begin(), headers.end(),
-                       [name](const auto& header) { return strcasecmp(header.first.c_str(), name) == 0; });
-}
-
 std::int64_t bodySizeOf(const HTTPRequest& request) noexcept
 {
     return request.body ? request.body->size() : 0;
 }
 
-CurlHeaders configure(CURL* handle, const HTTPRequest& request)
+CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::string& authorities)
 {
     setRequest(handle, request);
     setBody(handle, request);
     setConnection(handle, request);
+    setTrust(handle, authorities);
     return {.request = setHeaders(handle, request), .proxy = setProxy(handle, request)};
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 
 #include <curl/curl.h>
 
@@ -30,11 +31,9 @@ struct CurlHeaders {
     CurlList proxy; ///< for the proxy alone
 };
 
-/// Tells `handle` what to send and how. The header lines that it gives must outlive the handle. Throws `URLError`.
-CurlHeaders configure(CURL* handle, const HTTPRequest& request);
-
-/// Whether `headers` holds one called `name`, in any case.
-bool has(const HTTPHeaders& headers, const char* name);
+/// Tells `handle` what to send and how, and whom to trust: the system's authorities, or those in `authorities` (PEM).
+/// The header lines that it gives must outlive the handle. Throws `URLError`.
+CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::string& authorities);
 
 /// The body's size in bytes; 0 without one.
 std::int64_t bodySizeOf(const HTTPRequest& request) noexcept;

@@ -18,8 +18,9 @@ public:
     /// In bytes; always the same.
     virtual std::int64_t size() const noexcept = 0;
 
-    /// Puts the bytes from `at` on into `into`, as many as fit or are left, and gives how many. Called on the thread
-    /// that sends, which waits meanwhile. What it throws, the request fails with.
+    /// Puts the bytes from `at` on into `into`, as many as fit or are left, and gives how many. May be asked for the
+    /// same bytes again. Called on the session's own thread, and all of the session's transfers wait meanwhile: reading
+    /// a local file is fine, waiting for anything else is not. What it throws, the request fails with.
     virtual std::size_t read(std::int64_t at, std::span<std::byte> into) const = 0;
 };
 

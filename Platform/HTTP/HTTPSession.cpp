@@ -4,7 +4,6 @@
 #include "Platform/HTTP/URLError.h"
 
 #include <algorithm>
-#include <strings.h>
 
 namespace vorn {
 namespace {
@@ -39,29 +38,28 @@ Async<HTTPResponse> sendOn(std::shared_ptr<TransferEngine> engine, HTTPRequest r
 
 class KeptAliveSession final : public HTTPSession {
 public:
-    KeptAliveSession() = default;
+    explicit KeptAliveSession(Options options) : engine_(TransferEngine::start(std::move(options))) {}
     ~KeptAliveSession() override { engine_->stop(); }
     KeptAliveSession(KeptAliveSession&&) = delete;
 
     Async<HTTPResponse> send(HTTPRequest request) override { return sendOn(engine_, std::move(request)); }
 
 private:
-    std::shared_ptr<TransferEngine> engine_ = std::make_shared<TransferEngine>();
+    std::shared_ptr<TransferEngine> engine_;
 };
 
 } // namespace
 
 std::optional<std::string> HTTPResponse::header(std::string_view name) const
 {
-    for (const auto& [key, value] : headers) {
-        if (key.size() == name.size() && strncasecmp(key.data(), name.data(), name.size()) == 0) return value;
-    }
-    return std::nullopt;
+    const std::string* const value = findHeader(headers, name);
+    return value ? std::optional(*value) : std::nullopt;
 }
 
-std::shared_ptr<HTTPSession> HTTPSession::make()
+std::shared_ptr<HTTPSession> HTTPSession::make(Options options)
 {
-    return std::make_shared<KeptAliveSession>();
+    if (!options.now) options.now = &std::chrono::steady_clock::now;
+    return std::make_shared<KeptAliveSession>(std::move(options));
 }
 
 } // namespace vorn

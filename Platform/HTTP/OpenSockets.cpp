@@ -1,6 +1,8 @@
 #include "Platform/HTTP/OpenSockets.h"
 
 #include <algorithm>
+#include <arpa/inet.h>
+#include <cstring>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -9,14 +11,61 @@
 namespace vorn {
 namespace {
 
+/// One end of a connection. An IPv4 address is the same whether it is written as one of IPv6 or not.
+struct End {
+    in6_addr address{};
+    int port = -1;
+
+    bool operator==(const End& other) const noexcept
+    {
+        return port == other.port && std::memcmp(&address, &other.address, sizeof address) == 0;
+    }
+};
+
+in6_addr mapped(const in_addr& v4) noexcept
+{
+    in6_addr result{};
+    result.s6_addr[10] = result.s6_addr[11] = 0xFF;
+    std::memcpy(&result.s6_addr[12], &v4, sizeof v4);
+    return result;
+}
+
+End endOf(const sockaddr_storage& address) noexcept
+{
+    if (address.ss_family == AF_INET) {
+        const auto& v4 = reinterpret_cast<const sockaddr_in&>(address);
+        return {.address = mapped(v4.sin_addr), .port = ntohs(v4.sin_port)};
+    }
+    if (address.ss_family == AF_INET6) {
+        const auto& v6 = reinterpret_cast<const sockaddr_in6&>(address);
+        return {.address = v6.sin6_addr, .port = ntohs(v6.sin6_port)};
+    }
+    return {};
+}
+
+/// None, with a port of -1, for what is no address.
+End endOf(const char* text, int port) noexcept
+{
+    in_addr v4{};
+    if (inet_pton(AF_INET, text, &v4) == 1) return {.address = mapped(v4), .port = port};
+    End result{.port = port};
+    return inet_pton(AF_INET6, text, &result.address) == 1 ? result : End{};
+}
+
 int localPortOf(int socket) noexcept
 {
     sockaddr_storage address{};
     socklen_t size = sizeof address;
     if (getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size) != 0) return -1;
-    if (address.ss_family == AF_INET) return ntohs(reinterpret_cast<const sockaddr_in*>(&address)->sin_port);
-    if (address.ss_family == AF_INET6) return ntohs(reinterpret_cast<const sockaddr_in6*>(&address)->sin6_port);
-    return -1;
+    return endOf(address).port;
+}
+
+End peerOf(int socket) noexcept
+{
+    sockaddr_storage address{};
+    socklen_t size = sizeof address;
+    if (getpeername(socket, reinterpret_cast<sockaddr*>(&address), &size) != 0) return {};
+    return endOf(address);
 }
 
 } // namespace
@@ -36,10 +85,13 @@ int OpenSockets::close(int socket)
     return ::close(socket);
 }
 
-int OpenSockets::find(int localPort) const noexcept
+int OpenSockets::find(int localPort, const char* peer, int peerPort) const noexcept
 {
-    const auto found = std::find_if(sockets_.begin(), sockets_.end(),
-                                    [localPort](int socket) { return localPortOf(socket) == localPort; });
+    const End wanted = endOf(peer, peerPort);
+    if (wanted.port < 0) return -1;
+    const auto found = std::find_if(sockets_.begin(), sockets_.end(), [&](int socket) {
+        return localPortOf(socket) == localPort && peerOf(socket) == wanted;
+    });
     return found == sockets_.end() ? -1 : *found;
 }
 

@@ -12,8 +12,9 @@ public:
     int open(int family, int type, int protocol);
     int close(int socket);
 
-    /// The socket that is bound to `localPort`; -1 if there is none.
-    int find(int localPort) const noexcept;
+    /// The socket that leads from `localPort` to `peerPort` of `peer`, an IP address; -1 if there is none. The local
+    /// port alone does not name it: the system gives the same one to connections to different peers.
+    int find(int localPort, const char* peer, int peerPort) const noexcept;
 
 private:
     std::vector<int> sockets_;

@@ -4,10 +4,13 @@
 #include "Platform/HTTP/CurlFailure.h"
 #include "Platform/HTTP/NetworkState.h"
 #include "Platform/HTTP/OpenSockets.h"
+#include "Platform/HTTP/UnreadTLS.h"
 
 #include <algorithm>
 #include <exception>
 #include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/socket.h>
 
 namespace vorn {
@@ -34,6 +37,24 @@ std::string whatIsLeftIn(const FileDescriptor& socket)
     return bytes;
 }
 
+int countOfWhatIsLeftIn(const FileDescriptor& socket) noexcept
+{
+    int count = 0;
+    return ioctl(socket.get(), FIONREAD, &count) == 0 ? count : 0;
+}
+
+/// Whether the other side has reset the connection: what has arrived is all that ever will.
+bool isCut(const FileDescriptor& socket) noexcept
+{
+    pollfd watched{socket.get(), 0, 0};
+    return poll(&watched, 1, 0) > 0 && (watched.revents & (POLLHUP | POLLERR)) != 0;
+}
+
+bool mayHideAnAnswer(CURLcode result) noexcept
+{
+    return result == CURLE_SEND_ERROR || result == CURLE_RECV_ERROR || result == CURLE_PARTIAL_FILE;
+}
+
 } // namespace
 
 Transfer::Transfer(HTTPRequest request, Resume<HTTPResponse> resume)
@@ -49,14 +70,15 @@ void Transfer::abandon() noexcept
     abandoned_ = true;
 }
 
-void Transfer::prepare(OpenSockets& sockets, Time now)
+void Transfer::prepare(const HTTPSession::Options& options, OpenSockets& sockets)
 {
+    options_ = &options;
     sockets_ = &sockets;
-    lastMove_ = nextLook_ = now;
+    lastMove_ = nextLook_ = options.now();
     handle_.reset(curl_easy_init());
     if (!handle_) throw URLError(URLError::Code::unknown);
     set(handle_.get(), CURLOPT_PRIVATE, this);
-    headers_ = configure(handle_.get(), request_);
+    headers_ = configure(handle_.get(), request_, options.authorities);
     setCallbacks();
 }
 
@@ -96,12 +118,30 @@ std::size_t Transfer::takeNext(std::span<std::byte> into) noexcept
         const auto wanted = std::min<std::int64_t>(left, std::ssize(into));
         const std::size_t taken = request_.body->read(bodyRead_, into.first(static_cast<std::size_t>(wanted)));
         if (taken == 0) throw URLError(URLError::Code::requestBodyStreamExhausted);
+        if (answerWaits()) {
+            putOff_ = true;
+            return CURL_READFUNC_PAUSE;
+        }
         bodyRead_ += static_cast<std::int64_t>(taken);
         return taken;
     } catch (...) {
         bodyFailure_ = std::current_exception();
         return CURL_READFUNC_ABORT;
     }
+}
+
+/// A server that refuses may cut the connection at once, and sending into the cut would lose what it said. So what has
+/// arrived is read first. It need not be an answer: behind TLS there is talk that only libcurl understands.
+bool Transfer::answerWaits() noexcept
+{
+    if (head_.isFinal()) return false;
+    const int before = std::exchange(waiting_, countOfWhatIsLeftIn(socket_));
+    return waiting_ > 0 && waiting_ != before; // what libcurl leaves lying holds up nothing
+}
+
+void Transfer::goOn() noexcept
+{
+    if (std::exchange(putOff_, false)) curl_easy_pause(handle_.get(), CURLPAUSE_CONT);
 }
 
 std::size_t Transfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self) noexcept
@@ -123,30 +163,35 @@ std::size_t Transfer::takeBody(char* bytes, std::size_t size, std::size_t count,
     return size * count;
 }
 
-int Transfer::takeProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) noexcept
+int Transfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent) noexcept
 {
-    if (sent > 0) static_cast<Transfer*>(self)->report(sent);
-    return 0;
+    auto& transfer = *static_cast<Transfer*>(self);
+    transfer.received_ = received;
+    transfer.sent_ = sent;
+    if (sent > 0) transfer.report(sent);
+    transfer.saveLateRefusal();
+    return transfer.isOver_ ? 1 : 0;
 }
 
-int Transfer::beforeRequest(void* self, char*, char*, int, int localPort) noexcept
+int Transfer::beforeRequest(void* self, char* peer, char*, int peerPort, int localPort) noexcept
 {
-    return static_cast<Transfer*>(self)->beginRequest(localPort) ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
+    auto& transfer = *static_cast<Transfer*>(self);
+    return transfer.beginRequest(localPort, peer, peerPort) ? CURL_PREREQFUNC_OK : CURL_PREREQFUNC_ABORT;
 }
 
 /// libcurl sends a request again when the kept-alive connection it used dies before an answer. Nobody knows whether the
 /// first one was carried out, so there is no second: neither on another old connection (here) nor on a new one
 /// (`openSocket`).
-bool Transfer::beginRequest(int localPort) noexcept
+bool Transfer::beginRequest(int localPort, const char* peer, int peerPort) noexcept
 {
     if (begun_) {
         secondTry_ = true;
         return false;
     }
     begun_ = true;
-    socket_ = duplicateOf(sockets_->find(localPort));
-    traffic_ = trafficOf(socket_.get());
-    lastMove_ = std::chrono::steady_clock::now();
+    socket_ = duplicateOf(sockets_->find(localPort, peer, peerPort));
+    movement_ = {.traffic = trafficOf(socket_.get())};
+    lastMove_ = options_->now();
     return true;
 }
 
@@ -170,9 +215,8 @@ int Transfer::closeSocket(void* sockets, curl_socket_t socket) noexcept
 bool Transfer::isSilent(Time now) noexcept
 {
     if (now < nextLook_) return false;
-    const SocketTraffic traffic = trafficOf(socket_.get());
-    if (traffic != traffic_) lastMove_ = now;
-    traffic_ = traffic;
+    const Movement movement{.traffic = trafficOf(socket_.get()), .received = received_, .sent = sent_};
+    if (std::exchange(movement_, movement) != movement) lastMove_ = now;
     const auto limit = request_.inactivityLimit;
     // Often enough to know when the silence began, to a sixteenth of the limit.
     nextLook_ = std::min(now + limit / 16 + std::chrono::milliseconds(1), lastMove_ + limit);
@@ -195,13 +239,24 @@ bool Transfer::hasUnsentBody() const noexcept
 }
 
 /// A server that refuses without reading the whole body may cut the connection at once. What it said still counts,
-/// also when our next bytes ran into the cut before libcurl read it: then it waits in the socket. Behind TLS it cannot
-/// be read any more; there only the order in which libcurl works, which reads before it sends, finds it.
+/// also when our next bytes ran into the cut before libcurl read it: then it waits in the socket.
 bool Transfer::takeLateRefusal()
 {
     if (!hasUnsentBody()) return false;
     if (!head_.isFinal() && request_.url.scheme() == "http") takeLateBytes(whatIsLeftIn(socket_));
     return head_.isFinal() && head_.status() >= 300;
+}
+
+/// The same behind TLS, where it is too late once libcurl has closed the connection. Before it does, it reports the
+/// progress a last time.
+void Transfer::saveLateRefusal()
+{
+    if (!begun_ || head_.isFinal() || sent_ >= bodySizeOf(request_)) return;
+    if (request_.url.scheme() != "https" || !isCut(socket_)) return;
+    if (const auto unread = takeUnreadTLS(handle_.get(), socket_.get())) {
+        takeLateBytes(*unread);
+        isOver_ = true; // libcurl might wait for ever for what was taken from under it
+    }
 }
 
 void Transfer::takeLateBytes(std::string_view bytes)
@@ -211,14 +266,14 @@ void Transfer::takeLateBytes(std::string_view bytes)
         if (end == std::string_view::npos || !head_.take(bytes.substr(0, end + 1))) return;
         bytes.remove_prefix(end + 1);
     }
-    const bool isPlain = !has(head_.headers(), "Transfer-Encoding");
+    const bool isPlain = findHeader(head_.headers(), "Transfer-Encoding") == nullptr;
     if (isPlain) body_ = bytes;
 }
 
 URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
 {
     if (tooLarge_) return URLError::Code::dataLengthExceedsMaximum;
-    if (secondTry_) return URLError::Code::networkConnectionLost;
+    if (secondTry_ || isOver_) return URLError::Code::networkConnectionLost;
     long systemError = 0;
     curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
     return failureOf(result, static_cast<int>(systemError), isOnNetwork());
@@ -226,8 +281,7 @@ URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
 
 void Transfer::finish(CURLcode result)
 {
-    const bool cut = result == CURLE_SEND_ERROR || result == CURLE_RECV_ERROR || result == CURLE_PARTIAL_FILE;
-    if (result == CURLE_OK || (cut && takeLateRefusal())) {
+    if (result == CURLE_OK || ((isOver_ || mayHideAnAnswer(result)) && takeLateRefusal())) {
         if (!head_.isFinal()) return fail(URLError::Code::networkConnectionLost); // libcurl lets a head break off
         auto answer = takeAnswer();
         letGo();

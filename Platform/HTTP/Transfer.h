@@ -41,13 +41,16 @@ public:
     void abandon() noexcept;
     bool isAbandoned() const noexcept { return abandoned_; }
 
-    /// Makes the handle ready to go. Throws `URLError`.
-    void prepare(OpenSockets& sockets, Time now);
+    /// Makes the handle ready to go; `options` and `sockets` outlive the transfer's way. Throws `URLError`.
+    void prepare(const HTTPSession::Options& options, OpenSockets& sockets);
     CURL* handle() const noexcept { return handle_.get(); }
     /// When to look at the silence again.
     Time nextLook() const noexcept { return nextLook_; }
     /// Whether nothing has moved for the request's limit.
     bool isSilent(Time now) noexcept;
+    /// Lets libcurl ask for the body again where `takeNext` has put it off.
+    void goOn() noexcept;
+
     // The end; the handle must not be under way any more.
 
     /// Gives the coroutine its answer, or what went wrong.
@@ -60,9 +63,11 @@ private:
     void setCallbacks();
 
     std::size_t takeNext(std::span<std::byte> into) noexcept;
-    bool beginRequest(int localPort) noexcept;
+    bool answerWaits() noexcept;
+    bool beginRequest(int localPort, const char* peer, int peerPort) noexcept;
     void report(std::int64_t bytesSent) noexcept;
     bool hasUnsentBody() const noexcept;
+    void saveLateRefusal();
     bool takeLateRefusal();
     void takeLateBytes(std::string_view bytes);
     URLError::Code reasonOf(CURLcode result) const noexcept;
@@ -73,8 +78,8 @@ private:
     static std::size_t readBody(char* to, std::size_t size, std::size_t count, void* self) noexcept;
     static std::size_t takeHeader(char* line, std::size_t size, std::size_t count, void* self) noexcept;
     static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* self) noexcept;
-    static int takeProgress(void* self, curl_off_t, curl_off_t, curl_off_t, curl_off_t sent) noexcept;
-    static int beforeRequest(void* self, char*, char*, int, int localPort) noexcept;
+    static int takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent) noexcept;
+    static int beforeRequest(void* self, char* peer, char*, int peerPort, int localPort) noexcept;
     static curl_socket_t openSocket(void* self, curlsocktype purpose, curl_sockaddr* address) noexcept;
     static int closeSocket(void* sockets, curl_socket_t socket) noexcept;
 
@@ -90,14 +95,28 @@ private:
     bool begun_ = false;        ///< the request has gone out, or is about to
     bool secondTry_ = false;    ///< libcurl wanted to send it again
     bool tooLarge_ = false;
+    bool isOver_ = false;            ///< the connection is cut, and all that it held has been read
     std::int64_t bodyRead_ = 0;      ///< bytes of the body that libcurl has taken
     std::exception_ptr bodyFailure_; ///< why it got no more
+    int waiting_ = 0;                ///< bytes that lay in the socket when the body was last asked for
+    bool putOff_ = false;
     std::int64_t reported_ = -1;
     AnswerHead head_;
     std::string body_;
 
+    /// All that tells of a move. Where the system does not count what a connection has moved, libcurl does, though it
+    /// takes bytes that wait in the system's buffers for sent.
+    struct Movement {
+        SocketTraffic traffic;
+        std::int64_t received = 0, sent = 0; ///< bytes of bodies, as libcurl counts them
+
+        bool operator==(const Movement&) const = default;
+    };
+
+    const HTTPSession::Options* options_ = nullptr;
     Time lastMove_, nextLook_;
-    SocketTraffic traffic_;
+    Movement movement_;                    ///< at the last look
+    std::int64_t received_ = 0, sent_ = 0; ///< as libcurl said last
 };
 
 } // namespace vorn

@@ -38,16 +38,17 @@ private:
 
 } // namespace
 
-TransferEngine::TransferEngine() : multi_(newMulti())
+TransferEngine::TransferEngine(HTTPSession::Options options) : options_(std::move(options)), multi_(newMulti())
 {
     curl_multi_setopt(multi_.get(), CURLMOPT_MAXCONNECTS, idleConnections);
-    const SignalsBlocked inherited;
-    thread_ = std::thread([this] { run(); });
 }
 
-TransferEngine::~TransferEngine()
+std::shared_ptr<TransferEngine> TransferEngine::start(HTTPSession::Options options)
 {
-    stop();
+    auto engine = std::make_shared<TransferEngine>(std::move(options));
+    const SignalsBlocked inherited;
+    engine->thread_ = std::thread([engine] { engine->run(); });
+    return engine;
 }
 
 void TransferEngine::add(std::shared_ptr<Transfer> transfer)
@@ -75,7 +76,11 @@ void TransferEngine::stop()
         stopped_ = true;
     }
     wake();
-    if (thread_.joinable()) thread_.join();
+    if (thread_.get_id() == std::this_thread::get_id()) {
+        thread_.detach(); // a callback owned the last reference to the session
+    } else {
+        thread_.join();
+    }
 }
 
 void TransferEngine::run()
@@ -84,6 +89,7 @@ void TransferEngine::run()
         int running = 0;
         curl_multi_perform(multi_.get(), &running);
         endFinished();
+        goOnWithBodies();
         endAbandonedAndSilent();
         curl_multi_poll(multi_.get(), nullptr, 0, millisecondsToWait(), nullptr);
     }
@@ -108,7 +114,7 @@ void TransferEngine::begin(const std::shared_ptr<Transfer>& transfer)
 {
     if (transfer->isAbandoned()) return transfer->drop();
     try {
-        transfer->prepare(sockets_, std::chrono::steady_clock::now());
+        transfer->prepare(options_, sockets_);
     } catch (const URLError& error) {
         transfer->fail(error.code());
         return;
@@ -129,9 +135,15 @@ void TransferEngine::endFinished()
     }
 }
 
+/// After libcurl had its turn: it begins the next one by reading what has arrived.
+void TransferEngine::goOnWithBodies()
+{
+    for (const auto& transfer : underWay_) transfer->goOn();
+}
+
 void TransferEngine::endAbandonedAndSilent()
 {
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = options_.now();
     for (const auto& transfer : Transfers(underWay_)) {
         const bool abandoned = transfer->isAbandoned();
         if (!abandoned && !transfer->isSilent(now)) continue;
@@ -155,7 +167,7 @@ int TransferEngine::millisecondsToWait() const
     if (underWay_.empty()) return INT_MAX;
     auto next = underWay_.front()->nextLook();
     for (const auto& transfer : underWay_) next = std::min(next, transfer->nextLook());
-    const auto wait = std::chrono::ceil<std::chrono::milliseconds>(next - std::chrono::steady_clock::now());
+    const auto wait = std::chrono::ceil<std::chrono::milliseconds>(next - options_.now());
     return static_cast<int>(std::clamp<std::int64_t>(wait.count(), 0, INT_MAX));
 }
 

@@ -15,15 +15,17 @@ namespace vorn {
 /// The thread on which all transfers of a session run. Threads: `add`, `wake` and `stop` any; the rest its own.
 class TransferEngine {
 public:
-    TransferEngine();
-    ~TransferEngine();
+    /// Begins a thread, which keeps the engine alive until it has been stopped.
+    static std::shared_ptr<TransferEngine> start(HTTPSession::Options options);
+    explicit TransferEngine(HTTPSession::Options options); ///< for `start`
     TransferEngine(TransferEngine&&) = delete;
 
     /// Begins `transfer`; drops it once stopped.
     void add(std::shared_ptr<Transfer> transfer);
     /// Has the thread look for abandoned transfers.
     void wake() noexcept;
-    /// Drops every transfer and ends the thread, without waiting for names that are looked up.
+    /// Drops every transfer and ends the thread, without waiting for names that are looked up. Once; on the thread
+    /// itself, which cannot wait for its own end, it returns before that.
     void stop();
 
 private:
@@ -37,10 +39,12 @@ private:
     bool takeArrivals();
     void begin(const std::shared_ptr<Transfer>& transfer);
     void endFinished();
+    void goOnWithBodies();
     void endAbandonedAndSilent();
     std::shared_ptr<Transfer> remove(const Transfer* transfer);
     int millisecondsToWait() const;
 
+    HTTPSession::Options options_;
     OpenSockets sockets_; ///< outlives the connections
     std::unique_ptr<CURLM, Cleanup> multi_;
     Transfers underWay_;

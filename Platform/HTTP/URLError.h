@@ -6,7 +6,8 @@
 namespace vorn {
 
 /// A transfer that brought no answer. `what()` is a sentence of the platform's; it names no URL, which may hold
-/// secrets.
+/// secrets. There is no code for a cancel, as that is no failure of a transfer: whoever cancels sees `Cancelled`, which
+/// no handler of errors takes for one.
 class URLError : public std::exception {
 public:
     enum class Code {

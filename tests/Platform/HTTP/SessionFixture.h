@@ -58,6 +58,12 @@ class SessionFixture : public ::testing::Test {
 protected:
     using Method = HTTPRequest::Method;
 
+    /// The server speaks TLS if there is an `identity`.
+    explicit SessionFixture(const ServerIdentity& identity = nullptr, HTTPSession::Options options = {})
+        : server(identity), session(HTTPSession::make(std::move(options)))
+    {
+    }
+
     static HTTPRequest request(Method method, const std::string& url, std::shared_ptr<const HTTPBody> body = nullptr)
     {
         return {.method = method, .url = urlOf(url), .body = std::move(body)};
@@ -80,7 +86,7 @@ protected:
 
     LoopbackServer server;
     MainContext context;
-    std::shared_ptr<HTTPSession> session = HTTPSession::make();
+    std::shared_ptr<HTTPSession> session;
 };
 
 } // namespace testing

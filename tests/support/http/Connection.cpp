@@ -13,12 +13,6 @@
 namespace vorn::testing {
 namespace {
 
-#ifdef MSG_NOSIGNAL
-constexpr int noSignal = MSG_NOSIGNAL;
-#else
-constexpr int noSignal = 0; // macOS: an option of the socket, set when it is accepted
-#endif
-
 #ifdef POLLRDHUP
 constexpr short hangUp = POLLRDHUP;
 #else
@@ -47,8 +41,11 @@ bool isVisible(std::string_view text)
 
 } // namespace
 
-Connection::Connection(FileDescriptor socket, std::size_t number, int stop, Records& records)
-    : socket_(std::move(socket)), stop_(stop), records_(records)
+Connection::Connection(FileDescriptor socket, const ServerIdentity& identity, std::size_t number, int stop,
+                       Records& records)
+    : socket_(std::move(socket)),
+      channel_(identity ? Channel::secure(socket_.get(), identity) : Channel::plain(socket_.get())), stop_(stop),
+      records_(records)
 {
     request_.connection = number;
 }
@@ -142,22 +139,23 @@ std::size_t Connection::readBody(std::size_t bytes)
 
 bool Connection::readMore()
 {
-    waitFor(POLLIN);
-    std::array<char, 65536> piece; // NOLINT(cppcoreguidelines-pro-type-member-init): recv fills it
-    const auto count = recv(socket_.get(), piece.data(), piece.size(), 0);
-    if (count < 0) throw PeerGone();
-    buffer_.append(piece.data(), static_cast<std::size_t>(count));
-    return count > 0;
+    std::array<char, 65536> piece; // NOLINT(cppcoreguidelines-pro-type-member-init): filled by what is read
+    while (true) {
+        if (!socket_) throw PeerGone();
+        const Channel::Step step = channel_->read(piece);
+        if (waitAfter(step)) continue;
+        buffer_.append(piece.data(), step.bytes);
+        return step.bytes > 0;
+    }
 }
 
 void Connection::send(std::string_view bytes)
 {
     endRequest();
     while (!bytes.empty()) {
-        waitFor(POLLOUT);
-        const auto count = ::send(socket_.get(), bytes.data(), bytes.size(), noSignal | MSG_DONTWAIT);
-        if (count < 0 && errno != EAGAIN && errno != EINTR) throw PeerGone();
-        bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+        waitFor(0);
+        const Channel::Step step = channel_->write(bytes);
+        if (!waitAfter(step)) bytes.remove_prefix(step.bytes);
     }
 }
 
@@ -167,11 +165,22 @@ void Connection::endRequest()
     underWay_.reset();
 }
 
+/// Waits for what `step` could not do without, and gives whether there was anything.
+bool Connection::waitAfter(const Channel::Step& step) const
+{
+    using Kind = Channel::Step::Kind;
+    if (step.kind == Kind::gone) throw PeerGone();
+    if (step.kind == Kind::moved) return false;
+    waitFor(step.kind == Kind::waitsForInput ? POLLIN : POLLOUT);
+    return true;
+}
+
+/// Without events it only looks whether all is to end.
 void Connection::waitFor(short events) const
 {
     if (!socket_) throw PeerGone();
     std::array<pollfd, 2> watched{{{socket_.get(), events, 0}, {stop_, POLLIN, 0}}};
-    while (poll(watched.data(), watched.size(), -1) < 0) {
+    while (poll(watched.data(), watched.size(), events == 0 ? 0 : -1) < 0) {
     }
     if (watched[1].revents != 0) throw PeerGone();
 }
@@ -180,7 +189,7 @@ void Connection::close()
 {
     // What the client sent and nobody read would turn the close into a reset, which may overtake the answer.
     if (!socket_) return;
-    shutdown(socket_.get(), SHUT_WR);
+    finishSending();
     std::array<char, 65536> unread; // NOLINT(cppcoreguidelines-pro-type-member-init): recv fills it
     while (recv(socket_.get(), unread.data(), unread.size(), MSG_DONTWAIT) > 0) {
     }
@@ -197,6 +206,7 @@ void Connection::reset()
 
 void Connection::finishSending()
 {
+    channel_->sayGoodbye();
     shutdown(socket_.get(), SHUT_WR);
 }
 

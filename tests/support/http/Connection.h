@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Base/FileDescriptor.h"
+#include "tests/support/http/Channel.h"
 #include "tests/support/http/Exchange.h"
 
 #include <optional>
@@ -23,8 +24,8 @@ public:
         virtual void ended(std::size_t index, const ReceivedRequest& request) = 0;
     };
 
-    /// `stop` becomes readable when everything is to end.
-    Connection(FileDescriptor socket, std::size_t number, int stop, Records& records);
+    /// `stop` becomes readable when everything is to end. Speaks TLS if there is an `identity`.
+    Connection(FileDescriptor socket, const ServerIdentity& identity, std::size_t number, int stop, Records& records);
     ~Connection() override { endRequest(); }
     Connection(Connection&&) = delete;
 
@@ -45,6 +46,7 @@ public:
 
 private:
     bool readMore();
+    bool waitAfter(const Channel::Step& step) const;
     void waitFor(short events) const;
     void takeHead(std::string_view head);
     void takeRequestLine(std::string_view line);
@@ -53,6 +55,7 @@ private:
     void endRequest();
 
     FileDescriptor socket_;
+    std::unique_ptr<Channel> channel_; ///< over the socket
     int stop_;
     Records& records_;
     std::optional<std::size_t> underWay_; ///< the request that has no answer yet

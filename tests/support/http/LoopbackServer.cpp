@@ -9,7 +9,9 @@
 #include <array>
 #include <cerrno>
 #include <condition_variable>
+#include <csignal>
 #include <deque>
+#include <fcntl.h>
 #include <map>
 #include <mutex>
 #include <netinet/in.h>
@@ -56,16 +58,24 @@ void prepare(const FileDescriptor& socket)
 {
     const int yes = 1;
     setsockopt(socket.get(), IPPROTO_TCP, TCP_NODELAY, &yes, sizeof yes); // trickled bytes go out one by one
-#ifdef SO_NOSIGPIPE
-    setsockopt(socket.get(), SOL_SOCKET, SO_NOSIGPIPE, &yes, sizeof yes);
-#endif
+    fcntl(socket.get(), F_SETFL, O_NONBLOCK);
+}
+
+/// For this thread: writing to a client that has gone is an error like any other.
+void blockBrokenPipeSignal()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGPIPE);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 }
 
 } // namespace
 
 class LoopbackServer::State final : public Connection::Records {
 public:
-    State() : listener_(listeningSocket()), port_(portOf(listener_))
+    explicit State(ServerIdentity identity)
+        : identity_(std::move(identity)), listener_(listeningSocket()), port_(portOf(listener_))
     {
         std::array<int, 2> ends{};
         if (pipe(ends.data()) != 0) fail("pipe");
@@ -91,6 +101,7 @@ public:
     }
 
     int port() const { return port_; }
+    const char* scheme() const { return identity_ ? "https" : "http"; }
 
     std::size_t begun(const ReceivedRequest& request) override;
     bool received(std::size_t bytes) override;
@@ -127,6 +138,7 @@ private:
         return change();
     }
 
+    ServerIdentity identity_;
     FileDescriptor listener_;
     int port_;
     FileDescriptor stopRead_{-1}, stopWrite_{-1};
@@ -151,8 +163,9 @@ void LoopbackServer::State::acceptAll()
 
 void LoopbackServer::State::serve(FileDescriptor socket, std::size_t number)
 {
+    blockBrokenPipeSignal();
     {
-        Connection connection(std::move(socket), number, stopRead_.get(), *this);
+        Connection connection(std::move(socket), identity_, number, stopRead_.get(), *this);
         try {
             serveRequests(connection);
         } catch (const PeerGone&) { // NOLINT(bugprone-empty-catch): that is how connections end
@@ -218,7 +231,7 @@ void LoopbackServer::State::report(const std::string& problem)
     problems_.push_back(problem);
 }
 
-LoopbackServer::LoopbackServer() : state_(std::make_unique<State>())
+LoopbackServer::LoopbackServer(ServerIdentity identity) : state_(std::make_shared<State>(std::move(identity)))
 {
 }
 
@@ -231,7 +244,7 @@ int LoopbackServer::port() const
 
 std::string LoopbackServer::url(std::string_view path) const
 {
-    return "http://127.0.0.1:" + std::to_string(port()) + std::string(path);
+    return std::string(state_->scheme()) + "://127.0.0.1:" + std::to_string(port()) + std::string(path);
 }
 
 void LoopbackServer::answer(Answer answer)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/http/Exchange.h"
+#include "tests/support/http/TestAuthority.h"
 
 #include <cstddef>
 #include <functional>
@@ -24,13 +25,14 @@ public:
     using Handler = std::function<void(Exchange&)>;
     using Responder = std::function<Answer(const ReceivedRequest&)>;
 
-    LoopbackServer();
+    /// Speaks TLS if there is an `identity`. Clients that break off the handshake do not count as a problem.
+    explicit LoopbackServer(ServerIdentity identity = nullptr);
     /// Cuts every connection and waits for the handlers, which then see `PeerGone`.
     ~LoopbackServer();
     LoopbackServer(LoopbackServer&&) = delete;
 
     int port() const;
-    /// "http://127.0.0.1:<port>" and `path`.
+    /// "http://127.0.0.1:<port>" and `path`; "https:" with an identity.
     std::string url(std::string_view path = "/") const;
 
     // What to do with the requests, in the order in which their heads arrive.

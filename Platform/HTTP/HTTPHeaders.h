@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vorn {
+
+/// Names and values in their order.
+using HTTPHeaders = std::vector<std::pair<std::string, std::string>>;
+
+/// The value of the first header called `name`, in any case; null when there is none.
+const std::string* findHeader(const HTTPHeaders& headers, std::string_view name) noexcept;
+
+} // namespace vorn

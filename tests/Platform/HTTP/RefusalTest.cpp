@@ -1,0 +1,160 @@
+#include "tests/Platform/HTTP/SessionFixture.h"
+
+#include <future>
+#include <vector>
+
+namespace vorn::testing {
+namespace {
+
+constexpr std::size_t part = 8 * 1024 * 1024;
+constexpr auto refusal = "HTTP/1.1 403 Forbidden\r\nContent-Length: 7\r\n\r\nexpired";
+
+struct Authority {
+    TestAuthority authority;
+};
+
+/// A server that refuses before it has read the body, without TLS or (with `true`) inside of it.
+class Refusal : Authority, public SessionFixture, public ::testing::WithParamInterface<bool> {
+protected:
+    Refusal() : SessionFixture(GetParam() ? authority.identityOf({}) : nullptr, options()) {}
+
+    void beginAnew() { session = HTTPSession::make(options()); }
+
+private:
+    HTTPSession::Options options() const { return {.authorities = authority.certificate()}; }
+};
+
+struct RefusalCase {
+    const char* name;
+    LoopbackServer::Handler handler;
+};
+
+const std::vector<RefusalCase> refusals{
+    {"and stays",
+     [](Exchange& exchange) {
+         exchange.send(refusal);
+         exchange.stayUntilClosed();
+     }},
+    {"and reads on",
+     [](Exchange& exchange) {
+         exchange.send(refusal);
+         exchange.readWholeBody(); // the client need not send the rest
+         exchange.close();
+     }},
+    {"and closes",
+     [](Exchange& exchange) {
+         exchange.send(refusal);
+         exchange.close();
+     }},
+    {"and resets",
+     [](Exchange& exchange) {
+         exchange.send(refusal);
+         exchange.reset();
+     }},
+    {"having read a part",
+     [](Exchange& exchange) {
+         exchange.readBody(part / 3);
+         exchange.send(refusal);
+         exchange.reset();
+     }},
+    {"after an interim answer",
+     [](Exchange& exchange) {
+         exchange.readBody(part / 3);
+         exchange.send("HTTP/1.1 100 Continue\r\n\r\n");
+         exchange.readBody(part / 3);
+         exchange.send(refusal);
+         exchange.reset();
+     }},
+    {"without a length, and resets",
+     [](Exchange& exchange) {
+         exchange.send("HTTP/1.1 403 Forbidden\r\n\r\nexpired");
+         exchange.reset();
+     }},
+};
+
+TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
+{
+    const auto asked = put(part);
+    for (const auto& [name, handler] : refusals) {
+        SCOPED_TRACE(name);
+        for (int time = 0; time < 20; ++time) { // where in the body the refusal arrives is up to chance
+            beginAnew();                        // else it might be sent on a connection that is about to die
+            server.script(handler);
+            const HTTPResponse response = send(asked);
+            EXPECT_EQ(response.status, 403);
+            EXPECT_EQ(response.body, "expired");
+        }
+    }
+}
+
+/// A body that takes its time to read on at `at`: until `event`.
+class HeldBody final : public HTTPBody {
+public:
+    HeldBody(std::int64_t at, std::shared_future<void> event) : at_(at), event_(std::move(event)) {}
+
+    std::int64_t size() const noexcept override { return static_cast<std::int64_t>(part); }
+    std::size_t read(std::int64_t at, std::span<std::byte> into) const override
+    {
+        if (at >= at_) event_.wait();
+        const auto count = std::min(std::ssize(into), static_cast<std::ptrdiff_t>((at < at_ ? at_ : size()) - at));
+        std::fill_n(into.begin(), count, std::byte{'x'});
+        return static_cast<std::size_t>(count);
+    }
+
+private:
+    std::int64_t at_;
+    std::shared_future<void> event_;
+};
+
+TEST_P(Refusal, WhileTheNextBytesAreReadFromTheDiskIsTheAnswer)
+{
+    std::promise<void> refused;
+    server.script([&refused](Exchange& exchange) {
+        exchange.readBody(part / 4);
+        exchange.send(refusal);
+        exchange.reset();
+        refused.set_value();
+    });
+    const auto body = std::make_shared<const HeldBody>(part / 4, refused.get_future());
+    const HTTPResponse response = send(request(Method::put, server.url(), body));
+    EXPECT_EQ(response.status, 403);
+    EXPECT_EQ(response.body, "expired");
+}
+
+TEST_P(Refusal, IsNotWaitedForWhereTheServerSaysSomethingElse)
+{
+    std::promise<void> hinted;
+    std::string received;
+    server.script([&](Exchange& exchange) {
+        exchange.readBody(part / 4);
+        exchange.send("HTTP/1.1 103 Early Hints\r\n\r\n");
+        hinted.set_value();
+        exchange.readWholeBody();
+        received = exchange.request().body;
+        exchange.answer({.status = 201});
+    });
+    const auto body = std::make_shared<const HeldBody>(part / 4, hinted.get_future());
+    EXPECT_EQ(send(request(Method::put, server.url(), body)).status, 201);
+    EXPECT_TRUE(received == std::string(part, 'x')) << "bytes that were put off are sent once";
+}
+
+TEST_P(Refusal, IsNotWaitedForWhereTheServerEndsItsHalf)
+{
+    std::promise<void> ended;
+    server.discardBodies();
+    server.script([&ended](Exchange& exchange) {
+        exchange.readBody(part / 4);
+        exchange.finishSending();
+        ended.set_value();
+        exchange.readWholeBody();
+    });
+    const auto body = std::make_shared<const HeldBody>(part / 4, ended.get_future());
+    EXPECT_THAT(failureOf(request(Method::put, server.url(), body)),
+                ::testing::Optional(URLError::Code::networkConnectionLost));
+}
+
+INSTANTIATE_TEST_SUITE_P(Over, Refusal, ::testing::Bool(),
+                         [](const auto& over) { return over.param ? std::string("TLS") : std::string("TCP"); });
+
+} // namespace
+} // namespace vorn::testing
