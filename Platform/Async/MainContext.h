@@ -45,6 +45,9 @@ public:
     std::size_t runningTasks() const noexcept { return queue_->jobCount(); }
     /// Cancels every task and runs until none is left. Not from inside of a task, which would wait for itself. Tasks
     /// that clean-up begins meanwhile are not cancelled.
+    /// Sets no limit to the time this takes: whatever a cancel does not end at once, shielded clean-up and work on a
+    /// pool, needs a limit of its own (a request's `inactivityLimit`, a look at the `CancelFlag` every few
+    /// milliseconds).
     void shutDown();
 
 private:

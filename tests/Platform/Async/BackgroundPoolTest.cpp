@@ -15,6 +15,7 @@ namespace vorn {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 /// Keeps a pool's only thread busy until it is told to go on.
 class Blocker {
@@ -173,13 +174,26 @@ TEST(OnBackground, EndsAsCancelledWhenThePoolIsDestroyedFirst)
     Journal journal;
     bool ran = false;
     MainContext context;
+    auto pool = std::make_unique<BackgroundPool>(0); // no thread will come free for it
+    Task::detached(context, runOnce(pool.get(), &ran, &journal));
+    context.runUntilIdle();
+    EXPECT_THAT(journal, IsEmpty());
+    pool.reset();
+    context.runUntil([&context] { return context.runningTasks() == 0; });
+    EXPECT_FALSE(ran);
+    EXPECT_THAT(journal, ElementsAre("cancelled"));
+}
+
+TEST(OnBackground, RunsOrEndsAsCancelledWhenThePoolIsDestroyedAsItsThreadComesFree)
+{
+    Journal journal;
+    bool ran = false;
+    MainContext context;
     auto pool = std::make_unique<BackgroundPool>(1);
     Blocker blocker(*pool);
     Task::detached(context, runOnce(pool.get(), &ran, &journal));
     context.runUntilIdle();
-    // The pool is usually stopped before its thread comes free, and then drops what has not begun.
     std::thread destroyer([&pool] { pool.reset(); });
-    for (int i = 0; i < 1000; ++i) std::this_thread::yield();
     blocker.release();
     destroyer.join();
     context.runUntil([&context] { return context.runningTasks() == 0; });

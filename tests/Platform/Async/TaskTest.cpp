@@ -1,23 +1,12 @@
-#include "Platform/Async/MainContext.h"
-#include "tests/Platform/Async/Gate.h"
+#include "tests/Platform/Async/TaskFixture.h"
 
-#include <stdexcept>
 #include <thread>
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 namespace vorn {
 namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-struct TaskFixture : ::testing::Test {
-    Journal journal;
-    Gate<> gate;
-    MainContext context;
-};
 
 TEST_F(TaskFixture, BeginsWhenTheContextRunsAndNotBefore)
 {
@@ -179,33 +168,6 @@ TEST_F(TaskFixture, ACancelActionMayCancelAnotherTaskAndItsOwn)
     EXPECT_EQ(context.runningTasks(), 0U);
 }
 
-Async<int> level(int depth, Gate<>* gate)
-{
-    if (depth == 0) {
-        co_await gate->wait();
-        throw std::runtime_error("from below");
-    }
-    co_return 1 + co_await level(depth - 1, gate);
-}
-
-Async<> tellError(Async<int> work, Journal* journal)
-{
-    try {
-        co_await std::move(work);
-    } catch (const std::runtime_error& error) {
-        journal->emplace_back(error.what());
-    }
-}
-
-TEST_F(TaskFixture, AnErrorPassesThroughEveryLevel)
-{
-    const Task task(context, tellError(level(20, &gate), &journal));
-    context.runUntilIdle();
-    gate.answer();
-    context.runUntilIdle();
-    EXPECT_THAT(journal, ElementsAre("from below"));
-}
-
 Async<int> one()
 {
     co_return 1;
@@ -229,137 +191,6 @@ TEST_F(TaskFixture, WorkThatNobodyAwaitsIsDestroyedWithoutBeginning)
         const Async<> unused = waitAndTell(&gate, &journal);
     }
     EXPECT_THAT(journal, IsEmpty());
-}
-
-Async<> cleanUpShielded(Gate<>* work, Gate<>* cleanUp, Journal* journal)
-{
-    bool failed = false;
-    try {
-        co_await work->wait();
-    } catch (const Cancelled&) {
-        failed = true;
-    }
-    if (failed) co_await shielded(waitAndTell(cleanUp, journal));
-    journal->emplace_back("after the shield");
-    co_await checkCancellation();
-    journal->emplace_back("never");
-}
-
-TEST_F(TaskFixture, ShieldedCleanUpGoesOutAfterACancelAndTheNextAwaitThrows)
-{
-    Gate<> cleanUp;
-    Task task(context, cleanUpShielded(&gate, &cleanUp, &journal));
-    context.runUntilIdle();
-    task.cancel();
-    context.runUntilIdle();
-    EXPECT_THAT(journal, ElementsAre("began"));
-    cleanUp.answer();
-    context.runUntilIdle();
-    EXPECT_THAT(journal, ElementsAre("began", "answered", "after the shield"));
-    EXPECT_FALSE(task.isRunning());
-}
-
-Async<> shieldedTwice(Gate<>* inner, Gate<>* outer, Journal* journal)
-{
-    co_await shielded(waitAndTell(inner, journal));
-    co_await waitAndTell(outer, journal);
-}
-
-Async<> shieldedThenChecked(Async<> work, Journal* journal)
-{
-    co_await shielded(std::move(work));
-    journal->emplace_back("shield ended");
-    co_await checkCancellation();
-    journal->emplace_back("never");
-}
-
-TEST_F(TaskFixture, TheOuterShieldHoldsAfterTheInnerOneEnded)
-{
-    Gate<> outer;
-    Task task(context, shieldedThenChecked(shieldedTwice(&gate, &outer, &journal), &journal));
-    context.runUntilIdle();
-    task.cancel();
-    EXPECT_EQ(gate.stops, 0);
-    gate.answer();
-    context.runUntilIdle();
-    outer.answer();
-    context.runUntilIdle();
-    EXPECT_THAT(journal, ElementsAre("began", "answered", "began", "answered", "shield ended"));
-}
-
-Async<> failShielded(Gate<>* gate, Journal* journal)
-{
-    Gate<> never;
-    try {
-        co_await shielded(tellError(level(1, gate), journal));
-        co_await shielded([](Gate<>* at) -> Async<> {
-            co_await at->wait();
-            throw std::runtime_error("clean-up failed");
-        }(gate));
-    } catch (const std::runtime_error& error) {
-        journal->emplace_back(error.what());
-    }
-    co_await never.wait();
-}
-
-TEST_F(TaskFixture, AShieldEndsWithItsWorkAlsoWhenThatFails)
-{
-    Task task(context, failShielded(&gate, &journal));
-    context.runUntilIdle();
-    task.cancel();
-    gate.answer();
-    context.runUntilIdle();
-    gate.answer();
-    context.runUntilIdle();
-    EXPECT_THAT(journal, ElementsAre("from below", "clean-up failed"));
-    EXPECT_EQ(context.runningTasks(), 0U);
-}
-
-struct TaskDeathTest : TaskFixture {
-    static void SetUpTestSuite() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
-};
-
-TEST_F(TaskDeathTest, AnErrorThatNobodyHandlesEndsTheProgram)
-{
-    EXPECT_DEATH(
-        {
-            Task::detached(context, []() -> Async<> {
-                throw std::runtime_error("lost");
-                co_return;
-            }());
-            context.runUntilIdle();
-        },
-        "nobody handles: lost");
-}
-
-TEST_F(TaskDeathTest, AnErrorOfAnyOtherTypeEndsTheProgramToo)
-{
-    EXPECT_DEATH(
-        {
-            Task::detached(context, []() -> Async<> {
-                throw 42; // NOLINT(misc-throw-by-value-catch-by-reference): what a careless library throws
-                co_return;
-            }());
-            context.runUntilIdle();
-        },
-        "an error that nobody handles");
-}
-
-TEST_F(TaskDeathTest, DestroyedOnAnotherThreadWhileItRunsEndsTheProgram)
-{
-    EXPECT_DEATH(
-        {
-            Task task(context, waitAndTell(&gate, &journal));
-            std::thread([moved = std::move(task)] {}).join();
-        },
-        "own thread may cancel its tasks");
-}
-
-TEST_F(TaskDeathTest, StartedOnAnotherThreadEndsTheProgram)
-{
-    EXPECT_DEATH(
-        { std::thread([this] { Task::detached(context, waitAndTell(&gate, &journal)); }).join(); },
-        "own thread may start a task");
 }
 
 TEST_F(TaskFixture, MayDieOnAnyThreadOnceItHasEnded)

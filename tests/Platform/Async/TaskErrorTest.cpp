@@ -1,0 +1,88 @@
+#include "tests/Platform/Async/TaskFixture.h"
+
+#include <stdexcept>
+#include <thread>
+
+namespace vorn {
+namespace {
+
+using ::testing::ElementsAre;
+
+struct TaskError : TaskFixture {};
+
+Async<int> level(int depth, Gate<>* gate)
+{
+    if (depth == 0) {
+        co_await gate->wait();
+        throw std::runtime_error("from below");
+    }
+    co_return 1 + co_await level(depth - 1, gate);
+}
+
+Async<> tellError(Async<int> work, Journal* journal)
+{
+    try {
+        co_await std::move(work);
+    } catch (const std::runtime_error& error) {
+        journal->emplace_back(error.what());
+    }
+}
+
+TEST_F(TaskError, PassesThroughEveryLevel)
+{
+    const Task task(context, tellError(level(20, &gate), &journal));
+    context.runUntilIdle();
+    gate.answer();
+    context.runUntilIdle();
+    EXPECT_THAT(journal, ElementsAre("from below"));
+}
+
+struct TaskDeathTest : TaskFixture {
+    static void SetUpTestSuite() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+};
+
+TEST_F(TaskDeathTest, AnErrorThatNobodyHandlesEndsTheProgram)
+{
+    EXPECT_DEATH(
+        {
+            Task::detached(context, []() -> Async<> {
+                throw std::runtime_error("lost");
+                co_return;
+            }());
+            context.runUntilIdle();
+        },
+        "nobody handles: lost");
+}
+
+TEST_F(TaskDeathTest, AnErrorOfAnyOtherTypeEndsTheProgramToo)
+{
+    EXPECT_DEATH(
+        {
+            Task::detached(context, []() -> Async<> {
+                throw 42; // NOLINT(misc-throw-by-value-catch-by-reference): what a careless library throws
+                co_return;
+            }());
+            context.runUntilIdle();
+        },
+        "an error that nobody handles");
+}
+
+TEST_F(TaskDeathTest, DestroyedOnAnotherThreadWhileItRunsEndsTheProgram)
+{
+    EXPECT_DEATH(
+        {
+            Task task(context, waitAndTell(&gate, &journal));
+            std::thread([moved = std::move(task)] {}).join();
+        },
+        "own thread may cancel its tasks");
+}
+
+TEST_F(TaskDeathTest, StartedOnAnotherThreadEndsTheProgram)
+{
+    EXPECT_DEATH(
+        { std::thread([this] { Task::detached(context, waitAndTell(&gate, &journal)); }).join(); },
+        "own thread may start a task");
+}
+
+} // namespace
+} // namespace vorn
