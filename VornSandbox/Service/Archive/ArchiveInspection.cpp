@@ -39,8 +39,8 @@ ArchiveVerdict inspectArchive(const std::filesystem::path& archive)
 {
     try {
         const ExportCheck check = read(archive);
-        const std::string finding =
-            fmt::format("{} messages, {} of them the user's", check.messages(), check.prompts());
+        const std::string finding = fmt::format("{} message{}, {} from the user", check.messages(),
+                                                check.messages() == 1 ? "" : "s", check.prompts());
         if (check.prompts() < fewestPrompts) {
             return {.asChecked = {.status = "rejected", .reason = "export_too_small"}, .finding = finding};
         }

@@ -46,6 +46,23 @@ std::string userName(const Backend& backend, const std::string& id)
     return found == backend.sessions.users().end() ? id : found->displayName;
 }
 
+json reviewView(const ReviewPlan& plan)
+{
+    switch (plan.kind) {
+    case ReviewPlan::Kind::manual: return {{"by", "button"}};
+    case ReviewPlan::Kind::checked: return {{"by", "archive"}};
+    case ReviewPlan::Kind::fixed: break;
+    }
+    return {{"by", "plan"}, {"ending", plan.outcome.status}, {"reason", plan.outcome.reason}};
+}
+
+/// When a review decides by itself; 0 when it does not.
+std::int64_t decisionTime(const Submission& submission, const Settings& settings)
+{
+    if (submission.status != "review" || settings.review.kind == ReviewPlan::Kind::manual) return 0;
+    return toMilliseconds(submission.completedAt + 2 * settings.reviewStep);
+}
+
 json submissionView(const Backend& backend, const Submission& submission)
 {
     json received = json::array();
@@ -62,6 +79,7 @@ json submissionView(const Backend& backend, const Submission& submission)
             {"receivedParts", received},
             {"createdAt", toMilliseconds(submission.createdAt)},
             {"inReview", submission.status == "review"},
+            {"decidesAt", decisionTime(submission, backend.settings)},
             {"hasArchive", submission.status == "review" || submission.isDecided()},
             {"finding", submission.finding},
             {"rewardUsd", backend.settings.rewardUsd}};
@@ -79,6 +97,7 @@ json phoneView(const Backend& backend)
             {"links", linksView(backend)},
             {"macs", macsView(backend)},
             {"submissions", submissions},
+            {"review", reviewView(backend.settings.review)},
             {"reasons", rejectionReasons}};
 }
 

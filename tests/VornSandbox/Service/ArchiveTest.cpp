@@ -128,7 +128,7 @@ TEST(ArchiveInspection, ApprovesAnExport)
     const Stored file(archiveOf(testMessages(20)));
     const ArchiveVerdict verdict = inspectArchive(file.path);
     EXPECT_EQ(verdict.asChecked, (Outcome{.status = "approved", .reason = {}}));
-    EXPECT_EQ(verdict.finding, "20 messages, 10 of them the user's");
+    EXPECT_EQ(verdict.finding, "20 messages, 10 from the user");
 }
 
 TEST(ArchiveInspection, WantsTenMessagesOfTheUsersOwn)
@@ -146,7 +146,7 @@ TEST(ArchiveInspection, ReadsWhatTheExportWrites)
     NimbrelArchiveBuilder::writeArchive(result, exporter, folder / "a.zip",
                                         Instant(std::chrono::seconds(1'772'356'500)));
     const ArchiveVerdict verdict = inspectArchive(folder / "a.zip");
-    EXPECT_EQ(verdict.finding, "0 messages, 0 of them the user's");
+    EXPECT_EQ(verdict.finding, "0 messages, 0 from the user");
 }
 
 TEST(ArchiveInspection, SaysWhatIsWrong)

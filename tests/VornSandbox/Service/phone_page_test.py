@@ -127,7 +127,7 @@ class PhonePage(unittest.TestCase):
         self.assertEqual(mac.user["displayName"], "Robin")
 
     def test_watches_an_upload_to_its_reward(self):
-        mac = self.link(Mac(self.open("--delay", "0.5", "--reward", "7.5").url))
+        mac = self.link(Mac(self.open("--review", "manual", "--delay", "0", "--reward", "7.5").url))
         archive = archive_of([message(1, "Hello", True)], padding=4 * PART_SIZE)
         mac.open_upload(archive)
         parts = -(-len(archive) // PART_SIZE)
@@ -136,8 +136,94 @@ class PhonePage(unittest.TestCase):
             mac.put_part(archive, number)
             self.wait_for(f"{number} of {parts} parts")
         mac.complete(archive)
-        for words in ("Analyzing", "In review", "Approved", "+ $7.50"):
-            self.wait_for(words)
+        self.wait_for("In review")
+        self.press("Approve upload 1 of Sam Rivera")
+        self.wait_for("Approved")
+        self.wait_for("+ $7.50")
+
+    def test_decides_while_the_archive_is_still_analyzed(self):
+        mac = self.link(Mac(self.open("--review", "manual", "--delay", "3600").url))
+        mac.upload(archive_of([message(1, "Hello", True)]))
+        self.wait_for("Analyzing")
+        self.press("Expire upload 1 of Sam Rivera")
+        self.wait_for("Expired")
+
+    def test_says_what_decides_a_review(self):
+        for review, words in (("manual", "waits for your decision"), ("approved", "approves every upload by itself"),
+                              ("rejected:wrong_provider", "rejects every upload by itself (wrong provider)"),
+                              ("checked", "decides from what the archive holds")):
+            with self.subTest(review=review):
+                mac = self.link(Mac(self.open("--review", review, "--delay", "3600").url))
+                self.wait_for(words, "#review")
+                mac.upload(archive_of([message(1, "Hello", True)]))
+                self.named("Approve upload 1 of Sam Rivera")
+                countdown = [item.text for item in self.browser.find_elements(By.CSS_SELECTOR, "#submissions .time")]
+                if review == "manual":
+                    self.assertEqual(countdown, [])
+                else:
+                    self.assertRegex(countdown[0], r"^1(19|20):\d\d left$")
+
+    def test_keeps_a_choice_when_its_card_changes(self):
+        mac = self.link(Mac(self.open("--review", "manual").url))
+        mac.upload(archive_of([message(1, "Hello", True)]))
+        self.named("Reject upload 1 of Sam Rivera")
+        choice = "#submissions select"
+        Select(self.browser.find_element(By.CSS_SELECTOR, choice)).select_by_value("duplicate_media")
+        old = self.browser.find_element(By.CSS_SELECTOR, choice)
+        view = self.browser.execute_async_script(FIRST_VIEW)
+        view["submissions"][0]["finding"] = "something else"
+        self.browser.execute_script("show(arguments[0])", view)
+        new = self.browser.find_element(By.CSS_SELECTOR, choice)
+        self.assertNotEqual(old, new)
+        self.assertEqual(new.get_property("value"), "duplicate_media")
+
+    def is_on_top(self, selector):
+        """Whether the element is what is seen in its middle, within the window."""
+        return self.browser.execute_script("""
+            const element = document.querySelector(arguments[0]);
+            const box = element.getBoundingClientRect();
+            const there = document.elementFromPoint(box.x + box.width / 2, box.y + box.height / 2);
+            return there !== null && element.contains(there);""", selector)
+
+    def test_shows_errors_wherever_the_page_is_scrolled(self):
+        mac = self.link(Mac(self.open("--review", "manual", "--cooldown", "0").url))
+        for number in range(1, 6):
+            mac.upload(archive_of([message(1, "Hello", True)]))
+            self.press(f"Approve upload {number} of Sam Rivera")
+        self.until(lambda: self.text("#submissions").count("Approved") == 5, "not five approved")
+        self.browser.execute_script("window.scrollTo(0, 0)")
+        self.browser.find_element(By.TAG_NAME, "summary").click()
+        self.browser.find_element(By.ID, "code").send_keys("vorn://link?code=none\n")
+        self.wait_for("That is not a code of this service.", "#problem")
+        self.assertGreater(self.browser.execute_script("return document.body.scrollHeight - innerHeight"), 200)
+        self.assertTrue(self.is_on_top("#problem"))
+        self.press("Dismiss the message")
+        self.assertFalse(self.browser.find_element(By.ID, "problem").is_displayed())
+
+    def test_shows_errors_over_an_open_archive(self):
+        with Sandbox(PROGRAM) as sandbox:
+            self.addCleanup(self.browser.get, "about:blank")
+            self.browser.get(sandbox.url)
+            mac = self.link(Mac(sandbox.url))
+            mac.upload(archive_of([message(number, "Hello", True) for number in range(60)]))
+            self.press("Show messages of Upload 1 of Sam Rivera")
+            self.wait_for("Page 1 of 2", "#page")
+        self.press("Later messages")
+        self.wait_for("The sandbox does not answer.", "#reader-problem")
+        self.assertTrue(self.is_on_top("#reader-problem"))
+
+    def test_bears_messages_of_any_kind(self):
+        mac = self.link(Mac(self.open().url))
+        odd = [None, 7, "text", [1], {}, {"text": 5, "sentAt": "x", "links": 3, "attachments": [None, 4], "fromMe": 1},
+               {"links": [None, {"url": 5}], "attachments": {}, "sentAt": 1e300}]
+        mac.upload(archive_of([*odd, message(1, "A sound one", True)]))
+        self.press("Show messages of Upload 1 of Sam Rivera")
+        self.wait_for("8 messages", "#reader-summary")
+        shown = self.browser.find_elements(By.CSS_SELECTOR, "#messages > li")
+        self.assertEqual(len(shown), 8)
+        self.assertEqual([item.text for item in shown[:4]],
+                         ["This is no message: " + text for text in ("null", "7", '"text"', "[1]")])
+        self.assertIn("A sound one", shown[7].text)
 
     def test_ends_reviews_with_its_buttons(self):
         mac = self.link(Mac(self.open("--review", "manual", "--cooldown", "0").url))
@@ -218,6 +304,13 @@ class PhonePage(unittest.TestCase):
         for control in controls:
             self.assertTrue(control.accessible_name, control.get_attribute("outerHTML"))
 
+
+# What the service says to a page that comes now.
+FIRST_VIEW = """
+const done = arguments[arguments.length - 1];
+const events = new EventSource("/phone/events");
+events.onmessage = (event) => { events.close(); done(JSON.parse(event.data)); };
+"""
 
 # Each shown text's contrast with the nearest ground that is painted behind it (WCAG 2.2, 1.4.3).
 CONTRASTS = """

@@ -26,19 +26,32 @@ function button(text, label, kind, action) {
 }
 
 async function attempt(action) {
-  const problem = byId("problem");
   try {
     await action();
-    problem.hidden = true;
+    hideProblems();
   } catch (error) {
-    problem.textContent = error.message;
-    problem.hidden = false;
+    showProblem(error.message);
   }
+}
+
+// What lies behind an open dialog is neither seen nor read aloud.
+function showProblem(message) {
+  hideProblems();
+  const place = byId(byId("reader").open ? "reader-problem" : "problem");
+  place.querySelector("p").textContent = message;
+  place.hidden = false;
+  // It must not cover what is being used.
+  if (document.activeElement !== document.body) document.activeElement?.scrollIntoView({ block: "nearest" });
+}
+
+function hideProblems() {
+  for (const place of document.querySelectorAll(".problem")) place.hidden = true;
 }
 
 async function ask(path, body) {
   const answer = await fetch("/phone/" + path, body === undefined ? {} : {
-    method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify(body) });
+    method: "POST", headers: { "Content-Type": "application/json" }, body: JSON.stringify(body) })
+    .catch(() => { throw new Error("The sandbox does not answer."); });
   const content = await answer.json().catch(() => ({}));
   if (!answer.ok) throw new Error(content.message || "The service answered " + answer.status + ".");
   return content;
@@ -48,7 +61,7 @@ async function ask(path, body) {
 
 function linkCard(link, view) {
   const device = [link.osVersion, "Vorn " + link.appVersion].filter(Boolean).join(" · ");
-  const expires = make("span", { className: "soft", "data-expires": link.expiresAt });
+  const expires = make("span", { className: "soft time", "data-until": link.expiresAt });
   const head = make("div", { className: "row between" }, make("h3", {}, link.deviceName), expires);
   if (link.status === "pending") {
     return [head, make("p", { className: "soft" }, device + " shows a code."),
@@ -58,7 +71,7 @@ function linkCard(link, view) {
     ...view.users.map((user) => make("option", { value: user.id }, user.name)));
   return [head, make("p", {}, "Link this Mac to your account?"), make("p", { className: "soft" }, device),
     view.users.length > 1 ? account : null,
-    make("div", { className: "row" },
+    make("div", { className: "row actions" },
       button("Link this Mac", "Link this Mac: " + link.deviceName, "",
         () => ask(`links/${link.id}/approve`, { userId: account.value })),
       button("Decline", "Decline " + link.deviceName, "quiet", () => ask(`links/${link.id}/reject`, {})))];
@@ -75,6 +88,13 @@ function bytes(count) {
   return (count / unit[1]).toFixed(1) + " " + unit[0];
 }
 
+const dateAndTime = { dateStyle: "medium", timeStyle: "short" };
+
+const time = (milliseconds) => new Date(milliseconds).toLocaleString(undefined, dateAndTime);
+
+const words = (key) => key.replaceAll("_", " ");
+
+// Few enough parts are shown one by one, for they need not come in order.
 function partsProgress(submission) {
   const there = submission.receivedParts.length;
   const name = `Upload ${submission.attempt}: parts received`;
@@ -86,16 +106,33 @@ function partsProgress(submission) {
       cells.append(make("i", { className: received.has(part) ? "there" : "" }));
     }
   }
-  return [make("progress", { max: submission.partCount, value: there, "aria-label": name }),
-    make("p", { className: "soft" }, `${there} of ${submission.partCount} parts`), cells];
+  const bar = make("progress", { className: cells ? "unseen" : "", max: submission.partCount, value: there,
+    "aria-label": name });
+  return [cells, bar, make("p", { className: "soft" }, `${there} of ${submission.partCount} parts`)];
+}
+
+// What a review does when nobody presses a button.
+const endings = { approved: "approves", rejected: "rejects", expired: "expires" };
+
+function reviewWords(review) {
+  if (review.by === "button") return "Every review waits for your decision.";
+  const ending = review.by === "archive" ? "decides from what the archive holds" : endings[review.ending];
+  const reason = review.reason ? ` (${words(review.reason)})` : "";
+  return `The sandbox ${ending} every upload by itself${reason}, unless you are faster.`;
+}
+
+function decisionTime(submission) {
+  if (!submission.decidesAt) return null;
+  return make("p", { className: "soft" }, "Decides by itself · ",
+    make("span", { className: "time", "data-until": submission.decidesAt }));
 }
 
 function reviewButtons(submission, view) {
   const end = (outcome) => () => ask(`submissions/${submission.id}/outcome`, { outcome });
-  const named = (words) => `${words} upload ${submission.attempt} of ${submission.userName}`;
+  const named = (verb) => `${verb} upload ${submission.attempt} of ${submission.userName}`;
   const reason = make("select", { "aria-label": named("Reason to reject") },
-    ...view.reasons.map((key) => make("option", { value: key }, key.replaceAll("_", " "))));
-  return [make("div", { className: "row" },
+    ...view.reasons.map((key) => make("option", { value: key }, words(key))));
+  return [decisionTime(submission), make("div", { className: "row actions" },
     button("Approve", named("Approve"), "good", end("approved")),
     button("Expire", named("Expire"), "quiet", end("expired"))),
   make("div", { className: "row" }, reason,
@@ -103,19 +140,19 @@ function reviewButtons(submission, view) {
 }
 
 function submissionCard(submission, view) {
-  const [words, kind] = statusWords[submission.status] || [submission.status, ""];
+  const [status, kind] = statusWords[submission.status] || [submission.status, ""];
   const which = `Upload ${submission.attempt} of ${submission.userName}`;
   const card = [
     make("div", { className: "row between" },
-      make("h3", {}, "Upload " + submission.attempt), make("span", { className: "chip " + kind }, words)),
+      make("h3", {}, "Upload " + submission.attempt), make("span", { className: "chip " + kind }, status)),
     make("p", { className: "soft" }, `${submission.userName} · ${bytes(submission.sizeBytes)} · `
-      + new Date(submission.createdAt).toLocaleString())];
+      + time(submission.createdAt))];
   if (submission.status === "uploading") card.push(...partsProgress(submission));
   if (submission.status === "approved") {
     card.push(make("p", { className: "reward" }, "+ $" + submission.rewardUsd.toFixed(2)));
   }
-  if (submission.reason) card.push(make("p", {}, "Reason: " + submission.reason.replaceAll("_", " ")));
-  if (submission.finding) card.push(make("p", { className: "soft" }, submission.finding));
+  if (submission.reason) card.push(make("p", {}, "Reason: " + words(submission.reason)));
+  if (submission.finding) card.push(make("p", { className: "soft" }, "In the archive: " + submission.finding));
   if (submission.inReview) card.push(...reviewButtons(submission, view));
   if (submission.hasArchive) {
     card.push(button("Show messages", "Show messages of " + which, "quiet", () => openReader(submission.id, which)));
@@ -132,12 +169,21 @@ function showCards(holder, items, view, build) {
     const old = shown.get(item.id);
     if (old && old.text === text) return old.card;
     const card = make("article", { className: "card" }, ...build(item, view).filter((part) => part !== null));
+    if (old) keepChoices(old.card, card);
     if (old) keepFocus(old.card, card);
     shown.set(item.id, { text, card });
     return card;
   });
   for (const card of [...holder.children]) if (!cards.includes(card)) card.remove();
   cards.forEach((card, at) => { if (holder.children[at] !== card) holder.insertBefore(card, holder.children[at] || null); });
+}
+
+function keepChoices(old, card) {
+  for (const select of card.querySelectorAll("select")) {
+    const same = [...old.querySelectorAll("select")]
+      .find((item) => item.getAttribute("aria-label") === select.getAttribute("aria-label"));
+    if (same && [...select.options].some((option) => option.value === same.value)) select.value = same.value;
+  }
 }
 
 function keepFocus(old, card) {
@@ -152,13 +198,14 @@ function show(view) {
   showCards(byId("submissions"), view.submissions, view, submissionCard);
   byId("macs").replaceChildren(...view.macs.map((mac) => make("li", {}, make("span", {}, mac.deviceName),
     make("span", { className: "soft" }, mac.userName))));
+  byId("review").textContent = reviewWords(view.review);
   for (const name of ["links", "submissions", "macs"]) byId("no-" + name).hidden = view[name].length > 0;
   countDown();
 }
 
 function countDown() {
-  for (const place of document.querySelectorAll("[data-expires]")) {
-    const seconds = Math.max(0, Math.ceil((Number(place.dataset.expires) - Date.now()) / 1000));
+  for (const place of document.querySelectorAll("[data-until]")) {
+    const seconds = Math.max(0, Math.ceil((Number(place.dataset.until) - Date.now()) / 1000));
     place.textContent = `${Math.floor(seconds / 60)}:${String(seconds % 60).padStart(2, "0")} left`;
   }
 }
@@ -178,37 +225,55 @@ async function showPage(page) {
   const content = await ask(`submissions/${reader.submission}/messages?page=${page}`);
   const pages = Math.max(1, Math.ceil(content.count / content.perPage));
   reader.page = page;
-  byId("reader-summary").textContent =
-    `${content.count} messages · exported ${content.manifest?.exportedAt ?? "at an unknown time"}`;
+  const exported = Date.parse(text(content.manifest?.exportedAt));
+  byId("reader-summary").textContent = `${content.count} ${content.count === 1 ? "message" : "messages"} · exported `
+    + (Number.isNaN(exported) ? "at an unknown time" : time(exported));
   byId("messages").replaceChildren(...content.messages.map(messageItem));
   byId("messages").scrollTop = 0;
+  if (content.count === 0) byId("messages").append(make("li", { className: "none" }, "There are no messages in it."));
   byId("page").textContent = `Page ${page + 1} of ${pages}`;
   byId("previous").disabled = page === 0;
   byId("next").disabled = page + 1 >= pages;
 }
 
+// An archive may hold anything: what is not of the type that it should be is left out.
+const text = (value) => typeof value === "string" ? value : "";
+const list = (value) => Array.isArray(value) ? value : [];
+
 function messageItem(message) {
-  const about = [new Date(message.sentAt * 1000).toLocaleString()];
-  if (message.edited) about.push("edited");
-  for (const attachment of message.attachments ?? []) about.push(attachment.mimeType);
-  for (const link of message.links ?? []) about.push(link.url);
-  return make("li", { className: message.fromMe ? "mine" : "theirs" },
-    message.text ? make("p", { className: "bubble" }, message.text) : null,
-    make("span", { className: "soft" }, (message.fromMe ? "You" : "Nimbrel") + " · " + about.join(" · ")));
+  if (typeof message !== "object" || message === null || Array.isArray(message)) {
+    return make("li", { className: "none" }, "This is no message: " + JSON.stringify(message).slice(0, 100));
+  }
+  const sent = typeof message.sentAt === "number" ? time(message.sentAt * 1000) : "at an unknown time";
+  const about = [message.fromMe === true ? "You" : "Nimbrel", sent];
+  if (message.edited === true) about.push("edited");
+  for (const link of list(message.links)) about.push(text(link?.url));
+  const files = list(message.attachments).map((attachment) => text(attachment?.mimeType) || "unknown type");
+  return make("li", { className: message.fromMe === true ? "mine" : "theirs" },
+    text(message.text) ? make("p", { className: "bubble" }, message.text) : null,
+    files.length ? make("p", { className: "bubble file" }, "Attachment: " + files.join(", ")) : null,
+    make("p", { className: "soft" }, about.filter(Boolean).join(" · ")));
 }
 
 // Live
 
 function watch() {
   const events = new EventSource("/phone/events");
-  events.onopen = () => { byId("connection").textContent = "Connected to the sandbox"; };
+  events.onopen = () => showConnection("Connected to the sandbox", "good");
   events.onmessage = (event) => show(JSON.parse(event.data));
   events.onerror = () => {
-    byId("connection").textContent = "The sandbox does not answer";
+    showConnection("The sandbox does not answer", "bad");
     if (events.readyState === EventSource.CLOSED) setTimeout(watch, 2000);
   };
 }
 
+function showConnection(state, kind) {
+  byId("connection").textContent = state;
+  byId("connection").className = kind;
+}
+
+for (const place of document.querySelectorAll(".problem")) place.querySelector("button").onclick = hideProblems;
+byId("reader").onclose = hideProblems;
 byId("reader-close").onclick = () => byId("reader").close();
 byId("previous").onclick = () => attempt(() => showPage(reader.page - 1));
 byId("next").onclick = () => attempt(() => showPage(reader.page + 1));
