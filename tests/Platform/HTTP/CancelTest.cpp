@@ -1,17 +1,19 @@
 #include "Platform/Base/CancelFlag.h"
+#include "tests/Platform/HTTP/FullPort.h"
 #include "tests/Platform/HTTP/SessionFixture.h"
 
 #include <atomic>
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <future>
+#include <thread>
 #include <vector>
 
 namespace vorn::testing {
 namespace {
 
 using namespace std::chrono_literals;
-using Clock = std::chrono::steady_clock;
 
 constexpr std::size_t part = 8 * 1024 * 1024;
 
@@ -36,9 +38,6 @@ protected:
         context.runPending();
     }
 
-    std::shared_ptr<Outcome> outcome = std::make_shared<Outcome>(Outcome::none);
-
-private:
     static Async<> follow(Async<HTTPResponse> answer, std::shared_ptr<Outcome> outcome)
     {
         try {
@@ -51,6 +50,8 @@ private:
             *outcome = Outcome::failed;
         }
     }
+
+    std::shared_ptr<Outcome> outcome = std::make_shared<Outcome>(Outcome::none);
 };
 
 TEST_F(Cancelling, BeforeTheStartSendsNothing)
@@ -65,11 +66,14 @@ TEST_F(Cancelling, BeforeTheStartSendsNothing)
 
 TEST_F(Cancelling, WhileConnectingEndsAtOnce)
 {
-    // 192.0.2.0/24 is reserved for documents: nobody is there, if it can be reached at all.
-    Task task = begin(request(Method::get, "http://192.0.2.1:9/"));
+    const FullPort full;
+    Task task = begin(request(Method::get, full.url()));
     context.runPending();
+    server.answer({});
+    send(get()); // the session's thread has begun to connect before it came to this
+    ASSERT_EQ(*outcome, Outcome::none);
     cancel(task);
-    EXPECT_THAT(*outcome, ::testing::AnyOf(Outcome::cancelled, Outcome::failed));
+    EXPECT_EQ(*outcome, Outcome::cancelled);
 }
 
 TEST_F(Cancelling, WhileSendingCutsTheConnection)
@@ -80,27 +84,23 @@ TEST_F(Cancelling, WhileSendingCutsTheConnection)
     });
     Task task = begin(put(part));
     runUntil([&] { return server.waitForBodyBytes(part / 2); });
-    const auto begun = Clock::now();
     cancel(task);
-    const auto left = Clock::now();
-    EXPECT_TRUE(server.waitUntilAllClosed());
-    const auto closed = Clock::now();
-
     EXPECT_EQ(*outcome, Outcome::cancelled);
-    const auto milliseconds = [](auto duration) { return std::chrono::duration<double, std::milli>(duration).count(); };
-    std::cout << "cancelled PUT: coroutine left after " << milliseconds(left - begun)
-              << " ms, server saw the end after " << milliseconds(closed - begun) << " ms\n";
-    EXPECT_LT(closed - begun, 1s);
+    EXPECT_TRUE(server.waitUntilAllClosed()) << "before the time limit, which is longer than this waits";
 }
 
 TEST_F(Cancelling, WhileReceivingCutsTheConnection)
 {
-    server.script([](Exchange& exchange) {
-        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345");
+    std::promise<void> halfSent;
+    server.script([&halfSent](Exchange& exchange) {
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 16000000\r\n\r\n");
+        exchange.send(std::string(15'000'000, 'x')); // more than lies in the system's buffers
+        halfSent.set_value();
         exchange.stayUntilClosed();
     });
     Task task = begin(get());
-    runUntil([&] { return server.waitForRequests(1); });
+    context.runPending();
+    halfSent.get_future().wait();
     cancel(task);
     EXPECT_EQ(*outcome, Outcome::cancelled);
     EXPECT_TRUE(server.waitUntilAllClosed());
@@ -108,16 +108,15 @@ TEST_F(Cancelling, WhileReceivingCutsTheConnection)
 
 TEST_F(Cancelling, CountsAlsoWhenTheAnswerIsOnItsWay)
 {
-    // The answer has come, and the coroutine has not yet been told.
-    std::atomic<bool> answered = false;
-    auto asked = put(1);
-    asked.onBodyProgress = [&](std::int64_t) { answered = true; };
+    // The answer has been posted to the coroutine's queue, which has not come to it yet.
+    std::atomic<int> posted = 0;
+    MainContext queue([&posted] { ++posted; });
     server.answer({});
-    Task task = begin(asked);
-    context.runPending();
-    const auto deadline = Clock::now() + 10s;
-    while (!answered && Clock::now() < deadline) std::this_thread::yield();
-    cancel(task);
+    Task task(queue, follow(session->send(put(1)), outcome));
+    queue.runPending();
+    while (posted < 2) std::this_thread::yield(); // the first was the task's own
+    task.cancel();
+    queue.runUntil([&] { return !task.isRunning(); });
     EXPECT_EQ(*outcome, Outcome::cancelled);
 }
 
@@ -171,6 +170,26 @@ TEST_F(Cancelling, TheWholeSessionEndsEverythingUnderWay)
     EXPECT_EQ(*outcome, Outcome::cancelled);
     EXPECT_TRUE(server.waitUntilAllClosed());
     EXPECT_EQ(server.requests().size(), 3U);
+}
+
+/// What a callback owns may own the session.
+TEST_F(Cancelling, TheSessionMayDieOnItsOwnThread)
+{
+    server.script([](Exchange& exchange) { exchange.stayUntilClosed(); });
+    Task other = begin(get("/other"));
+    runUntil([&] { return server.waitForRequests(1); });
+    std::weak_ptr<HTTPSession> watched = session;
+    server.answer({.body = "answered"});
+    auto asked = put(1);
+    asked.onBodyProgress = [held = session](std::int64_t) {};
+    auto answer = session->send(std::move(asked));
+    session.reset();
+
+    EXPECT_EQ(context.run(std::move(answer)).body, "answered");
+    context.runUntil([&] { return !other.isRunning(); });
+    EXPECT_EQ(*outcome, Outcome::cancelled);
+    EXPECT_TRUE(watched.expired());
+    EXPECT_TRUE(server.waitUntilAllClosed());
 }
 
 TEST_F(Cancelling, TheContextWhileSendingLeavesNothingBehind)

@@ -1,17 +1,12 @@
 #include "tests/Platform/HTTP/SessionFixture.h"
 
 #include <algorithm>
-#include <chrono>
 #include <functional>
 #include <mutex>
 #include <vector>
 
 namespace vorn::testing {
 namespace {
-
-using namespace std::chrono_literals;
-using ::testing::Optional;
-using Code = URLError::Code;
 
 constexpr std::size_t part = 8 * 1024 * 1024;
 
@@ -65,52 +60,21 @@ TEST_F(Progress, StopsShortOfARefusal)
     EXPECT_LT(seen.back(), static_cast<std::int64_t>(4 * part));
 }
 
-class TimeLimit : public SessionFixture {};
-
-TEST_F(TimeLimit, DoesNotEndAnAnswerThatTricklesIn)
+/// On the session's thread, where nobody could catch it.
+void reportToOneWhoThrows()
 {
-    server.script([](Exchange& exchange) {
-        for (const char c : std::string_view("HTTP/1.1 200 OK\r\n")) exchange.send({&c, 1}), exchange.pause(20ms);
-        exchange.send("Content-Length: 20\r\n\r\n");
-        for (int i = 0; i < 20; ++i) exchange.send("x"), exchange.pause(20ms);
-    });
-    auto asked = get();
-    asked.inactivityLimit = 250ms; // the whole takes three times as long
-    EXPECT_EQ(send(asked).body, std::string(20, 'x'));
+    LoopbackServer server;
+    server.answer({});
+    MainContext context;
+    HTTPRequest asked{.method = HTTPRequest::Method::put, .url = urlOf(server.url()), .body = bodyOf(1)};
+    asked.onBodyProgress = [](std::int64_t) { throw std::runtime_error("from the callback"); };
+    context.run(HTTPSession::make()->send(asked));
 }
 
-TEST_F(TimeLimit, DoesNotEndABodyThatIsReadSlowly)
+TEST(ProgressDeathTest, AReportThatThrowsEndsTheProgram)
 {
-    server.script([](Exchange& exchange) {
-        while (exchange.readBody(part / 32) > 0) exchange.pause(25ms);
-        exchange.answer({});
-    });
-    auto asked = put(part);
-    asked.inactivityLimit = 250ms;
-    EXPECT_EQ(send(asked).status, 200);
-}
-
-TEST_F(TimeLimit, BeginsAgainWithEachMove)
-{
-    server.script([](Exchange& exchange) {
-        exchange.readBody(part / 2);
-        exchange.stayUntilClosed();
-    });
-    auto asked = put(4 * part);
-    asked.inactivityLimit = 200ms;
-    const auto begun = std::chrono::steady_clock::now();
-    EXPECT_THAT(failureOf(asked), Optional(Code::timedOut));
-    EXPECT_GE(std::chrono::steady_clock::now() - begun, 200ms);
-    EXPECT_TRUE(server.waitUntilAllClosed()) << "the system goes on sending what nobody reads";
-}
-
-TEST_F(TimeLimit, CoversWaitingForAConnectionToBeMade)
-{
-    // 192.0.2.0/24 is reserved for documents: nobody answers there, if it can be reached at all.
-    auto asked = request(Method::get, "http://192.0.2.1:9/");
-    asked.inactivityLimit = 100ms;
-    EXPECT_THAT(failureOf(asked),
-                Optional(::testing::AnyOf(Code::timedOut, Code::notConnectedToInternet, Code::cannotConnectToHost)));
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(reportToOneWhoThrows(), "from the callback");
 }
 
 } // namespace

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Platform/HTTP/HTTPSession.h"
+
+#include <atomic>
+#include <chrono>
+#include <memory>
+
+namespace vorn::testing {
+
+/// What a session measures silence by, standing still until it is moved on: a busy machine cannot make a transfer time
+/// out, and a test need not wait for it. The session looks at it often, as real time goes. Threads: any.
+class HandClock {
+public:
+    HTTPSession::Options options() const
+    {
+        return {.now = [state = state_] {
+            ++state->looks;
+            return std::chrono::steady_clock::time_point(std::chrono::milliseconds(state->now));
+        }};
+    }
+    void advance(std::chrono::milliseconds duration) { state_->now += duration.count(); }
+    /// How often a session has looked.
+    int looks() const { return state_->looks; }
+
+private:
+    struct State {
+        std::atomic<std::int64_t> now = 0; ///< milliseconds
+        std::atomic<int> looks = 0;
+    };
+    std::shared_ptr<State> state_ = std::make_shared<State>();
+};
+
+} // namespace vorn::testing

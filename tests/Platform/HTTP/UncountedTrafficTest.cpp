@@ -1,0 +1,31 @@
+#include "Platform/HTTP/SocketTraffic.h"
+#include "tests/Platform/HTTP/SilenceFixture.h"
+
+namespace vorn {
+
+/// A system that does not say what a connection has moved.
+SocketTraffic trafficOf(int /*socket*/) noexcept
+{
+    return {};
+}
+
+namespace testing {
+namespace {
+
+class UncountedTraffic : public SilenceFixture {};
+
+TEST_F(UncountedTraffic, OfAnAnswerBreaksTheSilence)
+{
+    server.script(sendingSlowly("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\n", 5));
+    EXPECT_EQ(send(limited(get())).body, "xxxxx");
+}
+
+TEST_F(UncountedTraffic, OfABodyBreaksTheSilence)
+{
+    server.script(readingSlowly());
+    EXPECT_EQ(send(limited(put(4 * part))).status, 201);
+}
+
+} // namespace
+} // namespace testing
+} // namespace vorn
