@@ -20,13 +20,15 @@ ByteBuffer NimbrelArchiveBuilder::messagesJSON(const NimbrelExportResult& result
 }
 
 ArchiveFile NimbrelArchiveBuilder::writeArchive(const NimbrelExportResult& result, const ExporterInfo& exporter,
-                                                const std::filesystem::path& to, Instant exportedAt, FileManager& files)
+                                                const std::filesystem::path& to, Instant exportedAt, FileManager& files,
+                                                const CancelFlag& cancel)
 {
     const ByteBuffer manifest = manifestJSON(result, exporter, exportedAt);
     const ByteBuffer messages = messagesJSON(result);
+    cancel.check();
     const std::array entries{ZipEntry{std::string(manifestEntryName), manifest, exportedAt},
                              ZipEntry{std::string(messagesEntryName), messages, exportedAt}};
-    ZipWriter::write(entries, to, files);
+    ZipWriter::write(entries, to, files, cancel);
     return {to, files.fileSize(to)};
 }
 

@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Archive/ExportManifest.h"
 #include "NimbrelExportKit/Records/ExportRecords.h"
 #include "Platform/Base/Bytes.h"
+#include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/FileManager.h"
 
@@ -30,10 +31,11 @@ ByteBuffer manifestJSON(const NimbrelExportResult& result, const ExporterInfo& e
 ByteBuffer messagesJSON(const NimbrelExportResult& result);
 
 /// Writes the archive to `to`, replacing what is there. The file is the caller's to remove, also when reading its size
-/// is what failed; a failure before that leaves none. Errors: `ZipWriterError`, and those of `files`.
+/// is what failed; a failure before that leaves none. Errors: `ZipWriterError`, those of `files`, and `Cancelled` once
+/// `cancel` is raised: what is being compressed is finished first, and nothing is written after that.
 ArchiveFile writeArchive(const NimbrelExportResult& result, const ExporterInfo& exporter,
                          const std::filesystem::path& to, Instant exportedAt,
-                         FileManager& files = FileManager::standard());
+                         FileManager& files = FileManager::standard(), const CancelFlag& cancel = CancelFlag::never());
 
 } // namespace NimbrelArchiveBuilder
 } // namespace vorn

@@ -195,9 +195,12 @@ ByteBuffer ZipWriter::archive(std::span<const ZipEntry> entries, const Settings&
     return std::move(archive).finish();
 }
 
-void ZipWriter::write(std::span<const ZipEntry> entries, const std::filesystem::path& path, FileManager& files)
+void ZipWriter::write(std::span<const ZipEntry> entries, const std::filesystem::path& path, FileManager& files,
+                      const CancelFlag& cancel)
 {
-    files.writeAtomically(archive(entries), path);
+    const ByteBuffer bytes = archive(entries);
+    cancel.check();
+    files.writeAtomically(bytes, path);
 }
 
 } // namespace vorn

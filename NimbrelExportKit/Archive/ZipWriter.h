@@ -2,6 +2,7 @@
 
 #include "NimbrelExportKit/Archive/Deflate.h"
 #include "Platform/Base/Bytes.h"
+#include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/FileManager.h"
 
@@ -66,9 +67,9 @@ struct Settings {
 ByteBuffer archive(std::span<const ZipEntry> entries, const Settings& settings = {});
 
 /// Writes the archive of `entries` to `path`, replacing what was there; on failure nothing changes there.
-/// Errors: `ZipWriterError`, and those of `files`.
+/// Errors: `ZipWriterError`, those of `files`, and `Cancelled` if `cancel` is raised before writing begins.
 void write(std::span<const ZipEntry> entries, const std::filesystem::path& path,
-           FileManager& files = FileManager::standard());
+           FileManager& files = FileManager::standard(), const CancelFlag& cancel = CancelFlag::never());
 
 } // namespace ZipWriter
 } // namespace vorn

@@ -105,10 +105,4 @@ NimbrelExportResult NimbrelExporter::export_(const std::vector<std::string>& han
     throw NimbrelExportError(NimbrelExportError::SnapshotUnreadable{});
 }
 
-const CancelFlag& NimbrelExporter::neverCancelled()
-{
-    static const CancelFlag flag;
-    return flag;
-}
-
 } // namespace vorn

@@ -43,11 +43,9 @@ public:
     /// the copy is deleted before it returns or throws. `onProgress` is called on this thread. (The plain word is a
     /// keyword of the language.)
     NimbrelExportResult export_(const std::vector<std::string>& handles, const OnProgress& onProgress = {},
-                                const CancelFlag& cancel = neverCancelled()) const;
+                                const CancelFlag& cancel = CancelFlag::never()) const;
 
 private:
-    static const CancelFlag& neverCancelled();
-
     std::filesystem::path databaseURL_;
     int attempts_;
     FileManager& fileManager_;

@@ -23,6 +23,13 @@ public:
         if (isCancelled()) throw Cancelled();
     }
 
+    /// For work that nobody will stop.
+    static const CancelFlag& never()
+    {
+        static const CancelFlag flag;
+        return flag;
+    }
+
 private:
     std::atomic<bool> raised_ = false;
     static_assert(std::atomic<bool>::is_always_lock_free, "signal handlers may only touch lock-free atomics");

@@ -42,9 +42,9 @@ Async<> abort(VornAPI api, std::string submissionId)
 
 } // namespace
 
-MultipartUploader::MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool,
+MultipartUploader::MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
                                      std::int64_t partSize)
-    : api_(std::move(api)), transfer_(std::move(transfer)), pool_(&pool), partSize_(partSize)
+    : api_(std::move(api)), transfer_(std::move(transfer)), background_(&background), partSize_(partSize)
 {
 }
 
@@ -59,14 +59,14 @@ Async<SubmissionStatus> MultipartUploader::run(MultipartUploader self, std::file
                                                Progress progress)
 {
     const auto measureFile = [&file](const CancelFlag& cancel) { return measure(file, cancel); };
-    const Measured archive = co_await onBackground(self.pool_, measureFile);
+    const Measured archive = co_await onBackground(self.background_, measureFile);
     const PartPlan plan(archive.size, self.partSize_);
 
     SubmissionUpload submission = co_await self.api_.createSubmission(
         {std::move(termsVersion), archive.size, plan.partCount(), std::move(device)});
     if (submission.assets.empty()) throw UploadError(UploadError::NoAsset{});
     const UploadAsset& asset = submission.assets.front();
-    const auto parts = std::make_shared<PartUpload>(self.api_, self.transfer_, *self.pool_, plan,
+    const auto parts = std::make_shared<PartUpload>(self.api_, self.transfer_, *self.background_, plan,
                                                     submission.submissionId, asset, std::move(progress));
     std::exception_ptr failure;
     try {

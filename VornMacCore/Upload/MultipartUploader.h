@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Async/BackgroundPool.h"
+#include "Platform/Async/BackgroundExecutor.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "VornMacCore/Client/VornAPI.h"
 #include "VornMacCore/Upload/PartPlan.h"
@@ -24,8 +24,8 @@ public:
     using Progress = std::function<void(const UploadProgress&)>;
 
     /// Sends the parts with `transfer`, which reads them on its own thread as they leave. The file is hashed and opened
-    /// on `pool`, which must outlive the upload.
-    MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool,
+    /// on `background`, which must outlive the upload.
+    MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
                       std::int64_t partSize = PartPlan::defaultPartSize);
 
     /// Gives the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
@@ -39,7 +39,7 @@ private:
 
     VornAPI api_;
     std::shared_ptr<HTTPSession> transfer_;
-    BackgroundPool* pool_;
+    BackgroundExecutor* background_;
     std::int64_t partSize_;
 };
 

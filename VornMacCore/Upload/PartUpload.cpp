@@ -22,9 +22,9 @@ std::optional<URL> acceptablePartURL(const std::string& text)
 
 } // namespace
 
-PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool, PartPlan plan,
-                       std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress)
-    : api_(std::move(api)), transfer_(std::move(transfer)), pool_(&pool), plan_(plan),
+PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
+                       PartPlan plan, std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress)
+    : api_(std::move(api)), transfer_(std::move(transfer)), background_(&background), plan_(plan),
       submissionId_(std::move(submissionId)), asset_(std::move(asset)), progress_(std::move(progress))
 {
     for (const PresignedPart& part : asset_.parts) urls_.insert_or_assign(part.partNumber, part.url);
@@ -33,7 +33,7 @@ PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, Backg
 Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file)
 {
     const auto openFile = [&file, this](const CancelFlag&) { return PartReader(std::move(file), plan_); };
-    const PartReader reader = co_await onBackground(pool_, openFile);
+    const PartReader reader = co_await onBackground(background_, openFile);
     std::vector<CompletedPart> completed;
     for (std::int64_t part = 1; part <= plan_.partCount(); ++part) {
         co_await checkCancellation();

@@ -12,7 +12,7 @@ namespace vorn {
 /// The parts of one submission on their way: which URL each goes to, and what came back.
 class PartUpload {
 public:
-    PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundPool& pool, PartPlan plan,
+    PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background, PartPlan plan,
                std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress);
 
     /// Sends every part of `file` and gives their tags in order. This must live until then.
@@ -29,7 +29,7 @@ private:
 
     VornAPI api_;
     std::shared_ptr<HTTPSession> transfer_;
-    BackgroundPool* pool_;
+    BackgroundExecutor* background_;
     PartPlan plan_;
     std::string submissionId_;
     UploadAsset asset_;

@@ -48,6 +48,23 @@ std::vector<std::string> HeldHTTPSession::summaries() const
     return result;
 }
 
+std::vector<std::string> HeldHTTPSession::waiting() const
+{
+    std::vector<std::string> result;
+    for (std::size_t index = 0; index < count(); ++index)
+        if (!held_[index]->answered && !held_[index]->cancelled) result.push_back(summary(index));
+    return result;
+}
+
+std::optional<std::size_t> HeldHTTPSession::waiting(std::string_view summary) const
+{
+    for (std::size_t index = 0; index < count(); ++index) {
+        if (held_[index]->answered || held_[index]->cancelled) continue;
+        if ((this->summary(index) + ",").starts_with(std::string(summary) + ",")) return index;
+    }
+    return std::nullopt;
+}
+
 std::string bodyTextOf(const HTTPRequest& request)
 {
     if (!request.body) return "";
@@ -63,11 +80,19 @@ std::string HeldHTTPSession::body(std::size_t index) const
 
 void HeldHTTPSession::answer(std::size_t index, int status, std::string body)
 {
+    held_.at(index)->answered = true;
     held_.at(index)->resume(HTTPResponse{status, {{"Content-Type", "application/json"}}, std::move(body)});
+}
+
+void HeldHTTPSession::acknowledge(std::size_t index, const std::string& tag)
+{
+    held_.at(index)->answered = true;
+    held_.at(index)->resume(HTTPResponse{200, {{"ETag", tag}}, ""});
 }
 
 void HeldHTTPSession::fail(std::size_t index, URLError::Code code)
 {
+    held_.at(index)->answered = true;
     held_.at(index)->resume.fail(std::make_exception_ptr(URLError(code)));
 }
 

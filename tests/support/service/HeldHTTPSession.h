@@ -5,7 +5,9 @@
 #include "Platform/HTTP/URLError.h"
 
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vorn::testing {
@@ -28,7 +30,14 @@ public:
     const HTTPRequest& request(std::size_t index) const { return held_.at(index)->request; }
     bool isCancelled(std::size_t index) const { return held_.at(index)->cancelled; }
 
+    /// The requests that wait for an answer, as in `summary`, and the first of those that are `summary`, whose second
+    /// part may be left out.
+    std::vector<std::string> waiting() const;
+    std::optional<std::size_t> waiting(std::string_view summary) const;
+
     void answer(std::size_t index, int status, std::string body = "");
+    /// Takes an upload: 200 with this ETag.
+    void acknowledge(std::size_t index, const std::string& tag);
     void fail(std::size_t index, URLError::Code code);
 
 private:
@@ -36,6 +45,7 @@ private:
         HTTPRequest request;
         Resume<HTTPResponse> resume;
         bool cancelled = false;
+        bool answered = false;
     };
 
     static Async<HTTPResponse> hold(HeldHTTPSession* self, HTTPRequest request);

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// Small settings of the current user, by key. Threads: the one that made it.
+class UserDefaults {
+public:
+    virtual ~UserDefaults() = default;
+
+    /// The text of `key`; nothing when it is missing or is not text.
+    virtual std::optional<std::string> text(const std::string& key) const = 0;
+
+    /// False when `key` is missing. A text counts as macOS counts it: "YES", "true" and numbers other than 0 are true.
+    virtual bool boolean(const std::string& key) const = 0;
+
+    /// Kept for later runs. What cannot be kept counts for this run, and is logged.
+    virtual void setBoolean(const std::string& key, bool value) = 0;
+};
+
+} // namespace vorn

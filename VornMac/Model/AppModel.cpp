@@ -1,0 +1,144 @@
+#include "VornMac/Model/AppModel.h"
+
+#include "Platform/Base/CancelFlag.h"
+#include "VornMac/Model/Describe.h"
+#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Quest/RewardFormat.h"
+
+#include <array>
+#include <utility>
+
+namespace vorn {
+
+AppModel::AppModel(AppServices services)
+    : services_(std::move(services)), log_(bundleIdentifier(), "app"), session_(services_.tokens->load()),
+      access_(FullDiskAccess::probe(services_.messagesDatabase))
+{
+    if (session_) step_ = hasAcceptedConsent() ? stepAfterConsent() : Step::consent;
+}
+
+// `consent` and `upload` stop nothing when they are left: their jobs outlive the screen.
+const AppModel::StepWork& AppModel::workOf(Step step)
+{
+    static constexpr std::array table{
+        StepWork{Step::link, &AppModel::startLinking, &AppModel::linkTask_},
+        StepWork{Step::consent, &AppModel::prefetchNimbrel, nullptr},
+        StepWork{Step::access, &AppModel::startAccessProbe, &AppModel::accessTask_},
+        StepWork{Step::find, &AppModel::scan, nullptr},
+        StepWork{Step::upload, nullptr, nullptr},
+        StepWork{Step::done, nullptr, &AppModel::submissionTask_},
+    };
+    return table.at(static_cast<std::size_t>(step));
+}
+
+void AppModel::start()
+{
+    if (const auto enter = workOf(step_).enter) (this->*enter)();
+}
+
+void AppModel::go(Step target)
+{
+    leave(step_);
+    assign(step_, target, &AppModel::stepChanged);
+    if (const auto enter = workOf(target).enter) (this->*enter)();
+}
+
+void AppModel::leave(Step step)
+{
+    if (const auto task = workOf(step).leave) (this->*task).cancel();
+}
+
+void AppModel::begin(Task& task, Async<> job)
+{
+    task = Task(*services_.context, std::move(job));
+}
+
+// Consent is per user and per version of the text: another user on this Mac is asked anew.
+std::string AppModel::consentKey() const
+{
+    return "consent.vorn-mac-nimbrel-1." + session_->userId;
+}
+
+bool AppModel::hasAcceptedConsent() const
+{
+    return session_ && services_.defaults->boolean(consentKey());
+}
+
+Step AppModel::stepAfterConsent() const
+{
+    const auto access = FullDiskAccess::probe(services_.messagesDatabase);
+    return access == FullDiskAccessStatus::granted ? Step::find : Step::access;
+}
+
+void AppModel::setUnderstandsUpload(bool value)
+{
+    assign(understandsUpload_, value, &AppModel::understandsUploadChanged);
+}
+
+void AppModel::setAgreesToShare(bool value)
+{
+    assign(agreesToShare_, value, &AppModel::agreesToShareChanged);
+}
+
+void AppModel::acceptConsent()
+{
+    if (!understandsUpload_ || !agreesToShare_ || !session_) return;
+    services_.defaults->setBoolean(consentKey(), true);
+    go(stepAfterConsent());
+}
+
+VornAPI AppModel::pinned() const
+{
+    return services_.api.pinned(session_->userId);
+}
+
+bool AppModel::handleSessionError(const std::exception& error, std::int64_t generation)
+{
+    const auto* refusal = dynamic_cast<const APIError*>(&error);
+    if (refusal == nullptr) return false;
+    if (refusal->is<APIError::SessionChanged>()) return true; // a newer sign-in has replaced the session already
+    if (!refusal->is<APIError::NotSignedIn>() && !refusal->is<APIError::SessionExpired>()) return false;
+    if (generation == sessionGeneration_) endSession();
+    return true;
+}
+
+void AppModel::endSession()
+{
+    services_.api.forget();
+    ++sessionGeneration_;
+    exportTask_ = {};
+    submissionTask_ = {};
+    prefetchTask_ = {};
+    assign(session_, {}, &AppModel::sessionChanged);
+    assign(nimbrel_, {}, &AppModel::nimbrelChanged);
+    assign(export_, {}, &AppModel::exportResultChanged);
+    assign(submission_, {}, &AppModel::submissionChanged);
+    assign(scanPhase_, {}, &AppModel::scanPhaseChanged);
+    assign(uploadPhase_, {}, &AppModel::uploadPhaseChanged);
+    setUnderstandsUpload(false);
+    setAgreesToShare(false);
+    go(Step::link);
+}
+
+void AppModel::signOut()
+{
+    auto ended = services_.api.forget();
+    if (!ended) ended = session_;
+    endSession();
+    // Nobody waits for the network to be signed out.
+    if (ended) Task::detached(*services_.context, services_.api.revoke(*std::move(ended)));
+}
+
+std::string AppModel::reward() const
+{
+    const auto amount = nimbrel_ ? RewardFormat::usd(nimbrel_->quest.rewardUsd) : std::nullopt;
+    return amount.value_or("the quest reward");
+}
+
+std::string AppModel::describe(const std::exception& error)
+{
+    return vorn::describe(error);
+}
+
+} // namespace vorn

@@ -1,0 +1,194 @@
+#pragma once
+
+#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "Platform/Base/Log.h"
+#include "VornMac/Model/AppServices.h"
+#include "VornMac/Model/Phases.h"
+#include "VornMac/Model/Step.h"
+#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Upload/UploadProgress.h"
+
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+namespace vorn {
+
+struct ArchiveFile;
+
+/// The one controller of the application: all state that the screens show, and every long job. It alone writes that
+/// state; screens read it and call its operations. A property's signal is sent when its value has changed, and only
+/// then.
+/// Threads: the context's own; signals too. Shut the context down before the model goes: its jobs use it.
+class AppModel : public QObject {
+    Q_OBJECT
+
+public:
+    /// What is found on this Mac, in memory that is freed in the background: a million messages take their time.
+    using Export = std::shared_ptr<const NimbrelExportResult>;
+
+    /// Restores the stored session and chooses the first step, without beginning its work.
+    explicit AppModel(AppServices services);
+
+    // State.
+
+    Step step() const noexcept { return step_; }
+    const std::optional<StoredSession>& session() const noexcept { return session_; }
+
+    const LinkPhase& linkPhase() const noexcept { return linkPhase_; }
+    const std::optional<std::string>& qrPayload() const noexcept { return qrPayload_; } ///< a secret, for the phone
+    std::optional<Instant> linkExpiresAt() const noexcept { return linkExpiresAt_; }
+
+    bool understandsUpload() const noexcept { return understandsUpload_; }
+    bool agreesToShare() const noexcept { return agreesToShare_; }
+    bool hasAcceptedConsent() const;
+
+    FullDiskAccessStatus access() const noexcept { return access_; }
+
+    const ScanPhase& scanPhase() const noexcept { return scanPhase_; }
+    const std::optional<NimbrelState>& nimbrel() const noexcept { return nimbrel_; }
+    const Export& exportResult() const noexcept { return export_; } ///< null without one
+    std::optional<QuestAvailability> availability() const;          ///< now; nothing before the quest is known
+    bool canUpload() const;
+
+    const UploadPhase& uploadPhase() const noexcept { return uploadPhase_; }
+    const std::optional<SubmissionStatus>& submission() const noexcept { return submission_; }
+    std::string reward() const; ///< "$12.50", else "the quest reward"
+
+    /// Counts the sessions that have begun and ended. A job that began in another one must not touch this one.
+    std::int64_t sessionGeneration() const noexcept { return sessionGeneration_; }
+
+    // Steps.
+
+    /// Begins the work of the step that was chosen at the start.
+    void start();
+    /// Stops the work of the current step and begins that of `target`, which may be the same: that tries again.
+    void go(Step target);
+
+    void setUnderstandsUpload(bool value);
+    void setAgreesToShare(bool value);
+    /// Does nothing unless both boxes are ticked and a user is signed in.
+    void acceptConsent();
+
+    void signOut();
+    void endSession();
+
+    // Jobs. Each replaces the one of its kind that is running.
+
+    void startLinking();
+    void startAccessProbe();
+    void scan();
+    /// Does nothing unless `canUpload`.
+    void upload();
+    void watchSubmission(const std::string& id);
+
+    // The access screen.
+
+    void openFullDiskAccessSettings();
+    void revealAppInFinder();
+    void relaunch();
+
+    /// The line that tells the user about `error`.
+    static std::string describe(const std::exception& error);
+
+signals:
+    void stepChanged();
+    void sessionChanged();
+    void linkPhaseChanged();
+    void qrPayloadChanged();
+    void linkExpiresAtChanged();
+    void understandsUploadChanged();
+    void agreesToShareChanged();
+    void accessChanged();
+    void scanPhaseChanged();
+    void nimbrelChanged();
+    void exportResultChanged();
+    void uploadPhaseChanged();
+    void submissionChanged();
+
+private:
+    using Signal = void (AppModel::*)();
+
+    /// What a step begins when it is entered and stops when it is left.
+    struct StepWork {
+        Step step;
+        void (AppModel::*enter)();
+        Task AppModel::* leave;
+    };
+    static const StepWork& workOf(Step step);
+
+    template <class Value>
+    void assign(Value& property, Value value, Signal changed)
+    {
+        if (property == value) return;
+        property = std::move(value);
+        emit(this->*changed)();
+    }
+    void begin(Task& task, Async<> job);
+
+    void leave(Step step);
+    Step stepAfterConsent() const;
+    std::string consentKey() const;
+    /// Whether `error` was about the session, and is dealt with. One of an earlier session ends nothing.
+    bool handleSessionError(const std::exception& error, std::int64_t generation);
+    /// The client of the signed-in user alone.
+    VornAPI pinned() const;
+
+    Async<> runLinkLoop();
+    struct LinkOutcome;
+    Async<LinkOutcome> linkOnce();
+    Async<LinkOutcome> poll(DeviceLink link);
+    void signedIn(const DesktopSession& session);
+
+    void prefetchNimbrel();
+    Async<> runPrefetch(VornAPI api, std::int64_t generation);
+    Async<> runAccessProbe();
+    Async<> runScan(VornAPI api, std::int64_t generation);
+    Async<> findChat(VornAPI api, std::int64_t generation);
+    Async<Export> readMessages(std::vector<std::string> handles);
+    void showScanFailure(const std::exception& error, std::int64_t generation);
+
+    struct UploadJob;
+    Async<> runUpload(UploadJob job);
+    Async<ArchiveFile> pack(Export content, std::filesystem::path path);
+    Async<SubmissionStatus> send(UploadJob job, std::filesystem::path archive);
+    void reportProgress(std::int64_t upload, const UploadProgress& progress);
+    void finishUpload(const SubmissionStatus& status);
+    Async<> watch(VornAPI api, std::string id, std::int64_t generation);
+    Async<bool> pollSubmission(VornAPI api, std::string id, std::int64_t generation);
+
+    AppServices services_;
+    Log log_;
+
+    Step step_ = Step::link;
+    std::optional<StoredSession> session_;
+    LinkPhase linkPhase_;
+    std::optional<std::string> qrPayload_;
+    std::optional<Instant> linkExpiresAt_;
+    bool understandsUpload_ = false;
+    bool agreesToShare_ = false;
+    FullDiskAccessStatus access_;
+    ScanPhase scanPhase_;
+    std::optional<NimbrelState> nimbrel_;
+    Export export_;
+    UploadPhase uploadPhase_;
+    std::optional<SubmissionStatus> submission_;
+
+    std::int64_t sessionGeneration_ = 0;
+    std::int64_t uploads_ = 0; ///< begun so far
+    std::optional<Clock::Duration> lastCodeRequest_;
+
+    Task linkTask_, accessTask_, prefetchTask_;
+    Task exportTask_; ///< a scan or an upload
+    Task submissionTask_;
+    std::shared_ptr<AppModel*> alive_ = std::make_shared<AppModel*>(this); ///< for reports that may come too late
+};
+
+} // namespace vorn

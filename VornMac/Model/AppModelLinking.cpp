@@ -1,0 +1,96 @@
+#include "Platform/Base/CancelFlag.h"
+#include "VornMac/Model/AppModel.h"
+#include "VornMac/Model/Timing.h"
+#include "VornMacCore/Identity/DeviceIdentity.h"
+
+#include <utility>
+#include <variant>
+
+namespace vorn {
+
+/// How an attempt with one code ended.
+struct AppModel::LinkOutcome {
+    struct Expired {};
+    struct Rejected {};
+    std::variant<Expired, Rejected, DesktopSession> how;
+};
+
+void AppModel::startLinking()
+{
+    lastCodeRequest_.reset();
+    begin(linkTask_, runLinkLoop());
+}
+
+// Ends with the sign-in alone, or cancelled: a failed or declined attempt is shown for a while and followed by another.
+Async<> AppModel::runLinkLoop()
+{
+    while (true) {
+        std::optional<Clock::Duration> pause;
+        try {
+            const LinkOutcome outcome = co_await linkOnce();
+            if (const auto* session = std::get_if<DesktopSession>(&outcome.how)) {
+                signedIn(*session); // cancels this job, which has ended
+                co_return;
+            }
+            if (std::holds_alternative<LinkOutcome::Rejected>(outcome.how)) {
+                assign(linkPhase_, {phase::Rejected{}}, &AppModel::linkPhaseChanged);
+                pause = timing::declinedIsShown;
+            }
+        } catch (const Cancelled&) {
+            throw;
+        } catch (const std::exception& error) {
+            assign(linkPhase_, {phase::Failed{describe(error)}}, &AppModel::linkPhaseChanged);
+            assign(qrPayload_, {}, &AppModel::qrPayloadChanged); // a code that nobody polls leads nowhere
+            pause = timing::linkFailureIsShown;
+        }
+        if (pause) co_await services_.clock->sleep(*pause);
+    }
+}
+
+Async<AppModel::LinkOutcome> AppModel::linkOnce()
+{
+    assign(linkPhase_, {phase::Loading{}}, &AppModel::linkPhaseChanged);
+    if (lastCodeRequest_)
+        co_await services_.clock->sleep(*lastCodeRequest_ + timing::codeInterval - services_.clock->now());
+    lastCodeRequest_ = services_.clock->now();
+    DeviceLink link = co_await services_.api.createDeviceLink(DeviceIdentity::linkRequest(services_.bundle));
+    assign(qrPayload_, {link.qrPayload}, &AppModel::qrPayloadChanged);
+    assign(linkExpiresAt_, link.expiresAtDate(), &AppModel::linkExpiresAtChanged);
+    assign(linkPhase_, {phase::Showing{}}, &AppModel::linkPhaseChanged);
+    co_return co_await poll(std::move(link));
+}
+
+Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
+{
+    const Instant deadline = timing::pollDeadline(link, services_.clock->date());
+    while (services_.clock->date() < deadline) {
+        co_await services_.clock->sleep(timing::pollInterval(link));
+        DeviceLinkPoll answer = co_await services_.api.pollDeviceLink(link.linkId, link.pollSecret);
+        switch (answer.status) {
+        case DeviceLinkStatus::pending: break;
+        case DeviceLinkStatus::scanned: assign(linkPhase_, {phase::Scanned{}}, &AppModel::linkPhaseChanged); break;
+        case DeviceLinkStatus::rejected: co_return {LinkOutcome::Rejected{}};
+        case DeviceLinkStatus::expired: co_return {LinkOutcome::Expired{}};
+        case DeviceLinkStatus::approved:
+            if (!answer.session) co_return {LinkOutcome::Expired{}};
+            co_return {*std::move(answer.session)};
+        }
+    }
+    co_return {LinkOutcome::Expired{}};
+}
+
+void AppModel::signedIn(const DesktopSession& linked)
+{
+    ++sessionGeneration_; // no job of an earlier session can end this one
+    const StoredSession session(linked);
+    try {
+        services_.api.adopt(session);
+    } catch (const std::exception& error) {
+        // The session serves this run; after the next start the user links again.
+        log_.error(std::string("keychain save failed: ") + error.what());
+    }
+    assign(session_, {session}, &AppModel::sessionChanged);
+    go(hasAcceptedConsent() ? stepAfterConsent() : Step::consent);
+}
+
+} // namespace vorn

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+#include <variant>
+
+namespace vorn {
+
+/// How far the work of a step has come. Values: two are equal when they show the same.
+namespace phase {
+
+/// A case that carries nothing. `Tag` tells it from the others.
+template <class Tag>
+struct Plain {
+    bool operator==(const Plain&) const = default;
+};
+
+/// The work stopped. Nothing of it goes on by itself, but linking, which is tried again.
+struct Failed {
+    std::string text; ///< for the user
+    bool operator==(const Failed&) const = default;
+};
+
+using Idle = Plain<struct IdleTag>;       ///< nothing was begun, or the session has ended since
+using Loading = Plain<struct LoadingTag>; ///< the service is asked, or the chat is read
+
+using Showing = Plain<struct ShowingTag>;   ///< the code waits for the phone
+using Scanned = Plain<struct ScannedTag>;   ///< the phone has read the code; the user has to confirm there
+using Rejected = Plain<struct RejectedTag>; ///< the phone declined; a new code follows
+
+using Unavailable = Plain<struct UnavailableTag>;     ///< there is no such quest for this user
+using NotConfigured = Plain<struct NotConfiguredTag>; ///< the service does not say whom the chat is with
+using NotFound = Plain<struct NotFoundTag>;           ///< there is no message of that chat on this Mac
+using Found = Plain<struct FoundTag>;
+
+using Preparing = Plain<struct PreparingTag>; ///< the archive is being packed
+using Finishing = Plain<struct FinishingTag>; ///< everything is sent; the service has to acknowledge it
+struct Uploading {
+    double fraction = 0; ///< 0…1 of the archive's bytes
+    bool operator==(const Uploading&) const = default;
+};
+
+} // namespace phase
+
+using LinkPhase = std::variant<phase::Loading, phase::Showing, phase::Scanned, phase::Rejected, phase::Failed>;
+using ScanPhase = std::variant<phase::Idle, phase::Loading, phase::Unavailable, phase::NotConfigured, phase::NotFound,
+                               phase::Found, phase::Failed>;
+using UploadPhase = std::variant<phase::Idle, phase::Preparing, phase::Uploading, phase::Finishing, phase::Failed>;
+
+} // namespace vorn
