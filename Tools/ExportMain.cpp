@@ -1,4 +1,5 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
+#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
 #include "Platform/Base/Bundle.h"
 #include "Platform/Base/SHA256.h"
@@ -7,6 +8,7 @@
 #include "Tools/Export/ExportStatistics.h"
 #include "Tools/Support/InterruptWatch.h"
 #include "Tools/Support/ProgressLine.h"
+#include "VornMacCore/Application/Application.h"
 
 #include <cerrno>
 #include <chrono>
@@ -145,6 +147,7 @@ private:
 int runExport(const ExportOptions& options)
 {
     InterruptWatch interrupts;
+    const TemporaryItems items(FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "files"));
     try {
         ExportCommand(options, interrupts).run();
         return static_cast<int>(ExportStatus::done);

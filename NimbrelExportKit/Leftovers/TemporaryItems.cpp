@@ -1,0 +1,139 @@
+#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
+
+#include "NimbrelExportKit/Leftovers/LockFile.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Kind {
+    std::string_view prefix, suffix;
+    mode_t type;
+};
+
+constexpr std::array kinds{
+    Kind{"vorn-messages-", "", S_IFDIR},
+    Kind{"vorn-nimbrel-", ".zip", S_IFREG},
+    Kind{".incomplete-", "", S_IFREG},
+};
+
+/// In the form that `newUUID` gives.
+bool isUUID(std::string_view text)
+{
+    constexpr std::string_view form = "00000000-0000-0000-0000-000000000000";
+    if (text.size() != form.size()) return false;
+    for (std::size_t at = 0; at < form.size(); ++at) {
+        const bool isDigit = std::string_view("0123456789ABCDEF").find(text[at]) != std::string_view::npos;
+        if (form[at] == '-' ? text[at] != '-' : !isDigit) return false;
+    }
+    return true;
+}
+
+std::optional<Kind> kindOf(std::string_view name)
+{
+    for (const Kind& kind : kinds) {
+        if (name.size() < kind.prefix.size() + kind.suffix.size()) continue;
+        if (!name.starts_with(kind.prefix) || !name.ends_with(kind.suffix)) continue;
+        name.remove_prefix(kind.prefix.size());
+        name.remove_suffix(kind.suffix.size());
+        return isUUID(name) ? std::optional(kind) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+/// Whether this user made `path`, and as Vorn does: a link leads elsewhere.
+bool isOwn(const fs::path& path, const Kind& kind)
+{
+    struct stat facts{};
+    return lstat(path.c_str(), &facts) == 0 && facts.st_uid == geteuid() && (facts.st_mode & S_IFMT) == kind.type;
+}
+
+std::vector<fs::path> itemsIn(const fs::path& directory)
+{
+    std::vector<fs::path> items;
+    for (const auto& entry : fs::directory_iterator(directory)) {
+        const auto kind = kindOf(entry.path().filename().native());
+        if (kind && isOwn(entry.path(), *kind)) items.push_back(entry.path());
+    }
+    return items;
+}
+
+} // namespace
+
+TemporaryItems::TemporaryItems(fs::path directory, Log log) noexcept
+    : directory_(std::move(directory)), log_(std::move(log))
+{
+    try {
+        start();
+    } catch (const std::exception& error) {
+        logFailure(error);
+    }
+}
+
+TemporaryItems::~TemporaryItems()
+{
+    try {
+        if (lock_) end();
+    } catch (const std::exception& error) {
+        logFailure(error);
+    }
+}
+
+bool TemporaryItems::isName(std::string_view name)
+{
+    return kindOf(name).has_value();
+}
+
+void TemporaryItems::start()
+{
+    auto lock = std::make_unique<LockFile>(directory_ / ("vorn-" + std::to_string(geteuid()) + ".lock"));
+    if (lock->tryAlone()) sweep();
+    if (!lock->share()) throw std::system_error(ETIMEDOUT, std::generic_category());
+    lock_ = std::move(lock);
+}
+
+void TemporaryItems::end()
+{
+    if (!lock_->tryToEndAlone()) return;
+    sweep();
+    lock_->removeFile();
+}
+
+/// What fails here must not keep this process from sharing the lock.
+void TemporaryItems::sweep() const noexcept
+{
+    try {
+        std::error_code failure;
+        for (const fs::path& item : itemsIn(directory_)) {
+            std::error_code code;
+            fs::remove_all(item, code); // follows no links
+            if (code) failure = code;
+        }
+        if (failure) throw std::system_error(failure);
+    } catch (const std::exception& error) {
+        logFailure(error);
+    }
+}
+
+/// Without the error's own text: it may name the item.
+void TemporaryItems::logFailure(const std::exception& error) const noexcept
+{
+    try {
+        const auto* known = dynamic_cast<const std::system_error*>(&error);
+        log_.error("temporary items not swept: " + (known != nullptr ? known->code().message() : "failed"));
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): without memory for the line there is none
+    }
+}
+
+} // namespace vorn
