@@ -1,3 +1,4 @@
+#include "tests/Platform/HTTP/HeldBody.h"
 #include "tests/Platform/HTTP/SessionFixture.h"
 
 #include <future>
@@ -87,25 +88,6 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
     }
 }
 
-/// A body that takes its time to read on at `at`: until `event`.
-class HeldBody final : public HTTPBody {
-public:
-    HeldBody(std::int64_t at, std::shared_future<void> event) : at_(at), event_(std::move(event)) {}
-
-    std::int64_t size() const noexcept override { return static_cast<std::int64_t>(part); }
-    std::size_t read(std::int64_t at, std::span<std::byte> into) const override
-    {
-        if (at >= at_) event_.wait();
-        const auto count = std::min(std::ssize(into), static_cast<std::ptrdiff_t>((at < at_ ? at_ : size()) - at));
-        std::fill_n(into.begin(), count, std::byte{'x'});
-        return static_cast<std::size_t>(count);
-    }
-
-private:
-    std::int64_t at_;
-    std::shared_future<void> event_;
-};
-
 TEST_P(Refusal, WhileTheNextBytesAreReadFromTheDiskIsTheAnswer)
 {
     std::promise<void> refused;
@@ -115,7 +97,7 @@ TEST_P(Refusal, WhileTheNextBytesAreReadFromTheDiskIsTheAnswer)
         exchange.reset();
         refused.set_value();
     });
-    const auto body = std::make_shared<const HeldBody>(part / 4, refused.get_future());
+    const auto body = std::make_shared<const HeldBody>(part, part / 4, refused.get_future());
     const HTTPResponse response = send(request(Method::put, server.url(), body));
     EXPECT_EQ(response.status, 403);
     EXPECT_EQ(response.body, "expired");
@@ -133,7 +115,7 @@ TEST_P(Refusal, IsNotWaitedForWhereTheServerSaysSomethingElse)
         received = exchange.request().body;
         exchange.answer({.status = 201});
     });
-    const auto body = std::make_shared<const HeldBody>(part / 4, hinted.get_future());
+    const auto body = std::make_shared<const HeldBody>(part, part / 4, hinted.get_future());
     EXPECT_EQ(send(request(Method::put, server.url(), body)).status, 201);
     EXPECT_TRUE(received == std::string(part, 'x')) << "bytes that were put off are sent once";
 }
@@ -148,7 +130,7 @@ TEST_P(Refusal, IsNotWaitedForWhereTheServerEndsItsHalf)
         ended.set_value();
         exchange.readWholeBody();
     });
-    const auto body = std::make_shared<const HeldBody>(part / 4, ended.get_future());
+    const auto body = std::make_shared<const HeldBody>(part, part / 4, ended.get_future());
     EXPECT_THAT(failureOf(request(Method::put, server.url(), body)),
                 ::testing::Optional(URLError::Code::networkConnectionLost));
 }

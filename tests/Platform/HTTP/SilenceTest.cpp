@@ -1,5 +1,6 @@
 #include "tests/Platform/HTTP/FullPort.h"
 #include "tests/Platform/HTTP/SilenceFixture.h"
+#include "tests/support/ScopedEnvironment.h"
 
 #include <future>
 #include <vector>
@@ -31,6 +32,17 @@ protected:
             failure = error.code();
         }
         ended = true;
+    }
+
+    /// Only the system counts the bytes of a head while it comes in.
+    LoopbackServer::Handler sendingHeadSlowly()
+    {
+        return [this](Exchange& exchange) {
+            for (const std::string_view piece : {"HTTP", "/1.1 2", "00 OK\r", "\nContent-Length: 0", "\r\n\r\n"}) {
+                passTime(exchange);
+                exchange.send(piece);
+            }
+        };
     }
 
     bool ended = false;
@@ -91,13 +103,18 @@ TEST_F(Silence, IsBrokenByAnAnswerThatTricklesIn)
 
 TEST_F(Silence, IsBrokenByAHeadThatTricklesIn)
 {
-    server.script([this](Exchange& exchange) {
-        for (const std::string_view piece : {"HTTP", "/1.1 2", "00 OK\r", "\nContent-Length: 0", "\r\n\r\n"}) {
-            exchange.send(piece);
-            passTime(exchange);
-        }
-    });
+    server.script(sendingHeadSlowly());
     EXPECT_EQ(send(limited(get())).status, 200);
+}
+
+TEST_F(Silence, IsBrokenByWhatComesThroughAProxy)
+{
+    const ScopedEnvironment proxy("http_proxy", server.url(""));
+    for (int time = 0; time < 2; ++time) { // on a new connection, and on one that is used again
+        server.script(sendingHeadSlowly());
+        EXPECT_EQ(send(limited(request(Method::get, "http://somewhere.invalid/"))).status, 200);
+    }
+    EXPECT_EQ(server.connectionCount(), 1U);
 }
 
 TEST_F(Silence, IsBrokenByABodyThatIsReadSlowly)
