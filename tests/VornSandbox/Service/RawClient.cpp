@@ -18,7 +18,7 @@ RawClient::RawClient(int port) : socket_(socket(AF_INET, SOCK_STREAM, 0))
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     const timeval patience{.tv_sec = 60, .tv_usec = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_RCVTIMEO, &patience, sizeof patience);
-    if (connect(socket_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
+    if (!socket_ || connect(socket_.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
         throw std::runtime_error("cannot connect");
     }
 }
