@@ -1,1 +1,0 @@
-#include "Platform/Desktop/Workspace.h"

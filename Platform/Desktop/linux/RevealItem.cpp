@@ -1,0 +1,75 @@
+#include "Platform/Desktop/RevealItem.h"
+
+#include "Platform/Desktop/DetachedProgram.h"
+#include "Platform/Desktop/SystemWorkspace.h"
+
+#include <memory>
+#include <system_error>
+#include <thread>
+
+#include <gio/gio.h>
+
+namespace vorn {
+namespace {
+
+constexpr int longestAnswer = 5000; // milliseconds: the call may have to start the file manager
+
+struct Unreference {
+    void operator()(GDBusConnection* bus) const noexcept { g_object_unref(bus); }
+    void operator()(GVariant* value) const noexcept { g_variant_unref(value); }
+    void operator()(char* text) const noexcept { g_free(text); }
+};
+template <class T>
+using Owned = std::unique_ptr<T, Unreference>;
+
+/// A connection of its own: the one that GLib shares would end this process together with the bus.
+Owned<GDBusConnection> connectToSessionBus()
+{
+    const Owned<char> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    if (!address) return nullptr;
+    // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): a set of flags
+    constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
+                                                             G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    return Owned<GDBusConnection>(
+        g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
+}
+
+/// Asks for it as desktops agree (freedesktop.org, "File Manager DBus Interface").
+bool askFileManager(const std::filesystem::path& item)
+{
+    const Owned<char> uri(g_filename_to_uri(item.c_str(), nullptr, nullptr));
+    const Owned<GDBusConnection> bus = uri ? connectToSessionBus() : nullptr;
+    if (!bus) return false;
+    const char* const uris[] = {uri.get()};
+    const Owned<GVariant> answer(g_dbus_connection_call_sync(
+        bus.get(), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1",
+        "ShowItems", g_variant_new("(@ass)", g_variant_new_strv(uris, 1), ""), nullptr, G_DBUS_CALL_FLAGS_NONE,
+        longestAnswer, nullptr, nullptr));
+    g_dbus_connection_close_sync(bus.get(), nullptr, nullptr);
+    return answer != nullptr;
+}
+
+void openFolderOf(const std::filesystem::path& item, const std::string& opener)
+{
+    try {
+        const DetachedProgram program(opener, {item.parent_path().native()});
+    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the user sees that no window came
+    }
+}
+
+} // namespace
+
+DesktopPrograms DesktopPrograms::ofSystem()
+{
+    return {.open = "xdg-open", .shell = "/bin/sh"};
+}
+
+void revealItem(const std::filesystem::path& item, const std::string& opener)
+{
+    // It owns copies alone, so that it may go on while the process ends.
+    std::thread([item = std::filesystem::absolute(item), opener] {
+        if (!askFileManager(item)) openFolderOf(item, opener);
+    }).detach();
+}
+
+} // namespace vorn
