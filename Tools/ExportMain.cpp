@@ -3,10 +3,10 @@
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
 #include "Platform/Base/Bundle.h"
 #include "Platform/Base/SHA256.h"
+#include "Platform/Signals/InterruptWatch.h"
 #include "Tools/Export/ExportFailure.h"
 #include "Tools/Export/ExportOptions.h"
 #include "Tools/Export/ExportStatistics.h"
-#include "Tools/Support/InterruptWatch.h"
 #include "Tools/Support/ProgressLine.h"
 #include "VornMacCore/Application/Application.h"
 

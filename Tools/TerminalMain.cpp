@@ -1,5 +1,5 @@
 #include "Platform/Base/CancelFlag.h"
-#include "Tools/Support/InterruptWatch.h"
+#include "Platform/Signals/InterruptWatch.h"
 #include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/SessionKeychain.h"
 #include "Tools/Terminal/TerminalCommand.h"

@@ -1,5 +1,5 @@
 #include "Platform/Base/Dates.h"
-#include "Tools/Support/InterruptWatch.h"
+#include "Platform/Signals/InterruptWatch.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 
 #include <CLI/CLI.hpp>

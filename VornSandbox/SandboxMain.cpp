@@ -1,4 +1,4 @@
-#include "Tools/Support/InterruptWatch.h"
+#include "Platform/Signals/InterruptWatch.h"
 #include "VornSandbox/Service/SandboxService.h"
 #include "VornSandbox/Service/ServiceOptions.h"
 
