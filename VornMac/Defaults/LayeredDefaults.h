@@ -1,0 +1,27 @@
+#pragma once
+
+#include "Platform/Base/UserDefaults.h"
+
+#include <map>
+
+namespace vorn {
+
+/// The user's defaults under those of the command line: a key that the line gives reads as the line says, for this run.
+/// What is set goes below.
+class LayeredDefaults final : public UserDefaults {
+public:
+    using Line = std::map<std::string, std::string>; ///< texts by key
+
+    /// `below` outlives this object.
+    LayeredDefaults(Line line, UserDefaults& below);
+
+    std::optional<std::string> text(const std::string& key) const override;
+    bool boolean(const std::string& key) const override;
+    void setBoolean(const std::string& key, bool value) override;
+
+private:
+    Line line_;
+    UserDefaults& below_;
+};
+
+} // namespace vorn

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+#include <QString>
+
+namespace vorn {
+
+/// The key under which QSettings keeps `key`. Two keys never share one. QSettings takes "/" for a folder, drops those
+/// that are doubled, and swaps "/" and "." on macOS, where a usual key so reads as it is: a dot becomes "/", and what
+/// could be mistaken becomes "%" and two digits.
+QString settingsKey(std::string_view key);
+
+} // namespace vorn
