@@ -97,16 +97,31 @@ bool AppModel::handleSessionError(const std::exception& error, std::int64_t gene
 {
     const auto* refusal = dynamic_cast<const APIError*>(&error);
     if (refusal == nullptr) return false;
-    if (refusal->is<APIError::SessionChanged>()) return true; // a newer sign-in has replaced the session already
-    if (!refusal->is<APIError::NotSignedIn>() && !refusal->is<APIError::SessionExpired>()) return false;
-    if (generation == sessionGeneration_) endSession();
+    const bool changed = refusal->is<APIError::SessionChanged>();
+    if (!changed && !refusal->is<APIError::NotSignedIn>() && !refusal->is<APIError::SessionExpired>()) return false;
+    // A newer sign-in has replaced the session already. If none has, the service refused it to a job that was replaced
+    // before it could hear of that.
+    if (changed && services_.tokens->load()) return true;
+    // The client has dropped what was refused; what is stored by now was linked in another process.
+    if (generation == sessionGeneration_) leaveSession();
     return true;
 }
 
 void AppModel::endSession()
 {
     services_.api.forget();
+    leaveSession();
+}
+
+void AppModel::leaveSession()
+{
     ++sessionGeneration_;
+    dropUser();
+    go(Step::link);
+}
+
+void AppModel::dropUser()
+{
     exportTask_ = {};
     submissionTask_ = {};
     prefetchTask_ = {};
@@ -118,7 +133,6 @@ void AppModel::endSession()
     assign(uploadPhase_, {}, &AppModel::uploadPhaseChanged);
     setUnderstandsUpload(false);
     setAgreesToShare(false);
-    go(Step::link);
 }
 
 void AppModel::signOut()

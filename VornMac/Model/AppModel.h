@@ -138,6 +138,10 @@ private:
     std::string consentKey() const;
     /// Whether `error` was about the session, and is dealt with. One of an earlier session ends nothing.
     bool handleSessionError(const std::exception& error, std::int64_t generation);
+    /// Ends the session here. What is stored is left alone.
+    void leaveSession();
+    /// Stops what was begun for the user, and forgets what it found.
+    void dropUser();
     /// The client of the signed-in user alone.
     VornAPI pinned() const;
 
@@ -159,7 +163,7 @@ private:
     Async<> runUpload(UploadJob job);
     Async<ArchiveFile> pack(Export content, std::filesystem::path path);
     Async<SubmissionStatus> send(UploadJob job, std::filesystem::path archive);
-    void reportProgress(std::int64_t upload, const UploadProgress& progress);
+    void reportProgress(std::int64_t job, const UploadProgress& progress);
     void finishUpload(const SubmissionStatus& status);
     Async<> watch(VornAPI api, std::string id, std::int64_t generation);
     Async<bool> pollSubmission(VornAPI api, std::string id, std::int64_t generation);
@@ -182,7 +186,7 @@ private:
     std::optional<SubmissionStatus> submission_;
 
     std::int64_t sessionGeneration_ = 0;
-    std::int64_t uploads_ = 0; ///< begun so far
+    std::int64_t exportJobs_ = 0; ///< begun so far
     std::optional<Clock::Duration> lastCodeRequest_;
 
     Task linkTask_, accessTask_, prefetchTask_;

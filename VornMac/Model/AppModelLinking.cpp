@@ -82,6 +82,7 @@ Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
 void AppModel::signedIn(const DesktopSession& linked)
 {
     ++sessionGeneration_; // no job of an earlier session can end this one
+    dropUser();           // who was signed in when the code was asked for
     const StoredSession session(linked);
     try {
         services_.api.adopt(session);

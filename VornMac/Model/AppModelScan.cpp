@@ -60,6 +60,7 @@ Async<> AppModel::runAccessProbe()
 void AppModel::scan()
 {
     exportTask_ = {};
+    ++exportJobs_;
     assign(scanPhase_, {phase::Loading{}}, &AppModel::scanPhaseChanged);
     if (session_) begin(exportTask_, runScan(pinned(), sessionGeneration_));
 }

@@ -37,7 +37,7 @@ private:
 struct AppModel::UploadJob {
     VornAPI api;
     std::int64_t generation;
-    std::int64_t number; ///< tells its reports from those of an earlier upload
+    std::int64_t number; ///< of the job: once another has begun, this one reports nothing
     Export content;
 };
 
@@ -47,7 +47,7 @@ void AppModel::upload()
     exportTask_ = {};
     go(Step::upload);
     assign(uploadPhase_, {phase::Preparing{}}, &AppModel::uploadPhaseChanged);
-    begin(exportTask_, runUpload({pinned(), sessionGeneration_, ++uploads_, export_}));
+    begin(exportTask_, runUpload({pinned(), sessionGeneration_, ++exportJobs_, export_}));
 }
 
 Async<> AppModel::runUpload(UploadJob job)
@@ -68,6 +68,8 @@ Async<> AppModel::runUpload(UploadJob job)
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
+        // Cancelled during its abort, which goes out nevertheless, a failed upload comes here and not to the above.
+        if (job.number != exportJobs_) co_return;
         if (!handleSessionError(error, job.generation) && job.generation == sessionGeneration_)
             assign(uploadPhase_, {phase::Failed{describe(error)}}, &AppModel::uploadPhaseChanged);
     }
@@ -95,9 +97,9 @@ Async<SubmissionStatus> AppModel::send(UploadJob job, std::filesystem::path arch
     co_return co_await uploader.upload(std::move(archive), termsVersion, currentDeviceSignals(), std::move(report));
 }
 
-void AppModel::reportProgress(std::int64_t upload, const UploadProgress& progress)
+void AppModel::reportProgress(std::int64_t job, const UploadProgress& progress)
 {
-    if (upload != uploads_ || !std::holds_alternative<phase::Uploading>(uploadPhase_)) return;
+    if (job != exportJobs_ || !std::holds_alternative<phase::Uploading>(uploadPhase_)) return;
     const double fraction = progress.fraction();
     assign(uploadPhase_, fraction >= 1 ? UploadPhase(phase::Finishing{}) : UploadPhase(phase::Uploading{fraction}),
            &AppModel::uploadPhaseChanged);

@@ -125,6 +125,13 @@ AppModel& ModelFixture::launchDone()
     return model();
 }
 
+void ModelFixture::linkAs(const StoredSession& session)
+{
+    answer(links, linkJSON());
+    advance(std::chrono::seconds(2));
+    answer(polls, approvalJSON(session));
+}
+
 void ModelFixture::runAll()
 {
     do run();
@@ -217,6 +224,12 @@ std::string openedJSON()
     return R"({"submissionId":"sub-1","questId":"quest-1","attempt":1,"expiresInSeconds":3600,"assets":[
         {"assetId":"asset-1","position":0,"uploadId":"upload-1","parts":[
             {"partNumber":1,"url":"https://storage.example.com/part/1?sig=canary-1"}]}]})";
+}
+
+std::string partURLsJSON()
+{
+    return R"({"submissionId":"sub-1","assetId":"asset-1","expiresInSeconds":3600,"parts":[
+        {"partNumber":1,"url":"https://storage.example.com/part/1?sig=canary-2"}]})";
 }
 
 } // namespace vorn::testing

@@ -61,6 +61,7 @@ public:
     static constexpr const char* quest = "GET /api/v1/desktop/nimbrel";
     static constexpr const char* creates = "POST /api/v1/desktop/nimbrel/submissions";
     static constexpr const char* puts = "PUT /part/1";
+    static constexpr const char* partURLs = "POST /api/v1/desktop/nimbrel/submissions/sub-1/assets/asset-1/part-urls";
     static constexpr const char* completes = "POST /api/v1/desktop/nimbrel/submissions/sub-1/assets/asset-1/complete";
     static constexpr const char* aborts = "POST /api/v1/desktop/nimbrel/submissions/sub-1/abort";
     static constexpr const char* review = "GET /api/v1/desktop/nimbrel/submissions/sub-1";
@@ -96,6 +97,9 @@ public:
     AppModel& launchUploading();
     /// On the done screen, with the submission "sub-1" under review.
     AppModel& launchDone();
+
+    /// On the link screen: links this Mac to the user of `session`, who confirms after two seconds.
+    void linkAs(const StoredSession& session);
 
     /// Ends every job and the model, as the program's end does.
     void quit();
@@ -139,5 +143,6 @@ std::string questJSON(const std::string& status = "available", const std::string
                       std::int64_t maxBytes = 5'000'000'000);
 std::string submissionJSON(const std::string& status);
 std::string openedJSON();
+std::string partURLsJSON(); ///< a fresh URL for the only part
 
 } // namespace vorn::testing

@@ -270,6 +270,58 @@ TEST(EndOfASession, FollowsARefusedRefresh)
     EXPECT_EQ(fix.model().scanPhase(), ScanPhase(phase::Idle{}));
 }
 
+TEST(EndOfASession, IsSeenThoughTheJobThatItWasRefusedToIsGone)
+{
+    ModelFixture fix;
+    fix.launchSignedIn();
+    fix.refuse(ModelFixture::quest, 401);
+    fix.model().scan(); // replaces the job for which the session is being renewed
+    fix.run();
+    fix.refuse(ModelFixture::refreshes, 401);
+    EXPECT_EQ(fix.tokens->load(), std::nullopt);
+    EXPECT_EQ(fix.model().session(), adasSession());
+    fix.refuse(ModelFixture::quest, 401);
+    EXPECT_EQ(fix.model().session(), std::nullopt);
+    EXPECT_EQ(fix.model().step(), Step::link);
+}
+
+TEST(EndOfASession, IsSeenThoughOnlyAnAbortWasRefused)
+{
+    ModelFixture fix;
+    fix.launchUploading();
+    fix.refuse(ModelFixture::puts, 500);
+    fix.refuse(ModelFixture::aborts, 401);
+    fix.refuse(ModelFixture::refreshes, 401);
+    EXPECT_EQ(fix.model().uploadPhase(), UploadPhase(phase::Failed{"Part 1 of the upload failed (500)."}));
+    fix.model().go(Step::find);
+    fix.run();
+    EXPECT_EQ(fix.model().session(), std::nullopt);
+    EXPECT_EQ(fix.model().step(), Step::link);
+}
+
+TEST(AnotherUser, WhoLinksWithoutASignOutSeesNothingOfTheFirst)
+{
+    ModelFixture fix;
+    fix.launchUploading();
+    const auto report = fix.http->request(fix.http->waiting(ModelFixture::puts).value()).onBodyProgress;
+    fix.defaults.setBoolean("consent.vorn-mac-nimbrel-1.user-bela", true);
+    fix.setAccess(FullDiskAccessStatus::denied); // so that no scan begins
+    fix.model().go(Step::link);
+    fix.run();
+    fix.linkAs(belasSession());
+    report(1);
+    fix.runAll();
+    const AppModel& model = fix.model();
+    EXPECT_EQ(model.session(), belasSession());
+    EXPECT_EQ(model.step(), Step::access);
+    EXPECT_EQ(model.nimbrel(), std::nullopt);
+    EXPECT_EQ(model.exportResult(), nullptr);
+    EXPECT_EQ(model.scanPhase(), ScanPhase(phase::Idle{}));
+    EXPECT_EQ(model.uploadPhase(), UploadPhase(phase::Idle{}));
+    EXPECT_EQ(fix.context.runningTasks(), 1U);
+    EXPECT_THAT(fix.leftovers(), IsEmpty());
+}
+
 TEST(Properties, TellOfNoChangeWithoutOne)
 {
     ModelFixture fix;

@@ -272,6 +272,16 @@ TEST_F(Upload, TakesNoReportAfterTheUserSignedOut)
     EXPECT_EQ(fix_.changes().of("uploadPhaseChanged"), 0);
 }
 
+TEST_F(Upload, TakesNoReportOnceItWasReplaced)
+{
+    AppModel& model = fix_.launchUploading();
+    const auto report = fix_.http->request(fix_.http->waiting(ModelFixture::puts).value()).onBodyProgress;
+    report(1); // on its way when the scan begins
+    model.go(Step::find);
+    fix_.run();
+    EXPECT_EQ(model.uploadPhase(), uploading(0));
+}
+
 TEST_F(Upload, TakesNoReportOfAnEarlierOne)
 {
     AppModel& model = fix_.launchUploading();

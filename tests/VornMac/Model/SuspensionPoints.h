@@ -1,0 +1,71 @@
+#pragma once
+
+#include "tests/VornMac/Model/ModelFixture.h"
+
+#include <cstdint>
+#include <functional>
+#include <ostream>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace vorn::testing {
+
+/// What the service says to a request that waits.
+enum class Reply {
+    success,
+    notAuthorized, ///< 401
+};
+
+/// One place at which a job of the model waits.
+struct SuspensionPoint {
+    enum class Flow { link, prefetch, access, scan, upload, review };
+
+    std::string name;
+    Flow flow;
+    std::function<void(ModelFixture&)> reach; ///< leads a model that was not launched yet there
+    std::string awaited = {};                 ///< the request; empty where the job sleeps or works in the background
+    std::string success = {};                 ///< the answer that it should get
+    bool opened = false;                      ///< a submission is open, which a cancelled upload must abort
+};
+
+const std::vector<SuspensionPoint>& suspensionPoints();
+void PrintTo(const SuspensionPoint& point, std::ostream* out); // NOLINT(readability-identifier-naming): GoogleTest's
+
+/// Something that a user does in a flow.
+struct UserAction {
+    std::string name;
+    std::function<void(AppModel&)> run;
+};
+
+/// What stops the job of a flow in the ordinary way: its step is left, or its work begun anew.
+std::vector<UserAction> cancelsOf(SuspensionPoint::Flow flow);
+
+/// A model that waits at a suspension point.
+class SuspendedModel {
+public:
+    explicit SuspendedModel(SuspensionPoint point);
+
+    ModelFixture fix;
+
+    /// Answers what was awaited at first, whether it is still awaited or not; ends the background's work and lets an
+    /// hour pass.
+    void answer(Reply reply);
+    void answer(int status, const std::string& body);
+    void fail(URLError::Code code);
+    /// The same without anything else.
+    void answerOnly(int status, const std::string& body);
+
+    bool waitsForTheService() const { return request_.has_value(); }
+    /// Requests that were sent since the point was reached.
+    std::vector<std::string> sentSince() const;
+
+private:
+    void letTimePass();
+
+    SuspensionPoint point_;
+    std::optional<std::size_t> request_;
+    std::size_t sent_ = 0;
+};
+
+} // namespace vorn::testing
