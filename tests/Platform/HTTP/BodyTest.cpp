@@ -43,6 +43,7 @@ TEST_F(Body, ThatFailsFailsTheRequestWithItsOwnError)
     const auto fail = []() -> std::size_t { throw std::domain_error("the disk is gone"); };
     EXPECT_THAT([&] { send(putOf(1000000, 500000, fail)); },
                 ::testing::ThrowsMessage<std::domain_error>("the disk is gone"));
+    EXPECT_TRUE(server.waitForRequests(1));
     EXPECT_TRUE(server.waitUntilAllClosed());
     EXPECT_EQ(server.requests().size(), 1U);
 }
@@ -59,6 +60,7 @@ TEST_F(Body, ThatIsShorterThanAnnouncedFailsTheRequest)
     readWhatComes();
     EXPECT_EQ(failureOf(putOf(1000000, 700000, [] { return std::size_t{0}; })),
               URLError::Code::requestBodyStreamExhausted);
+    EXPECT_TRUE(server.waitForRequests(1));
     EXPECT_TRUE(server.waitUntilAllClosed());
 }
 

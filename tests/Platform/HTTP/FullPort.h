@@ -39,7 +39,7 @@ private:
     {
         const FileDescriptor& next = waiting_.emplace_back(socket(AF_INET, SOCK_STREAM, 0));
         fcntl(next.get(), F_SETFL, O_NONBLOCK);
-        connect(next.get(), reinterpret_cast<const sockaddr*>(&address_), sizeof address_);
+        if (connect(next.get(), reinterpret_cast<const sockaddr*>(&address_), sizeof address_) == 0) return true;
         pollfd watched{next.get(), POLLOUT, 0};
         return poll(&watched, 1, 50) > 0;
     }

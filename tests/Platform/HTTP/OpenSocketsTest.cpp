@@ -2,9 +2,10 @@
 
 #include "Platform/Base/FileDescriptor.h"
 
-#include <array>
 #include <netinet/in.h>
+#include <stdexcept>
 #include <sys/socket.h>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -30,7 +31,7 @@ int portOf(int socket)
 
 class OpenSocketsTest : public ::testing::Test {
 protected:
-    ~OpenSocketsTest() override
+    void TearDown() override
     {
         for (const int socket : opened) sockets.close(socket);
     }
@@ -38,6 +39,7 @@ protected:
     static FileDescriptor listener()
     {
         FileDescriptor result(socket(AF_INET, SOCK_STREAM, 0));
+        if (!result) throw std::runtime_error("no socket");
         const sockaddr_in address = loopback(0);
         EXPECT_EQ(bind(result.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
         EXPECT_EQ(listen(result.get(), 4), 0);
@@ -47,7 +49,9 @@ protected:
     /// A socket of `sockets` that leads from `localPort` (any, if that is 0) to `peerPort`.
     int connected(int localPort, int peerPort)
     {
-        const int result = opened.emplace_back(sockets.open(AF_INET, SOCK_STREAM, 0));
+        const int result = sockets.open(AF_INET, SOCK_STREAM, 0);
+        if (result < 0) throw std::runtime_error("no socket");
+        opened.push_back(result);
         const int yes = 1;
         setsockopt(result, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
         const sockaddr_in own = loopback(localPort);
