@@ -11,6 +11,7 @@
 #include <array>
 #include <csignal>
 #include <memory>
+#include <ostream>
 #include <stdexcept>
 #include <thread>
 #include <utility>
@@ -284,6 +285,11 @@ struct WrongLock {
     const char* name;
     void (*make)(const fs::path& path);
 };
+
+void PrintTo(const WrongLock& wrong, std::ostream* out) // NOLINT(readability-identifier-naming): the name it looks for
+{
+    *out << wrong.name;
+}
 
 constexpr std::array wrongLocks{
     WrongLock{"Link", [](const fs::path& path) { fs::create_symlink("elsewhere", path); }},
