@@ -1,15 +1,22 @@
+#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
+#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "Platform/Async/BackgroundPool.h"
 #include "Platform/Base/CancelFlag.h"
+#include "Platform/Desktop/SystemWorkspace.h"
 #include "Platform/Signals/InterruptWatch.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/SessionKeychain.h"
 #include "Tools/Terminal/TerminalCommand.h"
+#include "VornMac/Defaults/LayeredDefaults.h"
+#include "VornMac/Defaults/SettingsDefaults.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
 #include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "VornMacCore/Sessions/KeychainTokenStore.h"
 #include "VornMacCore/Sessions/RememberingTokenStore.h"
 
+#include <atomic>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 #include <optional>
@@ -21,8 +28,10 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* stopped = "Stopped.";
-/// The abort of an upload is on its way meanwhile. Who cannot wait that long sends a second signal.
-constexpr auto graceAfterSignal = 2s;
+/// From a signal to the end of the program. By then everything on the disk is gone and an abort has had its chance;
+/// what may go on is packing, in memory. Who cannot wait that long sends a second signal.
+constexpr auto graceAfterSignal = 1000ms;
+constexpr auto patienceForJobs = 700ms;
 
 /// How the command ended: its exit status, or that it was cancelled.
 using Ending = std::optional<TerminalStatus>;
@@ -41,43 +50,84 @@ Async<> runToTheEnd(TerminalCommand* command, const Terminal* terminal, Ending* 
     }
 }
 
-/// One run of the program. The members' order is that of their end: first the jobs, then what they use.
+std::shared_ptr<TokenStore> storeFor(const TerminalOptions& options)
+{
+    if (!options.keychain) return std::make_shared<InMemoryTokenStore>();
+    return std::make_shared<RememberingTokenStore>(
+        std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
+}
+
+std::optional<SessionKeychain> keychainFor(const TerminalOptions& options)
+{
+    if (!options.keychain) return std::nullopt;
+    return SessionKeychain(Keychain::system(), {bundleIdentifier(), KeychainTokenStore::sessionAccount});
+}
+
+/// What a signal reaches: nothing before the jobs can be told, and after that the queue they run on.
+class Target {
+public:
+    void set(MainContext* context, std::function<void()> stop)
+    {
+        stop_ = std::move(stop);
+        context_ = context;
+    }
+    void operator()() const
+    {
+        if (auto* context = context_.load()) context->post(stop_);
+    }
+
+private:
+    std::function<void()> stop_;
+    std::atomic<MainContext*> context_ = nullptr;
+};
+
+/// One run of the program. Members end in the reverse of their order: first the jobs, then what they use.
 class Run {
 public:
     Run(const TerminalOptions& options, const Terminal& terminal)
-        : terminal_(terminal), tokens_(storeFor(options)),
-          command_(options, {&context_, &clock_, http_, &pool_, tokens_, keychainFor(options),
-                             VornAPI(configuration(options.defaults), http_, tokens_), &terminal_})
+        : terminal_(terminal), defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
+          api_(configuration(), http_, tokens_), model_(services()),
+          command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
     {
+        target_.set(&context_, [this] { task_.cancel(); });
     }
 
     int exitStatus()
     {
-        task_ = Task(context_, runToTheEnd(&command_, &terminal_, &ending_));
+        if (!interrupts_.cancelFlag().isCancelled())
+            task_ = Task(context_, runToTheEnd(&command_, &terminal_, &ending_));
         context_.runUntil([this] { return !task_.isRunning(); });
-        context_.shutDown();
+        context_.shutDown(patienceForJobs);
         if (ending_) return static_cast<int>(*ending_);
         terminal_.say(stopped);
         return interrupts_.exitStatus();
     }
 
 private:
-    static APIConfiguration configuration(const ArgumentDefaults& defaults)
+    APIConfiguration configuration() const
     {
-        return APIConfiguration::resolve(applicationBundle(), defaults.text(APIConfiguration::overrideDefaultsKey));
+        return APIConfiguration::resolve(applicationBundle(), defaults_.text(APIConfiguration::overrideDefaultsKey));
     }
 
-    static std::shared_ptr<TokenStore> storeFor(const TerminalOptions& options)
+    std::filesystem::path messagesDatabase() const
     {
-        if (!options.keychain) return std::make_shared<InMemoryTokenStore>();
-        return std::make_shared<RememberingTokenStore>(
-            std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
+        const auto given = defaults_.text("VornMessagesDatabaseOverride");
+        return given ? std::filesystem::path(*given) : FullDiskAccess::messagesDatabaseURL();
     }
 
-    static std::optional<SessionKeychain> keychainFor(const TerminalOptions& options)
+    AppServices services()
     {
-        if (!options.keychain) return std::nullopt;
-        return SessionKeychain(Keychain::system(), {bundleIdentifier(), KeychainTokenStore::sessionAccount});
+        return {.context = &context_,
+                .clock = &clock_,
+                .background = &pool_,
+                .api = api_,
+                .tokens = tokens_,
+                .transfer = http_,
+                .defaults = &defaults_,
+                .workspace = &workspace_,
+                .files = &FileManager::standard(),
+                .messagesDatabase = messagesDatabase(),
+                .bundle = applicationBundle()};
     }
 
     /// What ends the program when the jobs do not end in time. A line that changes may be on the terminal still.
@@ -87,16 +137,23 @@ private:
     }
 
     const Terminal& terminal_;
-    Ending ending_;
-    MainContext context_;
-    Task task_;
-    InterruptWatch interrupts_{InterruptWatch::Deadline{[this] { context_.post([this] { task_.cancel(); }); },
-                                                        graceAfterSignal, lastWords()}}; // before any thread
+    Target target_;
+    InterruptWatch interrupts_{
+        InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread
+    TemporaryItems temporaryItems_{FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "app")};
+    SettingsDefaults settings_{bundleIdentifier(), Log(bundleIdentifier(), "app")};
+    LayeredDefaults defaults_;
+    SystemWorkspace workspace_{{}, [] {}};
     SystemClock clock_;
     std::shared_ptr<HTTPSession> http_ = HTTPSession::make();
-    BackgroundPool pool_{1};
+    BackgroundPool pool_;
     std::shared_ptr<TokenStore> tokens_;
+    VornAPI api_;
+    MainContext context_; ///< drops what a job left where it stood, while all it used is there
+    Ending ending_;
+    AppModel model_;
     TerminalCommand command_;
+    Task task_;
 };
 
 } // namespace
@@ -104,6 +161,7 @@ private:
 
 int main(int argc, char** argv)
 {
+    std::signal(SIGPIPE, SIG_IGN); // a service or a reader of our output that has gone is a failure, not our end
     const auto parsed = vorn::parseTerminalOptions(argc, argv);
     if (const auto* end = std::get_if<vorn::TerminalOptionsEnd>(&parsed)) {
         std::fputs(end->text.c_str(), end->isMistake ? stderr : stdout);

@@ -41,4 +41,14 @@ void MainContext::shutDown()
     runUntil([this] { return runningTasks() == 0; });
 }
 
+bool MainContext::shutDown(std::chrono::milliseconds limit)
+{
+    const auto end = std::chrono::steady_clock::now() + limit;
+    queue_->cancelJobs();
+    // Work that always posts more must not keep it from looking at the clock.
+    while (runningTasks() > 0 && std::chrono::steady_clock::now() < end && queue_->waitForWork(end)) queue_->runOne();
+    queue_->expectWakeUp();
+    return runningTasks() == 0;
+}
+
 } // namespace vorn

@@ -4,6 +4,7 @@
 #include "Platform/Async/Task.h"
 #include "Platform/Async/WorkQueue.h"
 
+#include <chrono>
 #include <functional>
 #include <memory>
 
@@ -49,6 +50,9 @@ public:
     /// pool, needs a limit of its own (a request's `inactivityLimit`, a look at the `CancelFlag` every few
     /// milliseconds).
     void shutDown();
+    /// The same for at most `limit`, and gives whether none is left. What is left goes with the context, where it
+    /// stands.
+    bool shutDown(std::chrono::milliseconds limit);
 
 private:
     friend Task;

@@ -53,6 +53,12 @@ void WorkQueue::waitForWork()
     posted_.wait(lock, [this] { return !work_.empty(); });
 }
 
+bool WorkQueue::waitForWork(std::chrono::steady_clock::time_point end)
+{
+    std::unique_lock lock(mutex_);
+    return posted_.wait_until(lock, end, [this] { return !work_.empty(); });
+}
+
 void WorkQueue::close()
 {
     requireOwnThread("close it");

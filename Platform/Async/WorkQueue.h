@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <deque>
 #include <functional>
@@ -26,6 +27,8 @@ public:
     /// Forgets that the hook was called: the next post calls it again.
     void expectWakeUp();
     void waitForWork();
+    /// The same, no longer than until `end`; gives whether there is any.
+    bool waitForWork(std::chrono::steady_clock::time_point end);
     void close();
 
     bool adopt(const std::shared_ptr<Job>& job); ///< false once closed: the job is not kept

@@ -25,6 +25,9 @@ struct CalendarTime {
 /// `instant` on the wall clock of the user's current time zone (the `TZ` variable, else the system's setting).
 CalendarTime localTime(Instant instant);
 
+/// The day of `instant` in the user's time zone, as the user's language abbreviates it: "Mar 1, 2026". Threads: any.
+std::string dayText(Instant instant);
+
 /// An internet date-time (RFC 3339) in UTC, whole seconds rounded down: "2026-03-01T09:15:00Z".
 std::string internetDateTime(Instant instant);
 

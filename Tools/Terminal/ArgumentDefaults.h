@@ -21,6 +21,8 @@ public:
     /// The value of `key`; nothing when the line does not override it.
     std::optional<std::string> text(const std::string& key) const;
 
+    const std::map<std::string, std::string>& values() const noexcept { return values_; }
+
     bool operator==(const ArgumentDefaults&) const = default;
 
 private:

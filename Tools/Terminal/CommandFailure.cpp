@@ -1,16 +1,17 @@
 #include "Tools/Terminal/CommandFailure.h"
 
 #include "Platform/HTTP/URLError.h"
-#include "Tools/Terminal/Describe.h"
 #include "Tools/Terminal/PrintableText.h"
+#include "VornMac/Model/Describe.h"
 #include "VornMacCore/Client/APIError.h"
 #include "VornMacCore/Upload/UploadError.h"
 
-#include <filesystem>
 #include <string_view>
 
 namespace vorn {
 namespace {
+
+constexpr std::string_view again = " Run it again.";
 
 TerminalStatus statusOf(const APIError& error)
 {
@@ -27,27 +28,26 @@ TerminalStatus statusOf(const std::exception& error)
     return TerminalStatus::failed;
 }
 
-/// Nothing retries once the program has ended, whatever the sentence for a window says.
 std::string sentenceOf(const std::exception& error)
 {
-    std::string sentence = describe(error);
-    if (dynamic_cast<const URLError*>(&error) == nullptr) return sentence;
-    constexpr std::string_view promise = " Vorn will retry.";
-    if (sentence.ends_with(promise)) sentence.erase(sentence.size() - promise.size());
-    return sentence + " Run it again.";
+    const std::string words = lastWords(describe(error));
+    const bool isUnanswered = dynamic_cast<const URLError*>(&error) != nullptr;
+    return isUnanswered && !words.ends_with(again) ? words + std::string(again) : words;
 }
 
 } // namespace
 
+std::string lastWords(const std::string& text)
+{
+    constexpr std::string_view promise = " Vorn will retry.";
+    if (!text.ends_with(promise)) return printable(text);
+    return printable(text.substr(0, text.size() - promise.size())) + std::string(again);
+}
+
 CommandFailure failureOf(const std::exception& error)
 {
     if (const auto* failure = dynamic_cast<const CommandFailure*>(&error)) return *failure;
-    if (const auto* file = dynamic_cast<const std::filesystem::filesystem_error*>(&error)) {
-        // Only the archive is read here, and its name may hold anything.
-        return {TerminalStatus::archiveUnreadable,
-                "Vorn couldn't read " + printable(file->path1().string()) + ": " + file->code().message() + "."};
-    }
-    return {statusOf(error), printable(sentenceOf(error))};
+    return {statusOf(error), sentenceOf(error)};
 }
 
 } // namespace vorn

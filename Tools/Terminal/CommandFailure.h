@@ -11,14 +11,15 @@ enum class TerminalStatus {
     done = 0,
     failed = 1, ///< out of memory, output that cannot be printed, or a mistake of ours
     wrongArguments = 2,
-    notLinked = 3,         ///< this Mac is not linked, or not any more
-    archiveUnreadable = 4, ///< the file to upload
-    notNow = 5,            ///< the quest takes no upload at the moment
-    tooLarge = 6,          ///< the archive
-    unreachable = 7,       ///< no answer from the service
-    refused = 8,           ///< an answer that was not what the command needs
-    notAccepted = 9,       ///< the review ended without a reward
-    keychain = 10,         ///< the keychain cannot be reached, or does not do what the command is for
+    notLinked = 3,   ///< this Mac is not linked, or not any more
+    notNow = 5,      ///< the quest takes no upload at the moment
+    unreachable = 7, ///< no answer from the service
+    refused = 8,     ///< an answer that was not what the command needs
+    notAccepted = 9, ///< the review ended without a reward
+    keychain = 10,   ///< the keychain cannot be reached, or does not do what the command is for
+    declined = 11,   ///< the user said no
+    noAccess = 12,   ///< Messages cannot be read, and nobody is there to change that
+    notFound = 13,   ///< there is no conversation to upload
 };
 
 /// Ends a command. `what()` is for the user, fit for a terminal, without a newline at the end; empty when the user
@@ -43,5 +44,9 @@ private:
 /// What `error`, thrown by anything that a command does, means for the program that called and for the person who
 /// reads.
 CommandFailure failureOf(const std::exception& error);
+
+/// `text`, from `describe`, for a program that ends with it: nothing retries then, whatever the sentence for a window
+/// says. Fit for a terminal.
+std::string lastWords(const std::string& text);
 
 } // namespace vorn

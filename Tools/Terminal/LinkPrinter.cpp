@@ -25,20 +25,25 @@ LinkPrinter::LinkPrinter(const Terminal& terminal, std::optional<TerminalOptions
 {
 }
 
-void LinkPrinter::show(const LinkPhase& phase)
+void LinkPrinter::show(const LinkPhase& phase, const std::optional<std::string>& qrPayload)
 {
-    std::visit([this](const auto& state) { tell(state); }, phase.state);
+    if (std::holds_alternative<phase::Loading>(phase)) tellLoading();
+    if (std::holds_alternative<phase::Showing>(phase) && qrPayload) tellCode(*qrPayload);
+    if (std::holds_alternative<phase::Scanned>(phase)) terminal_.say("Scanned. Confirm Link this Mac on your phone.");
+    if (std::holds_alternative<phase::Rejected>(phase))
+        terminal_.say("Your phone declined the link. Here's a new code.");
+    if (const auto* failed = std::get_if<phase::Failed>(&phase)) tellFailure(failed->text);
 }
 
-void LinkPrinter::tell(const LinkPhase::Loading&)
+void LinkPrinter::tellLoading() const
 {
     if (lastFailure_.empty()) terminal_.say("Getting a code…"); // every five seconds it would be noise
 }
 
-void LinkPrinter::tell(const LinkPhase::Showing& showing)
+void LinkPrinter::tellCode(const std::string& qrPayload)
 {
     lastFailure_.clear();
-    const QRCodeText code = codeOf(showing.qrPayload);
+    const QRCodeText code = codeOf(qrPayload);
     const auto window = terminal_.window();
     if (window && code.columns() > window->columns) {
         terminal_.say(fmt::format("The code needs {} columns, but this window has {}. Make it wider and run this "
@@ -72,19 +77,9 @@ void LinkPrinter::draw(const QRCodeText& code) const
     terminal_.say(picture);
 }
 
-void LinkPrinter::tell(const LinkPhase::Scanned&)
+void LinkPrinter::tellFailure(const std::string& words)
 {
-    terminal_.say("Scanned. Confirm Link this Mac on your phone.");
-}
-
-void LinkPrinter::tell(const LinkPhase::Rejected&)
-{
-    terminal_.say("Your phone declined the link. Here's a new code.");
-}
-
-void LinkPrinter::tell(const LinkPhase::Failed& failed)
-{
-    const std::string text = printable(failed.text);
+    const std::string text = printable(words);
     if (std::exchange(lastFailure_, text) != text) terminal_.say(text);
 }
 

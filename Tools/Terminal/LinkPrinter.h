@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Tools/Terminal/LinkPhase.h"
 #include "Tools/Terminal/Terminal.h"
+#include "VornMac/Model/Phases.h"
 
 #include <optional>
 #include <string>
@@ -16,14 +16,12 @@ public:
 
     /// A code is drawn below all that is said about it, so that one of 23 lines fits a window of 24, with the cursor
     /// below. Throws `CommandFailure` for one that cannot be drawn at all.
-    void show(const LinkPhase& phase);
+    void show(const LinkPhase& phase, const std::optional<std::string>& qrPayload);
 
 private:
-    void tell(const LinkPhase::Loading& loading);
-    void tell(const LinkPhase::Showing& showing);
-    void tell(const LinkPhase::Scanned& scanned);
-    void tell(const LinkPhase::Rejected& rejected);
-    void tell(const LinkPhase::Failed& failed);
+    void tellLoading() const;
+    void tellCode(const std::string& qrPayload);
+    void tellFailure(const std::string& text);
     QRCodeText codeOf(const std::string& qrPayload) const;
     void draw(const QRCodeText& code) const;
 

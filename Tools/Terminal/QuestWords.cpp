@@ -13,12 +13,6 @@ struct Match : Cases... {
     using Cases::operator()...;
 };
 
-std::string dayText(Instant instant)
-{
-    const CalendarTime time = localTime(instant);
-    return fmt::format("{:04}-{:02}-{:02}", time.year, time.month, time.day);
-}
-
 } // namespace
 
 std::string availabilityText(const QuestAvailability& availability)

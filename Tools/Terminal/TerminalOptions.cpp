@@ -11,29 +11,32 @@ namespace vorn {
 namespace {
 
 // Lines of 79 columns at most: CLI11 wraps neither of the two.
-constexpr const char* description = "Vorn for Mac in a terminal: links this Mac to your account, uploads an archive\n"
-                                    "of your Nimbrel chat, and shows what the review said. Results go to standard\n"
-                                    "output, everything else to standard error.";
+constexpr const char* description = "Vorn for Mac in a terminal: links this Mac to your account, asks what you agree\n"
+                                    "to, finds your chat with Nimbrel in Messages, uploads it, and shows what the\n"
+                                    "review said. With a command, only that. Results go to standard output,\n"
+                                    "everything else to standard error.";
 
 constexpr const char* footer = "Anywhere on the line, -Key value overrides a user default for this run:\n"
                                "  -VornAPIBaseURLOverride URL\n"
-                               "      where the service is: https, or http on this very machine\n\n"
+                               "      where the service is: https, or http on this very machine\n"
+                               "  -VornMessagesDatabaseOverride PATH\n"
+                               "      another database than that of Messages\n\n"
                                "Without colours (NO_COLOR, or output that is no terminal) the QR code is drawn\n"
                                "for a dark background, unless COLORFGBG or --background says that it is light.\n\n"
-                               "An upload that nobody watches (standard error is no terminal) links with one\n"
-                               "code only, and does not wait for a service that is down.\n\n"
+                               "Where nobody watches (standard error is no terminal, or --yes) the program links\n"
+                               "with one code only and ends with the first failure. Ctrl-C leaves nothing\n"
+                               "behind.\n\n"
                                "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or not any\n"
-                               "more; 4 the archive cannot be read; 5 the quest takes no upload now; 6 the\n"
-                               "archive is larger than the upload limit; 7 the service cannot be reached;\n"
-                               "8 the service or its storage refused; 9 the review ended without a reward;\n"
-                               "10 the keychain cannot be reached, or does not do what is asked of it; 1 any\n"
-                               "other problem; 128+N ended by signal N.";
+                               "more; 5 the quest takes no upload now; 7 the service cannot be reached; 8 the\n"
+                               "upload stopped, or the service refused; 9 the review ended without a reward;\n"
+                               "10 the keychain cannot be reached, or does not do what is asked of it; 11 you\n"
+                               "said no; 12 Messages cannot be read; 13 there is no conversation with Nimbrel\n"
+                               "on this Mac; 1 any other problem; 128+N ended by signal N.";
 
 using Command = TerminalOptions::Command;
 using Background = TerminalOptions::Background;
 
 struct Texts {
-    std::string archive;
     std::string submission;
 };
 
@@ -59,28 +62,27 @@ void addCommand(CLI::App& app, TerminalOptions& options, Command command, const 
     addOptions(*subcommand);
 }
 
+void addWholePath(CLI::App& app, TerminalOptions& options)
+{
+    app.add_flag("--yes", options.yes, "Agrees to everything that is asked, for scripts");
+    app.add_flag("--json", options.json, "Prints every change of state as a line of JSON");
+    app.add_flag_callback(
+        "--no-keychain", [&options] { options.keychain = false; },
+        "Links anew, for this run only, and leaves the keychain alone");
+    addBackground(app, options);
+}
+
 void addCommands(CLI::App& app, TerminalOptions& options, Texts& texts)
 {
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);
+    addWholePath(app, options);
     addCommand(app, options, Command::link, "link", "Shows a QR code for your phone and links this Mac to your account",
                [&](CLI::App& link) { addBackground(link, options); });
-    addCommand(app, options, Command::upload, "upload",
-               "Uploads an archive; links this Mac first when it is not linked", [&](CLI::App& upload) {
-                   upload.add_option("ARCHIVE", texts.archive, "What vorn-export wrote")->required();
-                   upload.add_flag("--watch", options.watch, "Then wait for the end of the review, at most 20 minutes");
-                   upload.add_flag("--json", options.json, "Print the result as JSON");
-                   upload.add_flag_callback(
-                       "--no-keychain", [&options] { options.keychain = false; },
-                       "Links anew, for this run only, and leaves the keychain alone");
-                   addBackground(upload, options);
+    addCommand(app, options, Command::status, "status", "Shows who is linked and how the quest stands",
+               [&](CLI::App& status) {
+                   status.add_option("SUBMISSION", texts.submission, "And how this submission stands");
+                   status.add_flag("--json", options.json, "Print the result as JSON");
                });
-    addCommand(
-        app, options, Command::status, "status", "Shows who is linked and how the quest stands", [&](CLI::App& status) {
-            auto* submission = status.add_option("SUBMISSION", texts.submission, "And how this submission stands");
-            status.add_flag("--watch", options.watch, "Wait for the end of its review, at most 20 minutes")
-                ->needs(submission);
-            status.add_flag("--json", options.json, "Print the result as JSON");
-        });
     addCommand(app, options, Command::signOut, "sign-out", "Forgets the session here and tells the service",
                [](CLI::App&) {});
 }
@@ -92,18 +94,15 @@ std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
         !texts.submission.empty() && texts.submission != "." && texts.submission != ".." &&
         std::ranges::none_of(texts.submission, [](char c) { return c == '/' || c == '?' || c == '#'; });
     const bool isAsked = options.submission.has_value();
-    if (isAsked && !isOnePart) return "SUBMISSION must be a submission's identifier, as upload prints it";
-    if (options.command == Command::upload && texts.archive.empty()) return "ARCHIVE must be a file";
-    return "";
+    return isAsked && !isOnePart ? "SUBMISSION must be a submission's identifier, as it is printed after an upload"
+                                 : "";
 }
 
-/// The mistake of a line on which no command was found.
-std::string missingCommand(const CLI::App& app)
+/// The mistake of a line with a word that is no command.
+std::string unknownCommand(const CLI::App& app)
 {
-    constexpr const char* commands = "link, upload, status or sign-out";
     const auto left = app.remaining();
-    if (left.empty()) return std::string("A command is missing: ") + commands;
-    return "There is no command \"" + printable(left.front()) + "\", only " + commands;
+    return "There is no command \"" + printable(left.front()) + "\", only link, status or sign-out";
 }
 
 TerminalOptionsEnd mistake(const std::string& text)
@@ -132,10 +131,10 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     } catch (const CLI::CallForVersion& version) {
         return TerminalOptionsEnd{std::string(version.what()) + "\n", false};
     } catch (const CLI::ParseError& error) {
-        const bool hasCommand = !app.get_subcommands().empty();
-        return mistake(hasCommand ? error.what() : missingCommand(app));
+        const auto left = app.remaining();
+        const bool isWord = app.get_subcommands().empty() && !left.empty() && !left.front().starts_with('-');
+        return mistake(isWord ? unknownCommand(app) : error.what());
     }
-    options.archive = texts.archive;
     if (app.got_subcommand("status") && app.get_subcommand("status")->count("SUBMISSION") > 0) {
         options.submission = texts.submission;
     }

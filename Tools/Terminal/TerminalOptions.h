@@ -2,7 +2,6 @@
 
 #include "Tools/Terminal/ArgumentDefaults.h"
 
-#include <filesystem>
 #include <optional>
 #include <string>
 #include <variant>
@@ -11,13 +10,12 @@ namespace vorn {
 
 /// What the user asked `vorn-terminal` for.
 struct TerminalOptions {
-    enum class Command { link, upload, status, signOut };
+    enum class Command { share, link, status, signOut };
     enum class Background { dark, light };
 
-    Command command = Command::link;
-    std::filesystem::path archive;           ///< to upload
+    Command command = Command::share;
     std::optional<std::string> submission{}; ///< whose status is asked for
-    bool watch = false;                      ///< until the review has ended
+    bool yes = false;                        ///< to every question
     bool json = false;                       ///< results for programs
     bool keychain = true;                    ///< the session is looked for and kept there
     std::optional<Background> background{};  ///< of the terminal, for a QR code without colours

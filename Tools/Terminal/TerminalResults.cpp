@@ -47,16 +47,9 @@ std::string dump(const JSON& document)
 
 } // namespace
 
-std::string textOf(const UploadResult& result)
+std::string textOf(const SubmissionReport& report)
 {
-    return submissionLines(result.submission, result.questReward) +
-           line("Archive size", bytesText(result.archive.sizeBytes)) + line("  SHA-256", result.archive.sha256);
-}
-
-std::string jsonOf(const UploadResult& result)
-{
-    return dump({{"submission", jsonOf(result.submission)},
-                 {"archive", {{"sizeBytes", result.archive.sizeBytes}, {"sha256", result.archive.sha256}}}});
+    return submissionLines(report.submission, report.questReward);
 }
 
 std::string textOf(const StatusReport& report)

@@ -1,27 +1,21 @@
 #pragma once
 
 #include "Platform/Base/Dates.h"
-#include "Tools/Terminal/UploadFlow.h"
-#include "VornMacCore/Sessions/StoredSession.h"
+#include "VornMacCore/Wire/WireRecords.h"
 
 #include <optional>
 #include <string>
 
 namespace vorn {
 
-/// What `upload` tells.
-struct UploadResult {
+/// What the whole path ends with.
+struct SubmissionReport {
     SubmissionStatus submission;
-    ArchiveFacts archive;
     std::string questReward; ///< for a submission that names no amount
 };
 
 /// Lines for a person.
-std::string textOf(const UploadResult& result);
-
-/// One JSON object for programs: "submission" with "id", "status", "rejectionReasonKey" and "rewardUsd" (text; both
-/// null when absent), and "archive" with "sizeBytes" and "sha256".
-std::string jsonOf(const UploadResult& result);
+std::string textOf(const SubmissionReport& report);
 
 /// What `status` tells.
 struct StatusReport {
@@ -35,7 +29,7 @@ std::string textOf(const StatusReport& report);
 
 /// One JSON object for programs: "user" with "id" and "displayName"; "quest" with "id", "title", "status",
 /// "availability", "canUpload", "availableAt", "rejectionReasonKey", "rewardUsd" (a number) and "maxBytes";
-/// "submission" as above. What is absent is null.
+/// "submission" with "id", "status", "rejectionReasonKey" and "rewardUsd" (text). What is absent is null.
 std::string jsonOf(const StatusReport& report);
 
 } // namespace vorn

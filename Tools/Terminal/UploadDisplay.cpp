@@ -1,7 +1,5 @@
 #include "Tools/Terminal/UploadDisplay.h"
 
-#include <utility>
-
 namespace vorn {
 namespace {
 
@@ -13,30 +11,9 @@ std::chrono::steady_clock::time_point timePoint(Clock::Duration now)
 
 } // namespace
 
-UploadDisplay::UploadDisplay(MainContext& context, const Clock& clock, const Terminal& terminal)
-    : context_(context), clock_(clock), terminal_(terminal),
-      line_(terminal.forProgress(), [&clock] { return timePoint(clock.now()); })
+UploadDisplay::UploadDisplay(const Clock& clock, const Terminal& terminal)
+    : clock_(clock), terminal_(terminal), line_(terminal.forProgress(), [&clock] { return timePoint(clock.now()); })
 {
-    inbox_->display = this;
-}
-
-UploadDisplay::~UploadDisplay()
-{
-    const std::lock_guard lock(inbox_->mutex);
-    inbox_->display = nullptr;
-}
-
-void UploadDisplay::report(const UploadProgress& progress)
-{
-    const std::lock_guard lock(inbox_->mutex);
-    if (std::exchange(inbox_->newest, progress)) return; // the work that shows it is on its way
-    context_.post([inbox = inbox_] {
-        std::unique_lock inboxLock(inbox->mutex);
-        const auto newest = std::exchange(inbox->newest, std::nullopt);
-        UploadDisplay* const display = inbox->display; // goes away on this very thread
-        inboxLock.unlock();
-        if (display != nullptr && newest) display->show(*newest);
-    });
 }
 
 void UploadDisplay::show(const UploadProgress& progress)

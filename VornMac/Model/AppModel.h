@@ -59,6 +59,7 @@ public:
     bool canUpload() const;
 
     const UploadPhase& uploadPhase() const noexcept { return uploadPhase_; }
+    const UploadProgress& uploadProgress() const noexcept { return uploadProgress_; } ///< in bytes; `uploadPhase` tells
     const std::optional<SubmissionStatus>& submission() const noexcept { return submission_; }
     std::string reward() const; ///< "$12.50", else "the quest reward"
 
@@ -112,6 +113,8 @@ signals:
     void exportResultChanged();
     void uploadPhaseChanged();
     void submissionChanged();
+    /// The review is no longer watched: it has ended, or takes too long.
+    void reviewWatchEnded();
 
 private:
     using Signal = void (AppModel::*)();
@@ -165,6 +168,7 @@ private:
     Async<SubmissionStatus> send(UploadJob job, std::filesystem::path archive);
     void reportProgress(std::int64_t job, const UploadProgress& progress);
     void finishUpload(const SubmissionStatus& status);
+    Async<> runReviewWatch(VornAPI api, std::string id, std::int64_t generation);
     Async<> watch(VornAPI api, std::string id, std::int64_t generation);
     Async<bool> pollSubmission(VornAPI api, std::string id, std::int64_t generation);
 
@@ -183,6 +187,7 @@ private:
     std::optional<NimbrelState> nimbrel_;
     Export export_;
     UploadPhase uploadPhase_;
+    UploadProgress uploadProgress_;
     std::optional<SubmissionStatus> submission_;
 
     std::int64_t sessionGeneration_ = 0;

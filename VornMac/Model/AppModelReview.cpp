@@ -9,7 +9,13 @@ namespace vorn {
 void AppModel::watchSubmission(const std::string& id)
 {
     submissionTask_ = {};
-    if (session_) begin(submissionTask_, watch(pinned(), id, sessionGeneration_));
+    if (session_) begin(submissionTask_, runReviewWatch(pinned(), id, sessionGeneration_));
+}
+
+Async<> AppModel::runReviewWatch(VornAPI api, std::string id, std::int64_t generation)
+{
+    co_await watch(std::move(api), std::move(id), generation);
+    emit reviewWatchEnded();
 }
 
 Async<> AppModel::watch(VornAPI api, std::string id, std::int64_t generation)

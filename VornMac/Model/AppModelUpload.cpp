@@ -46,6 +46,7 @@ void AppModel::upload()
     if (!canUpload()) return;
     exportTask_ = {};
     go(Step::upload);
+    uploadProgress_ = {};
     assign(uploadPhase_, {phase::Preparing{}}, &AppModel::uploadPhaseChanged);
     begin(exportTask_, runUpload({pinned(), sessionGeneration_, ++exportJobs_, export_}));
 }
@@ -100,6 +101,7 @@ Async<SubmissionStatus> AppModel::send(UploadJob job, std::filesystem::path arch
 void AppModel::reportProgress(std::int64_t job, const UploadProgress& progress)
 {
     if (job != exportJobs_ || !std::holds_alternative<phase::Uploading>(uploadPhase_)) return;
+    uploadProgress_ = progress;
     const double fraction = progress.fraction();
     assign(uploadPhase_, fraction >= 1 ? UploadPhase(phase::Finishing{}) : UploadPhase(phase::Uploading{fraction}),
            &AppModel::uploadPhaseChanged);

@@ -315,6 +315,52 @@ TEST(MainContext, ShutDownCancelsEveryTaskAndWaitsForTheirCleanUp)
     EXPECT_EQ(context.runningTasks(), 0U);
 }
 
+/// Says when a coroutine lets go of what it holds.
+class Farewell {
+public:
+    explicit Farewell(Journal* journal) : journal_(journal) {}
+    ~Farewell() { journal_->emplace_back("farewell"); }
+    Farewell(Farewell&&) = delete;
+
+private:
+    Journal* journal_;
+};
+
+TEST(MainContext, ShutDownWithALimitLeavesCleanUpThatHangs)
+{
+    Journal journal;
+    Gate<> gate, never;
+    const auto cleanUpForEver = [](Gate<>* first, Gate<>* second, Journal* to) -> Async<> {
+        const Farewell farewell(to);
+        try {
+            co_await first->wait();
+        } catch (const Cancelled&) { // NOLINT(bugprone-empty-catch): goes on below
+        }
+        co_await shielded(waitAndTell(second, to));
+    };
+    {
+        MainContext context;
+        Task::detached(context, cleanUpForEver(&gate, &never, &journal));
+        Task::detached(context, waitThenCleanUp(&gate, &context, &journal));
+        context.runUntilIdle();
+        EXPECT_FALSE(context.shutDown(std::chrono::milliseconds(20)));
+        EXPECT_EQ(context.runningTasks(), 1U);
+        EXPECT_THAT(journal, ElementsAre("began", "cleaned up"));
+    }
+    EXPECT_THAT(journal, ElementsAre("began", "cleaned up", "farewell")); // what it held is gone with the context
+}
+
+TEST(MainContext, ShutDownWithALimitDoesNotWaitForIt)
+{
+    Journal journal;
+    Gate<> gate;
+    MainContext context;
+    Task::detached(context, waitThenCleanUp(&gate, &context, &journal));
+    context.runUntilIdle();
+    EXPECT_TRUE(context.shutDown(std::chrono::hours(24)));
+    EXPECT_THAT(journal, ElementsAre("cleaned up"));
+}
+
 TEST(MainContext, ShutDownWithoutTasksEndsAtOnce)
 {
     MainContext context;

@@ -54,5 +54,25 @@ TEST(LocalTime, FollowsTheUsersTimeZone)
     EXPECT_EQ(localTime(spring), (CalendarTime{2026, 3, 1, 14, 45, 0}));
 }
 
+TEST(DayText, IsOfTheUsersLanguageAndZone)
+{
+    const Instant newYear = std::chrono::sys_days(std::chrono::year(2026) / 1 / 1) + std::chrono::minutes(30);
+    struct Case {
+        const char* language;
+        const char* zone;
+        const char* text;
+    };
+    for (const auto& [language, zone, text] :
+         {Case{"en_US.UTF-8", "UTC", "Jan 1, 2026"}, Case{"en_US.UTF-8", "America/New_York", "Dec 31, 2025"},
+          Case{"en_GB.UTF-8", "UTC", "1 Jan 2026"}, Case{"de_DE.UTF-8", "Europe/Berlin", "01.01.2026"},
+          Case{"ja_JP.UTF-8", "Asia/Tokyo", "2026/01/01"}, Case{"C", "UTC", "Jan 1, 2026"},
+          Case{"nonsense", "No/Where", "Jan 1, 2026"}}) {
+        SCOPED_TRACE(std::string(language) + " " + zone);
+        const testing::ScopedEnvironment all("LC_ALL", language);
+        const testing::ScopedEnvironment timeZone("TZ", zone);
+        EXPECT_EQ(dayText(newYear), text);
+    }
+}
+
 } // namespace
 } // namespace vorn

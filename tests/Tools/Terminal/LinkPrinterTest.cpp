@@ -34,33 +34,33 @@ TEST(LinkPrinter, TellsHowLinkingGoesOn)
 {
     SaidLines said;
     LinkPrinter printer(said.terminal, {});
-    printer.show({LinkPhase::Loading{}});
+    printer.show(phase::Loading{}, std::nullopt);
     EXPECT_EQ(said.take(), "Getting a code…\n");
-    printer.show({LinkPhase::Showing{"code-1", {}}});
+    printer.show(phase::Showing{}, "code-1");
     const std::string shown = said.take();
     EXPECT_THAT(shown, HasSubstr("  1. Open Vorn on your iPhone.\n"
                                  "  2. Open the Nimbrel chat quest and tap Link a Mac.\n"
                                  "  3. Point your camera at the code, then confirm on your phone.\n"));
-    printer.show({LinkPhase::Scanned{}});
+    printer.show(phase::Scanned{}, std::nullopt);
     EXPECT_EQ(said.take(), "Scanned. Confirm Link this Mac on your phone.\n");
-    printer.show({LinkPhase::Rejected{}});
+    printer.show(phase::Rejected{}, std::nullopt);
     EXPECT_EQ(said.take(), "Your phone declined the link. Here's a new code.\n");
-    printer.show({LinkPhase::Loading{}});
+    printer.show(phase::Loading{}, std::nullopt);
     said.take();
-    printer.show({LinkPhase::Showing{"code-2", {}}});
+    printer.show(phase::Showing{}, "code-2");
     EXPECT_THAT(said.take(), Not(HasSubstr("Open Vorn on your iPhone"))); // explained once
 }
 
 TEST(LinkPrinter, DrawsTheCodeOfThePayload)
 {
     SaidLines plain;
-    LinkPrinter(plain.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    LinkPrinter(plain.terminal, {}).show(phase::Showing{}, "code-1");
     EXPECT_EQ(ScreenImage(codeIn(plain.take()), ScreenImage::Blocks::light).read(), "code-1");
     SaidLines light;
-    LinkPrinter(light.terminal, Background::light).show({LinkPhase::Showing{"code-1", {}}});
+    LinkPrinter(light.terminal, Background::light).show(phase::Showing{}, "code-1");
     EXPECT_EQ(ScreenImage(codeIn(light.take()), ScreenImage::Blocks::dark).read(), "code-1");
     SaidLines coloured({.isTerminal = true, .colours = true});
-    LinkPrinter(coloured.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    LinkPrinter(coloured.terminal, {}).show(phase::Showing{}, "code-1");
     EXPECT_EQ(ScreenImage(codeIn(coloured.take()), ScreenImage::Blocks::light).read(), "code-1");
 }
 
@@ -69,11 +69,11 @@ TEST(LinkPrinter, SaysOfARepeatedFailureOnce)
     SaidLines said;
     LinkPrinter printer(said.terminal, {});
     for (int attempt = 0; attempt < 3; ++attempt) {
-        printer.show({LinkPhase::Loading{}});
-        printer.show({LinkPhase::Failed{"Vorn can't reach the server right now."}});
+        printer.show(phase::Loading{}, std::nullopt);
+        printer.show(phase::Failed{"Vorn can't reach the server right now."}, std::nullopt);
     }
     EXPECT_EQ(said.take(), "Getting a code…\nVorn can't reach the server right now.\n");
-    printer.show({LinkPhase::Failed{"Other \x1B[31mwords."}});
+    printer.show(phase::Failed{"Other \x1B[31mwords."}, std::nullopt);
     EXPECT_EQ(said.take(), "Other \uFFFD[31mwords.\n");
 }
 
@@ -84,7 +84,7 @@ TEST(LinkPrinter, DrawsTheCodeBelowAllWords)
 {
     for (const bool colours : {true, false}) {
         SaidLines said({.isTerminal = true, .colours = colours});
-        LinkPrinter(said.terminal, {}).show({LinkPhase::Showing{usualPayload, {}}});
+        LinkPrinter(said.terminal, {}).show(phase::Showing{}, usualPayload);
         const std::string text = said.take();
         const std::string words = "Waiting for your phone\n";
         const auto end = text.find(words);
@@ -102,12 +102,12 @@ TEST(LinkPrinter, AsksForAWiderWindowInsteadOfBreakingTheCode)
     SaidLines said({.isTerminal = true, .colours = true});
     said.window.columns = 28;
     LinkPrinter printer(said.terminal, {});
-    printer.show({LinkPhase::Showing{"code-1", {}}});
+    printer.show(phase::Showing{}, "code-1");
     EXPECT_EQ(said.take(),
               "The code needs 29 columns, but this window has 28. Make it wider and run this again, or wait "
               "for the next code.\n");
     said.window.columns = 29;
-    printer.show({LinkPhase::Showing{"code-2", {}}});
+    printer.show(phase::Showing{}, "code-2");
     EXPECT_EQ(ScreenImage(codeIn(said.take()), ScreenImage::Blocks::light).read(), "code-2");
 }
 
@@ -116,10 +116,10 @@ TEST(LinkPrinter, SaysThatTheWindowIsTooLowBeforeTheCode)
     SaidLines said({.isTerminal = true, .colours = true});
     LinkPrinter printer(said.terminal, {});
     said.window.rows = 16; // 15 of the code's, one of the cursor's
-    printer.show({LinkPhase::Showing{"code-1", {}}});
+    printer.show(phase::Showing{}, "code-1");
     EXPECT_THAT(said.take(), Not(HasSubstr("taller")));
     said.window.rows = 15;
-    printer.show({LinkPhase::Showing{"code-2", {}}});
+    printer.show(phase::Showing{}, "code-2");
     const std::string text = said.take();
     EXPECT_THAT(text, HasSubstr("The code needs 16 lines. Make the window taller to see all of it.\n"));
     EXPECT_EQ(ScreenImage(codeIn(text), ScreenImage::Blocks::light).read(), "code-2");
@@ -129,7 +129,7 @@ TEST(LinkPrinter, MindsNoWindowWhereThereIsNone)
 {
     SaidLines said;
     said.window = {.columns = 1, .rows = 1};
-    LinkPrinter(said.terminal, {}).show({LinkPhase::Showing{"code-1", {}}});
+    LinkPrinter(said.terminal, {}).show(phase::Showing{}, "code-1");
     EXPECT_EQ(ScreenImage(codeIn(said.take()), ScreenImage::Blocks::light).read(), "code-1");
 }
 
@@ -138,7 +138,7 @@ TEST(LinkPrinter, RefusesWhatFitsNoCode)
     SaidLines said;
     LinkPrinter printer(said.terminal, {});
     try {
-        printer.show({LinkPhase::Showing{std::string(5000, 'x'), {}}});
+        printer.show(phase::Showing{}, std::string(5000, 'x'));
         FAIL();
     } catch (const CommandFailure& failure) {
         EXPECT_EQ(failure, CommandFailure(TerminalStatus::refused, "The server sent a code that cannot be drawn."));

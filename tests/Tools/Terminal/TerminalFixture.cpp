@@ -5,6 +5,7 @@
 #include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "VornMacCore/Sessions/KeychainTokenStore.h"
 #include "tests/Tools/Terminal/QRReader.h"
+#include "tests/support/MessagesFixture.h"
 
 #include <algorithm>
 #include <chrono>
@@ -119,13 +120,43 @@ std::unique_ptr<Program> TerminalFixture::startInWindow(const std::string& url, 
         std::vector<std::string>{"--quiet", "--return", "--flush", "--command", command, "/dev/null"}, environment);
 }
 
-std::string TerminalFixture::archive(std::size_t size, const std::string& name) const
+std::unique_ptr<Program> TerminalFixture::share(const std::string& url, std::vector<std::string> arguments) const
 {
-    std::string bytes(size, '\0');
-    unsigned value = 1;
-    for (char& byte : bytes) byte = static_cast<char>((value = value * 1103515245U + 12345U) >> 16U);
-    writeFile(folder / name, bytes);
-    return folder / name;
+    arguments.insert(arguments.end(), {"-VornMessagesDatabaseOverride", database().string()});
+    return start(url, std::move(arguments));
+}
+
+std::filesystem::path TerminalFixture::database() const
+{
+    const auto path = folder / "chat.db";
+    if (std::filesystem::exists(path)) return path;
+    MessagesFixture messages(path);
+    messages.assistantChat();
+    for (int pair = 0; pair < 4; ++pair) {
+        messages.message({.text = "Find me a dinner spot", .isFromMe = std::int64_t{1}});
+        messages.message({.text = "message-canary"});
+    }
+    messages.checkpoint();
+    return path;
+}
+
+std::vector<std::string> TerminalFixture::leftovers() const
+{
+    std::vector<std::string> found;
+    for (const std::string& name : folder.names())
+        if (name.starts_with("vorn-messages-") || name.starts_with("vorn-nimbrel-")) found.push_back(name);
+    return found;
+}
+
+nlohmann::json lastState(const Program& program, const std::string& name)
+{
+    nlohmann::json last;
+    std::istringstream lines(program.output());
+    for (std::string line; std::getline(lines, line);) {
+        const auto state = nlohmann::json::parse(line);
+        if (state.contains(name)) last = state.at(name);
+    }
+    return last;
 }
 
 std::string TerminalFixture::codeOn(const Program& program, const std::string& seen)

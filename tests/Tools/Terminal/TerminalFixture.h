@@ -13,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include <nlohmann/json.hpp>
+
 namespace vorn::testing {
 
 /// Lets other programs go on until `condition` holds; throws `std::runtime_error` when it does not after 30 seconds.
@@ -47,6 +49,9 @@ private:
     std::shared_ptr<HTTPSession> http_;
 };
 
+/// The last value of the property `name` that a program told with --json.
+nlohmann::json lastState(const Program& program, const std::string& name);
+
 /// Starts `vorn-terminal` in surroundings without a keychain.
 class TerminalFixture {
 public:
@@ -57,8 +62,13 @@ public:
     /// the line ends of a terminal; no argument may need quotes.
     std::unique_ptr<Program> startInWindow(const std::string& url, const std::string& arguments) const;
 
-    /// A file with `size` bytes of nothing in particular.
-    std::string archive(std::size_t size, const std::string& name = "chat.zip") const;
+    /// The whole path, with `database()` for Messages.
+    std::unique_ptr<Program> share(const std::string& url, std::vector<std::string> arguments) const;
+
+    /// A conversation with the assistant of a few messages, made at the first call.
+    std::filesystem::path database() const;
+    /// The snapshots and archives in the temporary directory of the programs.
+    std::vector<std::string> leftovers() const;
 
     /// The newest code that the program has shown, as a phone reads it; waits for one other than `seen`.
     static std::string codeOn(const Program& program, const std::string& seen = "");
@@ -72,6 +82,8 @@ private:
     ScopedEnvironment noForeignRaces_{"TSAN_OPTIONS", "ignore_noninstrumented_modules=1"};
     ScopedEnvironment noBus_{"DBUS_SESSION_BUS_ADDRESS", ""};
     ScopedEnvironment noRuntime_{"XDG_RUNTIME_DIR", folder.path().string()};
+    ScopedEnvironment configuration_{"XDG_CONFIG_HOME", (folder / "config").string()};
+    ScopedEnvironment temporary_{"TMPDIR", folder.path().string()};
 };
 
 /// The same with a keychain, in which a session of the service may be.

@@ -30,42 +30,35 @@ TEST(TerminalOptions, ReadsTheCommands)
     EXPECT_EQ(options({"status"}).command, Command::status);
     EXPECT_EQ(options({"status"}).submission, std::nullopt);
     EXPECT_EQ(options({"status", "sub_1"}).submission, "sub_1");
-    const TerminalOptions upload = options({"upload", "chat.zip"});
-    EXPECT_EQ(upload.command, Command::upload);
-    EXPECT_EQ(upload.archive, "chat.zip");
-    EXPECT_FALSE(upload.json);
-    EXPECT_FALSE(upload.watch);
-    EXPECT_EQ(upload.background, std::nullopt);
+    const TerminalOptions share = options({});
+    EXPECT_EQ(share.command, Command::share);
+    EXPECT_FALSE(share.json);
+    EXPECT_FALSE(share.yes);
+    EXPECT_TRUE(share.keychain);
+    EXPECT_EQ(share.background, std::nullopt);
 }
 
 TEST(TerminalOptions, ReadsTheOptions)
 {
-    EXPECT_TRUE(options({"upload", "--json", "chat.zip"}).json);
-    EXPECT_TRUE(options({"upload", "chat.zip", "--watch"}).watch);
-    EXPECT_TRUE(options({"status", "sub_1", "--watch"}).watch);
-    EXPECT_TRUE(options({"upload", "chat.zip"}).keychain);
-    EXPECT_FALSE(options({"upload", "chat.zip", "--no-keychain"}).keychain);
+    EXPECT_TRUE(options({"--json"}).json);
+    EXPECT_TRUE(options({"--yes"}).yes);
+    EXPECT_FALSE(options({"--no-keychain"}).keychain);
+    EXPECT_EQ(options({"--background", "light"}).background, Background::light);
     EXPECT_TRUE(options({"status", "--json"}).json);
     EXPECT_EQ(options({"link", "--background", "dark"}).background, Background::dark);
-    EXPECT_EQ(options({"upload", "chat.zip", "--background", "light"}).background, Background::light);
 }
 
 TEST(TerminalOptions, ReadsOverridesOfDefaultsAnywhere)
 {
     for (const auto& line : std::vector<std::vector<const char*>>{
-             {"-VornAPIBaseURLOverride", "http://127.0.0.1:1", "upload", "chat.zip"},
-             {"upload", "-VornAPIBaseURLOverride", "http://127.0.0.1:1", "chat.zip"},
-             {"upload", "chat.zip", "-VornAPIBaseURLOverride", "http://127.0.0.1:1"},
+             {"-VornAPIBaseURLOverride", "http://127.0.0.1:1", "status", "sub_1"},
+             {"status", "-VornAPIBaseURLOverride", "http://127.0.0.1:1", "sub_1"},
+             {"status", "sub_1", "-VornAPIBaseURLOverride", "http://127.0.0.1:1"},
          }) {
         SCOPED_TRACE(::testing::PrintToString(line));
-        EXPECT_EQ(options(line).archive, "chat.zip");
+        EXPECT_EQ(options(line).submission, "sub_1");
         EXPECT_EQ(options(line).defaults.text("VornAPIBaseURLOverride"), "http://127.0.0.1:1");
     }
-}
-
-TEST(TerminalOptions, TakesAnArchiveThatLooksLikeAnOption)
-{
-    EXPECT_EQ(options({"upload", "--", "-Chat"}).archive, "-Chat");
 }
 
 TEST(TerminalOptions, RefusesWhatMakesNoSense)
@@ -75,24 +68,20 @@ TEST(TerminalOptions, RefusesWhatMakesNoSense)
         const char* text;
     };
     const std::vector<Case> cases = {
-        {{}, "A command is missing: link, upload, status or sign-out\n"},
-        {{"fly"}, "There is no command \"fly\", only link, upload, status or sign-out\n"},
+        {{"fly"}, "There is no command \"fly\", only link, status or sign-out\n"},
         {{"fly\x1B[2J", "--json"}, "There is no command \"fly\uFFFD[2J\", only "},
-        {{"--fly"}, "There is no command \"--fly\", only "},
-        {{"upload"}, "ARCHIVE is required"},
-        {{"upload", ""}, "ARCHIVE must be a file"},
-        {{"upload", "a.zip", "b.zip"}, "The following argument was not expected: b.zip"},
+        {{"--fly"}, "The following argument was not expected: --fly"},
+        {{"upload", "chat.zip"}, "There is no command \"upload\", only "},
         {{"link", "--json"}, "The following argument was not expected: --json"},
         {{"link", "--background", "blue"}, "--background: must be dark or light, not \"blue\"\n"},
         {{"link", "--background", ""}, "--background: must be dark or light, not \"\"\n"},
         {{"link", "--background"}, "--background"},
         {{"link", "--no-keychain"}, "The following argument was not expected: --no-keychain"},
         {{"link", "status"}, ""},
-        {{"status", "--watch"}, "--watch requires SUBMISSION"},
-        {{"status", "a/b"}, "SUBMISSION must be a submission's identifier, as upload prints it"},
-        {{"status", ".."}, "SUBMISSION must be a submission's identifier, as upload prints it"},
-        {{"status", ""}, "SUBMISSION must be a submission's identifier, as upload prints it"},
-        {{"status", "a?b"}, "SUBMISSION must be a submission's identifier, as upload prints it"},
+        {{"status", "a/b"}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
+        {{"status", ".."}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
+        {{"status", ""}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
+        {{"status", "a?b"}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(::testing::PrintToString(each.arguments));
@@ -109,11 +98,11 @@ TEST(TerminalOptions, EndsWithTheHelpAndTheVersion)
 {
     const auto help = std::get<TerminalOptionsEnd>(parse({"--help"}));
     EXPECT_FALSE(help.isMistake);
-    for (const char* text : {"link ", "upload ", "status ", "sign-out ", "-VornAPIBaseURLOverride URL",
-                             "Exit status: 0 done", "128+N ended by signal N"}) {
+    for (const char* text : {"link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL",
+                             "-VornMessagesDatabaseOverride PATH", "Exit status: 0 done", "128+N ended by signal N"}) {
         EXPECT_THAT(help.text, HasSubstr(text));
     }
-    EXPECT_THAT(std::get<TerminalOptionsEnd>(parse({"upload", "--help"})).text, HasSubstr("ARCHIVE"));
+    EXPECT_THAT(std::get<TerminalOptionsEnd>(parse({"status", "--help"})).text, HasSubstr("SUBMISSION"));
     const auto version = std::get<TerminalOptionsEnd>(parse({"--version"}));
     EXPECT_FALSE(version.isMistake);
     EXPECT_THAT(version.text, StartsWith("vorn-terminal "));

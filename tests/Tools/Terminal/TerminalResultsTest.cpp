@@ -1,6 +1,5 @@
 #include "Tools/Terminal/TerminalResults.h"
 #include "Tools/Terminal/QuestWords.h"
-#include "Tools/Terminal/UploadFlow.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -49,7 +48,7 @@ TEST(QuestWords, SayWhetherTheUserMayUpload)
                   "Last time: This upload didn't look like your Nimbrel chat.",
                   "lastRejected"},
              Case{{QuestAvailability::Cooldown{march + std::chrono::hours(4)}},
-                  "Paid. You can upload again on 2026-03-02.",
+                  "Paid. You can upload again on Mar 2, 2026.",
                   "cooldown"},
          }) {
         EXPECT_EQ(availabilityText(each.availability), each.text);
@@ -87,61 +86,12 @@ TEST(QuestWords, NameTheReward)
     EXPECT_EQ(rewardText(quest), "$12.50");
 }
 
-TEST(UploadFlow, IsRefusedByTheQuestAndByItsLimit)
+TEST(TerminalResults, TellAboutASubmission)
 {
-    using S = TerminalStatus;
-    EXPECT_EQ(refusalOf(questWith("available"), 1000, march), std::nullopt);
-    EXPECT_EQ(refusalOf(questWith("rejected"), 1000, march), std::nullopt);
-    EXPECT_EQ(refusalOf(questWith("available"), 1001, march),
-              CommandFailure(S::tooLarge, "Your chat is larger than the upload limit."));
-    EXPECT_EQ(refusalOf(questWith("submitted"), 10, march),
-              CommandFailure(S::notNow, "Your last upload is being checked."));
-    NimbrelState paid = questWith("approved");
-    paid.quest.availableAt = "2026-03-08T12:00:00Z";
-    const testing::ScopedEnvironment zone("TZ", "UTC");
-    EXPECT_EQ(refusalOf(paid, 10, march), CommandFailure(S::notNow, "Paid. You can upload again on 2026-03-08."));
-}
-
-TEST(UploadFlow, MeasuresTheArchive)
-{
-    const testing::TemporaryFolder folder;
-    testing::writeFile(folder / "chat.zip", "abc");
-    const ArchiveFacts expected{3, "ba7816bf8f01cfea414140de5dae2223b00361a396177a9cb410ff61f20015ad"};
-    EXPECT_EQ(factsOf(folder / "chat.zip", {}), expected);
-    EXPECT_THROW(factsOf(folder / "missing.zip", {}), std::filesystem::filesystem_error);
-}
-
-TEST(UploadFlow, SaysWhatIsNoArchive)
-{
-    const testing::TemporaryFolder folder;
-    ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
-    const auto refusal = [&](const std::filesystem::path& path, const char* why) {
-        return CommandFailure(TerminalStatus::archiveUnreadable, "Vorn couldn't read " + path.string() + why);
-    };
-    const auto thrown = [](const std::filesystem::path& path) -> std::optional<CommandFailure> {
-        try {
-            factsOf(path, {});
-            return std::nullopt;
-        } catch (const CommandFailure& failure) {
-            return failure;
-        }
-    };
-    EXPECT_EQ(thrown(folder.path()), refusal(folder.path(), ": it is a folder, not an archive."));
-    EXPECT_EQ(thrown(folder / "pipe"), refusal(folder / "pipe", ": it is not a file on a disk."));
-    EXPECT_EQ(thrown("/dev/null"), refusal("/dev/null", ": it is not a file on a disk."));
-}
-
-TEST(TerminalResults, TellAboutAnUpload)
-{
-    const UploadResult result{submissionWith("analyzing"), {546'215, "0ab1"}, "$12.50"};
-    EXPECT_EQ(textOf(result), "Submission      sub-1\n"
-                              "  status        analyzing\n"
-                              "  review        Upload received. Checking your chat.\n"
-                              "Archive size    546.2 kB\n"
-                              "  SHA-256       0ab1\n");
-    EXPECT_EQ(json::parse(jsonOf(result)), json::parse(R"({
-        "submission": {"id": "sub-1", "status": "analyzing", "rejectionReasonKey": null, "rewardUsd": null},
-        "archive": {"sizeBytes": 546215, "sha256": "0ab1"}})"));
+    EXPECT_EQ(textOf(SubmissionReport{submissionWith("analyzing"), "$12.50"}),
+              "Submission      sub-1\n"
+              "  status        analyzing\n"
+              "  review        Upload received. Checking your chat.\n");
 }
 
 TEST(TerminalResults, TellAboutTheQuest)

@@ -4,8 +4,6 @@
 #include "tests/Tools/Terminal/SaidLines.h"
 #include "tests/support/async/ManualClock.h"
 
-#include <thread>
-
 #include <gtest/gtest.h>
 
 namespace vorn {
@@ -135,13 +133,11 @@ TEST(UploadDisplay, FollowsTheWindowsSize)
 {
     testing::SaidLines said({.isTerminal = true});
     testing::ManualClock clock;
-    MainContext context;
-    UploadDisplay display(context, clock, said.terminal);
+    UploadDisplay display(clock, said.terminal);
     for (const int columns : {80, 30}) {
         said.window.columns = columns;
-        clock.advance(2s, context);
-        display.report({5 * megabyte, 10 * megabyte});
-        context.runUntilIdle();
+        clock.advance(2s);
+        display.show({5 * megabyte, 10 * megabyte});
     }
     EXPECT_EQ(said.take(), "\r\x1B[K[██████████░░░░░░░░░░] 50 %  5.0 of 10.0 MB\r\x1B[K50 %  5.0 of 10.0 MB");
 }
@@ -150,39 +146,14 @@ TEST(UploadDisplay, SaysEachTenthOnceWhereNoLineCanChange)
 {
     testing::SaidLines said;
     const testing::ManualClock clock;
-    MainContext context;
-    UploadDisplay display(context, clock, said.terminal);
+    UploadDisplay display(clock, said.terminal);
     for (int percent = 0; percent <= 100; ++percent) {
-        display.report({percent, 100});
-        context.runUntilIdle();
+        display.show({percent, 100});
     }
     const std::string text = said.take();
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 10);
     EXPECT_TRUE(text.starts_with("10 %  ")) << text;
     EXPECT_NE(text.find("\n100 %  "), std::string::npos) << text;
-}
-
-TEST(UploadDisplay, ShowsOnlyTheNewestOfWhatOtherThreadsReport)
-{
-    testing::SaidLines said;
-    const testing::ManualClock clock;
-    MainContext context;
-    UploadDisplay display(context, clock, said.terminal);
-    std::thread([&display] {
-        for (int percent = 0; percent <= 55; ++percent) display.report({percent * megabyte, 100 * megabyte});
-    }).join();
-    context.runUntilIdle();
-    EXPECT_EQ(said.take(), "55 %  55.0 of 100.0 MB\n");
-}
-
-TEST(UploadDisplay, DropsWhatComesAfterItsEnd)
-{
-    testing::SaidLines said;
-    const testing::ManualClock clock;
-    MainContext context;
-    UploadDisplay(context, clock, said.terminal).report({50, 100});
-    context.runUntilIdle();
-    EXPECT_EQ(said.take(), "");
 }
 
 } // namespace

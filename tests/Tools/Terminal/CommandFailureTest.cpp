@@ -1,11 +1,10 @@
-#include "Tools/Terminal/Describe.h"
+#include "Tools/Terminal/CommandFailure.h"
+
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/HTTP/URLError.h"
-#include "Tools/Terminal/CommandFailure.h"
 #include "VornMacCore/Client/APIError.h"
 #include "VornMacCore/Upload/UploadError.h"
 
-#include <filesystem>
 #include <memory>
 #include <stdexcept>
 
@@ -65,11 +64,6 @@ const std::vector<Case>& cases()
     return all;
 }
 
-TEST(Describe, HasALineForEveryError)
-{
-    for (const Case& each : cases()) EXPECT_EQ(describe(*each.error), each.text) << each.name;
-}
-
 TEST(CommandFailure, TellsTheCasesApart)
 {
     for (const Case& each : cases()) {
@@ -90,16 +84,15 @@ TEST(CommandFailure, PromisesNoRetryOnceTheProgramEnds)
 
 TEST(CommandFailure, PassesAFailureThrough)
 {
-    const CommandFailure failure(TerminalStatus::tooLarge, "Too large.");
+    const CommandFailure failure(TerminalStatus::declined, "Nothing was uploaded.");
     EXPECT_EQ(failureOf(failure), failure);
 }
 
-TEST(CommandFailure, NamesTheFileThatCannotBeRead)
+TEST(LastWords, PromiseNoRetryAndNothingToATerminal)
 {
-    const std::filesystem::filesystem_error error("in our words", "/tmp/a\x1B.zip",
-                                                  std::make_error_code(std::errc::permission_denied));
-    EXPECT_EQ(failureOf(error), CommandFailure(TerminalStatus::archiveUnreadable,
-                                               "Vorn couldn't read /tmp/a\uFFFD.zip: Permission denied."));
+    EXPECT_EQ(lastWords("You're offline. Vorn will retry."), "You're offline. Run it again.");
+    EXPECT_EQ(lastWords("Something went wrong."), "Something went wrong.");
+    EXPECT_EQ(lastWords("\x1B[2J"), "\uFFFD[2J");
 }
 
 TEST(CommandFailure, KeepsTheServicesWordsHarmless)

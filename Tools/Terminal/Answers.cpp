@@ -1,0 +1,53 @@
+#include "Tools/Terminal/Answers.h"
+
+#include <algorithm>
+#include <cerrno>
+
+#include <poll.h>
+#include <unistd.h>
+
+namespace vorn {
+namespace {
+
+/// Waits until there is something to read, looking at `cancel` often: nothing else ends a wait for a person.
+void waitForInput(int input, const CancelFlag& cancel)
+{
+    pollfd readable{input, POLLIN, 0};
+    constexpr int milliseconds = 50;
+    while (poll(&readable, 1, milliseconds) <= 0) cancel.check();
+}
+
+/// The next line, without its end; nothing at the end of the input. A byte at a time: what follows is for the next
+/// question, or for another program.
+std::optional<std::string> readLine(int input, const CancelFlag& cancel)
+{
+    std::string line;
+    while (true) {
+        waitForInput(input, cancel);
+        char letter = 0;
+        const ssize_t count = read(input, &letter, 1);
+        if (count < 0 && errno == EINTR) continue;
+        if (count <= 0) return line.empty() ? std::nullopt : std::optional(line);
+        if (letter == '\n') return line;
+        line += letter;
+    }
+}
+
+bool isYes(std::string answer)
+{
+    std::erase_if(answer, [](char c) { return c == ' ' || c == '\t' || c == '\r'; });
+    std::ranges::transform(answer, answer.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
+    return answer == "y" || answer == "yes";
+}
+
+} // namespace
+
+Async<bool> Answers::confirms(std::string question)
+{
+    terminal_->say(question + " [y/N]");
+    const auto read = [input = input_](const CancelFlag& cancel) { return readLine(input, cancel); };
+    const std::optional<std::string> answer = co_await onBackground(background_, read);
+    co_return answer&& isYes(*answer);
+}
+
+} // namespace vorn

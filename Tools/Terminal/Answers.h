@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Platform/Async/BackgroundExecutor.h"
+#include "Tools/Terminal/Terminal.h"
+
+#include <optional>
+#include <string>
+
+namespace vorn {
+
+/// Reads what the user types, line by line. Threads: the context's own.
+class Answers {
+public:
+    /// Reads from the descriptor `input`, which stays the caller's. Both others must outlive it.
+    Answers(int input, BackgroundExecutor& background, const Terminal& terminal)
+        : input_(input), background_(&background), terminal_(&terminal)
+    {
+    }
+
+    /// Asks `question`, a sentence, and gives whether the answer was yes ("y" or "yes", in any case). The end of the
+    /// input is a no.
+    Async<bool> confirms(std::string question);
+
+private:
+    int input_;
+    BackgroundExecutor* background_;
+    const Terminal* terminal_;
+};
+
+} // namespace vorn

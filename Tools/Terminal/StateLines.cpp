@@ -1,0 +1,151 @@
+#include "Tools/Terminal/StateLines.h"
+
+#include "Platform/Base/Dates.h"
+#include "Tools/Terminal/QuestWords.h"
+
+#include <optional>
+
+#include <nlohmann/json.hpp>
+
+namespace vorn {
+namespace {
+
+using JSON = nlohmann::ordered_json;
+
+template <class... Cases>
+struct Match : Cases... {
+    using Cases::operator()...;
+};
+
+template <class T>
+JSON orNull(const std::optional<T>& value)
+{
+    return value ? JSON(*value) : JSON(nullptr);
+}
+
+JSON jsonOf(const std::optional<Instant>& instant)
+{
+    return instant ? JSON(internetDateTime(*instant)) : JSON(nullptr);
+}
+
+const char* nameOf(Step step)
+{
+    switch (step) {
+    case Step::link: return "link";
+    case Step::consent: return "consent";
+    case Step::access: return "access";
+    case Step::find: return "find";
+    case Step::upload: return "upload";
+    case Step::done: return "done";
+    }
+    return "";
+}
+
+const char* nameOf(FullDiskAccessStatus status)
+{
+    switch (status) {
+    case FullDiskAccessStatus::granted: return "granted";
+    case FullDiskAccessStatus::denied: return "denied";
+    case FullDiskAccessStatus::noDatabase: return "noDatabase";
+    }
+    return "";
+}
+
+JSON named(const char* phase)
+{
+    return {{"phase", phase}};
+}
+
+template <class... Cases>
+JSON jsonOf(const std::variant<Cases...>& phase)
+{
+    const Match names{
+        [](const phase::Failed& failed) -> JSON { return {{"phase", "failed"}, {"text", failed.text}}; },
+        [](const phase::Uploading& uploading) -> JSON {
+            return {{"phase", "uploading"}, {"fraction", uploading.fraction}};
+        },
+        [](phase::Idle) { return named("idle"); },
+        [](phase::Loading) { return named("loading"); },
+        [](phase::Showing) { return named("showing"); },
+        [](phase::Scanned) { return named("scanned"); },
+        [](phase::Rejected) { return named("rejected"); },
+        [](phase::Unavailable) { return named("unavailable"); },
+        [](phase::NotConfigured) { return named("notConfigured"); },
+        [](phase::NotFound) { return named("notFound"); },
+        [](phase::Found) { return named("found"); },
+        [](phase::Preparing) { return named("preparing"); },
+        [](phase::Finishing) { return named("finishing"); },
+    };
+    return std::visit(names, phase);
+}
+
+JSON jsonOf(const std::optional<StoredSession>& session)
+{
+    if (!session) return nullptr;
+    return {{"userId", session->userId}, {"displayName", session->displayName}};
+}
+
+JSON jsonOf(const std::optional<SubmissionStatus>& submission)
+{
+    if (!submission) return nullptr;
+    return {{"id", submission->id},
+            {"status", submission->status},
+            {"rejectionReasonKey", orNull(submission->rejectionReasonKey)},
+            {"rewardUsd", orNull(submission->rewardUsd)}};
+}
+
+JSON questOf(const AppModel& model)
+{
+    const auto& nimbrel = model.nimbrel();
+    const auto availability = model.availability();
+    if (!nimbrel || !availability) return nullptr;
+    return {{"status", nimbrel->quest.status},
+            {"availability", availabilityName(*availability)},
+            {"rewardUsd", orNull(nimbrel->quest.rewardUsd)},
+            {"maxBytes", nimbrel->maxBytes}};
+}
+
+JSON jsonOf(const AppModel::Export& found)
+{
+    if (!found) return nullptr;
+    const NimbrelExportStats stats = found->stats();
+    return {{"chats", stats.chatCount},    {"messages", stats.messageCount},   {"yourMessages", stats.promptCount},
+            {"replies", stats.replyCount}, {"firstAt", jsonOf(stats.firstAt)}, {"lastAt", jsonOf(stats.lastAt)}};
+}
+
+} // namespace
+
+StateLines::StateLines(const AppModel& model, std::FILE* file) : model_(model), file_(file)
+{
+    using M = AppModel;
+    follow(&M::stepChanged, [](const M& m) -> JSON { return {{"step", nameOf(m.step())}}; });
+    follow(&M::sessionChanged, [](const M& m) -> JSON { return {{"session", jsonOf(m.session())}}; });
+    follow(&M::linkPhaseChanged, [](const M& m) -> JSON { return {{"linkPhase", jsonOf(m.linkPhase())}}; });
+    follow(&M::qrPayloadChanged, [](const M& m) -> JSON { return {{"qrPayload", orNull(m.qrPayload())}}; });
+    follow(&M::linkExpiresAtChanged, [](const M& m) -> JSON { return {{"linkExpiresAt", jsonOf(m.linkExpiresAt())}}; });
+    follow(&M::understandsUploadChanged,
+           [](const M& m) -> JSON { return {{"understandsUpload", m.understandsUpload()}}; });
+    follow(&M::agreesToShareChanged, [](const M& m) -> JSON { return {{"agreesToShare", m.agreesToShare()}}; });
+    follow(&M::accessChanged, [](const M& m) -> JSON { return {{"access", nameOf(m.access())}}; });
+    follow(&M::scanPhaseChanged, [](const M& m) -> JSON { return {{"scanPhase", jsonOf(m.scanPhase())}}; });
+    follow(&M::nimbrelChanged, [](const M& m) -> JSON { return {{"nimbrel", questOf(m)}}; });
+    follow(&M::exportResultChanged, [](const M& m) -> JSON { return {{"export", jsonOf(m.exportResult())}}; });
+    follow(&M::uploadPhaseChanged, [](const M& m) -> JSON { return {{"uploadPhase", jsonOf(m.uploadPhase())}}; });
+    follow(&M::submissionChanged, [](const M& m) -> JSON { return {{"submission", jsonOf(m.submission())}}; });
+    print(JSON{{"step", nameOf(model.step())}}.dump());
+}
+
+template <class Write>
+void StateLines::follow(void (AppModel::*signal)(), Write write)
+{
+    // In ASCII, which holds nothing that a terminal could take for a command.
+    connect(&model_, signal, this,
+            [this, write] { print(write(model_).dump(-1, ' ', true, JSON::error_handler_t::replace)); });
+}
+
+void StateLines::print(const std::string& line)
+{
+    written_ = std::fputs((line + "\n").c_str(), file_) != EOF && std::fflush(file_) == 0 && written_;
+}
+
+} // namespace vorn
