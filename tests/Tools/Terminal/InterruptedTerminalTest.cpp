@@ -80,6 +80,23 @@ TEST(InterruptedTerminal, LeavesNothingThatTheNextStartDoesNotSweep)
     }
 }
 
+TEST(InterruptedTerminal, LeavesNothingWhereverItIsKilled)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox({"--cooldown", "0"});
+    for (const char* words : {"I agree", "Reading", "Found", "Packing", "Uploading", "Upload received"}) {
+        SCOPED_TRACE(words);
+        fix.link(sandbox);
+        const auto killed = fix.share(sandbox.url(), {"--yes"});
+        testing::waitUntil([&] { return killed->errors().find(words) != std::string::npos; }, words);
+        killed->signal(SIGKILL);
+        EXPECT_EQ(killed->exitCode(), -1);
+        fix.start(sandbox.url(), {"sign-out"})->exitCode();
+        EXPECT_THAT(fix.leftovers(), IsEmpty());
+        std::filesystem::remove_all(fix.folder / "config"); // so that it asks again
+    }
+}
+
 TEST(InterruptedTerminal, StopsWhileItAsksInAWindowThatIsClosed)
 {
     const LinkedFixture fix;
