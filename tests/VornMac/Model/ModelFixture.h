@@ -105,6 +105,7 @@ public:
     void quit();
 
     AppModel& model() { return *model_; }
+    const AppModel& model() const { return *model_; }
     Notifications& changes() { return *changes_; }
 
     /// Runs the main thread alone until it has nothing to do.

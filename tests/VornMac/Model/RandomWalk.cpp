@@ -20,7 +20,7 @@ void RandomWalk::require(bool holds, const std::string& promise)
 
 std::string RandomWalk::user() const
 {
-    const auto& session = const_cast<ModelFixture&>(fix_).model().session();
+    const auto& session = fix_.model().session();
     return session ? session->userId : "";
 }
 
@@ -83,8 +83,8 @@ void RandomWalk::checkJobs()
 {
     const Step step = fix_.model().step();
     std::size_t reviews = 0;
-    std::size_t uploads = service_.waiting(Fixture::creates) + service_.waiting(Fixture::puts) +
-                          service_.waiting("/part-urls") + service_.waiting("/complete");
+    const std::size_t uploads = service_.waiting(Fixture::creates) + service_.waiting(Fixture::puts) +
+                                service_.waiting("/part-urls") + service_.waiting("/complete");
     for (const auto& summary : fix_.http->waiting())
         reviews += summary.starts_with("GET /api/v1/desktop/nimbrel/submissions/") ? 1 : 0;
     const std::size_t links = service_.waiting(Fixture::links) + service_.waiting(Fixture::polls);
@@ -131,11 +131,12 @@ void RandomWalk::checkOwnership()
     };
     if (model.nimbrel()) {
         isOwn("nimbrel");
-        require(model.nimbrel()->quest.id == fmt::format("quest-{}", name), "the quest is the user's");
+        require(model.nimbrel().value().quest.id == fmt::format("quest-{}", name), "the quest is the user's");
     }
     if (model.submission()) {
         isOwn("submission");
-        require(model.submission()->id.starts_with(fmt::format("sub-{}-", name)), "the submission is the user's");
+        require(model.submission().value().id.starts_with(fmt::format("sub-{}-", name)),
+                "the submission is the user's");
     }
     if (model.exportResult()) isOwn("exportResult");
     if (!std::holds_alternative<phase::Idle>(model.uploadPhase())) isOwn("uploadPhase");
@@ -144,12 +145,13 @@ void RandomWalk::checkOwnership()
 
 bool RandomWalk::mayUpload() const
 {
-    const AppModel& model = const_cast<ModelFixture&>(fix_).model();
+    const AppModel& model = fix_.model();
     if (!std::holds_alternative<phase::Found>(model.scanPhase()) || !model.nimbrel()) return false;
-    const QuestWire& quest = model.nimbrel()->quest;
+    const QuestWire& quest = model.nimbrel().value().quest;
     if (quest.status == "submitted") return false;
-    if (quest.status != "approved" || !quest.availableAt) return true;
-    return WireDate::parse(*quest.availableAt).value() <= fix_.clock.date();
+    if (quest.status != "approved") return true;
+    const auto until = WireDate::parse(quest.availableAt);
+    return !until || *until <= fix_.clock.date();
 }
 
 void RandomWalk::checkUpload()

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -66,7 +67,7 @@ private:
     Dice dice_;
     ModelFixture fix_;
     WalkingService service_{fix_, dice_};
-    std::optional<ModelWatch> watch_;
+    std::unique_ptr<ModelWatch> watch_;
     std::vector<Action> actions_;
     std::vector<std::string> journal_;
     std::vector<std::string> broken_;

@@ -83,7 +83,7 @@ void RandomWalk::launch()
         fix_.launch();
     else
         fix_.launchSignedIn(dice_.chance(75));
-    watch_.emplace(fix_.model());
+    watch_ = std::make_unique<ModelWatch>(fix_.model());
     observe(true);
 }
 
@@ -126,8 +126,9 @@ void RandomWalk::passTime(Clock::Duration duration)
     const auto end = fix_.clock.now() + duration;
     fix_.run();
     observe(true);
-    for (auto next = fix_.clock.nextDeadline(); next && *next <= end; next = fix_.clock.nextDeadline()) {
-        fix_.advance(*next - fix_.clock.now());
+    const auto next = [this] { return fix_.clock.nextDeadline().value_or(Clock::Duration::max()); };
+    while (next() <= end) {
+        fix_.advance(next() - fix_.clock.now());
         observeRequests();
     }
     fix_.advance(end - fix_.clock.now());
