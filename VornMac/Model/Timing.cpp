@@ -7,7 +7,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Clock::Duration shortestPollInterval = 1s;
+constexpr std::chrono::milliseconds shortestPollInterval = 1s;
+constexpr std::chrono::milliseconds longestPollInterval = 24h;
 constexpr auto lifetimeOfUndatedLink = 120s;
 constexpr auto linkGrace = 5s;
 constexpr auto longestWatch = 1200s;
@@ -16,9 +17,8 @@ constexpr auto longestWatch = 1200s;
 
 Clock::Duration pollInterval(const DeviceLink& link)
 {
-    constexpr std::int64_t longest = 24LL * 3600 * 1000; // a larger number must not overflow
-    return std::max<Clock::Duration>(std::chrono::milliseconds(std::min(link.pollIntervalMs, longest)),
-                                     shortestPollInterval);
+    // In milliseconds, as the service says it: in the clock's own unit any number of it could overflow.
+    return std::clamp(std::chrono::milliseconds(link.pollIntervalMs), shortestPollInterval, longestPollInterval);
 }
 
 Instant pollDeadline(const DeviceLink& link, Instant arrival)

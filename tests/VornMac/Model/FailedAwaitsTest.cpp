@@ -26,7 +26,7 @@ struct Case {
     Failure failure;
 };
 
-void PrintTo(const Case& value, std::ostream* out)
+void PrintTo(const Case& value, std::ostream* out) // NOLINT(readability-identifier-naming): GoogleTest's
 {
     *out << value.point.name;
 }
@@ -256,7 +256,7 @@ struct BackgroundCase {
     std::size_t aborts = 0;
 };
 
-void PrintTo(const BackgroundCase& value, std::ostream* out)
+void PrintTo(const BackgroundCase& value, std::ostream* out) // NOLINT(readability-identifier-naming): GoogleTest's
 {
     *out << value.point;
 }

@@ -35,7 +35,7 @@ struct Case {
     bool isRefreshing() const { return point.awaited == ModelFixture::refreshes; }
 };
 
-void PrintTo(const Case& value, std::ostream* out)
+void PrintTo(const Case& value, std::ostream* out) // NOLINT(readability-identifier-naming): GoogleTest's
 {
     *out << value.point.name << value.cancel.name;
 }
