@@ -19,7 +19,7 @@ std::string excerpt(const ExportedMessage& message)
 {
     const std::string_view text = message.text;
     if (text.empty()) return message.attachments.empty() ? "…" : "Attachment";
-    std::string first = text::prefixOfCharacters(text, longestPreview);
+    const std::string first = text::prefixOfCharacters(text, longestPreview);
     return first.size() < text.size() ? first + "…" : first;
 }
 

@@ -45,10 +45,13 @@ Async<bool> Journey::confirms(std::string question)
     co_return true;
 }
 
-Async<> Journey::toSession()
+Async<StoredSession> Journey::toSession()
 {
     model_.start();
-    while (!model_.session()) co_await link();
+    while (true) {
+        if (const auto& session = model_.session()) co_return *session;
+        co_await link();
+    }
 }
 
 Async<SubmissionStatus> Journey::toReward()
@@ -63,7 +66,7 @@ Async<SubmissionStatus> Journey::toReward()
             terminal_.say("Linked to " + printable(session->displayName) + ".");
         wasLinked = wasLinked || model_.session();
     }
-    co_return model_.submission().value();
+    co_return model_.submission().value_or(SubmissionStatus{});
 }
 
 Async<> Journey::showStep(Step step)
@@ -81,9 +84,9 @@ Async<> Journey::showStep(Step step)
 
 void Journey::tellOfTheSessionsEnd() const
 {
-    const CommandFailure end(TerminalStatus::notLinked, "Your Mac is no longer linked. Link it again.");
-    if (!manners_.isAttended) throw end;
-    terminal_.say(end.what());
+    constexpr const char* words = "Your Mac is no longer linked. Link it again.";
+    if (!manners_.isAttended) throw CommandFailure(TerminalStatus::notLinked, words);
+    terminal_.say(words);
 }
 
 Async<> Journey::link()
@@ -171,8 +174,7 @@ Async<> Journey::find()
                              "with the Apple ID you text Nimbrel from, and that Messages in iCloud is on so your "
                              "history syncs here.");
     if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
-        const CommandFailure failure(TerminalStatus::failed, lastWords(failed->text));
-        if (!manners_.isAttended) throw failure;
+        if (!manners_.isAttended) throw CommandFailure(TerminalStatus::failed, lastWords(failed->text));
         terminal_.say(printable(failed->text));
         if (!co_await answers_.confirms("Look again?")) throw CommandFailure(TerminalStatus::failed, "");
         if (model_.step() == Step::find) model_.scan();
@@ -228,7 +230,7 @@ Async<> Journey::review()
     }
     if (model_.step() != Step::done) co_return;
     tellReview();
-    if (!model_.submission()->isTerminal())
+    if (const auto& submission = model_.submission(); submission && !submission->isTerminal())
         terminal_.say("The review takes longer. The result also shows on the quest in the Vorn app.");
 }
 

@@ -27,8 +27,8 @@ public:
     Journey(AppModel& model, MainContext& context, Clock& clock, const Terminal& terminal, Answers& answers,
             Manners manners);
 
-    /// Until the Mac is linked.
-    Async<> toSession();
+    /// Until the Mac is linked, and gives the session.
+    Async<StoredSession> toSession();
     /// Until the review has ended or takes too long, and gives how the submission stands.
     Async<SubmissionStatus> toReward();
 

@@ -73,8 +73,8 @@ void TerminalCommand::sayWhatIsNotKept() const
 
 Async<> TerminalCommand::link()
 {
-    if (const auto& session = services_.model->session()) {
-        services_.terminal->say("This Mac is already linked to " + printable(session->displayName) +
+    if (const auto& linked = services_.model->session()) {
+        services_.terminal->say("This Mac is already linked to " + printable(linked->displayName) +
                                 ". Sign out first to link it anew.");
         co_return;
     }
@@ -83,12 +83,12 @@ Async<> TerminalCommand::link()
         services_.keychain->requireReachable("The link could not be kept, so this Mac was not linked.");
     Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_,
                     manners(true));
-    co_await journey.toSession();
+    const StoredSession session = co_await journey.toSession();
     if (services_.keychain && services_.keychain->holdsSession("The link could not be kept.")) {
-        services_.terminal->say("Linked to " + printable(services_.model->session()->displayName) + ".");
+        services_.terminal->say("Linked to " + printable(session.displayName) + ".");
         co_return;
     }
-    co_await revoke(services_.model->session().value());
+    co_await revoke(session);
     throw CommandFailure(TerminalStatus::keychain, "The keychain didn't keep the link, so this Mac is not linked.");
 }
 

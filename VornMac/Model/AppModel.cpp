@@ -55,14 +55,14 @@ void AppModel::begin(Task& task, Async<> job)
 }
 
 // Consent is per user and per version of the text: another user on this Mac is asked anew.
-std::string AppModel::consentKey() const
+std::string AppModel::consentKey(const StoredSession& session)
 {
-    return "consent.vorn-mac-nimbrel-1." + session_->userId;
+    return "consent.vorn-mac-nimbrel-1." + session.userId;
 }
 
 bool AppModel::hasAcceptedConsent() const
 {
-    return session_ && services_.defaults->boolean(consentKey());
+    return session_ && services_.defaults->boolean(consentKey(*session_));
 }
 
 Step AppModel::stepAfterConsent() const
@@ -84,13 +84,13 @@ void AppModel::setAgreesToShare(bool value)
 void AppModel::acceptConsent()
 {
     if (!understandsUpload_ || !agreesToShare_ || !session_) return;
-    services_.defaults->setBoolean(consentKey(), true);
+    services_.defaults->setBoolean(consentKey(*session_), true);
     go(stepAfterConsent());
 }
 
-VornAPI AppModel::pinned() const
+VornAPI AppModel::pinnedTo(const StoredSession& session) const
 {
-    return services_.api.pinned(session_->userId);
+    return services_.api.pinned(session.userId);
 }
 
 bool AppModel::handleSessionError(const std::exception& error, std::int64_t generation)

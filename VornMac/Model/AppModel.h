@@ -138,15 +138,15 @@ private:
 
     void leave(Step step);
     Step stepAfterConsent() const;
-    std::string consentKey() const;
+    static std::string consentKey(const StoredSession& session);
     /// Whether `error` was about the session, and is dealt with. One of an earlier session ends nothing.
     bool handleSessionError(const std::exception& error, std::int64_t generation);
     /// Ends the session here. What is stored is left alone.
     void leaveSession();
     /// Stops what was begun for the user, and forgets what it found.
     void dropUser();
-    /// The client of the signed-in user alone.
-    VornAPI pinned() const;
+    /// The client of the user of `session` alone.
+    VornAPI pinnedTo(const StoredSession& session) const;
 
     Async<> runLinkLoop();
     struct LinkOutcome;

@@ -9,7 +9,7 @@ namespace vorn {
 void AppModel::watchSubmission(const std::string& id)
 {
     submissionTask_ = {};
-    if (session_) begin(submissionTask_, runReviewWatch(pinned(), id, sessionGeneration_));
+    if (session_) begin(submissionTask_, runReviewWatch(pinnedTo(*session_), id, sessionGeneration_));
 }
 
 Async<> AppModel::runReviewWatch(VornAPI api, std::string id, std::int64_t generation)

@@ -26,7 +26,7 @@ void AppModel::prefetchNimbrel()
     setUnderstandsUpload(hasAcceptedConsent());
     setAgreesToShare(hasAcceptedConsent());
     prefetchTask_ = {};
-    if (session_) begin(prefetchTask_, runPrefetch(pinned(), sessionGeneration_));
+    if (session_) begin(prefetchTask_, runPrefetch(pinnedTo(*session_), sessionGeneration_));
 }
 
 // Saves the find screen a wait. It asks again itself, so that a failure here need not be shown.
@@ -62,7 +62,7 @@ void AppModel::scan()
     exportTask_ = {};
     ++exportJobs_;
     assign(scanPhase_, {phase::Loading{}}, &AppModel::scanPhaseChanged);
-    if (session_) begin(exportTask_, runScan(pinned(), sessionGeneration_));
+    if (session_) begin(exportTask_, runScan(pinnedTo(*session_), sessionGeneration_));
 }
 
 Async<> AppModel::runScan(VornAPI api, std::int64_t generation)

@@ -43,12 +43,12 @@ struct AppModel::UploadJob {
 
 void AppModel::upload()
 {
-    if (!canUpload()) return;
+    if (!canUpload() || !session_) return;
     exportTask_ = {};
     go(Step::upload);
     uploadProgress_ = {};
     assign(uploadPhase_, {phase::Preparing{}}, &AppModel::uploadPhaseChanged);
-    begin(exportTask_, runUpload({pinned(), sessionGeneration_, ++exportJobs_, export_}));
+    begin(exportTask_, runUpload({pinnedTo(*session_), sessionGeneration_, ++exportJobs_, export_}));
 }
 
 Async<> AppModel::runUpload(UploadJob job)

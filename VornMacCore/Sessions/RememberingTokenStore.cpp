@@ -29,7 +29,7 @@ std::optional<StoredSession> RememberingTokenStore::reload()
     const bool mayBeNewer = !remembered || (remembered->session && remembered->isKept);
     if (mayBeNewer) {
         if (auto kept = kept_->load()) {
-            know({*kept});
+            know({kept, true});
             return kept;
         }
     }
