@@ -13,7 +13,7 @@ namespace {
 std::string little(std::uint64_t value, int bytes)
 {
     std::string text;
-    for (int i = 0; i < bytes; ++i) text += static_cast<char>((value >> (8 * i)) & 0xff);
+    for (int i = 0; i < bytes; ++i, value >>= 8U) text += static_cast<char>(value & 0xff);
     return text;
 }
 
