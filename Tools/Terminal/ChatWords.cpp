@@ -19,8 +19,10 @@ std::string excerpt(const ExportedMessage& message)
 {
     const std::string_view text = message.text;
     if (text.empty()) return message.attachments.empty() ? "…" : "Attachment";
-    const std::string first = text::prefixOfCharacters(text, longestPreview);
-    return first.size() < text.size() ? first + "…" : first;
+    std::string first = text::prefixOfCharacters(text, longestPreview);
+    if (first.size() < text.size()) first += "…";
+    std::ranges::replace(first, '\n', ' '); // each message has one line here
+    return first;
 }
 
 } // namespace

@@ -84,7 +84,7 @@ TEST(PreviewLines, NameWhatHasNoText)
 
 TEST(PreviewLines, GiveATerminalNoCommands)
 {
-    EXPECT_THAT(previewLines({message("a\x1B[2J\nb")}), ElementsAre("  Nimbrel: a\uFFFD[2J\uFFFDb"));
+    EXPECT_THAT(previewLines({message("a\x1B[2J\nb")}), ElementsAre("  Nimbrel: a\uFFFD[2J b"));
 }
 
 } // namespace
