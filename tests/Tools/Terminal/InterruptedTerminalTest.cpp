@@ -37,7 +37,7 @@ TEST(InterruptedTerminal, TakesAnUploadBackAndLeavesNothingBehind)
         Sandbox sandbox({"--fault", "put-part=hang"});
         fix.link(sandbox);
         const auto program = fix.share(sandbox.url(), {"--yes"});
-        sandbox.waitForLog("/submissions 201 ");
+        fix.waitForLine(*program, "Finishing up…"); // the part has left, so the program knows of the submission
         expectStopped(*program, number);
         sandbox.waitForLog("/abort 200 "); // written after the answer, which the program does not stay for
         EXPECT_THAT(fix.leftovers(), IsEmpty());
