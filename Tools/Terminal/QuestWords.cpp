@@ -41,12 +41,6 @@ std::string availabilityName(const QuestAvailability& availability)
     return std::visit(name, availability.state());
 }
 
-std::string rewardText(const std::optional<NimbrelState>& quest)
-{
-    const auto amount = quest ? RewardFormat::usd(quest->quest.rewardUsd) : std::nullopt;
-    return amount.value_or("the quest reward");
-}
-
 std::string submissionText(const SubmissionStatus& submission, const std::string& questReward)
 {
     if (submission.status == "approved") {

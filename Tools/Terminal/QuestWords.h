@@ -4,7 +4,6 @@
 #include "VornMacCore/Wire/QuestRecords.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 
-#include <optional>
 #include <string>
 
 namespace vorn {
@@ -14,9 +13,6 @@ std::string availabilityText(const QuestAvailability& availability);
 
 /// "cooldown", "lastRejected", "available" or "inReview", for programs.
 std::string availabilityName(const QuestAvailability& availability);
-
-/// What an accepted upload earns: an amount, or "the quest reward" when that is not known.
-std::string rewardText(const std::optional<NimbrelState>& quest);
 
 /// How a submission's review stands, as one line for the user. `questReward` stands in where the submission names no
 /// amount.

@@ -3,6 +3,7 @@
 #include "Tools/Terminal/ByteText.h"
 #include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
+#include "VornMac/Model/Describe.h"
 
 #include <string_view>
 

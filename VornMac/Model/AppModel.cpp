@@ -4,7 +4,6 @@
 #include "VornMac/Model/Describe.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIError.h"
-#include "VornMacCore/Quest/RewardFormat.h"
 
 #include <array>
 #include <utility>
@@ -146,8 +145,7 @@ void AppModel::signOut()
 
 std::string AppModel::reward() const
 {
-    const auto amount = nimbrel_ ? RewardFormat::usd(nimbrel_->quest.rewardUsd) : std::nullopt;
-    return amount.value_or("the quest reward");
+    return rewardText(nimbrel_);
 }
 
 std::string AppModel::describe(const std::exception& error)

@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Quest/RewardFormat.h"
 #include "VornMacCore/Upload/UploadError.h"
 
 namespace vorn {
@@ -28,6 +29,12 @@ std::string describe(const std::exception& error)
     const auto* exported = dynamic_cast<const NimbrelExportError*>(&error);
     const std::string text = exported != nullptr ? userText(*exported) : "";
     return text.empty() ? "Something went wrong." : text; // `what()` of any other error is for programmers
+}
+
+std::string rewardText(const std::optional<NimbrelState>& quest)
+{
+    const auto amount = quest ? RewardFormat::usd(quest->quest.rewardUsd) : std::nullopt;
+    return amount.value_or("the quest reward");
 }
 
 } // namespace vorn

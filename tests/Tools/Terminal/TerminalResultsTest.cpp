@@ -77,15 +77,6 @@ TEST(QuestWords, SayHowAReviewStands)
     EXPECT_THAT(submissionText(approved, "$5.00"), HasSubstr("You earned $12.50."));
 }
 
-TEST(QuestWords, NameTheReward)
-{
-    EXPECT_EQ(rewardText(std::nullopt), "the quest reward");
-    NimbrelState quest = questWith("available");
-    EXPECT_EQ(rewardText(quest), "the quest reward");
-    quest.quest.rewardUsd = 12.5;
-    EXPECT_EQ(rewardText(quest), "$12.50");
-}
-
 TEST(TerminalResults, TellAboutASubmission)
 {
     EXPECT_EQ(textOf(SubmissionReport{submissionWith("analyzing"), "$12.50"}),

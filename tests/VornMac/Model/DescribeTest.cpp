@@ -65,5 +65,14 @@ TEST(Describe, HasALineForEveryError)
     for (const Case& each : cases()) EXPECT_EQ(describe(*each.error), each.text) << each.name;
 }
 
+TEST(RewardText, NamesTheAmountWhereItIsKnown)
+{
+    EXPECT_EQ(rewardText(std::nullopt), "the quest reward");
+    NimbrelState quest;
+    EXPECT_EQ(rewardText(quest), "the quest reward");
+    quest.quest.rewardUsd = 12.5;
+    EXPECT_EQ(rewardText(quest), "$12.50");
+}
+
 } // namespace
 } // namespace vorn

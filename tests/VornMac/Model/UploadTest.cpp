@@ -138,10 +138,9 @@ TEST_F(Upload, TakesAnArchiveOfExactlyTheLimit)
     }
 }
 
-TEST_F(Upload, HasNoLimitWithoutAQuest)
+// A quest always has a limit, and an upload a quest: the largest is the closest a service can come to none.
+TEST_F(Upload, IsNotRefusedByTheLargestLimit)
 {
-    // The quest is there when the upload begins; nothing but the end of a session takes it away. A large limit is the
-    // closest a service can come to none.
     AppModel& model = fix_.launchSignedIn();
     fix_.answer(ModelFixture::quest,
                 questJSON("available", R"("+15550102030")", std::numeric_limits<std::int64_t>::max()));
