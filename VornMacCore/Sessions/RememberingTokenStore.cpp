@@ -19,7 +19,10 @@ void RememberingTokenStore::know(Known known)
 std::optional<StoredSession> RememberingTokenStore::load()
 {
     if (const auto remembered = known()) return remembered->session;
-    return reload();
+    const std::lock_guard order(keptLock_);
+    // Threads that asked together wait above for the first of them; what it found is theirs too.
+    if (const auto remembered = known()) return remembered->session;
+    return readKept();
 }
 
 std::optional<StoredSession> RememberingTokenStore::reload()
@@ -28,12 +31,16 @@ std::optional<StoredSession> RememberingTokenStore::reload()
     const auto remembered = known();
     const bool mayBeNewer = !remembered || (remembered->session && remembered->isKept);
     if (mayBeNewer) {
-        if (auto kept = kept_->load()) {
-            know({kept, true});
-            return kept;
-        }
+        if (auto kept = readKept()) return kept;
     }
     return remembered ? remembered->session : std::nullopt;
+}
+
+std::optional<StoredSession> RememberingTokenStore::readKept()
+{
+    auto kept = kept_->load();
+    if (kept) know({kept, true});
+    return kept;
 }
 
 void RememberingTokenStore::save(const StoredSession& session)

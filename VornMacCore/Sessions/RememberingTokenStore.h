@@ -32,6 +32,8 @@ private:
 
     std::optional<Known> known() const;
     void know(Known known);
+    /// Asks the store below, and remembers what it has. With `keptLock_` held.
+    std::optional<StoredSession> readKept();
 
     std::shared_ptr<TokenStore> kept_;
     std::mutex keptLock_;     ///< keeps changes of both stores in one order; held while the store below is asked
