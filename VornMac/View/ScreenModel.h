@@ -1,0 +1,157 @@
+#pragma once
+
+#include "Platform/Async/Clock.h"
+#include "Platform/Async/MainContext.h"
+#include "VornMac/Model/AppModel.h"
+#include "VornMac/View/PreviewList.h"
+
+#include <QObject>
+#include <QString>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// The application model as the screens see it: its state in QML's types, with the words that depend on it, and its
+/// operations. It holds no state but the countdown's second, so a screen that is made late shows what is true then.
+/// Threads: the model's.
+class ScreenModel : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The application makes it.")
+    Q_CLASSINFO("RegisterEnumClassesUnscoped", "false")
+
+    Q_PROPERTY(Step step READ step NOTIFY stepChanged)
+    Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY sessionChanged)
+    Q_PROPERTY(QString displayName READ displayName NOTIFY sessionChanged)
+
+    Q_PROPERTY(LinkPhase linkPhase READ linkPhase NOTIFY linkPhaseChanged)
+    Q_PROPERTY(QString linkFailure READ linkFailure NOTIFY linkPhaseChanged)
+    Q_PROPERTY(QString qrPayload READ qrPayload NOTIFY qrPayloadChanged)
+    Q_PROPERTY(int linkSecondsLeft READ linkSecondsLeft NOTIFY linkSecondsLeftChanged)
+
+    Q_PROPERTY(bool understandsUpload READ understandsUpload WRITE setUnderstandsUpload NOTIFY understandsUploadChanged)
+    Q_PROPERTY(bool agreesToShare READ agreesToShare WRITE setAgreesToShare NOTIFY agreesToShareChanged)
+    Q_PROPERTY(QString reward READ reward NOTIFY rewardChanged)
+
+    Q_PROPERTY(Access access READ access NOTIFY accessChanged)
+
+    Q_PROPERTY(ScanPhase scanPhase READ scanPhase NOTIFY scanPhaseChanged)
+    Q_PROPERTY(QString scanFailure READ scanFailure NOTIFY scanPhaseChanged)
+    Q_PROPERTY(QString messageCount READ messageCount NOTIFY exportResultChanged)
+    Q_PROPERTY(QString promptCount READ promptCount NOTIFY exportResultChanged)
+    Q_PROPERTY(QString replyCount READ replyCount NOTIFY exportResultChanged)
+    Q_PROPERTY(QString dates READ dates NOTIFY exportResultChanged)
+    Q_PROPERTY(vorn::PreviewList* preview READ preview CONSTANT)
+    Q_PROPERTY(Availability availability READ availability NOTIFY availabilityChanged)
+    Q_PROPERTY(QString availabilityNote READ availabilityNote NOTIFY availabilityChanged)
+    Q_PROPERTY(bool canUpload READ canUpload NOTIFY canUploadChanged)
+
+    Q_PROPERTY(UploadPhase uploadPhase READ uploadPhase NOTIFY uploadPhaseChanged)
+    Q_PROPERTY(QString uploadFailure READ uploadFailure NOTIFY uploadPhaseChanged)
+    Q_PROPERTY(double uploadFraction READ uploadFraction NOTIFY uploadPhaseChanged)
+
+    Q_PROPERTY(Outcome outcome READ outcome NOTIFY outcomeChanged)
+    Q_PROPERTY(QString earned READ earned NOTIFY outcomeChanged)
+    Q_PROPERTY(QString rejection READ rejection NOTIFY outcomeChanged)
+    Q_PROPERTY(QString nextUpload READ nextUpload NOTIFY outcomeChanged)
+
+public:
+    enum class Step { Link, Consent, Access, Find, Upload, Done };
+    Q_ENUM(Step)
+    enum class LinkPhase { Loading, Showing, Scanned, Rejected, Failed };
+    Q_ENUM(LinkPhase)
+    enum class Access { Granted, Denied, NoDatabase };
+    Q_ENUM(Access)
+    enum class ScanPhase { Idle, Loading, Unavailable, NotConfigured, NotFound, Found, Failed };
+    Q_ENUM(ScanPhase)
+    enum class Availability { Unknown, Available, InReview, Cooldown, LastRejected };
+    Q_ENUM(Availability)
+    enum class UploadPhase { Idle, Preparing, Uploading, Finishing, Failed };
+    Q_ENUM(UploadPhase)
+    /// How the submission stands. No submission, and a status that this version does not know, are being analyzed.
+    enum class Outcome { Analyzing, ReviewPending, Approved, Rejected, Expired };
+    Q_ENUM(Outcome)
+
+    /// `context` and `clock` are the model's. All three outlive this, and `context` is shut down before it goes.
+    ScreenModel(AppModel& model, MainContext& context, Clock& clock);
+
+    Step step() const;
+    bool isSignedIn() const;
+    QString displayName() const; ///< empty without a session
+
+    LinkPhase linkPhase() const;
+    QString linkFailure() const; ///< empty in other phases, as every text below
+    QString qrPayload() const;   ///< a secret, for the phone
+    int linkSecondsLeft() const; ///< whole seconds until the code expires, never below 0; 0 without a code
+
+    bool understandsUpload() const;
+    void setUnderstandsUpload(bool value);
+    bool agreesToShare() const;
+    void setAgreesToShare(bool value);
+    QString reward() const; ///< "$12.50", else "the quest reward"
+
+    Access access() const;
+
+    ScanPhase scanPhase() const;
+    QString scanFailure() const;
+    QString messageCount() const; ///< with thousands apart, as the counts below; empty before something is found
+    QString promptCount() const;
+    QString replyCount() const;
+    QString dates() const; ///< first – last; empty when either is missing
+    PreviewList* preview() { return &preview_; }
+    Availability availability() const;
+    QString availabilityNote() const; ///< empty where there is nothing to say
+    bool canUpload() const;
+
+    UploadPhase uploadPhase() const;
+    QString uploadFailure() const;
+    double uploadFraction() const; ///< 0…1, as the bar shows it: 1 while finishing, 0 before and after a failure
+
+    Outcome outcome() const;
+    QString earned() const;     ///< the submission's reward, else the quest's
+    QString rejection() const;  ///< why it was rejected; empty otherwise
+    QString nextUpload() const; ///< the day of the next upload; empty when it is not known
+
+    /// Begins the work of the first step.
+    Q_INVOKABLE void start();
+    Q_INVOKABLE void go(Step step);
+    Q_INVOKABLE void startLinking();
+    Q_INVOKABLE void acceptConsent();
+    /// Looks at once whether the Messages database can be read, and goes on looking.
+    Q_INVOKABLE void startAccessProbe();
+    Q_INVOKABLE void openFullDiskAccessSettings();
+    Q_INVOKABLE void revealAppInFinder();
+    Q_INVOKABLE void relaunch();
+    Q_INVOKABLE void upload();
+    Q_INVOKABLE void signOut();
+
+signals:
+    void stepChanged();
+    void sessionChanged();
+    void linkPhaseChanged();
+    void qrPayloadChanged();
+    void linkSecondsLeftChanged();
+    void understandsUploadChanged();
+    void agreesToShareChanged();
+    void rewardChanged();
+    void accessChanged();
+    void scanPhaseChanged();
+    void exportResultChanged();
+    void availabilityChanged();
+    void canUploadChanged();
+    void uploadPhaseChanged();
+    void outcomeChanged();
+
+private:
+    void forwardSignals();
+    void restartCountdown();
+    Async<> runCountdown();
+
+    AppModel& model_;
+    MainContext& context_;
+    Clock& clock_;
+    PreviewList preview_;
+    Task countdown_;
+};
+
+} // namespace vorn
