@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Tools/Terminal/ArgumentDefaults.h"
+#include "VornMac/Defaults/ArgumentDefaults.h"
 
 #include <optional>
 #include <string>

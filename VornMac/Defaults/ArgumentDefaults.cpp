@@ -1,4 +1,4 @@
-#include "Tools/Terminal/ArgumentDefaults.h"
+#include "VornMac/Defaults/ArgumentDefaults.h"
 
 #include <utility>
 
