@@ -1,9 +1,6 @@
 #include "Tools/Terminal/QRCodeText.h"
 
-#include <memory>
-#include <stdexcept>
-
-#include <qrencode.h>
+#include "VornMac/QRCode/QRMatrix.h"
 
 namespace vorn {
 namespace {
@@ -14,29 +11,6 @@ constexpr int quietZone = 4; // modules on each side, as the standard asks for
 constexpr const char* blackOnWhite = "\x1B[38;5;16;48;5;231m";
 constexpr const char* usualColours = "\x1B[0m";
 
-class Modules {
-public:
-    explicit Modules(std::string_view payload)
-        : code_(QRcode_encodeData(static_cast<int>(payload.size()),
-                                  reinterpret_cast<const unsigned char*>(payload.data()), 0, QR_ECLEVEL_M),
-                &QRcode_free)
-    {
-        if (!code_) throw std::length_error("the text fits no QR code");
-    }
-
-    int size() const { return code_->width; }
-
-    /// Everything around the code is light.
-    bool isDark(int row, int column) const
-    {
-        if (row < 0 || column < 0 || row >= size() || column >= size()) return false;
-        return (code_->data[row * size() + column] & 1) != 0;
-    }
-
-private:
-    std::unique_ptr<QRcode, decltype(&QRcode_free)> code_;
-};
-
 const char* block(bool upper, bool lower)
 {
     if (upper && lower) return "█";
@@ -44,12 +18,12 @@ const char* block(bool upper, bool lower)
     return lower ? "▄" : " ";
 }
 
-std::string lineOf(const Modules& modules, int row, QRCodeText::Ink ink)
+std::string lineOf(const QRMatrix& code, int row, QRCodeText::Ink ink)
 {
     const bool blocksAreDark = ink != QRCodeText::Ink::darkBackground;
     std::string line;
-    for (int column = -quietZone; column < modules.size() + quietZone; ++column) {
-        line += block(modules.isDark(row, column) == blocksAreDark, modules.isDark(row + 1, column) == blocksAreDark);
+    for (int column = -quietZone; column < code.size() + quietZone; ++column) {
+        line += block(code.isDark(row, column) == blocksAreDark, code.isDark(row + 1, column) == blocksAreDark);
     }
     return ink == QRCodeText::Ink::colours ? blackOnWhite + line + usualColours : line;
 }
@@ -58,10 +32,10 @@ std::string lineOf(const Modules& modules, int row, QRCodeText::Ink ink)
 
 QRCodeText::QRCodeText(std::string_view payload, Ink ink)
 {
-    const Modules modules(payload);
-    columns_ = modules.size() + 2 * quietZone;
-    for (int row = -quietZone; row < modules.size() + quietZone; row += 2) {
-        lines_.push_back(lineOf(modules, row, ink));
+    const QRMatrix code(payload);
+    columns_ = code.size() + 2 * quietZone;
+    for (int row = -quietZone; row < code.size() + quietZone; row += 2) {
+        lines_.push_back(lineOf(code, row, ink));
     }
 }
 

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace vorn {
+
+/// The modules of a QR code (ISO/IEC 18004, error correction level M). A value; threads: any.
+class QRMatrix {
+public:
+    /// Encodes `payload`, bytes of any kind. Throws `std::length_error` when it fits no QR code: more than 2,331 bytes,
+    /// or none.
+    explicit QRMatrix(std::string_view payload);
+
+    int size() const noexcept { return static_cast<int>(size_); } ///< modules on each side
+
+    /// In any row and column: everything around the code is light.
+    bool isDark(int row, int column) const;
+
+private:
+    std::size_t size_ = 0;
+    std::vector<bool> dark_; ///< row by row
+};
+
+} // namespace vorn
