@@ -33,6 +33,7 @@ private:
     struct Bubble {
         QString text;
         bool fromMe = false;
+        bool operator==(const Bubble&) const = default;
     };
     std::vector<Bubble> bubbles_;
 };

@@ -5,6 +5,8 @@
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/View/PreviewList.h"
 
+#include <optional>
+
 #include <QObject>
 #include <QString>
 #include <qqmlregistration.h>
@@ -12,7 +14,8 @@
 namespace vorn {
 
 /// The application model as the screens see it: its state in QML's types, with the words that depend on it, and its
-/// operations. It holds no state but the countdown's second, so a screen that is made late shows what is true then.
+/// operations. A property's signal is sent once when the model's change has changed it. What depends on the time of day
+/// as well, as a cooldown does, is looked at whenever the model changes and before a screen is shown.
 /// Threads: the model's.
 class ScreenModel : public QObject {
     Q_OBJECT
@@ -82,13 +85,15 @@ public:
     LinkPhase linkPhase() const;
     QString linkFailure() const; ///< empty in other phases, as every text below
     QString qrPayload() const;   ///< a secret, for the phone
-    int linkSecondsLeft() const; ///< whole seconds until the code expires, never below 0; 0 without a code
+    /// Whole seconds until the code expires, a begun one counted; never below 0, and 0 without a code. Goes on while
+    /// the link screen is shown.
+    int linkSecondsLeft() const { return linkSecondsLeft_; }
 
     bool understandsUpload() const;
     void setUnderstandsUpload(bool value);
     bool agreesToShare() const;
     void setAgreesToShare(bool value);
-    QString reward() const; ///< "$12.50", else "the quest reward"
+    QString reward() const { return shown_.reward; } ///< "$12.50", else "the quest reward"
 
     Access access() const;
 
@@ -101,16 +106,16 @@ public:
     PreviewList* preview() { return &preview_; }
     Availability availability() const;
     QString availabilityNote() const; ///< empty where there is nothing to say
-    bool canUpload() const;
+    bool canUpload() const { return shown_.canUpload; }
 
     UploadPhase uploadPhase() const;
     QString uploadFailure() const;
     double uploadFraction() const; ///< 0…1, as the bar shows it: 1 while finishing, 0 before and after a failure
 
-    Outcome outcome() const;
-    QString earned() const;     ///< the submission's reward, else the quest's
-    QString rejection() const;  ///< why it was rejected; empty otherwise
-    QString nextUpload() const; ///< the day of the next upload; empty when it is not known
+    Outcome outcome() const { return shown_.review.outcome; }
+    QString earned() const { return shown_.review.earned; }         ///< the submission's reward, else the quest's
+    QString rejection() const { return shown_.review.rejection; }   ///< why it was rejected; empty otherwise
+    QString nextUpload() const { return shown_.review.nextUpload; } ///< its day; empty when it is not known
 
     /// Begins the work of the first step.
     Q_INVOKABLE void start();
@@ -143,14 +148,39 @@ signals:
     void outcomeChanged();
 
 private:
-    void forwardSignals();
+    struct Review {
+        Outcome outcome = Outcome::Analyzing;
+        QString earned;
+        QString rejection;
+        QString nextUpload;
+        bool operator==(const Review&) const = default;
+    };
+    /// What is worked out of several of the model's properties and the time of day.
+    struct Shown {
+        std::optional<QuestAvailability> availability;
+        bool canUpload = false;
+        QString reward;
+        Review review;
+    };
+
+    void follow();
+    Shown worked() const;
+    Review review(const std::optional<QuestAvailability>& availability) const;
+    void refresh();
+    void showExport();
+    void enterStep();
+
     void restartCountdown();
-    Async<> runCountdown();
+    Async<> runCountdown(Instant expiry);
+    void setLinkSecondsLeft(int seconds);
 
     AppModel& model_;
     MainContext& context_;
     Clock& clock_;
+    Shown shown_;
+    std::optional<NimbrelExportStats> statistics_; ///< counted once: a million messages take their time
     PreviewList preview_;
+    int linkSecondsLeft_ = 0;
     Task countdown_;
 };
 

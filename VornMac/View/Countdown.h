@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Platform/Async/Clock.h"
+
+#include <optional>
+
+/// How a time that runs out is counted down in whole seconds. Plain functions: none reads a clock.
+namespace vorn::countdown {
+
+/// The seconds from `date` to `expiry`, one that has begun counted: it is 0 at the expiry and after it.
+int secondsLeft(Instant date, Instant expiry);
+
+/// How long it takes from `date` until that changes; nothing once it is 0.
+std::optional<Clock::Duration> untilNextSecond(Instant date, Instant expiry);
+
+} // namespace vorn::countdown

@@ -1,0 +1,43 @@
+#include "VornMac/View/PreviewList.h"
+
+#include "VornMac/Words/Preview.h"
+
+#include <utility>
+
+namespace vorn {
+
+void PreviewList::show(const AppModel::Export& found)
+{
+    std::vector<Bubble> bubbles;
+    if (found) {
+        for (const PreviewedMessage& message : previewOf(found->messages))
+            bubbles.push_back({QString::fromStdString(message.text), message.fromMe});
+    }
+    if (bubbles == bubbles_) return;
+    beginResetModel();
+    bubbles_ = std::move(bubbles);
+    endResetModel();
+}
+
+int PreviewList::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(bubbles_.size()); // a list: its rows have none below
+}
+
+QVariant PreviewList::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) return {};
+    const Bubble& bubble = bubbles_[static_cast<std::size_t>(index.row())];
+    switch (role) {
+    case textRole: return bubble.text;
+    case fromMeRole: return bubble.fromMe;
+    default: return {};
+    }
+}
+
+QHash<int, QByteArray> PreviewList::roleNames() const
+{
+    return {{textRole, "text"}, {fromMeRole, "fromMe"}};
+}
+
+} // namespace vorn

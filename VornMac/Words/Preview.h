@@ -1,0 +1,21 @@
+#pragma once
+
+#include "NimbrelExportKit/Records/ExportRecords.h"
+
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+/// One message of the preview. A value.
+struct PreviewedMessage {
+    std::string text; ///< its first 140 characters, or a word for one without text; line breaks are kept
+    bool fromMe = false;
+    bool operator==(const PreviewedMessage&) const = default;
+};
+
+/// The end of `messages` as the user sees it before an upload: the last six, or all if they are fewer. Takes as long
+/// for a million of them. Threads: any.
+std::vector<PreviewedMessage> previewOf(const MessageList& messages);
+
+} // namespace vorn

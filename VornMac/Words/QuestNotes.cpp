@@ -1,0 +1,41 @@
+#include "VornMac/Words/QuestNotes.h"
+
+#include "VornMacCore/Quest/RejectionCopy.h"
+#include "VornMacCore/Quest/RewardFormat.h"
+
+namespace vorn {
+namespace {
+
+template <class... Cases>
+struct Match : Cases... {
+    using Cases::operator()...;
+};
+
+} // namespace
+
+std::string availabilityNote(const QuestAvailability& availability)
+{
+    const Match note{
+        [](const QuestAvailability::Cooldown& cooldown) {
+            return "Paid. You can upload again on " + dayText(cooldown.until) + ".";
+        },
+        [](const QuestAvailability::LastRejected& rejected) {
+            return "Last time: " + RejectionCopy::text(rejected.reasonKey);
+        },
+        [](QuestAvailability::InReview) { return std::string("Your last upload is being checked."); },
+        [](QuestAvailability::Available) { return std::string(); },
+    };
+    return std::visit(note, availability.state());
+}
+
+std::string earnedText(const SubmissionStatus& submission, const std::string& questReward)
+{
+    return RewardFormat::usd(submission.rewardUsd).value_or(questReward);
+}
+
+std::string rejectionText(const SubmissionStatus& submission)
+{
+    return RejectionCopy::text(submission.rejectionReasonKey);
+}
+
+} // namespace vorn

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/SubmissionRecords.h"
+
+#include <string>
+
+/// What the quest and a submission mean for the user, in words. Dates are those of the user's zone. Threads: any.
+namespace vorn {
+
+/// A sentence about the last upload; empty when the user may simply make one.
+std::string availabilityNote(const QuestAvailability& availability);
+
+/// What `submission` earns: its own amount, else `questReward`.
+std::string earnedText(const SubmissionStatus& submission, const std::string& questReward);
+
+/// Why `submission`, which was rejected, was.
+std::string rejectionText(const SubmissionStatus& submission);
+
+} // namespace vorn
