@@ -5,6 +5,11 @@ set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
+# Qt 6.4's moc cannot read libstdc++ where <concepts> is what it comes to first.
+if(NOT APPLE)
+  set(CMAKE_AUTOMOC_MOC_OPTIONS --include version)
+endif()
+
 set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 if(VORN_SANITIZE)
   add_compile_options(-fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
@@ -39,10 +44,10 @@ endfunction()
 function(vorn_qml_module name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "HEADERS;SOURCES;QML;RESOURCES;PUBLIC;PRIVATE")
   vorn_library(${name} HEADERS ${arg_HEADERS} SOURCES ${arg_SOURCES} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
+  set_target_properties(${name} PROPERTIES AUTOMOC ON) # before Qt looks for it
   string(REPLACE "." "/" path ${arg_URI})
   qt_add_qml_module(${name} URI ${arg_URI} VERSION 1.0 RESOURCE_PREFIX /qt/qml OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
                     QML_FILES ${arg_QML} RESOURCES ${arg_RESOURCES})
-  set_target_properties(${name} PROPERTIES AUTOMOC ON)
   # What Qt generates is not written to our warnings, and names our headers without their folders.
   target_compile_options(${name} PRIVATE -Wno-conversion -Wno-sign-conversion -Wno-shadow)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
