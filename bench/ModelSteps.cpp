@@ -44,6 +44,7 @@ public:
     std::optional<std::string> text(const std::string& /*key*/) const override { return std::nullopt; }
     bool boolean(const std::string& /*key*/) const override { return true; }
     void setBoolean(const std::string& /*key*/, bool /*value*/) override {}
+    void setText(const std::string& /*key*/, const std::string& /*value*/) override {}
 };
 
 class NoWorkspace final : public Workspace {

@@ -18,6 +18,7 @@ public:
 
     /// Kept for later runs. What cannot be kept counts for this run, and is logged.
     virtual void setBoolean(const std::string& key, bool value) = 0;
+    virtual void setText(const std::string& key, const std::string& value) = 0; ///< the same
 };
 
 } // namespace vorn

@@ -27,4 +27,9 @@ void LayeredDefaults::setBoolean(const std::string& key, bool value)
     below_.setBoolean(key, value);
 }
 
+void LayeredDefaults::setText(const std::string& key, const std::string& value)
+{
+    below_.setText(key, value);
+}
+
 } // namespace vorn

@@ -18,6 +18,7 @@ public:
     std::optional<std::string> text(const std::string& key) const override;
     bool boolean(const std::string& key) const override;
     void setBoolean(const std::string& key, bool value) override;
+    void setText(const std::string& key, const std::string& value) override;
 
 private:
     Line line_;

@@ -23,6 +23,10 @@ SettingsDefaults::SettingsDefaults(std::string identifier, Log log)
 
 std::optional<std::string> SettingsDefaults::text(const std::string& key) const
 {
+    if (const auto unsaved = unsaved_.find(key); unsaved != unsaved_.end()) {
+        const auto* text = std::get_if<std::string>(&unsaved->second);
+        return text == nullptr ? std::nullopt : std::optional(*text);
+    }
     const QVariant value = openSettings(identifier_)->value(settingsKey(key));
     if (value.metaType() != QMetaType::fromType<QString>()) return std::nullopt;
     return value.toString().toStdString();
@@ -30,21 +34,36 @@ std::optional<std::string> SettingsDefaults::text(const std::string& key) const
 
 bool SettingsDefaults::boolean(const std::string& key) const
 {
-    if (const auto unsaved = unsaved_.find(key); unsaved != unsaved_.end()) return unsaved->second;
+    if (const auto unsaved = unsaved_.find(key); unsaved != unsaved_.end()) {
+        const auto* text = std::get_if<std::string>(&unsaved->second);
+        return text == nullptr ? std::get<bool>(unsaved->second) : countsAsTrue(*text);
+    }
     const QVariant value = openSettings(identifier_)->value(settingsKey(key));
     return value.canConvert<QString>() && countsAsTrue(value.toString().toStdString());
 }
 
 void SettingsDefaults::setBoolean(const std::string& key, bool value)
 {
+    keep(key, value);
+}
+
+void SettingsDefaults::setText(const std::string& key, const std::string& value)
+{
+    keep(key, value);
+}
+
+void SettingsDefaults::keep(const std::string& key, Value value)
+{
     const auto settings = openSettings(identifier_);
-    settings->setValue(settingsKey(key), value);
+    const auto* text = std::get_if<std::string>(&value);
+    settings->setValue(settingsKey(key),
+                       text == nullptr ? QVariant(std::get<bool>(value)) : QVariant(QString::fromStdString(*text)));
     settings->sync();
     if (settings->status() == QSettings::NoError) {
         unsaved_.erase(key);
         return;
     }
-    unsaved_[key] = value;
+    unsaved_[key] = std::move(value);
     log_.error(std::string("user defaults save failed: ") + reasonOf(settings->status()));
 }
 

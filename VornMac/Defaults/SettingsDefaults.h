@@ -4,6 +4,7 @@
 #include "Platform/Base/UserDefaults.h"
 
 #include <map>
+#include <variant>
 
 namespace vorn {
 
@@ -17,11 +18,16 @@ public:
     std::optional<std::string> text(const std::string& key) const override;
     bool boolean(const std::string& key) const override;
     void setBoolean(const std::string& key, bool value) override;
+    void setText(const std::string& key, const std::string& value) override;
 
 private:
+    using Value = std::variant<bool, std::string>;
+
+    void keep(const std::string& key, Value value);
+
     std::string identifier_;
     Log log_;
-    std::map<std::string, bool> unsaved_;
+    std::map<std::string, Value> unsaved_;
 };
 
 } // namespace vorn

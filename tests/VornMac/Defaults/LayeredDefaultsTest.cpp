@@ -15,6 +15,7 @@ struct KeptDefaults : UserDefaults {
     }
     bool boolean(const std::string& key) const override { return booleans.contains(key) && booleans.at(key); }
     void setBoolean(const std::string& key, bool value) override { booleans[key] = value; }
+    void setText(const std::string& key, const std::string& value) override { texts[key] = value; }
 };
 
 TEST(LayeredDefaults, ReadTheLineFirst)
@@ -38,9 +39,12 @@ TEST(LayeredDefaults, SetBelow)
     LayeredDefaults defaults({{"Off", "NO"}}, below);
     defaults.setBoolean("Off", true);
     defaults.setBoolean("Other", true);
+    defaults.setText("Place", "here");
     EXPECT_FALSE(defaults.boolean("Off")) << "the line counts for this run";
     EXPECT_TRUE(defaults.boolean("Other"));
     EXPECT_EQ(below.booleans, (std::map<std::string, bool>{{"Off", true}, {"Other", true}}));
+    EXPECT_EQ(defaults.text("Place"), "here");
+    EXPECT_EQ(below.texts, (std::map<std::string, std::string>{{"Place", "here"}}));
 }
 
 } // namespace

@@ -12,8 +12,10 @@ namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 /// On a Mac these would be the preferences of whoever runs the tests; the sources there differ in one small file.
 struct SettingsDefaultsTest : ::testing::Test {
@@ -42,6 +44,15 @@ TEST_F(SettingsDefaultsTest, KeepsABooleanForLaterRuns)
     defaults().setBoolean(key, false);
     EXPECT_FALSE(defaults().boolean(key));
     EXPECT_FALSE(first.boolean(key)) << "read anew";
+}
+
+TEST_F(SettingsDefaultsTest, KeepsATextForLaterRuns)
+{
+    for (const std::string text : {"120 80 1180 760", "true", "a, b", "@Invalid()", "\"\\\n;", ""}) {
+        SCOPED_TRACE(text);
+        defaults().setText("Place", text);
+        EXPECT_EQ(defaults().text("Place"), text);
+    }
 }
 
 TEST_F(SettingsDefaultsTest, KeepsItFromOthers)
@@ -110,7 +121,12 @@ TEST_F(SettingsDefaultsTest, WhatCannotBeKeptCountsForThisRunAndIsLogged)
     own.setBoolean("consent.user", true);
     EXPECT_TRUE(own.boolean("consent.user"));
     EXPECT_FALSE(own.boolean("consent.other"));
-    EXPECT_THAT(log.lines(), ElementsAre("[app] user defaults save failed: they cannot be written"));
+    EXPECT_EQ(own.text("consent.user"), std::nullopt) << "no text";
+    own.setText("Place", "yes");
+    EXPECT_EQ(own.text("Place"), "yes");
+    EXPECT_TRUE(own.boolean("Place"));
+    EXPECT_THAT(log.lines(), Each("[app] user defaults save failed: they cannot be written"));
+    EXPECT_THAT(log.lines(), SizeIs(2));
 }
 
 TEST_F(SettingsDefaultsTest, KeepsAgainOnceThatIsPossible)

@@ -23,10 +23,15 @@ namespace vorn::testing {
 class InMemoryDefaults final : public UserDefaults {
 public:
     std::map<std::string, bool> booleans;
+    std::map<std::string, std::string> texts;
 
-    std::optional<std::string> text(const std::string& /*key*/) const override { return std::nullopt; }
+    std::optional<std::string> text(const std::string& key) const override
+    {
+        return texts.contains(key) ? std::optional(texts.at(key)) : std::nullopt;
+    }
     bool boolean(const std::string& key) const override;
     void setBoolean(const std::string& key, bool value) override { booleans[key] = value; }
+    void setText(const std::string& key, const std::string& value) override { texts[key] = value; }
 };
 
 /// Writes down what the desktop is asked for.
