@@ -1,0 +1,17 @@
+#include "Platform/Desktop/ForegroundApplication.h"
+
+#import <AppKit/AppKit.h>
+
+namespace vorn {
+
+void becomeRegularApplication()
+{
+    [NSApplication.sharedApplication setActivationPolicy:NSApplicationActivationPolicyRegular];
+}
+
+void activateApplication()
+{
+    [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
+}
+
+} // namespace vorn
