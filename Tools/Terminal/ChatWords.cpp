@@ -1,31 +1,14 @@
 #include "Tools/Terminal/ChatWords.h"
 
-#include "Platform/Base/Dates.h"
-#include "Platform/Base/Text.h"
 #include "Tools/Terminal/PrintableText.h"
+#include "VornMac/Words/Preview.h"
+#include "VornMac/Words/StatisticsWords.h"
 
 #include <algorithm>
 
 #include <fmt/format.h>
 
 namespace vorn {
-namespace {
-
-constexpr std::size_t previewed = 6;
-constexpr std::size_t longestPreview = 140; ///< characters
-
-/// The message's text as it is previewed.
-std::string excerpt(const ExportedMessage& message)
-{
-    const std::string_view text = message.text;
-    if (text.empty()) return message.attachments.empty() ? "…" : "Attachment";
-    std::string first = text::prefixOfCharacters(text, longestPreview);
-    if (first.size() < text.size()) first += "…";
-    std::ranges::replace(first, '\n', ' '); // each message has one line here
-    return first;
-}
-
-} // namespace
 
 std::vector<std::string> consentLines(const std::string& reward)
 {
@@ -65,21 +48,20 @@ std::vector<std::string> statisticsLines(const NimbrelExportStats& stats)
         return fmt::format("  {:<17}{}", label, value);
     };
     std::vector<std::string> lines = {
-        row("Messages", std::to_string(stats.messageCount)),
-        row("Your messages", std::to_string(stats.promptCount)),
-        row("Nimbrel replies", std::to_string(stats.replyCount)),
+        row("Messages", countText(stats.messageCount)),
+        row("Your messages", countText(stats.promptCount)),
+        row("Nimbrel replies", countText(stats.replyCount)),
     };
-    if (stats.firstAt && stats.lastAt)
-        lines.push_back(row("Dates", dayText(*stats.firstAt) + " – " + dayText(*stats.lastAt)));
+    if (const std::string dates = datesText(stats); !dates.empty()) lines.push_back(row("Dates", dates));
     return lines;
 }
 
 std::vector<std::string> previewLines(const MessageList& messages)
 {
     std::vector<std::string> lines;
-    for (std::size_t index = messages.size() - std::min(messages.size(), previewed); index < messages.size(); ++index) {
-        const ExportedMessage& message = messages[index];
-        lines.push_back((message.fromMe ? "  You: " : "  Nimbrel: ") + printable(excerpt(message)));
+    for (PreviewedMessage& message : previewOf(messages)) {
+        std::ranges::replace(message.text, '\n', ' '); // each message has one line here
+        lines.push_back((message.fromMe ? "  You: " : "  Nimbrel: ") + printable(message.text));
     }
     return lines;
 }

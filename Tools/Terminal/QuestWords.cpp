@@ -1,9 +1,6 @@
 #include "Tools/Terminal/QuestWords.h"
 
-#include "VornMacCore/Quest/RejectionCopy.h"
-#include "VornMacCore/Quest/RewardFormat.h"
-
-#include <fmt/format.h>
+#include "VornMac/Words/QuestNotes.h"
 
 namespace vorn {
 namespace {
@@ -17,17 +14,8 @@ struct Match : Cases... {
 
 std::string availabilityText(const QuestAvailability& availability)
 {
-    const Match text{
-        [](const QuestAvailability::Cooldown& cooldown) {
-            return "Paid. You can upload again on " + dayText(cooldown.until) + ".";
-        },
-        [](const QuestAvailability::LastRejected& rejected) {
-            return "Last time: " + RejectionCopy::text(rejected.reasonKey);
-        },
-        [](const QuestAvailability::Available&) { return std::string("You can upload your chat."); },
-        [](const QuestAvailability::InReview&) { return std::string("Your last upload is being checked."); },
-    };
-    return std::visit(text, availability.state());
+    const std::string note = availabilityNote(availability);
+    return note.empty() ? "You can upload your chat." : note;
 }
 
 std::string availabilityName(const QuestAvailability& availability)
@@ -44,12 +32,10 @@ std::string availabilityName(const QuestAvailability& availability)
 std::string submissionText(const SubmissionStatus& submission, const std::string& questReward)
 {
     if (submission.status == "approved") {
-        return "You earned " + RewardFormat::usd(submission.rewardUsd).value_or(questReward) +
+        return "You earned " + earnedText(submission, questReward) +
                ". Thanks for your Nimbrel chat. The reward is in your Vorn balance.";
     }
-    if (submission.status == "rejected") {
-        return "Not accepted this time. " + RejectionCopy::text(submission.rejectionReasonKey);
-    }
+    if (submission.status == "rejected") return "Not accepted this time. " + rejectionText(submission);
     if (submission.status == "expired") return "Upload stopped. The upload didn't finish. Try again from your chat.";
     if (submission.status == "review_pending") return "Upload received. A person is checking it.";
     return "Upload received. Checking your chat.";

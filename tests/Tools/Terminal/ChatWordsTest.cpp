@@ -54,7 +54,7 @@ TEST(StatisticsLines, CountTheChat)
     stats.firstAt = std::chrono::sys_days(std::chrono::year(2025) / 12 / 31);
     EXPECT_THAT(statisticsLines(stats), SizeIs(3)); // no row of dates without both
     stats.lastAt = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1);
-    EXPECT_EQ(statisticsLines(stats).front(), "  Messages         12345");
+    EXPECT_EQ(statisticsLines(stats).front(), "  Messages         12,345");
     EXPECT_EQ(statisticsLines(stats).back(), "  Dates            Dec 31, 2025 – Mar 1, 2026");
 }
 

@@ -1,0 +1,47 @@
+#include "VornMac/Words/QuestNotes.h"
+#include "tests/support/ScopedEnvironment.h"
+
+#include <gtest/gtest.h>
+
+namespace vorn {
+namespace {
+
+const Instant march = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + std::chrono::hours(13);
+
+TEST(AvailabilityNote, TellsHowTheLastUploadEnded)
+{
+    const testing::ScopedEnvironment zone("TZ", "Pacific/Auckland");
+    const testing::ScopedEnvironment language("LC_ALL", "en_US.UTF-8");
+    using Q = QuestAvailability;
+    EXPECT_EQ(availabilityNote({Q::Cooldown{march}}), "Paid. You can upload again on Mar 2, 2026.");
+    EXPECT_EQ(availabilityNote({Q::LastRejected{"wrong_provider"}}),
+              "Last time: This upload didn't look like your Nimbrel chat.");
+    EXPECT_EQ(availabilityNote({Q::LastRejected{}}), "Last time: This upload wasn't accepted.");
+    EXPECT_EQ(availabilityNote({Q::InReview{}}), "Your last upload is being checked.");
+}
+
+TEST(AvailabilityNote, IsSilentWhereTheUserMaySimplyUpload)
+{
+    EXPECT_EQ(availabilityNote({QuestAvailability::Available{}}), "");
+}
+
+TEST(EarnedText, IsTheSubmissionsOwnAmountWhereItHasOne)
+{
+    SubmissionStatus submission;
+    EXPECT_EQ(earnedText(submission, "$5.00"), "$5.00");
+    submission.rewardUsd = "12.5";
+    EXPECT_EQ(earnedText(submission, "$5.00"), "$12.50");
+    submission.rewardUsd = "a lot";
+    EXPECT_EQ(earnedText(submission, "the quest reward"), "the quest reward");
+}
+
+TEST(RejectionText, GivesTheReason)
+{
+    SubmissionStatus submission;
+    EXPECT_EQ(rejectionText(submission), "This upload wasn't accepted.");
+    submission.rejectionReasonKey = "authenticity_suspected";
+    EXPECT_EQ(rejectionText(submission), "The upload didn't arrive intact. Try again.");
+}
+
+} // namespace
+} // namespace vorn
