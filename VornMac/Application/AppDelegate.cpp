@@ -1,0 +1,37 @@
+#include "VornMac/Application/AppDelegate.h"
+
+#include "Platform/Desktop/ForegroundApplication.h"
+
+#include <utility>
+
+#include <QDir>
+#include <QGuiApplication>
+#include <QIcon>
+
+namespace vorn {
+namespace {
+
+/// For desktops that do not find the installed icon. A Mac's application has its bundle's: there is none built in.
+void setWindowIcon()
+{
+    QIcon icon;
+    for (const QFileInfo& file : QDir(":/icon").entryInfoList()) icon.addFile(file.filePath());
+    if (!icon.isNull()) QGuiApplication::setWindowIcon(icon);
+}
+
+} // namespace
+
+AppDelegate::AppDelegate(std::function<void()> quit)
+{
+    QGuiApplication::setQuitOnLastWindowClosed(false); // that would leave the loop without telling anybody first
+    connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, std::move(quit));
+}
+
+void AppDelegate::didFinishLaunching()
+{
+    setWindowIcon();
+    becomeRegularApplication();
+    activateApplication();
+}
+
+} // namespace vorn

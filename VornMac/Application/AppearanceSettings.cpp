@@ -1,0 +1,35 @@
+#include "VornMac/Application/AppearanceSettings.h"
+
+#include "VornMac/System/Appearance.h"
+
+namespace vorn {
+namespace {
+
+std::optional<Appearance::Theme> themeIn(const UserDefaults& defaults)
+{
+    const auto name = defaults.text(AppearanceSettings::themeKey);
+    if (name == "light") return Appearance::Theme::light;
+    if (name == "dark") return Appearance::Theme::dark;
+    return std::nullopt;
+}
+
+/// Nothing where the defaults leave it to the system. A boolean that is false cannot be told from one that is missing.
+std::optional<bool> motionIn(const UserDefaults& defaults)
+{
+    const bool reduces = defaults.boolean(AppearanceSettings::reduceMotionKey);
+    if (!reduces && !defaults.text(AppearanceSettings::reduceMotionKey)) return std::nullopt;
+    return reduces;
+}
+
+} // namespace
+
+AppearanceSettings::AppearanceSettings(const UserDefaults& defaults)
+{
+    Appearance& appearance = Appearance::shared();
+    appearance.setTheme(themeIn(defaults));
+    const auto forced = motionIn(defaults);
+    appearance.setReducesMotion(forced ? *forced : systemReducesMotion());
+    if (!forced) watch_.emplace([&appearance](bool reduces) { appearance.setReducesMotion(reduces); });
+}
+
+} // namespace vorn

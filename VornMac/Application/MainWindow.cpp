@@ -1,0 +1,67 @@
+#include "VornMac/Application/MainWindow.h"
+
+#include "Platform/Desktop/ForegroundApplication.h"
+#include "Platform/Desktop/WindowChrome.h"
+#include "VornMac/Application/WindowShortcuts.h"
+
+#include <QQmlComponent>
+
+namespace vorn {
+namespace {
+
+[[noreturn]] void fail(const QUrl& source, const QQmlComponent& component)
+{
+    QString text = "cannot make the window of " + source.toString();
+    for (const QQmlError& error : component.errors()) text += '\n' + error.toString();
+    throw WindowError(text.toStdString());
+}
+
+std::unique_ptr<QQuickWindow> windowOf(QQmlEngine& engine, const QUrl& source, const QVariantMap& properties)
+{
+    QQmlComponent component(&engine, source, QQmlComponent::PreferSynchronous);
+    if (!component.isReady()) fail(source, component);
+    std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
+    if (component.isError()) fail(source, component);
+    auto* const window = qobject_cast<QQuickWindow*>(made.get());
+    if (window == nullptr) throw WindowError(source.toString().toStdString() + " is not a window");
+    made.release();
+    return std::unique_ptr<QQuickWindow>(window);
+}
+
+} // namespace
+
+QUrl MainWindow::standardSource()
+{
+    return {"qrc:/qt/qml/Vorn/Main.qml"};
+}
+
+MainWindow::MainWindow(const QUrl& source, const QVariantMap& properties, UserDefaults& defaults,
+                       const std::function<void()>& quit)
+{
+    QQuickWindow::setTextRenderType(QQuickWindow::NativeTextRendering);
+    engine_.addImportPath("qrc:/qt/qml");
+    window_ = windowOf(engine_, source, properties);
+    geometry_ = std::make_unique<GeometryKeeper>(*window_, defaults);
+    addWindowShortcuts(*window_, quit);
+    window_->create();
+    hideTitleBar(window_->winId());
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::bringToFront()
+{
+    window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
+    window_->setVisible(true);
+    window_->raise();
+    window_->requestActivate();
+    activateApplication();
+}
+
+void MainWindow::dismiss()
+{
+    geometry_->save();
+    window_->hide();
+}
+
+} // namespace vorn

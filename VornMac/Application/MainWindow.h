@@ -1,0 +1,51 @@
+#pragma once
+
+#include "VornMac/Application/GeometryKeeper.h"
+
+#include <functional>
+#include <memory>
+#include <stdexcept>
+
+#include <QQmlEngine>
+#include <QQuickWindow>
+#include <QUrl>
+#include <QVariantMap>
+
+namespace vorn {
+
+/// A window that cannot be made: its file, or a module that it imports, is missing or wrong. `what()` has a line for
+/// each fault.
+class WindowError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// The application's one window and the engine of its screens. Threads: the main one.
+class MainWindow {
+public:
+    /// The type `Main` of the module `Vorn`.
+    static QUrl standardSource();
+
+    /// Makes the window that `source` describes, with these values for its properties, and does not show it yet.
+    /// `defaults` and what the properties point to outlive this object; `quit` is called when the user asks for it.
+    /// Throws `WindowError`.
+    MainWindow(const QUrl& source, const QVariantMap& properties, UserDefaults& defaults,
+               const std::function<void()>& quit);
+    ~MainWindow();
+    MainWindow(MainWindow&&) = delete;
+
+    QQuickWindow& window() noexcept { return *window_; }
+
+    void show() { geometry_->show(); }
+    /// Before all other windows, also when it was minimised.
+    void bringToFront();
+    /// Takes the window from the screen and keeps where it was. The application is about to end.
+    void dismiss();
+
+private:
+    QQmlEngine engine_;
+    std::unique_ptr<QQuickWindow> window_; ///< goes before its engine
+    std::unique_ptr<GeometryKeeper> geometry_;
+};
+
+} // namespace vorn

@@ -1,0 +1,61 @@
+#include "VornMac/Application/Surroundings.h"
+
+#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Client/APIConfiguration.h"
+#include "VornMacCore/Sessions/KeychainTokenStore.h"
+#include "VornMacCore/Sessions/RememberingTokenStore.h"
+
+#include <utility>
+
+namespace vorn {
+namespace {
+
+constexpr const char* databaseOverrideKey = "VornMessagesDatabaseOverride"; // for developers: a chat.db of their own
+
+Log applicationLog()
+{
+    return {bundleIdentifier(), "app"};
+}
+
+std::shared_ptr<TokenStore> keychain()
+{
+    return std::make_shared<RememberingTokenStore>(
+        std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
+}
+
+std::filesystem::path messagesDatabase(const UserDefaults& defaults)
+{
+    const auto given = defaults.text(databaseOverrideKey);
+    return given ? std::filesystem::path(*given) : FullDiskAccess::messagesDatabaseURL();
+}
+
+} // namespace
+
+Surroundings::Surroundings(LayeredDefaults::Line line, std::filesystem::path executable, std::function<void()> quit)
+    : settings_(bundleIdentifier(), applicationLog()), defaults_(std::move(line), settings_),
+      temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()), http_(HTTPSession::make()),
+      tokens_(keychain()), workspace_(applicationOf(executable), std::move(quit))
+{
+}
+
+Surroundings::~Surroundings() = default;
+
+AppServices Surroundings::services()
+{
+    const auto address =
+        APIConfiguration::resolve(applicationBundle(), defaults_.text(APIConfiguration::overrideDefaultsKey));
+    return {.context = &context(),
+            .clock = &clock_,
+            .background = &pool_,
+            .api = VornAPI(address, http_, tokens_),
+            .tokens = tokens_,
+            .transfer = http_,
+            .defaults = &defaults_,
+            .workspace = &workspace_,
+            .files = &FileManager::standard(),
+            .messagesDatabase = messagesDatabase(defaults_),
+            .bundle = applicationBundle()};
+}
+
+} // namespace vorn

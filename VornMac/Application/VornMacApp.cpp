@@ -1,0 +1,103 @@
+#include "VornMac/Application/VornMacApp.h"
+
+#include "VornMacCore/Application/Application.h"
+
+#include <chrono>
+#include <cstdio>
+#include <utility>
+
+#include <QGuiApplication>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// For what a cancelled job still has to tidy up. An abort that the service does not answer in this time is lost.
+constexpr auto patienceForJobs = 700ms;
+
+std::filesystem::path executable()
+{
+    return QCoreApplication::applicationFilePath().toStdString();
+}
+
+/// "app.vorn.mac" belongs to the domain "vorn.app".
+QString domainOf(const std::string& identifier)
+{
+    const auto parts = QString::fromStdString(identifier).split('.');
+    return parts.size() < 2 ? QString() : parts[1] + '.' + parts[0];
+}
+
+} // namespace
+
+void VornMacApp::describe()
+{
+    QGuiApplication::setApplicationName("VornMac");
+    QGuiApplication::setApplicationDisplayName("Vorn");
+    QGuiApplication::setApplicationVersion(
+        QString::fromStdString(applicationBundle().text("CFBundleShortVersionString").value_or("")));
+    QGuiApplication::setOrganizationName("Vorn");
+    QGuiApplication::setOrganizationDomain(domainOf(bundleIdentifier()));
+    QGuiApplication::setDesktopFileName(QString::fromStdString(bundleIdentifier()));
+}
+
+VornMacApp::VornMacApp(QuitWatch& watch, LayeredDefaults::Line line, QUrl source)
+    : quitWatch_(watch), source_(std::move(source)),
+      surroundings_(std::move(line), executable(), [this] { surroundings_.context().post([this] { quit(); }); })
+{
+}
+
+VornMacApp::~VornMacApp()
+{
+    surroundings_.context().shutDown(patienceForJobs);
+}
+
+AppModel& VornMacApp::model()
+{
+    if (!model_) model_.emplace(surroundings_.services());
+    return *model_;
+}
+
+MainWindow& VornMacApp::mainWindow()
+{
+    if (!mainWindow_) {
+        appearance_.emplace(surroundings_.defaults());
+        screenModel_.emplace(model(), surroundings_.context(), surroundings_.clock());
+        const QVariantMap properties{{"model", QVariant::fromValue(&*screenModel_)}};
+        mainWindow_.emplace(source_, properties, surroundings_.defaults(), [this] { quit(); });
+    }
+    return *mainWindow_;
+}
+
+bool VornMacApp::isFirst()
+{
+    const Log log(bundleIdentifier(), "app");
+    instance_.emplace(
+        surroundings_.context(), [this] { mainWindow().bringToFront(); },
+        SingleInstance::Meeting{.name = bundleIdentifier()}, log);
+    if (instance_->start() == SingleInstance::Start::silent)
+        std::fputs("VornMac: another one runs already, but does not answer\n", stderr);
+    return instance_->start() == SingleInstance::Start::first;
+}
+
+int VornMacApp::run()
+{
+    if (!isFirst()) return 0;
+    delegate_.emplace([this] { quit(); });
+    mainWindow();
+    AppDelegate::didFinishLaunching();
+    mainWindow().show();
+    delivery_.emplace(quitWatch_, surroundings_.context(), [this] { quit(); });
+    QGuiApplication::exec();
+    quit(); // where the system itself has ended the loop
+    return quitWatch_.exitStatus();
+}
+
+void VornMacApp::quit()
+{
+    instance_.reset(); // who starts the application anew from here on is not sent away
+    if (mainWindow_) mainWindow_->dismiss();
+    QCoreApplication::exit();
+}
+
+} // namespace vorn

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "VornMac/Application/AppDelegate.h"
+#include "VornMac/Application/AppearanceSettings.h"
+#include "VornMac/Application/MainWindow.h"
+#include "VornMac/Application/Surroundings.h"
+#include "VornMac/Model/AppModel.h"
+#include "VornMac/Process/QuitWatch.h"
+#include "VornMac/Process/SingleInstance.h"
+#include "VornMac/View/ScreenModel.h"
+
+#include <memory>
+#include <optional>
+
+namespace vorn {
+
+/// The application: owns its model and its window for the life of the process. Threads: the main one.
+class VornMacApp {
+public:
+    /// Sets what Qt tells the desktop about this application. Call it before there is an application object.
+    static void describe();
+
+    /// `line` are the defaults of the command line; `source` describes the window. There is an application object.
+    VornMacApp(QuitWatch& watch, LayeredDefaults::Line line, QUrl source = MainWindow::standardSource());
+    ~VornMacApp();
+    VornMacApp(VornMacApp&&) = delete;
+
+    /// Runs until the user or a signal quits, and gives the process's exit status. Where the application runs already,
+    /// that one comes to the front, and this one ends. Throws `WindowError`.
+    int run();
+
+    /// Ends `run` within a second. May be called again.
+    void quit();
+
+    AppModel& model(); ///< made on first use
+    MainWindow& mainWindow();
+
+private:
+    bool isFirst();
+
+    QuitWatch& quitWatch_;
+    QUrl source_;
+    Surroundings surroundings_;
+    std::optional<SingleInstance> instance_;
+    std::optional<QuitWatch::Delivery> delivery_;
+    std::optional<AppearanceSettings> appearance_;
+    std::optional<AppModel> model_;
+    std::optional<ScreenModel> screenModel_;
+    std::optional<MainWindow> mainWindow_;
+    std::optional<AppDelegate> delegate_;
+};
+
+} // namespace vorn

@@ -1,0 +1,40 @@
+#include "VornMac/Application/CommandLine.h"
+#include "VornMac/Application/VornMacApp.h"
+#include "VornMac/Process/QuitWatch.h"
+
+#include <cstdio>
+
+#include <QGuiApplication>
+
+namespace {
+
+constexpr int wrongArguments = 2;
+
+int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
+{
+    vorn::VornMacApp::describe();
+    const QGuiApplication application(line.count(), line.values());
+    if (const auto unknown = line.unknown()) {
+        std::fprintf(stderr, "VornMac: unknown argument %s\nTry VornMac --help.\n", unknown->c_str());
+        return wrongArguments;
+    }
+    try {
+        return vorn::VornMacApp(quitWatch, line.defaults()).run();
+    } catch (const vorn::WindowError& error) {
+        std::fprintf(stderr, "VornMac: %s\n", error.what());
+        return 1;
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    vorn::CommandLine line(argc, argv);
+    if (const auto answer = line.answer()) {
+        std::fputs(answer->c_str(), stdout);
+        return 0;
+    }
+    vorn::QuitWatch quitWatch; // before any thread
+    return run(quitWatch, line);
+}
