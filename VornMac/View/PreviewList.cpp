@@ -26,7 +26,7 @@ int PreviewList::rowCount(const QModelIndex& parent) const
 
 QVariant PreviewList::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid)) return {};
+    if (!index.isValid() || index.row() >= rowCount()) return {};
     const Bubble& bubble = bubbles_[static_cast<std::size_t>(index.row())];
     switch (role) {
     case textRole: return bubble.text;

@@ -1,0 +1,169 @@
+#include "tests/VornMac/View/ScreenFixture.h"
+#include "tests/support/ScopedEnvironment.h"
+#include "tests/support/service/ServiceAnswers.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::ModelFixture;
+using testing::paidQuestJSON;
+using testing::questJSON;
+using testing::ScopedEnvironment;
+using testing::ScreenFixture;
+
+// In ns since 2001, as Messages counts.
+constexpr std::int64_t day = 86'400'000'000'000;
+constexpr std::int64_t newYear2026 = 788'918'400'000'000'000;
+
+class FindScreen : public ::testing::Test {
+protected:
+    void enterFind()
+    {
+        fix_.fix.launchSignedIn();
+        fix_.show();
+    }
+    void find(const std::string& quest = questJSON())
+    {
+        enterFind();
+        fix_.fix.answer(ModelFixture::quest, quest);
+        fix_.fix.runAll();
+    }
+
+    ScopedEnvironment zone_{"TZ", "UTC"};
+    ScopedEnvironment language_{"LC_ALL", "en_US.UTF-8"};
+    ScreenFixture fix_;
+};
+
+TEST_F(FindScreen, FollowsTheScan)
+{
+    fix_.fix.launch();
+    fix_.show();
+    EXPECT_EQ(fix_.value("scanPhase"), "Idle");
+    fix_.fix.linkAs(testing::adasSession());
+    fix_.screen().go(ScreenModel::Step::Find);
+    EXPECT_EQ(fix_.value("scanPhase"), "Loading");
+    EXPECT_EQ(fix_.value("messageCount"), "");
+    EXPECT_EQ(fix_.value("promptCount"), "");
+    EXPECT_EQ(fix_.value("replyCount"), "");
+    EXPECT_EQ(fix_.value("dates"), "");
+    EXPECT_EQ(fix_.value("availability"), "Unknown");
+    EXPECT_EQ(fix_.value("canUpload"), "false");
+    fix_.fix.run();
+    while (fix_.fix.isWaiting(ModelFixture::quest)) fix_.fix.answer(ModelFixture::quest, questJSON());
+    fix_.fix.runAll();
+    EXPECT_EQ(fix_.value("scanPhase"), "Found");
+    EXPECT_EQ(fix_.value("messageCount"), "3");
+    EXPECT_EQ(fix_.screen().preview()->rowCount(), 3);
+    EXPECT_EQ(fix_.value("availability"), "Available");
+    EXPECT_EQ(fix_.value("canUpload"), "true");
+}
+
+TEST_F(FindScreen, TellsWhyNothingIsFound)
+{
+    struct Case {
+        std::string body;
+        int status;
+        const char* phase;
+        const char* failure;
+    };
+    for (const Case& each : {
+             Case{questJSON("available", ""), 200, "NotConfigured", ""},
+             Case{questJSON("available", R"("+15559999999")"), 200, "NotFound", ""},
+             Case{testing::errorJSON("no such route", "not_found"), 404, "Unavailable", ""},
+             Case{testing::errorJSON("Try later.", "busy"), 500, "Failed", "Try later."},
+         }) {
+        SCOPED_TRACE(each.phase);
+        ScreenFixture fix;
+        fix.fix.launchSignedIn();
+        fix.show();
+        fix.fix.answer(ModelFixture::quest, each.body, each.status);
+        fix.fix.runAll();
+        EXPECT_EQ(fix.value("scanPhase"), each.phase);
+        EXPECT_EQ(fix.value("scanFailure"), each.failure);
+        EXPECT_EQ(fix.value("canUpload"), "false");
+    }
+}
+
+TEST_F(FindScreen, CountsTheChat)
+{
+    for (int number = 0; number < 1201; ++number)
+        fix_.fix.messages.message({.isFromMe = std::int64_t{1}, .date = newYear2026 + number / 1000 * 59 * day});
+    find();
+    EXPECT_EQ(fix_.value("messageCount"), "1,204");
+    EXPECT_EQ(fix_.value("promptCount"), "1,201");
+    EXPECT_EQ(fix_.value("replyCount"), "3");
+    EXPECT_EQ(fix_.value("dates"), "Mar 8, 2023 – Mar 1, 2026");
+    EXPECT_EQ(fix_.screen().preview()->rowCount(), 6);
+}
+
+TEST_F(FindScreen, HasNoDatesWithoutMessages)
+{
+    find(questJSON("available", R"("+15559999999")"));
+    EXPECT_EQ(fix_.value("messageCount"), "0");
+    EXPECT_EQ(fix_.value("dates"), "");
+}
+
+TEST_F(FindScreen, TellsWhatTheQuestMeansForTheNextUpload)
+{
+    struct Case {
+        std::string quest;
+        const char* availability;
+        const char* note;
+        const char* canUpload;
+    };
+    const std::string rejected =
+        R"({"quest":{"id":"quest-1","status":"rejected","rejectionReasonKey":"wrong_provider"},"handles":["+15550102030"],"maxBytes":5000000000})";
+    for (const Case& each : {
+             Case{questJSON("available"), "Available", "", "true"},
+             Case{questJSON("submitted"), "InReview", "Your last upload is being checked.", "false"},
+             Case{rejected, "LastRejected", "Last time: This upload didn't look like your Nimbrel chat.", "true"},
+             Case{paidQuestJSON("2026-03-09T09:00:00Z"), "Cooldown", "Paid. You can upload again on Mar 9, 2026.",
+                  "false"},
+             Case{paidQuestJSON("2026-02-09T09:00:00Z"), "Available", "", "true"},
+         }) {
+        SCOPED_TRACE(each.quest);
+        ScreenFixture fix;
+        fix.fix.launchSignedIn();
+        fix.show();
+        fix.fix.answer(ModelFixture::quest, each.quest);
+        fix.fix.runAll();
+        EXPECT_EQ(fix.value("availability"), each.availability);
+        EXPECT_EQ(fix.value("availabilityNote"), each.note);
+        EXPECT_EQ(fix.value("canUpload"), each.canUpload);
+    }
+}
+
+TEST_F(FindScreen, OffersAnUploadOnceTheCooldownIsOverAndTheScreenIsEnteredAgain)
+{
+    find(paidQuestJSON("2026-03-01T09:10:00Z"));
+    EXPECT_EQ(fix_.value("canUpload"), "false");
+    EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U); // a screen on which nothing happens wakes nobody
+    fix_.fix.advance(10min);
+    fix_.told();
+    fix_.screen().go(ScreenModel::Step::Upload);
+    EXPECT_EQ(fix_.value("availability"), "Available");
+    EXPECT_EQ(fix_.value("canUpload"), "true");
+    const auto told = fix_.told();
+    EXPECT_EQ(told.at("availabilityChanged"), 1);
+    EXPECT_EQ(told.at("canUploadChanged"), 1);
+    EXPECT_EQ(told.at("outcomeChanged"), 1); // whose next upload was that day
+}
+
+TEST_F(FindScreen, ForgetsWhatItFoundWithTheSession)
+{
+    find();
+    fix_.screen().signOut();
+    EXPECT_EQ(fix_.value("scanPhase"), "Idle");
+    EXPECT_EQ(fix_.value("messageCount"), "");
+    EXPECT_EQ(fix_.value("availability"), "Unknown");
+    EXPECT_EQ(fix_.value("availabilityNote"), "");
+    EXPECT_EQ(fix_.value("reward"), "the quest reward");
+    EXPECT_EQ(fix_.value("canUpload"), "false");
+    EXPECT_EQ(fix_.screen().preview()->rowCount(), 0);
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,88 @@
+#include "tests/VornMac/View/ScreenFixture.h"
+
+#include <utility>
+
+#include <QMetaProperty>
+#include <fmt/format.h>
+
+namespace vorn::testing {
+namespace {
+
+std::string textOf(const QMetaProperty& property, const QVariant& value)
+{
+    if (property.isEnumType()) return property.enumerator().valueToKey(value.toInt());
+    return value.toString().toStdString();
+}
+
+} // namespace
+
+ScreenFixture::~ScreenFixture()
+{
+    fix.quit(); // the context's tasks go before the screen
+}
+
+ScreenModel& ScreenFixture::show()
+{
+    screen_ = std::make_unique<ScreenModel>(fix.model(), fix.context, fix.clock);
+    const auto count = [this](auto signal, const char* name) {
+        QObject::connect(screen_.get(), signal, screen_.get(), [this, name] { ++told_[name]; });
+    };
+    count(&ScreenModel::stepChanged, "stepChanged");
+    count(&ScreenModel::sessionChanged, "sessionChanged");
+    count(&ScreenModel::linkPhaseChanged, "linkPhaseChanged");
+    count(&ScreenModel::qrPayloadChanged, "qrPayloadChanged");
+    count(&ScreenModel::linkSecondsLeftChanged, "linkSecondsLeftChanged");
+    count(&ScreenModel::understandsUploadChanged, "understandsUploadChanged");
+    count(&ScreenModel::agreesToShareChanged, "agreesToShareChanged");
+    count(&ScreenModel::rewardChanged, "rewardChanged");
+    count(&ScreenModel::accessChanged, "accessChanged");
+    count(&ScreenModel::scanPhaseChanged, "scanPhaseChanged");
+    count(&ScreenModel::exportResultChanged, "exportResultChanged");
+    count(&ScreenModel::availabilityChanged, "availabilityChanged");
+    count(&ScreenModel::canUploadChanged, "canUploadChanged");
+    count(&ScreenModel::uploadPhaseChanged, "uploadPhaseChanged");
+    count(&ScreenModel::outcomeChanged, "outcomeChanged");
+    return *screen_;
+}
+
+std::string ScreenFixture::value(const char* property) const
+{
+    const QMetaObject& type = ScreenModel::staticMetaObject;
+    return textOf(type.property(type.indexOfProperty(property)), screen_->property(property));
+}
+
+std::map<std::string, std::string> ScreenFixture::values() const
+{
+    std::map<std::string, std::string> values;
+    const QMetaObject& type = ScreenModel::staticMetaObject;
+    for (int index = type.propertyOffset(); index < type.propertyCount(); ++index) {
+        const QMetaProperty property = type.property(index);
+        if (property.hasNotifySignal()) values[property.name()] = textOf(property, property.read(screen_.get()));
+    }
+    return values;
+}
+
+ScreenFixture::Counts ScreenFixture::told()
+{
+    return std::exchange(told_, {});
+}
+
+std::vector<std::string> propertiesOf(const std::string& signal)
+{
+    std::vector<std::string> names;
+    const QMetaObject& type = ScreenModel::staticMetaObject;
+    for (int index = type.propertyOffset(); index < type.propertyCount(); ++index) {
+        const QMetaProperty property = type.property(index);
+        if (property.notifySignal().name() == signal.c_str()) names.emplace_back(property.name());
+    }
+    return names;
+}
+
+std::string paidQuestJSON(const std::string& until)
+{
+    return fmt::format(
+        R"({{"quest":{{"id":"quest-1","rewardUsd":12.5,"status":"approved","availableAt":"{}"}},"handles":["+15550102030"],"maxBytes":5000000000}})",
+        until);
+}
+
+} // namespace vorn::testing

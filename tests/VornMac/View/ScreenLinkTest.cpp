@@ -1,0 +1,151 @@
+#include "tests/VornMac/View/ScreenFixture.h"
+#include "tests/support/service/ServiceAnswers.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::adasSession;
+using testing::linkJSON;
+using testing::ModelFixture;
+using testing::pollJSON;
+using testing::questJSON;
+using testing::ScreenFixture;
+
+class Screen : public ::testing::Test {
+protected:
+    ScreenFixture fix_;
+};
+
+TEST_F(Screen, FollowsEveryPhaseOfLinking)
+{
+    fix_.fix.launch();
+    fix_.show();
+    EXPECT_EQ(fix_.value("step"), "Link");
+    EXPECT_EQ(fix_.value("linkPhase"), "Loading");
+    EXPECT_EQ(fix_.value("qrPayload"), "");
+    EXPECT_EQ(fix_.value("isSignedIn"), "false");
+    EXPECT_EQ(fix_.value("displayName"), "");
+
+    fix_.fix.answer(ModelFixture::links, linkJSON());
+    EXPECT_EQ(fix_.value("linkPhase"), "Showing");
+    EXPECT_EQ(fix_.value("qrPayload"), "vorn://link/qr-canary-1");
+
+    fix_.fix.advance(2s);
+    fix_.fix.answer(ModelFixture::polls, pollJSON("scanned"));
+    EXPECT_EQ(fix_.value("linkPhase"), "Scanned");
+
+    fix_.fix.advance(2s);
+    fix_.fix.answer(ModelFixture::polls, pollJSON("rejected"));
+    EXPECT_EQ(fix_.value("linkPhase"), "Rejected");
+    EXPECT_EQ(fix_.value("linkFailure"), "");
+
+    fix_.fix.advance(3s);
+    EXPECT_EQ(fix_.value("linkPhase"), "Loading");
+    fix_.fix.fail(ModelFixture::links, URLError::Code::timedOut);
+    EXPECT_EQ(fix_.value("linkPhase"), "Failed");
+    EXPECT_EQ(fix_.value("linkFailure"), "The connection timed out. Vorn will retry.");
+    EXPECT_EQ(fix_.value("qrPayload"), "");
+
+    fix_.screen().startLinking();
+    fix_.fix.run();
+    EXPECT_EQ(fix_.value("linkPhase"), "Loading");
+    EXPECT_EQ(fix_.value("linkFailure"), "");
+}
+
+TEST_F(Screen, BeginsTheWorkOfTheFirstStep)
+{
+    fix_.fix.launch();
+    fix_.show().start();
+    fix_.fix.run();
+    EXPECT_EQ(fix_.fix.asked(ModelFixture::links), 2U); // once when it was launched
+}
+
+TEST_F(Screen, NamesWhoIsSignedIn)
+{
+    fix_.fix.launch();
+    fix_.show();
+    StoredSession session = adasSession();
+    session.displayName = "ådá 🦊";
+    fix_.fix.linkAs(session);
+    EXPECT_EQ(fix_.value("isSignedIn"), "true");
+    EXPECT_EQ(fix_.value("displayName"), "ådá 🦊");
+    EXPECT_EQ(fix_.value("step"), "Consent");
+
+    fix_.screen().signOut();
+    EXPECT_EQ(fix_.value("isSignedIn"), "false");
+    EXPECT_EQ(fix_.value("displayName"), "");
+    EXPECT_EQ(fix_.value("step"), "Link");
+}
+
+TEST_F(Screen, PassesTheTicksOnAndTheConsent)
+{
+    fix_.fix.launchSignedIn(false);
+    ScreenModel& screen = fix_.show();
+    EXPECT_EQ(fix_.value("step"), "Consent");
+    EXPECT_EQ(fix_.value("reward"), "the quest reward");
+    fix_.fix.answer(ModelFixture::quest, questJSON());
+    EXPECT_EQ(fix_.value("reward"), "$12.50");
+
+    EXPECT_FALSE(screen.understandsUpload());
+    EXPECT_FALSE(screen.agreesToShare());
+    screen.setProperty("understandsUpload", true);
+    screen.acceptConsent();
+    EXPECT_TRUE(screen.understandsUpload());
+    EXPECT_FALSE(screen.agreesToShare());
+    EXPECT_EQ(fix_.value("step"), "Consent");
+
+    screen.setProperty("agreesToShare", true);
+    EXPECT_TRUE(fix_.fix.model().agreesToShare());
+    screen.acceptConsent();
+    EXPECT_EQ(fix_.value("step"), "Find");
+}
+
+TEST_F(Screen, ShowsWhetherMessagesCanBeRead)
+{
+    fix_.fix.setAccess(FullDiskAccessStatus::denied);
+    fix_.fix.launchSignedIn();
+    ScreenModel& screen = fix_.show();
+    EXPECT_EQ(fix_.value("step"), "Access");
+    EXPECT_EQ(fix_.value("access"), "Denied");
+
+    fix_.fix.setAccess(FullDiskAccessStatus::noDatabase);
+    screen.startAccessProbe(); // without waiting for the next look
+    EXPECT_EQ(fix_.value("access"), "NoDatabase");
+
+    fix_.fix.setAccess(FullDiskAccessStatus::granted);
+    fix_.fix.advance(1500ms);
+    EXPECT_EQ(fix_.value("access"), "Granted");
+}
+
+TEST_F(Screen, AsksTheDesktop)
+{
+    fix_.fix.launch();
+    ScreenModel& screen = fix_.show();
+    screen.openFullDiskAccessSettings();
+    screen.revealAppInFinder();
+    screen.relaunch();
+    ASSERT_EQ(fix_.fix.workspace.calls.size(), 3U);
+    EXPECT_THAT(fix_.fix.workspace.calls[0], ::testing::StartsWith("open "));
+    EXPECT_EQ(fix_.fix.workspace.calls[1], "reveal");
+    EXPECT_EQ(fix_.fix.workspace.calls[2], "relaunch");
+}
+
+TEST_F(Screen, HasEveryStepOfTheModel)
+{
+    fix_.fix.launchSignedIn();
+    ScreenModel& screen = fix_.show();
+    const std::vector<const char*> names = {"Link", "Consent", "Access", "Find", "Upload", "Done"};
+    ASSERT_EQ(names.size(), allSteps.size());
+    for (std::size_t index = 0; index < allSteps.size(); ++index) {
+        fix_.fix.model().go(allSteps.at(index));
+        EXPECT_EQ(fix_.value("step"), names.at(index));
+        screen.go(screen.step());
+        EXPECT_EQ(fix_.fix.model().step(), allSteps.at(index));
+    }
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,140 @@
+#include "tests/VornMac/View/ScreenFixture.h"
+#include "tests/support/service/ServiceAnswers.h"
+
+#include <functional>
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::adasSession;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using testing::linkJSON;
+using testing::ModelFixture;
+using testing::openedJSON;
+using ::testing::Pair;
+using testing::pollJSON;
+using testing::propertiesOf;
+using testing::questJSON;
+using testing::ScreenFixture;
+using testing::submissionJSON;
+
+class Signals : public ::testing::Test {
+protected:
+    /// Runs `event` and checks that whatever it changed was told about, and nothing else.
+    void watch(const char* name, const std::function<void()>& event)
+    {
+        SCOPED_TRACE(name);
+        const auto before = fix_.values();
+        fix_.told();
+        event();
+        const auto after = fix_.values();
+        last_ = fix_.told();
+        for (const std::string signal : allSignals) {
+            bool changed = false;
+            for (const std::string& property : propertiesOf(signal))
+                changed |= before.at(property) != after.at(property);
+            EXPECT_EQ(last_.contains(signal), changed) << signal;
+        }
+    }
+
+    static constexpr const char* allSignals[] = {
+        "stepChanged",          "sessionChanged",         "linkPhaseChanged",
+        "qrPayloadChanged",     "linkSecondsLeftChanged", "understandsUploadChanged",
+        "agreesToShareChanged", "rewardChanged",          "accessChanged",
+        "scanPhaseChanged",     "exportResultChanged",    "availabilityChanged",
+        "canUploadChanged",     "uploadPhaseChanged",     "outcomeChanged"};
+
+    ScreenFixture fix_;
+    ScreenFixture::Counts last_; ///< told during the last event
+};
+
+TEST_F(Signals, TellOfEveryChangeAndOfNothingElse)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launch();
+    ScreenModel& screen = fix_.show();
+    watch("a code", [&] { fix.answer(ModelFixture::links, linkJSON()); });
+    watch("half a second", [&] { fix.advance(500ms); });
+    watch("another", [&] { fix.advance(500ms); });
+    watch("a second", [&] { fix.advance(1s); });
+    watch("nothing new", [&] { fix.answer(ModelFixture::polls, pollJSON("pending")); });
+    watch("two seconds", [&] { fix.advance(2s); });
+    watch("signed in", [&] { fix.answer(ModelFixture::polls, testing::approvalJSON(adasSession())); });
+    watch("quest known", [&] { fix.answer(ModelFixture::quest, questJSON()); });
+    watch("one box", [&] { screen.setUnderstandsUpload(true); });
+    watch("the same again", [&] { screen.setUnderstandsUpload(true); });
+    watch("other box", [&] { screen.setAgreesToShare(true); });
+    watch("consent", [&] { screen.acceptConsent(); });
+    watch("the same quest", [&] { fix.answer(ModelFixture::quest, questJSON()); });
+    watch("found", [&] { fix.runAll(); });
+    watch("time", [&] { fix.advance(1h); });
+    watch("upload", [&] { screen.upload(); });
+    watch("packed", [&] { fix.runAll(); });
+    watch("opened", [&] {
+        fix.answer(ModelFixture::creates, openedJSON());
+        fix.runAll();
+    });
+    watch("sent", [&] { fix.http->acknowledge(fix.http->waiting(ModelFixture::puts).value(), "\"tag-1\""); });
+    watch("taken", [&] { fix.run(); });
+    watch("complete", [&] { fix.answer(ModelFixture::completes, submissionJSON("analyzing")); });
+    watch("time for a poll", [&] { fix.advance(5s); });
+    watch("a person looks", [&] { fix.answer(ModelFixture::review, submissionJSON("review_pending")); });
+    watch("time for another", [&] { fix.advance(30s); });
+    watch("still", [&] { fix.answer(ModelFixture::review, submissionJSON("review_pending")); });
+    watch("signed out", [&] { screen.signOut(); });
+}
+
+TEST_F(Signals, ComeOnceForOneChange)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launchSignedIn();
+    fix_.show();
+    watch("quest known", [&] { fix.answer(ModelFixture::quest, questJSON()); });
+    EXPECT_THAT(last_, ElementsAre(Pair("availabilityChanged", 1), Pair("outcomeChanged", 1), // of what it would earn
+                                   Pair("rewardChanged", 1)));
+    watch("found", [&] { fix.runAll(); });
+    EXPECT_THAT(last_,
+                ElementsAre(Pair("canUploadChanged", 1), Pair("exportResultChanged", 1), Pair("scanPhaseChanged", 1)));
+    watch("another step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
+    EXPECT_THAT(last_, ElementsAre(Pair("stepChanged", 1)));
+    watch("the same step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
+    EXPECT_THAT(last_, IsEmpty());
+}
+
+/// A screen that is made when the step is told reads everything then.
+TEST_F(Signals, TellOfTheStepWhenTheRestIsUpToDate)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launchSignedIn();
+    ScreenModel& screen = fix_.show();
+    fix.answer(ModelFixture::quest, testing::paidQuestJSON("2026-03-01T09:10:00Z"));
+    fix.runAll();
+    fix.advance(10min);
+    std::vector<bool> seen;
+    QObject::connect(&screen, &ScreenModel::stepChanged, &screen, [&] { seen.push_back(screen.canUpload()); });
+    screen.go(ScreenModel::Step::Upload);
+    EXPECT_THAT(seen, ElementsAre(true));
+}
+
+TEST_F(Signals, TellOfWhatIsFoundWhenItCanBeRead)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launchSignedIn();
+    ScreenModel& screen = fix_.show();
+    std::vector<std::string> seen;
+    QObject::connect(&screen, &ScreenModel::exportResultChanged, &screen, [&] {
+        seen.push_back(fix_.value("messageCount") + " " + std::to_string(screen.preview()->rowCount()));
+    });
+    QObject::connect(&screen, &ScreenModel::scanPhaseChanged, &screen,
+                     [&] { seen.push_back(fix_.value("scanPhase") + " " + fix_.value("canUpload")); });
+    fix.answer(ModelFixture::quest, questJSON());
+    fix.runAll();
+    EXPECT_THAT(seen, ElementsAre("3 3", "Found true"));
+}
+
+} // namespace
+} // namespace vorn
