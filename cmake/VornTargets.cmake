@@ -49,7 +49,9 @@ function(vorn_qml_module name)
   qt_add_qml_module(${name} URI ${arg_URI} VERSION 1.0 RESOURCE_PREFIX /qt/qml OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
                     QML_FILES ${arg_QML} RESOURCES ${arg_RESOURCES})
   # What Qt generates is not written to our warnings, and names our headers without their folders.
-  target_compile_options(${name} PRIVATE -Wno-conversion -Wno-sign-conversion -Wno-shadow)
+  get_target_property(sources ${name} SOURCES)
+  list(FILTER sources INCLUDE REGEX "/(\\.rcc/qmlcache/|.*_qmltyperegistrations).*\\.cpp$")
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()
 

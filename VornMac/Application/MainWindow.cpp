@@ -43,6 +43,7 @@ MainWindow::MainWindow(const QUrl& source, const QVariantMap& properties, UserDe
     window_ = windowOf(engine_, source, properties);
     geometry_ = std::make_unique<GeometryKeeper>(*window_, defaults);
     addWindowShortcuts(*window_, quit);
+    QObject::connect(&engine_, &QQmlEngine::quit, window_.get(), quit);
     window_->create();
     hideTitleBar(window_->winId());
 }

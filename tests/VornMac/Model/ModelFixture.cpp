@@ -85,7 +85,7 @@ AppModel& ModelFixture::launch()
         .bundle = Bundle({{"CFBundleShortVersionString", "1.2.3"}}),
     });
     changes_ = std::make_unique<Notifications>(*model_);
-    model_->start();
+    onLaunched ? onLaunched() : model_->start();
     run();
     return *model_;
 }

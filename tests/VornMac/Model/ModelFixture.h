@@ -11,6 +11,7 @@
 #include "tests/support/log/CapturedLog.h"
 #include "tests/support/service/HeldHTTPSession.h"
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -91,6 +92,9 @@ public:
     MessagesFixture messages;
 
     // Where to begin.
+
+    /// What begins the first step, instead of the fixture: a window that shows the model, say.
+    std::function<void()> onLaunched;
 
     /// Makes the model, and begins its first step. Once in a test.
     AppModel& launch();

@@ -1,0 +1,34 @@
+#include "VornMac/Drawing/CornerBrackets.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+namespace vorn {
+
+CornerBrackets::CornerBrackets(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    connect(this, &CornerBrackets::looksChanged, this, [this] { update(); });
+}
+
+void CornerBrackets::paint(QPainter* painter)
+{
+    const qreal inset = thickness_ / 2;
+    const QRectF frame = boundingRect().adjusted(inset, inset, -inset, -inset);
+    // The corner at the origin; the others are this one in the mirror.
+    QPainterPath bracket(QPointF(0, armLength_));
+    bracket.lineTo(0, radius_);
+    bracket.arcTo(QRectF(0, 0, 2 * radius_, 2 * radius_), 180, -90);
+    bracket.lineTo(armLength_, 0);
+
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(QPen(color_, thickness_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    for (const QPointF& corner : {frame.topLeft(), frame.topRight(), frame.bottomRight(), frame.bottomLeft()}) {
+        painter->save();
+        painter->translate(corner);
+        painter->scale(corner.x() > frame.center().x() ? -1 : 1, corner.y() > frame.center().y() ? -1 : 1);
+        painter->drawPath(bracket);
+        painter->restore();
+    }
+}
+
+} // namespace vorn

@@ -1,0 +1,61 @@
+#include "VornMac/Drawing/QRModules.h"
+
+#include "VornMac/QRCode/QRMatrix.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <utility>
+
+#include <QPainter>
+
+namespace vorn {
+namespace {
+
+constexpr int quietZone = 4; // modules on each side, as the standard asks for
+
+void drawModules(QPainter& painter, const QRMatrix& code, QSize pixels)
+{
+    const int across = code.size() + 2 * quietZone;
+    const int module = std::min(pixels.width(), pixels.height()) / across;
+    const int left = (pixels.width() - module * code.size()) / 2;
+    const int top = (pixels.height() - module * code.size()) / 2;
+    for (int row = 0; row < code.size(); ++row) {
+        for (int column = 0; column < code.size(); ++column) {
+            if (code.isDark(row, column))
+                painter.fillRect(left + column * module, top + row * module, module, module, Qt::black);
+        }
+    }
+}
+
+} // namespace
+
+QRModules::QRModules(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    setSmooth(false);
+    setFillColor(Qt::white);
+    setOpaquePainting(true);
+}
+
+void QRModules::setPayload(const QString& payload)
+{
+    if (std::exchange(payload_, payload) == payload) return;
+    emit payloadChanged();
+    update();
+}
+
+void QRModules::paint(QPainter* painter)
+{
+    const QByteArray bytes = payload_.toUtf8();
+    if (bytes.isEmpty()) return;
+    const QPaintDevice* surface = painter->device();
+    const QSize pixels(surface->width(), surface->height());
+    painter->resetTransform(); // whole pixels of the surface, not of the layout
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    try {
+        drawModules(*painter, QRMatrix({bytes.constData(), static_cast<std::size_t>(bytes.size())}), pixels);
+    } catch (const std::length_error&) {
+        qWarning("a code is too long to be shown"); // never its text: it links this Mac
+    }
+}
+
+} // namespace vorn

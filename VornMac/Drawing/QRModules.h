@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QQuickPaintedItem>
+#include <QString>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// A QR code (ISO/IEC 18004, error correction level M), dark on light whatever the theme, with four light modules all
+/// around. A module is as many whole pixels of the screen as fit, so that none is blurred.
+class QRModules : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QString payload READ payload WRITE setPayload NOTIFY payloadChanged)
+
+public:
+    explicit QRModules(QQuickItem* parent = nullptr);
+
+    const QString& payload() const noexcept { return payload_; }
+    /// Shown as UTF-8. An empty one, and one that fits no code, show nothing.
+    void setPayload(const QString& payload);
+
+    void paint(QPainter* painter) override;
+
+signals:
+    void payloadChanged();
+
+private:
+    QString payload_;
+};
+
+} // namespace vorn

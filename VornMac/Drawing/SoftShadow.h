@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickPaintedItem>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// The soft shadow of a card with round corners. Give it the card's size on every side plus `blur`, and lay it below.
+class SoftShadow : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
+    Q_PROPERTY(double blur MEMBER blur_ NOTIFY looksChanged)
+    Q_PROPERTY(double radius MEMBER radius_ NOTIFY looksChanged)
+
+public:
+    explicit SoftShadow(QQuickItem* parent = nullptr);
+
+    void paint(QPainter* painter) override;
+
+signals:
+    void looksChanged();
+
+private:
+    QColor color_ = Qt::black; ///< where it is darkest
+    double blur_ = 24;
+    double radius_ = 16; ///< of the card
+};
+
+} // namespace vorn

@@ -1,0 +1,48 @@
+#include "VornMac/Drawing/Symbol.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QPainter>
+#include <QSvgRenderer>
+
+namespace vorn {
+
+Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    setImplicitSize(16, 16);
+}
+
+void Symbol::setName(const QString& name)
+{
+    if (std::exchange(name_, name) == name) return;
+    emit nameChanged();
+    update();
+}
+
+void Symbol::setColor(const QColor& color)
+{
+    if (std::exchange(color_, color) == color) return;
+    emit colorChanged();
+    update();
+}
+
+void Symbol::paint(QPainter* painter)
+{
+    if (name_.isEmpty()) return;
+    QSvgRenderer drawing(QStringLiteral(":/qt/qml/Vorn/Drawing/symbols/%1.svg").arg(name_));
+    if (!drawing.isValid()) {
+        qWarning("there is no symbol %s", qUtf8Printable(name_));
+        return;
+    }
+    const qreal side = std::min(width(), height());
+    const QRectF frame((width() - side) / 2, (height() - side) / 2, side, side);
+    painter->setRenderHint(QPainter::Antialiasing);
+    drawing.render(painter, frame);
+    if (color_.alpha() == 0) return;
+    // The item's own surface holds nothing but the symbol, so what is opaque there is what takes the colour.
+    painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
+    painter->fillRect(boundingRect(), color_);
+}
+
+} // namespace vorn

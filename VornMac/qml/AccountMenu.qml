@@ -1,0 +1,144 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorn.Components
+import Vorn.Drawing
+
+/// Who is signed in, and the way out.
+PushButton {
+    id: root
+
+    required property string displayName
+    readonly property string initial: Array.from(displayName)[0]?.toUpperCase() ?? ""
+
+    signal signOut
+
+    Accessible.role: Accessible.ButtonMenu
+    Accessible.name: "Account"
+    Accessible.description: signedIn.text
+    cornerRadius: height / 2
+    implicitHeight: 34
+    leftPadding: 12
+    rightPadding: 12
+    topPadding: 0
+    bottomPadding: 0
+    text: displayName
+    onClicked: menu.open()
+
+    contentItem: Row {
+        spacing: 8
+
+        Item {
+            anchors.verticalCenter: parent.verticalCenter
+            height: 20
+            width: 20
+
+            AccentBar {
+                anchors.fill: parent
+                endColor: Theme.accentEnd
+                startColor: Theme.accentStart
+            }
+            Text {
+                Accessible.ignored: true
+                anchors.centerIn: parent
+                color: Theme.outgoingInk
+                font: Theme.fonts.badge
+                objectName: "badge"
+                text: root.initial
+                textFormat: Text.PlainText
+            }
+        }
+        Symbol {
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.secondary
+            height: 12
+            name: "chevron.down"
+            width: 12
+        }
+    }
+    background: Rectangle {
+        border.color: Theme.border
+        border.width: 1
+        color: root.hovered ? Theme.pill : Theme.background
+        radius: height / 2
+    }
+
+    T.Popup {
+        id: menu
+        closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        focus: true
+        height: implicitContentHeight + 16
+        implicitHeight: height
+        margins: 8
+        modal: false
+        padding: 8
+        width: 260
+        x: root.width - width
+        y: root.height + 8
+
+        background: Item {
+            SoftShadow {
+                anchors.fill: parent
+                anchors.margins: -blur
+                blur: 20
+                color: Theme.shadow
+                radius: 14
+            }
+            Rectangle {
+                anchors.fill: parent
+                border.color: Theme.border
+                border.width: 1
+                color: Theme.card
+                radius: 14
+            }
+        }
+        contentItem: Column {
+            Accessible.role: Accessible.PopupMenu
+            Accessible.name: "Account"
+
+            Words {
+                id: signedIn
+                bottomPadding: 10
+                color: Theme.secondary
+                font: Theme.fonts.caption
+                leftPadding: 10
+                rightPadding: 10
+                text: "Signed in as " + root.displayName
+                topPadding: 6
+                width: parent.width
+            }
+            Rectangle {
+                Accessible.role: Accessible.Separator
+                color: Theme.border
+                height: 1
+                width: parent.width
+            }
+            Item {
+                height: 6
+                width: 1
+            }
+            PushButton {
+                id: out
+                Accessible.role: Accessible.MenuItem
+                focus: true
+                leftPadding: 10
+                text: "Sign out of this Mac"
+                width: parent.width
+                onClicked: {
+                    menu.close();
+                    root.signOut();
+                }
+
+                contentItem: ButtonText {
+                    color: Theme.ink
+                    font: out.font
+                    horizontalAlignment: Text.AlignLeft
+                    text: out.text
+                }
+                background: Rectangle {
+                    color: out.hovered || out.visualFocus ? Theme.pill : "transparent"
+                    radius: 8
+                }
+            }
+        }
+    }
+}

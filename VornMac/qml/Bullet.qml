@@ -1,0 +1,31 @@
+import QtQuick
+import Vorn.Components
+import Vorn.Drawing
+
+/// One point of a list, with a symbol for what it is about.
+Item {
+    id: root
+
+    required property string symbol
+    required property string text
+
+    implicitHeight: words.implicitHeight
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.text
+
+    Symbol {
+        color: Theme.secondary
+        height: 18
+        name: root.symbol
+        width: 18
+        y: Math.max(0, (words.implicitHeight / Math.max(1, words.lineCount) - height) / 2)
+    }
+    Words {
+        id: words
+        Accessible.ignored: true
+        anchors.left: parent.left
+        anchors.leftMargin: 30
+        anchors.right: parent.right
+        text: root.text
+    }
+}

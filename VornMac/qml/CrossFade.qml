@@ -1,0 +1,73 @@
+import QtQuick
+import Vorn.Components
+
+/// Shows one screen, and fades to the next when `screen` changes. What goes takes no more input.
+FocusScope {
+    id: root
+
+    required property Component screen
+    readonly property bool isFading: fade.running
+
+    property Loader shown: first
+    readonly property Loader going: shown === first ? second : first
+
+    onScreenChanged: show()
+    Component.onCompleted: show()
+
+    function show() {
+        if (shown.sourceComponent === screen)
+            return;
+        fade.complete();
+        const isFirst = shown.sourceComponent === null;
+        if (!isFirst)
+            shown = going;
+        shown.sourceComponent = screen;
+        shown.focus = true;
+        if (isFirst)
+            return;
+        shown.opacity = 0;
+        fade.start();
+    }
+
+    Loader {
+        id: first
+        anchors.fill: parent
+        focus: true
+    }
+    Loader {
+        id: second
+        anchors.fill: parent
+    }
+    // Over the screen that goes, below the one that comes.
+    MouseArea {
+        anchors.fill: parent
+        enabled: root.isFading
+        preventStealing: true
+        visible: enabled
+        z: 1
+    }
+    Binding {
+        root.shown.z: 2
+        root.going.z: 0
+    }
+
+    ParallelAnimation {
+        id: fade
+
+        NumberAnimation {
+            duration: Theme.crossFade
+            easing.type: Easing.InOutQuad
+            property: "opacity"
+            target: root.shown
+            to: 1
+        }
+        NumberAnimation {
+            duration: Theme.crossFade
+            easing.type: Easing.InOutQuad
+            property: "opacity"
+            target: root.going
+            to: 0
+        }
+        onFinished: root.going.sourceComponent = null
+    }
+}

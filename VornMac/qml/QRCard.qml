@@ -1,0 +1,111 @@
+import QtQuick
+import Vorn.Components
+import Vorn.Drawing
+import Vorn.View
+
+/// The code on its plate, in a viewfinder. Once the phone has read it, it is covered; below, the time until the next one.
+Item {
+    id: root
+
+    required property string payload // empty without a code
+    required property int phase // a ScreenModel.LinkPhase
+    required property int secondsLeft
+
+    readonly property bool hasCode: payload.length > 0
+    readonly property bool isScanned: phase === ScreenModel.LinkPhase.Scanned
+    readonly property bool hasFailed: phase === ScreenModel.LinkPhase.Failed
+
+    function clockText(seconds: int): string {
+        return Math.floor(seconds / 60) + ":" + String(seconds % 60).padStart(2, "0");
+    }
+
+    implicitHeight: finder.height + 24 + countdown.height
+    implicitWidth: finder.width
+
+    ViewfinderCorners {
+        id: finder
+        height: width
+        width: 340
+    }
+    SoftShadow {
+        anchors.fill: plate
+        anchors.margins: -blur
+        blur: 20
+        color: Theme.shadow
+        radius: plate.radius
+    }
+    Rectangle {
+        id: plate
+        anchors.centerIn: finder
+        color: Theme.plate
+        height: width
+        radius: 20
+        width: 300
+
+        QRCodeImage {
+            anchors.centerIn: parent
+            height: width
+            payload: root.payload
+            visible: root.hasCode && !root.isScanned
+            width: 288
+        }
+        Spinner {
+            anchors.centerIn: parent
+            size: 28
+            visible: !root.hasCode && !root.hasFailed
+        }
+        VornGlyph {
+            anchors.centerIn: parent
+            height: 56
+            opacity: 0.35
+            visible: !root.hasCode && root.hasFailed
+            width: 56
+        }
+        Column {
+            anchors.centerIn: parent
+            spacing: 16
+            visible: root.isScanned
+
+            Symbol {
+                anchors.horizontalCenter: parent.horizontalCenter
+                color: Theme.plateInk
+                height: 96
+                name: "iphone.gen3.radiowaves.left.and.right"
+                width: 96
+                Accessible.ignored: true
+            }
+            Words {
+                color: Theme.plateInk
+                font: Theme.fonts.caption
+                text: "Confirm on your phone"
+            }
+        }
+    }
+    Row {
+        id: countdown
+        anchors.horizontalCenter: finder.horizontalCenter
+        anchors.top: finder.bottom
+        anchors.topMargin: 24
+        // It keeps its place while there is no code, so that nothing jumps when one comes.
+        opacity: root.hasCode ? 1 : 0
+        Accessible.role: Accessible.StaticText
+        Accessible.name: root.hasCode ? label.text + time.text : ""
+        Accessible.ignored: !root.hasCode
+
+        Words {
+            id: label
+            Accessible.ignored: true
+            color: Theme.secondary
+            font: Theme.fonts.caption
+            text: "New code in "
+            textFormat: Text.PlainText
+        }
+        DigitText {
+            id: time
+            Accessible.ignored: true
+            color: Theme.secondary
+            font: Theme.fonts.caption
+            text: root.clockText(root.secondsLeft)
+        }
+    }
+}

@@ -1,0 +1,72 @@
+import QtQuick
+import Vorn.Components
+import Vorn.View
+
+/// What the window shows: the screen of the model's step, and who is signed in.
+Rectangle {
+    id: root
+
+    required property ScreenModel model
+
+    color: Theme.background
+    Component.onCompleted: model.start()
+
+    VornGlyph {
+        x: Theme.sideMargin
+        y: 39
+    }
+    CrossFade {
+        anchors.fill: parent
+        screen: root.screenOf(root.model.step)
+    }
+    AccountMenu {
+        anchors.right: parent.right
+        anchors.rightMargin: 42
+        anchors.top: parent.top
+        anchors.topMargin: 36
+        displayName: root.model.displayName
+        visible: root.model.isSignedIn
+        onSignOut: root.model.signOut()
+    }
+
+    function screenOf(step: int): Component {
+        return [link, consent, access, find, upload, done][step];
+    }
+
+    Component {
+        id: link
+        LinkScreen {
+            model: root.model
+        }
+    }
+    Component {
+        id: consent
+        ConsentScreen {
+            model: root.model
+        }
+    }
+    Component {
+        id: access
+        AccessScreen {
+            model: root.model
+        }
+    }
+    Component {
+        id: find
+        FindScreen {
+            model: root.model
+        }
+    }
+    Component {
+        id: upload
+        UploadScreen {
+            model: root.model
+        }
+    }
+    Component {
+        id: done
+        DoneScreen {
+            model: root.model
+        }
+    }
+}

@@ -1,0 +1,16 @@
+import QtQuick
+import Vorn.Components
+
+/// A part of a form under its heading.
+Column {
+    id: root
+
+    required property string title
+
+    spacing: 6
+
+    FieldLabel {
+        text: root.title
+        width: parent.width
+    }
+}

@@ -1,0 +1,45 @@
+import QtQuick
+import Vorn.Components
+
+/// A name on the left and what it comes to on the right, under a divider.
+Item {
+    id: root
+
+    required property string label
+    required property string value
+    property bool hasDivider: true
+
+    implicitHeight: Math.max(name.implicitHeight, figure.implicitHeight) + 24
+    Accessible.role: Accessible.StaticText
+    Accessible.name: root.label + ": " + root.value
+
+    Rectangle {
+        anchors.left: parent.left
+        anchors.leftMargin: 16
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        color: Theme.border
+        height: 1
+        visible: root.hasDivider
+    }
+    Words {
+        id: name
+        Accessible.ignored: true
+        anchors.left: parent.left
+        anchors.leftMargin: 16
+        anchors.right: figure.left
+        anchors.rightMargin: 12
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.secondary
+        text: root.label
+    }
+    DigitText {
+        id: figure
+        Accessible.ignored: true
+        anchors.right: parent.right
+        anchors.rightMargin: 16
+        anchors.verticalCenter: parent.verticalCenter
+        font: Theme.fonts.bodyMedium
+        text: root.value
+    }
+}

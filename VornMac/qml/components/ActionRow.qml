@@ -1,0 +1,26 @@
+import QtQuick
+
+/// What leads on from a screen, and back where there is a way back. Without a `backTitle` there is none.
+Row {
+    id: root
+
+    property string backTitle: ""
+    required property string primaryTitle
+    property bool primaryEnabled: true
+
+    signal back
+    signal primary
+
+    spacing: 12
+
+    PrimaryButtonStyle {
+        enabled: root.primaryEnabled
+        text: root.primaryTitle
+        onClicked: root.primary()
+    }
+    BackButtonStyle {
+        text: root.backTitle
+        visible: root.backTitle.length > 0
+        onClicked: root.back()
+    }
+}

@@ -1,0 +1,44 @@
+import QtQuick
+
+/// A conversation, newest at the bottom. `turns` is a model with the roles `text` and `fromMe`. What does not fit
+/// scrolls, from the newest on.
+Flickable {
+    id: root
+
+    property alias turns: bubbles.model
+    property bool redacted: false
+
+    boundsBehavior: Flickable.StopAtBounds
+    clip: contentHeight > height
+    contentHeight: Math.max(height, column.implicitHeight)
+    contentY: contentHeight - height
+    interactive: contentHeight > height
+    activeFocusOnTab: interactive
+    Accessible.role: Accessible.List
+    Accessible.name: "Messages"
+
+    Keys.onUpPressed: root.contentY = Math.max(0, root.contentY - 40)
+    Keys.onDownPressed: root.contentY = Math.min(root.contentHeight - root.height, root.contentY + 40)
+
+    Column {
+        id: column
+        anchors.bottom: parent.bottom
+        width: root.width
+        spacing: 8
+
+        Repeater {
+            id: bubbles
+
+            delegate: MessageBubble {
+                redacted: root.redacted
+                width: column.width
+            }
+            // Only the last of several in a row from one side has a tail.
+            onItemAdded: (index, item) => {
+                const before = itemAt(index - 1) as MessageBubble;
+                if (before)
+                    before.hasTail = before.fromMe !== (item as MessageBubble).fromMe;
+            }
+        }
+    }
+}

@@ -1,0 +1,54 @@
+import QtQuick
+import Vorn.Drawing
+
+/// One thing to do of several, in order.
+Item {
+    id: root
+
+    required property int number
+    required property string text
+    property bool done: false
+
+    implicitHeight: Math.max(disc.height, words.implicitHeight)
+    implicitWidth: disc.width + 12 + words.implicitWidth
+
+    Accessible.role: Accessible.ListItem
+    Accessible.name: root.number + ". " + root.text
+
+    Rectangle {
+        id: disc
+        color: Theme.pill
+        height: 24
+        radius: height / 2
+        width: 24
+        border.color: Theme.border
+        border.width: 1
+
+        Text {
+            Accessible.ignored: true
+            anchors.centerIn: parent
+            color: Theme.ink
+            font: Theme.fonts.caption
+            text: root.number
+            visible: !root.done
+        }
+        Symbol {
+            anchors.centerIn: parent
+            color: Theme.success
+            height: 14
+            name: "checkmark"
+            visible: root.done
+            width: 14
+        }
+    }
+    Words {
+        id: words
+        Accessible.ignored: true
+        anchors.left: disc.right
+        anchors.leftMargin: 12
+        anchors.right: parent.right
+        // Level with the number, on one line or on several.
+        y: Math.max(0, (disc.height - implicitHeight / Math.max(1, lineCount)) / 2)
+        text: root.text
+    }
+}

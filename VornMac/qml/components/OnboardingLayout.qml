@@ -1,0 +1,61 @@
+import QtQuick
+
+/// A form beside a preview, as wide as is good to read and in the middle of any window. A form that is too high for the
+/// window scrolls.
+FocusScope {
+    id: root
+
+    required property int step // from 0
+    required property int totalSteps
+    default property alias form: column.data
+    property alias preview: area.data
+
+    readonly property real columnsGap: Math.max(48, Math.min(96, (width - 2 * Theme.sideMargin - Theme.panelWidth) * 0.12))
+    readonly property real contentWidth: Math.min(width - 2 * Theme.sideMargin, Theme.formWidth * 1.15 + columnsGap + Theme.panelWidth)
+
+    Flickable {
+        id: scroller
+
+        readonly property real room: root.height - Theme.topMargin - Theme.bottomMargin
+
+        anchors.left: parent.left
+        anchors.leftMargin: (root.width - root.contentWidth) / 2 - 8
+        boundsBehavior: Flickable.StopAtBounds
+        clip: contentHeight > height
+        contentHeight: Math.max(height, column.implicitHeight + 16)
+        interactive: contentHeight > height
+        width: Math.min(Theme.formWidth, root.contentWidth - root.columnsGap - Theme.panelWidth) + 16
+        // What is higher than the room beside the panel may use the room above it, where there is nothing on this side.
+        height: room + 8
+        y: Theme.topMargin - 4
+
+        Column {
+            id: column
+            spacing: Theme.wideGap
+            width: scroller.width - 16
+            x: 8
+            y: Math.max(8, (scroller.height - implicitHeight) / 2)
+
+            StepDots {
+                bottomPadding: 4
+                current: root.step
+                total: root.totalSteps
+            }
+        }
+    }
+
+    Item {
+        id: area
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: bottomRoom
+        anchors.right: parent.right
+        anchors.rightMargin: (root.width - root.contentWidth) / 2
+        anchors.top: parent.top
+        anchors.topMargin: Theme.topMargin + spare
+        width: Theme.panelWidth
+
+        // On a high window the panel keeps its shape, and stays level with the form.
+        readonly property real spare: Math.max(0, (root.height - Theme.topMargin - Theme.bottomMargin - 680) / 2)
+        readonly property real bottomRoom: Theme.bottomMargin + spare
+    }
+}

@@ -1,0 +1,18 @@
+import QtQuick
+
+/// A button beside the one that leads on.
+PushButton {
+    id: root
+
+    contentItem: ButtonText {
+        color: root.enabled ? Theme.ink : Theme.disabledText
+        font: root.font
+        text: root.text
+    }
+    background: Rectangle {
+        border.color: Theme.border
+        border.width: 1
+        color: root.hovered && root.enabled ? Theme.pill : "transparent"
+        radius: root.cornerRadius
+    }
+}

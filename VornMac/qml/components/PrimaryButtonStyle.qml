@@ -1,0 +1,16 @@
+import QtQuick
+
+/// The one button of a screen that leads on.
+PushButton {
+    id: root
+
+    contentItem: ButtonText {
+        color: root.enabled ? Theme.primaryText : Theme.disabledText
+        font: root.font
+        text: root.text
+    }
+    background: Rectangle {
+        color: root.enabled ? Theme.primaryFill : Theme.disabledFill
+        radius: root.cornerRadius
+    }
+}

@@ -1,0 +1,43 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// What every button has: the keyboard's ways to press it, its focus, and what a screen reader is told. A button that is
+/// off cannot take the focus, and pressing it does nothing, however it is pressed.
+T.AbstractButton {
+    id: root
+
+    property bool isLink: false
+    property real cornerRadius: Theme.controlRadius
+
+    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
+    padding: 0
+    leftPadding: 20
+    rightPadding: 20
+    font: Theme.fonts.button
+    focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
+    hoverEnabled: true
+    opacity: enabled && down ? 0.75 : enabled && hovered ? 0.9 : 1
+
+    Keys.onReturnPressed: root.press()
+    Keys.onEnterPressed: root.press()
+
+    Accessible.role: isLink ? Accessible.Link : Accessible.Button
+    Accessible.name: text
+    Accessible.focusable: enabled
+    Accessible.onPressAction: root.press()
+
+    function press() {
+        if (enabled)
+            click();
+    }
+
+    HoverHandler {
+        cursorShape: root.enabled ? Qt.PointingHandCursor : Qt.ArrowCursor
+    }
+
+    FocusRing {
+        shown: root.visualFocus
+        cornerRadius: root.cornerRadius
+    }
+}

@@ -1,0 +1,21 @@
+import QtQuick
+
+/// A button that keeps back: words alone, underlined while the pointer is on them.
+PushButton {
+    id: root
+
+    cornerRadius: 6
+    implicitHeight: implicitContentHeight + 8
+    leftPadding: 0
+    rightPadding: 0
+
+    contentItem: ButtonText {
+        color: root.enabled ? Theme.ink : Theme.disabledText
+        font.family: root.font.family
+        font.pixelSize: root.font.pixelSize
+        font.underline: root.enabled
+        font.weight: root.font.weight
+        horizontalAlignment: Text.AlignLeft
+        text: root.text
+    }
+}

@@ -1,0 +1,26 @@
+import QtQuick
+
+/// How far the user has come: a dot a step, and a longer one for where they are.
+Row {
+    id: root
+
+    required property int current // from 0
+    required property int total
+
+    spacing: 6
+    Accessible.role: Accessible.Indicator
+    Accessible.name: "Step " + (root.current + 1) + " of " + root.total
+
+    Repeater {
+        model: root.total
+
+        Rectangle {
+            required property int index
+
+            color: index === root.current ? Theme.ink : index < root.current ? Theme.tertiary : Theme.border
+            height: 6
+            radius: 3
+            width: index === root.current ? 20 : 6
+        }
+    }
+}

@@ -1,0 +1,66 @@
+pragma Singleton
+
+import QtQuick
+import Vorn.System
+
+/// Every colour, font, size and time of the window. Colours follow the system's appearance; the fixed ones are the same
+/// on light and dark. Sizes are points, on a grid of four.
+QtObject {
+    id: root
+
+    readonly property bool isDark: Appearance.isDark
+
+    readonly property color background: isDark ? "#0E0F10" : "#FFFFFF"
+    readonly property color ink: isDark ? "#F4F4F5" : "#0D1214"
+    readonly property color mutedTitle: isDark ? "#5E5E63" : "#B5B5B5"
+    readonly property color secondary: isDark ? "#A1A1A6" : "#5F6366"
+    readonly property color tertiary: isDark ? "#6E6E73" : "#9A9DA0"
+    readonly property color panel: isDark ? "#1C1C1E" : "#F4F4F4"
+    readonly property color card: isDark ? "#2A2A2D" : "#FFFFFF"
+    readonly property color border: isDark ? "#2F2F33" : "#E3E3E3"
+    readonly property color pill: isDark ? "#1F1F22" : "#F2F2F2"
+    readonly property color disabledFill: isDark ? "#1E1F21" : "#F3F4F4"
+    readonly property color disabledText: isDark ? "#5C5C61" : "#A9ADB0"
+    readonly property color primaryFill: isDark ? "#F4F4F5" : "#0D1214"
+    readonly property color primaryText: isDark ? "#0D1214" : "#FFFFFF"
+    readonly property color incomingBubble: isDark ? "#3A3A3C" : "#E9E9EB"
+
+    readonly property color outgoingBubble: "#1F8BFF"
+    readonly property color success: "#2BB673"
+    readonly property color warning: "#E8A33D"
+    readonly property color accentStart: "#C3A3F7"
+    readonly property color accentEnd: "#F27BA0"
+
+    readonly property color bad: "#E5484D"
+    readonly property color outgoingInk: "#FFFFFF"
+    readonly property color focusRing: outgoingBubble
+    readonly property color shadow: isDark ? "#80000000" : "#1A0D1214"
+    /// The plate of a QR code is light in both appearances: phones read dark on light.
+    readonly property color plate: "#FFFFFF"
+    readonly property color plateInk: "#0D1214"
+
+    readonly property ThemeFonts fonts: ThemeFonts {}
+
+    readonly property int gap: 8
+    readonly property int wideGap: 16
+    readonly property int section: 24
+    readonly property int controlHeight: 40
+    readonly property int controlRadius: 12
+    readonly property int panelRadius: 24
+    readonly property int panelPadding: 26
+    readonly property int panelWidth: 440
+    readonly property int formWidth: 480
+    /// Between the window's edges and what it shows. At the top are the mark and the account menu.
+    readonly property int sideMargin: 42
+    readonly property int topMargin: 96
+    readonly property int bottomMargin: 44
+
+    readonly property int crossFade: motion(220)
+    readonly property int progressEase: motion(200)
+    readonly property int quick: motion(120)
+
+    /// `milliseconds`, or none where the user wants no motion.
+    function motion(milliseconds: int): int {
+        return Appearance.reducesMotion ? 0 : milliseconds;
+    }
+}

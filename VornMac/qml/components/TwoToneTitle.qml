@@ -1,0 +1,32 @@
+import QtQuick
+
+/// A title in two tones, a line each: what it is about, and what of it.
+Column {
+    id: root
+
+    required property string primary
+    required property string secondary
+    /// Both lines, as a screen reader says them.
+    readonly property string spoken: root.primary + " " + root.secondary
+
+    spacing: 0
+    Accessible.role: Accessible.Heading
+    Accessible.name: root.spoken
+
+    Words {
+        Accessible.ignored: true
+        color: Theme.ink
+        font: Theme.fonts.title
+        lineHeight: 1.05
+        text: root.primary
+        width: root.width
+    }
+    Words {
+        Accessible.ignored: true
+        color: Theme.secondary
+        font: Theme.fonts.title
+        lineHeight: 1.05
+        text: root.secondary
+        width: root.width
+    }
+}

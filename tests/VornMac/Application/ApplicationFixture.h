@@ -1,0 +1,52 @@
+#pragma once
+
+#include "tests/support/Program.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace vorn::testing {
+
+/// Lets other programs go on until `condition` holds; throws `std::runtime_error` when it does not after 30 seconds.
+void waitUntil(const std::function<bool()>& condition, const std::string& what);
+
+/// Starts applications that share a user of their own: no screen, no bus, settings that no one else has.
+class ApplicationFixture {
+public:
+    ApplicationFixture();
+
+    /// The whole application, which looks for its service at `url`.
+    std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments = {}) const;
+    /// The application with a window as `qml` describes it.
+    std::unique_ptr<Program> startWith(const std::string& qml, std::vector<std::string> arguments = {}) const;
+
+    /// Waits until `program` has printed `line`.
+    static void waitForLine(const Program& program, const std::string& line);
+
+    /// What is in the temporary directory, but for the sanitizers' files.
+    std::vector<std::string> leftovers() const;
+
+private:
+    Program::Environment environment() const;
+
+    TemporaryFolder temporary_, runtime_, configuration_, sources_;
+};
+
+/// The local service as a program of its own.
+class ServiceProgram {
+public:
+    ServiceProgram();
+
+    const std::string& url() const { return url_; }
+    /// Waits until the service has logged `text`.
+    void waitFor(const std::string& text) const;
+
+private:
+    Program program_;
+    std::string url_;
+};
+
+} // namespace vorn::testing

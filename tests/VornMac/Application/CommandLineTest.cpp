@@ -1,0 +1,56 @@
+#include "VornMac/Application/CommandLine.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// Arguments as `main` gets them.
+struct Arguments {
+    explicit Arguments(std::vector<std::string> given) : texts(std::move(given))
+    {
+        texts.insert(texts.begin(), "VornMac");
+        for (std::string& text : texts) pointers.push_back(text.data());
+    }
+    std::vector<std::string> texts;
+    std::vector<char*> pointers;
+};
+
+TEST(CommandLine, TakesDefaultsOutOfWhatQtSees)
+{
+    Arguments given({"-VornAppearance", "dark", "-platform", "offscreen", "-VornReduceMotion", "1"});
+    CommandLine line(static_cast<int>(given.pointers.size()), given.pointers.data());
+    EXPECT_EQ(line.defaults(), (LayeredDefaults::Line{{"VornAppearance", "dark"}, {"VornReduceMotion", "1"}}));
+    ASSERT_EQ(line.count(), 3);
+    EXPECT_STREQ(line.values()[0], "VornMac");
+    EXPECT_STREQ(line.values()[1], "-platform");
+    EXPECT_STREQ(line.values()[2], "offscreen");
+    EXPECT_EQ(line.values()[3], nullptr);
+    EXPECT_EQ(line.unknown(), "-platform") << "before Qt has taken it";
+}
+
+TEST(CommandLine, RunsWithoutArguments)
+{
+    Arguments given({});
+    const CommandLine line(1, given.pointers.data());
+    EXPECT_THAT(line.defaults(), IsEmpty());
+    EXPECT_EQ(line.answer(), std::nullopt);
+    EXPECT_EQ(line.unknown(), std::nullopt);
+}
+
+TEST(CommandLine, AnswersWithoutAWindow)
+{
+    for (const auto& [option, part] : std::map<std::string, std::string>{
+             {"--version", "Vorn 1."}, {"--help", "Usage: VornMac"}, {"-h", "-VornAPIBaseURLOverride"}}) {
+        SCOPED_TRACE(option);
+        Arguments given({option});
+        const CommandLine line(2, given.pointers.data());
+        EXPECT_THAT(line.answer().value_or("nothing"), HasSubstr(part));
+    }
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tests/VornMac/Window/WindowFixture.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vorn::testing {
+
+/// One thing the window can show: a screen in a phase.
+struct Scene {
+    std::string name; ///< of its picture: "1-link-showing"
+    std::function<void(WindowFixture&)> play;
+};
+
+/// Every screen in every phase, in the order in which a user may meet them.
+const std::vector<Scene>& allScenes();
+
+} // namespace vorn::testing
