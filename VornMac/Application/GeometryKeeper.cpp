@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 
@@ -28,6 +29,7 @@ GeometryKeeper::GeometryKeeper(QWindow& window, UserDefaults& defaults)
 {
     window_.setMinimumSize(WindowGeometry::minimumSize);
     window_.setGeometry(geometry_.content);
+    window_.installEventFilter(this);
     settled_.setSingleShot(true);
     settled_.setInterval(settlingTime);
     connect(&settled_, &QTimer::timeout, this, [this] { note(); });
@@ -37,6 +39,13 @@ GeometryKeeper::GeometryKeeper(QWindow& window, UserDefaults& defaults)
     connect(&window_, &QWindow::widthChanged, this, restart);
     connect(&window_, &QWindow::heightChanged, this, restart);
     connect(&window_, &QWindow::visibilityChanged, this, restart);
+}
+
+/// A window that has just been moved and is closed shows for the last time where it is.
+bool GeometryKeeper::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Close) note();
+    return QObject::eventFilter(watched, event);
 }
 
 WindowGeometry GeometryKeeper::kept() const

@@ -23,6 +23,9 @@ public:
     /// Call before the window is hidden for good.
     void save();
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     WindowGeometry kept() const;
     void note();

@@ -3,6 +3,7 @@
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
+#include <csignal>
 #include <functional>
 #include <memory>
 #include <string>
@@ -43,6 +44,8 @@ public:
     const std::string& url() const { return url_; }
     /// Waits until the service has logged `text`.
     void waitFor(const std::string& text) const;
+    /// From now on it accepts connections and never answers.
+    void freeze() const { program_.signal(SIGSTOP); }
 
 private:
     Program program_;

@@ -61,15 +61,26 @@ TEST_F(GeometryKeeperTest, KeepsWhereTheWindowIs)
     EXPECT_EQ(kept(), "50 60 1200 800");
 }
 
+TEST_F(GeometryKeeperTest, KeepsWhereTheWindowWasClosed)
+{
+    QWindow window;
+    GeometryKeeper keeper(window, defaults);
+    keeper.show();
+    window.setGeometry(50, 60, 1200, 800);
+    window.close();
+    keeper.save();
+    EXPECT_EQ(kept(), "50 60 1200 800");
+}
+
 TEST_F(GeometryKeeperTest, RemembersStates)
 {
     struct Case {
         QWindow::Visibility visibility;
         std::string text;
     };
-    for (const auto& [visibility, text] : {Case{QWindow::Maximized, "30 40 1100 720 maximized"},
-                                           Case{QWindow::FullScreen, "30 40 1100 720 fullScreen"},
-                                           Case{QWindow::Windowed, "30 40 1100 720"}}) {
+    for (const auto& [visibility, text] :
+         {Case{QWindow::Maximized, "30 40 1100 720 maximized"}, Case{QWindow::FullScreen, "30 40 1100 720 fullScreen"},
+          Case{QWindow::Windowed, "30 40 1100 720"}}) {
         SCOPED_TRACE(text);
         keep("30 40 1100 720");
         {

@@ -62,7 +62,8 @@ TEST_F(MainWindowTest, SaysWhatIsWrongWithItsFile)
     for (const auto& [source, part] : {
              Case{"import QtQuick\nimport Vorn.Missing\nWindow {}", "Main.qml:2:1: module \"Vorn.Missing\""},
              Case{"import QtQuick\nWindow { x: }", "Main.qml:2:13: Expected token"},
-             Case{"import QtQuick\nWindow { required property int missing }", "Main.qml:2:10: Required property missing"},
+             Case{"import QtQuick\nWindow { required property int missing }",
+                  "Main.qml:2:10: Required property missing"},
              Case{"import QtQuick\nItem {}", "Main.qml is not a window"},
          }) {
         SCOPED_TRACE(source);
