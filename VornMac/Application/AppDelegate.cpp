@@ -9,17 +9,6 @@
 #include <QIcon>
 
 namespace vorn {
-namespace {
-
-/// For desktops that do not find the installed icon. A Mac's application has its bundle's: there is none built in.
-void setWindowIcon()
-{
-    QIcon icon;
-    for (const QFileInfo& file : QDir(":/icon").entryInfoList()) icon.addFile(file.filePath());
-    if (!icon.isNull()) QGuiApplication::setWindowIcon(icon);
-}
-
-} // namespace
 
 AppDelegate::AppDelegate(std::function<void()> quit)
 {
@@ -29,9 +18,15 @@ AppDelegate::AppDelegate(std::function<void()> quit)
 
 void AppDelegate::didFinishLaunching()
 {
-    setWindowIcon();
     becomeRegularApplication();
     activateApplication();
+}
+
+void AppDelegate::didShowWindow()
+{
+    QIcon icon;
+    for (const QFileInfo& file : QDir(":/icon").entryInfoList()) icon.addFile(file.filePath());
+    if (!icon.isNull()) QGuiApplication::setWindowIcon(icon);
 }
 
 } // namespace vorn

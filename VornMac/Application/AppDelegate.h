@@ -15,6 +15,10 @@ public:
 
     /// Call it when there is an application, before its first window is shown.
     static void didFinishLaunching();
+
+    /// Sets the windows' icon, for desktops that do not find the installed one. A Mac's application has its bundle's:
+    /// there is none built in. Reading images takes its time, so call it when the first frame is there.
+    static void didShowWindow();
 };
 
 } // namespace vorn

@@ -22,10 +22,9 @@ std::unique_ptr<QQuickWindow> windowOf(QQmlEngine& engine, const QUrl& source, c
     if (!component.isReady()) fail(source, component);
     std::unique_ptr<QObject> made(component.createWithInitialProperties(properties));
     if (component.isError()) fail(source, component);
-    auto* const window = qobject_cast<QQuickWindow*>(made.get());
-    if (window == nullptr) throw WindowError(source.toString().toStdString() + " is not a window");
-    made.release();
-    return std::unique_ptr<QQuickWindow>(window);
+    if (qobject_cast<QQuickWindow*>(made.get()) == nullptr)
+        throw WindowError(source.toString().toStdString() + " is not a window");
+    return std::unique_ptr<QQuickWindow>(static_cast<QQuickWindow*>(made.release()));
 }
 
 } // namespace
@@ -49,6 +48,13 @@ MainWindow::MainWindow(const QUrl& source, const QVariantMap& properties, UserDe
 }
 
 MainWindow::~MainWindow() = default;
+
+void MainWindow::show(const std::function<void()>& onFirstFrame)
+{
+    // The context makes it this thread: frames are drawn on another.
+    QObject::connect(window_.get(), &QQuickWindow::frameSwapped, window_.get(), onFirstFrame, Qt::SingleShotConnection);
+    geometry_->show();
+}
 
 void MainWindow::bringToFront()
 {

@@ -36,7 +36,8 @@ public:
 
     QQuickWindow& window() noexcept { return *window_; }
 
-    void show() { geometry_->show(); }
+    /// `onFirstFrame` is called once when the user sees it, on this thread.
+    void show(const std::function<void()>& onFirstFrame);
     /// Before all other windows, also when it was minimised.
     void bringToFront();
     /// Takes the window from the screen and keeps where it was. The application is about to end.

@@ -86,7 +86,7 @@ int VornMacApp::run()
     delegate_.emplace([this] { quit(); });
     mainWindow();
     AppDelegate::didFinishLaunching();
-    mainWindow().show();
+    mainWindow().show([] { AppDelegate::didShowWindow(); });
     delivery_.emplace(quitWatch_, surroundings_.context(), [this] { quit(); });
     QGuiApplication::exec();
     quit(); // where the system itself has ended the loop

@@ -11,15 +11,15 @@ namespace {
 constexpr qreal largestRadius = 18;
 constexpr qreal tailWidth = 6; // kept free on both sides, so that bubbles with and without a tail line up
 
-/// At the right bottom corner of `body`: out of the side, down to a point, and back under the corner.
+/// At the right bottom corner of `body`: down its side to a point outside, and back under the corner.
 QPainterPath tailOf(const QRectF& body)
 {
     const qreal right = body.right();
     const qreal bottom = body.bottom();
-    QPainterPath tail(QPointF(right - 12, bottom));
-    tail.lineTo(right, bottom - 14);
+    QPainterPath tail(QPointF(right - largestRadius, bottom - largestRadius));
+    tail.lineTo(right, bottom - largestRadius);
     tail.cubicTo(right, bottom - 6, right + 2, bottom - 2, right + tailWidth, bottom);
-    tail.cubicTo(right, bottom + 0.5, right - 5, bottom - 1, right - 8, bottom - 4);
+    tail.cubicTo(right + 1, bottom + 0.5, right - 4, bottom - 0.5, right - 7.5, bottom - 3.5); // on the corner's arc
     tail.closeSubpath();
     return tail;
 }

@@ -88,7 +88,7 @@ Item {
         anchors.left: parent.left
         anchors.leftMargin: 56
         anchors.right: parent.right
-        color: Theme.border
+        color: Theme.divider
         height: 1
         visible: root.hasDivider
     }

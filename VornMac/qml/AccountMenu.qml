@@ -12,7 +12,6 @@ PushButton {
 
     signal signOut
 
-    Accessible.role: Accessible.ButtonMenu
     Accessible.name: "Account"
     Accessible.description: signedIn.text
     cornerRadius: height / 2
@@ -21,6 +20,7 @@ PushButton {
     rightPadding: 12
     topPadding: 0
     bottomPadding: 0
+    spokenRole: Accessible.ButtonMenu
     text: displayName
     onClicked: menu.open()
 
@@ -108,7 +108,7 @@ PushButton {
             }
             Rectangle {
                 Accessible.role: Accessible.Separator
-                color: Theme.border
+                color: Theme.divider
                 height: 1
                 width: parent.width
             }
@@ -118,9 +118,9 @@ PushButton {
             }
             PushButton {
                 id: out
-                Accessible.role: Accessible.MenuItem
                 focus: true
                 leftPadding: 10
+                spokenRole: Accessible.MenuItem
                 text: "Sign out of this Mac"
                 width: parent.width
                 onClicked: {

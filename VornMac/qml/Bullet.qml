@@ -18,7 +18,7 @@ Item {
         height: 18
         name: root.symbol
         width: 18
-        y: Math.max(0, (words.implicitHeight / Math.max(1, words.lineCount) - height) / 2)
+        y: (words.letterHeight - height) / 2
     }
     Words {
         id: words

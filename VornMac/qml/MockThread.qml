@@ -77,7 +77,8 @@ Item {
         anchors.left: parent.left
         anchors.right: parent.right
         anchors.top: head.bottom
-        anchors.topMargin: Theme.wideGap
+        anchors.topMargin: Theme.section
+        startsAtTop: true
         turns: root.turns
     }
 }

@@ -18,7 +18,7 @@ Item {
         anchors.leftMargin: 16
         anchors.right: parent.right
         anchors.rightMargin: 16
-        color: Theme.border
+        color: Theme.divider
         height: 1
         visible: root.hasDivider
     }

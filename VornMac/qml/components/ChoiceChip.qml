@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Vorn.Drawing
 
 /// A choice that is made or not, with words that say what is chosen.
-T.AbstractButton {
+T.CheckBox {
     id: root
 
     required property string title
@@ -25,15 +25,18 @@ T.AbstractButton {
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     text: title
-    onClicked: root.flip()
+    checked: isOn
+    // Who uses it decides what is chosen: a click shows that, and not what it would have made of the check mark.
+    nextCheckState: () => {
+        root.flip();
+        return root.isOn ? Qt.Checked : Qt.Unchecked;
+    }
 
     Keys.onReturnPressed: root.flip()
     Keys.onEnterPressed: root.flip()
 
     Accessible.role: Accessible.CheckBox
     Accessible.name: title
-    Accessible.checkable: true
-    Accessible.checked: isOn
     Accessible.focusable: enabled
     Accessible.onPressAction: root.flip()
     Accessible.onToggleAction: root.flip()

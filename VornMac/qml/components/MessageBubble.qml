@@ -9,11 +9,12 @@ Item {
     required property bool fromMe
     property bool redacted: false
     property bool hasTail: true
+    property real gapBelow: 0
 
     readonly property real widest: width * 0.8
     readonly property color fill: fromMe ? Theme.outgoingBubble : Theme.incomingBubble
 
-    implicitHeight: bubble.height
+    implicitHeight: bubble.height + gapBelow
     Accessible.role: Accessible.ListItem
     Accessible.name: redacted ? "" : (fromMe ? "You: " : "Nimbrel: ") + text
     Accessible.ignored: redacted

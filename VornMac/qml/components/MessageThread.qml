@@ -7,6 +7,8 @@ Flickable {
 
     property alias turns: bubbles.model
     property bool redacted: false
+    /// Whether a short conversation stands at the top rather than at the bottom.
+    property bool startsAtTop: false
 
     boundsBehavior: Flickable.StopAtBounds
     clip: contentHeight > height
@@ -22,9 +24,8 @@ Flickable {
 
     Column {
         id: column
-        anchors.bottom: parent.bottom
         width: root.width
-        spacing: 8
+        y: root.startsAtTop ? 0 : root.contentHeight - implicitHeight
 
         Repeater {
             id: bubbles
@@ -36,8 +37,10 @@ Flickable {
             // Only the last of several in a row from one side has a tail.
             onItemAdded: (index, item) => {
                 const before = itemAt(index - 1) as MessageBubble;
-                if (before)
-                    before.hasTail = before.fromMe !== (item as MessageBubble).fromMe;
+                if (!before)
+                    return;
+                before.hasTail = before.fromMe !== (item as MessageBubble).fromMe;
+                before.gapBelow = before.hasTail ? 10 : 3;
             }
         }
     }

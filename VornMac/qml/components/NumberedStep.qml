@@ -9,7 +9,7 @@ Item {
     required property string text
     property bool done: false
 
-    implicitHeight: Math.max(disc.height, words.implicitHeight)
+    implicitHeight: Math.max(disc.height, words.y + words.implicitHeight)
     implicitWidth: disc.width + 12 + words.implicitWidth
 
     Accessible.role: Accessible.ListItem
@@ -48,7 +48,7 @@ Item {
         anchors.leftMargin: 12
         anchors.right: parent.right
         // Level with the number, on one line or on several.
-        y: Math.max(0, (disc.height - implicitHeight / Math.max(1, lineCount)) / 2)
+        y: Math.max(0, (disc.height - letterHeight) / 2)
         text: root.text
     }
 }

@@ -11,7 +11,7 @@ FocusScope {
     property alias preview: area.data
 
     readonly property real columnsGap: Math.max(48, Math.min(96, (width - 2 * Theme.sideMargin - Theme.panelWidth) * 0.12))
-    readonly property real contentWidth: Math.min(width - 2 * Theme.sideMargin, Theme.formWidth * 1.15 + columnsGap + Theme.panelWidth)
+    readonly property real contentWidth: Math.min(width - 2 * Theme.sideMargin, Theme.widestContent)
 
     Flickable {
         id: scroller

@@ -6,7 +6,8 @@ import QtQuick.Templates as T
 T.AbstractButton {
     id: root
 
-    property bool isLink: false
+    /// What a screen reader calls it. Qt calls every button a button again whenever it finds that somebody listens.
+    property int spokenRole: Accessible.Button
     property real cornerRadius: Theme.controlRadius
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -22,14 +23,18 @@ T.AbstractButton {
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()
 
-    Accessible.role: isLink ? Accessible.Link : Accessible.Button
+    Accessible.role: spokenRole
+    Accessible.onRoleChanged: {
+        if (Accessible.role !== spokenRole)
+            Accessible.role = spokenRole;
+    }
     Accessible.name: text
     Accessible.focusable: enabled
     Accessible.onPressAction: root.press()
 
     function press() {
         if (enabled)
-            click();
+            clicked();
     }
 
     HoverHandler {

@@ -48,7 +48,7 @@ Item {
 
     Item {
         id: icon
-        height: words.firstLineHeight
+        height: words.letterHeight
         width: 18
 
         Spinner {
@@ -66,9 +66,6 @@ Item {
     }
     Words {
         id: words
-
-        readonly property real firstLineHeight: implicitHeight / Math.max(1, lineCount)
-
         Accessible.ignored: true
         anchors.left: icon.right
         anchors.leftMargin: Theme.gap

@@ -8,7 +8,7 @@ Row {
     required property int total
 
     spacing: 6
-    Accessible.role: Accessible.Indicator
+    Accessible.role: Accessible.StaticText
     Accessible.name: "Step " + (root.current + 1) + " of " + root.total
 
     Repeater {

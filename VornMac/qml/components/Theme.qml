@@ -33,6 +33,8 @@ QtObject {
 
     readonly property color bad: "#E5484D"
     readonly property color outgoingInk: "#FFFFFF"
+    /// A line on a card, where a border would not be seen.
+    readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
     readonly property color shadow: isDark ? "#80000000" : "#1A0D1214"
     /// The plate of a QR code is light in both appearances: phones read dark on light.
@@ -50,6 +52,7 @@ QtObject {
     readonly property int panelPadding: 26
     readonly property int panelWidth: 440
     readonly property int formWidth: 480
+    readonly property int widestContent: 1096
     /// Between the window's edges and what it shows. At the top are the mark and the account menu.
     readonly property int sideMargin: 42
     readonly property int topMargin: 96

@@ -2,6 +2,11 @@ import QtQuick
 
 /// Text that is read out as it is shown. Nothing in it is markup.
 Text {
+    id: root
+
+    /// How high the letters of a line are, for what stands level with the first.
+    readonly property real letterHeight: metrics.height
+
     color: Theme.ink
     font: Theme.fonts.body
     textFormat: Text.PlainText
@@ -10,4 +15,9 @@ Text {
     Accessible.role: Accessible.StaticText
     Accessible.name: text
     Accessible.ignored: text.length === 0
+
+    FontMetrics {
+        id: metrics
+        font: root.font
+    }
 }
