@@ -37,7 +37,7 @@ struct MainWindowTest : ::testing::Test {
     std::unique_ptr<MainWindow> shown()
     {
         auto made = make(window);
-        made->show();
+        made->show([] {});
         made->bringToFront();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&made->window()));
         return made;
@@ -50,8 +50,13 @@ TEST_F(MainWindowTest, ShowsWhatItsFileDescribes)
     EXPECT_EQ(made->window().property("answer"), 42);
     EXPECT_FALSE(made->window().isVisible());
     EXPECT_EQ(QQuickWindow::textRenderType(), QQuickWindow::NativeTextRendering);
-    made->show();
+    int frames = 0;
+    made->show([&frames] { ++frames; });
     EXPECT_TRUE(made->window().isVisible());
+    EXPECT_TRUE(QTest::qWaitFor([&frames] { return frames > 0; }));
+    made->window().update();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(frames, 1) << "the first one alone";
 }
 
 TEST_F(MainWindowTest, SaysWhatIsWrongWithItsFile)
