@@ -105,12 +105,11 @@ JSON questOf(const AppModel& model)
             {"maxBytes", nimbrel->maxBytes}};
 }
 
-JSON jsonOf(const AppModel::Export& found)
+JSON jsonOf(const std::optional<NimbrelExportStats>& found)
 {
     if (!found) return nullptr;
-    const NimbrelExportStats stats = found->stats();
-    return {{"chats", stats.chatCount},    {"messages", stats.messageCount},   {"yourMessages", stats.promptCount},
-            {"replies", stats.replyCount}, {"firstAt", jsonOf(stats.firstAt)}, {"lastAt", jsonOf(stats.lastAt)}};
+    return {{"chats", found->chatCount},    {"messages", found->messageCount},   {"yourMessages", found->promptCount},
+            {"replies", found->replyCount}, {"firstAt", jsonOf(found->firstAt)}, {"lastAt", jsonOf(found->lastAt)}};
 }
 
 } // namespace
@@ -129,7 +128,7 @@ StateLines::StateLines(const AppModel& model, std::FILE* file) : model_(model), 
     follow(&M::accessChanged, [](const M& m) -> JSON { return {{"access", nameOf(m.access())}}; });
     follow(&M::scanPhaseChanged, [](const M& m) -> JSON { return {{"scanPhase", jsonOf(m.scanPhase())}}; });
     follow(&M::nimbrelChanged, [](const M& m) -> JSON { return {{"nimbrel", questOf(m)}}; });
-    follow(&M::exportResultChanged, [](const M& m) -> JSON { return {{"export", jsonOf(m.exportResult())}}; });
+    follow(&M::exportResultChanged, [](const M& m) -> JSON { return {{"export", jsonOf(m.exportStatistics())}}; });
     follow(&M::uploadPhaseChanged, [](const M& m) -> JSON { return {{"uploadPhase", jsonOf(m.uploadPhase())}}; });
     follow(&M::submissionChanged, [](const M& m) -> JSON { return {{"submission", jsonOf(m.submission())}}; });
     print(JSON{{"step", nameOf(model.step())}}.dump());

@@ -55,6 +55,8 @@ public:
     const ScanPhase& scanPhase() const noexcept { return scanPhase_; }
     const std::optional<NimbrelState>& nimbrel() const noexcept { return nimbrel_; }
     const Export& exportResult() const noexcept { return export_; } ///< null without one
+    /// Of `exportResult`, counted in the background: a million messages take their time.
+    std::optional<NimbrelExportStats> exportStatistics() const;
     std::optional<QuestAvailability> availability() const;          ///< now; nothing before the quest is known
     bool canUpload() const;
 
@@ -159,7 +161,8 @@ private:
     Async<> runAccessProbe();
     Async<> runScan(VornAPI api, std::int64_t generation);
     Async<> findChat(VornAPI api, std::int64_t generation);
-    Async<Export> readMessages(std::vector<std::string> handles);
+    struct FoundChat;
+    Async<FoundChat> readMessages(std::vector<std::string> handles);
     void showScanFailure(const std::exception& error, std::int64_t generation);
 
     struct UploadJob;
@@ -186,6 +189,7 @@ private:
     ScanPhase scanPhase_;
     std::optional<NimbrelState> nimbrel_;
     Export export_;
+    std::optional<NimbrelExportStats> statistics_; ///< of the last one
     UploadPhase uploadPhase_;
     UploadProgress uploadProgress_;
     std::optional<SubmissionStatus> submission_;

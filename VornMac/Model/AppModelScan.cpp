@@ -21,6 +21,16 @@ AppModel::Export shared(NimbrelExportResult result, BackgroundExecutor* backgrou
 
 } // namespace
 
+struct AppModel::FoundChat {
+    Export messages;
+    NimbrelExportStats statistics;
+};
+
+std::optional<NimbrelExportStats> AppModel::exportStatistics() const
+{
+    return export_ ? statistics_ : std::nullopt;
+}
+
 void AppModel::prefetchNimbrel()
 {
     setUnderstandsUpload(hasAcceptedConsent());
@@ -85,19 +95,21 @@ Async<> AppModel::findChat(VornAPI api, std::int64_t generation)
         assign(scanPhase_, {phase::NotConfigured{}}, &AppModel::scanPhaseChanged);
         co_return;
     }
-    Export found = co_await readMessages(state.handles);
+    FoundChat found = co_await readMessages(state.handles);
     if (generation != sessionGeneration_) co_return;
-    const bool hasMessages = !found->messages.empty();
-    assign(export_, std::move(found), &AppModel::exportResultChanged);
+    const bool hasMessages = !found.messages->messages.empty();
+    statistics_ = found.statistics;
+    assign(export_, std::move(found.messages), &AppModel::exportResultChanged);
     assign(scanPhase_, hasMessages ? ScanPhase(phase::Found{}) : ScanPhase(phase::NotFound{}),
            &AppModel::scanPhaseChanged);
 }
 
-Async<AppModel::Export> AppModel::readMessages(std::vector<std::string> handles)
+Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handles)
 {
     const NimbrelExporter exporter(services_.messagesDatabase, NimbrelExporter::usualAttempts, *services_.files);
     const auto read = [&exporter, &handles, background = services_.background](const CancelFlag& cancel) {
-        return shared(exporter.export_(handles, {}, cancel), background);
+        Export messages = shared(exporter.export_(handles, {}, cancel), background);
+        return FoundChat{messages, messages->stats()};
     };
     co_return co_await onBackground(services_.background, read);
 }

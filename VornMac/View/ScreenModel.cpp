@@ -52,9 +52,7 @@ void ScreenModel::refresh()
 
 void ScreenModel::showExport()
 {
-    const AppModel::Export& found = model_.exportResult();
-    statistics_ = found ? std::optional(found->stats()) : std::nullopt;
-    preview_.show(found);
+    preview_.show(model_.exportResult());
     emit exportResultChanged();
 }
 

@@ -148,6 +148,7 @@ signals:
     void outcomeChanged();
 
 private:
+    QString countOf(std::int64_t NimbrelExportStats::*count) const;
     struct Review {
         Outcome outcome = Outcome::Analyzing;
         QString earned;
@@ -178,7 +179,6 @@ private:
     MainContext& context_;
     Clock& clock_;
     Shown shown_;
-    std::optional<NimbrelExportStats> statistics_; ///< counted once: a million messages take their time
     PreviewList preview_;
     int linkSecondsLeft_ = 0;
     Task countdown_;

@@ -126,24 +126,31 @@ QString ScreenModel::scanFailure() const
     return failureIn(model_.scanPhase());
 }
 
+QString ScreenModel::countOf(std::int64_t NimbrelExportStats::*count) const
+{
+    const auto found = model_.exportStatistics();
+    return found ? QString::fromStdString(countText((*found).*count)) : QString();
+}
+
 QString ScreenModel::messageCount() const
 {
-    return statistics_ ? QString::fromStdString(countText(statistics_->messageCount)) : QString();
+    return countOf(&NimbrelExportStats::messageCount);
 }
 
 QString ScreenModel::promptCount() const
 {
-    return statistics_ ? QString::fromStdString(countText(statistics_->promptCount)) : QString();
+    return countOf(&NimbrelExportStats::promptCount);
 }
 
 QString ScreenModel::replyCount() const
 {
-    return statistics_ ? QString::fromStdString(countText(statistics_->replyCount)) : QString();
+    return countOf(&NimbrelExportStats::replyCount);
 }
 
 QString ScreenModel::dates() const
 {
-    return statistics_ ? QString::fromStdString(datesText(*statistics_)) : QString();
+    const auto found = model_.exportStatistics();
+    return found ? QString::fromStdString(datesText(*found)) : QString();
 }
 
 ScreenModel::Availability ScreenModel::availability() const

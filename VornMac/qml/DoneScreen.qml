@@ -91,6 +91,7 @@ StepScreen {
     preview: PreviewPanel {
         anchors.fill: parent
         caption: "Reward"
+        isHeading: true
 
         RewardCard {
             amount: root.model.earned

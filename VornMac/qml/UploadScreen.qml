@@ -62,6 +62,7 @@ StepScreen {
     preview: PreviewPanel {
         anchors.fill: parent
         caption: "Reward"
+        isHeading: true
 
         RewardCard {
             amount: root.model.reward

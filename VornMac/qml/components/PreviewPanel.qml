@@ -5,7 +5,11 @@ Rectangle {
     id: root
 
     required property string caption
+    /// Whether the caption heads the panel, rather than standing at its foot.
+    property bool isHeading: false
     default property alias content: area.data
+
+    readonly property real captionRoom: caption.length > 0 ? words.implicitHeight + 18 : 0
 
     color: Theme.panel
     implicitWidth: Theme.panelWidth
@@ -13,22 +17,19 @@ Rectangle {
 
     Item {
         id: area
-        anchors.bottom: foot.top
-        anchors.bottomMargin: foot.text.length > 0 ? 18 : 0
-        anchors.left: parent.left
+        anchors.bottomMargin: Theme.panelPadding + (root.isHeading ? 0 : root.captionRoom)
+        anchors.fill: parent
         anchors.margins: Theme.panelPadding
-        anchors.right: parent.right
-        anchors.top: parent.top
+        anchors.topMargin: Theme.panelPadding + (root.isHeading ? root.captionRoom : 0)
     }
     Words {
-        id: foot
-        anchors.bottom: parent.bottom
+        id: words
         anchors.left: parent.left
         anchors.margins: Theme.panelPadding
         anchors.right: parent.right
         color: Theme.secondary
-        font: Theme.fonts.caption
-        height: text.length > 0 ? implicitHeight : 0
+        font: root.isHeading ? Theme.fonts.label : Theme.fonts.caption
+        y: root.isHeading ? Theme.panelPadding : root.height - Theme.panelPadding - implicitHeight
         horizontalAlignment: Text.AlignHCenter
         text: root.caption
     }

@@ -36,7 +36,7 @@ QtObject {
     /// A line on a card, where a border would not be seen.
     readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
-    readonly property color shadow: isDark ? "#80000000" : "#1A0D1214"
+    readonly property color shadow: isDark ? "#66000000" : "#140D1214"
     /// The plate of a QR code is light in both appearances: phones read dark on light.
     readonly property color plate: "#FFFFFF"
     readonly property color plateInk: "#0D1214"

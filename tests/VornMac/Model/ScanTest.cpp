@@ -40,6 +40,7 @@ TEST_F(Scan, FindsTheChat)
     EXPECT_EQ(model.scanPhase(), ScanPhase(phase::Found{}));
     ASSERT_NE(model.exportResult(), nullptr);
     EXPECT_EQ(model.exportResult()->stats().messageCount, 3);
+    EXPECT_EQ(model.exportStatistics(), model.exportResult()->stats());
     EXPECT_THAT(fix_.leftovers(), IsEmpty());
 }
 

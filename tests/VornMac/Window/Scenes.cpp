@@ -175,8 +175,8 @@ std::vector<Scene> uploadScenes()
         {"5-upload-uploading",
          [](WindowFixture& fix) {
              uploading(fix);
-             const auto part = fix.model.http->waiting(Fixture::puts).value();
-             fix.model.http->request(part).onBodyProgress(1);
+             const HTTPRequest& part = fix.model.http->request(fix.model.http->waiting(Fixture::puts).value());
+             part.onBodyProgress(std::int64_t(double(bodyTextOf(part).size()) * 0.42));
          }},
         {"5-upload-finishing",
          [](WindowFixture& fix) {
@@ -185,8 +185,9 @@ std::vector<Scene> uploadScenes()
          }},
         {"5-upload-failed",
          [](WindowFixture& fix) {
-             uploading(fix);
-             fix.model.fail(Fixture::puts, URLError::Code::networkConnectionLost);
+             found(fix, questJSON("available", R"("+15550102030")", 10));
+             fix.model.model().upload();
+             fix.model.runAll();
          }},
     };
 }

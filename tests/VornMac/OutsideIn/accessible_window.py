@@ -1,0 +1,134 @@
+"""The window of a program as a screen reader has it: by names, roles and states, and by the actions it offers."""
+import dataclasses
+import time
+
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib  # noqa: E402
+
+HEADING, BUTTON, CHECK_BOX, MENU_ITEM = "heading", "push button", "check box", "menu item"
+
+
+@dataclasses.dataclass(frozen=True)
+class Item:
+    name: str
+    role: str
+    description: str
+    states: frozenset
+    accessible: Atspi.Accessible = dataclasses.field(repr=False, compare=False)
+
+    def is_(self, state):
+        return state in self.states
+
+
+class AccessibleWindow:
+    """The one window of the process `pid`, which may still be starting. Waits are at most `patience` seconds."""
+
+    def __init__(self, pid, patience):
+        self._pid = pid
+        self._patience = patience
+        Atspi.init()
+        # What is kept is kept up to date by events, for which nobody listens here.
+        Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
+
+    def wait_until(self, look, what):
+        """What `look` returns, as soon as that is true."""
+        end = time.monotonic() + self._patience
+        while True:
+            try:
+                found = look()
+            except GLib.Error:
+                found = None  # an item that is just going, or a program that is not there yet
+            if found:
+                return found
+            if time.monotonic() > end:
+                raise AssertionError(f"waited in vain for {what}; the window shows:\n{self.described()}")
+            time.sleep(0.02)
+
+    def wait_for(self, name, role=None):
+        """The item of this name, once it is shown."""
+        return self.wait_until(lambda: self._find(name, role), f"{role or 'item'} {name!r}")
+
+    def wait_for_screen(self, title):
+        """Once the screen with this title is the only one: while one fades to the next, both are there."""
+        self.wait_until(lambda: [item.name for item in self.items() if item.role == HEADING] == [title],
+                        f"screen {title!r}")
+
+    def press(self, name, role=BUTTON):
+        """Presses the button as soon as it can be pressed."""
+        self._act(self.wait_until(lambda: self._enabled(name, role), f"an enabled {role} {name!r}"), "Press")
+
+    def try_to_press(self, name, role=BUTTON):
+        """Presses the button even if it is off."""
+        self._act(self.wait_for(name, role), "Press")
+
+    def toggle(self, name):
+        self._act(self.wait_for(name, CHECK_BOX), "Toggle")
+
+    def is_checked(self, name):
+        return self.wait_for(name, CHECK_BOX).is_("checked")
+
+    def is_enabled(self, name, role=BUTTON):
+        return self.wait_for(name, role).is_("enabled")
+
+    def shows(self, name):
+        return any(item.name == name for item in self.items())
+
+    def names(self):
+        """What is read out, from the top on."""
+        return [item.name for item in self.items() if item.name]
+
+    def described(self):
+        try:
+            return "\n".join(f"  {item.role}: {item.name} {item.description}".rstrip() for item in self.items())
+        except GLib.Error as error:
+            return f"  nothing: {error.message}"
+
+    def press_keys(self, modifier, key):
+        """Presses a key while another is held, wherever the focus is. Both are X's numbers of key symbols."""
+        held = Atspi.generate_keyboard_event
+        held(modifier, None, Atspi.KeySynthType.SYM)
+        del held
+        raise NotImplementedError
+
+    def items(self):
+        """What is shown, from the top of the window on."""
+        application = self._application()
+        return [] if application is None else list(self._below(application))
+
+    def _application(self):
+        desktop = Atspi.get_desktop(0)
+        for index in range(desktop.get_child_count()):
+            application = desktop.get_child_at_index(index)
+            if application is not None and application.get_process_id() == self._pid:
+                return application
+        return None
+
+    def _below(self, parent):
+        for index in range(parent.get_child_count()):
+            child = parent.get_child_at_index(index)
+            if child is None:
+                continue
+            states = child.get_state_set()
+            if not states.contains(Atspi.StateType.SHOWING):
+                continue
+            yield Item(child.get_name(), child.get_role_name(), child.get_description(),
+                       frozenset(state.value_nick for state in states.get_states()), child)
+            yield from self._below(child)
+
+    def _find(self, name, role):
+        return next((item for item in self.items() if item.name == name and role in (None, item.role)), None)
+
+    def _enabled(self, name, role):
+        item = self._find(name, role)
+        return item if item and item.is_("enabled") else None
+
+    @staticmethod
+    def _act(item, action):
+        accessible = item.accessible
+        for index in range(accessible.get_n_actions()):
+            if accessible.get_action_name(index) == action:
+                accessible.do_action(index)
+                return
+        raise AssertionError(f"{item} offers no {action}")

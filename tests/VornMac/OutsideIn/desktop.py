@@ -1,0 +1,77 @@
+"""A desktop of its own: a screen in memory, and a message bus that offers accessibility and nothing else."""
+import os
+import struct
+import subprocess
+import tempfile
+
+# Without the services of the machine that the tests run on: a keyring would be started, and ask for its password.
+BUS = """<busconfig>
+  <type>session</type>
+  <listen>unix:path={folder}/bus</listen>
+  <auth>EXTERNAL</auth>
+  <servicedir>{folder}/services</servicedir>
+  <policy context="default">
+    <allow send_destination="*" eavesdrop="true"/>
+    <allow eavesdrop="true"/>
+    <allow own="*"/>
+  </policy>
+</busconfig>
+"""
+ACCESSIBILITY = "/usr/share/dbus-1/services/org.a11y.Bus.service"
+
+
+class Desktop:
+    """Lasts for a `with`; whatever is started meanwhile appears there. Once in a process: libraries keep their bus."""
+
+    def __init__(self, width=1280, height=800):
+        self._size = f"{width}x{height}x24"
+        self._processes = []
+
+    def __enter__(self):
+        self._folder = tempfile.TemporaryDirectory(prefix="vorn-desktop-")
+        path = self._folder.name
+        os.chmod(path, 0o700)
+        os.mkdir(path + "/services")
+        os.symlink(ACCESSIBILITY, path + "/services/org.a11y.Bus.service")
+        with open(path + "/bus.conf", "w", encoding="utf-8") as file:
+            file.write(BUS.format(folder=path))
+        os.environ["XDG_RUNTIME_DIR"] = path
+        os.environ["DISPLAY"] = ":" + self._start_for_line(
+            ["Xvfb", "-displayfd", "{}", "-screen", "0", self._size, "-fbdir", path, "-nolisten", "tcp", "-noreset"])
+        os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_for_line(
+            ["dbus-daemon", "--nofork", "--nosyslog", "--config-file=" + path + "/bus.conf", "--print-address={}"])
+        return self
+
+    def __exit__(self, *_):
+        for process in reversed(self._processes):
+            process.terminate()
+            process.wait(timeout=20)
+        self._folder.cleanup()
+
+    def _start_for_line(self, command):
+        """Starts a program that writes a line to the descriptor in the place of {}, and returns that line."""
+        reading, writing = os.pipe()
+        with open(reading, encoding="utf-8") as lines:
+            # Its end comes with the test's, however that happens.
+            command = ["setpriv", "--pdeathsig", "KILL", *[word.replace("{}", str(writing)) for word in command]]
+            self._processes.append(subprocess.Popen(command, pass_fds=[writing], stdout=subprocess.DEVNULL,
+                                                    stderr=subprocess.DEVNULL))
+            os.close(writing)
+            line = lines.readline().strip()
+        assert line, "does not start: " + " ".join(command)
+        return line
+
+    def picture(self):
+        """What the screen shows now, as a portable pixmap."""
+        with open(self._folder.name + "/Xvfb_screen0", "rb") as file:
+            content = file.read()
+        # An X window dump: its header is of 32-bit numbers, the highest byte first.
+        header = struct.unpack(">25I", content[:100])
+        start = header[0] + 12 * header[19]  # after the header and the colour map
+        width, height, row = header[4], header[5], header[12]
+        assert header[11] == 32 and row == 4 * width and header[7] == 0, "not four bytes a pixel, the lowest first"
+        pixels = content[start:start + row * height]
+        picture = bytearray(3 * width * height)
+        for colour in range(3):
+            picture[colour::3] = pixels[2 - colour::4]  # a pixel is stored as blue, green, red and nothing
+        return b"P6 %d %d 255\n" % (width, height) + bytes(picture)
