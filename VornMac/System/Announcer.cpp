@@ -6,7 +6,7 @@ namespace vorn {
 
 void Announcer::announce(QObject* item, const QString& text)
 {
-    if (item == nullptr || text.isEmpty() || !QAccessible::isActive()) return;
+    if (item == nullptr || text.isEmpty()) return;
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     QAccessibleAnnouncementEvent event(item, text);
 #else
