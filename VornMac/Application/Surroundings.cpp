@@ -32,7 +32,8 @@ std::filesystem::path messagesDatabase(const UserDefaults& defaults)
 
 } // namespace
 
-Surroundings::Surroundings(LayeredDefaults::Line line, std::filesystem::path executable, std::function<void()> quit)
+Surroundings::Surroundings(LayeredDefaults::Line line, const std::filesystem::path& executable,
+                           std::function<void()> quit)
     : settings_(bundleIdentifier(), applicationLog()), defaults_(std::move(line), settings_),
       temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()), http_(HTTPSession::make()),
       tokens_(keychain()), workspace_(applicationOf(executable), std::move(quit))

@@ -20,7 +20,7 @@ class Surroundings {
 public:
     /// `line` are the defaults of the command line; `executable` is the running program's file. `quit` is what the
     /// desktop calls to end this process, from within a model's operation.
-    Surroundings(LayeredDefaults::Line line, std::filesystem::path executable, std::function<void()> quit);
+    Surroundings(LayeredDefaults::Line line, const std::filesystem::path& executable, std::function<void()> quit);
     ~Surroundings();
     Surroundings(Surroundings&&) = delete;
 
