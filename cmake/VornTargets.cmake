@@ -38,16 +38,16 @@ function(vorn_library name)
   set_property(GLOBAL APPEND PROPERTY VORN_LAYERS "${name} ${folder} ${public},${private}")
 endfunction()
 
-# vorn_qml_module(<name> URI … [HEADERS …] [SOURCES …] [QML …] [RESOURCES …] [PUBLIC …] [PRIVATE …])
+# vorn_qml_module(<name> URI … [HEADERS …] [SOURCES …] [QML …] [RESOURCES …] [DEPENDENCIES …] [PUBLIC …] [PRIVATE …])
 # A library whose types and files QML imports by URI. Who shows them links <name>plugin too, and imports its class, which
-# is called after the URI. QML files are compiled; they warn where they are not fully typed, so warnings stay on.
+# is called after the URI. DEPENDENCIES are the modules that hold the bases of its C++ types.
 function(vorn_qml_module name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "HEADERS;SOURCES;QML;RESOURCES;PUBLIC;PRIVATE")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "URI" "HEADERS;SOURCES;QML;RESOURCES;DEPENDENCIES;PUBLIC;PRIVATE")
   vorn_library(${name} HEADERS ${arg_HEADERS} SOURCES ${arg_SOURCES} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
   set_target_properties(${name} PROPERTIES AUTOMOC ON) # before Qt looks for it
   string(REPLACE "." "/" path ${arg_URI})
   qt_add_qml_module(${name} URI ${arg_URI} VERSION 1.0 RESOURCE_PREFIX /qt/qml OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
-                    QML_FILES ${arg_QML} RESOURCES ${arg_RESOURCES})
+                    QML_FILES ${arg_QML} RESOURCES ${arg_RESOURCES} DEPENDENCIES ${arg_DEPENDENCIES})
   # What Qt generates is not written to our warnings, and names our headers without their folders.
   get_target_property(sources ${name} SOURCES)
   list(FILTER sources INCLUDE REGEX "/(\\.rcc/qmlcache/|.*_qmltyperegistrations).*\\.cpp$")

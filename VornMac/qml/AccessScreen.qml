@@ -44,9 +44,9 @@ StepScreen {
     }
     // The user comes back from System Settings.
     Connections {
-        target: Qt.application
+        target: Application
         function onStateChanged() {
-            if (root.model.step === ScreenModel.Step.Access && Qt.application.state === Qt.ApplicationActive)
+            if (root.model.step === ScreenModel.Step.Access && Application.state === Qt.ApplicationActive)
                 root.model.startAccessProbe();
         }
     }

@@ -10,10 +10,12 @@ PushButton {
     required property string displayName
     readonly property string initial: Array.from(displayName)[0]?.toUpperCase() ?? ""
 
+    readonly property string identity: "Signed in as " + displayName
+
     signal signOut
 
     Accessible.name: "Account"
-    Accessible.description: signedIn.text
+    Accessible.description: identity
     cornerRadius: height / 2
     implicitHeight: 34
     leftPadding: 12
@@ -92,51 +94,37 @@ PushButton {
             }
         }
         contentItem: Column {
+            width: menu.availableWidth
             Accessible.role: Accessible.PopupMenu
             Accessible.name: "Account"
 
             Words {
-                id: signedIn
                 bottomPadding: 10
                 color: Theme.secondary
                 font: Theme.fonts.caption
                 leftPadding: 10
                 rightPadding: 10
-                text: "Signed in as " + root.displayName
+                text: root.identity
                 topPadding: 6
-                width: parent.width
+                width: menu.availableWidth
             }
             Rectangle {
                 Accessible.role: Accessible.Separator
                 color: Theme.divider
                 height: 1
-                width: parent.width
+                width: menu.availableWidth
             }
             Item {
                 height: 6
                 width: 1
             }
-            PushButton {
-                id: out
+            MenuEntry {
                 focus: true
-                leftPadding: 10
-                spokenRole: Accessible.MenuItem
                 text: "Sign out of this Mac"
-                width: parent.width
+                width: menu.availableWidth
                 onClicked: {
                     menu.close();
                     root.signOut();
-                }
-
-                contentItem: ButtonText {
-                    color: Theme.ink
-                    font: out.font
-                    horizontalAlignment: Text.AlignLeft
-                    text: out.text
-                }
-                background: Rectangle {
-                    color: out.hovered || out.visualFocus ? Theme.pill : "transparent"
-                    radius: 8
                 }
             }
         }

@@ -1,6 +1,5 @@
 import QtQuick
 import Vorn.Components
-import Vorn.View
 
 /// Says exactly what leaves this Mac, and asks for two confirmations.
 StepScreen {

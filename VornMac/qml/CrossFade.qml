@@ -5,7 +5,9 @@ import Vorn.Components
 FocusScope {
     id: root
 
-    required property Component screen
+    required property url screen
+    /// What each screen is given.
+    required property var properties
     readonly property bool isFading: fade.running
 
     property Loader shown: first
@@ -15,13 +17,13 @@ FocusScope {
     Component.onCompleted: show()
 
     function show() {
-        if (shown.sourceComponent === screen)
+        if (shown.source === screen)
             return;
         fade.complete();
-        const isFirst = shown.sourceComponent === null;
+        const isFirst = shown.status === Loader.Null;
         if (!isFirst)
             shown = going;
-        shown.sourceComponent = screen;
+        shown.setSource(screen, properties);
         shown.focus = true;
         if (isFirst)
             return;
@@ -68,6 +70,6 @@ FocusScope {
             target: root.going
             to: 0
         }
-        onFinished: root.going.sourceComponent = null
+        onFinished: root.going.source = ""
     }
 }

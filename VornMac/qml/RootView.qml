@@ -17,6 +17,10 @@ Rectangle {
     }
     CrossFade {
         anchors.fill: parent
+        focus: true
+        properties: ({
+                model: root.model
+            })
         screen: root.screenOf(root.model.step)
     }
     AccountMenu {
@@ -29,44 +33,7 @@ Rectangle {
         onSignOut: root.model.signOut()
     }
 
-    function screenOf(step: int): Component {
-        return [link, consent, access, find, upload, done][step];
-    }
-
-    Component {
-        id: link
-        LinkScreen {
-            model: root.model
-        }
-    }
-    Component {
-        id: consent
-        ConsentScreen {
-            model: root.model
-        }
-    }
-    Component {
-        id: access
-        AccessScreen {
-            model: root.model
-        }
-    }
-    Component {
-        id: find
-        FindScreen {
-            model: root.model
-        }
-    }
-    Component {
-        id: upload
-        UploadScreen {
-            model: root.model
-        }
-    }
-    Component {
-        id: done
-        DoneScreen {
-            model: root.model
-        }
+    function screenOf(step: int): url {
+        return Qt.resolvedUrl(["LinkScreen.qml", "ConsentScreen.qml", "AccessScreen.qml", "FindScreen.qml", "UploadScreen.qml", "DoneScreen.qml"][step]);
     }
 }

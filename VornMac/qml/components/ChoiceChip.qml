@@ -45,7 +45,6 @@ T.CheckBox {
         spacing: 10
 
         Rectangle {
-            id: box
             anchors.verticalCenter: parent.verticalCenter
             border.color: root.isOn ? Theme.primaryFill : Theme.tertiary
             border.width: 1.5

@@ -21,6 +21,8 @@ Row {
 
         Text {
             required property int index
+            // Qt 6.4 cannot bind a delegate to the ids around it.
+            // qmllint disable unqualified
             readonly property string character: root.text.charAt(index)
             readonly property bool isDigit: character >= "0" && character <= "9"
 
@@ -31,6 +33,7 @@ Row {
             text: character
             textFormat: Text.PlainText
             width: isDigit ? Math.ceil(metrics.advanceWidth("0")) : implicitWidth
+            // qmllint enable unqualified
         }
     }
 }

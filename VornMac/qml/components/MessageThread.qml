@@ -31,8 +31,11 @@ Flickable {
             id: bubbles
 
             delegate: MessageBubble {
+                // Qt 6.4 cannot bind a delegate to the ids around it.
+                // qmllint disable unqualified
                 redacted: root.redacted
                 width: column.width
+                // qmllint enable unqualified
             }
             // Only the last of several in a row from one side has a tail.
             onItemAdded: (index, item) => {

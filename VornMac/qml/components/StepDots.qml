@@ -17,10 +17,13 @@ Row {
         Rectangle {
             required property int index
 
+            // Qt 6.4 cannot bind a delegate to the ids around it.
+            // qmllint disable unqualified
             color: index === root.current ? Theme.ink : index < root.current ? Theme.tertiary : Theme.border
             height: 6
             radius: 3
             width: index === root.current ? 20 : 6
+            // qmllint enable unqualified
         }
     }
 }

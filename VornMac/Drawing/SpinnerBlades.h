@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickPaintedItem>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// Blades around a middle, each fainter than the next: what turns while something is waited for.
+class SpinnerBlades : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
+    Q_PROPERTY(int turns READ turns NOTIFY looksChanged)
+
+public:
+    explicit SpinnerBlades(QQuickItem* parent = nullptr);
+
+    int turns() const noexcept { return turns_; } ///< blades that it has turned by so far
+
+    /// Turns by one blade.
+    Q_INVOKABLE void turn();
+
+    void paint(QPainter* painter) override;
+
+signals:
+    void looksChanged();
+
+private:
+    QColor color_ = Qt::black;
+    int turns_ = 0;
+};
+
+} // namespace vorn

@@ -1,0 +1,21 @@
+import QtQuick
+
+/// One thing to choose in a menu.
+PushButton {
+    id: root
+
+    leftPadding: 10
+    rightPadding: 10
+    spokenRole: Accessible.MenuItem
+
+    contentItem: ButtonText {
+        color: Theme.ink
+        font: root.font
+        horizontalAlignment: Text.AlignLeft
+        text: root.text
+    }
+    background: Rectangle {
+        color: root.hovered || root.visualFocus ? Theme.pill : "transparent"
+        radius: 8
+    }
+}
