@@ -16,6 +16,7 @@ constexpr const char* help = "Usage: VornMac [-Key value]...\n"
                              "  -VornMessagesDatabaseOverride FILE  the Messages database to read\n"
                              "  -VornAppearance light|dark          instead of the system's\n"
                              "  -VornReduceMotion YES|NO            instead of the system's\n"
+                             "  -VornForgetsSession YES             keep the session for this run alone\n"
                              "  --version                           print the version\n"
                              "  --help                              print this\n";
 

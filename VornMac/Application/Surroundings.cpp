@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
+#include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "VornMacCore/Sessions/KeychainTokenStore.h"
 #include "VornMacCore/Sessions/RememberingTokenStore.h"
 
@@ -12,14 +13,17 @@ namespace vorn {
 namespace {
 
 constexpr const char* databaseOverrideKey = "VornMessagesDatabaseOverride"; // for developers: a chat.db of their own
+constexpr const char* forgetsSessionKey = "VornForgetsSession";
 
 Log applicationLog()
 {
     return {bundleIdentifier(), "app"};
 }
 
-std::shared_ptr<TokenStore> keychain()
+/// Where the session is kept: in the keychain, or for a run beside the user's own, only as long as the process lives.
+std::shared_ptr<TokenStore> tokenStore(const UserDefaults& defaults)
 {
+    if (defaults.boolean(forgetsSessionKey)) return std::make_shared<InMemoryTokenStore>();
     return std::make_shared<RememberingTokenStore>(
         std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
 }
@@ -36,7 +40,7 @@ Surroundings::Surroundings(LayeredDefaults::Line line, const std::filesystem::pa
                            std::function<void()> quit)
     : settings_(bundleIdentifier(), applicationLog()), defaults_(std::move(line), settings_),
       temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()), http_(HTTPSession::make()),
-      tokens_(keychain()), workspace_(applicationOf(executable), std::move(quit))
+      tokens_(tokenStore(defaults_)), workspace_(applicationOf(executable), std::move(quit))
 {
 }
 

@@ -50,6 +50,15 @@ TEST(RunScript, BeginsWithAFittingNumber)
     }
 }
 
+TEST(RunScript, NeedsAFolderForTheTour)
+{
+    const RunScriptFixture fix;
+    const auto program = fix.run({"--tour"});
+    EXPECT_EQ(program->exitCode(), 2);
+    EXPECT_EQ(program->errors(), "run: --tour needs a folder\n");
+    EXPECT_EQ(program->output(), "");
+}
+
 TEST(RunScript, RefusesOptionsThatItDoesNotKnow)
 {
     const RunScriptFixture fix;

@@ -1,11 +1,13 @@
+#include "tests/VornMac/Tour/PictureDifference.h"
 #include "tests/VornMac/Window/Scenes.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <string_view>
+#include <utility>
 
+#include <CLI/CLI.hpp>
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
@@ -13,24 +15,47 @@
 namespace vorn::testing {
 namespace {
 
-/// Writes a picture of `scene` and gives whether all went well.
-bool writePicture(const Scene& scene, Appearance::Theme theme, QSize size, const std::string& path)
+/// A share of the pixels: the dot of an i is more.
+constexpr double tolerated = 0.0002;
+
+struct TourOptions {
+    std::string folder;
+    int width = 1180;
+    int height = 760;
+    std::string only;
+    std::string references; ///< empty: nothing is compared
+};
+
+QImage pictureOf(const Scene& scene, Appearance::Theme theme, QSize size)
 {
     WindowFixture fix;
     Appearance::shared().setTheme(theme);
     scene.play(fix);
     fix.window().resize(size);
-    return fix.picture().save(QString::fromStdString(path));
+    return fix.picture();
 }
 
-bool writePictures(const std::string& folder, QSize size, std::string_view only)
+/// Whether `picture` looks as its reference; says so where it does not.
+bool matchesReference(const QImage& picture, const std::string& path)
+{
+    const double difference = pictureDifference(picture, QImage(QString::fromStdString(path)));
+    if (difference <= tolerated) return true;
+    std::fprintf(stderr, "%s: %.3f %% of the pixels differ\n", path.c_str(), 100 * difference);
+    return false;
+}
+
+/// Takes every picture, and gives whether each could be written and looks as it should.
+bool takePictures(const TourOptions& options)
 {
     bool allWell = true;
     for (const Scene& scene : allScenes()) {
-        if (scene.name.find(only) == std::string::npos) continue;
-        for (const auto& [theme, name] :
-             {std::pair(Appearance::Theme::light, "light"), std::pair(Appearance::Theme::dark, "dark")}) {
-            allWell &= writePicture(scene, theme, size, folder + "/" + scene.name + "-" + name + ".png");
+        if (scene.name.find(options.only) == std::string::npos) continue;
+        for (const auto& [theme, suffix] :
+             {std::pair(Appearance::Theme::light, "-light.png"), std::pair(Appearance::Theme::dark, "-dark.png")}) {
+            const QImage picture = pictureOf(scene, theme, {options.width, options.height});
+            const std::string name = scene.name + suffix;
+            allWell &= picture.save(QString::fromStdString(options.folder + "/" + name));
+            if (!options.references.empty()) allWell &= matchesReference(picture, options.references + "/" + name);
         }
     }
     return allWell;
@@ -39,20 +64,22 @@ bool writePictures(const std::string& folder, QSize size, std::string_view only)
 } // namespace
 } // namespace vorn::testing
 
-/// vorn-tour DIR [WIDTH HEIGHT [PART-OF-NAME]]
 int main(int argc, char** argv)
 {
-    if (argc < 2 || std::string_view(argv[1]) == "--help") {
-        std::fputs("Usage: vorn-tour DIR [WIDTH HEIGHT [PART-OF-NAME]]\n"
-                   "Writes a picture of every screen in every phase, light and dark, into DIR.\n",
-                   stderr);
-        return argc < 2 ? 2 : 0;
-    }
+    vorn::testing::TourOptions options;
+    CLI::App app("Takes a picture of every screen in every phase, light and dark, on a made-up chat.", "vorn-tour");
+    app.add_option("folder", options.folder, "where the pictures go")->required();
+    app.add_option("--width", options.width, "of the window")->capture_default_str();
+    app.add_option("--height", options.height, "of the window")->capture_default_str();
+    app.add_option("--only", options.only, "pictures whose name holds this");
+    app.add_option("--compare", options.references, "a folder of pictures that these have to look like");
+    CLI11_PARSE(app, argc, argv);
+
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     setenv("QT_QUICK_BACKEND", "software", 0);
-    const QGuiApplication application(argc, argv);
+    int qtArguments = 1;
+    const QGuiApplication application(qtArguments, argv);
     ::testing::GTEST_FLAG(throw_on_failure) = true;
-    std::filesystem::create_directories(argv[1]);
-    const QSize size = argc > 3 ? QSize(std::atoi(argv[2]), std::atoi(argv[3])) : QSize(1180, 760);
-    return vorn::testing::writePictures(argv[1], size, argc > 4 ? argv[4] : "") ? 0 : 1;
+    std::filesystem::create_directories(options.folder);
+    return vorn::testing::takePictures(options) ? 0 : 1;
 }
