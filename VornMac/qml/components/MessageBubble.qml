@@ -23,10 +23,10 @@ Item {
         id: bubble
         anchors.right: root.fromMe ? parent.right : undefined
         color: root.fill
-        height: root.redacted ? bars.height + 24 : words.height + 16
+        height: Math.ceil(root.redacted ? bars.height + 24 : words.height + 16)
         opacity: root.redacted ? 0.55 : 1
         tail: !root.hasTail ? BubbleShape.NoTail : root.fromMe ? BubbleShape.RightTail : BubbleShape.LeftTail
-        width: (root.redacted ? bars.width : words.width) + 36
+        width: Math.ceil(root.redacted ? bars.width : words.width) + 36
 
         Words {
             id: words
