@@ -22,7 +22,7 @@ PushButton {
     rightPadding: 12
     topPadding: 0
     bottomPadding: 0
-    spokenRole: Accessible.ButtonMenu
+    Accessible.role: Accessible.ButtonMenu
     text: displayName
     onClicked: menu.open()
 

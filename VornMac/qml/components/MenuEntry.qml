@@ -6,7 +6,7 @@ PushButton {
 
     leftPadding: 10
     rightPadding: 10
-    spokenRole: Accessible.MenuItem
+    Accessible.role: Accessible.MenuItem
 
     contentItem: ButtonText {
         color: Theme.ink

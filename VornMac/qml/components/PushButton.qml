@@ -6,8 +6,6 @@ import QtQuick.Templates as T
 T.AbstractButton {
     id: root
 
-    /// What a screen reader calls it. Qt calls every button a button again whenever it finds that somebody listens.
-    property int spokenRole: Accessible.Button
     property real cornerRadius: Theme.controlRadius
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -23,11 +21,7 @@ T.AbstractButton {
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()
 
-    Accessible.role: spokenRole
-    Accessible.onRoleChanged: {
-        if (Accessible.role !== spokenRole)
-            Accessible.role = spokenRole;
-    }
+    Accessible.role: Accessible.Button // Qt 6.4 knows no other role for a button, whatever is said here
     Accessible.name: text
     Accessible.focusable: enabled
     Accessible.onPressAction: root.press()
