@@ -1,5 +1,6 @@
 """The window of a program as a screen reader has it: by names, roles and states, and by the actions it offers."""
 import dataclasses
+import re
 import time
 
 import gi
@@ -7,7 +8,10 @@ import gi
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
-HEADING, BUTTON, CHECK_BOX, MENU_ITEM = "heading", "push button", "check box", "menu item"
+HEADING, CHECK_BOX = "heading", "check box"
+BUTTONS = {"push button", "push button menu", "menu item"}  # Qt 6.4 calls all of them push buttons
+STEP = re.compile(r"Step \d of 6")
+KEY_CODES = {"Control": 37, "w": 25}  # of the keyboard that a screen in memory has
 
 
 @dataclasses.dataclass(frozen=True)
@@ -20,6 +24,11 @@ class Item:
 
     def is_(self, state):
         return state in self.states
+
+
+def can_be_pressed(item):
+    """Qt 6.4 tells nobody that a button is off, but such a one takes no focus."""
+    return item.is_("focusable")
 
 
 class AccessibleWindow:
@@ -46,31 +55,37 @@ class AccessibleWindow:
                 raise AssertionError(f"waited in vain for {what}; the window shows:\n{self.described()}")
             time.sleep(0.02)
 
-    def wait_for(self, name, role=None):
-        """The item of this name, once it is shown."""
-        return self.wait_until(lambda: self._find(name, role), f"{role or 'item'} {name!r}")
+    def wait_for(self, name, roles=()):
+        """The item of this name, and of one of these roles if there are any, once it is shown."""
+        return self.wait_until(lambda: self._find(name, roles), f"{' or '.join(roles) or 'an item'} {name!r}")
 
     def wait_for_screen(self, title):
-        """Once the screen with this title is the only one: while one fades to the next, both are there."""
-        self.wait_until(lambda: [item.name for item in self.items() if item.role == HEADING] == [title],
-                        f"screen {title!r}")
+        """Waits until the screen with this title is the only one: while one fades to the next, both are there."""
+        def look():
+            items = self.items()
+            steps = [item for item in items if STEP.fullmatch(item.name)]
+            return len(steps) == 1 and any(item.name == title and item.role == HEADING for item in items)
+        self.wait_until(look, f"the screen {title!r}")
 
-    def press(self, name, role=BUTTON):
+    def press(self, name):
         """Presses the button as soon as it can be pressed."""
-        self._act(self.wait_until(lambda: self._enabled(name, role), f"an enabled {role} {name!r}"), "Press")
+        def look():
+            button = self._find(name, BUTTONS)
+            return button if button and can_be_pressed(button) else None
+        self._act(self.wait_until(look, f"a button {name!r} that can be pressed"), "Press")
 
-    def try_to_press(self, name, role=BUTTON):
+    def try_to_press(self, name):
         """Presses the button even if it is off."""
-        self._act(self.wait_for(name, role), "Press")
+        self._act(self.wait_for(name, BUTTONS), "Press")
 
     def toggle(self, name):
-        self._act(self.wait_for(name, CHECK_BOX), "Toggle")
+        self._act(self.wait_for(name, {CHECK_BOX}), "Toggle")
 
     def is_checked(self, name):
-        return self.wait_for(name, CHECK_BOX).is_("checked")
+        return self.wait_for(name, {CHECK_BOX}).is_("checked")
 
-    def is_enabled(self, name, role=BUTTON):
-        return self.wait_for(name, role).is_("enabled")
+    def is_enabled(self, name):
+        return can_be_pressed(self.wait_for(name, BUTTONS))
 
     def shows(self, name):
         return any(item.name == name for item in self.items())
@@ -85,12 +100,14 @@ class AccessibleWindow:
         except GLib.Error as error:
             return f"  nothing: {error.message}"
 
-    def press_keys(self, modifier, key):
-        """Presses a key while another is held, wherever the focus is. Both are X's numbers of key symbols."""
-        held = Atspi.generate_keyboard_event
-        held(modifier, None, Atspi.KeySynthType.SYM)
-        del held
-        raise NotImplementedError
+    def press_keys(self, key, held=None):
+        """Presses a key, as on the keyboard, while another is held. Keys are named as X names them."""
+        send = Atspi.generate_keyboard_event
+        if held:
+            send(KEY_CODES[held], None, Atspi.KeySynthType.PRESS)
+        send(KEY_CODES[key], None, Atspi.KeySynthType.PRESSRELEASE)
+        if held:
+            send(KEY_CODES[held], None, Atspi.KeySynthType.RELEASE)
 
     def items(self):
         """What is shown, from the top of the window on."""
@@ -117,12 +134,8 @@ class AccessibleWindow:
                        frozenset(state.value_nick for state in states.get_states()), child)
             yield from self._below(child)
 
-    def _find(self, name, role):
-        return next((item for item in self.items() if item.name == name and role in (None, item.role)), None)
-
-    def _enabled(self, name, role):
-        item = self._find(name, role)
-        return item if item and item.is_("enabled") else None
+    def _find(self, name, roles):
+        return next((item for item in self.items() if item.name == name and (not roles or item.role in roles)), None)
 
     @staticmethod
     def _act(item, action):
