@@ -1,13 +1,14 @@
 #include "VornMac/System/Appearance.h"
 
+#include "VornMac/System/SystemLook.h"
+
 #include <algorithm>
+#include <utility>
 
 #include <QEvent>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QPalette>
 #include <QQmlEngine>
-#include <QScreen>
 #include <QStyleHints>
 
 namespace vorn {
@@ -23,18 +24,6 @@ bool systemIsDark()
 #endif
     const QPalette palette = QGuiApplication::palette();
     return palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
-}
-
-/// Desktops tell their users' text size as a resolution. macOS has no such setting, and another usual resolution.
-double systemTextScale()
-{
-#ifdef Q_OS_MACOS
-    return 1;
-#else
-    constexpr double usualResolution = 96;
-    const QScreen* screen = QGuiApplication::primaryScreen();
-    return screen != nullptr ? screen->logicalDotsPerInch() / usualResolution : 1;
-#endif
 }
 
 } // namespace
@@ -97,11 +86,7 @@ void Appearance::setTextScale(double scale)
 
 QString Appearance::fontFamily() const
 {
-#ifdef Q_OS_MACOS
-    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
-#else
-    return QStringLiteral("Inter");
-#endif
+    return systemFontFamily();
 }
 
 } // namespace vorn

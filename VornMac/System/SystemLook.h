@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QString>
+
+namespace vorn {
+
+// What only one of the systems has, or has in another way. Threads: the main thread, once there is a QGuiApplication.
+
+/// How much larger than usual the user wants text; 1 for the usual size.
+double systemTextScale();
+/// The family of fonts that windows are written in.
+QString systemFontFamily();
+
+} // namespace vorn

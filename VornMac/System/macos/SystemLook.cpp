@@ -1,0 +1,18 @@
+#include "VornMac/System/SystemLook.h"
+
+#include <QFontDatabase>
+
+namespace vorn {
+
+// macOS has no size of text for all applications.
+double systemTextScale()
+{
+    return 1;
+}
+
+QString systemFontFamily()
+{
+    return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+}
+
+} // namespace vorn
