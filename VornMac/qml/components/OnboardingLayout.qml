@@ -25,7 +25,6 @@ FocusScope {
         contentHeight: Math.max(height, column.implicitHeight + 16)
         interactive: contentHeight > height
         width: Math.min(Theme.formWidth, root.contentWidth - root.columnsGap - Theme.panelWidth) + 16
-        // What is higher than the room beside the panel may use the room above it, where there is nothing on this side.
         height: room + 8
         y: Theme.topMargin - 4
 
