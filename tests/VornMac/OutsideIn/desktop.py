@@ -62,16 +62,42 @@ class Desktop:
         return line
 
     def picture(self):
-        """What the screen shows now, as a portable pixmap."""
+        """What the screen shows now."""
         with open(self._folder.name + "/Xvfb_screen0", "rb") as file:
             content = file.read()
         # An X window dump: its header is of 32-bit numbers, the highest byte first.
         header = struct.unpack(">25I", content[:100])
-        start = header[0] + 12 * header[19]  # after the header and the colour map
         width, height, row = header[4], header[5], header[12]
         assert header[11] == 32 and row == 4 * width and header[7] == 0, "not four bytes a pixel, the lowest first"
-        pixels = content[start:start + row * height]
-        picture = bytearray(3 * width * height)
-        for colour in range(3):
-            picture[colour::3] = pixels[2 - colour::4]  # a pixel is stored as blue, green, red and nothing
-        return b"P6 %d %d 255\n" % (width, height) + bytes(picture)
+        start = header[0] + 12 * header[19]  # after the header and the colour map
+        return Picture(width, height, content[start:start + row * height])
+
+
+class Picture:
+    """Its pixels are four bytes each: blue, green, red, and one that says nothing."""
+
+    def __init__(self, width, height, pixels):
+        self._width = width
+        self._height = height
+        self._pixels = pixels
+
+    def colour(self, x, y):
+        """As it is written on the Web, such as #0e0f10."""
+        start = 4 * (y * self._width + x)
+        return "#" + self._pixels[start:start + 3][::-1].hex()
+
+    def window(self):
+        """The left edge, the top, the width and the height of what is not the black of an empty screen."""
+        rows = [self._pixels[start:start + 4 * self._width] for start in range(0, len(self._pixels), 4 * self._width)]
+        drawn = [index for index, row in enumerate(rows) if row.strip(b"\0")]
+        middle = rows[(drawn[0] + drawn[-1]) // 2]
+        left = (len(middle) - len(middle.lstrip(b"\0"))) // 4
+        width = -(-len(middle.strip(b"\0")) // 4)
+        return left, drawn[0], width, len(drawn)
+
+    def pixmap(self):
+        """The file of a portable pixmap."""
+        content = bytearray(3 * self._width * self._height)
+        for channel in range(3):
+            content[channel::3] = self._pixels[2 - channel::4]
+        return b"P6 %d %d 255\n" % (self._width, self._height) + bytes(content)

@@ -49,6 +49,6 @@ class Phone:
 
     def _look(self):
         command = ["zbarimg", "--quiet", "--raw", "--nodbus", "-Sdisable", "-Sqrcode.enable", "-"]
-        reader = subprocess.run(command, input=self._desktop.picture(), stdout=subprocess.PIPE,
+        reader = subprocess.run(command, input=self._desktop.picture().pixmap(), stdout=subprocess.PIPE,
                                 stderr=subprocess.DEVNULL)
         return reader.stdout.decode().strip() or None

@@ -72,7 +72,7 @@ class WholePath(Scenario):
             self.assertTrue(window.shows(row), row + " is not in\n" + window.described())
         self.assertTrue(window.shows("Only on this Mac. Nothing is uploaded yet."))
         previewed = [name for name in window.names() if name.startswith(("You: ", "Nimbrel: "))]
-        self.assertEqual(len(previewed), 6)
+        self.assertEqual(previewed, [preview(message) for message in self.there[-6:]])
 
     def upload(self, window):
         window.press("Upload chat")
@@ -88,6 +88,11 @@ class WholePath(Scenario):
         window.wait_for_screen(LINK)
         window.wait_until(lambda: not window.shows("Account"), "the account menu to go")
         self.phone.read_code(window)
+
+
+def preview(message):
+    text = message["text"] or ("Attachment" if message["attachments"] else "…")
+    return ("You: " if message["fromMe"] else "Nimbrel: ") + (text if len(text) <= 140 else text[:140] + "…")
 
 
 def day(seconds):
