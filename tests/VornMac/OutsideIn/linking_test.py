@@ -14,7 +14,7 @@ class Linking(Scenario):
         self.confirm_another_than(declined, window)
 
     def test_shows_a_new_code_when_one_has_expired(self):
-        window = self.start_vorn(self.start_service("--link-lifetime", "3"))
+        window = self.start_vorn(self.start_service("--link-lifetime", "4"))
         window.wait_for_screen(LINK)
         expired = self.phone.read_code(window)
         window.wait_until(lambda: any(name.startswith("New code in 0:0") for name in window.names()), "the countdown")

@@ -39,7 +39,7 @@ class Vorn:
                "TMPDIR": self.temporary, "TZ": "UTC", "LC_ALL": "C.UTF-8",
                "QT_QPA_PLATFORM": "xcb", "QT_QUICK_BACKEND": "software", "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         self._environment = {**os.environ, **own, **dict(environment)}
-        self._command = [program("VornMac"), "-VornAPIBaseURLOverride", service.url,
+        self._command = ["setpriv", "--pdeathsig", "KILL", program("VornMac"), "-VornAPIBaseURLOverride", service.url,
                          "-VornMessagesDatabaseOverride", database, *arguments]
         self.process = self._start()
         self.window = AccessibleWindow(self.process.pid, patience)
@@ -160,8 +160,8 @@ def messages_in(archive):
 
 def main():
     """Runs the scenarios of the script. Its arguments: the programs' folder, seconds of patience, and unittest's."""
-    this = sys.modules["scenario"]
-    this.programs, this.patience = sys.argv.pop(1), float(sys.argv.pop(1))
+    global programs, patience
+    programs, patience = sys.argv.pop(1), float(sys.argv.pop(1))
     for tool in ("Xvfb", "dbus-daemon", "setpriv", "zbarimg"):
         assert shutil.which(tool), tool + " is missing"
     unittest.main(verbosity=2, warnings="ignore")  # accessibility offers its actions by a name that it deprecates

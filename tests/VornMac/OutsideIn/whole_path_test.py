@@ -3,7 +3,7 @@ import datetime
 import os
 
 import scenario
-from scenario import ACCESS, CONSENT, EARNED, FOUND, LINK, UPLOADING, Scenario
+from scenario import ACCESS, CONSENT, EARNED, FOUND, LINK, Scenario
 
 
 class WholePath(Scenario):
