@@ -4,17 +4,33 @@
 #include <QString>
 #include <qqmlregistration.h>
 
+class QJSEngine;
+class QQmlEngine;
+
 namespace vorn {
 
-/// Has screen readers say what happened where the user's focus is not. Threads: the main thread.
+/// Has screen readers say what happened where the user's focus is not: one for the process, also in QML. Threads: the
+/// main thread.
 class Announcer : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
 
 public:
-    /// Says `text`, once. `item` is what shows it. An empty text is not said.
-    Q_INVOKABLE static void announce(QObject* item, const QString& text);
+    static Announcer& shared();
+    /// For QML's engine, which must not own it.
+    static Announcer* create(QQmlEngine* engine, QJSEngine* scripts);
+
+    /// Says `text` soon, once. `item` is what shows it. Not said is an empty text, and one whose item is gone by then.
+    Q_INVOKABLE void announce(QObject* item, const QString& text);
+
+signals:
+    /// Something is being said, whether or not a reader listens.
+    void announced(QObject* item, const QString& text);
+
+private:
+    Announcer() = default;
+    void tellReaders(QObject* item, const QString& text);
 };
 
 } // namespace vorn
