@@ -2,6 +2,7 @@
 /// of Qt Quick in turns with it. `bench-window [ROUNDS]`; other programs must be still. QT_QPA_PLATFORM=offscreen and
 /// QT_QUICK_BACKEND=software measure it without a screen.
 
+#include "bench/EmptySurroundings.h"
 #include "bench/FirstFrame/ShownWindow.h"
 
 #include <algorithm>
@@ -14,8 +15,6 @@
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <unistd.h>
 
 namespace vorn::bench {
 namespace {
@@ -52,27 +51,19 @@ void print(const char* name, const Figures& figures)
                 median(figures.milliseconds), std::ranges::max(figures.mebibytes));
 }
 
-/// Whatever the user of this machine runs, or has kept, must not be met.
-void moveIntoEmptySurroundings()
-{
-    std::string folder = (std::filesystem::temp_directory_path() / "vorn-bench-XXXXXX").native();
-    if (mkdtemp(folder.data()) == nullptr) throw std::runtime_error("cannot make a folder");
-    for (const char* variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "TMPDIR"}) setenv(variable, folder.c_str(), 1);
-}
-
 void run(const std::string& program, int rounds)
 {
-    moveIntoEmptySurroundings();
+    const EmptySurroundings surroundings;
     const std::string show = "exec '" + program + "' --show ";
     Figures limit, application;
     for (int round = 0; round < rounds; ++round) {
         measure(show + "bare", limit);
-        measure(show + "application -VornAPIBaseURLOverride http://127.0.0.1:9", application);
+        measure(show + "application -MainWindowGeometry '0 0 1180 760' -VornAPIBaseURLOverride http://127.0.0.1:9",
+                application);
     }
     std::printf("%-22s %7s %7s %10s\n", "to the first frame", "best ms", "median", "peak MiB");
     print("bare Qt Quick window", limit);
     print("Vorn", application);
-    std::filesystem::remove_all(getenv("TMPDIR"));
 }
 
 } // namespace

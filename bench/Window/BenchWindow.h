@@ -1,0 +1,55 @@
+#pragma once
+
+#include "Platform/Async/BackgroundPool.h"
+#include "Platform/Async/Clock.h"
+#include "VornMac/Application/EventLoopContext.h"
+#include "VornMac/Application/MainWindow.h"
+#include "VornMac/Model/AppModel.h"
+#include "VornMac/View/ScreenModel.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include <QQuickWindow>
+
+namespace vorn::bench {
+
+/// The application's window, 1180 × 760, on the real model with the real clock, pool and event loop; the service is one
+/// of this process. Threads: the main one, with an application.
+class BenchWindow {
+public:
+    struct Options {
+        std::filesystem::path history;
+        bool isSignedIn = true;
+        bool hasConsented = true;
+        std::function<void(AppModel&)> onModel = {}; ///< before anything else follows the model
+    };
+
+    /// Shows the window, which begins the first step.
+    explicit BenchWindow(const Options& options);
+    ~BenchWindow();
+    BenchWindow(BenchWindow&&) = delete;
+
+    AppModel& model() { return *model_; }
+    QQuickWindow& window() { return window_->window(); }
+
+    void runUntil(Step step) const;
+    void runUntilFound() const;
+
+private:
+    class Defaults;
+    class NoWorkspace;
+
+    SystemClock clock_;
+    BackgroundPool pool_;
+    std::unique_ptr<Defaults> defaults_;
+    std::unique_ptr<NoWorkspace> workspace_;
+    EventLoopContext loop_;
+    std::optional<AppModel> model_;
+    std::optional<ScreenModel> screenModel_;
+    std::optional<MainWindow> window_;
+};
+
+} // namespace vorn::bench

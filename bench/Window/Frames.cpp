@@ -1,0 +1,89 @@
+#include "bench/Window/BenchWindow.h"
+#include "bench/Window/FrameWatch.h"
+#include "bench/Window/Measures.h"
+#include "bench/Window/TimedApplication.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <variant>
+#include <vector>
+
+namespace vorn::bench {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int rounds = 10;   // there and back
+constexpr auto fade = 400ms; // and a rest
+constexpr const char* limit = "16 ms a frame";
+
+struct Pair {
+    const char* name;
+    Step from, to;
+};
+
+constexpr Pair pairs[] = {
+    {"link - consent", Step::link, Step::consent}, {"consent - access", Step::consent, Step::access},
+    {"access - find", Step::access, Step::find},   {"find - upload", Step::find, Step::upload},
+    {"upload - done", Step::upload, Step::done},
+};
+
+double percentile(const std::vector<double>& sorted, double part)
+{
+    return sorted[static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1))];
+}
+
+void print(const char* name, std::vector<double> frames, double longestTurn)
+{
+    std::ranges::sort(frames);
+    std::printf("%-34s %6zu %8.2f %8.2f %8.2f %8.2f   %s\n", name, frames.size(), percentile(frames, 0.5),
+                percentile(frames, 0.95), frames.back(), longestTurn, limit);
+    std::fflush(stdout);
+}
+
+void measureFade(BenchWindow& bench, const Pair& pair)
+{
+    bench.model().go(pair.from);
+    TimedApplication::runFor(fade);
+    FrameWatch watch(bench.window());
+    TimedApplication::shared().takeLongestTurn();
+    for (int round = 0; round < rounds; ++round) {
+        for (const Step step : {pair.to, pair.from}) {
+            TimedApplication::inTurn([&bench, step] { bench.model().go(step); });
+            TimedApplication::runFor(fade);
+        }
+    }
+    print(pair.name, watch.take(), TimedApplication::shared().takeLongestTurn());
+}
+
+/// From the first byte that is sent to the last.
+void measureProgress(BenchWindow& bench)
+{
+    bench.model().go(Step::find);
+    bench.runUntilFound();
+    bench.model().upload();
+    const auto isUploading = [&] { return std::holds_alternative<phase::Uploading>(bench.model().uploadPhase()); };
+    TimedApplication::runUntil(isUploading);
+    TimedApplication::runFor(fade);
+    FrameWatch watch(bench.window());
+    TimedApplication::shared().takeLongestTurn();
+    TimedApplication::runUntil([&] { return !isUploading(); });
+    print("the bar of the upload", watch.take(), TimedApplication::shared().takeLongestTurn());
+    bench.runUntil(Step::done);
+}
+
+} // namespace
+
+void measureFrames(const std::filesystem::path& history)
+{
+    std::printf("%-34s %6s %8s %8s %8s %8s   %s\n", "what moves, in milliseconds", "frames", "median", "95 of 100",
+                "longest", "turn", "limit");
+    BenchWindow bench({.history = history});
+    bench.runUntilFound();
+    for (const Pair& pair : pairs) measureFade(bench, pair);
+    measureProgress(bench);
+}
+
+} // namespace vorn::bench

@@ -1,0 +1,65 @@
+#include "bench/Window/InstantService.h"
+
+#include "Platform/Base/Dates.h"
+
+#include <chrono>
+#include <string_view>
+#include <utility>
+
+#include <fmt/format.h>
+
+namespace vorn::bench {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto lifetimeOfCode = 10min;
+constexpr int progressReports = 20;
+constexpr auto betweenReports = 250ms; // an easing of the bar, and a rest
+
+constexpr const char* quest =
+    R"({{"quest":{{"id":"quest-1","rewardUsd":12.5,"status":"available"}},"handles":["{}"],"maxBytes":5000000000}})";
+constexpr const char* opened =
+    R"({"submissionId":"sub-1","questId":"quest-1","attempt":1,"expiresInSeconds":3600,"assets":[
+        {"assetId":"asset-1","position":0,"uploadId":"upload-1","parts":[
+            {"partNumber":1,"url":"https://storage.example.com/part/1"}]}]})";
+constexpr const char* analyzing =
+    R"({"id":"sub-1","questId":"quest-1","status":"analyzing","rejectionReasonKey":null,"rewardUsd":null,"assetsRemaining":0})";
+
+std::string code(Instant now)
+{
+    return fmt::format(
+        R"({{"linkId":"link-1","pollSecret":"secret","qrPayload":"{}","expiresAt":"{}","pollIntervalMs":2000}})",
+        "vorn://link/AbCdEfGhIjKlMnOpQrStUvWxYz0123456789", internetDateTime(now + lifetimeOfCode));
+}
+
+} // namespace
+
+Async<HTTPResponse> InstantService::send(HTTPRequest request)
+{
+    if (request.method == HTTPRequest::Method::put) return take(std::move(request));
+    return [](std::string body) -> Async<HTTPResponse> {
+        co_return HTTPResponse{200, {{"Content-Type", "application/json"}}, std::move(body)};
+    }(answerTo(request.url.path()));
+}
+
+std::string InstantService::answerTo(const std::string& path) const
+{
+    const std::string_view end = path;
+    if (end.ends_with("/device-links")) return code(clock_.date());
+    if (end.ends_with("/device-links/poll")) return R"({"status":"pending"})";
+    if (end.ends_with("/desktop/nimbrel")) return fmt::format(quest, handle);
+    if (end.ends_with("/submissions")) return opened;
+    return analyzing;
+}
+
+Async<HTTPResponse> InstantService::take(HTTPRequest part)
+{
+    for (int report = 1; report <= progressReports; ++report) {
+        co_await clock_.sleep(betweenReports);
+        part.onBodyProgress(part.body->size() * report / progressReports);
+    }
+    co_return HTTPResponse{200, {{"ETag", "\"tag-1\""}}, ""};
+}
+
+} // namespace vorn::bench

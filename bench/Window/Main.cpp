@@ -1,0 +1,53 @@
+/// What the screens cost. `bench-screens idle HISTORY`, `bench-screens frames HISTORY` and `bench-screens preview SIX
+/// HISTORY`; a HISTORY is what vorn-sample-history writes. Other programs must be still. QT_QPA_PLATFORM=offscreen and
+/// QT_QUICK_BACKEND=software measure it without a screen.
+
+#include "VornMac/Application/VornMacApp.h"
+#include "VornMac/System/Appearance.h"
+#include "bench/EmptySurroundings.h"
+#include "bench/Window/Measures.h"
+#include "bench/Window/TimedApplication.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr int wrongArguments = 2;
+
+int usage()
+{
+    std::fputs("Usage: bench-screens idle|frames HISTORY\n       bench-screens preview SIX HISTORY\n", stderr);
+    return wrongArguments;
+}
+
+int measure(const std::vector<std::string_view>& arguments)
+{
+    using namespace vorn::bench;
+    const std::string_view what = arguments.empty() ? "" : arguments[0];
+    if (arguments.size() == 2 && what == "idle") return measureIdleScreens(arguments[1]), 0;
+    if (arguments.size() == 2 && what == "frames") return measureFrames(arguments[1]), 0;
+    if (arguments.size() == 3 && what == "preview") return measurePreview(arguments[1], arguments[2]), 0;
+    return usage();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::vector<std::string_view> arguments(argv + 1, argv + argc);
+    const vorn::bench::EmptySurroundings surroundings;
+    vorn::VornMacApp::describe();
+    const vorn::bench::TimedApplication application(argc, argv);
+    vorn::bench::TimedApplication::setQuitOnLastWindowClosed(false);
+    vorn::Appearance::shared().setTheme(vorn::Appearance::Theme::light);
+    try {
+        return measure(arguments);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "bench-screens: %s\n", error.what());
+        return 1;
+    }
+}
