@@ -1,8 +1,11 @@
 #include "VornMac/System/Announcer.h"
 
+#include <utility>
+
 #include <QAccessible>
-#include <QPointer>
 #include <QQmlEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
 
 namespace vorn {
 
@@ -21,11 +24,18 @@ Announcer* Announcer::create(QQmlEngine* /*engine*/, QJSEngine* /*scripts*/)
 void Announcer::announce(QObject* item, const QString& text)
 {
     if (item == nullptr || text.isEmpty()) return;
-    // Not before everything that follows from the change has changed too: the item's name may be still the old one.
-    const auto say = [this, shown = QPointer(item), text] {
-        if (shown) tellReaders(shown, text);
-    };
-    QMetaObject::invokeMethod(this, say, Qt::QueuedConnection);
+    if (pending_.empty()) QMetaObject::invokeMethod(this, &Announcer::tellPending, Qt::QueuedConnection);
+    std::erase_if(pending_, [item](const Pending& earlier) { return earlier.item == item; });
+    pending_.push_back({item, text});
+}
+
+/// Not before everything that follows from the changes has changed too: an item's name may be still the old one.
+void Announcer::tellPending()
+{
+    for (const Pending& pending : std::exchange(pending_, {})) {
+        const auto* shown = qobject_cast<QQuickItem*>(pending.item);
+        if (shown != nullptr && shown->isVisible() && shown->window() != nullptr) tellReaders(pending.item, pending.text);
+    }
 }
 
 void Announcer::tellReaders(QObject* item, const QString& text)

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <vector>
+
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <qqmlregistration.h>
 
@@ -21,7 +24,8 @@ public:
     /// For QML's engine, which must not own it.
     static Announcer* create(QQmlEngine* engine, QJSEngine* scripts);
 
-    /// Says `text` soon, once. `item` is what shows it. Not said is an empty text, and one whose item is gone by then.
+    /// Says `text` soon, once. `item` is what shows it. Not said is an empty text, one that another text of the same item
+    /// follows at once, and one that is not shown any more by then.
     Q_INVOKABLE void announce(QObject* item, const QString& text);
 
 signals:
@@ -29,8 +33,16 @@ signals:
     void announced(QObject* item, const QString& text);
 
 private:
+    struct Pending {
+        QPointer<QObject> item;
+        QString text;
+    };
+
     Announcer() = default;
+    void tellPending();
     void tellReaders(QObject* item, const QString& text);
+
+    std::vector<Pending> pending_;
 };
 
 } // namespace vorn
