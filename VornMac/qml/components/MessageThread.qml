@@ -18,6 +18,7 @@ Flickable {
     activeFocusOnTab: interactive
     Accessible.role: Accessible.List
     Accessible.name: "Messages"
+    Accessible.ignored: redacted
 
     Keys.onUpPressed: root.contentY = Math.max(0, root.contentY - 40)
     Keys.onDownPressed: root.contentY = Math.min(root.contentHeight - root.height, root.contentY + 40)
