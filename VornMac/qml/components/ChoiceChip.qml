@@ -3,7 +3,7 @@ import QtQuick.Templates as T
 import Vorn.Drawing
 
 /// A choice that is made or not, with words that say what is chosen.
-T.CheckBox {
+T.AbstractButton {
     id: root
 
     required property string title
@@ -25,11 +25,12 @@ T.CheckBox {
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
     text: title
+    checkable: true // which makes it a check box to readers; Qt's own type for one leaks when they listen
     checked: isOn
-    // Who uses it decides what is chosen: a click shows that, and not what it would have made of the check mark.
-    nextCheckState: () => {
+    // Who uses it decides what is chosen: what the click made of the check mark does not stay.
+    onClicked: {
         root.flip();
-        return root.isOn ? Qt.Checked : Qt.Unchecked;
+        root.checked = Qt.binding(() => root.isOn);
     }
 
     Keys.onReturnPressed: root.flip()
