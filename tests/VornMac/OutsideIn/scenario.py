@@ -83,6 +83,7 @@ class Scenario(unittest.TestCase):
     """Every program that a scenario starts must end by its window, say nothing meanwhile and leave nothing."""
 
     screen = (1280, 800)
+    maxDiff = None
 
     @classmethod
     def setUpClass(cls):
