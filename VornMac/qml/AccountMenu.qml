@@ -8,11 +8,21 @@ PushButton {
     id: root
 
     required property string displayName
-    readonly property string initial: Array.from(displayName)[0]?.toUpperCase() ?? ""
-
+    readonly property string initial: firstCharacter(displayName).toUpperCase()
     readonly property string identity: "Signed in as " + displayName
 
+    /// Who opens the menu by the keyboard sees where its focus is, there and afterwards.
+    property int menuReason: Qt.PopupFocusReason
+
     signal signOut
+
+    /// What the user takes for one character: a letter with its marks, a flag, or a picture of several joined ones.
+    function firstCharacter(text: string): string {
+        const one = "(?:[\\uD800-\\uDBFF][\\uDC00-\\uDFFF]|[^])";
+        const marks = "(?:[\\u0300-\\u036F\\u20D0-\\u20FF\\uFE0F]|\\uD83C[\\uDFFB-\\uDFFF]|\\u200D" + one + ")*";
+        const flag = "(?:\\uD83C[\\uDDE6-\\uDDFF]){2}";
+        return text.match(new RegExp("^(?:" + flag + "|" + one + ")" + marks))?.[0] ?? "";
+    }
 
     Accessible.name: "Account"
     Accessible.description: identity
@@ -24,7 +34,10 @@ PushButton {
     bottomPadding: 0
     Accessible.role: Accessible.ButtonMenu
     text: displayName
-    onClicked: menu.open()
+    onClicked: {
+        menuReason = visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
+        menu.open();
+    }
 
     contentItem: Row {
         spacing: 8
@@ -67,6 +80,8 @@ PushButton {
     T.Popup {
         id: menu
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        onClosed: root.forceActiveFocus(root.menuReason)
+        onOpened: out.forceActiveFocus(root.menuReason)
         focus: true
         height: implicitContentHeight + 16
         implicitHeight: height
@@ -119,6 +134,7 @@ PushButton {
                 width: 1
             }
             MenuEntry {
+                id: out
                 focus: true
                 text: "Sign out of this Mac"
                 width: menu.availableWidth
