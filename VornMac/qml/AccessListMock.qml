@@ -18,6 +18,7 @@ Column {
         width: parent.width
     }
     Words {
+        Accessible.ignored: true // the group is called so
         font.family: Theme.fonts.title.family
         font.pixelSize: Theme.fonts.title.pixelSize * 0.7
         font.weight: Font.DemiBold
