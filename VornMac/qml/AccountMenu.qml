@@ -81,7 +81,7 @@ PushButton {
         id: menu
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
         onClosed: root.forceActiveFocus(root.menuReason)
-        onOpened: out.forceActiveFocus(root.menuReason)
+        onOpened: out.focusReason = root.menuReason
         focus: true
         height: implicitContentHeight + 16
         implicitHeight: height
