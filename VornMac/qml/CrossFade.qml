@@ -35,10 +35,12 @@ FocusScope {
         id: first
         anchors.fill: parent
         focus: true
+        z: root.shown === first ? 2 : 0
     }
     Loader {
         id: second
         anchors.fill: parent
+        z: root.shown === second ? 2 : 0
     }
     // Over the screen that goes, below the one that comes.
     MouseArea {
@@ -47,10 +49,6 @@ FocusScope {
         preventStealing: true
         visible: enabled
         z: 1
-    }
-    Binding {
-        root.shown.z: 2
-        root.going.z: 0
     }
 
     ParallelAnimation {
