@@ -1,6 +1,7 @@
 #include "tests/VornMac/Window/Scenes.h"
 
 #include <chrono>
+#include <stdexcept>
 
 namespace vorn::testing {
 namespace {
@@ -25,6 +26,7 @@ void fillChat(ModelFixture& model)
     };
     constexpr std::int64_t secondsPerMessage = 40;
     std::int64_t seconds = 790'000'000;
+    model.messages.database().execute("BEGIN"); // one commit: each waits for the disk
     for (int earlier = 0; earlier < 1281; ++earlier) {
         model.messages.message({.text = std::string("Earlier"),
                                 .isFromMe = std::int64_t{earlier % 3 == 0},
@@ -35,6 +37,7 @@ void fillChat(ModelFixture& model)
                                 .isFromMe = std::int64_t{turn.fromMe},
                                 .date = (seconds += secondsPerMessage) * 1'000'000'000});
     }
+    model.messages.database().execute("COMMIT");
 }
 
 void link(WindowFixture& fix, const std::string& status = "")
@@ -139,9 +142,7 @@ std::vector<Scene> accessScenes()
 
 std::vector<Scene> findScenes()
 {
-    const auto scanned = [](const std::string& quest) {
-        return [quest](WindowFixture& fix) { found(fix, quest); };
-    };
+    const auto scanned = [](const std::string& quest) { return [quest](WindowFixture& fix) { found(fix, quest); }; };
     return {
         {"4-find-loading", [](WindowFixture& fix) { fix.model.launchSignedIn(); }},
         {"4-find-unavailable",
@@ -205,7 +206,8 @@ std::vector<Scene> doneScenes()
              done(fix, outcome("approved", R"("rejectionReasonKey":null,"rewardUsd":"15.00")"));
              fix.model.answer(Fixture::quest, questWith(R"("status":"approved","availableAt":"2026-03-15T00:00:00Z")"));
          }},
-        {"6-done-rejected", reviewed(outcome("rejected", R"("rejectionReasonKey":"export_too_small","rewardUsd":null)"))},
+        {"6-done-rejected",
+         reviewed(outcome("rejected", R"("rejectionReasonKey":"export_too_small","rewardUsd":null)"))},
         {"6-done-expired", reviewed(submissionJSON("expired"))},
     };
 }
@@ -222,6 +224,17 @@ const std::vector<Scene>& allScenes()
         return all;
     }();
     return scenes;
+}
+
+void play(WindowFixture& fix, const std::string& name)
+{
+    for (const Scene& scene : allScenes()) {
+        if (scene.name != name) continue;
+        scene.play(fix);
+        fix.settle();
+        return;
+    }
+    throw std::invalid_argument("there is no scene " + name);
 }
 
 } // namespace vorn::testing

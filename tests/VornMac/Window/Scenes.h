@@ -16,5 +16,7 @@ struct Scene {
 
 /// Every screen in every phase, in the order in which a user may meet them.
 const std::vector<Scene>& allScenes();
+/// Plays the scene `name`.
+void play(WindowFixture& fix, const std::string& name);
 
 } // namespace vorn::testing

@@ -1,10 +1,15 @@
 #include "tests/VornMac/Window/WindowFixture.h"
 
+#include "VornMac/System/Announcer.h"
+
+#include <stdexcept>
+
 #include <gtest/gtest.h>
 
 #include <QAccessible>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QQmlComponent>
 #include <QQmlContext>
 #include <QtQml/qqmlextensionplugin.h>
 
@@ -45,18 +50,23 @@ std::vector<QQuickItem*> itemsBelow(QQuickItem* root, const std::function<bool(Q
     return items;
 }
 
-WindowFixture::WindowFixture()
+WindowFixture::WindowFixture(Motion motion)
 {
     collected = &warnings_;
     qInstallMessageHandler(&collect);
     Appearance::shared().setTheme(Appearance::Theme::light);
-    Appearance::shared().setReducesMotion(true);
+    Appearance::shared().setReducesMotion(motion == Motion::reduced);
     Appearance::shared().setTextScale(1);
+    model.messages.database().execute("PRAGMA synchronous = OFF"); // no test asks what a power cut leaves
     model.onLaunched = [this] { makeWindow(); };
+    QAccessible::setActive(true); // controls set themselves up for readers only then
+    announcements_ = QObject::connect(&Announcer::shared(), &Announcer::announced,
+                                      [this](QObject* item, const QString& text) { noteAnnouncement(item, text); });
 }
 
 WindowFixture::~WindowFixture()
 {
+    QObject::disconnect(announcements_);
     engine_.reset();
     screenModel_.reset();
     model.quit();
@@ -72,17 +82,27 @@ void WindowFixture::makeWindow()
     engine_->addImportPath(QStringLiteral("qrc:/qt/qml"));
     engine_->setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(screenModel_.get())}});
     engine_->load(QUrl(QStringLiteral("qrc:/qt/qml/Vorn/Main.qml")));
-    ASSERT_FALSE(engine_->rootObjects().isEmpty());
+    if (engine_->rootObjects().isEmpty())
+        throw std::runtime_error("there is no window: " + ::testing::PrintToString(warnings_));
     window_ = qobject_cast<QQuickWindow*>(engine_->rootObjects().constFirst());
     window_->show();
     window_->requestActivate();
+}
+
+QObject& WindowFixture::theme()
+{
+    QQmlComponent finder(engine_.get());
+    finder.setData("import QtQml\nimport Vorn.Components\nQtObject { readonly property QtObject theme: Theme }", {});
+    const std::unique_ptr<QObject> found(finder.create());
+    if (!found) throw std::runtime_error(finder.errorString().toStdString());
+    return *found->property("theme").value<QObject*>();
 }
 
 void WindowFixture::settle()
 {
     constexpr int rounds = 4; // layouts wait for a frame, and what they change for the next one
     for (int round = 0; round < rounds; ++round) {
-        model.runAll();
+        model.run();
         QCoreApplication::sendPostedEvents();
         QCoreApplication::processEvents();
     }
@@ -117,14 +137,21 @@ bool WindowFixture::isEnabled(const QString& name) const
     return item->isEnabled();
 }
 
-void WindowFixture::click(const QString& name)
+QQuickItem* WindowFixture::expect(const QString& name) const
 {
     auto* item = named(name);
-    if (item == nullptr) {
+    if (item == nullptr)
         ADD_FAILURE() << name.toStdString() << " is not shown, but " << ::testing::PrintToString(names());
-        return;
-    }
-    const QPointF place = item->mapToScene(QPointF(item->width() / 2, item->height() / 2));
+    return item;
+}
+
+void WindowFixture::click(const QString& name)
+{
+    if (auto* item = expect(name)) clickAt(item->mapToScene(QPointF(item->width() / 2, item->height() / 2)));
+}
+
+void WindowFixture::clickAt(QPointF place)
+{
     for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
         const auto held = type == QEvent::MouseButtonPress ? Qt::LeftButton : Qt::NoButton;
         QMouseEvent event(type, place, window_->mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
@@ -140,6 +167,44 @@ void WindowFixture::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
         QCoreApplication::sendEvent(window_, &event);
     }
     settle();
+}
+
+void WindowFixture::pressOn(const QString& name, Qt::Key key)
+{
+    auto* item = expect(name);
+    if (item == nullptr) return;
+    item->forceActiveFocus(Qt::TabFocusReason);
+    press(key);
+}
+
+void WindowFixture::pressByReader(const QString& name)
+{
+    auto* item = expect(name);
+    if (item == nullptr) return;
+    const auto* interface = QAccessible::queryAccessibleInterface(item);
+    const QString action = interface->state().checkable ? QAccessibleActionInterface::toggleAction()
+                                                        : QAccessibleActionInterface::pressAction();
+    if (!doAction(item, action)) ADD_FAILURE() << name.toStdString() << " cannot be pressed by a screen reader";
+    settle();
+}
+
+std::string WindowFixture::focused() const
+{
+    auto* item = window_->activeFocusItem();
+    return item != nullptr ? accessibleName(item).toStdString() : "";
+}
+
+void WindowFixture::noteAnnouncement(QObject* item, const QString& text)
+{
+    announced_.push_back(text.toStdString());
+    // What older versions of Qt have said is the item's name, not the text.
+    EXPECT_EQ(accessibleName(qobject_cast<QQuickItem*>(item)).toStdString(), text.toStdString());
+}
+
+void WindowFixture::lay()
+{
+    settle();
+    picture(); // what is drawn is laid out before
 }
 
 QImage WindowFixture::picture()

@@ -1,0 +1,146 @@
+#include "VornMac/Drawing/AccentBar.h"
+#include "VornMac/Drawing/BubbleShape.h"
+#include "VornMac/Drawing/CornerBrackets.h"
+#include "VornMac/Drawing/SoftShadow.h"
+#include "VornMac/Drawing/Symbol.h"
+#include "tests/VornMac/Drawing/Drawn.h"
+
+#include <set>
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using testing::drawn;
+using testing::paintedIn;
+
+TEST(Symbol, PaintsEveryNameInItsColour)
+{
+    const QColor red(200, 0, 0);
+    for (const char* name :
+         {"bubble.left.and.bubble.right", "checkmark", "checkmark.circle.fill", "chevron.down", "chevron.left",
+          "chevron.right", "exclamationmark.circle.fill", "externaldrive", "iphone.gen3.radiowaves.left.and.right",
+          "link", "person.2.slash", "terminal", "vorn.glyph", "xmark.circle.fill"}) {
+        SCOPED_TRACE(name);
+        Symbol symbol;
+        symbol.setName(name);
+        symbol.setColor(red);
+        const QImage picture = drawn(symbol, {24, 24});
+        int solid = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x) {
+                const QColor pixel = picture.pixelColor(x, y);
+                if (pixel.alpha() < 250) continue;
+                ++solid;
+                EXPECT_EQ(pixel.rgb(), red.rgb());
+            }
+        }
+        EXPECT_GT(solid, 10);
+    }
+}
+
+TEST(Symbol, KeepsItsOwnColoursWithoutOne)
+{
+    Symbol symbol;
+    symbol.setName("vorn.glyph");
+    symbol.setColor(Qt::transparent);
+    const QImage picture = drawn(symbol, {32, 32});
+    std::set<QRgb> colours;
+    for (int x = 0; x < 32; ++x) colours.insert(picture.pixel(x, 8));
+    EXPECT_GT(colours.size(), 5U) << "a gradient";
+}
+
+TEST(Symbol, StaysInTheMiddleOfAWideItem)
+{
+    Symbol symbol;
+    symbol.setName("checkmark.circle.fill");
+    symbol.setColor(Qt::black);
+    const QImage picture = drawn(symbol, {60, 20});
+    EXPECT_EQ(paintedIn(picture, {0, 0, 19, 20}), 0);
+    EXPECT_GT(paintedIn(picture, {20, 0, 20, 20}), 100);
+    EXPECT_EQ(paintedIn(picture, {41, 0, 19, 20}), 0);
+}
+
+TEST(AccentBar, FillsAsFarAsItsValue)
+{
+    for (const auto& [value, filled] :
+         {std::pair(-1.0, 0), std::pair(0.0, 0), std::pair(0.5, 100), std::pair(1.0, 200), std::pair(2.0, 200)}) {
+        SCOPED_TRACE(value);
+        AccentBar bar;
+        bar.setProperty("startColor", QColor(255, 0, 0));
+        bar.setProperty("endColor", QColor(0, 0, 255));
+        bar.setProperty("trackColor", QColor(0, 255, 0));
+        bar.setValue(value);
+        const QImage picture = drawn(bar, {200, 8});
+        int count = 0;
+        for (int x = 0; x < 200; ++x) {
+            const bool isTrack = picture.pixelColor(x, 4).green() > 200;
+            if (isTrack) EXPECT_GE(x, filled - 1) << "filled from the left, without a gap";
+            count += isTrack ? 0 : 1;
+        }
+        EXPECT_NEAR(count, filled, 1);
+    }
+}
+
+TEST(AccentBar, RunsFromOneColourToTheOther)
+{
+    AccentBar bar;
+    bar.setProperty("startColor", QColor(255, 0, 0));
+    bar.setProperty("endColor", QColor(0, 0, 255));
+    const QImage picture = drawn(bar, {200, 8});
+    EXPECT_GT(picture.pixelColor(8, 4).red(), 230);
+    EXPECT_NEAR(picture.pixelColor(100, 4).red(), 128, 4);
+    EXPECT_GT(picture.pixelColor(191, 4).blue(), 230);
+}
+
+TEST(BubbleShape, HasItsTailOnTheSideThatSpeaks)
+{
+    struct Case {
+        BubbleShape::Tail tail;
+        bool left, right;
+    };
+    for (const Case& row : {Case{BubbleShape::NoTail, false, false}, Case{BubbleShape::LeftTail, true, false},
+                            Case{BubbleShape::RightTail, false, true}}) {
+        SCOPED_TRACE(row.tail);
+        BubbleShape bubble;
+        bubble.setProperty("color", QColor(Qt::blue));
+        bubble.setProperty("tail", row.tail);
+        const QImage picture = drawn(bubble, {120, 40});
+        EXPECT_EQ(paintedIn(picture, {0, 0, 5, 40}) > 0, row.left);
+        EXPECT_EQ(paintedIn(picture, {115, 0, 5, 40}) > 0, row.right);
+        EXPECT_EQ(picture.pixelColor(60, 20), QColor(Qt::blue));
+    }
+}
+
+TEST(CornerBrackets, LieInTheFourCornersOnly)
+{
+    CornerBrackets brackets;
+    brackets.setProperty("armLength", 30);
+    brackets.setProperty("radius", 10);
+    brackets.setProperty("thickness", 4);
+    const QImage picture = drawn(brackets, {200, 200});
+    for (const QRect& corner :
+         {QRect(0, 0, 40, 40), QRect(160, 0, 40, 40), QRect(0, 160, 40, 40), QRect(160, 160, 40, 40)})
+        EXPECT_GT(paintedIn(picture, corner), 100);
+    EXPECT_EQ(paintedIn(picture, {40, 0, 120, 200}), 0);
+    EXPECT_EQ(paintedIn(picture, {0, 40, 200, 120}), 0);
+}
+
+TEST(SoftShadow, FadesOutwards)
+{
+    SoftShadow shadow;
+    shadow.setProperty("blur", 20);
+    shadow.setProperty("radius", 10);
+    shadow.setProperty("color", QColor(0, 0, 0, 128));
+    const QImage picture = drawn(shadow, {140, 140});
+    const int outer = qAlpha(picture.pixel(70, 2));
+    const int inner = qAlpha(picture.pixel(70, 12));
+    const int middle = qAlpha(picture.pixel(70, 70));
+    EXPECT_GT(outer, 0);
+    EXPECT_GT(inner, outer);
+    EXPECT_GT(middle, inner);
+}
+
+} // namespace
+} // namespace vorn

@@ -1,0 +1,165 @@
+#include "tests/VornMac/Window/Scenes.h"
+#include "tests/support/service/ServiceAnswers.h"
+
+#include <algorithm>
+#include <chrono>
+#include <string_view>
+
+#include <gmock/gmock.h>
+
+namespace vorn::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using Names = std::vector<std::string>;
+
+/// Whether the control that has the focus shows it.
+bool showsFocus(WindowFixture& fix)
+{
+    const auto* item = fix.window().activeFocusItem();
+    const auto children = item != nullptr ? item->childItems() : QList<QQuickItem*>();
+    return std::any_of(children.begin(), children.end(), [](const QQuickItem* child) {
+        return std::string_view(child->metaObject()->className()).starts_with("FocusRing") && child->isVisible();
+    });
+}
+
+/// What the focus comes to by pressing `key`, once around.
+Names focusOrder(WindowFixture& fix, Qt::Key key)
+{
+    constexpr int enough = 20;
+    Names order;
+    for (int presses = 0; presses < enough; ++presses) {
+        fix.press(key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+        const std::string name = fix.focused();
+        if (!order.empty() && name == order.front()) return order;
+        if (!name.empty()) EXPECT_TRUE(showsFocus(fix)) << name;
+        order.push_back(name);
+    }
+    ADD_FAILURE() << "the focus does not come back to " << order.front();
+    return order;
+}
+
+/// What can take the focus, in the order in which a screen reader comes to it.
+Names focusable(WindowFixture& fix)
+{
+    Names names;
+    for (const Read& read : fix.reading()) {
+        if (read.isControl() && read.state.focusable) names.push_back(read.name);
+    }
+    return names;
+}
+
+/// Presses Tab until `name` has the focus.
+void tabTo(WindowFixture& fix, const std::string& name)
+{
+    for (int presses = 0; presses < 20 && fix.focused() != name; ++presses) fix.press(Qt::Key_Tab);
+    EXPECT_EQ(fix.focused(), name);
+    EXPECT_TRUE(showsFocus(fix)) << name;
+}
+
+TEST(Keyboard, GoesThroughEveryControlInReadingOrder)
+{
+    for (const Scene& scene : allScenes()) {
+        SCOPED_TRACE(scene.name);
+        WindowFixture fix;
+        play(fix, scene.name);
+        Names expected = focusable(fix);
+        if (expected.empty()) continue;
+        EXPECT_EQ(focusOrder(fix, Qt::Key_Tab), expected);
+    }
+}
+
+TEST(Keyboard, GoesBackTheSameWay)
+{
+    for (const char* scene : {"2-consent-ready", "3-access-denied", "4-find-found"}) {
+        SCOPED_TRACE(scene);
+        WindowFixture fix;
+        play(fix, scene);
+        Names expected = focusable(fix);
+        std::reverse(expected.begin(), expected.end());
+        EXPECT_EQ(focusOrder(fix, Qt::Key_Backtab), expected);
+    }
+}
+
+TEST(Keyboard, LeadsFromTheCodeToTheOutcomeAlone)
+{
+    WindowFixture fix;
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.launch();
+    fix.model.fail(ModelFixture::links, URLError::Code::notConnectedToInternet);
+    fix.settle();
+    tabTo(fix, "Try again");
+    fix.press(Qt::Key_Return);
+    fix.model.linkAs(adasSession());
+    fix.settle();
+
+    ASSERT_EQ(fix.model.model().step(), Step::consent);
+    tabTo(fix, "I understand what's uploaded");
+    fix.press(Qt::Key_Space);
+    tabTo(fix, "I agree to share my Nimbrel chat");
+    fix.press(Qt::Key_Space);
+    tabTo(fix, "Continue");
+    fix.press(Qt::Key_Return);
+
+    ASSERT_EQ(fix.model.model().step(), Step::access);
+    tabTo(fix, "Open System Settings");
+    fix.press(Qt::Key_Space);
+    EXPECT_EQ(fix.model.workspace.calls.size(), 1U);
+    fix.model.setAccess(FullDiskAccessStatus::granted);
+    fix.model.advance(1500ms);
+    fix.settle();
+
+    ASSERT_EQ(fix.model.model().step(), Step::find);
+    while (fix.model.isWaiting(ModelFixture::quest)) fix.model.answer(ModelFixture::quest, questJSON());
+    fix.model.runAll();
+    fix.settle();
+    tabTo(fix, "Upload chat");
+    fix.press(Qt::Key_Return);
+
+    ASSERT_EQ(fix.model.model().step(), Step::upload);
+    fix.model.runAll();
+    fix.model.answer(ModelFixture::creates, openedJSON());
+    fix.model.runAll();
+    fix.model.http->acknowledge(fix.model.http->waiting(ModelFixture::puts).value(), "\"tag-1\"");
+    fix.model.run();
+    fix.model.answer(ModelFixture::completes, submissionJSON("analyzing"));
+    fix.settle();
+
+    ASSERT_EQ(fix.model.model().step(), Step::done);
+    tabTo(fix, "Back to your chat");
+    fix.press(Qt::Key_Return);
+    ASSERT_EQ(fix.model.model().step(), Step::find);
+    tabTo(fix, "Account");
+    fix.press(Qt::Key_Return);
+    EXPECT_TRUE(fix.shows("Sign out of this Mac"));
+    fix.press(Qt::Key_Escape);
+    EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+    tabTo(fix, "Account");
+    fix.press(Qt::Key_Space);
+    tabTo(fix, "Sign out of this Mac");
+    fix.press(Qt::Key_Return);
+    EXPECT_EQ(fix.model.model().step(), Step::link);
+}
+
+TEST(Keyboard, ClosesTheMenuAndGoesBackToItsButton)
+{
+    WindowFixture fix;
+    play(fix, "2-consent");
+    tabTo(fix, "Account");
+    fix.press(Qt::Key_Return);
+    EXPECT_EQ(fix.focused(), "Sign out of this Mac");
+    fix.press(Qt::Key_Escape);
+    EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+    EXPECT_EQ(fix.focused(), "Account");
+}
+
+TEST(Keyboard, ShowsNoFocusForTheMouse)
+{
+    WindowFixture fix;
+    play(fix, "2-consent");
+    fix.click("I understand what's uploaded");
+    EXPECT_FALSE(showsFocus(fix));
+}
+
+} // namespace
+} // namespace vorn::testing

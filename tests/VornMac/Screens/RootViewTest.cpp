@@ -1,0 +1,264 @@
+#include "tests/VornMac/Window/HandDrivenAnimations.h"
+#include "tests/VornMac/Window/Scenes.h"
+#include "tests/support/service/ServiceAnswers.h"
+
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+
+// The window around the screens.
+namespace vorn::testing {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::Contains;
+using ::testing::Not;
+
+TEST(Window, HasItsTitleAndSizes)
+{
+    WindowFixture fix;
+    fix.model.launch();
+    EXPECT_EQ(fix.window().title(), "Vorn");
+    EXPECT_EQ(fix.window().size(), QSize(1180, 760));
+    EXPECT_EQ(fix.window().minimumSize(), QSize(1040, 700));
+    EXPECT_GE(fix.window().maximumWidth(), 16'000'000);
+    EXPECT_GE(fix.window().maximumHeight(), 16'000'000);
+}
+
+TEST(Window, BeginsTheFirstStepOnce)
+{
+    WindowFixture fix;
+    fix.model.launch();
+    fix.settle();
+    fix.window().hide();
+    fix.window().show();
+    fix.settle();
+    EXPECT_EQ(fix.model.asked(ModelFixture::links), 1U);
+}
+
+TEST(Window, ScansAtOnceForARestoredSession)
+{
+    WindowFixture fix;
+    fix.model.launchSignedIn();
+    EXPECT_THAT(fix.words(), Contains("Looking in Messages…")); // in the first frame
+    EXPECT_EQ(fix.model.asked(ModelFixture::quest), 1U);
+}
+
+TEST(Window, ProbesAtOnceForARestoredSession)
+{
+    WindowFixture fix;
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.launchSignedIn();
+    EXPECT_THAT(fix.words(), Contains("Allow Full Disk Access"));
+    fix.model.setAccess(FullDiskAccessStatus::granted);
+    fix.model.advance(1500ms);
+    fix.settle();
+    EXPECT_EQ(fix.model.model().step(), Step::find);
+    EXPECT_THAT(fix.words(), Contains("Looking in Messages…"));
+}
+
+TEST(Window, ProbesAgainWhenTheUserComesBack)
+{
+    WindowFixture fix;
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.launchSignedIn();
+    fix.settle();
+    fix.model.setAccess(FullDiskAccessStatus::granted);
+    fix.settle();
+    EXPECT_EQ(fix.model.model().step(), Step::access) << "nobody came back yet";
+    emit qGuiApp->applicationStateChanged(QGuiApplication::applicationState());
+    EXPECT_EQ(fix.model.model().step(), Step::find) << "without waiting for the next look";
+}
+
+TEST(Window, StaysOnTheAccessScreenWhileAccessIsMissing)
+{
+    WindowFixture fix;
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.launchSignedIn();
+    fix.model.setAccess(FullDiskAccessStatus::noDatabase);
+    emit qGuiApp->applicationStateChanged(QGuiApplication::applicationState());
+    fix.settle();
+    EXPECT_EQ(fix.model.model().step(), Step::access);
+    EXPECT_TRUE(
+        fix.shows("Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you text Nimbrel from, "
+                  "then come back."));
+}
+
+// Access that was there before does not lead on by itself: the way back to this screen would bounce.
+TEST(Window, OffersToGoOnWhereAccessWasThereBefore)
+{
+    WindowFixture fix;
+    play(fix, "3-access-granted");
+    EXPECT_EQ(fix.model.model().step(), Step::access);
+    fix.model.advance(5s);
+    fix.settle();
+    EXPECT_EQ(fix.model.model().step(), Step::access);
+    EXPECT_TRUE(fix.isEnabled("Continue"));
+}
+
+TEST(AccountMenu, ShowsWhileSomebodyIsSignedIn)
+{
+    WindowFixture fix;
+    fix.model.launch();
+    fix.settle();
+    EXPECT_FALSE(fix.shows("Account"));
+    fix.model.linkAs(adasSession());
+    fix.settle();
+    EXPECT_TRUE(fix.shows("Account"));
+    const QQuickItem* menu = fix.named("Account");
+    const QRectF frame = menu->mapRectToScene(menu->boundingRect());
+    EXPECT_EQ(frame.top(), 36);
+    EXPECT_EQ(frame.right(), fix.window().width() - 42);
+    EXPECT_EQ(frame.height(), 34);
+}
+
+TEST(AccountMenu, SaysWhoIsSignedInAndSignsOut)
+{
+    WindowFixture fix;
+    play(fix, "4-find-found");
+    EXPECT_FALSE(fix.shows("Signed in as Ada"));
+    fix.click("Account");
+    EXPECT_TRUE(fix.shows("Signed in as Ada"));
+    fix.click("Sign out of this Mac");
+    EXPECT_EQ(fix.model.model().step(), Step::link);
+    EXPECT_FALSE(fix.model.model().session());
+    EXPECT_THAT(fix.words(), Contains("Link your phone")); // at once
+    EXPECT_FALSE(fix.shows("Account"));
+    EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+    EXPECT_FALSE(fix.shows("Signed in as Ada"));
+}
+
+TEST(AccountMenu, SignsOutByAScreenReader)
+{
+    WindowFixture fix;
+    play(fix, "2-consent");
+    fix.pressByReader("Account");
+    fix.pressByReader("Sign out of this Mac");
+    EXPECT_FALSE(fix.model.model().session());
+}
+
+TEST(AccountMenu, ClosesByAClickElsewhere)
+{
+    WindowFixture fix;
+    play(fix, "2-consent");
+    fix.click("Account");
+    fix.clickAt({600, 740});
+    EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+    EXPECT_TRUE(fix.model.model().session());
+}
+
+TEST(AccountMenu, ShowsTheFirstCharacterInUpperCase)
+{
+    struct Case {
+        const char* name;
+        const char* badge;
+    };
+    for (const Case& row : {Case{"ada", "A"}, Case{"Ada", "A"}, Case{"éa", "É"}, Case{"e\u0301a", "E\u0301"},
+                            Case{"ßa", "SS"}, Case{"7th", "7"}, Case{"🦊 fox", "🦊"},
+                            Case{"👩‍🚀 ada", "👩‍🚀"}, Case{"жanna", "Ж"}, Case{"李", "李"}}) {
+        SCOPED_TRACE(row.name);
+        WindowFixture fix;
+        StoredSession session = adasSession();
+        session.displayName = row.name;
+        fix.model.tokens->save(session);
+        fix.model.launch();
+        EXPECT_EQ(fix.words().back(), row.badge);
+    }
+}
+
+TEST(AccountMenu, ManagesWithoutAName)
+{
+    WindowFixture fix;
+    StoredSession session = adasSession();
+    session.displayName = "";
+    fix.model.tokens->save(session);
+    fix.model.launch();
+    fix.click("Account");
+    EXPECT_TRUE(fix.shows("Sign out of this Mac"));
+}
+
+// Motion.
+
+/// Consent is given in a window that may move: the fade to the next screen has begun.
+class FadingWindow : public ::testing::Test {
+protected:
+    FadingWindow()
+    {
+        play(fix_, "2-consent-ready");
+        animations_.pass(1000); // what the first screen moved stands still
+        fix_.click("Continue");
+    }
+    bool showsOld() { return contains("Exactly what we upload"); }
+    bool showsNew() { return contains("Looking in Messages…"); }
+    bool contains(const std::string& text)
+    {
+        const auto words = fix_.words();
+        return std::find(words.begin(), words.end(), text) != words.end();
+    }
+
+    HandDrivenAnimations animations_;
+    WindowFixture fix_{WindowFixture::Motion::full};
+};
+
+TEST_F(FadingWindow, ShowsBothScreensFor220Milliseconds)
+{
+    EXPECT_TRUE(showsOld());
+    animations_.pass(110);
+    EXPECT_TRUE(showsOld());
+    EXPECT_TRUE(showsNew());
+    for (const DrawnText& text : drawnTexts(fix_.window())) {
+        if (text.text == "Exactly what we upload" || text.text == "Looking in Messages…")
+            EXPECT_NEAR(text.opacity, 0.5, 0.01) << "in the middle of a curve that is the same forth and back";
+    }
+    animations_.pass(100);
+    EXPECT_TRUE(showsOld());
+    animations_.pass(20);
+    EXPECT_FALSE(showsOld());
+    EXPECT_TRUE(showsNew());
+}
+
+TEST_F(FadingWindow, TakesNoInputForTheScreenThatGoes)
+{
+    animations_.pass(50);
+    ASSERT_TRUE(showsOld());
+    const QPointF place = [&] {
+        for (const DrawnText& text : drawnTexts(fix_.window()))
+            if (text.text == "I understand what's uploaded") return text.frame.center();
+        return QPointF();
+    }();
+    ASSERT_FALSE(place.isNull());
+    const bool before = fix_.model.model().understandsUpload();
+    fix_.clickAt(place);
+    EXPECT_EQ(fix_.model.model().understandsUpload(), before);
+    fix_.press(Qt::Key_Space);
+    fix_.press(Qt::Key_Return);
+    EXPECT_EQ(fix_.model.model().understandsUpload(), before);
+    EXPECT_EQ(fix_.model.model().step(), Step::find);
+    EXPECT_EQ(fix_.model.asked(ModelFixture::quest), 2U) << "one on the consent screen, one to scan";
+}
+
+TEST_F(FadingWindow, GoesOnFromTheMiddleOfAFade)
+{
+    animations_.pass(50);
+    fix_.model.model().go(Step::consent);
+    fix_.settle();
+    animations_.pass(50);
+    fix_.model.model().go(Step::done);
+    fix_.settle();
+    animations_.pass(240);
+    EXPECT_THAT(fix_.words(), Contains("Upload received"));
+    EXPECT_FALSE(showsOld());
+    EXPECT_FALSE(showsNew());
+}
+
+TEST(Window, ChangesScreensAtOnceWithReducedMotion)
+{
+    WindowFixture fix;
+    play(fix, "2-consent-ready");
+    fix.click("Continue");
+    EXPECT_THAT(fix.words(), Contains("Looking in Messages…"));
+    EXPECT_THAT(fix.words(), Not(Contains("Exactly what we upload")));
+}
+
+} // namespace
+} // namespace vorn::testing

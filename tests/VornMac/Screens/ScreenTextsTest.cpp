@@ -1,0 +1,233 @@
+#include "tests/VornMac/Window/Scenes.h"
+
+#include <initializer_list>
+
+#include <gmock/gmock.h>
+
+// Every text that each screen shows in each phase, and nothing besides, in the order of the structure.
+namespace vorn::testing {
+namespace {
+
+using ::testing::ElementsAreArray;
+using Texts = std::vector<std::string>;
+
+Texts operator+(Texts first, const Texts& second)
+{
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+
+const Texts badge = {"A"};
+
+// Link.
+
+const Texts linkHead = {"Link your phone", "Your phone links this Mac", "Scan with the Vorn app"};
+const Texts linkSteps = {"1", "Open Vorn on your iPhone.",
+                         "2", "Open the Nimbrel chat quest and tap Link a Mac.",
+                         "3", "Point your camera at the code, then confirm on your phone."};
+const Texts linkStepsDone = {"Open Vorn on your iPhone.", "Open the Nimbrel chat quest and tap Link a Mac.", "3",
+                             "Point your camera at the code, then confirm on your phone."};
+const Texts linkNote = {
+    "Vorn for Mac only uploads your Nimbrel chat. Linking gives this Mac no access to anything else "
+    "in your account."};
+
+// Consent.
+
+const Texts consent = {
+    "Your Nimbrel chat",
+    "Exactly what we upload",
+    "What Vorn reads",
+    "Your one-to-one conversation with Nimbrel: the text of each message, when it was sent, and who sent it.",
+    "Links in those messages, and the type of any attachment (\"a photo\"), never the file itself.",
+    "What Vorn never reads",
+    "Any other conversation, group chats (even ones Nimbrel is in), contacts, photos or files.",
+    "What happens next",
+    "Your chat is pseudonymized and added to a dataset that trains AI assistants. You earn $12.50 when it's accepted.",
+    "I understand what's uploaded",
+    "I agree to share my Nimbrel chat",
+    "Continue",
+    "N",
+    "Nimbrel",
+    "iMessage",
+    "Find me a dinner spot for Friday",
+    "Lupa has a table for two at 7:30. Want me to book it?",
+    "Booked. I added it to your calendar and texted you the address.",
+    "Can you also remind me to buy flowers",
+    "Done. I'll remind you Friday at 5 pm.",
+    "Example. Your own chat never shows here.",
+};
+
+// Access.
+
+const Texts accessHead = {"Allow Full Disk Access", "So Vorn can read Messages",
+                          "macOS keeps your Messages history behind Full Disk Access. Vorn opens a private copy, reads "
+                          "only your Nimbrel conversation, and deletes the copy right after."};
+const Texts accessSteps = {"1", "Open System Settings → Privacy & Security → Full Disk Access.",
+                           "2", "Turn on Vorn. Not in the list? Click +, or drag Vorn in from Finder.",
+                           "3", "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."};
+const Texts accessStepsDone = {"Open System Settings → Privacy & Security → Full Disk Access.",
+                               "Turn on Vorn. Not in the list? Click +, or drag Vorn in from Finder.",
+                               "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."};
+const Texts accessButtons = {"Open System Settings", "Show Vorn in Finder"};
+const Texts accessEnd = {
+    "Continue",
+    "Back",
+    "System Settings → Privacy & Security",
+    "Full Disk Access",
+    "Allow the applications below to access data like Mail, Messages, Safari and Time Machine backups.",
+    "Vorn",
+    "Terminal",
+    "Backup Utility",
+};
+const Texts denied = {"Waiting for access…",
+                      "Turned on but still waiting? Quit and reopen Vorn. After an update macOS can forget the switch: "
+                      "turn Vorn off and on again.",
+                      "Quit & Reopen Vorn"};
+
+// Find.
+
+const Texts findActions = {"Upload chat", "Back"};
+const Texts previewCaption = {"Only on this Mac. Nothing is uploaded yet."};
+const Texts lookAgain = {"Look again"};
+const Texts statistics = {"Found on this Mac",
+                          "Your Nimbrel chat",
+                          "Messages",
+                          "1,290",
+                          "Your messages",
+                          "430",
+                          "Nimbrel replies",
+                          "860",
+                          "Dates",
+                          "Mar 8, 2023 – Jan 14, 2026"};
+const Texts preview = {
+    "When does the museum close today?",
+    "At six. Last entry is half past five, and Thursdays it stays open until nine.",
+    "Then let's go on Thursday. Can you get two tickets for seven?",
+    "Done. Two tickets for Thursday at 7 pm are in your mail.",
+    "The number 12 tram stops right in front of it, if you would rather not look for a place to park.",
+    "Perfect, thank you"};
+const Texts found = findActions + preview + previewCaption + badge;
+const Texts tooSmall = {
+    "There isn't enough Nimbrel conversation yet. Keep chatting and come back with a few conversations "
+    "and at least 10 of your own messages."};
+
+Texts notFound(const std::string& title, const Texts& content, const Texts& more = lookAgain)
+{
+    return Texts{title, "Your Nimbrel chat"} + content + more + findActions + previewCaption + badge;
+}
+
+// Upload and done.
+
+Texts uploading(const Texts& status)
+{
+    return Texts{"Uploading", "Your Nimbrel chat", "vorn-nimbrel-export.zip"} + status;
+}
+
+const Texts review = {"This usually takes a minute or two.",
+                      "You can close this window. The result also shows on the quest in the Vorn app."};
+
+/// The panel's parts come in no order that matters to a reader of this table.
+struct Case {
+    std::string scene;
+    Texts texts;
+    Texts rewardPanel = {};
+};
+
+std::vector<Case> allCases()
+{
+    const Texts reward = {"Reward", "$12.50", "Chat export quest", "A"};
+    const Texts earned = {"Reward", "$15.00", "Chat export quest", "A"};
+    const Texts back = {"Back to your chat"};
+    return {
+        {"1-link-loading", linkHead + linkSteps + Texts{"Getting a code…"} + linkNote},
+        {"1-link-showing",
+         linkHead + linkSteps + Texts{"Waiting for your phone"} + linkNote + Texts{"New code in ", "1:58"}},
+        {"1-link-scanned", linkHead + linkStepsDone + Texts{"Scanned. Confirm Link this Mac on your phone."} +
+                               linkNote + Texts{"Confirm on your phone", "New code in ", "1:56"}},
+        {"1-link-rejected", linkHead + linkSteps + Texts{"Your phone declined the link. Here's a new code."} +
+                                linkNote + Texts{"New code in ", "1:56"}},
+        {"1-link-failed", linkHead + linkSteps + Texts{"You're offline. Vorn will retry.", "Try again"} + linkNote},
+        {"2-consent", consent + badge},
+        {"2-consent-understood", consent + badge},
+        {"2-consent-ready", consent + badge},
+        {"3-access-denied", accessHead + accessSteps + accessButtons + denied + accessEnd + badge},
+        {"3-access-no-database",
+         accessHead + accessSteps + accessButtons +
+             Texts{"Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you "
+                   "text Nimbrel from, then come back."} +
+             accessEnd + badge},
+        {"3-access-granted",
+         accessHead + accessStepsDone + accessButtons + Texts{"Access granted."} + accessEnd + badge},
+        {"4-find-loading", notFound("Looking in Messages…", {"Reading a private copy of your Messages history…"}, {})},
+        {"4-find-unavailable", notFound("Not available yet", {"Nimbrel export isn't available yet. Check back soon."})},
+        {"4-find-not-configured", notFound("Not available yet", {"Nimbrel export isn't set up yet. Try again later."})},
+        {"4-find-not-found",
+         notFound(
+             "Not found on this Mac",
+             {"No conversation with Nimbrel on this Mac.",
+              "Make sure Messages on this Mac is signed in with the Apple ID you text Nimbrel from, and that Messages "
+              "in iCloud is on so your history syncs here."})},
+        {"4-find-failed", notFound("Something went wrong", {"Vorn can't reach the server right now."})},
+        {"4-find-found", statistics + found},
+        {"4-find-found-in-review", statistics + Texts{"Your last upload is being checked."} + found},
+        {"4-find-found-cooldown", statistics + Texts{"Paid. You can upload again on Mar 15, 2026."} + found},
+        {"4-find-found-rejected", statistics + Texts{"Last time: " + tooSmall.front()} + found},
+        {"5-upload-preparing", uploading({"Packing your chat…"}), reward},
+        {"5-upload-uploading", uploading({"Uploading securely. Keep this window open."}), reward},
+        {"5-upload-finishing", uploading({"Finishing up…"}), reward},
+        {"5-upload-failed", uploading({"Your chat is larger than the upload limit.", "Try again"}), reward},
+        {"6-done-analyzing", Texts{"Upload received", "Checking your chat"} + review + back, reward},
+        {"6-done-review-pending", Texts{"Upload received", "A person is checking it"} + review + back, reward},
+        {"6-done-approved",
+         Texts{"You earned $15.00", "Thanks for your Nimbrel chat", "The reward is in your Vorn balance.",
+               "Upload again on Mar 15, 2026 with your newer chats."} +
+             back,
+         earned},
+        {"6-done-rejected", Texts{"Not accepted", "This time"} + tooSmall + back, reward},
+        {"6-done-expired",
+         Texts{"Upload stopped", "Nothing was sent", "The upload didn't finish. Try again from your chat."} + back,
+         reward},
+    };
+}
+
+TEST(ScreenTexts, AreWrittenForEveryScene)
+{
+    Texts written;
+    for (const Case& row : allCases()) written.push_back(row.scene);
+    Texts scenes;
+    for (const Scene& scene : allScenes()) scenes.push_back(scene.name);
+    EXPECT_EQ(written, scenes);
+}
+
+TEST(ScreenTexts, AreExactlyThoseOfTheirPhase)
+{
+    for (const Case& row : allCases()) {
+        SCOPED_TRACE(row.scene);
+        WindowFixture fix;
+        play(fix, row.scene);
+        Texts form = fix.words();
+        ASSERT_GE(form.size(), row.rewardPanel.size());
+        const Texts panel(form.end() - static_cast<std::ptrdiff_t>(row.rewardPanel.size()), form.end());
+        form.resize(form.size() - panel.size());
+        EXPECT_THAT(form, ElementsAreArray(row.texts));
+        EXPECT_THAT(panel, ::testing::UnorderedElementsAreArray(row.rewardPanel));
+    }
+}
+
+TEST(ScreenTexts, NameTheRewardOnceItIsKnown)
+{
+    WindowFixture fix;
+    fix.model.launchSignedIn(false);
+    fix.settle();
+    EXPECT_TRUE(
+        fix.shows("Your chat is pseudonymized and added to a dataset that trains AI assistants. You earn the quest "
+                  "reward when it's accepted."));
+    fix.model.answer(ModelFixture::quest, questJSON());
+    fix.settle();
+    EXPECT_TRUE(
+        fix.shows("Your chat is pseudonymized and added to a dataset that trains AI assistants. You earn $12.50 "
+                  "when it's accepted."));
+}
+
+} // namespace
+} // namespace vorn::testing

@@ -1,0 +1,30 @@
+#include "tests/VornMac/Window/HandDrivenAnimations.h"
+
+#include <algorithm>
+
+#include <QCoreApplication>
+
+namespace vorn::testing {
+
+/// What is told from then on counts from there.
+void HandDrivenAnimations::start()
+{
+    elapsed_ = 0;
+    QAnimationDriver::start();
+}
+
+void HandDrivenAnimations::pass(int milliseconds)
+{
+    constexpr int frame = 10;
+    while (milliseconds > 0) {
+        QCoreApplication::processEvents(); // what was started begins in the event loop
+        const int step = std::min(frame, milliseconds);
+        milliseconds -= step;
+        if (!isRunning()) continue; // nothing moves
+        elapsed_ += step;
+        advance();
+    }
+    QCoreApplication::processEvents();
+}
+
+} // namespace vorn::testing

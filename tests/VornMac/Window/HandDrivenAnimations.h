@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QAnimationDriver>
+
+namespace vorn::testing {
+
+/// While it lives, animations move only when the test lets time pass. Threads: the main one.
+class HandDrivenAnimations final : public QAnimationDriver {
+public:
+    HandDrivenAnimations() { install(); }
+    ~HandDrivenAnimations() override { uninstall(); }
+
+    /// Lets `milliseconds` pass, in steps of a frame as a screen's would.
+    void pass(int milliseconds);
+
+    qint64 elapsed() const override { return elapsed_; }
+
+protected:
+    void start() override;
+
+private:
+    qint64 elapsed_ = 0;
+};
+
+} // namespace vorn::testing
