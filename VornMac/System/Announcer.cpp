@@ -34,7 +34,8 @@ void Announcer::tellPending()
 {
     for (const Pending& pending : std::exchange(pending_, {})) {
         const auto* shown = qobject_cast<QQuickItem*>(pending.item);
-        if (shown != nullptr && shown->isVisible() && shown->window() != nullptr) tellReaders(pending.item, pending.text);
+        if (shown != nullptr && shown->isVisible() && shown->window() != nullptr)
+            tellReaders(pending.item, pending.text);
     }
 }
 

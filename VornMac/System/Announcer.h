@@ -24,8 +24,8 @@ public:
     /// For QML's engine, which must not own it.
     static Announcer* create(QQmlEngine* engine, QJSEngine* scripts);
 
-    /// Says `text` soon, once. `item` is what shows it. Not said is an empty text, one that another text of the same item
-    /// follows at once, and one that is not shown any more by then.
+    /// Says `text` soon, once. `item` is what shows it. Not said is an empty text, one that another text of the same
+    /// item follows at once, and one that is not shown any more by then.
     Q_INVOKABLE void announce(QObject* item, const QString& text);
 
 signals:
