@@ -1,3 +1,4 @@
+#include "bench/Window/BareWindow.h"
 #include "bench/Window/BenchWindow.h"
 #include "bench/Window/FrameWatch.h"
 #include "bench/Window/Measures.h"
@@ -17,7 +18,6 @@ using namespace std::chrono_literals;
 
 constexpr int rounds = 10;   // there and back
 constexpr auto fade = 400ms; // and a rest
-constexpr const char* limit = "16 ms a frame";
 
 struct Pair {
     const char* name;
@@ -35,12 +35,24 @@ double percentile(const std::vector<double>& sorted, double part)
     return sorted[static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1))];
 }
 
-void print(const char* name, std::vector<double> frames, double longestTurn)
+/// `longestTurn` is that of the main thread, whatever it did: drawing, or making the next screen.
+void print(const char* name, std::vector<double> frames, double longestTurn, const char* limit = "16 ms a frame")
 {
     std::ranges::sort(frames);
     std::printf("%-34s %6zu %8.2f %8.2f %8.2f %8.2f   %s\n", name, frames.size(), percentile(frames, 0.5),
                 percentile(frames, 0.95), frames.back(), longestTurn, limit);
     std::fflush(stdout);
+}
+
+void measureBareWindow()
+{
+    BareWindow bare;
+    TimedApplication::runFor(fade);
+    FrameWatch watch(bare.window());
+    TimedApplication::shared().takeLongestTurn();
+    bare.fade();
+    TimedApplication::runFor(2 * rounds * fade);
+    print("a bare window, fading", watch.take(), TimedApplication::shared().takeLongestTurn(), "");
 }
 
 void measureFade(BenchWindow& bench, const Pair& pair)
@@ -80,6 +92,7 @@ void measureFrames(const std::filesystem::path& history)
 {
     std::printf("%-34s %6s %8s %8s %8s %8s   %s\n", "what moves, in milliseconds", "frames", "median", "95 of 100",
                 "longest", "turn", "limit");
+    measureBareWindow();
     BenchWindow bench({.history = history});
     bench.runUntilFound();
     for (const Pair& pair : pairs) measureFade(bench, pair);

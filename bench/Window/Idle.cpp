@@ -1,4 +1,5 @@
 #include "VornMac/System/Appearance.h"
+#include "bench/Window/BareWindow.h"
 #include "bench/Window/BenchWindow.h"
 #include "bench/Window/FrameWatch.h"
 #include "bench/Window/Measures.h"
@@ -7,10 +8,7 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <memory>
 
-#include <QQmlComponent>
-#include <QQmlEngine>
 #include <sys/resource.h>
 
 namespace vorn::bench {
@@ -20,16 +18,6 @@ using namespace std::chrono_literals;
 
 constexpr auto settling = 1500ms;
 constexpr auto watching = 10s;
-
-constexpr const char* bareWindow = R"(
-import QtQuick
-Window {
-    width: 1180
-    height: 760
-    visible: true
-    Text { anchors.centerIn: parent; text: "Vorn" }
-}
-)";
 
 /// User and system time of the whole process, in milliseconds.
 double cpuMilliseconds()
@@ -45,7 +33,7 @@ double cpuMilliseconds()
 void watch(const char* name, QQuickWindow& window, const char* limit)
 {
     TimedApplication::runFor(settling);
-    FrameWatch frames(window);
+    const FrameWatch frames(window);
     const double before = cpuMilliseconds();
     TimedApplication::runFor(watching);
     const double seconds = std::chrono::duration<double>(watching).count();
@@ -53,15 +41,6 @@ void watch(const char* name, QQuickWindow& window, const char* limit)
     std::printf("%-34s %9.2f %8.3f %% %8.1f   %s\n", name, milliseconds / seconds, milliseconds / seconds / 10,
                 static_cast<double>(frames.count()) / seconds, limit);
     std::fflush(stdout);
-}
-
-void watchBareWindow()
-{
-    QQmlEngine engine;
-    QQmlComponent component(&engine);
-    component.setData(bareWindow, {});
-    const std::unique_ptr<QObject> made(component.create());
-    watch("a bare window", dynamic_cast<QQuickWindow&>(*made), "");
 }
 
 /// A database that is there and that nobody can open, not even root: a link that leads to itself.
@@ -76,7 +55,7 @@ void watchWithSpinner(const std::filesystem::path& denied)
 {
     {
         BenchWindow link({.history = denied, .isSignedIn = false});
-        watch("link, spinner and countdown", link.window(), "10 frames/s");
+        watch("link, spinner and countdown", link.window(), "11 frames/s");
     }
     BenchWindow access({.history = denied});
     watch("access, spinner", access.window(), "10 frames/s");
@@ -114,7 +93,10 @@ void measureIdleScreens(const std::filesystem::path& history)
 {
     const auto denied = deniedHistory();
     std::printf("%-34s %9s %10s %8s   %s\n", "for ten seconds", "ms CPU/s", "of a core", "frames/s", "limit");
-    watchBareWindow();
+    {
+        BareWindow bare;
+        watch("a bare window", bare.window(), "");
+    }
     watchWithSpinner(denied);
     Appearance::shared().setReducesMotion(true); // which leaves all but what turns and eases
     watchScreens(history, denied);

@@ -1,4 +1,4 @@
-#include "bench/Window/InstantService.h"
+#include "bench/Window/NearService.h"
 
 #include "Platform/Base/Dates.h"
 
@@ -13,6 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
+constexpr auto wayAndBack = 150ms; // so that the screen that waits has come to rest
 constexpr auto lifetimeOfCode = 10min;
 constexpr int progressReports = 20;
 constexpr auto betweenReports = 250ms; // an easing of the bar, and a rest
@@ -35,15 +36,19 @@ std::string code(Instant now)
 
 } // namespace
 
-Async<HTTPResponse> InstantService::send(HTTPRequest request)
+Async<HTTPResponse> NearService::send(HTTPRequest request)
 {
     if (request.method == HTTPRequest::Method::put) return take(std::move(request));
-    return [](std::string body) -> Async<HTTPResponse> {
-        co_return HTTPResponse{200, {{"Content-Type", "application/json"}}, std::move(body)};
-    }(answerTo(request.url.path()));
+    return answer(request.url.path());
 }
 
-std::string InstantService::answerTo(const std::string& path) const
+Async<HTTPResponse> NearService::answer(std::string path)
+{
+    co_await clock_.sleep(wayAndBack);
+    co_return HTTPResponse{200, {{"Content-Type", "application/json"}}, answerTo(path)};
+}
+
+std::string NearService::answerTo(const std::string& path) const
 {
     const std::string_view end = path;
     if (end.ends_with("/device-links")) return code(clock_.date());
@@ -53,7 +58,7 @@ std::string InstantService::answerTo(const std::string& path) const
     return analyzing;
 }
 
-Async<HTTPResponse> InstantService::take(HTTPRequest part)
+Async<HTTPResponse> NearService::take(HTTPRequest part)
 {
     for (int report = 1; report <= progressReports; ++report) {
         co_await clock_.sleep(betweenReports);

@@ -7,18 +7,19 @@
 
 namespace vorn::bench {
 
-/// A service in this very process, so that what is measured is the window and not a network: it answers at once, waits
-/// for a phone for ever, reviews for ever, and takes an upload in the time that its user would watch.
-class InstantService final : public HTTPSession {
+/// A service in this very process, so that what is measured is the window and not a network: it answers after
+/// a moment, waits for a phone for ever, reviews for ever, and takes an upload in the time that its user would watch.
+class NearService final : public HTTPSession {
 public:
     static constexpr const char* handle = "+15550102030";
 
     /// `clock` outlives this object.
-    explicit InstantService(Clock& clock) : clock_(clock) {}
+    explicit NearService(Clock& clock) : clock_(clock) {}
 
     Async<HTTPResponse> send(HTTPRequest request) override;
 
 private:
+    Async<HTTPResponse> answer(std::string path);
     std::string answerTo(const std::string& path) const;
     Async<HTTPResponse> take(HTTPRequest part);
 
