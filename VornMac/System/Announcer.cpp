@@ -24,7 +24,7 @@ Announcer* Announcer::create(QQmlEngine* /*engine*/, QJSEngine* /*scripts*/)
 void Announcer::announce(QObject* item, const QString& text)
 {
     if (item == nullptr || text.isEmpty()) return;
-    if (pending_.empty()) QMetaObject::invokeMethod(this, &Announcer::tellPending, Qt::QueuedConnection);
+    if (pending_.empty()) QMetaObject::invokeMethod(this, "tellPending", Qt::QueuedConnection);
     std::erase_if(pending_, [item](const Pending& earlier) { return earlier.item == item; });
     pending_.push_back({item, text});
 }

@@ -39,7 +39,7 @@ private:
     };
 
     Announcer() = default;
-    void tellPending();
+    Q_INVOKABLE void tellPending();
     void tellReaders(QObject* item, const QString& text);
 
     std::vector<Pending> pending_;

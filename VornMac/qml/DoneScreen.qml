@@ -1,6 +1,5 @@
 import QtQuick
 import Vorn.Components
-import Vorn.System
 import Vorn.View
 
 /// Shows what the review says, and what the user earned.
@@ -50,7 +49,6 @@ StepScreen {
         primary: root.titleText()
         secondary: root.subtitleText()
         width: parent.width
-        onSpokenChanged: Announcer.announce(this, spoken)
     }
     Words {
         text: "The reward is in your Vorn balance."

@@ -1,6 +1,8 @@
 import QtQuick
+import Vorn.System
 
-/// A title in two tones, a line each: what it is about, and what of it.
+/// A title in two tones, a line each: what it is about, and what of it. A screen reader says it when it comes, and when it
+/// changes.
 Column {
     id: root
 
@@ -10,6 +12,8 @@ Column {
     readonly property string spoken: root.primary + " " + root.secondary
 
     spacing: 0
+    Component.onCompleted: Announcer.announce(root, spoken)
+    onSpokenChanged: Announcer.announce(root, spoken)
     Accessible.role: Accessible.Heading
     Accessible.name: root.spoken
 
