@@ -57,7 +57,7 @@ public:
     const Export& exportResult() const noexcept { return export_; } ///< null without one
     /// Of `exportResult`, counted in the background: a million messages take their time.
     std::optional<NimbrelExportStats> exportStatistics() const;
-    std::optional<QuestAvailability> availability() const;          ///< now; nothing before the quest is known
+    std::optional<QuestAvailability> availability() const; ///< now; nothing before the quest is known
     bool canUpload() const;
 
     const UploadPhase& uploadPhase() const noexcept { return uploadPhase_; }

@@ -148,7 +148,7 @@ signals:
     void outcomeChanged();
 
 private:
-    QString countOf(std::int64_t NimbrelExportStats::*count) const;
+    QString countOf(std::int64_t NimbrelExportStats::* count) const;
     struct Review {
         Outcome outcome = Outcome::Analyzing;
         QString earned;

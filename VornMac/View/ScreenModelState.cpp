@@ -126,7 +126,7 @@ QString ScreenModel::scanFailure() const
     return failureIn(model_.scanPhase());
 }
 
-QString ScreenModel::countOf(std::int64_t NimbrelExportStats::*count) const
+QString ScreenModel::countOf(std::int64_t NimbrelExportStats::* count) const
 {
     const auto found = model_.exportStatistics();
     return found ? QString::fromStdString(countText((*found).*count)) : QString();
