@@ -26,6 +26,7 @@ class ScreenModel : public QObject {
     Q_PROPERTY(Step step READ step NOTIFY stepChanged)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY sessionChanged)
     Q_PROPERTY(QString displayName READ displayName NOTIFY sessionChanged)
+    Q_PROPERTY(QString initial READ initial NOTIFY sessionChanged)
 
     Q_PROPERTY(LinkPhase linkPhase READ linkPhase NOTIFY linkPhaseChanged)
     Q_PROPERTY(QString linkFailure READ linkFailure NOTIFY linkPhaseChanged)
@@ -81,6 +82,7 @@ public:
     Step step() const;
     bool isSignedIn() const;
     QString displayName() const; ///< empty without a session
+    QString initial() const;     ///< its first character, as the user sees it, in upper case; may be empty
 
     LinkPhase linkPhase() const;
     QString linkFailure() const; ///< empty in other phases, as every text below

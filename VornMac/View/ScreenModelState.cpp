@@ -1,4 +1,6 @@
 #include "VornMac/View/ScreenModel.h"
+
+#include "Platform/Base/Text.h"
 #include "VornMac/Words/QuestNotes.h"
 #include "VornMac/Words/StatisticsWords.h"
 
@@ -73,6 +75,12 @@ ScreenModel::Step ScreenModel::step() const
 bool ScreenModel::isSignedIn() const
 {
     return model_.session().has_value();
+}
+
+QString ScreenModel::initial() const
+{
+    const auto& session = model_.session();
+    return session ? QString::fromStdString(text::prefixOfCharacters(session->displayName, 1)).toUpper() : QString();
 }
 
 QString ScreenModel::displayName() const

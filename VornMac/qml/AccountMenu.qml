@@ -8,21 +8,13 @@ PushButton {
     id: root
 
     required property string displayName
-    readonly property string initial: firstCharacter(displayName).toUpperCase()
+    required property string initial
     readonly property string identity: "Signed in as " + displayName
 
     /// Who opens the menu by the keyboard sees where its focus is, there and afterwards.
     property int menuReason: Qt.PopupFocusReason
 
     signal signOut
-
-    /// What the user takes for one character: a letter with its marks, a flag, or a picture of several joined ones.
-    function firstCharacter(text: string): string {
-        const one = "(?:[\\uD800-\\uDBFF][\\uDC00-\\uDFFF]|[^])";
-        const marks = "(?:[\\u0300-\\u036F\\u20D0-\\u20FF\\uFE0F]|\\uD83C[\\uDFFB-\\uDFFF]|\\u200D" + one + ")*";
-        const flag = "(?:\\uD83C[\\uDDE6-\\uDDFF]){2}";
-        return text.match(new RegExp("^(?:" + flag + "|" + one + ")" + marks))?.[0] ?? "";
-    }
 
     Accessible.name: "Account"
     Accessible.description: identity
@@ -80,8 +72,8 @@ PushButton {
     T.Popup {
         id: menu
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+        onOpened: (contentItem as AccountMenuPanel).showFocus(root.menuReason)
         onClosed: root.forceActiveFocus(root.menuReason)
-        onOpened: out.focusReason = root.menuReason
         focus: true
         height: implicitContentHeight + 16
         implicitHeight: height
@@ -108,40 +100,11 @@ PushButton {
                 radius: 14
             }
         }
-        contentItem: Column {
-            width: menu.availableWidth
-            Accessible.role: Accessible.PopupMenu
-            Accessible.name: "Account"
-
-            Words {
-                bottomPadding: 10
-                color: Theme.secondary
-                font: Theme.fonts.caption
-                leftPadding: 10
-                rightPadding: 10
-                text: root.identity
-                topPadding: 6
-                width: menu.availableWidth
-            }
-            Rectangle {
-                Accessible.role: Accessible.Separator
-                color: Theme.divider
-                height: 1
-                width: menu.availableWidth
-            }
-            Item {
-                height: 6
-                width: 1
-            }
-            MenuEntry {
-                id: out
-                focus: true
-                text: "Sign out of this Mac"
-                width: menu.availableWidth
-                onClicked: {
-                    menu.close();
-                    root.signOut();
-                }
+        contentItem: AccountMenuPanel {
+            identity: root.identity
+            onSignOut: {
+                menu.close();
+                root.signOut();
             }
         }
     }

@@ -29,6 +29,7 @@ Rectangle {
         anchors.top: parent.top
         anchors.topMargin: 36
         displayName: root.model.displayName
+        initial: root.model.initial
         visible: root.model.isSignedIn
         onSignOut: root.model.signOut()
     }

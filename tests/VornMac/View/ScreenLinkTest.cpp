@@ -72,6 +72,7 @@ TEST_F(Screen, NamesWhoIsSignedIn)
     fix_.fix.linkAs(session);
     EXPECT_EQ(fix_.value("isSignedIn"), "true");
     EXPECT_EQ(fix_.value("displayName"), "ådá 🦊");
+    EXPECT_EQ(fix_.value("initial"), "Å");
     EXPECT_EQ(fix_.value("step"), "Consent");
 
     fix_.screen().signOut();
