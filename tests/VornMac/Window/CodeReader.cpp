@@ -1,8 +1,9 @@
 #include "tests/VornMac/Window/CodeReader.h"
 
-#include <QProcess>
+#include "tests/support/Program.h"
+#include "tests/support/TemporaryFolder.h"
+
 #include <QStandardPaths>
-#include <QTemporaryDir>
 
 namespace vorn::testing {
 
@@ -10,15 +11,14 @@ std::optional<std::string> codeIn(const QImage& picture)
 {
     const QString program = QStandardPaths::findExecutable("zbarimg");
     if (program.isEmpty()) return std::nullopt;
-    const QTemporaryDir folder;
-    const QString file = folder.filePath("code.png");
-    if (!picture.save(file)) return "";
-    QProcess reader;
-    reader.start(program, {"--quiet", "--nodbus", "--raw", "-Sdisable", "-Sqrcode.enable", file});
-    reader.waitForFinished();
-    QByteArray text = reader.readAllStandardOutput();
-    if (text.endsWith('\n')) text.chop(1);
-    return text.toStdString();
+    const TemporaryFolder folder;
+    const std::string file = folder / "code.png";
+    if (!picture.save(QString::fromStdString(file))) return "";
+    Program reader(program.toStdString(), {"--quiet", "--nodbus", "--raw", "-Sdisable", "-Sqrcode.enable", file});
+    reader.exitCode();
+    std::string text = reader.output();
+    if (text.ends_with('\n')) text.pop_back();
+    return text;
 }
 
 } // namespace vorn::testing

@@ -190,7 +190,7 @@ class PhonePage(unittest.TestCase):
         for number in range(1, 6):
             mac.upload(archive_of([message(1, "Hello", True)]))
             self.press(f"Approve upload {number} of Sam Rivera")
-        self.until(lambda: self.text("#submissions").count("Approved") == 5, "not five approved")
+            self.until(lambda: self.text("#submissions").count("Approved") == number, f"not {number} approved")
         self.browser.execute_script("window.scrollTo(0, 0)")
         self.browser.find_element(By.TAG_NAME, "summary").click()
         self.browser.find_element(By.ID, "code").send_keys("vorn://link?code=none\n")
