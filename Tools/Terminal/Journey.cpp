@@ -187,7 +187,7 @@ Async<> Journey::offerUpload()
 {
     const AppModel::Export found = model_.exportResult();
     terminal_.say("Found on this Mac:");
-    say(statisticsLines(model_.exportStatistics().value()));
+    if (const auto statistics = model_.exportStatistics()) say(statisticsLines(*statistics));
     terminal_.say("Only on this Mac. Nothing is uploaded yet.");
     say(previewLines(found->messages));
     const auto availability = model_.availability();

@@ -108,7 +108,7 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
 {
     const NimbrelExporter exporter(services_.messagesDatabase, NimbrelExporter::usualAttempts, *services_.files);
     const auto read = [&exporter, &handles, background = services_.background](const CancelFlag& cancel) {
-        Export messages = shared(exporter.export_(handles, {}, cancel), background);
+        const Export messages = shared(exporter.export_(handles, {}, cancel), background);
         return FoundChat{messages, messages->stats()};
     };
     co_return co_await onBackground(services_.background, read);
