@@ -12,6 +12,7 @@ Window {
     height: 760
     minimumHeight: 700
     minimumWidth: 1040
+    objectName: "main"
     title: "Vorn"
     width: 1180
 
