@@ -1,12 +1,9 @@
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
 
+#include "Platform/Base/Match.h"
+
 namespace vorn {
 namespace {
-
-template <class... Cases>
-struct Match : Cases... {
-    using Cases::operator()...;
-};
 
 std::string describe(const NimbrelExportError::Reason& reason)
 {

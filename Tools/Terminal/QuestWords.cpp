@@ -1,17 +1,9 @@
 #include "Tools/Terminal/QuestWords.h"
 
+#include "Platform/Base/Match.h"
 #include "VornMac/Words/QuestNotes.h"
 
 namespace vorn {
-namespace {
-
-template <class... Cases>
-struct Match : Cases... {
-    using Cases::operator()...;
-};
-
-} // namespace
-
 std::string availabilityText(const QuestAvailability& availability)
 {
     const std::string note = availabilityNote(availability);

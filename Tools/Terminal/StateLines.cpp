@@ -1,6 +1,7 @@
 #include "Tools/Terminal/StateLines.h"
 
 #include "Platform/Base/Dates.h"
+#include "Platform/Base/Match.h"
 #include "Tools/Terminal/QuestWords.h"
 
 #include <optional>
@@ -11,11 +12,6 @@ namespace vorn {
 namespace {
 
 using JSON = nlohmann::ordered_json;
-
-template <class... Cases>
-struct Match : Cases... {
-    using Cases::operator()...;
-};
 
 template <class T>
 JSON orNull(const std::optional<T>& value)

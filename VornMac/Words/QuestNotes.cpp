@@ -1,18 +1,10 @@
 #include "VornMac/Words/QuestNotes.h"
 
+#include "Platform/Base/Match.h"
 #include "VornMacCore/Quest/RejectionCopy.h"
 #include "VornMacCore/Quest/RewardFormat.h"
 
 namespace vorn {
-namespace {
-
-template <class... Cases>
-struct Match : Cases... {
-    using Cases::operator()...;
-};
-
-} // namespace
-
 std::string availabilityNote(const QuestAvailability& availability)
 {
     const Match note{

@@ -1,16 +1,13 @@
 #include "VornMacCore/Client/APIError.h"
 
+#include "Platform/Base/Match.h"
+
 #include <utility>
 
 namespace vorn {
 namespace {
 
 constexpr int notFound = 404;
-
-template <class... Cases>
-struct Match : Cases... {
-    using Cases::operator()...;
-};
 
 std::string userText(const APIError::Reason& reason)
 {

@@ -1,16 +1,9 @@
 #include "tests/support/service/ServiceFixture.h"
 
+#include "Platform/Base/Match.h"
 #include "tests/support/service/ServiceAnswers.h"
 
 namespace vorn {
-namespace {
-
-template <class... Cases>
-struct Match : Cases... {
-    using Cases::operator()...;
-};
-
-} // namespace
 
 void PrintTo(const APIError& error, std::ostream* out)
 {
