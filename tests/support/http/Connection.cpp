@@ -189,6 +189,7 @@ void Connection::close()
 {
     // What the client sent and nobody read would turn the close into a reset, which may overtake the answer.
     if (!socket_) return;
+    endRequest();
     finishSending();
     std::array<char, 65536> unread; // NOLINT(cppcoreguidelines-pro-type-member-init): recv fills it
     while (recv(socket_.get(), unread.data(), unread.size(), MSG_DONTWAIT) > 0) {
@@ -199,6 +200,7 @@ void Connection::close()
 void Connection::reset()
 {
     if (!socket_) return;
+    endRequest(); // before the client can see the cut, and its test ask what has arrived
     const linger atOnce{.l_onoff = 1, .l_linger = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
     socket_.reset();
