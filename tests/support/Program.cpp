@@ -1,5 +1,6 @@
 #include "tests/support/Program.h"
 
+#include <algorithm>
 #include <csignal>
 #include <stdexcept>
 #include <utility>
@@ -21,11 +22,18 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts)
     return pointers;
 }
 
+std::string nameOf(const std::string& entry) { return entry.substr(0, entry.find('=')); }
+
+/// Ours, with what is added in place of entries of the same name: of two, some programs take the first and some the last.
 std::vector<std::string> environmentWith(const Program::Environment& added)
 {
     std::vector<std::string> entries;
-    for (const auto& [name, value] : added) entries.push_back(name + "=" + value); // the first of a name counts
-    for (char** entry = environ; *entry != nullptr; ++entry) entries.emplace_back(*entry);
+    for (const auto& [name, value] : added) entries.push_back(name + "=" + value);
+    const auto isAdded = [&](const std::string& entry) {
+        return std::any_of(added.begin(), added.end(), [&](const auto& one) { return one.first == nameOf(entry); });
+    };
+    for (char** entry = environ; *entry != nullptr; ++entry)
+        if (!isAdded(*entry)) entries.emplace_back(*entry);
     return entries;
 }
 
