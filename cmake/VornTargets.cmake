@@ -3,6 +3,8 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
+# Qt asks for the one and GLib for the other. A precompiled header fits only what is compiled alike, so every target has both.
+add_compile_options(-fPIC -pthread)
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 
 # Qt 6.4's moc cannot read libstdc++ where <concepts> is what it comes to first.
@@ -10,10 +12,46 @@ if(NOT APPLE)
   set(CMAKE_AUTOMOC_MOC_OPTIONS --include version)
 endif()
 
+# A compiler that has seen a file before need not read it again. The sloppiness is what precompiled headers ask for.
+find_program(VORN_CCACHE ccache)
+if(VORN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  foreach(language C CXX OBJCXX)
+    set(CMAKE_${language}_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${VORN_CCACHE})
+  endforeach()
+endif()
+
 set(VORN_SANITIZE "" CACHE STRING "Sanitizers for every target, as -fsanitize= takes them")
 if(VORN_SANITIZE)
   add_compile_options(-fsanitize=${VORN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VORN_SANITIZE})
+endif()
+
+# Repeats of a test in another environment, pictures, other languages: a sanitizer finds nothing more in them.
+option(VORN_EVERY_TEST "Under sanitizers too, run every test, and each case in a process of its own" OFF)
+if(VORN_SANITIZE AND NOT VORN_EVERY_TEST)
+  set(VORN_FEWER_TESTS ON)
+endif()
+
+# libFuzzer comes with LLVM's clang, not with Apple's.
+if(VORN_FUZZ)
+  include(CheckCXXSourceCompiles)
+  set(CMAKE_REQUIRED_FLAGS -fsanitize=fuzzer)
+  check_cxx_source_compiles("extern \"C\" int LLVMFuzzerTestOneInput(const unsigned char*, unsigned long) { return 0; }"
+                            VORN_HAS_LIBFUZZER)
+  unset(CMAKE_REQUIRED_FLAGS)
+  if(VORN_HAS_LIBFUZZER)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+    add_link_options(-fsanitize=fuzzer-no-link)
+  else()
+    message(STATUS "This compiler has no libFuzzer: the fuzz targets are left out.")
+    set(VORN_FUZZ OFF)
+  endif()
+endif()
+
+option(VORN_COVERAGE "Count the lines that run (needs clang)" OFF)
+if(VORN_COVERAGE)
+  add_compile_options(-fprofile-instr-generate -fcoverage-mapping)
+  add_link_options(-fprofile-instr-generate -fcoverage-mapping)
 endif()
 
 add_library(vorn_warnings INTERFACE)
@@ -32,6 +70,7 @@ function(vorn_library name)
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} vorn::warnings)
   set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+  vorn_use_precompiled(${name} vorn_pch LINKS ${arg_PUBLIC} ${arg_PRIVATE})
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
   list(JOIN arg_PUBLIC "," public)
   list(JOIN arg_PRIVATE "," private)
@@ -51,7 +90,11 @@ function(vorn_qml_module name)
   # What Qt generates is not written to our warnings, and names our headers without their folders.
   get_target_property(sources ${name} SOURCES)
   list(FILTER sources INCLUDE REGEX "/(\\.rcc/qmlcache/|.*_qmltyperegistrations).*\\.cpp$")
-  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
+  set(generated -w)
+  if(VORN_SANITIZE)
+    list(APPEND generated -O0 -fno-sanitize=all)
+  endif()
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "${generated}")
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()
 
@@ -60,15 +103,44 @@ function(vorn_program name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} vorn::warnings)
+  vorn_use_precompiled(${name} vorn_pch LINKS ${arg_LINKS})
 endfunction()
 
-# vorn_test(<name> SOURCES … [LINKS …]): a GoogleTest program whose cases CTest runs one by one.
+# vorn_test_library(<name> SOURCES … [PUBLIC …] [PRIVATE …]): what several test programs share.
+function(vorn_test_library name)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;PUBLIC;PRIVATE")
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} GTest::gmock vorn::warnings)
+  vorn_use_precompiled(${name} vorn_test_pch LINKS ${arg_PUBLIC} ${arg_PRIVATE})
+endfunction()
+
+# vorn_test(<name> [SINGLE_THREADED] [COST <number>] SOURCES … [LINKS …]): a GoogleTest program. CTest runs its cases one by
+# one, those of a higher COST first; under a sanitizer it runs the program whole, as starting it costs more than most cases.
+# A SINGLE_THREADED one has nothing that the thread sanitizer could find.
 function(vorn_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "SINGLE_THREADED" "COST" "SOURCES;LINKS")
+  set(cost 0)
+  if(arg_COST)
+    set(cost ${arg_COST})
+  endif()
+  set(limit 60)
+  if(VORN_SANITIZE)
+    set(limit 600)
+  endif()
+  if(arg_SINGLE_THREADED AND VORN_FEWER_TESTS AND VORN_SANITIZE MATCHES "thread")
+    return()
+  endif()
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main vorn::warnings)
-  gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 600)
+  vorn_use_precompiled(${name} vorn_test_pch LINKS ${arg_LINKS})
+  if(VORN_FEWER_TESTS)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 600 COST ${cost})
+  else()
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${limit} COST ${cost})
+  endif()
 endfunction()
 
 # Writes what each library links, for the test that holds every #include against it.
