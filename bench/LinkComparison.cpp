@@ -18,12 +18,18 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
+char meaning(char escaped)
+{
+    if (escaped == 'n') return '\n';
+    return escaped == 't' ? '\t' : escaped;
+}
+
 std::string unescaped(std::string_view line)
 {
     std::string text;
     for (std::size_t i = 0; i < line.size(); ++i) {
         const bool escape = line[i] == '\\' && i + 1 < line.size();
-        text += !escape ? line[i] : line[++i] == 'n' ? '\n' : line[i] == 't' ? '\t' : line[i];
+        text += escape ? meaning(line[++i]) : line[i];
     }
     return text;
 }
