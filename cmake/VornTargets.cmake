@@ -90,11 +90,7 @@ function(vorn_qml_module name)
   # What Qt generates is not written to our warnings, and names our headers without their folders.
   get_target_property(sources ${name} SOURCES)
   list(FILTER sources INCLUDE REGEX "/(\\.rcc/qmlcache/|.*_qmltyperegistrations).*\\.cpp$")
-  set(generated -w)
-  if(VORN_SANITIZE)
-    list(APPEND generated -O0 -fno-sanitize=all)
-  endif()
-  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS "${generated}")
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS -w)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()
 
