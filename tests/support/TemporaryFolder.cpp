@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include <stdlib.h>
+#include <unistd.h> // mkdtemp, on macOS
 
 namespace vorn::testing {
 
