@@ -1,6 +1,7 @@
 #include "VornMac/Application/WindowGeometry.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <sstream>
 
 namespace vorn {
@@ -45,7 +46,7 @@ std::optional<WindowGeometry> WindowGeometry::fromText(const std::string& text)
     std::istringstream stream(text);
     int x = 0, y = 0, width = 0, height = 0;
     if (!(stream >> x >> y >> width >> height)) return std::nullopt;
-    if (!std::ranges::all_of(std::initializer_list{x, y, width, height}, isSensible)) return std::nullopt;
+    if (!std::ranges::all_of(std::initializer_list<int>{x, y, width, height}, isSensible)) return std::nullopt;
     std::string word, more;
     stream >> word;
     const auto state = stateFrom(word);

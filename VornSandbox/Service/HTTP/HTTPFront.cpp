@@ -102,9 +102,16 @@ private:
 
 /// Hands the library's work, a connection each, to threads of ours.
 class Workers : public httplib::TaskQueue {
+    /// Whether the work is taken, from 0.15 of the library on; nothing before.
+    using IsTaken = decltype(std::declval<httplib::TaskQueue&>().enqueue({}));
+
 public:
     Workers(std::size_t mostThreads, std::function<void()> onCrowded) : pool_(mostThreads, std::move(onCrowded)) {}
-    void enqueue(std::function<void()> job) override { pool_.run(std::move(job)); }
+    IsTaken enqueue(std::function<void()> job) override
+    {
+        pool_.run(std::move(job));
+        return static_cast<IsTaken>(true);
+    }
     void shutdown() override { pool_.finish(); }
 
 private:
