@@ -207,7 +207,7 @@ TEST_F(ExportProgram, LeavesNothingAtALimitOfFileSizes)
 TEST_F(ExportProgram, NoticesThatItsStatisticsAreLost)
 {
     writeHistory();
-    std::vector<std::string> arguments = {"-c", "exec \"$@\" >/dev/full", "sh", EXPORT_PROGRAM};
+    std::vector<std::string> arguments = {"-c", "exec \"$@\" 1</dev/null", "sh", EXPORT_PROGRAM};
     for (const std::string& argument : usualArguments()) arguments.push_back(argument);
     Program program("/bin/sh", arguments, {{"TMPDIR", temporary.path().string()}});
     EXPECT_EQ(program.exitCode(), 9);
