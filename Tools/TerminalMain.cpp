@@ -85,7 +85,9 @@ private:
 class Run {
 public:
     Run(const TerminalOptions& options, const Terminal& terminal)
-        : terminal_(terminal), defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
+        : terminal_(terminal), settings_(SettingsDefaults::forRun(options.defaults.values(), bundleIdentifier(),
+                                                                  Log(bundleIdentifier(), "app"))),
+          defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
           api_(configuration(), http_, tokens_), model_(services()),
           command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
     {
@@ -141,7 +143,7 @@ private:
     InterruptWatch interrupts_{
         InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread
     TemporaryItems temporaryItems_{FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "app")};
-    SettingsDefaults settings_{bundleIdentifier(), Log(bundleIdentifier(), "app")};
+    SettingsDefaults settings_;
     LayeredDefaults defaults_;
     SystemWorkspace workspace_{{}, [] {}};
     SystemClock clock_;

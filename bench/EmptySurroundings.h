@@ -26,6 +26,9 @@ public:
     }
     EmptySurroundings(EmptySurroundings&&) = delete;
 
+    /// The path of a file there.
+    std::string file(const std::string& name) const { return folder_ + "/" + name; }
+
 private:
     std::string folder_;
 };

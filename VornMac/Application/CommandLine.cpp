@@ -17,6 +17,7 @@ constexpr const char* help = "Usage: VornMac [-Key value]...\n"
                              "  -VornAppearance light|dark          instead of the system's\n"
                              "  -VornReduceMotion YES|NO            instead of the system's\n"
                              "  -VornForgetsSession YES             keep the session for this run alone\n"
+                             "  -VornSettingsFile FILE              keep settings there, and leave the user's alone\n"
                              "  --version                           print the version\n"
                              "  --help                              print this\n";
 

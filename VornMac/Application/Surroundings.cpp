@@ -38,7 +38,8 @@ std::filesystem::path messagesDatabase(const UserDefaults& defaults)
 
 Surroundings::Surroundings(LayeredDefaults::Line line, const std::filesystem::path& executable,
                            std::function<void()> quit)
-    : settings_(bundleIdentifier(), applicationLog()), defaults_(std::move(line), settings_),
+    : settings_(SettingsDefaults::forRun(line, bundleIdentifier(), applicationLog())),
+      defaults_(std::move(line), settings_),
       temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()), http_(HTTPSession::make()),
       tokens_(tokenStore(defaults_)), workspace_(applicationOf(executable), std::move(quit))
 {

@@ -9,6 +9,8 @@
 namespace vorn {
 namespace {
 
+constexpr const char* fileKey = "VornSettingsFile"; // for runs beside the user's own
+
 const char* reasonOf(QSettings::Status status)
 {
     return status == QSettings::AccessError ? "they cannot be written" : "the file cannot be understood";
@@ -17,8 +19,21 @@ const char* reasonOf(QSettings::Status status)
 } // namespace
 
 SettingsDefaults::SettingsDefaults(std::string identifier, Log log)
-    : identifier_(std::move(identifier)), log_(std::move(log))
+    : open_([identifier = std::move(identifier)] { return openSettings(identifier); }), log_(std::move(log))
 {
+}
+
+SettingsDefaults::SettingsDefaults(std::filesystem::path file, Log log)
+    : open_([file = std::move(file)] { return openSettingsFile(file); }), log_(std::move(log))
+{
+}
+
+SettingsDefaults SettingsDefaults::forRun(const std::map<std::string, std::string>& line, std::string identifier,
+                                          Log log)
+{
+    const auto file = line.find(fileKey);
+    if (file == line.end()) return {std::move(identifier), std::move(log)};
+    return {std::filesystem::path(file->second), std::move(log)};
 }
 
 std::optional<std::string> SettingsDefaults::text(const std::string& key) const
@@ -27,7 +42,7 @@ std::optional<std::string> SettingsDefaults::text(const std::string& key) const
         const auto* text = std::get_if<std::string>(&unsaved->second);
         return text == nullptr ? std::nullopt : std::optional(*text);
     }
-    const QVariant value = openSettings(identifier_)->value(settingsKey(key));
+    const QVariant value = open_()->value(settingsKey(key));
     if (value.metaType() != QMetaType::fromType<QString>()) return std::nullopt;
     return value.toString().toStdString();
 }
@@ -38,7 +53,7 @@ bool SettingsDefaults::boolean(const std::string& key) const
         const auto* text = std::get_if<std::string>(&unsaved->second);
         return text == nullptr ? std::get<bool>(unsaved->second) : countsAsTrue(*text);
     }
-    const QVariant value = openSettings(identifier_)->value(settingsKey(key));
+    const QVariant value = open_()->value(settingsKey(key));
     return value.canConvert<QString>() && countsAsTrue(value.toString().toStdString());
 }
 
@@ -54,7 +69,7 @@ void SettingsDefaults::setText(const std::string& key, const std::string& value)
 
 void SettingsDefaults::keep(const std::string& key, Value value)
 {
-    const auto settings = openSettings(identifier_);
+    const auto settings = open_();
     const auto* text = std::get_if<std::string>(&value);
     settings->setValue(settingsKey(key),
                        text == nullptr ? QVariant(std::get<bool>(value)) : QVariant(QString::fromStdString(*text)));

@@ -3,8 +3,13 @@
 #include "Platform/Base/Log.h"
 #include "Platform/Base/UserDefaults.h"
 
+#include <filesystem>
+#include <functional>
 #include <map>
+#include <memory>
 #include <variant>
+
+class QSettings;
 
 namespace vorn {
 
@@ -14,6 +19,12 @@ class SettingsDefaults final : public UserDefaults {
 public:
     /// `identifier` is the application's bundle identifier, whose preferences macOS keeps.
     SettingsDefaults(std::string identifier, Log log);
+    /// Those in `file` instead, which no system knows of.
+    SettingsDefaults(std::filesystem::path file, Log log);
+
+    /// The settings for one run: those in the file that "-VornSettingsFile FILE" on the command line names, else the
+    /// user's own of the application `identifier`.
+    static SettingsDefaults forRun(const std::map<std::string, std::string>& line, std::string identifier, Log log);
 
     std::optional<std::string> text(const std::string& key) const override;
     bool boolean(const std::string& key) const override;
@@ -25,7 +36,7 @@ private:
 
     void keep(const std::string& key, Value value);
 
-    std::string identifier_;
+    std::function<std::unique_ptr<QSettings>()> open_;
     Log log_;
     std::map<std::string, Value> unsaved_;
 };

@@ -58,7 +58,10 @@ void run(const std::string& program, int rounds)
     Figures limit, application;
     for (int round = 0; round < rounds; ++round) {
         measure(show + "bare", limit);
-        measure(show + "application -MainWindowGeometry '0 0 1180 760' -VornAPIBaseURLOverride http://127.0.0.1:9",
+        measure(show +
+                    "application -MainWindowGeometry '0 0 1180 760' -VornAPIBaseURLOverride http://127.0.0.1:9"
+                    " -VornSettingsFile " +
+                    surroundings.file("settings.ini"),
                 application);
     }
     std::printf("%-22s %7s %7s %10s\n", "to the first frame", "best ms", "median", "peak MiB");

@@ -66,16 +66,18 @@ TEST(JourneyProgram, SendsNothingWithoutAYes)
     EXPECT_THAT(sandbox.log(), Not(HasSubstr("submissions")));
 }
 
-TEST(JourneyProgram, AsksForConsentOnce)
+TEST(JourneyProgram, AsksForConsentOnceAndKeepsItWhereItIsTold)
 {
     const LinkedFixture fix;
     Sandbox sandbox({"--review", "rejected:wrong_provider"});
     fix.link(sandbox);
-    EXPECT_EQ(fix.share(sandbox.url(), {"--yes"})->exitCode(), 9);
-    const auto again = fix.share(sandbox.url(), {"--yes"});
+    const std::vector<std::string> line = {"--yes", "-VornSettingsFile", fix.folder / "settings.ini"};
+    EXPECT_EQ(fix.share(sandbox.url(), line)->exitCode(), 9);
+    const auto again = fix.share(sandbox.url(), line);
     EXPECT_EQ(again->exitCode(), 9);
     EXPECT_THAT(again->errors(), Not(HasSubstr("What Vorn never reads")));
     EXPECT_THAT(again->errors(), HasSubstr("\nLast time: This upload didn't look like your Nimbrel chat.\n"));
+    EXPECT_FALSE(std::filesystem::exists(fix.folder / "config")) << "the user's own";
     EXPECT_THAT(again->errors(), EndsWith("Upload received. Checking your chat.\n"
                                           "Not accepted this time. This upload didn't look like your Nimbrel chat.\n"));
 }

@@ -14,13 +14,14 @@ class SurroundingsTest : public ::testing::Test {
 protected:
     AppServices services(LayeredDefaults::Line line)
     {
+        line.emplace("VornSettingsFile", home_ / "settings.ini"); // not those of whoever runs the tests
         surroundings_.emplace(std::move(line), "/nowhere/VornMac", [] {});
         return surroundings_->services();
     }
 
-private:
     testing::TemporaryFolder home_;
-    testing::ScopedEnvironment settings_{"XDG_CONFIG_HOME", home_ / "config"};
+
+private:
     testing::ScopedEnvironment temporary_{"TMPDIR", home_ / ""};
     std::optional<Surroundings> surroundings_;
 };
@@ -34,6 +35,12 @@ TEST_F(SurroundingsTest, KeepTheSessionForTheRunAloneWhenToldSo)
 {
     const auto tokens = services({{"VornForgetsSession", "YES"}}).tokens;
     EXPECT_NE(dynamic_cast<InMemoryTokenStore*>(tokens.get()), nullptr);
+}
+
+TEST_F(SurroundingsTest, KeepSettingsWhereTheCommandLineSays)
+{
+    services({}).defaults->setBoolean("key", true);
+    EXPECT_TRUE(std::filesystem::exists(home_ / "settings.ini"));
 }
 
 TEST_F(SurroundingsTest, ReadTheDatabaseOfTheCommandLine)

@@ -1,6 +1,5 @@
 #include "VornMac/Defaults/SettingsDefaults.h"
 
-#include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/log/CapturedLog.h"
 
@@ -17,14 +16,13 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// On a Mac these would be the preferences of whoever runs the tests; the sources there differ in one small file.
+/// In a file: those that the system keeps would be of whoever runs the tests.
 struct SettingsDefaultsTest : ::testing::Test {
     testing::TemporaryFolder configuration;
-    testing::ScopedEnvironment variable{"XDG_CONFIG_HOME", configuration.path().native()};
     const fs::path folder = configuration / "com.vorn.test";
-    const fs::path file = folder / "defaults.ini";
+    const fs::path file = folder / "settings.ini";
 
-    static SettingsDefaults defaults() { return {"com.vorn.test", Log("test", "app")}; }
+    SettingsDefaults defaults() const { return {file, Log("test", "app")}; }
     void write(const std::string& content) const
     {
         fs::create_directories(folder);
@@ -94,6 +92,13 @@ const std::vector<std::string> keysAlike = {
     "General.a", "general.a", "%General.a", "a\n",        std::string("a\0b", 3),
     "ä",         "A\xCC\x88", "\xFF",       "\xFE",       "a;b",
     "#a",        "\"a\"",     "\xC2\xB7",   "@Variant(a)"};
+
+TEST_F(SettingsDefaultsTest, LieInTheFileThatTheCommandLineNames)
+{
+    SettingsDefaults::forRun({{"VornSettingsFile", file.native()}}, "com.vorn.test", Log("test", "app"))
+        .setText("Key", "value");
+    EXPECT_EQ(defaults().text("Key"), "value");
+}
 
 TEST_F(SettingsDefaultsTest, TwoKeysNeverMeet)
 {
