@@ -139,9 +139,21 @@ function(vorn_test name)
   endif()
 endfunction()
 
-# Writes what each library links, for the test that holds every #include against it.
+# Writes what each library links, for the test that holds every #include against it, and which of macOS's frameworks.
 function(vorn_write_layers)
   get_property(layers GLOBAL PROPERTY VORN_LAYERS)
   list(JOIN layers "\n" text)
   file(WRITE ${PROJECT_BINARY_DIR}/layers.txt "${text}\n")
+
+  set(text "")
+  foreach(layer IN LISTS layers)
+    string(REGEX MATCH "^[^ ]+ [^ ]+" name_and_folder "${layer}")
+    string(REGEX MATCH "^[^ ]+" name "${layer}")
+    get_target_property(links ${name} LINK_LIBRARIES)
+    list(FILTER links INCLUDE REGEX "^-framework ")
+    list(TRANSFORM links REPLACE "^-framework " "")
+    list(JOIN links "," frameworks)
+    string(APPEND text "${name_and_folder} ${frameworks}\n")
+  endforeach()
+  file(WRITE ${PROJECT_BINARY_DIR}/frameworks.txt "${text}")
 endfunction()
