@@ -32,17 +32,17 @@ function(vorn_precompiled_pair name)
   vorn_precompiled(${name}_qt HEADERS ${standard_headers} ${qt_headers} ${arg_HEADERS} LINKS Qt6::Quick ${arg_LINKS})
 endfunction()
 
-# vorn_use_precompiled(<target> <pair> LINKS …): the one of a pair that fits what the target links. A target with a source
-# in C or Objective-C++ goes without: CMake looks for a header precompiled in that language too.
-function(vorn_use_precompiled target pair)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "LINKS")
+# vorn_use_precompiled(<target> LINKS …): the one of the folder's pair, VORN_PRECOMPILED_PAIR, that fits what the target links.
+# A target with a source in C or Objective-C++ goes without: CMake looks for a header precompiled in that language too.
+function(vorn_use_precompiled target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
   get_target_property(sources ${target} SOURCES)
   if(NOT VORN_PRECOMPILE OR sources MATCHES "\\.(c|mm)(;|$)")
     return()
   endif()
   if(arg_LINKS MATCHES "Qt6::|VornMac(Application|Components|Drawing|Model|QMLModules|Screens|System|View)|VornTest(GuiMain|Model|Window)")
-    target_precompile_headers(${target} REUSE_FROM ${pair}_qt)
+    target_precompile_headers(${target} REUSE_FROM ${VORN_PRECOMPILED_PAIR}_qt)
   else()
-    target_precompile_headers(${target} REUSE_FROM ${pair})
+    target_precompile_headers(${target} REUSE_FROM ${VORN_PRECOMPILED_PAIR})
   endif()
 endfunction()
