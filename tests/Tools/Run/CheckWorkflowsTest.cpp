@@ -24,7 +24,7 @@ TEST(CheckWorkflows, SaysThatThereIsNoWayToTheLinter)
                     {{"npm_config_registry", "http://127.0.0.1:1"},
                      {"npm_config_noproxy", "127.0.0.1"},
                      {"npm_config_cache", tree / "cache"}});
-    EXPECT_EQ(program.exitCode(), 2);
+    EXPECT_EQ(program.exitCode(), 75); // ctest takes it as skipped
     EXPECT_THAT(program.errors(),
                 EndsWith("check-workflows: the linter could not be installed: is there a way to npm's registry?\n"));
 }
