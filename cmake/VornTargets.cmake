@@ -111,29 +111,43 @@ function(vorn_test_library name)
   vorn_use_precompiled(${name} LINKS ${arg_PUBLIC} ${arg_PRIVATE})
 endfunction()
 
-# vorn_test(<name> [SINGLE_THREADED] [COST <number>] SOURCES … [LINKS …]): a GoogleTest program. CTest runs its cases one by
-# one, those of a higher COST first; under a sanitizer it runs the program whole, as starting it costs more than most cases.
-# A SINGLE_THREADED one has nothing that the thread sanitizer could find.
+# vorn_add_shards(<name> <number> COMMAND … [ENVIRONMENT …] [PROPERTIES …]): a GoogleTest program in so many parts, which run
+# beside each other.
+function(vorn_add_shards name number)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "COMMAND;ENVIRONMENT;PROPERTIES")
+  math(EXPR last "${number} - 1")
+  foreach(shard RANGE ${last})
+    add_test(NAME ${name}.${shard} COMMAND ${arg_COMMAND})
+    set_tests_properties(${name}.${shard} PROPERTIES ${arg_PROPERTIES}
+      ENVIRONMENT "GTEST_TOTAL_SHARDS=${number};GTEST_SHARD_INDEX=${shard};${arg_ENVIRONMENT}")
+  endforeach()
+endfunction()
+
+# vorn_test(<name> [SINGLE_THREADED] [COST <number>] [SHARDS <number>] SOURCES … [LINKS …]): a GoogleTest program. CTest runs
+# its cases one by one, those of a higher COST first; under a sanitizer it runs the program whole or in SHARDS, as starting it
+# costs more than most cases. A SINGLE_THREADED one has nothing that the thread sanitizer could find.
 function(vorn_test name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "SINGLE_THREADED" "COST" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "SINGLE_THREADED" "COST;SHARDS" "SOURCES;LINKS")
   set(cost 0)
   if(arg_COST)
     set(cost ${arg_COST})
+  endif()
+  set(shards 1)
+  if(arg_SHARDS)
+    set(shards ${arg_SHARDS})
   endif()
   set(limit 60)
   if(VORN_SANITIZE)
     set(limit 600)
   endif()
-  if(arg_SINGLE_THREADED AND VORN_FEWER_TESTS AND VORN_SANITIZE MATCHES "thread")
-    return()
-  endif()
   add_executable(${name} ${arg_SOURCES})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
   target_link_libraries(${name} PRIVATE ${arg_LINKS} GTest::gmock_main vorn::warnings)
   vorn_use_precompiled(${name} LINKS ${arg_LINKS})
-  if(VORN_FEWER_TESTS)
-    add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES TIMEOUT 600 COST ${cost})
+  if(arg_SINGLE_THREADED AND VORN_FEWER_TESTS AND VORN_SANITIZE MATCHES "thread")
+    set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
+  elseif(VORN_FEWER_TESTS)
+    vorn_add_shards(${name} ${shards} COMMAND ${name} PROPERTIES TIMEOUT 600 COST ${cost})
   else()
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${limit} COST ${cost})
   endif()
