@@ -73,8 +73,9 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
                         .host = host,
                         .hasPath = end > host.end && beginsTail(text, portEnd(text, host.end))};
     if (!isAddress(name) || isLocalPart(text, host.end)) return none;
-    // Underscores in front are part of a name, unless others behind make them emphasis.
-    if (begin > wordBegin && !text.substr(end).starts_with('_')) return none;
+    // Underscores in front are part of a name, unless others behind make them emphasis. The path was read and goes with
+    // the name: were it read again for each name inside, a long one would take time in the square of its length.
+    if (begin > wordBegin && !text.substr(end).starts_with('_')) return {.resumeAt = end};
     return {.begin = begin, .end = end, .resumeAt = end};
 }
 

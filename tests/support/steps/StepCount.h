@@ -1,0 +1,15 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+namespace vorn::testing {
+
+/// The steps that `work` takes: how often code of a library made by `vorn_counted_library` reads memory. The same on
+/// every machine and under any load, which times are not. Threads: one at a time.
+std::uint64_t stepsOf(const std::function<void()>& work);
+
+/// As `stepsOf`, and calls `then` once `step` steps are taken.
+std::uint64_t stepsOf(const std::function<void()>& work, std::uint64_t step, const std::function<void()>& then);
+
+} // namespace vorn::testing
