@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Base/CancelFlag.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
@@ -15,10 +17,11 @@ public:
 
     /// Appends the absolute URL of each link in `text`, in order of appearance, repeats included. `text` is well-formed
     /// UTF-8. A link without a scheme is given as `http://…`; on macOS links of other schemes may be among them.
+    /// Throws `Cancelled` soon after the detector's flag is raised, in the middle of a long text too.
     virtual void find(std::string_view text, std::vector<std::string>& urls) const = 0;
 
-    /// The platform's own detector where there is one, else ours; null when it cannot be made.
-    static std::unique_ptr<LinkDetector> make();
+    /// The platform's own detector where there is one, else ours; null when it cannot be made. `cancel` outlives it.
+    static std::unique_ptr<LinkDetector> make(const CancelFlag& cancel = CancelFlag::never());
 };
 
 } // namespace vorn

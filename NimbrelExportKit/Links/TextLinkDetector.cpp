@@ -21,6 +21,7 @@ void TextLinkDetector::find(std::string_view text, std::vector<std::string>& url
     using namespace links;
     std::size_t floor = 0;
     for (std::size_t at = nextCandidate(text, 0); at != std::string_view::npos; at = nextCandidate(text, floor)) {
+        cancel_.check();
         const LinkSpan span = linkAt(text, at, floor);
         if (span.isLink()) {
             std::string& url = urls.emplace_back(span.hasScheme ? "" : "http://");

@@ -9,7 +9,12 @@ namespace vorn {
 /// is given as written ("HTTP://Example.com" too), percent-encoded where RFC 3986 asks for it. Threads: any.
 class TextLinkDetector final : public LinkDetector {
 public:
+    explicit TextLinkDetector(const CancelFlag& cancel = CancelFlag::never()) noexcept : cancel_(cancel) {}
+
     void find(std::string_view text, std::vector<std::string>& urls) const override;
+
+private:
+    const CancelFlag& cancel_;
 };
 
 } // namespace vorn

@@ -30,6 +30,8 @@ bool isSet(const SQLiteRow& row, MessageColumn column)
 /// The web links of one text after another, each link once in each text.
 class WebLinks {
 public:
+    explicit WebLinks(const CancelFlag& cancel) : detector_(LinkDetector::make(cancel)) {}
+
     /// Calls `onLink` with each URL. Most texts have none, and most others one.
     template <class OnLink>
     void in(std::string_view text, OnLink&& onLink)
@@ -45,7 +47,7 @@ public:
     }
 
 private:
-    std::unique_ptr<LinkDetector> detector_ = LinkDetector::make(); // without one no links are exported
+    std::unique_ptr<LinkDetector> detector_; // without one no links are exported
     std::vector<std::string> found_;
     std::set<std::string_view> seen_;
 };
@@ -71,8 +73,8 @@ private:
 class Reading {
 public:
     Reading(const std::vector<NimbrelChat>& chats, const std::string& marks, const std::vector<SQLiteValue>& bindings,
-            const SQLiteDatabase& database)
-        : attachments_(marks, bindings, database, arena_)
+            const SQLiteDatabase& database, const CancelFlag& cancel)
+        : attachments_(marks, bindings, database, arena_), webLinks_(cancel)
     {
         for (const NimbrelChat& chat : chats) chatGuids_.emplace(chat.rowID, arena_.keep(chat.guid));
     }
@@ -165,7 +167,8 @@ private:
 
 } // namespace
 
-Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows)
+Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows,
+            const CancelFlag& cancel)
 {
     if (chats.empty()) return {};
     const std::string marks = placeholders(chats.size());
@@ -174,7 +177,7 @@ Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& databas
     bindings.reserve(chats.size());
     for (const NimbrelChat& chat : chats) bindings.emplace_back(chat.rowID);
 
-    Reading reading(chats, marks, bindings, database);
+    Reading reading(chats, marks, bindings, database, cancel);
     std::int64_t rows = 0;
     database.query(statement, bindings, [&](const SQLiteRow& row) {
         reading.take(row);

@@ -2,6 +2,7 @@
 
 #include "NimbrelExportKit/Records/ExportRecords.h"
 #include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "Platform/Base/CancelFlag.h"
 
 #include <cstdint>
 #include <functional>
@@ -19,7 +20,9 @@ struct Output {
 /// Called every few thousand rows with the rows read so far. What it throws ends the reading.
 using OnRows = std::function<void(std::int64_t rows)>;
 
-/// Every message of `chats`. Columns that a system's database lacks read as their defaults. Throws `SQLiteError`.
-Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows = {});
+/// Every message of `chats`. Columns that a system's database lacks read as their defaults. Throws `SQLiteError`, and
+/// `Cancelled` once `cancel` is raised while links are looked for: one message may be large.
+Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows = {},
+            const CancelFlag& cancel = CancelFlag::never());
 
 } // namespace vorn::MessageReader

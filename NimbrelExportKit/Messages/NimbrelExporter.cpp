@@ -21,6 +21,8 @@ public:
     {
     }
 
+    const CancelFlag& cancelFlag() const { return cancel_; }
+
     void copied(std::uint64_t bytes) const { report(ExportProgress::Phase::copying, bytes); }
 
     void read(std::int64_t rows)
@@ -74,7 +76,8 @@ NimbrelExportResult read(const MessagesSnapshot& snapshot, const std::vector<std
 {
     const SQLiteDatabase database = openSnapshot(snapshot, watch);
     auto chats = NimbrelChatLocator::locate(database, handles);
-    auto output = MessageReader::read(chats, database, [&watch](std::int64_t rows) { watch.read(rows); });
+    auto output =
+        MessageReader::read(chats, database, [&watch](std::int64_t rows) { watch.read(rows); }, watch.cancelFlag());
     return {std::move(chats), std::move(output.messages), std::move(output.skipped)};
 }
 

@@ -2,9 +2,9 @@
 
 namespace vorn {
 
-std::unique_ptr<LinkDetector> LinkDetector::make()
+std::unique_ptr<LinkDetector> LinkDetector::make(const CancelFlag& cancel)
 {
-    return std::make_unique<TextLinkDetector>();
+    return std::make_unique<TextLinkDetector>(cancel);
 }
 
 } // namespace vorn

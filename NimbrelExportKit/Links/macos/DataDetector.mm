@@ -8,7 +8,7 @@ namespace {
 /// The system's detector of links, the one whose findings people see in Messages.
 class DataDetector final : public LinkDetector {
 public:
-    explicit DataDetector(NSDataDetector* detector) : detector_(detector) {}
+    DataDetector(NSDataDetector* detector, const CancelFlag& cancel) : detector_(detector), cancel_(cancel) {}
 
     void find(std::string_view text, std::vector<std::string>& urls) const override
     {
@@ -17,27 +17,44 @@ public:
                                                         length:text.size()
                                                       encoding:NSUTF8StringEncoding];
             if (string == nil) return;
-            const NSRange whole = NSMakeRange(0, string.length);
-            for (NSTextCheckingResult* match in [detector_ matchesInString:string options:0 range:whole]) {
-                NSString* url = match.URL.absoluteString;
+            for (NSURL* found in urlsIn(string)) {
+                NSString* url = found.absoluteString;
                 if (url != nil) urls.emplace_back(url.UTF8String);
             }
         }
     }
 
 private:
+    /// The block is called without a match too while a long text is searched, and may not throw through the system's
+    /// functions.
+    NSArray<NSURL*>* urlsIn(NSString* string) const
+    {
+        NSMutableArray<NSURL*>* found = [[NSMutableArray alloc] init];
+        const CancelFlag* cancel = &cancel_;
+        [detector_ enumerateMatchesInString:string
+                                    options:NSMatchingReportProgress
+                                      range:NSMakeRange(0, string.length)
+                                 usingBlock:^(NSTextCheckingResult* match, NSMatchingFlags, BOOL* stop) {
+                                   if (match.URL != nil) [found addObject:match.URL];
+                                   if (cancel->isCancelled()) *stop = YES;
+                                 }];
+        cancel_.check();
+        return found;
+    }
+
     NSDataDetector* detector_;
+    const CancelFlag& cancel_;
 };
 
 } // namespace
 
-std::unique_ptr<LinkDetector> LinkDetector::make()
+std::unique_ptr<LinkDetector> LinkDetector::make(const CancelFlag& cancel)
 {
     @autoreleasepool {
         NSError* error = nil;
         NSDataDetector* detector = [NSDataDetector dataDetectorWithTypes:NSTextCheckingTypeLink error:&error];
         if (detector == nil) return nullptr;
-        return std::make_unique<DataDetector>(detector);
+        return std::make_unique<DataDetector>(detector, cancel);
     }
 }
 

@@ -103,5 +103,19 @@ TEST_P(LinkSteps, GrowWithTheTextAndNoFaster)
 INSTANTIATE_TEST_SUITE_P(Texts, LinkSteps, ::testing::ValuesIn(texts),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
+TEST(LinkDetectorWork, EndsSoonAfterACancelInTheMiddleOfALongText)
+{
+    const std::string text = repeated({"", "", "a.com, "}, 1U << 20U);
+    CancelFlag cancel;
+    const std::uint64_t steps = stepsOf(
+        [&] {
+            std::vector<std::string> urls;
+            EXPECT_THROW(TextLinkDetector(cancel).find(text, urls), Cancelled);
+        },
+        10'000, [&cancel] { cancel.cancel(); });
+    EXPECT_GT(steps, 10'000U);
+    EXPECT_LT(steps, 11'000U);
+}
+
 } // namespace
 } // namespace vorn

@@ -337,6 +337,15 @@ TEST_F(MessageReaderTest, TellsHowManyRowsItHasRead)
                  std::out_of_range);
 }
 
+TEST_F(MessageReaderTest, StopsInsideOfAMessageThatIsFullOfLinks)
+{
+    fixture.message({.text = "a.com, b.com"s});
+    const auto chats = NimbrelChatLocator::locate(fixture.database(), {MessagesFixture::assistant});
+    CancelFlag cancel;
+    cancel.cancel();
+    EXPECT_THROW(MessageReader::read(chats, fixture.database(), {}, cancel), Cancelled);
+}
+
 class WithoutReplies : public MessageReaderTest {
 protected:
     WithoutReplies() : MessageReaderTest({.without = {"message.thread_originator_guid"}}) {}

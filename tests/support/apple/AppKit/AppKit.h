@@ -4,10 +4,6 @@
 
 #include <Foundation/Foundation.h>
 
-typedef bool BOOL;
-#define YES true
-#define NO false
-
 typedef NSString* NSNotificationName;
 typedef NSUInteger NSWindowStyleMask;
 enum : NSWindowStyleMask { NSWindowStyleMaskFullSizeContentView = 1UL << 15 };

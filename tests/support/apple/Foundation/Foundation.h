@@ -4,13 +4,19 @@
 
 #define nil nullptr
 
+typedef bool BOOL;
+#define YES true
+#define NO false
+
 typedef long NSInteger;
 typedef unsigned long NSUInteger;
 typedef NSUInteger NSStringEncoding;
 typedef NSUInteger NSMatchingOptions;
+typedef NSUInteger NSMatchingFlags;
 typedef unsigned long long NSTextCheckingTypes;
 
 enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
+enum : NSMatchingOptions { NSMatchingReportProgress = 1 << 0 };
 enum : NSTextCheckingTypes { NSTextCheckingTypeLink = 1ULL << 5 };
 
 typedef struct _NSRange {
@@ -57,6 +63,10 @@ __attribute__((objc_root_class))
 @property(readonly) NSUInteger count;
 @end
 
+@interface NSMutableArray<ObjectType> : NSArray <ObjectType>
+- (void)addObject:(ObjectType)object;
+@end
+
 @interface NSURL : NSObject
 @property(nullable, readonly, copy) NSString* absoluteString;
 @end
@@ -66,9 +76,11 @@ __attribute__((objc_root_class))
 @end
 
 @interface NSRegularExpression : NSObject
-- (NSArray<NSTextCheckingResult*>*)matchesInString:(NSString*)string
-                                           options:(NSMatchingOptions)options
-                                             range:(NSRange)range;
+- (void)enumerateMatchesInString:(NSString*)string
+                         options:(NSMatchingOptions)options
+                           range:(NSRange)range
+                      usingBlock:
+                          (void (^)(NSTextCheckingResult* _Nullable result, NSMatchingFlags flags, BOOL* stop))block;
 @end
 
 @interface NSDataDetector : NSRegularExpression
