@@ -76,7 +76,7 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
     // Underscores in front are part of a name, unless others behind make them emphasis. The path was read and goes with
     // the name: were it read again for each name inside, a long one would take time in the square of its length.
     if (begin > wordBegin && !text.substr(end).starts_with('_')) return {.resumeAt = end};
-    return {.begin = begin, .end = end, .resumeAt = end};
+    return {.begin = begin, .end = end, .resumeAt = end, .hostBegin = begin, .hostEnd = host.end};
 }
 
 LinkSpan localLink(std::string_view text, std::size_t colon, std::size_t floor)
@@ -91,7 +91,7 @@ LinkSpan localLink(std::string_view text, std::size_t colon, std::size_t floor)
     } else if (end < text.size() && (text[end] == '@' || isAlphanumeric(static_cast<unsigned char>(text[end])))) {
         return none;
     }
-    return {.begin = begin, .end = end, .resumeAt = end};
+    return {.begin = begin, .end = end, .resumeAt = end, .hostBegin = begin, .hostEnd = colon};
 }
 
 } // namespace vorn::links

@@ -9,7 +9,9 @@ namespace vorn::links {
 struct LinkSpan {
     std::size_t begin = 0;
     std::size_t end = 0;      ///< equal to `begin` when there is no link
-    std::size_t resumeAt = 0; ///< no other link begins before; above the candidate, so that no byte is read for ever
+    std::size_t resumeAt = 0; ///< no other link begins before; above the candidate, and behind a path that was read
+    std::size_t hostBegin = 0;
+    std::size_t hostEnd = 0;
     bool hasScheme = false;
 
     bool isLink() const { return end > begin; }

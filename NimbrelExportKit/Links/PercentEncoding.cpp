@@ -37,8 +37,9 @@ void appendEscaped(char c, std::string& url)
 /// Where the authority of an absolute address ends; 0 for one without a scheme, whose host has no brackets.
 std::size_t authorityEnd(std::string_view address)
 {
-    const std::size_t colon = address.find("://");
-    if (colon == std::string_view::npos) return 0;
+    const std::size_t colon =
+        std::min(address.find_first_of(":/?#"), address.size()); // an address may stand in a query
+    if (!address.substr(colon).starts_with("://")) return 0;
     return std::min(address.find_first_of("/?#", colon + 3), address.size());
 }
 

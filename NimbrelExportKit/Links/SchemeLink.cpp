@@ -140,7 +140,8 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
     std::size_t end = skipPort(text, skipRootDot(text, host.end));
     if (beginsTail(text, end)) end = tailEnd(text, end, before, text.substr(host.begin, host.end - host.begin));
     if (before == '_' && !text.substr(end).starts_with('_')) return {.resumeAt = end}; // not emphasis but a name
-    return {.begin = begin, .end = end, .resumeAt = end, .hasScheme = true};
+    return {
+        .begin = begin, .end = end, .resumeAt = end, .hostBegin = host.begin, .hostEnd = host.end, .hasScheme = true};
 }
 
 } // namespace vorn::links

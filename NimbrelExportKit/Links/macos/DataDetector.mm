@@ -1,3 +1,4 @@
+#include "NimbrelExportKit/Links/InternationalHost.h"
 #include "NimbrelExportKit/Links/LinkDetector.h"
 
 #import <Foundation/Foundation.h>
@@ -19,7 +20,8 @@ public:
             if (string == nil) return;
             for (NSURL* found in urlsIn(string)) {
                 NSString* url = found.absoluteString;
-                if (url != nil) urls.emplace_back(url.UTF8String);
+                std::string absolute(url != nil ? url.UTF8String : "");
+                if (!absolute.empty() && links::makeHostResolvable(absolute)) urls.push_back(std::move(absolute));
             }
         }
     }

@@ -159,16 +159,24 @@ TEST(TextLinkDetector, LeavesOutTextOfOtherScripts)
 TEST(TextLinkDetector, FindsInternationalAddresses)
 {
     expectLinks({
-        {"https://bücher.de/ä", {"https://b%C3%BCcher.de/%C3%A4"}},
-        {"http://пример.рф", {"http://%D0%BF%D1%80%D0%B8%D0%BC%D0%B5%D1%80.%D1%80%D1%84"}},
-        {"пример.рф", {"http://%D0%BF%D1%80%D0%B8%D0%BC%D0%B5%D1%80.%D1%80%D1%84"}},
-        {"http://☕.ws/", {"http://%E2%98%95.ws/"}},
-        {"☕.ws/menu", {"http://%E2%98%95.ws/menu"}},
-        {"☕.ws", {"http://%E2%98%95.ws"}},
-        {"tea🍵.com", {"http://tea%F0%9F%8D%B5.com"}},
-        {"👉tea🍵.com", {"http://tea%F0%9F%8D%B5.com"}},
+        {"https://bücher.de/ä", {"https://xn--bcher-kva.de/%C3%A4"}},
+        {"HTTPS://BÜCHER.DE:443/?q=ü#ß", {"HTTPS://xn--bcher-kva.de:443/?q=%C3%BC#%C3%9F"}},
+        {"https://zoë:pw@bücher.de./x[1]", {"https://zo%C3%AB:pw@xn--bcher-kva.de./x%5B1%5D"}},
+        {"http://пример.рф", {"http://xn--e1afmkfd.xn--p1ai"}},
+        {"пример.рф", {"http://xn--e1afmkfd.xn--p1ai"}},
+        {"http://☕.ws/", {"http://xn--53h.ws/"}},
+        {"☕.ws/menu", {"http://xn--53h.ws/menu"}},
+        {"☕.ws", {"http://xn--53h.ws"}},
+        {"tea🍵.com", {"http://xn--tea-fd13b.com"}},
+        {"👉tea🍵.com", {"http://xn--tea-fd13b.com"}},
         {"https://ja.example.org/wiki/東京", {"https://ja.example.org/wiki/%E6%9D%B1%E4%BA%AC"}},
     });
+}
+
+TEST(TextLinkDetector, FindsNoLinksToHostsThatNoResolverTakes)
+{
+    expectNoLinks({"https://xn--0.bücher.de/x", "http://℀.de/x", "https://a\u200Db.de"});
+    expectLinks({{"https://xn--0.bücher.de/x https://example.com", {"https://example.com"}}});
 }
 
 TEST(TextLinkDetector, FindsNoLinksInMailAddresses)
