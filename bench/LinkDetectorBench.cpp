@@ -99,6 +99,21 @@ void scanForCandidates(benchmark::State& state)
 }
 BENCHMARK(scanForCandidates);
 
+/// What stands in front of the system's detector, and how much of a chat it lets through.
+void scanForMarks(benchmark::State& state)
+{
+    const std::vector<std::string> messages = chatMessages();
+    std::size_t marked = 0;
+    while (state.KeepRunning()) {
+        marked = 0;
+        for (const std::string& message : messages) marked += links::mayHoldLink(message) ? 1 : 0;
+        benchmark::DoNotOptimize(marked);
+    }
+    countMessages(state, messages);
+    state.counters["with marks %"] = 100.0 * static_cast<double>(marked) / static_cast<double>(messages.size());
+}
+BENCHMARK(scanForMarks);
+
 std::string repeated(std::string_view piece, std::size_t size)
 {
     std::string text;
@@ -147,6 +162,8 @@ HOSTILE(titles, "http://a.com/b/", "《あ");
 HOSTILE(sentences, "", "a.com.Then'");
 HOSTILE(foreignUsers, "", "http://é:");
 HOSTILE(schemesInSchemes, "", "x://http://é");
+HOSTILE(refusedNames, "", "_x.com/,");
+HOSTILE(refusedAddresses, "", "?_1.2.3.4/");
 
 } // namespace
 } // namespace vorn

@@ -1,3 +1,4 @@
+#include "NimbrelExportKit/Links/CandidateScan.h"
 #include "NimbrelExportKit/Links/TextLinkDetector.h"
 #include "Platform/Base/Text.h"
 #include "fuzz/Require.h"
@@ -34,6 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(reinterpret_cast<const char*>(data), size);
     const std::vector<std::string> urls = found(text);
     vorn::require(std::ranges::all_of(urls, isURL), "every link is a URL of ASCII characters");
+
+    vorn::require(urls.empty() || vorn::links::mayHoldLink(text), "text with links may hold links");
 
     // A line knows nothing of the lines before and after it.
     std::vector<std::string> twice = urls;

@@ -26,6 +26,17 @@ Block load(const char* from) noexcept
     return block;
 }
 
+/// As `possibleCandidates`, for `mayHoldLink`: a mark before what is no space, or the lead bytes of a full-width stop.
+Halves possibleMarks(const char* at) noexcept
+{
+    const Block here = load(at);
+    const Block next = load(at + 1);
+    const auto isMark = (here == '.') | (here == ':') | (here == '@');
+    const auto found = (isMark & (next > ' ')) | ((here == 0xE3) & (next == 0x80)) |
+                       ((here == 0xEF) & ((next == 0xBC) | (next == 0xBD)));
+    return std::bit_cast<Halves>(found);
+}
+
 /// Nonzero bytes where a '.' stands before '0' or anything above it, a ':' before a '/', or the last letter of
 /// `localHost` before a ':'. That is nearly what is looked for, and passes over the full stops of sentences and the
 /// times of day without a branch for each.
@@ -79,20 +90,58 @@ std::size_t candidateAt(std::string_view text, std::size_t at) noexcept
     }
 }
 
-} // namespace
+/// Whether `c` is a space or a control character of ASCII.
+bool isSpace(char c) noexcept
+{
+    return static_cast<unsigned char>(c) <= ' ';
+}
 
-std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept
+bool isSchemeCharacter(char c) noexcept
+{
+    return isAlphanumeric(static_cast<unsigned char>(c)) || isOneOf(c, "+-.");
+}
+
+/// Whether the stop that begins at `at` is one of those that some keyboards write between the labels of a name.
+bool isFullWidthStop(std::string_view text, std::size_t at) noexcept
+{
+    const std::string_view stop = text.substr(at, 3);
+    return stop == "。" || stop == "．" || stop == "｡";
+}
+
+/// `at` when a link may lie around the byte there; npos when none does.
+std::size_t markAt(std::string_view text, std::size_t at) noexcept
+{
+    if (at == 0 || at + 1 >= text.size() || isSpace(text[at - 1])) return npos;
+    const char before = text[at - 1];
+    const char after = text[at + 1];
+    const auto digit = [](char c) { return isDigit(static_cast<unsigned char>(c)); };
+    switch (text[at]) {
+    case '.': return isWordCharacter(after) || isOneOf(after, "-_") ? at : npos;
+    case ':': return isSchemeCharacter(before) && !isSpace(after) && !(digit(before) && digit(after)) ? at : npos;
+    case '@': return isSpace(after) ? npos : at;
+    default: break;
+    }
+    if (!isFullWidthStop(text, at) || at + 3 >= text.size()) return npos;
+    // Elsewhere it ends a sentence, which no space follows.
+    const auto ascii = [](char c) { return isAlphanumeric(static_cast<unsigned char>(c)); };
+    return ascii(before) || ascii(text[at + 3]) ? at : npos;
+}
+
+/// The first place at or after `from` that `accept(text, place)` takes, which gives the result or npos, of those that
+/// `possible` marks sixteen at a time.
+template <Halves (*possible)(const char*) noexcept, std::size_t (*accept)(std::string_view, std::size_t) noexcept>
+std::size_t firstPlace(std::string_view text, std::size_t from) noexcept
 {
     std::size_t at = from;
     while (text.size() > blockSize && at + 1 < text.size()) {
         // The last block overlaps the one before it: what lies before `at` was looked at then.
         const std::size_t start = std::min(at, text.size() - blockSize - 1);
-        const Halves halves = possibleCandidates(text.data() + start);
+        const Halves halves = possible(text.data() + start);
         for (std::size_t half = 0; (halves[0] | halves[1]) != 0 && half < halves.size(); ++half) {
             for (std::uint64_t found = halves[half]; found != 0;) {
                 const std::size_t byte = firstByte(found);
                 const std::size_t position = start + half * halfSize + byte;
-                const std::size_t candidate = position < at ? npos : candidateAt(text, position);
+                const std::size_t candidate = position < at ? npos : accept(text, position);
                 if (candidate != npos) return candidate;
                 found = withoutByte(found, byte);
             }
@@ -100,9 +149,21 @@ std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept
         at = start + blockSize;
     }
     for (; at < text.size(); ++at) {
-        if (const std::size_t candidate = candidateAt(text, at); candidate != npos) return candidate;
+        if (const std::size_t candidate = accept(text, at); candidate != npos) return candidate;
     }
     return npos;
+}
+
+} // namespace
+
+std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept
+{
+    return firstPlace<possibleCandidates, candidateAt>(text, from);
+}
+
+bool mayHoldLink(std::string_view text) noexcept
+{
+    return firstPlace<possibleMarks, markAt>(text, 0) != npos;
 }
 
 } // namespace vorn::links

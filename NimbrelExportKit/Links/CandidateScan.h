@@ -13,4 +13,9 @@ constexpr std::string_view localHost = "localhost";
 /// when there is none. Nearly all text of a chat is read here and nowhere else. Threads: any.
 std::size_t nextCandidate(std::string_view text, std::size_t from) noexcept;
 
+/// False for text in which no detector finds a link of any scheme: where nothing but spaces, or sentence's punctuation,
+/// touches its dots, colons and '@'. True for all text that the system's detector finds one in, and some more; far
+/// cheaper than asking it. Threads: any.
+bool mayHoldLink(std::string_view text) noexcept;
+
 } // namespace vorn::links

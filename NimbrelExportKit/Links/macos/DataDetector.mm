@@ -1,3 +1,4 @@
+#include "NimbrelExportKit/Links/CandidateScan.h"
 #include "NimbrelExportKit/Links/InternationalHost.h"
 #include "NimbrelExportKit/Links/LinkDetector.h"
 
@@ -13,6 +14,7 @@ public:
 
     void find(std::string_view text, std::vector<std::string>& urls) const override
     {
+        if (!links::mayHoldLink(text)) return;
         @autoreleasepool { // one a message: a history has hundreds of thousands
             NSString* string = [[NSString alloc] initWithBytes:text.data()
                                                         length:text.size()

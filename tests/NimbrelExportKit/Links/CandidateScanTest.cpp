@@ -80,5 +80,125 @@ TEST(CandidateScan, TakesAStartAtTheEnd)
     EXPECT_EQ(nextCandidate("a.b", 3), none);
 }
 
+/// What the system's detector makes links of.
+constexpr std::string_view foundBySystem[] = {
+    "https://example.com/a?b=c#d",
+    "HTTP://EXAMPLE.COM",
+    "http://localhost/",
+    "http://nas",
+    "http://[::1]:80/",
+    "https:example.com",
+    // without a scheme
+    "example.com",
+    "www.example.com",
+    "example.co.uk/a",
+    "t.co/x",
+    "10.0.0.7:8080",
+    "a-b.example.org",
+    "_dmarc.example.com",
+    // top-level domains, of every length
+    "example.museum",
+    "example.photography",
+    "example.travelersinsurance",
+    "example.io",
+    "example.xn--p1ai",
+    "example.みんな",
+    // beyond ASCII
+    "https://bücher.example/x",
+    "bücher.de",
+    "пример.рф",
+    "例え.jp",
+    "☕.ws",
+    "i❤.ws",
+    "example。com",
+    "example．com",
+    "example｡com",
+    "例え。jp",
+    "https://例え。テスト",
+    // e-mail
+    "anna@example.com",
+    "anna.smith+tag@mail.example.org",
+    "mailto:anna@example.com",
+    "mailto:anna",
+    "anna@localhost",
+    "anna@bücher.de",
+    // other schemes
+    "ftp://example.com",
+    "ssh://anna@host",
+    "file:///etc/hosts",
+    "webcal://example.com/a.ics",
+    "tel:+15550102030",
+    "tel:5550102030",
+    "sms:+15550102030",
+    "sms:555",
+    "facetime:anna@example.com",
+    "facetime://5550102030",
+    "news:comp.lang",
+    "x-apple.systempreferences:a",
+    "maps:?q=a",
+    "magnet:?xt=urn:btih:a",
+    "data:,a",
+    "about:blank",
+    "javascript:a",
+    "spotify:track:1",
+    "urn:isbn:0",
+    "x:é",
+};
+
+TEST(CandidateScan, LosesNothingThatTheSystemsDetectorFinds)
+{
+    for (const std::string_view link : foundBySystem) {
+        EXPECT_TRUE(mayHoldLink(link)) << link;
+        for (std::size_t place = 0; place < 40; ++place) {
+            const std::string before = std::string(place, ' ') + "(";
+            ASSERT_TRUE(mayHoldLink(before + std::string(link) + ")")) << link << " at " << before.size();
+            ASSERT_TRUE(mayHoldLink(std::string(link) + std::string(place, 'a'))) << link << " before " << place;
+            ASSERT_TRUE(mayHoldLink("我们" + std::string(link) + std::string(place, ' '))) << link;
+        }
+    }
+}
+
+TEST(CandidateScan, SparesTheSystemsDetectorPlainText)
+{
+    for (const std::string_view text : {"",
+                                        ".",
+                                        ":",
+                                        "@",
+                                        "a.",
+                                        ".a",
+                                        "a:",
+                                        ":a",
+                                        "@a",
+                                        "a@",
+                                        "Thanks, see you tomorrow.",
+                                        "Yes. No. Maybe!",
+                                        "wait... what",
+                                        "At 9:30, or 10:15:30.",
+                                        "note: bread, milk",
+                                        "haha :) ok :-D",
+                                        "(He said \"no.\")",
+                                        "@anna look",
+                                        "It's 5 o'clock",
+                                        "ありがとう。明日会いましょう。",
+                                        "好的。",
+                                        "привет, как дела?",
+                                        "😂😂 👍🏽",
+                                        "5 € / 6 $",
+                                        "a.\nb",
+                                        "one\ttwo"}) {
+        EXPECT_FALSE(mayHoldLink(text)) << text;
+    }
+}
+
+/// Whatever our own detector finds, it finds around a mark as well.
+TEST(CandidateScan, TakesEveryCandidateForAMark)
+{
+    for (const std::string_view text :
+         {"see b.de", "ä.é", "3.5", "a://", "1://", "é.a://b", "localhost:80", "a LocalHost:1"}) {
+        ASSERT_NE(nextCandidate(text, 0), none) << text;
+        EXPECT_TRUE(mayHoldLink(text)) << text;
+    }
+}
+
 } // namespace
 } // namespace vorn::links
