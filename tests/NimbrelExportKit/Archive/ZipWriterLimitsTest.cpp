@@ -132,7 +132,5 @@ TEST(ZipWriter, RefusesADirectoryThatEndsTooFarBehind)
     EXPECT_EQ(failure({entry("a", data)}, settings), tooLarge);
 }
 
-/// A named moment in a named zone, and the fields it is written as.
-
 } // namespace
 } // namespace vorn

@@ -5,6 +5,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
+#include <sqlite3.h>
 
 namespace vorn {
 namespace {
@@ -81,6 +82,7 @@ TEST_F(NimbrelExporterTest, GivesUpAfterThreeDamagedCopies)
 {
     writeHistory();
     files.afterCopy = spoil;
+    files.beforeCreate = [this](const auto&) { EXPECT_THAT(temporary.names(), IsEmpty()) << "one copy at a time"; };
     EXPECT_EQ(failure(), NimbrelExportError(NimbrelExportError::SnapshotUnreadable{}));
     EXPECT_EQ(files.created, 3);
     EXPECT_EQ(files.removed, 3);
@@ -142,6 +144,47 @@ TEST_F(NimbrelExporterTest, OfNoHandlesIsEmpty)
     EXPECT_EQ(exporter().export_({}), NimbrelExportResult{});
     EXPECT_EQ(exporter().export_({"", " "}), NimbrelExportResult{});
     EXPECT_EQ(exporter().export_({"stranger@example.com"}), NimbrelExportResult{});
+}
+
+/// Counts the files that SQLite opens without a name, to spill into what it cannot keep in memory.
+class SpillWatch {
+public:
+    SpillWatch()
+    {
+        spills = 0;
+        vfs_.zName = "watched";
+        vfs_.xOpen = [](sqlite3_vfs* vfs, const char* name, sqlite3_file* file, int flags, int* opened) {
+            if (name == nullptr) ++spills;
+            return sqlite3_vfs_find(usual_)->xOpen(vfs, name, file, flags, opened);
+        };
+        sqlite3_vfs_register(&vfs_, 1);
+    }
+    ~SpillWatch() { sqlite3_vfs_unregister(&vfs_); }
+    SpillWatch(SpillWatch&&) = delete;
+
+    static inline int spills = 0;
+
+private:
+    static inline const char* usual_ = sqlite3_vfs_find(nullptr)->zName;
+    sqlite3_vfs vfs_ = *sqlite3_vfs_find(nullptr);
+};
+
+TEST_F(NimbrelExporterTest, SortsInMemory)
+{
+    {
+        MessagesFixture fixture(source);
+        fixture.assistantChat();
+        fixture.database().execute("BEGIN");
+        for (int i = 0; i < 6000; ++i) fixture.message({.text = std::string(1000, 'x')});
+        fixture.database().execute("COMMIT");
+    }
+    const SpillWatch watch;
+    SQLiteDatabase(source.string(), SQLiteDatabase::Mode::queryOnly)
+        .run("SELECT * FROM message ORDER BY text, ROWID DESC", {});
+    EXPECT_GT(SpillWatch::spills, 0) << "a sort of this size spills unless it is told not to";
+    SpillWatch::spills = 0;
+    EXPECT_THAT(exporter().export_(handles).messages, SizeIs(6000));
+    EXPECT_EQ(SpillWatch::spills, 0) << "private text was written outside the private folder";
 }
 
 TEST_F(NimbrelExporterTest, TellsHowFarItHasCome)

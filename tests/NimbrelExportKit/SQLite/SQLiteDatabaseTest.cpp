@@ -207,6 +207,18 @@ TEST_F(SQLiteDatabaseTest, WaitsForAnotherConnectionsLockThenReportsBusy)
     EXPECT_THAT(other.columns("t"), ::testing::SizeIs(3));
 }
 
+TEST_F(SQLiteDatabaseTest, WaitsTwoSecondsForALock)
+{
+    filled();
+    for (const Mode mode : {Mode::create, Mode::queryOnly}) {
+        std::vector<std::int64_t> milliseconds;
+        SQLiteDatabase(path, mode).query("PRAGMA busy_timeout", {}, [&](const SQLiteRow& row) {
+            milliseconds.push_back(row.int64OrZero(0));
+        });
+        EXPECT_THAT(milliseconds, ElementsAre(2000));
+    }
+}
+
 TEST_F(SQLiteDatabaseTest, StopsALongStatementWhenAsked)
 {
     SQLiteDatabase database(path, Mode::create);
