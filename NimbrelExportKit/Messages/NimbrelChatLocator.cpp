@@ -1,6 +1,7 @@
 #include "NimbrelExportKit/Messages/NimbrelChatLocator.h"
 
 #include "NimbrelExportKit/Messages/HandleNormalizer.h"
+#include "NimbrelExportKit/Messages/StoredTables.h"
 
 namespace vorn::NimbrelChatLocator {
 namespace {
@@ -26,6 +27,7 @@ std::vector<NimbrelChat> locate(const SQLiteDatabase& database, const std::vecto
     const std::set<std::string> wanted = HandleNormalizer::normalizedSet(handles);
     std::vector<NimbrelChat> chats;
     if (wanted.empty()) return chats;
+    requireStoredTables(database);
     const bool hasService = database.columns("chat").contains("service_name");
     database.query(statementText(hasService), {oneToOneStyle}, [&](const SQLiteRow& row) {
         const auto chatRow = row.int64(rowID);

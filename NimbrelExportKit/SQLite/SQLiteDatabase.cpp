@@ -3,6 +3,7 @@
 #include "Platform/Base/Fatal.h"
 #include "Platform/Base/Text.h"
 
+#include <array>
 #include <limits>
 #include <type_traits>
 
@@ -22,6 +23,22 @@ int openFlags(SQLiteDatabase::Mode mode)
     // an index of its own. The pragma forbids every change.
     constexpr int both = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
     return mode == SQLiteDatabase::Mode::create ? both | SQLITE_OPEN_CREATE : both;
+}
+
+/// What a file may ask of a query-only connection. Each is far more than Messages needs, and little for a machine.
+constexpr std::array<std::pair<int, int>, 4> limits{{
+    {SQLITE_LIMIT_LENGTH, 64 * 1024 * 1024}, // bytes of a value or a row
+    {SQLITE_LIMIT_SQL_LENGTH, 1024 * 1024},  // the file's own statements too: they make its schema
+    {SQLITE_LIMIT_EXPR_DEPTH, 200},
+    {SQLITE_LIMIT_ATTACHED, 0},
+}};
+
+/// The file's schema can call functions and change what statements mean: nothing of it is trusted.
+void distrustFile(sqlite3* handle)
+{
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+    sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+    for (const auto& [limit, value] : limits) sqlite3_limit(handle, limit, value);
 }
 
 int bindValue(sqlite3_stmt* statement, int index, const SQLiteValue& value)
@@ -167,6 +184,7 @@ SQLiteDatabase::SQLiteDatabase(const std::string& path, Mode mode)
     }
     sqlite3_busy_timeout(handle, busyTimeoutMilliseconds);
     if (mode == Mode::create) return;
+    distrustFile(handle);
     execute("PRAGMA query_only = ON");
     // Closing would move the log into the file, which changes nothing that anybody still reads.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);

@@ -49,12 +49,14 @@ private:
 
 /// One connection to a SQLite file, closed when the object dies.
 /// Threads: opened without SQLite's mutexes; use it, and the rows it hands out, on one thread.
-/// Errors: every failure is thrown as `SQLiteError`, which records the stage that failed.
+/// Errors: every failure is thrown as `SQLiteError`, which records the stage that failed; in a query-only connection
+/// also SQLITE_TOOBIG for a value or row of more than 64 MiB.
 class SQLiteDatabase {
 public:
     enum class Mode {
         create,    ///< read-write; the file is made if it is missing
-        queryOnly, ///< never makes the file and refuses every change
+        queryOnly, ///< never makes the file, refuses every change, and takes the file for one that a stranger may have
+                   ///< made
     };
     using OnRow = std::function<void(const SQLiteRow&)>;
 

@@ -129,6 +129,66 @@ TEST_F(NimbrelExporterTest, ReportsOtherFailuresOfSQLiteAtOnce)
     EXPECT_THAT(temporary.names(), IsEmpty());
 }
 
+/// What stands in place of a table, and how it is named.
+struct Computed {
+    const char* table;
+    const char* statements;
+};
+
+TEST_F(NimbrelExporterTest, RefusesRowsThatTheDatabaseComputes)
+{
+    constexpr Computed unusual[] = {
+        {"message",
+         "CREATE VIEW message AS SELECT 1 AS ROWID, 'g' AS guid, hex(zeroblob(350000000)) AS text, 1 AS date,"
+         " 0 AS is_from_me"},
+        {"MESSAGE", "CREATE VIEW MESSAGE AS SELECT 1 AS ROWID"},
+        {"message", "CREATE VIRTUAL TABLE message USING fts5(guid, text, date, is_from_me)"},
+        {"message", "CREATE TABLE message (guid, date, is_from_me, text AS (hex(zeroblob(1000))))"},
+        {"message", "CREATE TABLE message (guid, date, is_from_me, text AS (guid || 'x') STORED)"},
+        {"chat", "CREATE VIEW chat AS SELECT 1 AS ROWID, 'c' AS guid, 45 AS style"},
+        {"handle", "CREATE VIEW handle AS SELECT 1 AS ROWID, '+15550102030' AS id"},
+        {"chat_message_join", "CREATE VIEW chat_message_join AS SELECT 1 AS chat_id, 1 AS message_id"},
+        {"chat_handle_join", "CREATE VIEW chat_handle_join AS SELECT 1 AS chat_id, 1 AS handle_id"},
+        {"attachment", "CREATE VIEW attachment AS SELECT 1 AS ROWID, 'a' AS mime_type"},
+        {"message_attachment_join",
+         "CREATE VIEW message_attachment_join AS SELECT 1 AS message_id, 1 AS attachment_id"},
+    };
+    for (const auto& [table, statements] : unusual) {
+        SCOPED_TRACE(statements);
+        std::filesystem::remove(source);
+        {
+            const MessagesFixture fixture(source);
+            fixture.database().execute(std::string("ALTER TABLE ") + table + " RENAME TO stored; " + statements);
+        }
+        EXPECT_EQ(failure(),
+                  NimbrelExportError(NimbrelExportError::Database{SQLiteError(
+                      SQLiteError::Stage::prepare, 1, std::string(table) + " does not store what it holds")}));
+        EXPECT_THAT(temporary.names(), IsEmpty());
+    }
+}
+
+TEST_F(NimbrelExporterTest, PassesOverGeneratedColumnsThatItDoesNotNeed)
+{
+    writeHistory();
+    SQLiteDatabase(source.string(), SQLiteDatabase::Mode::create)
+        .execute("ALTER TABLE message ADD COLUMN extra AS (hex(zeroblob(1000)));"
+                 "ALTER TABLE message DROP COLUMN service; ALTER TABLE message ADD COLUMN service AS ('x')");
+    const NimbrelExportResult result = exporter().export_(handles);
+    ASSERT_THAT(result.messages, SizeIs(2));
+    EXPECT_EQ(result.messages[0].service, std::nullopt);
+}
+
+TEST_F(NimbrelExporterTest, RefusesAMessageLargerThanAnyoneWrites)
+{
+    {
+        MessagesFixture fixture(source);
+        fixture.assistantChat();
+        fixture.message({.text = std::string(64 * 1024 * 1024, 'x')});
+    }
+    EXPECT_EQ(failure(), NimbrelExportError(NimbrelExportError::Database{
+                             SQLiteError(SQLiteError::Stage::step, 18, "string or blob too big")}));
+}
+
 TEST_F(NimbrelExporterTest, PassesFailuresOfTheFileSystemOnAtOnce)
 {
     writeHistory();

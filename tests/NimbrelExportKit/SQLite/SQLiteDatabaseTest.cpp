@@ -67,6 +67,35 @@ TEST_F(SQLiteDatabaseTest, QueryOnlyRefusesEveryChangeAtTheStep)
     }
 }
 
+TEST_F(SQLiteDatabaseTest, QueryOnlyTrustsNoSchema)
+{
+    filled();
+    const SQLiteDatabase database(path, Mode::queryOnly);
+    std::vector<std::int64_t> trusted;
+    database.query("PRAGMA trusted_schema", {}, [&](const SQLiteRow& row) { trusted.push_back(row.int64OrZero(0)); });
+    EXPECT_THAT(trusted, ElementsAre(0));
+    database.execute("PRAGMA writable_schema = ON"); // without effect in a defensive connection
+    EXPECT_EQ(errorOf([&] { database.run("UPDATE sqlite_master SET sql = ''", {}); }),
+              SQLiteError(Stage::prepare, 1, "table sqlite_master may not be modified"));
+}
+
+TEST_F(SQLiteDatabaseTest, QueryOnlyLimitsWhatAFileMayAskFor)
+{
+    filled();
+    const SQLiteDatabase database(path, Mode::queryOnly);
+    constexpr std::int64_t longest = 64 * 1024 * 1024;
+    const auto makeBlob = [&](std::int64_t size) { database.run("SELECT length(zeroblob(?))", {size}); };
+    makeBlob(longest);
+    EXPECT_EQ(errorOf([&] { makeBlob(longest + 1); }), SQLiteError(Stage::step, 18, "string or blob too big"));
+    EXPECT_EQ(errorOf([&] { database.run("SELECT 1 -- " + std::string(1024 * 1024, 'x'), {}); }).code(), 18);
+    EXPECT_THAT(errorOf([&] { database.run("ATTACH ':memory:' AS other", {}); }).what(),
+                ::testing::HasSubstr("too many attached databases - max 0"));
+    std::string deep = "SELECT id";
+    for (int i = 0; i < 200; ++i) deep += " + id";
+    EXPECT_THAT(errorOf([&] { database.run(deep + " FROM t", {}); }).what(),
+                ::testing::HasSubstr("Expression tree is too large (maximum depth 200)"));
+}
+
 TEST_F(SQLiteDatabaseTest, ColumnNamesComeBackInLowerCase)
 {
     EXPECT_THAT(filled().columns("t"), UnorderedElementsAre("id", "attributedbody", "name"));
