@@ -1,6 +1,8 @@
 #include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 
 #include "NimbrelExportKit/Leftovers/LockFile.h"
+#include "Platform/Base/IncompleteFile.h"
+#include "Platform/Base/UUID.h"
 
 #include <array>
 #include <optional>
@@ -25,20 +27,8 @@ struct Kind {
 constexpr std::array kinds{
     Kind{"vorn-messages-", "", S_IFDIR},
     Kind{"vorn-nimbrel-", ".zip", S_IFREG},
-    Kind{".incomplete-", "", S_IFREG},
+    Kind{IncompleteFile::prefix, "", S_IFREG},
 };
-
-/// In the form that `newUUID` gives.
-bool isUUID(std::string_view text)
-{
-    constexpr std::string_view form = "00000000-0000-0000-0000-000000000000";
-    if (text.size() != form.size()) return false;
-    for (std::size_t at = 0; at < form.size(); ++at) {
-        const bool isDigit = std::string_view("0123456789ABCDEF").find(text[at]) != std::string_view::npos;
-        if (form[at] == '-' ? text[at] != '-' : !isDigit) return false;
-    }
-    return true;
-}
 
 std::optional<Kind> kindOf(std::string_view name)
 {

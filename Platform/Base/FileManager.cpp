@@ -2,7 +2,7 @@
 
 #include "Platform/Base/CopyFile.h"
 #include "Platform/Base/FileDescriptor.h"
-#include "Platform/Base/UUID.h"
+#include "Platform/Base/IncompleteFile.h"
 
 #include <cerrno>
 #include <cstdlib>
@@ -31,15 +31,16 @@ void writeAll(const FileDescriptor& file, ByteView bytes, const fs::path& path)
     }
 }
 
-/// Removes a half-written file unless it has been moved to where it belongs.
-struct Leftover {
-    const fs::path& path;
-    bool moved = false;
-    ~Leftover()
-    {
-        if (!moved) unlink(path.c_str());
-    }
-};
+/// False where the system cannot give the file its name, which others may get.
+bool writeTo(IncompleteFile file, ByteView bytes, const fs::path& path)
+{
+    if (!file.isOpen()) fail("cannot write", path, errno);
+    writeAll(file.descriptor(), bytes, path);
+    if (!file.finish()) fail("cannot write", path, errno);
+    if (file.moveTo(path)) return true;
+    if (file.hasName()) fail("cannot write", path, errno);
+    return false;
+}
 
 } // namespace
 
@@ -93,15 +94,11 @@ void FileManager::remove(const fs::path& path)
 
 void FileManager::writeAtomically(ByteView bytes, const fs::path& path)
 {
-    const fs::path beside =
-        path.parent_path() / (".incomplete-" + newUUID()); // a name of its own: any may be as long as names can be
-    FileDescriptor file = createPrivateFile(beside);
-    if (!file) fail("cannot write", path, errno);
-    Leftover leftover{beside};
-    writeAll(file, bytes, path);
-    if (file.reset() != 0) fail("cannot write", path, errno);
-    if (rename(beside.c_str(), path.c_str()) != 0) fail("cannot write", path, errno);
-    leftover.moved = true;
+    const fs::path folder = path.parent_path();
+    IncompleteFile::sweep(folder);
+    IncompleteFile unnamed = IncompleteFile::unnamed(folder);
+    if (unnamed.isOpen() && writeTo(std::move(unnamed), bytes, path)) return;
+    writeTo(IncompleteFile::named(folder), bytes, path);
 }
 
 std::int64_t FileManager::fileSize(const fs::path& path)

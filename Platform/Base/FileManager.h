@@ -41,7 +41,8 @@ public:
     virtual void remove(const std::filesystem::path& path);
 
     /// Writes `bytes` to a new file beside `path` and moves it there, replacing what was there: `path` is never seen
-    /// half written. On failure nothing of the new file is left and what was there stays.
+    /// half written. On failure nothing of the new file is left and what was there stays. Where a killed process may
+    /// leave a part, the next write into the same folder removes it.
     virtual void writeAtomically(ByteView bytes, const std::filesystem::path& path);
 
     /// The size of the file in bytes as the file system reports it.

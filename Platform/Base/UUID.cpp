@@ -15,4 +15,15 @@ std::string newUUID()
     return text.data();
 }
 
+bool isUUID(std::string_view text) noexcept
+{
+    constexpr std::string_view form = "00000000-0000-0000-0000-000000000000";
+    if (text.size() != form.size()) return false;
+    for (std::size_t at = 0; at < form.size(); ++at) {
+        const bool isDigit = std::string_view("0123456789ABCDEF").find(text[at]) != std::string_view::npos;
+        if (form[at] == '-' ? text[at] != '-' : !isDigit) return false;
+    }
+    return true;
+}
+
 } // namespace vorn

@@ -1,10 +1,14 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace vorn {
 
 /// A new random UUID (RFC 4122, version 4) in its canonical form in upper case: 36 characters with hyphens.
 std::string newUUID();
+
+/// Whether `text` has the form that `newUUID` gives, of any version.
+bool isUUID(std::string_view text) noexcept;
 
 } // namespace vorn

@@ -90,6 +90,8 @@ SYSTEM(ssize_t, write, -1, (int file, const void* from, size_t size), (file, fro
 SYSTEM(ssize_t, pwrite64, -1, (int file, const void* from, size_t size, off64_t at), (file, from, size, at))
 SYSTEM(ssize_t, copy_file_range, -1, (int from, off64_t* fromAt, int to, off64_t* toAt, size_t size, unsigned flags),
        (from, fromAt, to, toAt, size, flags))
+SYSTEM(int, linkat, -1, (int from, const char* path, int to, const char* name, int flags),
+       (from, path, to, name, flags))
 SYSTEM(int, rename, -1, (const char* from, const char* to), (from, to))
 SYSTEM(int, unlink, -1, (const char* path), (path))
 SYSTEM(int, unlinkat, -1, (int folder, const char* path, int flags), (folder, path, flags))

@@ -221,8 +221,10 @@ TEST_F(ExportProgram, RemovesWhatAKilledOneLeft)
     fs::create_directory(temporary / "vorn-messages-0F3A41C2-9B7D-4E55-8A10-5C6D7E8F9A0B");
     testing::writeFile(temporary / "vorn-messages-0F3A41C2-9B7D-4E55-8A10-5C6D7E8F9A0B/chat.db", "messages");
     testing::writeFile(temporary / "vorn-messages-notes.txt", "kept");
+    testing::writeFile(target / ".incomplete-0F3A41C2-9B7D-4E55-8A10-5C6D7E8F9A0B", "half an archive");
     EXPECT_EQ(start().exitCode(), 0);
     EXPECT_THAT(temporary.names(), ElementsAre("vorn-messages-notes.txt"));
+    EXPECT_THAT(target.names(), ElementsAre("out.zip"));
 }
 
 class InterruptedExport : public ExportProgram {

@@ -1,0 +1,118 @@
+#include "Platform/Base/IncompleteFile.h"
+
+#include "Platform/Base/UUID.h"
+#include "Platform/Base/UnnamedFile.h"
+
+#include <cerrno>
+#include <string>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+
+namespace vorn {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Each time a sweep must have come between the making of a file and its lock.
+constexpr int mostSweptBefore = 100;
+
+fs::path newName(const fs::path& folder)
+{
+    return folder / (std::string(IncompleteFile::prefix) + newUUID());
+}
+
+/// False when another process holds the lock. Where a file system has no locks, nobody sweeps either.
+bool lock(const FileDescriptor& file)
+{
+    return flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+}
+
+bool isName(std::string_view name)
+{
+    return name.starts_with(IncompleteFile::prefix) && isUUID(name.substr(IncompleteFile::prefix.size()));
+}
+
+/// Removes the file at `path` if this user made it and no process writes it any more.
+void removeAbandoned(const fs::path& path)
+{
+    struct stat facts{};
+    if (lstat(path.c_str(), &facts) != 0 || !S_ISREG(facts.st_mode) || facts.st_uid != geteuid()) return;
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (file && flock(file.get(), LOCK_EX | LOCK_NB) == 0) unlink(path.c_str()); // while it is locked
+}
+
+} // namespace
+
+IncompleteFile::IncompleteFile(fs::path folder, FileDescriptor file)
+    : folder_(std::move(folder)), file_(std::move(file))
+{
+}
+
+IncompleteFile::IncompleteFile(IncompleteFile&& other) noexcept
+    : folder_(std::move(other.folder_)), name_(std::exchange(other.name_, {})), file_(std::move(other.file_))
+{
+}
+
+IncompleteFile::~IncompleteFile()
+{
+    if (hasName()) unlink(name_.c_str());
+}
+
+IncompleteFile IncompleteFile::unnamed(const fs::path& folder)
+{
+    IncompleteFile made(folder, createUnnamedFile(folder.empty() ? "." : folder));
+    if (made.isOpen()) lock(made.file_); // nobody else can hold it
+    return made;
+}
+
+IncompleteFile IncompleteFile::named(const fs::path& folder)
+{
+    for (int swept = 0; swept < mostSweptBefore; ++swept) {
+        fs::path name = newName(folder);
+        IncompleteFile made(folder, createPrivateFile(name));
+        if (!made.isOpen()) return made;
+        made.name_ = std::move(name);
+        struct stat facts{};
+        if (lock(made.file_) && fstat(made.file_.get(), &facts) == 0 && facts.st_nlink > 0) return made;
+    }
+    errno = EBUSY;
+    return {folder, FileDescriptor(-1)};
+}
+
+bool IncompleteFile::finish() const noexcept
+{
+    FileDescriptor same(fcntl(file_.get(), F_DUPFD_CLOEXEC, 0));
+    return same && same.reset() == 0; // the lock stays
+}
+
+bool IncompleteFile::moveTo(const fs::path& path)
+{
+    if (!hasName()) {
+        if (nameFile(file_, path)) return true;
+        if (errno != EEXIST) return false;
+        // Only a rename replaces in one step, and it takes a name.
+        fs::path name = newName(folder_);
+        if (!nameFile(file_, name)) return false;
+        name_ = std::move(name);
+    }
+    if (rename(name_.c_str(), path.c_str()) != 0) return false;
+    name_.clear();
+    return true;
+}
+
+void IncompleteFile::sweep(const fs::path& folder) noexcept
+{
+    try {
+        std::error_code failure;
+        fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
+        for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
+            if (isName(entry->path().filename().native())) removeAbandoned(entry->path());
+        }
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): without memory the next run sweeps
+    }
+}
+
+} // namespace vorn
