@@ -51,8 +51,8 @@ private:
 
 class ExportCommand {
 public:
-    ExportCommand(const ExportOptions& options, InterruptWatch& interrupts)
-        : options_(options), interrupts_(interrupts), progress_(terminalForProgress())
+    ExportCommand(const ExportOptions& options, InterruptWatch& interrupts, FileManager& temporaryFiles)
+        : options_(options), interrupts_(interrupts), temporaryFiles_(temporaryFiles), progress_(terminalForProgress())
     {
     }
 
@@ -84,7 +84,7 @@ private:
     NimbrelExportResult read()
     {
         try {
-            return NimbrelExporter(options_.database, NimbrelExporter::usualAttempts)
+            return NimbrelExporter(options_.database, NimbrelExporter::usualAttempts, temporaryFiles_)
                 .export_(
                     options_.handles, [this](const ExportProgress& progress) { show(progress); },
                     interrupts_.cancelFlag());
@@ -141,15 +141,16 @@ private:
 
     const ExportOptions& options_;
     InterruptWatch& interrupts_;
+    FileManager& temporaryFiles_;
     ProgressLine progress_;
 };
 
 int runExport(const ExportOptions& options)
 {
     InterruptWatch interrupts;
-    const TemporaryItems items(FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "files"));
+    TemporaryItems items(FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "files"));
     try {
-        ExportCommand(options, interrupts).run();
+        ExportCommand(options, interrupts, items.files()).run();
         return static_cast<int>(ExportStatus::done);
     } catch (const Failed& failed) {
         std::fputs((failed.failure.text + "\n").c_str(), stderr);

@@ -127,7 +127,7 @@ private:
                 .transfer = http_,
                 .defaults = &defaults_,
                 .workspace = &workspace_,
-                .files = &FileManager::standard(),
+                .files = &temporaryItems_.files(),
                 .messagesDatabase = messagesDatabase(),
                 .bundle = applicationBundle()};
     }

@@ -26,10 +26,12 @@ public:
     /// For one that is alone.
     void removeFile() const noexcept;
 
+    /// Whether others find the file that this process locks.
+    bool isInPlace() const;
+
 private:
     template <class Take>
     bool takeFileInPlace(const Take& take);
-    bool isInPlace() const;
 
     std::filesystem::path path_;
     FileDescriptor file_;

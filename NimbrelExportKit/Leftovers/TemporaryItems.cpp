@@ -42,6 +42,13 @@ std::optional<Kind> kindOf(std::string_view name)
     return std::nullopt;
 }
 
+/// Whether the file system has no locks at all: then no process ever sweeps there.
+bool saysThatNobodyLocks(const std::error_code& code)
+{
+    return code == std::errc::no_lock_available || code == std::errc::operation_not_supported ||
+           code == std::errc::function_not_supported;
+}
+
 /// Whether this user made `path`, and as Vorn does: a link leads elsewhere.
 bool isOwn(const fs::path& path, const Kind& kind)
 {
@@ -87,10 +94,45 @@ bool TemporaryItems::isName(std::string_view name)
 
 void TemporaryItems::start()
 {
-    auto lock = std::make_unique<LockFile>(directory_ / ("vorn-" + std::to_string(geteuid()) + ".lock"));
+    auto lock = std::make_unique<LockFile>(lockPath());
     if (lock->tryAlone()) sweep();
-    if (!lock->share()) throw std::system_error(ETIMEDOUT, std::generic_category());
+    share(std::move(lock));
+}
+
+void TemporaryItems::share(std::unique_ptr<LockFile> lock)
+{
+    if (!lock->share()) throw std::system_error(EBUSY, std::generic_category());
     lock_ = std::move(lock);
+}
+
+fs::path TemporaryItems::lockPath() const
+{
+    return directory_ / ("vorn-" + std::to_string(geteuid()) + ".lock");
+}
+
+void TemporaryItems::holdFor(const fs::path& item)
+{
+    if (!isName(item.filename().native())) return;
+    const std::lock_guard guard(mutex_);
+    try {
+        // Cleaners of temporary files may have taken the lock away: others would no longer find this one. Nothing is
+        // swept here, where this process may have items already.
+        if (!lock_ || !lock_->isInPlace()) share(std::make_unique<LockFile>(lockPath()));
+    } catch (const std::system_error& error) {
+        if (!saysThatNobodyLocks(error.code())) throw fs::filesystem_error("cannot share the lock", item, error.code());
+    }
+}
+
+void TemporaryItems::Files::createPrivateDirectory(const fs::path& directory)
+{
+    items_.holdFor(directory);
+    FileManager::createPrivateDirectory(directory);
+}
+
+void TemporaryItems::Files::writeAtomically(ByteView bytes, const fs::path& path)
+{
+    items_.holdFor(path);
+    FileManager::writeAtomically(bytes, path);
 }
 
 void TemporaryItems::end()

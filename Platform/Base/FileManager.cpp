@@ -84,7 +84,11 @@ void FileManager::copyFile(const fs::path& from, const fs::path& to, const CopyP
 
 bool FileManager::fileExists(const fs::path& path)
 {
-    return fs::exists(path);
+    std::error_code failure;
+    const fs::file_type type = fs::status(path, failure).type();
+    if (type != fs::file_type::none) return type != fs::file_type::not_found;
+    // Names that can lead to no file; anything else hides what is there.
+    return failure != std::errc::filename_too_long && failure != std::errc::too_many_symbolic_link_levels;
 }
 
 void FileManager::remove(const fs::path& path)

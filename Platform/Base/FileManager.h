@@ -35,6 +35,7 @@ public:
     virtual void copyFile(const std::filesystem::path& from, const std::filesystem::path& to,
                           const CopyProgress& progress);
 
+    /// Throws nothing. What cannot be looked at counts as there: using it says why it cannot be used.
     virtual bool fileExists(const std::filesystem::path& path);
 
     /// Removes a file, or a folder with everything in it. Removing what is not there is no failure.

@@ -59,7 +59,7 @@ AppServices Surroundings::services()
             .transfer = http_,
             .defaults = &defaults_,
             .workspace = &workspace_,
-            .files = &FileManager::standard(),
+            .files = &temporaryItems_.files(),
             .messagesDatabase = messagesDatabase(defaults_),
             .bundle = applicationBundle()};
 }

@@ -205,6 +205,17 @@ TEST_F(ExportFaults, ARefusedCopyIsDeniedAccess)
     }
 }
 
+TEST_F(ExportFaults, ALogThatCannotBeLookedAtIsCopiedAllTheSame)
+{
+    const std::string sound = std::get<Finished>(play(-1, 0).outcome).archive;
+    ASSERT_GT(play(-1, 0, "stat").calls, 1);
+    for (const int code : {EACCES, EIO}) {
+        const Outcome outcome = play(1, code, "stat").outcome; // after the temporary directory
+        ASSERT_TRUE(std::holds_alternative<Finished>(outcome)) << code;
+        EXPECT_EQ(std::get<Finished>(outcome).archive, sound) << code;
+    }
+}
+
 TEST_F(ExportFaults, InterruptedCallsAreTakenUpAgain)
 {
     const std::string sound = std::get<Finished>(play(-1, 0).outcome).archive;

@@ -5,6 +5,7 @@
 #include "Platform/Base/UUID.h"
 #include "tests/support/MessagesFixture.h"
 #include "tests/support/RefusingFileManager.h"
+#include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/log/CapturedLog.h"
 
@@ -344,6 +345,42 @@ TEST_F(TemporaryItemsTest, DoesNotWaitForEverForOneThatIsAlone)
     }
     EXPECT_EQ(folder.names().size(), 2U);
     EXPECT_EQ(log.lines().size(), 1U);
+}
+
+/// Another process might otherwise sweep them while they are in use.
+TEST_F(TemporaryItemsTest, MakesNoItemsWhileItCannotShareTheLock)
+{
+    const testing::TemporaryFolder home;
+    const testing::ScopedEnvironment temporary("TMPDIR", folder.path().native());
+    const testing::MessagesFixture history(home / "chat.db");
+    const fs::path archive = folder / (std::string("vorn-nimbrel-") + aUUID + ".zip");
+    Other alone([&](const auto& stay) {
+        const FileDescriptor held = createPrivateFile(folder / lockName);
+        flock(held.get(), LOCK_EX);
+        stay();
+    });
+    const testing::CapturedLog log;
+    const auto own = items();
+    EXPECT_THROW(MessagesSnapshot::take(history.path(), own->files()), fs::filesystem_error);
+    EXPECT_THROW(own->files().writeAtomically(bytesOf("archive"), archive), fs::filesystem_error);
+    own->files().writeAtomically(bytesOf("text"), home / "elsewhere"); // nobody sweeps that
+    EXPECT_THAT(folder.names(), ElementsAre(lockName));
+
+    alone.endNormally();
+    const MessagesSnapshot snapshot = MessagesSnapshot::take(history.path(), own->files());
+    const auto later = items();
+    EXPECT_TRUE(fs::exists(snapshot.databaseURL())) << "the lock is shared since";
+}
+
+/// As cleaners of temporary files do.
+TEST_F(TemporaryItemsTest, SharesTheLockAgainBeforeAnItemWhereItWasTakenAway)
+{
+    const fs::path archive = folder / (std::string("vorn-nimbrel-") + aUUID + ".zip");
+    const auto own = items();
+    fs::remove(folder / lockName);
+    own->files().writeAtomically(bytesOf("archive"), archive);
+    const auto later = items();
+    EXPECT_TRUE(fs::exists(archive));
 }
 
 TEST_F(TemporaryItemsTest, WorksUnderAMaskThatTakesEverything)

@@ -187,6 +187,18 @@ TEST(FileManager, RemovesFoldersAndWhatIsNotThere)
     EXPECT_FALSE(files().fileExists(folder / "a"));
 }
 
+TEST(FileManager, ThrowsNothingWhenItLooksForAFile)
+{
+    const TemporaryFolder folder;
+    writeFile(folder / "file", "");
+    fs::create_symlink("loop", folder / "loop");
+    EXPECT_TRUE(files().fileExists(folder / "file"));
+    for (const std::string& name : {std::string("missing"), std::string("missing/file"), std::string("file/inside"),
+                                    std::string("loop"), std::string(300, 'n')}) {
+        EXPECT_FALSE(files().fileExists(folder / name)) << name;
+    }
+}
+
 TEST(FileManager, TellsRefusalsFromOtherFailures)
 {
     const auto failure = [](std::errc code) { return fs::filesystem_error("", std::make_error_code(code)); };
