@@ -153,32 +153,6 @@ function(vorn_test name)
   endif()
 endfunction()
 
-# vorn_counted_library(<name> <library>): the library's sources once more, compiled so that tests/support/steps counts their
-# reads of memory; stands in its place. Needs clang: <name> is not made where the compiler cannot count.
-include(CheckCXXCompilerFlag)
-function(vorn_counted_library name library)
-  # Where a fuzzer guides itself by coverage, the points that it instruments stay.
-  set(count -fsanitize-coverage=func,trace-loads)
-  if(VORN_SANITIZE MATCHES "fuzzer")
-    set(count -fsanitize-coverage=trace-loads)
-  endif()
-  check_cxx_compiler_flag(${count} VORN_COUNTS_STEPS)
-  if(NOT VORN_COUNTS_STEPS)
-    return()
-  endif()
-  get_target_property(folder ${library} SOURCE_DIR)
-  get_target_property(sources ${library} SOURCES)
-  get_target_property(links ${library} LINK_LIBRARIES)
-  list(FILTER sources EXCLUDE REGEX "\\.mm$") # the system's code would not be counted
-  list(TRANSFORM sources PREPEND "${folder}/" REGEX "^[^/]")
-  add_library(${name} STATIC ${sources} ${PROJECT_SOURCE_DIR}/tests/support/steps/StepCount.cpp)
-  target_compile_features(${name} PUBLIC cxx_std_20)
-  target_compile_options(${name} PRIVATE -O1) # without inlining, the uncounted copies of templates may be the ones linked
-  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS ${count})
-  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
-  target_link_libraries(${name} PUBLIC ${links})
-endfunction()
-
 # Writes what each library links, for the test that holds every #include against it, and which of macOS's frameworks.
 function(vorn_write_layers)
   get_property(layers GLOBAL PROPERTY VORN_LAYERS)

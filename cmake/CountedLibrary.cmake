@@ -1,0 +1,27 @@
+include(CheckCXXCompilerFlag)
+
+# vorn_counted_library(<name> <library> [FUZZED]): the library's sources once more, compiled so that tests/support/steps counts
+# their reads of memory; stands in its place. Needs clang: <name> is not made where the compiler cannot count. FUZZED is for
+# where a fuzzer guides itself by coverage: the points that it instruments stay.
+function(vorn_counted_library name library)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "FUZZED" "" "")
+  set(count -fsanitize-coverage=func,trace-loads)
+  if(arg_FUZZED)
+    set(count -fsanitize-coverage=trace-loads)
+  endif()
+  check_cxx_compiler_flag(${count} VORN_COUNTS_STEPS)
+  if(NOT VORN_COUNTS_STEPS)
+    return()
+  endif()
+  get_target_property(folder ${library} SOURCE_DIR)
+  get_target_property(sources ${library} SOURCES)
+  get_target_property(links ${library} LINK_LIBRARIES)
+  list(FILTER sources EXCLUDE REGEX "\\.mm$") # the system's code would not be counted
+  list(TRANSFORM sources PREPEND "${folder}/" REGEX "^[^/]")
+  add_library(${name} STATIC ${sources} ${PROJECT_SOURCE_DIR}/tests/support/steps/StepCount.cpp)
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  target_compile_options(${name} PRIVATE -O1) # without inlining, the uncounted copies of templates may be the ones linked
+  set_source_files_properties(${sources} PROPERTIES COMPILE_OPTIONS ${count})
+  target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+  target_link_libraries(${name} PUBLIC ${links})
+endfunction()
