@@ -4,6 +4,7 @@
 #include <cerrno>
 
 #include <poll.h>
+#include <termios.h>
 #include <unistd.h>
 
 namespace vorn {
@@ -44,6 +45,7 @@ bool isYes(std::string answer)
 
 Async<bool> Answers::confirms(std::string question)
 {
+    tcflush(input_, TCIFLUSH); // a terminal's alone: nobody can have meant a question that was not there to see
     terminal_->say(question + " [y/N]");
     const auto read = [input = input_](const CancelFlag& cancel) { return readLine(input, cancel); };
     const std::optional<std::string> answer = co_await onBackground(background_, read);

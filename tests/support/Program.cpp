@@ -1,5 +1,7 @@
 #include "tests/support/Program.h"
 
+#include "tests/support/PseudoTerminal.h"
+
 #include <algorithm>
 #include <csignal>
 #include <stdexcept>
@@ -41,16 +43,37 @@ std::vector<std::string> environmentWith(const Program::Environment& added)
 
 Program::Program(const std::string& path, std::vector<std::string> arguments, const Environment& environment)
 {
+    start(path, std::move(arguments), environment, nullptr);
+}
+
+Program::Program(const PseudoTerminal& terminal, const std::string& path, std::vector<std::string> arguments,
+                 const Environment& environment)
+{
+    start(path, std::move(arguments), environment, &terminal);
+}
+
+void Program::start(const std::string& path, std::vector<std::string> arguments, const Environment& environment,
+                    const PseudoTerminal* terminal)
+{
     arguments.insert(arguments.begin(), path);
     std::vector<std::string> entries = environmentWith(environment);
     posix_spawn_file_actions_t actions{};
     posix_spawn_file_actions_init(&actions);
+    posix_spawnattr_t attributes{};
+    posix_spawnattr_init(&attributes);
     constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC;
-    posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_addopen(&actions, 1, (prints_ / "out").c_str(), flags, 0600);
-    posix_spawn_file_actions_addopen(&actions, 2, (prints_ / "err").c_str(), flags, 0600);
-    const int result = posix_spawn(&process_, path.c_str(), &actions, nullptr, pointersTo(arguments).data(),
+    if (terminal != nullptr) { // the first one that a new session opens is its own
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
+        for (const int stream : {0, 1, 2})
+            posix_spawn_file_actions_addopen(&actions, stream, terminal->path().c_str(), O_RDWR, 0);
+    } else {
+        posix_spawn_file_actions_addopen(&actions, 0, "/dev/null", O_RDONLY, 0);
+        posix_spawn_file_actions_addopen(&actions, 1, (prints_ / "out").c_str(), flags, 0600);
+        posix_spawn_file_actions_addopen(&actions, 2, (prints_ / "err").c_str(), flags, 0600);
+    }
+    const int result = posix_spawn(&process_, path.c_str(), &actions, &attributes, pointersTo(arguments).data(),
                                    pointersTo(entries).data());
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     if (result != 0) throw std::runtime_error("cannot start " + path);
 }

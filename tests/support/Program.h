@@ -10,6 +10,8 @@
 
 namespace vorn::testing {
 
+class PseudoTerminal;
+
 /// A program, started with arguments; what it prints is kept. Killed if the test forgets it.
 class Program {
 public:
@@ -17,6 +19,9 @@ public:
 
     /// `environment` is added to the test's own.
     Program(const std::string& path, std::vector<std::string> arguments, const Environment& environment = {});
+    /// The same in `terminal`, which shows what it prints, as the leader of a session of its own.
+    Program(const PseudoTerminal& terminal, const std::string& path, std::vector<std::string> arguments,
+            const Environment& environment = {});
     ~Program();
     Program(Program&&) = delete;
 
@@ -30,6 +35,9 @@ public:
     std::string errors() const { return readFile(prints_ / "err"); }
 
 private:
+    void start(const std::string& path, std::vector<std::string> arguments, const Environment& environment,
+               const PseudoTerminal* terminal);
+
     TemporaryFolder prints_;
     pid_t process_ = -1;
 };

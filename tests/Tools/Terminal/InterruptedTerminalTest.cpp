@@ -107,10 +107,10 @@ TEST(InterruptedTerminal, StopsWhileItAsksInAWindowThatIsClosed)
     const LinkedFixture fix;
     Sandbox sandbox;
     fix.link(sandbox);
-    const auto program = fix.startInWindow(sandbox.url(), "-VornMessagesDatabaseOverride " + fix.database().string());
-    testing::waitUntil([&] { return program->output().find("[y/N]") != std::string::npos; }, "the question");
-    program->signal(SIGTERM);
-    program->exitCode();
+    const auto window = fix.shareInWindow(sandbox.url(), {});
+    window->waitFor("[y/N]");
+    window->signal(SIGHUP);
+    EXPECT_EQ(window->exitCode(), 128 + SIGHUP);
     EXPECT_THAT(fix.leftovers(), IsEmpty());
 }
 

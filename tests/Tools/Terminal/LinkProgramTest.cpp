@@ -58,14 +58,14 @@ TEST(LinkProgram, FitsAWindowOfUsualSize)
 {
     const LinkedFixture fix;
     Sandbox sandbox;
-    const auto program = fix.startInWindow(sandbox.url(), "link");
-    const std::string link = sandbox.scan(fix.codeOn(*program));
-    const std::string shown = program->output();
+    const auto window = fix.startInWindow(sandbox.url(), {"link"});
+    const std::string link = sandbox.scan(fix.codeOn(*window));
+    const std::string shown = window->shown();
     const std::string below = shown.substr(shown.find("Waiting for your phone\r\n") + 24);
     EXPECT_LT(std::count(below.begin(), below.end(), '\n'), 24);
     sandbox.approve(link);
-    EXPECT_EQ(program->exitCode(), 0);
-    EXPECT_THAT(program->output(), EndsWith("Linked to Sam Rivera.\r\n"));
+    EXPECT_EQ(window->exitCode(), 0);
+    window->waitFor("Linked to Sam Rivera.\r\n");
 }
 
 TEST(LinkProgram, ShowsACodeThatIsReadWithoutColours)

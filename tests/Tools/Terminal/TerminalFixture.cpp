@@ -42,6 +42,19 @@ std::vector<std::string> lastCode(const std::string& text)
     return code;
 }
 
+std::string newestCode(const std::function<std::string()>& shown, const std::string& seen)
+{
+    std::string code;
+    waitUntil(
+        [&] {
+            const auto lines = lastCode(shown());
+            if (!lines.empty()) code = ScreenImage(lines, ScreenImage::Blocks::light).read();
+            return !code.empty() && code != seen;
+        },
+        "a code in " + shown());
+    return code;
+}
+
 } // namespace
 
 void waitUntil(const std::function<bool()>& condition, const std::string& what)
@@ -110,14 +123,33 @@ std::unique_ptr<Program> TerminalFixture::start(const std::string& url, std::vec
     return std::make_unique<Program>(TERMINAL_PROGRAM, std::move(arguments), environment);
 }
 
-std::unique_ptr<Program> TerminalFixture::startInWindow(const std::string& url, const std::string& arguments) const
+TerminalWindow::TerminalWindow(const std::string& path, std::vector<std::string> arguments,
+                               const Program::Environment& environment)
+    : program_(terminal_, path, std::move(arguments), environment)
 {
-    const std::string command =
-        "stty rows 24 cols 80; exec " TERMINAL_PROGRAM " " + arguments + " -VornAPIBaseURLOverride " + url;
-    const Program::Environment environment = {{"TERM", "xterm-256color"}, {"SHELL", "/bin/sh"}, {"NO_COLOR", ""}};
-    return std::make_unique<Program>(
-        "/usr/bin/script",
-        std::vector<std::string>{"--quiet", "--return", "--flush", "--command", command, "/dev/null"}, environment);
+}
+
+void TerminalWindow::waitFor(const std::string& text)
+{
+    std::size_t at = 0;
+    const auto isThere = [&] { return (at = shown().find(text, seen_)) != std::string::npos; };
+    waitUntil(isThere, text + " in " + shown());
+    seen_ = at + text.size();
+}
+
+std::unique_ptr<TerminalWindow> TerminalFixture::startInWindow(const std::string& url,
+                                                               std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.end(), {"-VornAPIBaseURLOverride", url});
+    const Program::Environment environment = {{"TERM", "xterm-256color"}, {"NO_COLOR", ""}};
+    return std::make_unique<TerminalWindow>(TERMINAL_PROGRAM, std::move(arguments), environment);
+}
+
+std::unique_ptr<TerminalWindow> TerminalFixture::shareInWindow(const std::string& url,
+                                                               std::vector<std::string> arguments) const
+{
+    arguments.insert(arguments.end(), {"-VornMessagesDatabaseOverride", database().string()});
+    return startInWindow(url, std::move(arguments));
 }
 
 std::unique_ptr<Program> TerminalFixture::share(const std::string& url, std::vector<std::string> arguments) const
@@ -161,15 +193,12 @@ nlohmann::json lastState(const Program& program, const std::string& name)
 
 std::string TerminalFixture::codeOn(const Program& program, const std::string& seen)
 {
-    std::string code;
-    waitUntil(
-        [&] {
-            const auto lines = lastCode(program.errors() + program.output());
-            if (!lines.empty()) code = ScreenImage(lines, ScreenImage::Blocks::light).read();
-            return !code.empty() && code != seen;
-        },
-        "a code in " + program.errors());
-    return code;
+    return newestCode([&] { return program.errors(); }, seen);
+}
+
+std::string TerminalFixture::codeOn(const TerminalWindow& window, const std::string& seen)
+{
+    return newestCode([&] { return window.shown(); }, seen);
 }
 
 void TerminalFixture::waitForLine(const Program& program, const std::string& text)

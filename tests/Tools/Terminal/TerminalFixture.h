@@ -4,6 +4,7 @@
 #include "VornMacCore/Client/VornAPI.h"
 #include "tests/Platform/Keychain/TestBus.h"
 #include "tests/support/Program.h"
+#include "tests/support/PseudoTerminal.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -11,6 +12,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -52,15 +54,37 @@ private:
 /// The last value of the property `name` that a program told with --json.
 nlohmann::json lastState(const Program& program, const std::string& name);
 
+/// A terminal window with one program in it.
+class TerminalWindow {
+public:
+    TerminalWindow(const std::string& path, std::vector<std::string> arguments,
+                   const Program::Environment& environment);
+
+    /// A line and Return.
+    void answer(const std::string& line) const { terminal_.type(line + "\r"); }
+    void type(std::string_view keys) const { terminal_.type(keys); }
+    std::string shown() const { return terminal_.shown(); }
+    /// Waits until it shows `text` below all that it had shown at the last such call.
+    void waitFor(const std::string& text);
+    void signal(int number) const { program_.signal(number); }
+    /// Waits for the program's end.
+    int exitCode() { return program_.exitCode(); }
+
+private:
+    PseudoTerminal terminal_;
+    Program program_;
+    std::size_t seen_ = 0;
+};
+
 /// Starts `vorn-terminal` in surroundings without a keychain.
 class TerminalFixture {
 public:
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments,
                                    const Program::Environment& environment = {}) const;
 
-    /// The same in a terminal with colours, of 80 columns and 24 lines. All it shows is in the program's output, with
-    /// the line ends of a terminal; no argument may need quotes.
-    std::unique_ptr<Program> startInWindow(const std::string& url, const std::string& arguments) const;
+    /// The same in a window with colours.
+    std::unique_ptr<TerminalWindow> startInWindow(const std::string& url, std::vector<std::string> arguments) const;
+    std::unique_ptr<TerminalWindow> shareInWindow(const std::string& url, std::vector<std::string> arguments) const;
 
     /// The whole path, with `database()` for Messages.
     std::unique_ptr<Program> share(const std::string& url, std::vector<std::string> arguments) const;
@@ -72,6 +96,7 @@ public:
 
     /// The newest code that the program has shown, as a phone reads it; waits for one other than `seen`.
     static std::string codeOn(const Program& program, const std::string& seen = "");
+    static std::string codeOn(const TerminalWindow& window, const std::string& seen = "");
     static void waitForLine(const Program& program, const std::string& text);
 
     TemporaryFolder folder;

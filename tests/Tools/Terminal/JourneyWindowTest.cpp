@@ -1,0 +1,34 @@
+// The whole path with somebody at the keyboard.
+#include "tests/Tools/Terminal/TerminalFixture.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+using testing::Sandbox;
+using testing::TerminalFixture;
+
+TEST(JourneyWindow, TakesNoAnswerThatWasTypedBeforeItsQuestion)
+{
+    const TerminalFixture fix;
+    Sandbox sandbox;
+    const auto window = fix.shareInWindow(sandbox.url(), {});
+    const std::string link = sandbox.scan(fix.codeOn(*window));
+    window->type("y\ry\ry\r\r");
+    window->waitFor("y\r\ny\r\ny\r\n\r\n"); // what the terminal has taken
+    sandbox.approve(link);
+    window->waitFor("I understand what's uploaded [y/N]\r\n");
+    window->answer("y");
+    window->waitFor("I agree to share my Nimbrel chat [y/N]\r\n");
+    window->answer("y");
+    window->waitFor("Upload chat? [y/N]\r\n");
+    window->answer("n");
+    EXPECT_EQ(window->exitCode(), 11);
+    EXPECT_THAT(sandbox.log(), Not(HasSubstr("submissions")));
+}
+
+} // namespace
+} // namespace vorn

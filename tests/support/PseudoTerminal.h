@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Platform/Base/FileDescriptor.h"
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+
+namespace vorn::testing {
+
+/// A terminal window of 80 columns and 24 lines: what programs in it show is kept, and a test can type. Threads: any.
+class PseudoTerminal {
+public:
+    PseudoTerminal();
+    ~PseudoTerminal();
+    PseudoTerminal(PseudoTerminal&&) = delete;
+
+    /// For programs to open.
+    const std::string& path() const noexcept { return path_; }
+
+    /// As from the keyboard: Return is "\r".
+    void type(std::string_view keys) const;
+
+    /// Everything so far, with the line ends of a terminal, "\r\n", and what was typed as the terminal echoes it.
+    std::string shown() const;
+
+private:
+    void read();
+
+    FileDescriptor keyboardAndScreen_;
+    std::string path_;
+    FileDescriptor line_; ///< held open, so that what the last program showed is not lost with it
+    mutable std::mutex mutex_;
+    std::string shown_;
+    std::atomic<bool> closed_ = false;
+    std::thread reader_;
+};
+
+} // namespace vorn::testing
