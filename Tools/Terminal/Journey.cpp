@@ -224,6 +224,7 @@ Async<> Journey::upload()
 
 Async<> Journey::review()
 {
+    lastReview_.clear(); // of an earlier upload
     while (model_.step() == Step::done && !changes_.hasReviewWatchEnded()) {
         tellReview();
         co_await changes_.next();

@@ -10,6 +10,7 @@ ModelChanges::ModelChanges(const AppModel& model)
                               &AppModel::qrPayloadChanged, &AppModel::accessChanged, &AppModel::scanPhaseChanged,
                               &AppModel::nimbrelChanged, &AppModel::uploadPhaseChanged, &AppModel::submissionChanged})
         connect(&model, signal, this, &ModelChanges::tell);
+    connect(&model, &AppModel::stepChanged, this, [this] { reviewWatchEnded_ = false; });
     connect(&model, &AppModel::reviewWatchEnded, this, [this] {
         reviewWatchEnded_ = true;
         tell();

@@ -15,6 +15,7 @@ public:
     /// Ends with the next change, at once if there was one since the last call ended. One call at a time.
     Async<> next();
 
+    /// Since the model went to its current step.
     bool hasReviewWatchEnded() const noexcept { return reviewWatchEnded_; }
 
 private:

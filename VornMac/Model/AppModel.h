@@ -115,7 +115,7 @@ signals:
     void exportResultChanged();
     void uploadPhaseChanged();
     void submissionChanged();
-    /// The review is no longer watched: it has ended, or takes too long.
+    /// The review is no longer watched: it has ended, or takes too long. Not sent when the session ended before.
     void reviewWatchEnded();
 
 private:

@@ -15,7 +15,7 @@ void AppModel::watchSubmission(const std::string& id)
 Async<> AppModel::runReviewWatch(VornAPI api, std::string id, std::int64_t generation)
 {
     co_await watch(std::move(api), std::move(id), generation);
-    emit reviewWatchEnded();
+    if (generation == sessionGeneration_) emit reviewWatchEnded(); // else it is the session that has ended
 }
 
 Async<> AppModel::watch(VornAPI api, std::string id, std::int64_t generation)

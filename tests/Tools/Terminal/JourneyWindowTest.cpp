@@ -7,6 +7,7 @@ namespace vorn {
 namespace {
 
 using ::testing::HasSubstr;
+using testing::LinkedFixture;
 using ::testing::Not;
 using testing::Sandbox;
 using testing::TerminalFixture;
@@ -28,6 +29,26 @@ TEST(JourneyWindow, TakesNoAnswerThatWasTypedBeforeItsQuestion)
     window->answer("n");
     EXPECT_EQ(window->exitCode(), 11);
     EXPECT_THAT(sandbox.log(), Not(HasSubstr("submissions")));
+}
+
+TEST(JourneyWindow, WatchesTheReviewOfASecondUploadAfterALostSession)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox({"--fault", "submission=401x1", "--fault", "refresh=401x1", "--cooldown", "0"});
+    fix.link(sandbox);
+    const auto window = fix.shareInWindow(sandbox.url(), {});
+    for (const char* question : {"I understand what's uploaded", "I agree to share my Nimbrel chat", "Upload chat?"}) {
+        window->waitFor(question + std::string(" [y/N]\r\n"));
+        window->answer("y");
+    }
+    window->waitFor("Upload received. Checking your chat.\r\n");
+    window->waitFor("Your Mac is no longer linked. Link it again.\r\n");
+    sandbox.approve(sandbox.scan(fix.codeOn(*window)));
+    window->waitFor("Upload chat? [y/N]\r\n");
+    window->answer("y");
+    window->waitFor("Upload received. Checking your chat.\r\n");
+    EXPECT_EQ(window->exitCode(), 0);
+    window->waitFor("You earned $12.50.");
 }
 
 } // namespace

@@ -15,12 +15,17 @@ using testing::submissionJSON;
 
 class Review : public ::testing::Test {
 protected:
-    Review() { fix_.launchDone(); }
+    Review()
+    {
+        fix_.launchDone();
+        QObject::connect(&fix_.model(), &AppModel::reviewWatchEnded, [this] { ++watchesEnded_; });
+    }
 
     std::size_t polls() const { return fix_.asked(ModelFixture::review); }
     std::string status() { return fix_.model().submission().value().status; }
 
     ModelFixture fix_;
+    int watchesEnded_ = 0;
 };
 
 TEST_F(Review, IsAskedForEveryFiveSeconds)
@@ -121,6 +126,32 @@ TEST_F(Review, EndsTheSessionThatTheServiceHasEnded)
     EXPECT_EQ(fix_.model().step(), Step::link);
     EXPECT_EQ(fix_.model().session(), std::nullopt);
     EXPECT_EQ(fix_.model().submission(), std::nullopt);
+}
+
+TEST_F(Review, TellsThatItIsNoLongerWatchedOnceItHasEndedOrTakesTooLong)
+{
+    fix_.advance(5s);
+    fix_.answer(ModelFixture::review, submissionJSON("approved"));
+    EXPECT_EQ(watchesEnded_, 0);
+    fix_.answer(ModelFixture::quest, questJSON());
+    EXPECT_EQ(watchesEnded_, 1);
+
+    fix_.model().watchSubmission("sub-1");
+    for (int poll = 1; poll <= 240; ++poll) {
+        EXPECT_EQ(watchesEnded_, 1);
+        fix_.advance(5s);
+        fix_.answer(ModelFixture::review, submissionJSON("analyzing"));
+    }
+    EXPECT_EQ(watchesEnded_, 2);
+}
+
+TEST_F(Review, TellsNothingOfTheKindWhenTheSessionHasEnded)
+{
+    fix_.advance(5s);
+    fix_.refuse(ModelFixture::review, 401);
+    fix_.refuse(ModelFixture::refreshes, 401);
+    ASSERT_EQ(fix_.model().session(), std::nullopt);
+    EXPECT_EQ(watchesEnded_, 0);
 }
 
 TEST_F(Review, IsLeftToAnotherUserOnceSheIsSignedIn)
