@@ -1,6 +1,6 @@
 #include "Tools/Terminal/ChatWords.h"
 
-#include "Tools/Terminal/PrintableText.h"
+#include "Platform/Base/PrintableText.h"
 #include "VornMac/Words/Preview.h"
 #include "VornMac/Words/StatisticsWords.h"
 

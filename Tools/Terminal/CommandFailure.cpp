@@ -1,7 +1,7 @@
 #include "Tools/Terminal/CommandFailure.h"
 
+#include "Platform/Base/PrintableText.h"
 #include "Platform/HTTP/URLError.h"
-#include "Tools/Terminal/PrintableText.h"
 #include "VornMac/Model/Describe.h"
 #include "VornMacCore/Client/APIError.h"
 #include "VornMacCore/Upload/UploadError.h"

@@ -1,8 +1,8 @@
 #include "Tools/Terminal/Journey.h"
 
+#include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/ChatWords.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
 #include "Tools/Terminal/TimeLimit.h"
 #include "Tools/Terminal/UploadDisplay.h"

@@ -1,7 +1,7 @@
 #include "Tools/Terminal/LinkPrinter.h"
 
+#include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/PrintableText.h"
 
 #include <stdexcept>
 #include <utility>

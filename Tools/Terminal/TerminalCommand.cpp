@@ -1,7 +1,7 @@
 #include "Tools/Terminal/TerminalCommand.h"
 
+#include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
 #include "Tools/Terminal/StateLines.h"
 #include "Tools/Terminal/TimeLimit.h"

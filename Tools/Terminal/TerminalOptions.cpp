@@ -1,6 +1,6 @@
 #include "Tools/Terminal/TerminalOptions.h"
 
-#include "Tools/Terminal/PrintableText.h"
+#include "Platform/Base/PrintableText.h"
 
 #include <algorithm>
 #include <vector>

@@ -1,7 +1,7 @@
 #include "Tools/Terminal/TerminalResults.h"
 
+#include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/ByteText.h"
-#include "Tools/Terminal/PrintableText.h"
 #include "Tools/Terminal/QuestWords.h"
 #include "VornMac/Model/Describe.h"
 

@@ -1,4 +1,4 @@
-#include "Tools/Terminal/PrintableText.h"
+#include "Platform/Base/PrintableText.h"
 
 #include <gtest/gtest.h>
 
