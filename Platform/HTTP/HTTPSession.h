@@ -25,7 +25,8 @@ struct HTTPRequest {
     /// The body, which the transfer keeps alive; null sends none. An empty body still sends its length. A PUT and a
     /// POST without a body say `Content-Length: 0`.
     std::shared_ptr<const HTTPBody> body = {};
-    /// The longest silence in either direction before the transfer ends as timed out; not a limit of the whole.
+    /// The longest silence in either direction before the transfer ends as timed out, a quarter of a second later at
+    /// most; not a limit of the whole.
     std::chrono::milliseconds inactivityLimit{30'000};
     /// Told how many bytes of the body have left so far, in growing steps, on the session's own thread, where it is
     /// also destroyed. Not called again once the awaiting coroutine has been resumed. It must not throw, which would

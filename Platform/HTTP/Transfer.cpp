@@ -17,6 +17,8 @@ namespace vorn {
 namespace {
 
 constexpr std::size_t largestAnswer = 16 * 1024 * 1024;
+/// So late, at most, a transfer times out, whatever its limit.
+constexpr std::chrono::milliseconds longestBetweenLooks{250};
 
 FileDescriptor duplicateOf(int socket) noexcept
 {
@@ -218,8 +220,9 @@ bool Transfer::isSilent(Time now) noexcept
     const Movement movement{.traffic = trafficOf(socket_.get()), .received = received_, .sent = sent_};
     if (std::exchange(movement_, movement) != movement) lastMove_ = now;
     const auto limit = request_.inactivityLimit;
-    // Often enough to know when the silence began, to a sixteenth of the limit.
-    nextLook_ = std::min(now + limit / 16 + std::chrono::milliseconds(1), lastMove_ + limit);
+    // Often enough to know when the silence began: a move counts from the look that finds it.
+    const auto untilNext = std::min(limit / 16 + std::chrono::milliseconds(1), longestBetweenLooks);
+    nextLook_ = std::min(now + untilNext, lastMove_ + limit);
     return now - lastMove_ >= limit;
 }
 

@@ -95,6 +95,38 @@ TEST_F(Silence, EndsTheRequestOnceItLastsForTheLimit)
     }
 }
 
+TEST_F(Silence, EndsTheRequestWithinASecondOfALongLimit)
+{
+    std::promise<void> asked;
+    std::promise<void> answering;
+    std::promise<void> silent;
+    server.script([&](Exchange& exchange) {
+        asked.set_value();
+        answering.get_future().wait();
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345");
+        silent.set_value();
+        exchange.stayUntilClosed();
+    });
+    auto request = get();
+    request.inactivityLimit = 120s;
+    const Task task(context, follow(session->send(request)));
+    context.runPending();
+    asked.get_future().wait();
+    letTheSessionLook();
+    answering.set_value(); // right after a look
+    silent.get_future().wait();
+
+    clock.advance(250ms);
+    letTheSessionLook();
+    clock.advance(119s + 700ms);
+    letTheSessionLook();
+    EXPECT_FALSE(ended);
+    clock.advance(1s);
+    letTheSessionLook();
+    EXPECT_TRUE(ended);
+    EXPECT_THAT(failure, Optional(Code::timedOut));
+}
+
 TEST_F(Silence, IsBrokenByAnAnswerThatTricklesIn)
 {
     server.script(sendingSlowly("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\n", 5));
