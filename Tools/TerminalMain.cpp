@@ -7,6 +7,7 @@
 #include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/TerminalCommand.h"
 #include "VornMac/Defaults/LayeredDefaults.h"
+#include "VornMac/Defaults/OverrideKeys.h"
 #include "VornMac/Defaults/SettingsDefaults.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
@@ -113,7 +114,7 @@ private:
 
     std::filesystem::path messagesDatabase() const
     {
-        const auto given = defaults_.text("VornMessagesDatabaseOverride");
+        const auto given = defaults_.text(overrides::messagesDatabase);
         return given ? std::filesystem::path(*given) : FullDiskAccess::messagesDatabaseURL();
     }
 
@@ -158,6 +159,25 @@ private:
     Task task_;
 };
 
+/// The application passes over an unfit setting and takes the service that is built in; here somebody can be told.
+void requireFitSettings(const UserDefaults& defaults)
+{
+    if (const auto mistake = overrides::mistakeIn(defaults, overrides::Program::terminal))
+        throw CommandFailure(TerminalStatus::wrongArguments, *mistake);
+}
+
+int runTerminal(const TerminalOptions& options, const Terminal& terminal)
+{
+    try {
+        SettingsDefaults settings(bundleIdentifier(), Log(bundleIdentifier(), "app"));
+        requireFitSettings(LayeredDefaults(options.defaults.values(), settings));
+        return Run(options, terminal).exitStatus();
+    } catch (const CommandFailure& failure) {
+        terminal.say(failure.what());
+        return static_cast<int>(failure.status());
+    }
+}
+
 } // namespace
 } // namespace vorn
 
@@ -170,5 +190,5 @@ int main(int argc, char** argv)
         return static_cast<int>(end->isMistake ? vorn::TerminalStatus::wrongArguments : vorn::TerminalStatus::done);
     }
     const vorn::Terminal terminal(stderr, vorn::Terminal::currentTraits());
-    return vorn::Run(std::get<vorn::TerminalOptions>(parsed), terminal).exitStatus();
+    return vorn::runTerminal(std::get<vorn::TerminalOptions>(parsed), terminal);
 }

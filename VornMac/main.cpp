@@ -1,5 +1,6 @@
 #include "VornMac/Application/CommandLine.h"
 #include "VornMac/Application/VornMacApp.h"
+#include "VornMac/Process/ProcessStart.h"
 #include "VornMac/Process/QuitWatch.h"
 
 #include <cstdio>
@@ -14,10 +15,6 @@ int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
 {
     vorn::VornMacApp::describe();
     const QGuiApplication application(line.count(), line.values());
-    if (const auto unknown = line.unknown()) {
-        std::fprintf(stderr, "VornMac: unknown argument %s\nTry VornMac --help.\n", unknown->c_str());
-        return wrongArguments;
-    }
     try {
         return vorn::VornMacApp(quitWatch, line.defaults()).run();
     } catch (const vorn::WindowError& error) {
@@ -34,6 +31,10 @@ int main(int argc, char** argv)
     if (const auto answer = line.answer()) {
         std::fputs(answer->c_str(), stdout);
         return 0;
+    }
+    if (const auto mistake = line.mistake(); mistake && vorn::ProcessStart::current().isFromShell()) {
+        std::fprintf(stderr, "VornMac: %s\nTry VornMac --help.\n", mistake->c_str());
+        return wrongArguments;
     }
     vorn::QuitWatch quitWatch; // before any thread
     return run(quitWatch, line);

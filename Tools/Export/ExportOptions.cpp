@@ -81,8 +81,7 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     app.add_option("--handle", options.handles,
                    "A phone number, e-mail address or business identifier of the assistant; repeatable")
         ->required()
-        ->expected(1)
-        ->take_all()
+        ->allow_extra_args(false)
         ->check(CLI::Validator(checkHandle, ""))
         ->type_name("H");
     app.add_option("--output", output, "Where the archive goes; what is there is replaced")

@@ -1,11 +1,13 @@
 #include "Tools/Terminal/TerminalOptions.h"
 
 #include "Platform/Base/PrintableText.h"
+#include "VornMac/Defaults/OverrideKeys.h"
 
 #include <algorithm>
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <fmt/format.h>
 
 namespace vorn {
 namespace {
@@ -16,13 +18,7 @@ constexpr const char* description = "Vorn for Mac in a terminal: links this Mac 
                                     "review said. With a command, only that. Results go to standard output,\n"
                                     "everything else to standard error.";
 
-constexpr const char* footer = "Anywhere on the line, -Key value overrides a user default for this run:\n"
-                               "  -VornAPIBaseURLOverride URL\n"
-                               "      where the service is: https, or http on this very machine\n"
-                               "  -VornMessagesDatabaseOverride PATH\n"
-                               "      another database than that of Messages\n"
-                               "  -VornSettingsFile PATH\n"
-                               "      keeps settings there, and leaves the user's alone\n\n"
+constexpr const char* footer = "\n"
                                "Without colours (NO_COLOR, or output that is no terminal) the QR code is drawn\n"
                                "for a dark background, unless COLORFGBG or --background says that it is light.\n\n"
                                "Where nobody watches (standard error is no terminal, or --yes) the program links\n"
@@ -34,6 +30,14 @@ constexpr const char* footer = "Anywhere on the line, -Key value overrides a use
                                "10 the keychain cannot be reached, or does not do what is asked of it; 11 you\n"
                                "said no; 12 Messages cannot be read; 13 there is no conversation with Nimbrel\n"
                                "on this Mac; 1 any other problem; 128+N ended by signal N.";
+
+std::string overridesHelp()
+{
+    std::string text = "Anywhere on the line, -Key value overrides a user default for this run:\n";
+    for (const overrides::Key& key : overrides::keysOf(overrides::Program::terminal))
+        text += fmt::format("  -{} {}\n      {}\n", key.name, key.value, key.help);
+    return text;
+}
 
 using Command = TerminalOptions::Command;
 using Background = TerminalOptions::Background;
@@ -120,10 +124,11 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     Texts texts;
     std::vector<std::string> arguments(argv + 1, argv + argc);
     options.defaults = ArgumentDefaults::takenFrom(arguments);
+    const auto wrongOverride = overrides::mistakeOnLine(options.defaults, arguments, overrides::Program::terminal);
     std::ranges::reverse(arguments); // as CLI11 takes them
 
     CLI::App app(description, "vorn-terminal");
-    app.footer(footer);
+    app.footer(overridesHelp() + footer);
     app.set_version_flag("--version", "vorn-terminal " VORN_VERSION);
     addCommands(app, options, texts);
     try {
@@ -133,10 +138,12 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     } catch (const CLI::CallForVersion& version) {
         return TerminalOptionsEnd{std::string(version.what()) + "\n", false};
     } catch (const CLI::ParseError& error) {
+        if (wrongOverride) return mistake(*wrongOverride);
         const auto left = app.remaining();
         const bool isWord = app.get_subcommands().empty() && !left.empty() && !left.front().starts_with('-');
         return mistake(isWord ? unknownCommand(app) : error.what());
     }
+    if (wrongOverride) return mistake(*wrongOverride);
     if (app.got_subcommand("status") && app.get_subcommand("status")->count("SUBMISSION") > 0) {
         options.submission = texts.submission;
     }

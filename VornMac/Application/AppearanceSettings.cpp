@@ -1,5 +1,6 @@
 #include "VornMac/Application/AppearanceSettings.h"
 
+#include "VornMac/Defaults/OverrideKeys.h"
 #include "VornMac/System/Appearance.h"
 
 namespace vorn {
@@ -7,7 +8,7 @@ namespace {
 
 std::optional<Appearance::Theme> themeIn(const UserDefaults& defaults)
 {
-    const auto name = defaults.text(AppearanceSettings::themeKey);
+    const auto name = defaults.text(overrides::appearance);
     if (name == "light") return Appearance::Theme::light;
     if (name == "dark") return Appearance::Theme::dark;
     return std::nullopt;
@@ -16,8 +17,8 @@ std::optional<Appearance::Theme> themeIn(const UserDefaults& defaults)
 /// Nothing where the defaults leave it to the system. A boolean that is false cannot be told from one that is missing.
 std::optional<bool> motionIn(const UserDefaults& defaults)
 {
-    const bool reduces = defaults.boolean(AppearanceSettings::reduceMotionKey);
-    if (!reduces && !defaults.text(AppearanceSettings::reduceMotionKey)) return std::nullopt;
+    const bool reduces = defaults.boolean(overrides::reduceMotion);
+    if (!reduces && !defaults.text(overrides::reduceMotion)) return std::nullopt;
     return reduces;
 }
 

@@ -11,9 +11,6 @@ namespace vorn {
 /// override. Threads: the main one.
 class AppearanceSettings {
 public:
-    static constexpr const char* themeKey = "VornAppearance";          ///< "light" or "dark"
-    static constexpr const char* reduceMotionKey = "VornReduceMotion"; ///< a boolean
-
     /// Reads `defaults` once; what they leave open follows the system while this object lives.
     explicit AppearanceSettings(const UserDefaults& defaults);
 

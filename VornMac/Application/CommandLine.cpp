@@ -1,25 +1,51 @@
 #include "VornMac/Application/CommandLine.h"
 
-#include "VornMac/Defaults/ArgumentDefaults.h"
+#include "Platform/Base/PrintableText.h"
+#include "VornMac/Defaults/OverrideKeys.h"
 #include "VornMacCore/Application/Application.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
+
+#include <fmt/format.h>
 
 namespace vorn {
 namespace {
 
-constexpr const char* help = "Usage: VornMac [-Key value]...\n"
-                             "\n"
-                             "Shares your Nimbrel chat from this computer. Without arguments, opens the window.\n"
-                             "\n"
-                             "  -VornAPIBaseURLOverride URL         the service to use, https or on this computer\n"
-                             "  -VornMessagesDatabaseOverride FILE  the Messages database to read\n"
-                             "  -VornAppearance light|dark          instead of the system's\n"
-                             "  -VornReduceMotion YES|NO            instead of the system's\n"
-                             "  -VornForgetsSession YES             keep the session for this run alone\n"
-                             "  -VornSettingsFile FILE              keep settings there, and leave the user's alone\n"
-                             "  --version                           print the version\n"
-                             "  --help                              print this\n";
+std::string help()
+{
+    std::string text = "Usage: VornMac [-Key value]...\n"
+                       "\n"
+                       "Shares your Nimbrel chat from this computer. Without arguments, opens the window.\n"
+                       "\n";
+    const auto line = [&](const std::string& option, const char* meaning) {
+        text += fmt::format("  {:<35} {}\n", option, meaning);
+    };
+    for (const overrides::Key& key : overrides::keysOf(overrides::Program::window))
+        line(fmt::format("-{} {}", key.name, key.value), key.help);
+    line("--version", "print the version");
+    line("--help", "print this");
+    return text;
+}
+
+/// What Qt takes with the word behind it, after one "-" or two.
+constexpr std::array<std::string_view, 15> valuesOfQt{
+    "display",       "geometry", "icon",    "name",        "platform",      "platformpluginpath",
+    "platformtheme", "plugin",   "session", "qwindowicon", "qmljsdebugger", "qwindowgeometry",
+    "qwindowtitle",  "style",    "title"};
+constexpr std::array<std::string_view, 3> flagsOfQt{"dograb", "nograb", "reverse"};
+
+/// How many words, from `word` on, Qt takes.
+int countForQt(std::string_view word)
+{
+    if (!word.starts_with('-')) return 0;
+    word.remove_prefix(word.starts_with("--") ? 2 : 1);
+    const std::string_view name = word.substr(0, word.find('='));
+    if (std::ranges::find(flagsOfQt, word) != flagsOfQt.end()) return 1;
+    if (std::ranges::find(valuesOfQt, name) == valuesOfQt.end()) return 0;
+    return name.size() < word.size() ? 1 : 2;
+}
 
 bool has(const std::vector<std::string>& arguments, const char* option)
 {
@@ -30,7 +56,7 @@ bool has(const std::vector<std::string>& arguments, const char* option)
 
 CommandLine::CommandLine(int argc, char** argv) : arguments_(argv, argv + argc)
 {
-    defaults_ = ArgumentDefaults::takenFrom(arguments_).values();
+    defaults_ = ArgumentDefaults::takenFrom(arguments_);
     for (std::string& argument : arguments_) values_.push_back(argument.data());
     count_ = static_cast<int>(values_.size());
     values_.push_back(nullptr);
@@ -38,7 +64,7 @@ CommandLine::CommandLine(int argc, char** argv) : arguments_(argv, argv + argc)
 
 std::optional<std::string> CommandLine::answer() const
 {
-    if (has(arguments_, "--help") || has(arguments_, "-h")) return help;
+    if (has(arguments_, "--help") || has(arguments_, "-h")) return help();
     if (has(arguments_, "--version"))
         return "Vorn " + applicationBundle().text("CFBundleShortVersionString").value_or("") + "\n";
     return std::nullopt;
@@ -46,7 +72,21 @@ std::optional<std::string> CommandLine::answer() const
 
 std::optional<std::string> CommandLine::unknown() const
 {
-    return count_ > 1 ? std::optional<std::string>(values_[1]) : std::nullopt;
+    const auto all = words();
+    for (std::size_t at = 0; at < all.size();) {
+        const bool isTheSystems = all[at].starts_with("-psn_"); // some versions of macOS number what they start
+        const int taken = isTheSystems ? 1 : countForQt(all[at]);
+        if (taken == 0) return all[at];
+        at += static_cast<std::size_t>(taken);
+    }
+    return std::nullopt;
+}
+
+std::optional<std::string> CommandLine::mistake() const
+{
+    if (auto wrong = overrides::mistakeOnLine(defaults_, words(), overrides::Program::window)) return wrong;
+    const auto stray = unknown();
+    return stray ? std::optional("There is no argument " + printable(*stray)) : std::nullopt;
 }
 
 } // namespace vorn

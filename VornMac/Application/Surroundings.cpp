@@ -1,6 +1,7 @@
 #include "VornMac/Application/Surroundings.h"
 
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "VornMac/Defaults/OverrideKeys.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
 #include "VornMacCore/Sessions/InMemoryTokenStore.h"
@@ -12,9 +13,6 @@
 namespace vorn {
 namespace {
 
-constexpr const char* databaseOverrideKey = "VornMessagesDatabaseOverride"; // for developers: a chat.db of their own
-constexpr const char* forgetsSessionKey = "VornForgetsSession";
-
 Log applicationLog()
 {
     return {bundleIdentifier(), "app"};
@@ -23,14 +21,14 @@ Log applicationLog()
 /// Where the session is kept: in the keychain, or for a run beside the user's own, only as long as the process lives.
 std::shared_ptr<TokenStore> tokenStore(const UserDefaults& defaults)
 {
-    if (defaults.boolean(forgetsSessionKey)) return std::make_shared<InMemoryTokenStore>();
+    if (defaults.boolean(overrides::forgetsSession)) return std::make_shared<InMemoryTokenStore>();
     return std::make_shared<RememberingTokenStore>(
         std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
 }
 
 std::filesystem::path messagesDatabase(const UserDefaults& defaults)
 {
-    const auto given = defaults.text(databaseOverrideKey);
+    const auto given = defaults.text(overrides::messagesDatabase);
     return given ? std::filesystem::path(*given) : FullDiskAccess::messagesDatabaseURL();
 }
 

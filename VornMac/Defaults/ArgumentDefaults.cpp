@@ -3,14 +3,11 @@
 #include <utility>
 
 namespace vorn {
-namespace {
 
-bool isKey(const std::string& argument)
+bool ArgumentDefaults::isKey(const std::string& argument)
 {
     return argument.size() > 1 && argument[0] == '-' && argument[1] >= 'A' && argument[1] <= 'Z';
 }
-
-} // namespace
 
 ArgumentDefaults ArgumentDefaults::takenFrom(std::vector<std::string>& arguments)
 {

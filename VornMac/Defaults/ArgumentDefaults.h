@@ -18,6 +18,9 @@ public:
     /// end, which has no value. Options of programs here are spelt in lower case, so that the two never meet.
     static ArgumentDefaults takenFrom(std::vector<std::string>& arguments);
 
+    /// Whether `argument` is written as a key: "-Key".
+    static bool isKey(const std::string& argument);
+
     /// The value of `key`; nothing when the line does not override it.
     std::optional<std::string> text(const std::string& key) const;
 

@@ -1,5 +1,7 @@
 #include "VornMac/Defaults/SettingsDefaults.h"
 
+#include "VornMac/Defaults/OverrideKeys.h"
+
 #include "VornMac/Defaults/SettingsKey.h"
 #include "VornMac/Defaults/SettingsStore.h"
 #include "VornMac/Defaults/TextBoolean.h"
@@ -8,8 +10,6 @@
 
 namespace vorn {
 namespace {
-
-constexpr const char* fileKey = "VornSettingsFile"; // for runs beside the user's own
 
 const char* reasonOf(QSettings::Status status)
 {
@@ -31,7 +31,7 @@ SettingsDefaults::SettingsDefaults(std::filesystem::path file, Log log)
 SettingsDefaults SettingsDefaults::forRun(const std::map<std::string, std::string>& line, std::string identifier,
                                           Log log)
 {
-    const auto file = line.find(fileKey);
+    const auto file = line.find(overrides::settingsFile);
     if (file == line.end()) return {std::move(identifier), std::move(log)};
     return {std::filesystem::path(file->second), std::move(log)};
 }

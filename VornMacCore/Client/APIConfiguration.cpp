@@ -36,6 +36,11 @@ const URL& APIConfiguration::developmentBaseURL()
     return url;
 }
 
+bool APIConfiguration::isFit(const std::string& text)
+{
+    return fitBaseURL(text).has_value();
+}
+
 APIConfiguration APIConfiguration::resolve(const std::optional<std::string>& infoValue,
                                            const std::optional<std::string>& overrideValue)
 {

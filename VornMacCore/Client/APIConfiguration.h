@@ -24,10 +24,13 @@ struct APIConfiguration {
     /// For developers to name in the override; never chosen by itself.
     static const URL& developmentBaseURL();
 
-    /// The first of `overrideValue` and `infoValue` that is fit to be a base URL, else `productionBaseURL`. Fit is an
-    /// https URL, or an http URL of this very machine ("localhost" or "127.0.0.1"), which has neither user info nor a
-    /// query nor a fragment: user info hides which host is meant, and the others have no place in front of an
-    /// endpoint's path. What is not fit is passed over silently.
+    /// Whether `text` is fit to be a base URL: an https URL, or an http URL of this very machine ("localhost" or
+    /// "127.0.0.1"), which has neither user info nor a query nor a fragment: user info hides which host is meant, and
+    /// the others have no place in front of an endpoint's path.
+    static bool isFit(const std::string& text);
+
+    /// The first of `overrideValue` and `infoValue` that is fit, else `productionBaseURL`. What is not fit is passed
+    /// over silently.
     static APIConfiguration resolve(const std::optional<std::string>& infoValue,
                                     const std::optional<std::string>& overrideValue);
 

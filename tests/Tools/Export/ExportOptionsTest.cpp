@@ -64,6 +64,8 @@ TEST(ExportOptions, RefuseWhatMakesNoSense)
                 HasSubstr("not a time like 2026-03-01T09:15:00Z: noon"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", "o.zip", "--frobnicate"}), HasSubstr("--frobnicate"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", "o.zip", "stray"}), HasSubstr("stray"));
+    EXPECT_THAT(mistake({"--output", "o.zip", "--handle", "a@b.c", "extra"}),
+                HasSubstr("The following argument was not expected: extra"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", ""}), HasSubstr("--output must be a file of its own"));
     EXPECT_THAT(mistake({"--frobnicate"}), HasSubstr("Run with --help for more information.\n"));
 }

@@ -93,6 +93,27 @@ TEST(JourneyProgram, IsRefusedWhileTheQuestTakesNoUpload)
     EXPECT_THAT(again->errors(), HasSubstr("\nPaid. You can upload again on "));
 }
 
+TEST(JourneyProgram, ReadsNothingElseWhereAnOverrideIsMisspelt)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    const auto program = fix.start(sandbox.url(), {"--yes", "-VornMesagesDatabaseOverride", fix.database().string()});
+    EXPECT_EQ(program->exitCode(), 2);
+    EXPECT_EQ(program->errors(), "There is no -VornMesagesDatabaseOverride, only -VornAPIBaseURLOverride and "
+                                 "-VornMessagesDatabaseOverride\nRun with --help for more information.\n");
+    EXPECT_THAT(sandbox.log(), Not(HasSubstr("GET ")));
+}
+
+TEST(JourneyProgram, CallsNobodyWhereTheAddressIsNone)
+{
+    const LinkedFixture fix;
+    const auto program = fix.share("127.0.0.1:8787", {"--yes"});
+    EXPECT_EQ(program->exitCode(), 2);
+    EXPECT_EQ(program->errors(), "-VornAPIBaseURLOverride must be an https address, or an http one of this very "
+                                 "machine, not \"127.0.0.1:8787\"\nRun with --help for more information.\n");
+}
+
 TEST(JourneyProgram, SaysThatThereIsNoConversation)
 {
     const LinkedFixture fix;

@@ -1,4 +1,5 @@
 // What status and sign-out say and do.
+#include "VornMacCore/Application/Application.h"
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <gmock/gmock.h>
@@ -134,6 +135,17 @@ TEST(SignOut, DoesNotWaitForAServiceThatHangs)
     const auto program = fix.start(sandbox.url(), {"sign-out"});
     EXPECT_EQ(program->exitCode(), 0);
     EXPECT_EQ(fix.kept(), std::nullopt);
+}
+
+TEST(StatusProgram, RefusesASettingThatIsNoAddress)
+{
+    const TerminalFixture fix;
+    std::filesystem::create_directories(fix.folder / "config" / bundleIdentifier());
+    testing::writeFile(fix.folder / "config" / bundleIdentifier() / "defaults.ini",
+                       "[General]\nVornMessagesDatabaseOverride=\n");
+    const auto program = fix.start(nowhere, {"status"});
+    EXPECT_EQ(program->exitCode(), 2);
+    EXPECT_EQ(program->errors(), "The setting VornMessagesDatabaseOverride must be a file, not \"\"\n");
 }
 
 } // namespace

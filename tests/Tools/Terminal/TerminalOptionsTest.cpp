@@ -78,6 +78,10 @@ TEST(TerminalOptions, RefusesWhatMakesNoSense)
         {{"link", "--background"}, "--background"},
         {{"link", "--no-keychain"}, "The following argument was not expected: --no-keychain"},
         {{"link", "status"}, ""},
+        {{"--background", "light", "extra"}, "There is no command \"extra\", only "},
+        {{"-VornMesagesDatabaseOverride", "chat.db"}, "There is no -VornMesagesDatabaseOverride, only "},
+        {{"fly", "-VornAPIBaseURLOverride", "nonsense"}, "-VornAPIBaseURLOverride must be an https address"},
+        {{"status", "-VornAPIBaseURLOverride"}, "-VornAPIBaseURLOverride needs a value"},
         {{"status", "a/b"}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
         {{"status", ".."}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
         {{"status", ""}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
@@ -98,12 +102,12 @@ TEST(TerminalOptions, EndsWithTheHelpAndTheVersion)
 {
     const auto help = std::get<TerminalOptionsEnd>(parse({"--help"}));
     EXPECT_FALSE(help.isMistake);
-    for (const char* text :
-         {"link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL", "-VornMessagesDatabaseOverride PATH",
-          "-VornSettingsFile PATH", "Exit status: 0 done", "128+N ended by signal N"}) {
+    for (const char* text : {"link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL",
+                             "-VornMessagesDatabaseOverride FILE", "-VornSettingsFile FILE", "Exit status: 0 done", "128+N ended by signal N"}) {
         EXPECT_THAT(help.text, HasSubstr(text));
     }
     EXPECT_THAT(std::get<TerminalOptionsEnd>(parse({"status", "--help"})).text, HasSubstr("SUBMISSION"));
+    EXPECT_FALSE(std::get<TerminalOptionsEnd>(parse({"-VornFly", "x", "--help"})).isMistake);
     const auto version = std::get<TerminalOptionsEnd>(parse({"--version"}));
     EXPECT_FALSE(version.isMistake);
     EXPECT_THAT(version.text, StartsWith("vorn-terminal "));

@@ -1,5 +1,6 @@
 #include "VornMac/Application/AppearanceSettings.h"
 
+#include "VornMac/Defaults/OverrideKeys.h"
 #include "VornMac/System/Appearance.h"
 #include "tests/VornMac/Application/KeptDefaults.h"
 
@@ -20,7 +21,7 @@ TEST(AppearanceSettings, TheDefaultsChooseTheTheme)
     for (const auto& [value, isDark] : {Case{"dark", true}, Case{"light", false}, Case{"dark", true},
                                         Case{"blue", systemIsDark}, Case{"", systemIsDark}}) {
         SCOPED_TRACE(value);
-        defaults.texts[AppearanceSettings::themeKey] = value;
+        defaults.texts[overrides::appearance] = value;
         const AppearanceSettings settings(defaults);
         EXPECT_EQ(Appearance::shared().isDark(), isDark);
     }
@@ -31,7 +32,7 @@ TEST(AppearanceSettings, TheDefaultsSayWhatMoves)
     testing::KeptDefaults defaults;
     for (const char* value : {"YES", "NO", "YES"}) {
         SCOPED_TRACE(value);
-        defaults.texts[AppearanceSettings::reduceMotionKey] = value;
+        defaults.texts[overrides::reduceMotion] = value;
         const AppearanceSettings settings(defaults);
         EXPECT_EQ(Appearance::shared().reducesMotion(), *value == 'Y');
     }

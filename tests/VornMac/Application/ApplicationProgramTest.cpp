@@ -142,7 +142,13 @@ TEST_F(ApplicationProgram, RejectsArgumentsThatNobodyKnows)
 {
     const auto program = fix.start("http://127.0.0.1:9", {"chat.db"});
     EXPECT_EQ(exitCodeOf(*program), 2);
-    EXPECT_THAT(program->errors(), HasSubstr("VornMac: unknown argument chat.db\n"));
+    EXPECT_EQ(program->errors(), "VornMac: There is no argument chat.db\nTry VornMac --help.\n");
+    const auto misspelt = fix.start("http://127.0.0.1:9", {"-VornMesagesDatabaseOverride", "chat.db"});
+    EXPECT_EQ(exitCodeOf(*misspelt), 2);
+    EXPECT_THAT(misspelt->errors(), HasSubstr("There is no -VornMesagesDatabaseOverride, only "));
+    const auto nowhere = fix.start("htp://127.0.0.1", {});
+    EXPECT_EQ(exitCodeOf(*nowhere), 2);
+    EXPECT_THAT(nowhere->errors(), HasSubstr("-VornAPIBaseURLOverride must be an https address"));
 }
 
 TEST_F(ApplicationProgram, TellsItsVersion)

@@ -29,7 +29,33 @@ TEST(CommandLine, TakesDefaultsOutOfWhatQtSees)
     EXPECT_STREQ(line.values()[1], "-platform");
     EXPECT_STREQ(line.values()[2], "offscreen");
     EXPECT_EQ(line.values()[3], nullptr);
-    EXPECT_EQ(line.unknown(), "-platform") << "before Qt has taken it";
+    EXPECT_EQ(line.unknown(), std::nullopt);
+    EXPECT_EQ(line.mistake(), std::nullopt);
+}
+
+TEST(CommandLine, NamesWhatNobodyTakes)
+{
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* mistake;
+    };
+    for (const Case& each : {
+             Case{{"chat.db"}, "There is no argument chat.db"},
+             Case{{"-platform", "offscreen", "--frobnicate"}, "There is no argument --frobnicate"},
+             Case{{"-style=fusion", "--reverse", "x"}, "There is no argument x"},
+             Case{{"-psn_0_4711"}, ""},
+             Case{{"-NSDocumentRevisionsDebugMode", "YES"}, ""},
+             Case{{"-VornApearance", "dark"},
+                  "There is no -VornApearance, only -VornAPIBaseURLOverride, "
+                  "-VornMessagesDatabaseOverride, -VornAppearance, -VornReduceMotion and "
+                  "-VornForgetsSession"},
+             Case{{"-VornAppearance", "blue"}, "-VornAppearance must be light or dark, not \"blue\""},
+         }) {
+        SCOPED_TRACE(::testing::PrintToString(each.arguments));
+        Arguments given(each.arguments);
+        const CommandLine line(static_cast<int>(given.pointers.size()), given.pointers.data());
+        EXPECT_EQ(line.mistake().value_or(""), each.mistake);
+    }
 }
 
 TEST(CommandLine, RunsWithoutArguments)
