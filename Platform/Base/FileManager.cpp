@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <system_error>
+#include <vector>
 
 #include <fcntl.h>
 #include <pwd.h>
@@ -41,6 +42,37 @@ bool writeTo(IncompleteFile file, ByteView bytes, const fs::path& path)
     if (file.hasName()) fail("cannot write", path, errno);
     return false;
 }
+/// What the system's user database says of a user's home.
+struct KnownHome {
+    fs::path path;
+    int error = 0; ///< why it says nothing
+
+    explicit operator bool() const noexcept { return error == 0; }
+    const fs::path& operator*() const noexcept { return path; }
+};
+
+KnownHome homeOfUser(uid_t user)
+{
+    constexpr std::size_t longest = 4 * 1024 * 1024;
+    std::vector<char> room(16 * 1024);
+    passwd entry{};
+    passwd* found = nullptr;
+    int code = 0;
+    do {
+        code = getpwuid_r(user, &entry, room.data(), room.size(), &found);
+        if (code == ERANGE) room.resize(room.size() * 2); // an entry may be long, such as one from a network
+    } while (code == EINTR || (code == ERANGE && room.size() <= longest));
+    if (found == nullptr || *found->pw_dir == '\0') return {{}, code != 0 ? code : ENOENT};
+    return {found->pw_dir};
+}
+
+/// Makes `folder` and those above it that are missing, for this user alone.
+void createMissing(const fs::path& folder)
+{
+    if (folder.empty() || fs::is_directory(folder)) return;
+    createMissing(folder.parent_path());
+    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) fail("cannot make the folder", folder, errno);
+}
 
 } // namespace
 
@@ -52,12 +84,11 @@ FileManager& FileManager::standard()
 
 fs::path FileManager::homeDirectory()
 {
-    std::vector<char> buffer(16 * 1024);
-    passwd entry{};
-    passwd* found = nullptr;
-    const int code = getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found);
-    if (found == nullptr) fail("this user has no home directory", {}, code != 0 ? code : ENOENT);
-    return found->pw_dir;
+    const auto known = homeOfUser(getuid());
+    if (known) return *known;
+    const char* chosen = std::getenv("HOME"); // containers run as users of any number
+    if (chosen == nullptr || *chosen != '/') fail("this user has no home directory", {}, known.error);
+    return chosen;
 }
 
 fs::path FileManager::temporaryDirectory()
@@ -68,7 +99,7 @@ fs::path FileManager::temporaryDirectory()
 
 void FileManager::createPrivateDirectory(const fs::path& directory)
 {
-    fs::create_directories(directory.parent_path());
+    createMissing(directory.parent_path());
     if (mkdir(directory.c_str(), S_IRWXU) != 0) fail("cannot make the folder", directory, errno);
     if (chmod(directory.c_str(), S_IRWXU) == 0)
         return; // the process's mask may have taken rights away from the owner too

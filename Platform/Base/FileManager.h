@@ -20,7 +20,7 @@ public:
     /// The system's own.
     static FileManager& standard();
 
-    /// From the system's user database: `HOME` may say something else.
+    /// From the system's user database, as `HOME` may say something else; `HOME` for a user whom it does not know.
     virtual std::filesystem::path homeDirectory();
 
     /// `TMPDIR`, else the system's folder for temporary files.

@@ -1,6 +1,6 @@
 #include "VornMac/Application/Surroundings.h"
 
-#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "VornMac/Defaults/OverrideKeys.h"
 #include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
@@ -29,7 +29,7 @@ std::shared_ptr<TokenStore> tokenStore(const UserDefaults& defaults)
 std::filesystem::path messagesDatabase(const UserDefaults& defaults)
 {
     const auto given = defaults.text(overrides::messagesDatabase);
-    return given ? std::filesystem::path(*given) : FullDiskAccess::messagesDatabaseURL();
+    return given ? std::filesystem::path(*given) : usersMessagesDatabase();
 }
 
 } // namespace

@@ -1,7 +1,6 @@
 #include "VornMac/Defaults/SettingsDefaults.h"
 
 #include "VornMac/Defaults/OverrideKeys.h"
-
 #include "VornMac/Defaults/SettingsKey.h"
 #include "VornMac/Defaults/SettingsStore.h"
 #include "VornMac/Defaults/TextBoolean.h"

@@ -46,9 +46,9 @@ TEST(FileManager, TakesTheTemporaryDirectoryFromTheEnvironment)
 TEST(FileManager, MakesFoldersThatOnlyThisUserMayEnter)
 {
     const TemporaryFolder folder;
-    files().createPrivateDirectory(folder / "above/private");
-    EXPECT_EQ(modeOf(folder / "above/private"), 0700U);
-    EXPECT_THROW(files().createPrivateDirectory(folder / "above/private"), fs::filesystem_error);
+    files().createPrivateDirectory(folder / "far/above/private");
+    for (const char* made : {"far", "far/above", "far/above/private"}) EXPECT_EQ(modeOf(folder / made), 0700U) << made;
+    EXPECT_THROW(files().createPrivateDirectory(folder / "far/above/private"), fs::filesystem_error);
 }
 
 /// Takes every right away from new files for as long as it lives.

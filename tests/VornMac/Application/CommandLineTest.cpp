@@ -47,7 +47,7 @@ TEST(CommandLine, NamesWhatNobodyTakes)
              Case{{"-NSDocumentRevisionsDebugMode", "YES"}, ""},
              Case{{"-VornApearance", "dark"},
                   "There is no -VornApearance, only -VornAPIBaseURLOverride, "
-                  "-VornMessagesDatabaseOverride, -VornAppearance, -VornReduceMotion and "
+                  "-VornMessagesDatabaseOverride, -VornSettingsFile, -VornAppearance, -VornReduceMotion and "
                   "-VornForgetsSession"},
              Case{{"-VornAppearance", "blue"}, "-VornAppearance must be light or dark, not \"blue\""},
          }) {
