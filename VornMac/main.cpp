@@ -1,9 +1,13 @@
 #include "VornMac/Application/CommandLine.h"
+#include "VornMac/Application/DisplayWatch.h"
 #include "VornMac/Application/VornMacApp.h"
 #include "VornMac/Process/ProcessStart.h"
 #include "VornMac/Process/QuitWatch.h"
 
 #include <cstdio>
+#include <exception>
+#include <optional>
+#include <utility>
 
 #include <QGuiApplication>
 
@@ -14,10 +18,12 @@ constexpr int wrongArguments = 2;
 int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
 {
     vorn::VornMacApp::describe();
+    std::optional<vorn::DisplayWatch> displayWatch(std::in_place);
     const QGuiApplication application(line.count(), line.values());
+    displayWatch.reset();
     try {
         return vorn::VornMacApp(quitWatch, line.defaults()).run();
-    } catch (const vorn::WindowError& error) {
+    } catch (const std::exception& error) {
         std::fprintf(stderr, "VornMac: %s\n", error.what());
         return 1;
     }

@@ -23,22 +23,26 @@ ApplicationFixture::ApplicationFixture()
     fs::permissions(runtime_.path(), fs::perms::owner_all); // else it is not taken
 }
 
-Program::Environment ApplicationFixture::environment() const
+Program::Environment ApplicationFixture::environment(const Program::Environment& added) const
 {
-    return {{"TMPDIR", temporary_.path().native()},
-            {"XDG_RUNTIME_DIR", runtime_.path().native()},
-            {"XDG_CONFIG_HOME", configuration_.path().native()},
-            {"DBUS_SESSION_BUS_ADDRESS", ""},
-            {"GSETTINGS_BACKEND", "memory"},
-            {"QT_QPA_PLATFORM", "offscreen"},
-            {"QT_QUICK_BACKEND", "software"},
-            {"TSAN_OPTIONS", "ignore_noninstrumented_modules=1"}};
+    Program::Environment whole = added; // the first of a name counts
+    for (auto& entry : Program::Environment{{"TMPDIR", temporary_.path().native()},
+                                            {"XDG_RUNTIME_DIR", runtime_.path().native()},
+                                            {"XDG_CONFIG_HOME", configuration_.path().native()},
+                                            {"DBUS_SESSION_BUS_ADDRESS", ""},
+                                            {"GSETTINGS_BACKEND", "memory"},
+                                            {"QT_QPA_PLATFORM", "offscreen"},
+                                            {"QT_QUICK_BACKEND", "software"},
+                                            {"TSAN_OPTIONS", "ignore_noninstrumented_modules=1"}})
+        whole.push_back(std::move(entry));
+    return whole;
 }
 
-std::unique_ptr<Program> ApplicationFixture::start(const std::string& url, std::vector<std::string> arguments) const
+std::unique_ptr<Program> ApplicationFixture::start(const std::string& url, std::vector<std::string> arguments,
+                                                   const Program::Environment& added) const
 {
     arguments.insert(arguments.end(), {"-VornAPIBaseURLOverride", url});
-    return std::make_unique<Program>(APPLICATION_PROGRAM, std::move(arguments), environment());
+    return std::make_unique<Program>(APPLICATION_PROGRAM, std::move(arguments), environment(added));
 }
 
 std::unique_ptr<Program> ApplicationFixture::startWith(const std::string& qml, std::vector<std::string> arguments) const

@@ -19,8 +19,10 @@ class ApplicationFixture {
 public:
     ApplicationFixture();
 
-    /// The whole application, which looks for its service at `url`.
-    std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments = {}) const;
+    /// The whole application, which looks for its service at `url`. What `added` says counts for more than the
+    /// fixture's own environment.
+    std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments = {},
+                                   const Program::Environment& added = {}) const;
     /// The application with a window as `qml` describes it.
     std::unique_ptr<Program> startWith(const std::string& qml, std::vector<std::string> arguments = {}) const;
 
@@ -31,7 +33,7 @@ public:
     std::vector<std::string> leftovers() const;
 
 private:
-    Program::Environment environment() const;
+    Program::Environment environment(const Program::Environment& added = {}) const;
 
     TemporaryFolder temporary_, runtime_, configuration_, sources_;
 };

@@ -151,6 +151,35 @@ TEST_F(ApplicationProgram, RejectsArgumentsThatNobodyKnows)
     EXPECT_THAT(nowhere->errors(), HasSubstr("-VornAPIBaseURLOverride must be an https address"));
 }
 
+TEST_F(ApplicationProgram, LeadsToTheTerminalWhereThereIsNoDisplay)
+{
+    struct Case {
+        const char* name;
+        Program::Environment environment;
+    };
+    for (const Case& each : {Case{"none", {{"DISPLAY", ""}, {"WAYLAND_DISPLAY", ""}, {"QT_QPA_PLATFORM", ""}}},
+                             Case{"one that is gone", {{"DISPLAY", ":4711"}, {"QT_QPA_PLATFORM", "xcb"}}},
+                             Case{"an unknown kind", {{"QT_QPA_PLATFORM", "paper"}}}}) {
+        SCOPED_TRACE(each.name);
+        const auto program = fix.start("http://127.0.0.1:9", {}, each.environment);
+        EXPECT_EQ(exitCodeOf(*program), 1);
+        EXPECT_EQ(program->errors(),
+                  "VornMac: No window can be shown here. In a terminal, vorn-terminal does the same.\n");
+        EXPECT_THAT(fix.leftovers(), IsEmpty());
+        const auto mistaken = fix.start("http://127.0.0.1:9", {"chat.db"}, each.environment);
+        EXPECT_EQ(exitCodeOf(*mistaken), 2) << "arguments come first";
+    }
+}
+
+TEST_F(ApplicationProgram, SaysThatItsUserHasNoHome)
+{
+    const auto program = fix.start("http://127.0.0.1:9", {}, {{"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", ""}});
+    EXPECT_EQ(exitCodeOf(*program), 1);
+    EXPECT_EQ(program->errors(),
+              "VornMac: This user has no home folder, so there is no Messages history here. HOME can name one.\n");
+    EXPECT_THAT(fix.leftovers(), IsEmpty());
+}
+
 TEST_F(ApplicationProgram, TellsItsVersion)
 {
     const auto program = fix.start("http://127.0.0.1:9", {"--version"});

@@ -1,0 +1,33 @@
+#include "VornMac/Application/DisplayWatch.h"
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace vorn {
+
+DisplayWatch* DisplayWatch::current_ = nullptr;
+
+DisplayWatch::DisplayWatch()
+{
+    current_ = this;
+    before_ = qInstallMessageHandler(&DisplayWatch::take);
+}
+
+DisplayWatch::~DisplayWatch()
+{
+    qInstallMessageHandler(before_);
+    current_ = nullptr;
+    for (const auto& [type, text] : held_) before_(type, {}, text);
+}
+
+void DisplayWatch::take(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)
+{
+    if (type == QtFatalMsg) {
+        std::fputs("VornMac: No window can be shown here. In a terminal, vorn-terminal does the same.\n", stderr);
+        std::_Exit(1); // nothing has begun yet
+    }
+    const std::lock_guard lock(current_->mutex_);
+    current_->held_.push_back({type, text});
+}
+
+} // namespace vorn

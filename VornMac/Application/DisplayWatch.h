@@ -1,0 +1,34 @@
+#pragma once
+
+#include <mutex>
+#include <vector>
+
+#include <QString>
+#include <qlogging.h>
+
+namespace vorn {
+
+/// Make one before the application object, and let it go after that is made: where no window can be shown, Qt aborts
+/// the process with advice that leads nowhere. With this it ends with status 1 and one line that does. Warnings of a
+/// start that succeeds are passed on when it goes. Threads: the main one; one at a time.
+class DisplayWatch {
+public:
+    DisplayWatch();
+    ~DisplayWatch();
+    DisplayWatch(DisplayWatch&&) = delete;
+
+private:
+    struct Message {
+        QtMsgType type;
+        QString text;
+    };
+
+    static void take(QtMsgType type, const QMessageLogContext& context, const QString& text);
+
+    static DisplayWatch* current_;
+    QtMessageHandler before_;
+    std::mutex mutex_; ///< plugins have threads of their own
+    std::vector<Message> held_;
+};
+
+} // namespace vorn
