@@ -1,6 +1,8 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
 #include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
+#include "NimbrelExportKit/Messages/UsersDatabase.h"
+#include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/Base/Bundle.h"
 #include "Platform/Base/SHA256.h"
 #include "Platform/Signals/InterruptWatch.h"
@@ -8,6 +10,7 @@
 #include "Tools/Export/ExportOptions.h"
 #include "Tools/Export/ExportStatistics.h"
 #include "Tools/Support/ProgressLine.h"
+#include "Tools/Support/Surroundings.h"
 #include "VornMacCore/Application/Application.h"
 
 #include <cerrno>
@@ -58,6 +61,7 @@ public:
 
     void run()
     {
+        refuseMissingDatabase();
         refuseUnwritableOutput();
         const NimbrelExportResult result = read();
         const ArchiveFile archive = write(result);
@@ -67,6 +71,21 @@ public:
     }
 
 private:
+    /// In truer words than the application's, which are about a Mac's own database.
+    void refuseMissingDatabase() const
+    {
+        using surroundings::DatabaseFile;
+        if (options_.database.empty()) throw Failed{{ExportStatus::noDatabase, NoHomeFolder().what()}};
+        const DatabaseFile file = surroundings::databaseFileAt(options_.database);
+        if (file == DatabaseFile::plausible) return;
+        const bool isMissing = file == DatabaseFile::missing;
+        const std::string setUp = isMissing && options_.isUsersOwn
+                                      ? userText(NimbrelExportError(NimbrelExportError::NoDatabase{})) + " "
+                                      : "";
+        throw Failed{{isMissing ? ExportStatus::noDatabase : ExportStatus::unreadable,
+                      setUp + surroundings::textOf(file, options_.database)}};
+    }
+
     /// Reading takes a while; who will not get an archive in the end should hear it before.
     void refuseUnwritableOutput() const
     {
@@ -148,6 +167,10 @@ private:
 int runExport(const ExportOptions& options)
 {
     InterruptWatch interrupts;
+    if (const auto mistake = surroundings::mistakeInTemporaryDirectory()) {
+        std::fputs((*mistake + "\n").c_str(), stderr);
+        return static_cast<int>(ExportStatus::copyFailed);
+    }
     TemporaryItems items(FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "files"));
     try {
         ExportCommand(options, interrupts, items.files()).run();

@@ -1,9 +1,11 @@
 #include "NimbrelExportKit/Leftovers/TemporaryItems.h"
-#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Base/CancelFlag.h"
+#include "Platform/Base/PrintableText.h"
 #include "Platform/Desktop/SystemWorkspace.h"
 #include "Platform/Signals/InterruptWatch.h"
+#include "Tools/Support/Surroundings.h"
 #include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/TerminalCommand.h"
 #include "VornMac/Defaults/LayeredDefaults.h"
@@ -19,9 +21,12 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
+#include <exception>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace vorn {
 namespace {
@@ -85,9 +90,10 @@ private:
 /// One run of the program. Members end in the reverse of their order: first the jobs, then what they use.
 class Run {
 public:
-    Run(const TerminalOptions& options, const Terminal& terminal)
-        : terminal_(terminal), settings_(SettingsDefaults::forRun(options.defaults.values(), bundleIdentifier(),
-                                                                  Log(bundleIdentifier(), "app"))),
+    Run(const TerminalOptions& options, std::filesystem::path database, const Terminal& terminal)
+        : terminal_(terminal), database_(std::move(database)),
+          settings_(SettingsDefaults::forRun(options.defaults.values(), bundleIdentifier(),
+                                             Log(bundleIdentifier(), "app"))),
           defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
           api_(configuration(), http_, tokens_), model_(services()),
           command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
@@ -112,12 +118,6 @@ private:
         return APIConfiguration::resolve(applicationBundle(), defaults_.text(APIConfiguration::overrideDefaultsKey));
     }
 
-    std::filesystem::path messagesDatabase() const
-    {
-        const auto given = defaults_.text(overrides::messagesDatabase);
-        return given ? std::filesystem::path(*given) : FullDiskAccess::messagesDatabaseURL();
-    }
-
     AppServices services()
     {
         return {.context = &context_,
@@ -129,7 +129,7 @@ private:
                 .defaults = &defaults_,
                 .workspace = &workspace_,
                 .files = &temporaryItems_.files(),
-                .messagesDatabase = messagesDatabase(),
+                .messagesDatabase = database_,
                 .bundle = applicationBundle()};
     }
 
@@ -140,6 +140,7 @@ private:
     }
 
     const Terminal& terminal_;
+    std::filesystem::path database_;
     Target target_;
     InterruptWatch interrupts_{
         InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread
@@ -159,6 +160,22 @@ private:
     Task task_;
 };
 
+/// The database that `share` reads, looked at once; the other commands read none.
+std::filesystem::path messagesDatabase(const UserDefaults& defaults)
+{
+    const auto given = defaults.text(overrides::messagesDatabase);
+    if (!given) return usersMessagesDatabase();
+    const auto file = surroundings::databaseFileAt(*given);
+    if (file == surroundings::DatabaseFile::plausible) return *given;
+    throw CommandFailure(TerminalStatus::noAccess, surroundings::textOf(file, *given));
+}
+
+void requireTemporaryDirectory()
+{
+    if (const auto mistake = surroundings::mistakeInTemporaryDirectory())
+        throw CommandFailure(TerminalStatus::failed, *mistake);
+}
+
 /// The application passes over an unfit setting and takes the service that is built in; here somebody can be told.
 void requireFitSettings(const UserDefaults& defaults)
 {
@@ -170,11 +187,23 @@ int runTerminal(const TerminalOptions& options, const Terminal& terminal)
 {
     try {
         SettingsDefaults settings(bundleIdentifier(), Log(bundleIdentifier(), "app"));
-        requireFitSettings(LayeredDefaults(options.defaults.values(), settings));
-        return Run(options, terminal).exitStatus();
+        const LayeredDefaults defaults(options.defaults.values(), settings);
+        requireFitSettings(defaults);
+        std::filesystem::path database;
+        if (options.command == TerminalOptions::Command::share) {
+            requireTemporaryDirectory();
+            database = messagesDatabase(defaults);
+        }
+        return Run(options, std::move(database), terminal).exitStatus();
     } catch (const CommandFailure& failure) {
         terminal.say(failure.what());
         return static_cast<int>(failure.status());
+    } catch (const NoHomeFolder& failure) {
+        terminal.say(failure.what());
+        return static_cast<int>(TerminalStatus::noAccess);
+    } catch (const std::exception& error) {
+        terminal.say("Vorn ran into a problem: " + printable(error.what()) + ".");
+        return static_cast<int>(TerminalStatus::failed);
     }
 }
 

@@ -1,5 +1,7 @@
 #include "Platform/Base/Dates.h"
+#include "Platform/Base/PrintableText.h"
 #include "Platform/Signals/InterruptWatch.h"
+#include "Tools/Support/WholeNumber.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 
 #include <CLI/CLI.hpp>
@@ -10,8 +12,10 @@
 #include <cstdio>
 #include <exception>
 #include <filesystem>
+#include <limits>
 #include <optional>
 #include <string>
+#include <system_error>
 
 namespace {
 
@@ -32,13 +36,18 @@ std::optional<int> parse(int argc, char** argv, CommandLine& line)
     CLI::App app{
         "Writes a Messages database with an invented history: conversations with an assistant and with others.",
         "vorn-sample-history"};
-    const CLI::Range numberOfRows(std::int64_t{0}, SampleHistoryOptions::mostMessages);
+    const auto numberUpTo = [](std::uint64_t most) {
+        return CLI::Validator([most](const std::string& text) { return mistakeInWholeNumber(text, 0, most); }, "");
+    };
+    const auto numberOfRows = numberUpTo(SampleHistoryOptions::mostMessages);
     std::string until;
-    app.add_option("--output", line.output, "The database to write, such as chat.db")->required();
+    app.add_option("--output", line.output, "The database to write, such as chat.db");
     app.add_option("--messages", line.options.messages, "Rows of all conversations")
         ->check(numberOfRows)
         ->capture_default_str();
-    app.add_option("--seed", line.options.seed, "Equal seeds give equal histories")->capture_default_str();
+    app.add_option("--seed", line.options.seed, "Equal seeds give equal histories")
+        ->check(numberUpTo(std::numeric_limits<decltype(line.options.seed)>::max()))
+        ->capture_default_str();
     app.add_option("--handle", line.options.handles, "A handle of the assistant; may be repeated")
         ->allow_extra_args(false);
     app.add_option("--in-log", line.options.inLog, "So many of the newest rows stay in the write-ahead log")
@@ -51,10 +60,12 @@ std::optional<int> parse(int argc, char** argv, CommandLine& line)
     app.set_version_flag("--version", "vorn-sample-history " VORN_VERSION);
     try {
         app.parse(argc, argv);
+        if (app.count("--output") == 0) throw CLI::RequiredError("--output"); // after what is misspelt
+        if (line.output == "-") throw CLI::ValidationError("--output", "must be a file, not standard output");
         if (const auto at = parseInternetDateTime(until)) {
             line.options.until = std::chrono::floor<std::chrono::seconds>(*at).time_since_epoch().count();
         } else if (!until.empty()) {
-            throw CLI::ValidationError("--until", "not a time such as 2026-03-01T09:15:00Z: " + until);
+            throw CLI::ValidationError("--until", "not a time such as 2026-03-01T09:15:00Z: " + printable(until));
         }
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : wrongCommandLine;
@@ -141,6 +152,12 @@ int main(int argc, char** argv)
     } catch (const std::invalid_argument& error) {
         fmt::print(stderr, "vorn-sample-history: {}\n", error.what());
         return wrongCommandLine;
+    } catch (const std::filesystem::filesystem_error& error) {
+        const bool isThere = error.code() == std::errc::file_exists;
+        fmt::print(stderr, "vorn-sample-history: {}\n",
+                   isThere ? printable(error.path1().string()) + " is there already. --force replaces it."
+                           : error.what());
+        return failure;
     } catch (const std::exception& error) {
         fmt::print(stderr, "vorn-sample-history: {}\n", error.what());
         return failure;

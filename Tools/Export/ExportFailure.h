@@ -13,7 +13,7 @@ enum class ExportStatus {
     wrongArguments = 2,
     noDatabase = 3,
     accessDenied = 4,
-    unreadable = 5,    ///< every copy was damaged
+    unreadable = 5,    ///< no database, or every copy was damaged
     databaseError = 6, ///< any other failure of SQLite
     outputNotWritable = 7,
     copyFailed = 8,     ///< the private copy could not be made, for example because the disk is full

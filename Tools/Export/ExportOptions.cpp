@@ -1,6 +1,7 @@
 #include "Tools/Export/ExportOptions.h"
 
-#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "NimbrelExportKit/Messages/UsersDatabase.h"
+#include "Platform/Base/PrintableText.h"
 #include "Platform/Base/Text.h"
 
 #include <system_error>
@@ -18,8 +19,8 @@ constexpr const char* description =
 
 constexpr const char* exitStatuses =
     "Exit status: 0 the archive is written; 2 wrong arguments; 3 no Messages database; 4 access denied;\n"
-    "5 the database stayed unreadable; 6 another database error; 7 the output cannot be written;\n"
-    "8 the private copy cannot be made; 9 the statistics cannot be printed; 1 any other problem;\n"
+    "5 the file is no database, or stayed unreadable; 6 another database error; 7 the output cannot be\n"
+    "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 1 any other problem;\n"
     "128+N ended by signal N.";
 
 /// `path` without links and detours, as far as it exists; in lower case, as some systems tell no difference.
@@ -45,12 +46,12 @@ bool touchesDatabase(const fs::path& output, const fs::path& database)
     return false;
 }
 
-/// Nothing for a user whom the system does not know: there is no Messages either.
+/// Nothing for a user without a home: there is no Messages either.
 fs::path usersDatabase()
 {
     try {
-        return FullDiskAccess::messagesDatabaseURL();
-    } catch (const fs::filesystem_error&) {
+        return usersMessagesDatabase();
+    } catch (const NoHomeFolder&) {
         return {};
     }
 }
@@ -62,7 +63,12 @@ std::string checkHandle(const std::string& handle)
 
 std::string checkTime(const std::string& text)
 {
-    return parseInternetDateTime(text) ? "" : "not a time like 2026-03-01T09:15:00Z: " + text;
+    return parseInternetDateTime(text) ? "" : "not a time like 2026-03-01T09:15:00Z: " + printable(text);
+}
+
+ExportOptionsEnd mistake(const std::string& text)
+{
+    return {text + "\nRun with --help for more information.\n", true};
 }
 
 } // namespace
@@ -80,13 +86,10 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     app.add_option("--database", database, "The Messages database (default: this user's own)")->type_name("DB");
     app.add_option("--handle", options.handles,
                    "A phone number, e-mail address or business identifier of the assistant; repeatable")
-        ->required()
         ->allow_extra_args(false)
         ->check(CLI::Validator(checkHandle, ""))
         ->type_name("H");
-    app.add_option("--output", output, "Where the archive goes; what is there is replaced")
-        ->required()
-        ->type_name("OUT.zip");
+    app.add_option("--output", output, "Where the archive goes; what is there is replaced")->type_name("OUT.zip");
     app.add_option("--exported-at", time, "The time that the archive states (default: now)")
         ->check(CLI::Validator(checkTime, ""))
         ->type_name("TIME");
@@ -98,9 +101,14 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     } catch (const CLI::CallForVersion& version) {
         return ExportOptionsEnd{std::string(version.what()) + "\n", false};
     } catch (const CLI::ParseError& error) {
-        return ExportOptionsEnd{std::string(error.what()) + "\nRun with --help for more information.\n", true};
+        return mistake(error.what());
     }
-    options.database = database.empty() ? usersDatabase() : fs::path(database);
+    // Not "required": what is missing would be told before what is misspelt.
+    for (const char* option : {"--handle", "--output"})
+        if (app.count(option) == 0) return mistake(option + std::string(" is required"));
+    if (output == "-") return mistake("--output must be a file: an archive is not for standard output");
+    options.isUsersOwn = database.empty();
+    options.database = options.isUsersOwn ? usersDatabase() : fs::path(database);
     options.output = output;
     options.exportedAt = parseInternetDateTime(time).value_or(now); // checked, or not given
     if (output.empty() || touchesDatabase(options.output, options.database)) {

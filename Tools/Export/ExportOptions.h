@@ -11,7 +11,8 @@ namespace vorn {
 
 /// What the user asked `vorn-export` for.
 struct ExportOptions {
-    std::filesystem::path database;
+    std::filesystem::path database; ///< empty where the user has no home folder, and named none
+    bool isUsersOwn = true;         ///< `database` was not named
     std::vector<std::string> handles;
     std::filesystem::path output;
     Instant exportedAt;

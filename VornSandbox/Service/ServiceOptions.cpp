@@ -1,5 +1,8 @@
 #include "VornSandbox/Service/ServiceOptions.h"
 
+#include "Platform/Base/PrintableText.h"
+#include "Tools/Support/WholeNumber.h"
+
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -22,7 +25,16 @@ CLI::Validator within(double least, double most)
     return {[=](const std::string& text) {
                 double value = 0;
                 const bool fits = CLI::detail::lexical_cast(text, value) && value >= least && value <= most;
-                return fits ? std::string() : fmt::format("{} is no number from {} to {}", text, least, most);
+                return fits ? std::string()
+                            : fmt::format("\"{}\" is not a number from {} to {}", printable(text), least, most);
+            },
+            ""};
+}
+
+CLI::Validator wholeWithin(std::int64_t least, std::int64_t most)
+{
+    return {[=](const std::string& text) {
+                return mistakeInWholeNumber(text, static_cast<std::uint64_t>(least), static_cast<std::uint64_t>(most));
             },
             ""};
 }
@@ -80,20 +92,20 @@ void addAccount(CLI::App& app, Settings& settings)
     addSeconds(app, "--link-lifetime", settings.linkLifetime, "A code expires after so many seconds");
     addSeconds(app, "--token-lifetime", settings.tokenLifetime, "An access token expires after so many seconds");
     app.add_option("--poll-interval", settings.pollIntervalMs, "Milliseconds between polls, as told to the Mac")
-        ->check(CLI::Range(std::int64_t{0}, longestPollInterval))
+        ->check(wholeWithin(0, longestPollInterval))
         ->capture_default_str();
 }
 
 void addUploads(CLI::App& app, Settings& settings)
 {
     app.add_option("--max-bytes", settings.maxBytes, "The largest archive")
-        ->check(CLI::Range(std::int64_t{0}, largestArchive))
+        ->check(wholeWithin(0, largestArchive))
         ->capture_default_str();
     app.add_option("--part-size", settings.partSize, "Bytes of a part")
-        ->check(CLI::Range(std::int64_t{1}, largestArchive))
+        ->check(wholeWithin(1, largestArchive))
         ->capture_default_str();
     app.add_option("--initial-parts", settings.initialParts, "Part URLs that come with a new submission")
-        ->check(CLI::Range(std::int64_t{0}, std::int64_t{10'000}))
+        ->check(wholeWithin(0, 10'000))
         ->capture_default_str();
     addSeconds(app, "--expire-urls", settings.urlLifetime, "A part URL expires after so many seconds");
     app.add_flag("--expired-first-urls", settings.expiredFirstUrls,
@@ -130,7 +142,7 @@ std::optional<int> ServiceOptions::parse(int argc, const char* const* argv, Serv
     CLI::App app{"Runs the service on this computer alone, with a page that plays the phone.", "vorn-sandbox"};
     Texts texts;
     app.add_option("--port", options.port, "The port on 127.0.0.1; 0 takes any free one")
-        ->check(CLI::Range(0, 65535))
+        ->check(wholeWithin(0, 65535))
         ->capture_default_str();
     addAccount(app, options.settings);
     addUploads(app, options.settings);

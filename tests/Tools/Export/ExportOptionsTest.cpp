@@ -44,12 +44,14 @@ TEST(ExportOptions, ReadEveryArgument)
     EXPECT_EQ(read.output, "out.zip");
     EXPECT_EQ(read.exportedAt, Instant(sys_days(2026y / January / 2) + 3h + 4min + 5s));
     EXPECT_TRUE(read.json);
+    EXPECT_FALSE(read.isUsersOwn);
 }
 
 TEST(ExportOptions, DefaultToThisUsersDatabaseAndNow)
 {
     const ExportOptions read = options({"--handle", "x", "--output", "out.zip"});
     EXPECT_EQ(read.database, FullDiskAccess::messagesDatabaseURL());
+    EXPECT_TRUE(read.isUsersOwn);
     EXPECT_EQ(read.exportedAt, now);
     EXPECT_FALSE(read.json);
 }
@@ -67,6 +69,10 @@ TEST(ExportOptions, RefuseWhatMakesNoSense)
     EXPECT_THAT(mistake({"--output", "o.zip", "--handle", "a@b.c", "extra"}),
                 HasSubstr("The following argument was not expected: extra"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", ""}), HasSubstr("--output must be a file of its own"));
+    EXPECT_THAT(mistake({"--frobnicate"}), HasSubstr("The following argument was not expected: --frobnicate\n"));
+    EXPECT_THAT(mistake({"--handle", "x", "--output", "-"}),
+                HasSubstr("--output must be a file: an archive is not for standard output\n"));
+    EXPECT_THAT(mistake({"--handle", "x", "--exported-at", "\x1B[2J"}), HasSubstr("Z: \uFFFD[2J\n"));
     EXPECT_THAT(mistake({"--frobnicate"}), HasSubstr("Run with --help for more information.\n"));
 }
 

@@ -9,15 +9,18 @@
 #include <nlohmann/json.hpp>
 
 #include <sched.h>
+#include <sys/stat.h>
 
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::MessagesFixture;
+using ::testing::Not;
 using testing::Program;
 using testing::readFile;
 
@@ -116,7 +119,42 @@ TEST_F(ExportProgram, GivesTheSameArchiveForTheSameTime)
 
 TEST_F(ExportProgram, SaysThatThereIsNoDatabase)
 {
-    expectFailure(3, "Messages isn't set up on this Mac.\n");
+    expectFailure(3, "There is no database at " + database.string() + ".\n");
+}
+
+#ifdef NO_USERS_MODULE // where a program can be told that there are none
+TEST_F(ExportProgram, SaysThatTheUserHasNoDatabase)
+{
+    std::vector<std::string> arguments = usualArguments();
+    arguments.erase(arguments.begin(), arguments.begin() + 2);
+    const auto as = [&](const std::string& folder) {
+        return Program(EXPORT_PROGRAM, arguments,
+                       {{"TMPDIR", temporary.path().string()}, {"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", folder}});
+    };
+    Program withoutMessages = as(home.path().string());
+    EXPECT_EQ(withoutMessages.exitCode(), 3);
+    EXPECT_EQ(withoutMessages.errors(), "Messages isn't set up on this Mac. There is no database at " +
+                                            (home / "Library/Messages/chat.db").string() + ".\n");
+    Program withoutHome = as("");
+    EXPECT_EQ(withoutHome.exitCode(), 3);
+    EXPECT_EQ(withoutHome.errors(),
+              "This user has no home folder, so there is no Messages history here. HOME can name one.\n");
+    expectNothingLeft();
+}
+#endif
+
+TEST_F(ExportProgram, SaysThatTheFileIsNoDatabase)
+{
+    for (const std::string content : {"x", "Dear diary, this is not what you are looking for.\n"}) {
+        testing::writeFile(database, content);
+        expectFailure(5, database.string() + " is no database.\n");
+    }
+    fs::remove(database);
+    fs::create_directory(database);
+    expectFailure(5, database.string() + " is no database.\n");
+    fs::remove(database);
+    ASSERT_EQ(mkfifo(database.c_str(), 0600), 0);
+    expectFailure(5, database.string() + " is no database.\n");
 }
 
 TEST_F(ExportProgram, SaysThatAccessIsDenied)
@@ -133,7 +171,7 @@ TEST_F(ExportProgram, SaysThatAccessIsDenied)
 
 TEST_F(ExportProgram, SaysThatTheDatabaseStayedUnreadable)
 {
-    testing::writeFile(database, std::string(8192, 'x'));
+    testing::writeFile(database, "SQLite format 3" + std::string(8192, '\0'));
     expectFailure(5, "Messages was busy. Try again in a moment.\n");
 }
 
@@ -159,13 +197,18 @@ TEST_F(ExportProgram, SaysThatTheOutputCannotBeWritten)
     expectNothingLeft();
 }
 
-TEST_F(ExportProgram, SaysThatNoCopyCanBeMade)
+TEST_F(ExportProgram, SaysThatNoCopyCanBeMadeWithoutAFolderForIt)
 {
     writeHistory();
     testing::writeFile(home / "no-folder", "");
-    Program program(EXPORT_PROGRAM, usualArguments(), {{"TMPDIR", home / "no-folder"}});
-    EXPECT_EQ(program.exitCode(), 8);
-    EXPECT_EQ(program.errors(), "Vorn couldn't make its private copy of your Messages history: Not a directory.\n");
+    for (const auto& [name, reason] :
+         {std::pair("no-folder", "Not a directory"), std::pair("none", "No such file or directory")}) {
+        Program program(EXPORT_PROGRAM, usualArguments(), {{"TMPDIR", home / name}});
+        EXPECT_EQ(program.exitCode(), 8);
+        EXPECT_EQ(program.errors(), "The folder for temporary files, " + (home / name).string() +
+                                        ", cannot be used: " + reason + ". TMPDIR names it.\n");
+    }
+    EXPECT_THAT(home.names(), Not(Contains("none")));
     expectNothingLeft();
 }
 

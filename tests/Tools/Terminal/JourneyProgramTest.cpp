@@ -130,11 +130,49 @@ TEST(JourneyProgram, SaysThatMessagesCannotBeRead)
     Sandbox sandbox;
     fix.link(sandbox);
     const auto program =
-        fix.start(sandbox.url(), {"--yes", "-VornMessagesDatabaseOverride", (fix.folder / "missing.db").string()});
+        fix.start(sandbox.url(), {"--yes"}, {{"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", fix.folder.path().string()}});
     EXPECT_EQ(program->exitCode(), 12);
     EXPECT_THAT(program->errors(), HasSubstr("\nMessages isn't set up on this Mac. Sign in to Messages with the Apple "
                                              "ID you text Nimbrel from, then come back.\n"));
     EXPECT_THAT(program->errors(), EndsWith("\nVorn can't read Messages on this Mac yet.\n"));
+}
+
+TEST(JourneyProgram, SaysThatItsUserHasNoHome)
+{
+    const LinkedFixture fix;
+    const auto program = fix.start("http://127.0.0.1:9", {"--yes"}, {{"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", ""}});
+    EXPECT_EQ(program->exitCode(), 12);
+    EXPECT_EQ(program->errors(),
+              "This user has no home folder, so there is no Messages history here. HOME can name one.\n");
+    const auto status = fix.start("http://127.0.0.1:9", {"status"}, {{"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", ""}});
+    EXPECT_EQ(status->exitCode(), 3) << "which reads no history";
+}
+
+TEST(JourneyProgram, SaysWhatTheNamedDatabaseIsNot)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox;
+    fix.link(sandbox);
+    testing::writeFile(fix.folder / "notes.txt", "Dear diary");
+    for (const auto& [name, text] :
+         {std::pair("missing.db", "There is no database at @.\n"), std::pair("notes.txt", "@ is no database.\n")}) {
+        const std::string path = (fix.folder / name).string();
+        const auto program = fix.start(sandbox.url(), {"--yes", "-VornMessagesDatabaseOverride", path});
+        EXPECT_EQ(program->exitCode(), 12);
+        EXPECT_EQ(program->errors(), std::string(text).replace(std::string(text).find('@'), 1, path));
+    }
+    EXPECT_THAT(sandbox.log(), Not(HasSubstr("GET ")));
+}
+
+TEST(JourneyProgram, NeedsAFolderForTemporaryFiles)
+{
+    const LinkedFixture fix;
+    const std::string missing = (fix.folder / "missing").string();
+    const auto program = fix.start("http://127.0.0.1:9", {"--yes"}, {{"TMPDIR", missing}});
+    EXPECT_EQ(program->exitCode(), 1);
+    EXPECT_EQ(program->errors(), "The folder for temporary files, " + missing +
+                                     ", cannot be used: No such file or directory. TMPDIR names it.\n");
+    EXPECT_FALSE(std::filesystem::exists(missing));
 }
 
 TEST(JourneyProgram, DoesNotWaitForAServiceWhereNobodyWatches)

@@ -76,6 +76,20 @@ TEST(SampleHistoryProgram, RefusesWrongCommandLines)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
+TEST(SampleHistoryProgram, NamesWhatIsMisspeltBeforeWhatIsMissing)
+{
+    Sampler misspelt({"--frobnicate"});
+    EXPECT_EQ(misspelt.exitCode(), 2);
+    EXPECT_THAT(misspelt.errors(), HasSubstr("not expected: --frobnicate"));
+    Sampler missing({"--messages", "1"});
+    EXPECT_EQ(missing.exitCode(), 2);
+    EXPECT_THAT(missing.errors(), HasSubstr("--output is required"));
+    Sampler streamed({"--output", "-"});
+    EXPECT_EQ(streamed.exitCode(), 2);
+    EXPECT_THAT(streamed.errors(), HasSubstr("--output: must be a file, not standard output"));
+    EXPECT_FALSE(std::filesystem::exists("-"));
+}
+
 TEST(SampleHistoryProgram, SaysHowManyRowsItCanWrite)
 {
     const TemporaryFolder folder;
@@ -88,7 +102,7 @@ TEST(SampleHistoryProgram, SaysHowManyRowsItCanWrite)
         for (const std::string value : {"abc", "-1", "1.5", "100000001", "99999999999999999999"}) {
             SCOPED_TRACE(option + " " + value);
             EXPECT_THAT(errorsOf(option, value),
-                        HasSubstr(option + ": Value " + value + " not in range 0 to 100000000"));
+                        HasSubstr(option + ": \"" + value + "\" is not a whole number from 0 to 100000000"));
         }
     }
     EXPECT_THAT(folder.names(), IsEmpty());
@@ -127,7 +141,8 @@ TEST(SampleHistoryProgram, KeepsAFileThatIsThereUnlessForced)
     writeFile(folder / "chat.db", "mine");
     Sampler refused({"--output", folder / "chat.db", "--messages", "10"});
     EXPECT_EQ(refused.exitCode(), 1);
-    EXPECT_THAT(refused.errors(), HasSubstr("will not replace"));
+    EXPECT_EQ(refused.errors(),
+              "vorn-sample-history: " + (folder / "chat.db").string() + " is there already. --force replaces it.\n");
     EXPECT_EQ(readFile(folder / "chat.db"), "mine");
     Sampler forced({"--output", folder / "chat.db", "--messages", "10", "--force"});
     EXPECT_EQ(forced.exitCode(), 0);

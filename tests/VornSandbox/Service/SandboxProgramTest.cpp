@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
+#include <tuple>
 
 #include <sys/stat.h>
 
@@ -50,6 +51,18 @@ private:
 int portOf(const std::string& url)
 {
     return std::stoi(url.substr(url.rfind(':') + 1));
+}
+
+TEST(SandboxProgram, NamesWhatIsNoNumber)
+{
+    for (const auto& [option, value, text] :
+         {std::tuple("--port", "abc", "--port: \"abc\" is not a whole number from 0 to 65535\n"),
+          std::tuple("--max-bytes", "1e9", "--max-bytes: \"1e9\" is not a whole number from 0 to 1125899906842624\n"),
+          std::tuple("--reward", "nan", "--reward: \"nan\" is not a number from 0 to 1000000\n")}) {
+        Program program(SANDBOX_PROGRAM, {option, value});
+        EXPECT_EQ(program.exitCode(), 2);
+        EXPECT_THAT(program.errors(), StartsWith(text));
+    }
 }
 
 TEST(SandboxProgram, PrintsItsAddressAndEndsCleanlyWhenAsked)
