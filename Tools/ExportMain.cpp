@@ -64,6 +64,7 @@ public:
         refuseMissingDatabase();
         refuseUnwritableOutput();
         const NimbrelExportResult result = read();
+        if (const auto nothing = failureOfFinding(result); nothing && !options_.allowEmpty) fail(*nothing);
         const ArchiveFile archive = write(result);
         const ExportStatistics statistics{result.stats(), result.skipped, archive, hashOf(archive)};
         progress_.clear();
@@ -71,6 +72,12 @@ public:
     }
 
 private:
+    [[noreturn]] void fail(const ExportFailure& failure)
+    {
+        progress_.clear();
+        throw Failed{failure};
+    }
+
     /// In truer words than the application's, which are about a Mac's own database.
     void refuseMissingDatabase() const
     {

@@ -20,6 +20,15 @@ std::string reasonOf(const std::exception& error)
 
 } // namespace
 
+std::optional<ExportFailure> failureOfFinding(const NimbrelExportResult& result)
+{
+    if (!result.messages.empty()) return std::nullopt;
+    const char* what = result.chats.empty() ? "There is no one-to-one conversation with these handles."
+                                            : "The conversation holds no message that is exported.";
+    return ExportFailure{ExportStatus::nothingFound,
+                         fmt::format("{} Nothing was written; --allow-empty writes an archive nevertheless.", what)};
+}
+
 ExportFailure failureOfReading(const std::exception& error)
 {
     const auto* failure = dynamic_cast<const NimbrelExportError*>(&error);

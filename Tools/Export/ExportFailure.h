@@ -1,7 +1,10 @@
 #pragma once
 
+#include "NimbrelExportKit/Records/ExportRecords.h"
+
 #include <exception>
 #include <filesystem>
+#include <optional>
 #include <string>
 
 namespace vorn {
@@ -18,6 +21,7 @@ enum class ExportStatus {
     outputNotWritable = 7,
     copyFailed = 8,     ///< the private copy could not be made, for example because the disk is full
     statisticsLost = 9, ///< the archive is written, but what was in it could not be printed
+    nothingFound = 10,  ///< nothing was written
 };
 
 /// Why there is no archive, for the program that called and for the person who reads.
@@ -26,6 +30,9 @@ struct ExportFailure {
     std::string text; ///< whole sentences, without a newline at the end
     bool operator==(const ExportFailure&) const = default;
 };
+
+/// What `result` lacks to be worth an archive; nothing when it has messages.
+std::optional<ExportFailure> failureOfFinding(const NimbrelExportResult& result);
 
 /// A failure while the conversation was read.
 ExportFailure failureOfReading(const std::exception& error);

@@ -20,8 +20,8 @@ constexpr const char* description =
 constexpr const char* exitStatuses =
     "Exit status: 0 the archive is written; 2 wrong arguments; 3 no Messages database; 4 access denied;\n"
     "5 the file is no database, or stayed unreadable; 6 another database error; 7 the output cannot be\n"
-    "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 1 any other problem;\n"
-    "128+N ended by signal N.";
+    "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 10 there is nothing\n"
+    "to export, and nothing was written; 1 any other problem; 128+N ended by signal N.";
 
 /// `path` without links and detours, as far as it exists; in lower case, as some systems tell no difference.
 std::string comparable(const fs::path& path)
@@ -94,6 +94,7 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
         ->check(CLI::Validator(checkTime, ""))
         ->type_name("TIME");
     app.add_flag("--json", options.json, "Print the statistics as JSON");
+    app.add_flag("--allow-empty", options.allowEmpty, "Write an archive also where there is nothing to put into it");
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {

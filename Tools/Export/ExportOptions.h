@@ -16,7 +16,8 @@ struct ExportOptions {
     std::vector<std::string> handles;
     std::filesystem::path output;
     Instant exportedAt;
-    bool json = false; ///< statistics for programs
+    bool json = false;       ///< statistics for programs
+    bool allowEmpty = false; ///< an archive is written also where there is nothing to put into it
 };
 
 /// The arguments were all about ending at once: `text` is the help, the version, or what is wrong with them.

@@ -45,6 +45,8 @@ TEST(ExportOptions, ReadEveryArgument)
     EXPECT_EQ(read.exportedAt, Instant(sys_days(2026y / January / 2) + 3h + 4min + 5s));
     EXPECT_TRUE(read.json);
     EXPECT_FALSE(read.isUsersOwn);
+    EXPECT_FALSE(read.allowEmpty);
+    EXPECT_TRUE(options({"--handle", "x", "--output", "out.zip", "--allow-empty"}).allowEmpty);
 }
 
 TEST(ExportOptions, DefaultToThisUsersDatabaseAndNow)
@@ -114,8 +116,8 @@ TEST(ExportOptions, GiveHelpAndVersion)
 {
     const auto help = std::get<ExportOptionsEnd>(parse({"--help"}));
     EXPECT_FALSE(help.isMistake);
-    for (const char* option :
-         {"--database DB", "--handle H", "--output OUT.zip", "--exported-at TIME", "--json", "--help", "--version"}) {
+    for (const char* option : {"--database DB", "--handle H", "--output OUT.zip", "--exported-at TIME", "--json",
+                               "--allow-empty", "--help", "--version"}) {
         EXPECT_THAT(help.text, HasSubstr(option));
     }
     const auto version = std::get<ExportOptionsEnd>(parse({"--version"}));

@@ -157,6 +157,33 @@ TEST_F(ExportProgram, SaysThatTheFileIsNoDatabase)
     expectFailure(5, database.string() + " is no database.\n");
 }
 
+TEST_F(ExportProgram, WritesNothingWhereThereIsNothingToExport)
+{
+    testing::writeFile(output, "an earlier archive");
+    const auto expectNothing = [&](const std::string& text) {
+        Program program = start();
+        EXPECT_EQ(program.exitCode(), 10);
+        EXPECT_EQ(program.errors(), text);
+        EXPECT_EQ(program.output(), "");
+        EXPECT_EQ(readFile(output), "an earlier archive");
+        EXPECT_THAT(itemsLeft(), IsEmpty());
+    };
+    MessagesFixture fixture(database);
+    expectNothing(
+        "There is no one-to-one conversation with these handles. Nothing was written; --allow-empty writes an "
+        "archive nevertheless.\n");
+    fixture.assistantChat();
+    fixture.message({.itemType = std::int64_t{1}}); // which is left out
+    expectNothing("The conversation holds no message that is exported. Nothing was written; --allow-empty writes an "
+                  "archive nevertheless.\n");
+    std::vector<std::string> arguments = usualArguments();
+    arguments.emplace_back("--allow-empty");
+    Program program = start(arguments);
+    EXPECT_EQ(program.exitCode(), 0);
+    EXPECT_THAT(program.output(), HasSubstr("Messages        0\n"));
+    EXPECT_TRUE(readFile(output).starts_with("PK"));
+}
+
 TEST_F(ExportProgram, SaysThatAccessIsDenied)
 {
     testing::writeFile(home / "file", ""); // what a superuser cannot open either
