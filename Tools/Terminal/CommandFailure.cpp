@@ -1,6 +1,7 @@
 #include "Tools/Terminal/CommandFailure.h"
 
 #include "Platform/Base/PrintableText.h"
+#include "Platform/Base/Text.h"
 #include "Platform/HTTP/URLError.h"
 #include "VornMac/Model/Describe.h"
 #include "VornMacCore/Client/APIError.h"
@@ -37,11 +38,17 @@ std::string sentenceOf(const std::exception& error)
 
 } // namespace
 
+std::string spokenWords(const std::string& text)
+{
+    const std::string words = printable(text);
+    return text::trimmed(words).empty() ? "The server refused and did not say why." : words;
+}
+
 std::string lastWords(const std::string& text)
 {
     constexpr std::string_view promise = " Vorn will retry.";
-    if (!text.ends_with(promise)) return printable(text);
-    return printable(text.substr(0, text.size() - promise.size())) + std::string(again);
+    if (!text.ends_with(promise)) return spokenWords(text);
+    return spokenWords(text.substr(0, text.size() - promise.size())) + std::string(again);
 }
 
 CommandFailure failureOf(const std::exception& error)

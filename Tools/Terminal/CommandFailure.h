@@ -45,6 +45,9 @@ private:
 /// reads.
 CommandFailure failureOf(const std::exception& error);
 
+/// `text`, from `describe`, fit for a terminal: words of our own where a service sends none that can be read.
+std::string spokenWords(const std::string& text);
+
 /// `text`, from `describe`, for a program that ends with it: nothing retries then, whatever the sentence for a window
 /// says. Fit for a terminal.
 std::string lastWords(const std::string& text);

@@ -175,7 +175,7 @@ Async<> Journey::find()
                              "history syncs here.");
     if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
         if (!manners_.isAttended) throw CommandFailure(TerminalStatus::failed, lastWords(failed->text));
-        terminal_.say(printable(failed->text));
+        terminal_.say(spokenWords(failed->text));
         if (!co_await answers_.confirms("Look again?")) throw CommandFailure(TerminalStatus::failed, "");
         if (model_.step() == Step::find) model_.scan();
         co_return;
@@ -213,7 +213,7 @@ Async<> Journey::upload()
         if (isNew && is<phase::Finishing>(phase)) terminal_.say("Finishing up…");
         if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
             if (!manners_.isAttended) throw CommandFailure(TerminalStatus::refused, lastWords(failed->text));
-            terminal_.say(printable(failed->text));
+            terminal_.say(spokenWords(failed->text));
             if (!co_await answers_.confirms("Try again?")) throw CommandFailure(TerminalStatus::refused, "");
             if (model_.step() == Step::upload) model_.go(Step::find);
             co_return;
@@ -233,6 +233,8 @@ Async<> Journey::review()
     tellReview();
     if (const auto& submission = model_.submission(); submission && !submission->isTerminal())
         terminal_.say("The review takes longer. The result also shows on the quest in the Vorn app.");
+    if (const auto availability = model_.availability())
+        if (const std::string next = nextUploadText(*availability); !next.empty()) terminal_.say(next);
 }
 
 void Journey::tellReview()

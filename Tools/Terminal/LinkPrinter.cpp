@@ -1,6 +1,5 @@
 #include "Tools/Terminal/LinkPrinter.h"
 
-#include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/CommandFailure.h"
 
 #include <stdexcept>
@@ -79,7 +78,7 @@ void LinkPrinter::draw(const QRCodeText& code) const
 
 void LinkPrinter::tellFailure(const std::string& words)
 {
-    const std::string text = printable(words);
+    const std::string text = spokenWords(words);
     if (std::exchange(lastFailure_, text) != text) terminal_.say(text);
 }
 

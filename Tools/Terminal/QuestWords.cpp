@@ -1,13 +1,21 @@
 #include "Tools/Terminal/QuestWords.h"
 
+#include "Platform/Base/Dates.h"
 #include "Platform/Base/Match.h"
 #include "VornMac/Words/QuestNotes.h"
 
 namespace vorn {
+
 std::string availabilityText(const QuestAvailability& availability)
 {
     const std::string note = availabilityNote(availability);
     return note.empty() ? "You can upload your chat." : note;
+}
+
+std::string nextUploadText(const QuestAvailability& availability)
+{
+    const auto* cooldown = std::get_if<QuestAvailability::Cooldown>(&availability.state());
+    return cooldown == nullptr ? "" : "Upload again on " + dayText(cooldown->until) + " with your newer chats.";
 }
 
 std::string availabilityName(const QuestAvailability& availability)

@@ -11,6 +11,9 @@ namespace vorn {
 /// What the quest's state means for the next upload, as one line for the user. Dates are those of the user's zone.
 std::string availabilityText(const QuestAvailability& availability);
 
+/// When a user whose upload was just paid may make the next; empty when no day is known.
+std::string nextUploadText(const QuestAvailability& availability);
+
 /// "cooldown", "lastRejected", "available" or "inReview", for programs.
 std::string availabilityName(const QuestAvailability& availability);
 

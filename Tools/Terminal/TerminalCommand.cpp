@@ -56,7 +56,7 @@ Async<> TerminalCommand::share()
                     manners(isAttended));
     const SubmissionStatus submission = co_await journey.toReward();
     if (lines && !lines->hasWritten()) throw CommandFailure(TerminalStatus::failed, unprintable);
-    if (!lines) print(textOf(SubmissionReport{submission, model.reward()}));
+    if (!lines) print(textOf(submission));
     requireAccepted(submission);
 }
 

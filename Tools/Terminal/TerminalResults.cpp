@@ -20,12 +20,6 @@ std::string line(std::string_view label, const std::string& value)
     return fmt::format("{:<16}{}\n", label, printable(value));
 }
 
-std::string submissionLines(const SubmissionStatus& submission, const std::string& questReward)
-{
-    return line("Submission", submission.id) + line("  status", submission.status) +
-           line("  review", submissionText(submission, questReward));
-}
-
 template <class T>
 JSON orNull(const std::optional<T>& value)
 {
@@ -48,9 +42,9 @@ std::string dump(const JSON& document)
 
 } // namespace
 
-std::string textOf(const SubmissionReport& report)
+std::string textOf(const SubmissionStatus& submission)
 {
-    return submissionLines(report.submission, report.questReward);
+    return line("Submission", submission.id) + line("  status", submission.status);
 }
 
 std::string textOf(const StatusReport& report)
@@ -61,7 +55,9 @@ std::string textOf(const StatusReport& report)
                        line("  status", quest.status) + line("  next upload", availabilityText(availability)) +
                        line("  reward", rewardText(report.quest)) +
                        line("  upload limit", bytesText(report.quest.maxBytes));
-    if (report.submission) text += submissionLines(*report.submission, rewardText(report.quest));
+    if (report.submission)
+        text +=
+            textOf(*report.submission) + line("  review", submissionText(*report.submission, rewardText(report.quest)));
     return text;
 }
 

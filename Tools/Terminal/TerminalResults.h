@@ -8,14 +8,8 @@
 
 namespace vorn {
 
-/// What the whole path ends with.
-struct SubmissionReport {
-    SubmissionStatus submission;
-    std::string questReward; ///< for a submission that names no amount
-};
-
-/// Lines for a person.
-std::string textOf(const SubmissionReport& report);
+/// What the whole path ends with, in lines for a person, who has been told how the review ended.
+std::string textOf(const SubmissionStatus& submission);
 
 /// What `status` tells.
 struct StatusReport {

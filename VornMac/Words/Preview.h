@@ -9,7 +9,9 @@ namespace vorn {
 
 /// One message of the preview. A value.
 struct PreviewedMessage {
-    std::string text; ///< its first 140 characters, or a word for one without text; line breaks are kept
+    /// Its first 140 characters, or a word for one without text. Line breaks are kept, a tab is a space, and other
+    /// control characters show as U+FFFD.
+    std::string text;
     bool fromMe = false;
     bool operator==(const PreviewedMessage&) const = default;
 };

@@ -84,7 +84,7 @@ TEST(PreviewLines, NameWhatHasNoText)
 
 TEST(PreviewLines, GiveATerminalNoCommands)
 {
-    EXPECT_THAT(previewLines({message("a\x1B[2J\nb")}), ElementsAre("  Nimbrel: a\uFFFD[2J b"));
+    EXPECT_THAT(previewLines({message("a\x1B[2J\nb\tc\r\nd")}), ElementsAre("  Nimbrel: a\uFFFD[2J b c d"));
 }
 
 } // namespace

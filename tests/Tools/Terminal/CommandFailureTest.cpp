@@ -95,6 +95,14 @@ TEST(LastWords, PromiseNoRetryAndNothingToATerminal)
     EXPECT_EQ(lastWords("\x1B[2J"), "\uFFFD[2J");
 }
 
+TEST(CommandFailure, TellsARefusalWithoutWords)
+{
+    for (const char* message : {"", "  ", "\u200B"}) {
+        EXPECT_EQ(failureOf(APIError(APIError::HTTP{422, message, {}})),
+                  CommandFailure(TerminalStatus::refused, "The server refused and did not say why."));
+    }
+}
+
 TEST(CommandFailure, KeepsTheServicesWordsHarmless)
 {
     EXPECT_EQ(failureOf(APIError(APIError::HTTP{400, "\x1B[2Jgone", {}})),

@@ -12,6 +12,7 @@ using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using testing::LinkedFixture;
+using ::testing::MatchesRegex;
 using ::testing::Not;
 using testing::Sandbox;
 using testing::TerminalFixture;
@@ -34,10 +35,11 @@ TEST(JourneyProgram, GoesFromTheLinkToTheReward)
                                 "  Nimbrel: message-canary\n"));
     EXPECT_THAT(said, HasSubstr("\nUpload chat? Yes.\nPacking your chat…\n"
                                 "Uploading securely. Keep this window open.\n"));
-    EXPECT_THAT(said,
-                EndsWith("Upload received. Checking your chat.\n"
-                         "You earned $12.50. Thanks for your Nimbrel chat. The reward is in your Vorn balance.\n"));
-    EXPECT_THAT(program->output(), HasSubstr("  status        approved\n"));
+    EXPECT_THAT(
+        said, MatchesRegex("(.|\n)*Upload received. Checking your chat.\nYou earned .12.50. Thanks for your Nimbrel "
+                           "chat. The reward is in your Vorn balance.\nUpload again on [A-Z][a-z]+ [0-9]+, [0-9]+ with "
+                           "your newer chats.\n"));
+    EXPECT_THAT(program->output(), MatchesRegex("Submission      sub_[0-9a-f]+\n  status        approved\n"));
     EXPECT_THAT(fix.leftovers(), IsEmpty());
 }
 

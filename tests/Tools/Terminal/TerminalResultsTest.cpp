@@ -53,6 +53,9 @@ TEST(QuestWords, SayWhetherTheUserMayUpload)
          }) {
         EXPECT_EQ(availabilityText(each.availability), each.text);
         EXPECT_EQ(availabilityName(each.availability), each.name);
+        const bool hasDay = each.availability.is<QuestAvailability::Cooldown>();
+        EXPECT_EQ(nextUploadText(each.availability),
+                  hasDay ? "Upload again on Mar 2, 2026 with your newer chats." : "");
     }
 }
 
@@ -79,10 +82,8 @@ TEST(QuestWords, SayHowAReviewStands)
 
 TEST(TerminalResults, TellAboutASubmission)
 {
-    EXPECT_EQ(textOf(SubmissionReport{submissionWith("analyzing"), "$12.50"}),
-              "Submission      sub-1\n"
-              "  status        analyzing\n"
-              "  review        Upload received. Checking your chat.\n");
+    EXPECT_EQ(textOf(submissionWith("analyzing")), "Submission      sub-1\n"
+                                                   "  status        analyzing\n");
 }
 
 TEST(TerminalResults, TellAboutTheQuest)

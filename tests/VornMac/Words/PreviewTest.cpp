@@ -64,6 +64,15 @@ TEST(Preview, KeepsLineBreaks)
     EXPECT_EQ(previewed(message("Lupa\nFriday, 7:30")), "Lupa\nFriday, 7:30");
 }
 
+TEST(Preview, ShowsControlCharactersAsWhatCannotBeShown)
+{
+    using namespace std::string_literals;
+    EXPECT_EQ(previewed(message("\x1B[31mred\x07 a\0b\x7F \u009B2J"s)), "\uFFFD[31mred\uFFFD a\uFFFDb\uFFFD \uFFFD2J");
+    EXPECT_EQ(previewed(message("one\ttab\r\nand\ra line")), "one tab\nand\uFFFDa line");
+    EXPECT_EQ(previewed(message("\u200Fשלום\u200F")), "\u200Fשלום\u200F") << "marks of direction are no controls";
+    EXPECT_EQ(previewed(message(std::string(141, '\x01'))), repeated("\uFFFD", 140) + "…");
+}
+
 TEST(Preview, HasAWordForWhatHasNoText)
 {
     ExportedMessage photo = message("");
