@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <sstream>
 #include <stdexcept>
 
 #include <poll.h>
@@ -43,6 +44,33 @@ std::unique_ptr<Program> ApplicationFixture::start(const std::string& url, std::
 {
     arguments.insert(arguments.end(), {"-VornAPIBaseURLOverride", url});
     return std::make_unique<Program>(APPLICATION_PROGRAM, std::move(arguments), environment(added));
+}
+
+std::optional<pid_t> ApplicationFixture::open(const std::string& url, std::vector<std::string> arguments) const
+{
+    // The inner shell becomes the application once the outer one has ended.
+    const std::string becomes = R"(tries=0
+        while read -r _ _ _ parent _ < /proc/$$/stat && [ "$parent" != 1 ] && [ $tries -lt 300 ]; do
+          tries=$((tries + 1)); sleep 0.01
+        done
+        echo "$$ $parent" > "$0"; [ "$parent" = 1 ] && exec "$@")";
+    const std::string opens = R"(sh -c "$BECOMES" "$@" 2> "$0" &)";
+    arguments.insert(arguments.begin(), {"-c", opens, sources_ / "errors", sources_ / "process", APPLICATION_PROGRAM});
+    arguments.insert(arguments.end(), {"-VornAPIBaseURLOverride", url});
+    for (const char* name : {"errors", "process"}) writeFile(sources_ / name, "");
+    Program("/bin/sh", std::move(arguments), environment({{"BECOMES", becomes}})).exitCode();
+    const auto process = [&] { return readFile(sources_ / "process"); };
+    waitUntil([&] { return process().ends_with("\n"); }, "the process");
+    std::istringstream line(process());
+    pid_t number = 0;
+    pid_t parent = 0;
+    line >> number >> parent;
+    return parent == 1 ? std::optional(number) : std::nullopt;
+}
+
+std::string ApplicationFixture::errorsOfOpened() const
+{
+    return readFile(sources_ / "errors");
 }
 
 std::unique_ptr<Program> ApplicationFixture::startWith(const std::string& qml, std::vector<std::string> arguments) const

@@ -6,8 +6,11 @@
 #include <csignal>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include <sys/types.h>
 
 namespace vorn::testing {
 
@@ -23,6 +26,11 @@ public:
     /// fixture's own environment.
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments = {},
                                    const Program::Environment& added = {}) const;
+    /// The same as the system opens it: without a terminal, as a child of the first process. Gives the process; nothing
+    /// where another one takes in those who have lost their parent.
+    std::optional<pid_t> open(const std::string& url, std::vector<std::string> arguments) const;
+    /// What those have printed on standard error.
+    std::string errorsOfOpened() const;
     /// The application with a window as `qml` describes it.
     std::unique_ptr<Program> startWith(const std::string& qml, std::vector<std::string> arguments = {}) const;
 

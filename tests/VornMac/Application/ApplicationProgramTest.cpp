@@ -151,6 +151,20 @@ TEST_F(ApplicationProgram, RejectsArgumentsThatNobodyKnows)
     EXPECT_THAT(nowhere->errors(), HasSubstr("-VornAPIBaseURLOverride must be an https address"));
 }
 
+TEST_F(ApplicationProgram, StartsWhateverItsLineHoldsWhereTheSystemOpensIt)
+{
+    const auto process = fix.open("http://127.0.0.1:9", {"chat.db", "-VornAppearance", "blue", "-psn_0_4711"});
+    if (!process) GTEST_SKIP() << "here the first process is nobody's parent";
+    const auto end = [&](const int* number) { kill(*process, *number); };
+    constexpr int kills = SIGKILL;
+    std::unique_ptr<const int, decltype(end)> unlessItEnds(&kills, end);
+    waitUntil([&] { return !fix.leftovers().empty(); }, "its lock");
+    kill(*process, SIGTERM);
+    waitUntil([&] { return fix.leftovers().empty(); }, "its end");
+    static_cast<void>(unlessItEnds.release());
+    EXPECT_THAT(fix.errorsOfOpened(), IsEmpty());
+}
+
 TEST_F(ApplicationProgram, LeadsToTheTerminalWhereThereIsNoDisplay)
 {
     struct Case {
