@@ -163,11 +163,13 @@ private:
 /// The database that `share` reads, looked at once; the other commands read none.
 std::filesystem::path messagesDatabase(const UserDefaults& defaults)
 {
+    using surroundings::DatabaseFile;
     const auto given = defaults.text(overrides::messagesDatabase);
-    if (!given) return usersMessagesDatabase();
-    const auto file = surroundings::databaseFileAt(*given);
-    if (file == surroundings::DatabaseFile::plausible) return *given;
-    throw CommandFailure(TerminalStatus::noAccess, surroundings::textOf(file, *given));
+    std::filesystem::path path = given ? std::filesystem::path(*given) : usersMessagesDatabase();
+    const DatabaseFile file = surroundings::databaseFileAt(path);
+    const bool mayAppear = file == DatabaseFile::missing && !given; // once Messages is set up
+    if (file == DatabaseFile::plausible || mayAppear) return path;
+    throw CommandFailure(TerminalStatus::noAccess, surroundings::textOf(file, path));
 }
 
 void requireTemporaryDirectory()

@@ -166,6 +166,18 @@ TEST(JourneyProgram, SaysWhatTheNamedDatabaseIsNot)
     EXPECT_THAT(sandbox.log(), Not(HasSubstr("GET ")));
 }
 
+TEST(JourneyProgram, SaysThatTheUsersOwnDatabaseIsNone)
+{
+    const LinkedFixture fix;
+    const auto own = fix.folder / "Library/Messages/chat.db";
+    std::filesystem::create_directories(own.parent_path());
+    testing::writeFile(own, "Dear diary");
+    const auto program = fix.start("http://127.0.0.1:9", {"--yes"},
+                                   {{"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", fix.folder.path().string()}});
+    EXPECT_EQ(program->exitCode(), 12);
+    EXPECT_EQ(program->errors(), own.string() + " is no database.\n");
+}
+
 TEST(JourneyProgram, NeedsAFolderForTemporaryFiles)
 {
     const LinkedFixture fix;
