@@ -4,6 +4,7 @@
 #include "Platform/Base/PrintableText.h"
 #include "Platform/Base/Text.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include <CLI/CLI.hpp>
@@ -102,7 +103,10 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     } catch (const CLI::CallForVersion& version) {
         return ExportOptionsEnd{std::string(version.what()) + "\n", false};
     } catch (const CLI::ParseError& error) {
-        return mistake(error.what());
+        const auto left = app.remaining();
+        const auto key = std::ranges::find_if(left, [](const auto& word) { return word.starts_with("-Vorn"); });
+        if (key == left.end()) return mistake(error.what());
+        return mistake("There is no " + printable(*key) + " here. --database names another database");
     }
     // Not "required": what is missing would be told before what is misspelt.
     for (const char* option : {"--handle", "--output"})

@@ -72,6 +72,8 @@ TEST(ExportOptions, RefuseWhatMakesNoSense)
                 HasSubstr("The following argument was not expected: extra"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", ""}), HasSubstr("--output must be a file of its own"));
     EXPECT_THAT(mistake({"--frobnicate"}), HasSubstr("The following argument was not expected: --frobnicate\n"));
+    EXPECT_THAT(mistake({"--handle", "x", "--output", "o.zip", "-VornMessagesDatabaseOverride", "chat.db"}),
+                HasSubstr("There is no -VornMessagesDatabaseOverride here. --database names another database\n"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", "-"}),
                 HasSubstr("--output must be a file: an archive is not for standard output\n"));
     EXPECT_THAT(mistake({"--handle", "x", "--exported-at", "\x1B[2J"}), HasSubstr("Z: \uFFFD[2J\n"));
