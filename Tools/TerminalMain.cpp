@@ -87,14 +87,17 @@ private:
     std::atomic<MainContext*> context_ = nullptr;
 };
 
+SettingsDefaults settingsFor(const TerminalOptions& options)
+{
+    return SettingsDefaults::forRun(options.defaults.values(), bundleIdentifier(), Log(bundleIdentifier(), "app"));
+}
+
 /// One run of the program. Members end in the reverse of their order: first the jobs, then what they use.
 class Run {
 public:
     Run(const TerminalOptions& options, std::filesystem::path database, const Terminal& terminal)
         : terminal_(terminal), database_(std::move(database)),
-          settings_(SettingsDefaults::forRun(options.defaults.values(), bundleIdentifier(),
-                                             Log(bundleIdentifier(), "app"))),
-          defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
+          settings_(settingsFor(options)), defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
           api_(configuration(), http_, tokens_), model_(services()),
           command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
     {
@@ -188,7 +191,7 @@ void requireFitSettings(const UserDefaults& defaults)
 int runTerminal(const TerminalOptions& options, const Terminal& terminal)
 {
     try {
-        SettingsDefaults settings(bundleIdentifier(), Log(bundleIdentifier(), "app"));
+        SettingsDefaults settings = settingsFor(options);
         const LayeredDefaults defaults(options.defaults.values(), settings);
         requireFitSettings(defaults);
         std::filesystem::path database;

@@ -2,7 +2,6 @@
 
 #include "VornMac/Defaults/LayeredDefaults.h"
 #include "VornMac/Defaults/SettingsDefaults.h"
-#include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/support/log/CapturedLog.h"
 
@@ -86,9 +85,8 @@ TEST(OverrideKeys, LetThroughWhatIsFitAndWhatIsTheSystems)
 
 TEST(OverrideKeys, LookAtTheUsersSettingsToo)
 {
-    const testing::TemporaryFolder configuration;
-    const testing::ScopedEnvironment variable("XDG_CONFIG_HOME", configuration.path().native());
-    SettingsDefaults settings("com.vorn.test", Log("test", "app"));
+    const testing::TemporaryFolder folder;
+    SettingsDefaults settings(std::filesystem::path(folder / "settings.ini"), Log("test", "app"));
     EXPECT_EQ(overrides::mistakeIn(settings, Program::terminal), std::nullopt);
     settings.setText("VornAPIBaseURLOverride", "htp://127.0.0.1");
     EXPECT_EQ(overrides::mistakeIn(settings, Program::terminal),
