@@ -62,14 +62,23 @@ target_compile_options(vorn_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow
 define_property(GLOBAL PROPERTY VORN_LAYERS BRIEF_DOCS "One line a library: its name, its folder, what it links")
 
 # vorn_library(<name> [HEADERS …] SOURCES … [PUBLIC …] [PRIVATE …])
-# HEADERS are the public ones; each must compile alone (target all_verify_interface_header_sets).
+# HEADERS are the public ones; each must compile alone. Its source includes it first, which proves that where no precompiled
+# header helps (preset libcxx); for those without a source the target all_verify_interface_header_sets does.
 function(vorn_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;SOURCES;PUBLIC;PRIVATE")
   add_library(${name} STATIC ${arg_SOURCES})
-  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${arg_HEADERS})
+  set(lonely ${arg_HEADERS})
+  foreach(source IN LISTS arg_SOURCES)
+    string(REGEX REPLACE "\\.(cpp|mm)$" ".h" header "${source}")
+    list(REMOVE_ITEM lonely ${header})
+  endforeach()
+  set(accompanied ${arg_HEADERS})
+  list(REMOVE_ITEM accompanied ${lonely} "")
+  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${accompanied}
+                                FILE_SET lonely TYPE HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${lonely})
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_link_libraries(${name} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE} vorn::warnings)
-  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON INTERFACE_HEADER_SETS_TO_VERIFY lonely)
   vorn_use_precompiled(${name} LINKS ${arg_PUBLIC} ${arg_PRIVATE})
   file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
   list(JOIN arg_PUBLIC "," public)
@@ -85,8 +94,12 @@ function(vorn_qml_module name)
   vorn_library(${name} HEADERS ${arg_HEADERS} SOURCES ${arg_SOURCES} PUBLIC ${arg_PUBLIC} PRIVATE ${arg_PRIVATE})
   set_target_properties(${name} PROPERTIES AUTOMOC ON) # before Qt looks for it
   string(REPLACE "." "/" path ${arg_URI})
+  set(generated)
+  if(NOT VORN_PRECOMPILE)
+    set(generated NO_CACHEGEN) # what is generated from QML cannot lack an include, and takes long to compile
+  endif()
   qt_add_qml_module(${name} URI ${arg_URI} VERSION 1.0 RESOURCE_PREFIX /qt/qml OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/qml/${path}
-                    QML_FILES ${arg_QML} RESOURCES ${arg_RESOURCES} DEPENDENCIES ${arg_DEPENDENCIES})
+                    ${generated} QML_FILES ${arg_QML} RESOURCES ${arg_RESOURCES} DEPENDENCIES ${arg_DEPENDENCIES})
   # What Qt generates is not written to our warnings, and names our headers without their folders.
   get_target_property(sources ${name} SOURCES)
   list(FILTER sources INCLUDE REGEX "/(\\.rcc/qmlcache/|.*_qmltyperegistrations).*\\.cpp$")
