@@ -26,7 +26,7 @@ using Attributes = std::unique_ptr<GHashTable, Call<g_hash_table_unref>>;
 using Value = std::unique_ptr<SecretValue, Call<secret_value_unref>>;
 
 const SecretSchema schema = {
-    "com.vorn.mac.Item",
+    "app.vorn.mac.Item",
     SECRET_SCHEMA_NONE,
     {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING}, {"account", SECRET_SCHEMA_ATTRIBUTE_STRING}, {nullptr, {}}},
     0,

@@ -1,6 +1,7 @@
 #include "tests/Platform/Keychain/FakeSecretService.h"
 
 #include <future>
+#include <mutex>
 #include <stdexcept>
 #include <string_view>
 #include <thread>
@@ -83,6 +84,12 @@ public:
     std::atomic<int> dismissals = 0;
     std::promise<void> askerLeft;
 
+    std::string searchedSchema() const
+    {
+        const std::lock_guard lock(mutex_);
+        return searchedSchema_;
+    }
+
 private:
     void run(const std::string& address, std::promise<void>& ready)
     {
@@ -124,9 +131,11 @@ private:
         if (fault_ == Fault::refusing)
             return g_dbus_method_invocation_return_error(call, G_DBUS_ERROR, G_DBUS_ERROR_ACCESS_DENIED, "not you");
         if (name == "OpenSession") return openSession(arguments, call);
-        if (name == "SearchItems")
+        if (name == "SearchItems") {
+            noteSchema(arguments);
             return g_dbus_method_invocation_return_value(
                 call, g_variant_new("(@ao@ao)", emptyPaths(), g_variant_new_objv(&itemPath, 1)));
+        }
         if (name == "Unlock")
             return g_dbus_method_invocation_return_value(call, g_variant_new("(@aoo)", emptyPaths(), promptPath));
         if (name == "Dismiss") {
@@ -134,6 +143,18 @@ private:
             return never(call);
         }
         showDialog(bus, sender, call);
+    }
+
+    void noteSchema(GVariant* arguments)
+    {
+        GVariant* const attributes = g_variant_get_child_value(arguments, 0);
+        const char* schema = "";
+        g_variant_lookup(attributes, "xdg:schema", "&s", &schema);
+        {
+            const std::lock_guard lock(mutex_);
+            searchedSchema_ = schema;
+        }
+        g_variant_unref(attributes);
     }
 
     void showDialog(GDBusConnection* bus, const char* sender, GDBusMethodInvocation* call)
@@ -169,6 +190,8 @@ private:
     GMainContext* context_ = g_main_context_new();
     GMainLoop* loop_ = g_main_loop_new(context_, FALSE);
     guint watch_ = 0;
+    mutable std::mutex mutex_;
+    std::string searchedSchema_; ///< guarded by the one above
     std::thread thread_;
 };
 
@@ -187,6 +210,11 @@ int FakeSecretService::dialogs() const
 int FakeSecretService::dismissals() const
 {
     return service_->dismissals;
+}
+
+std::string FakeSecretService::searchedSchema() const
+{
+    return service_->searchedSchema();
 }
 
 void FakeSecretService::waitUntilAskerLeft()

@@ -24,6 +24,8 @@ public:
 
     int dialogs() const;    ///< shown
     int dismissals() const; ///< asked for
+    /// The schema of the items that were searched for last; empty while there was no search.
+    std::string searchedSchema() const;
 
     /// Returns once the program that asked for the last dialog has left the bus.
     void waitUntilAskerLeft();

@@ -122,6 +122,14 @@ TEST(SecretServiceKeychain, TakesAClosedDialogForANo)
     EXPECT_EQ(service.dismissals(), 0);
 }
 
+TEST(SecretServiceKeychain, FilesItemsUnderTheApplicationsName)
+{
+    const TestBus bus;
+    const FakeSecretService service(bus.address(), Fault::dismissed);
+    EXPECT_EQ(statusOfRead(forever), KeychainError::userCanceled);
+    EXPECT_EQ(service.searchedSchema(), "app.vorn.mac.Item");
+}
+
 TEST(SecretServiceKeychain, ReportsThatItMayNot)
 {
     const TestBus bus;
