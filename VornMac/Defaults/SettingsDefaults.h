@@ -2,14 +2,11 @@
 
 #include "Platform/Base/Log.h"
 #include "Platform/Base/UserDefaults.h"
+#include "VornMac/Defaults/SettingsStore.h"
 
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <memory>
-#include <variant>
-
-class QSettings;
 
 namespace vorn {
 
@@ -18,13 +15,14 @@ namespace vorn {
 class SettingsDefaults final : public UserDefaults {
 public:
     /// `identifier` is the application's bundle identifier, whose preferences macOS keeps.
-    SettingsDefaults(std::string identifier, Log log);
+    SettingsDefaults(const std::string& identifier, Log log);
     /// Those in `file` instead, which no system knows of.
     SettingsDefaults(std::filesystem::path file, Log log);
 
     /// The settings for one run: those in the file that "-VornSettingsFile FILE" on the command line names, else the
     /// user's own of the application `identifier`.
-    static SettingsDefaults forRun(const std::map<std::string, std::string>& line, std::string identifier, Log log);
+    static SettingsDefaults forRun(const std::map<std::string, std::string>& line, const std::string& identifier,
+                                   Log log);
 
     std::optional<std::string> text(const std::string& key) const override;
     bool boolean(const std::string& key) const override;
@@ -32,11 +30,12 @@ public:
     void setText(const std::string& key, const std::string& value) override;
 
 private:
-    using Value = std::variant<bool, std::string>;
+    using Value = SettingsStore::Value;
 
+    std::optional<Value> find(const std::string& key) const;
     void keep(const std::string& key, Value value);
 
-    std::function<std::unique_ptr<QSettings>()> open_;
+    std::unique_ptr<SettingsStore> store_;
     Log log_;
     std::map<std::string, Value> unsaved_;
 };

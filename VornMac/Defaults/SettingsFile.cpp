@@ -1,9 +1,12 @@
-#include "VornMac/Defaults/SettingsStore.h"
+#include "VornMac/Defaults/SettingsFile.h"
 
 #include "Platform/Base/FileDescriptor.h"
+#include "VornMac/Defaults/SettingsKey.h"
 
 #include <system_error>
+#include <utility>
 
+#include <QSettings>
 #include <sys/stat.h>
 
 namespace vorn {
@@ -21,12 +24,41 @@ void makePrivate(const fs::path& file)
     const FileDescriptor created = createPrivateFile(file);
 }
 
+QString pathOf(const fs::path& file)
+{
+    return QString::fromStdString(file.native());
+}
+
 } // namespace
 
-std::unique_ptr<QSettings> openSettingsFile(const fs::path& file)
+SettingsFile::SettingsFile(fs::path file) : file_(std::move(file))
 {
-    makePrivate(file);
-    return std::make_unique<QSettings>(QString::fromStdString(file.native()), QSettings::IniFormat);
+}
+
+std::optional<SettingsStore::Value> SettingsFile::find(const std::string& key) const
+{
+    makePrivate(file_);
+    const QVariant value = QSettings(pathOf(file_), QSettings::IniFormat).value(settingsKey(key));
+    // A boolean is one until the file is read again, which has texts only.
+    if (value.metaType() == QMetaType::fromType<bool>()) return value.toBool();
+    if (value.metaType() == QMetaType::fromType<QString>()) return value.toString().toStdString();
+    return std::nullopt;
+}
+
+std::optional<std::string> SettingsFile::keep(const std::string& key, const Value& value)
+{
+    makePrivate(file_);
+    QSettings settings(pathOf(file_), QSettings::IniFormat);
+    const auto* text = std::get_if<std::string>(&value);
+    settings.setValue(settingsKey(key),
+                      text == nullptr ? QVariant(std::get<bool>(value)) : QVariant(QString::fromStdString(*text)));
+    settings.sync();
+    switch (settings.status()) {
+    case QSettings::NoError: return std::nullopt;
+    case QSettings::AccessError: return "they cannot be written";
+    case QSettings::FormatError: break;
+    }
+    return "the file cannot be understood";
 }
 
 } // namespace vorn

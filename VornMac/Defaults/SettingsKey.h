@@ -6,9 +6,8 @@
 
 namespace vorn {
 
-/// The key under which QSettings keeps `key`. Two keys never share one. QSettings takes "/" for a folder, drops those
-/// that are doubled, and swaps "/" and "." on macOS, where a usual key so reads as it is: a dot becomes "/", and what
-/// could be mistaken becomes "%" and two digits.
+/// The key under which QSettings keeps `key`. Two keys never share one. QSettings takes "/" for a folder and drops
+/// those that are doubled: a dot becomes "/", and what could be mistaken becomes "%" and two digits.
 QString settingsKey(std::string_view key);
 
 } // namespace vorn

@@ -1,19 +1,28 @@
 #pragma once
 
-#include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
-
-#include <QSettings>
+#include <variant>
 
 namespace vorn {
 
-/// The settings of the application `identifier`, as they are now: macOS keeps them in the preferences of that domain,
-/// other systems in a private file `<identifier>/defaults.ini` of the user's configuration folder.
-std::unique_ptr<QSettings> openSettings(const std::string& identifier);
+/// Where settings lie. Read anew each time: another process may have changed them. Threads: one.
+class SettingsStore {
+public:
+    using Value = std::variant<bool, std::string>;
 
-/// The settings in `file` alone, on every system. The file is made when it is missing, and so is the folder it lies in;
-/// what is made is private.
-std::unique_ptr<QSettings> openSettingsFile(const std::filesystem::path& file);
+    virtual ~SettingsStore() = default;
+
+    /// What `key` has; nothing when it is missing, or is neither a text nor something that counts as true or false.
+    virtual std::optional<Value> find(const std::string& key) const = 0;
+
+    /// Keeps `value` for later runs. Gives why that is not possible; nothing when it is.
+    virtual std::optional<std::string> keep(const std::string& key, const Value& value) = 0;
+};
+
+/// The user's own settings of the application `identifier`: macOS keeps them in the preferences of that domain, other
+/// systems in a private file `<identifier>/defaults.ini` of the user's configuration folder.
+std::unique_ptr<SettingsStore> userSettings(const std::string& identifier);
 
 } // namespace vorn

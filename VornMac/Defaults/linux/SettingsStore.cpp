@@ -1,14 +1,16 @@
 #include "VornMac/Defaults/SettingsStore.h"
 
+#include "VornMac/Defaults/SettingsFile.h"
+
 #include <QStandardPaths>
 
 namespace vorn {
 
-std::unique_ptr<QSettings> openSettings(const std::string& identifier)
+std::unique_ptr<SettingsStore> userSettings(const std::string& identifier)
 {
     const std::filesystem::path configuration =
         QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString();
-    return openSettingsFile(configuration / identifier / "defaults.ini");
+    return std::make_unique<SettingsFile>(configuration / identifier / "defaults.ini");
 }
 
 } // namespace vorn

@@ -20,7 +20,7 @@ TEST(SettingsKey, EscapesWhatCouldBeMistaken)
     EXPECT_EQ(settingsKey("a%2fb"), "a%252fb");
     EXPECT_EQ(settingsKey(".a."), "%2ea%2e");
     EXPECT_EQ(settingsKey("a..b"), "a%2e%2eb");
-    EXPECT_EQ(settingsKey("\xC2\xB7"), "%c2%b7") << "the sign that stands for a dot on macOS";
+    EXPECT_EQ(settingsKey("\xC2\xB7"), "%c2%b7");
     EXPECT_EQ(settingsKey("\xFF"), "%ff");
     EXPECT_EQ(settingsKey(""), "%");
 }

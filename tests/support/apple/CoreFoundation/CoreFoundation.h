@@ -17,6 +17,7 @@ typedef CFTypeRef CFPropertyListRef;
 typedef const struct __CFAllocator* CFAllocatorRef;
 typedef const struct __CFString* CFStringRef;
 typedef const struct __CFBoolean* CFBooleanRef;
+typedef const struct __CFNumber* CFNumberRef;
 typedef const struct __CFData* CFDataRef;
 typedef const struct __CFDictionary* CFDictionaryRef;
 typedef struct __CFDictionary* CFMutableDictionaryRef;
@@ -26,6 +27,9 @@ typedef const struct __CFTimeZone* CFTimeZoneRef;
 typedef CFStringRef CFLocaleIdentifier;
 
 enum : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
+
+typedef CFIndex CFNumberType;
+enum : CFNumberType { kCFNumberDoubleType = 13 };
 
 extern const CFBooleanRef kCFBooleanTrue;
 extern const CFBooleanRef kCFBooleanFalse;
@@ -43,6 +47,11 @@ extern const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;
 void CFRelease(CFTypeRef object);
 CFTypeRef CFRetain(CFTypeRef object);
 CFTypeID CFGetTypeID(CFTypeRef object);
+
+CFTypeID CFBooleanGetTypeID(void);
+Boolean CFBooleanGetValue(CFBooleanRef boolean);
+CFTypeID CFNumberGetTypeID(void);
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value);
 
 CFTypeID CFStringGetTypeID(void);
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex size,
@@ -68,6 +77,9 @@ CFTimeZoneRef CFTimeZoneCopySystem(void);
 CFStringRef CFTimeZoneGetName(CFTimeZoneRef zone);
 CFLocaleRef CFLocaleCopyCurrent(void);
 CFLocaleIdentifier CFLocaleGetIdentifier(CFLocaleRef locale);
+
 CFPropertyListRef CFPreferencesCopyAppValue(CFStringRef key, CFStringRef application);
+void CFPreferencesSetAppValue(CFStringRef key, CFPropertyListRef value, CFStringRef application);
+Boolean CFPreferencesAppSynchronize(CFStringRef application);
 
 } // extern "C"

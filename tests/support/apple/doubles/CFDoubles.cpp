@@ -113,6 +113,30 @@ CFTypeID CFGetTypeID(CFTypeRef object)
     return static_cast<CFTypeID>(CFDouble::of(object).type);
 }
 
+CFTypeID CFBooleanGetTypeID()
+{
+    return static_cast<CFTypeID>(Type::boolean);
+}
+
+Boolean CFBooleanGetValue(CFBooleanRef boolean)
+{
+    EXPECT_EQ(CFDouble::of(boolean).type, Type::boolean);
+    return boolean == kCFBooleanTrue ? 1 : 0;
+}
+
+CFTypeID CFNumberGetTypeID()
+{
+    return static_cast<CFTypeID>(Type::number);
+}
+
+Boolean CFNumberGetValue(CFNumberRef number, CFNumberType type, void* value)
+{
+    EXPECT_EQ(CFDouble::of(number).type, Type::number);
+    EXPECT_EQ(type, kCFNumberDoubleType);
+    *static_cast<double*>(value) = std::stod(CFDouble::of(number).bytes);
+    return 1;
+}
+
 CFTypeID CFStringGetTypeID()
 {
     return static_cast<CFTypeID>(Type::string);

@@ -11,10 +11,10 @@ namespace vorn::testing {
 /// What the objects of Core Foundation are in this test program. Objects are counted: releasing one that is gone, or a
 /// constant more often than it was retained, fails the running test. Threads: one.
 struct CFDouble {
-    enum class Type : CFTypeID { string = 1, data, dictionary, boolean };
+    enum class Type : CFTypeID { string = 1, data, dictionary, boolean, number };
 
     Type type;
-    std::string bytes = {}; ///< of a string as UTF-8; the name of a constant
+    std::string bytes = {}; ///< of a string as UTF-8; of a number in digits; the name of a constant
     std::map<const CFDouble*, const CFDouble*> pairs = {};
     long retains = 1;
     bool isConstant = false;

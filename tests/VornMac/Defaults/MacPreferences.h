@@ -1,0 +1,30 @@
+#pragma once
+
+#include "tests/support/apple/doubles/CFDoubles.h"
+
+#include <map>
+#include <string>
+
+namespace vorn::testing {
+
+/// A Mac's preferences, as far as this test program knows them. As on a Mac, what one process writes is seen by another
+/// once both have synchronized, and what cannot be written is held back for the next time.
+struct MacPreferences {
+    struct Value {
+        CFDouble::Type type = CFDouble::Type::string;
+        std::string bytes = {}; ///< as of a `CFDouble`
+
+        bool operator==(const Value&) const = default;
+    };
+    using Domain = std::map<std::string, Value>;
+    using Domains = std::map<std::string, Domain>; ///< by their names
+
+    Domains kept;           ///< for every process, and for `defaults`
+    bool canWrite = true;   ///< whether this process may change them
+    Domains read = {};      ///< `kept`, as this process has read it
+    Domains unwritten = {}; ///< what this process has set since
+};
+
+MacPreferences& macPreferences();
+
+} // namespace vorn::testing
