@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <arpa/inet.h>
 #include <cstring>
+#include <exception>
 #include <fcntl.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -75,13 +76,14 @@ int OpenSockets::open(int family, int type, int protocol)
     const int result = socket(family, type, protocol);
     if (result < 0) return result;
     fcntl(result, F_SETFD, FD_CLOEXEC); // programs that are started must not hold our connections open
-    sockets_.push_back(result);
+    sockets_.push_back({.number = result, .relay = nullptr});
     return result;
 }
 
 int OpenSockets::close(int socket)
 {
-    std::erase(sockets_, socket);
+    // libcurl's goodbye is lost with the relay. Sending it could raise SIGPIPE on the thread that ends the session.
+    std::erase_if(sockets_, [socket](const OpenSocket& open) { return open.number == socket; });
     return ::close(socket);
 }
 
@@ -89,10 +91,37 @@ int OpenSockets::find(int localPort, const char* peer, int peerPort) const noexc
 {
     const End wanted = endOf(peer, peerPort);
     if (wanted.port < 0) return -1;
-    const auto found = std::find_if(sockets_.begin(), sockets_.end(), [&](int socket) {
-        return localPortOf(socket) == localPort && peerOf(socket) == wanted;
+    const auto found = std::find_if(sockets_.begin(), sockets_.end(), [&](const OpenSocket& open) {
+        return localPortOf(open.connection()) == localPort && peerOf(open.connection()) == wanted;
     });
-    return found == sockets_.end() ? -1 : *found;
+    return found == sockets_.end() ? -1 : found->connection();
+}
+
+void OpenSockets::putRelayBefore(int socket) noexcept
+{
+    const auto found = std::find_if(sockets_.begin(), sockets_.end(),
+                                    [socket](const OpenSocket& open) { return open.connection() == socket; });
+    if (found == sockets_.end() || found->relay) return;
+    try {
+        found->relay = std::make_unique<SocketRelay>(socket);
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): too few descriptors, or too little memory
+    }
+}
+
+void OpenSockets::moveRelays() noexcept
+{
+    for (const OpenSocket& open : sockets_) {
+        if (open.relay) open.relay->move();
+    }
+}
+
+std::vector<curl_waitfd>& OpenSockets::awaitedByRelays()
+{
+    awaited_.clear();
+    for (const OpenSocket& open : sockets_) {
+        if (open.relay) open.relay->watch(awaited_);
+    }
+    return awaited_;
 }
 
 void resetOnClose(int socket) noexcept

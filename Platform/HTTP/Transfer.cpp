@@ -4,12 +4,10 @@
 #include "Platform/HTTP/CurlFailure.h"
 #include "Platform/HTTP/NetworkState.h"
 #include "Platform/HTTP/OpenSockets.h"
-#include "Platform/HTTP/UnreadTLS.h"
 
 #include <algorithm>
 #include <exception>
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/socket.h>
 
@@ -43,13 +41,6 @@ int countOfWhatIsLeftIn(const FileDescriptor& socket) noexcept
 {
     int count = 0;
     return ioctl(socket.get(), FIONREAD, &count) == 0 ? count : 0;
-}
-
-/// Whether the other side has reset the connection: what has arrived is all that ever will.
-bool isCut(const FileDescriptor& socket) noexcept
-{
-    pollfd watched{socket.get(), 0, 0};
-    return poll(&watched, 1, 0) > 0 && (watched.revents & (POLLHUP | POLLERR)) != 0;
 }
 
 bool mayHideAnAnswer(CURLcode result) noexcept
@@ -171,8 +162,7 @@ int Transfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl_off
     transfer.received_ = received;
     transfer.sent_ = sent;
     if (sent > 0) transfer.report(sent);
-    transfer.saveLateRefusal();
-    return transfer.isOver_ ? 1 : 0;
+    return 0;
 }
 
 int Transfer::beforeRequest(void* self, char* peer, char*, int peerPort, int localPort) noexcept
@@ -191,7 +181,9 @@ bool Transfer::beginRequest(int localPort, const char* peer, int peerPort) noexc
         return false;
     }
     begun_ = true;
-    socket_ = duplicateOf(sockets_->find(localPort, peer, peerPort));
+    const int connection = sockets_->find(localPort, peer, peerPort);
+    socket_ = duplicateOf(connection);
+    if (request_.body && request_.url.scheme() == "https") sockets_->putRelayBefore(connection);
     movement_ = {.traffic = trafficOf(socket_.get())};
     lastMove_ = options_->now();
     return true;
@@ -250,18 +242,6 @@ bool Transfer::takeLateRefusal()
     return head_.isFinal() && head_.status() >= 300;
 }
 
-/// The same behind TLS, where it is too late once libcurl has closed the connection. Before it does, it reports the
-/// progress a last time.
-void Transfer::saveLateRefusal()
-{
-    if (!begun_ || head_.isFinal() || sent_ >= bodySizeOf(request_)) return;
-    if (request_.url.scheme() != "https" || !isCut(socket_)) return;
-    if (const auto unread = takeUnreadTLS(handle_.get(), socket_.get())) {
-        takeLateBytes(*unread);
-        isOver_ = true; // libcurl might wait for ever for what was taken from under it
-    }
-}
-
 void Transfer::takeLateBytes(std::string_view bytes)
 {
     while (!head_.isFinal()) {
@@ -276,7 +256,7 @@ void Transfer::takeLateBytes(std::string_view bytes)
 URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
 {
     if (tooLarge_) return URLError::Code::dataLengthExceedsMaximum;
-    if (secondTry_ || isOver_) return URLError::Code::networkConnectionLost;
+    if (secondTry_) return URLError::Code::networkConnectionLost;
     long systemError = 0;
     curl_easy_getinfo(handle_.get(), CURLINFO_OS_ERRNO, &systemError);
     return failureOf(result, static_cast<int>(systemError), isOnNetwork());
@@ -284,7 +264,7 @@ URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
 
 void Transfer::finish(CURLcode result)
 {
-    if (result == CURLE_OK || ((isOver_ || mayHideAnAnswer(result)) && takeLateRefusal())) {
+    if (result == CURLE_OK || (mayHideAnAnswer(result) && takeLateRefusal())) {
         if (!head_.isFinal()) return fail(URLError::Code::networkConnectionLost); // libcurl lets a head break off
         auto answer = takeAnswer();
         letGo();

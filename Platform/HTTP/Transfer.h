@@ -67,7 +67,6 @@ private:
     bool beginRequest(int localPort, const char* peer, int peerPort) noexcept;
     void report(std::int64_t bytesSent) noexcept;
     bool hasUnsentBody() const noexcept;
-    void saveLateRefusal();
     bool takeLateRefusal();
     void takeLateBytes(std::string_view bytes);
     URLError::Code reasonOf(CURLcode result) const noexcept;
@@ -95,7 +94,6 @@ private:
     bool begun_ = false;        ///< the request has gone out, or is about to
     bool secondTry_ = false;    ///< libcurl wanted to send it again
     bool tooLarge_ = false;
-    bool isOver_ = false;            ///< the connection is cut, and all that it held has been read
     std::int64_t bodyRead_ = 0;      ///< bytes of the body that libcurl has taken
     std::exception_ptr bodyFailure_; ///< why it got no more
     int waiting_ = 0;                ///< bytes that lay in the socket when the body was last asked for

@@ -86,12 +86,16 @@ void TransferEngine::stop()
 void TransferEngine::run()
 {
     while (takeArrivals()) {
+        sockets_.moveRelays(); // what libcurl is to read
         int running = 0;
         curl_multi_perform(multi_.get(), &running);
         endFinished();
         goOnWithBodies();
         endAbandonedAndSilent();
-        curl_multi_poll(multi_.get(), nullptr, 0, millisecondsToWait(), nullptr);
+        sockets_.moveRelays(); // what it has written
+        auto& awaited = sockets_.awaitedByRelays();
+        curl_multi_poll(multi_.get(), awaited.data(), static_cast<unsigned>(awaited.size()), millisecondsToWait(),
+                        nullptr);
     }
     for (const auto& transfer : Transfers(underWay_)) remove(transfer.get())->drop();
 }

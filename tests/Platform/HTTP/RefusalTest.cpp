@@ -1,7 +1,10 @@
 #include "tests/Platform/HTTP/HeldBody.h"
 #include "tests/Platform/HTTP/SessionFixture.h"
 
+#include <array>
+#include <atomic>
 #include <future>
+#include <thread>
 #include <vector>
 
 namespace vorn::testing {
@@ -84,6 +87,51 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
             const HTTPResponse response = send(asked);
             EXPECT_EQ(response.status, 403);
             EXPECT_EQ(response.body, "expired");
+        }
+    }
+}
+
+/// Keeps the processors busy, so that threads stop at other places than usual.
+class Load {
+public:
+    Load()
+    {
+        for (auto& thread : threads_) thread = std::thread([this] { keepBusy(); });
+    }
+    ~Load()
+    {
+        over_ = true;
+        for (auto& thread : threads_) thread.join();
+    }
+    Load(Load&&) = delete;
+
+private:
+    void keepBusy() const
+    {
+        while (!over_) continue;
+    }
+
+    std::atomic<bool> over_ = false;
+    std::array<std::thread, 2> threads_;
+};
+
+TEST_P(Refusal, OfABodyOfAnySizeIsTheAnswerUnderLoad)
+{
+    constexpr std::size_t times = 12;
+    const Load load;
+    for (const std::size_t size : {std::size_t(1), std::size_t(70'000), std::size_t(300'000), part}) {
+        SCOPED_TRACE(size);
+        const auto asked = put(size);
+        for (std::size_t time = 0; time < times; ++time) {
+            beginAnew();
+            server.script([=](Exchange& exchange) {
+                exchange.readBody(size * time / times);
+                exchange.send(refusal);
+                exchange.reset();
+            });
+            const HTTPResponse response = send(asked);
+            ASSERT_EQ(response.status, 403);
+            ASSERT_EQ(response.body, "expired");
         }
     }
 }

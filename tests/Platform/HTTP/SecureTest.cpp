@@ -61,6 +61,17 @@ TEST_F(Secure, KeepsItsConnection)
     EXPECT_EQ(server.requests().size(), 5U);
 }
 
+TEST_F(Secure, KeepsItsConnectionForRequestsOfEveryKind)
+{
+    for (int i = 0; i < 3; ++i) {
+        server.answer({});
+        send(get());
+        server.answer({});
+        send(put(100'000));
+    }
+    EXPECT_EQ(server.connectionCount(), 1U);
+}
+
 TEST_F(Secure, CutWithinTheBodyIsALostConnection)
 {
     server.script([](Exchange& exchange) {
