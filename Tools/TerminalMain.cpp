@@ -96,8 +96,8 @@ SettingsDefaults settingsFor(const TerminalOptions& options)
 class Run {
 public:
     Run(const TerminalOptions& options, std::filesystem::path database, const Terminal& terminal)
-        : terminal_(terminal), database_(std::move(database)),
-          settings_(settingsFor(options)), defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
+        : terminal_(terminal), database_(std::move(database)), settings_(settingsFor(options)),
+          defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
           api_(configuration(), http_, tokens_), model_(services()),
           command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
     {

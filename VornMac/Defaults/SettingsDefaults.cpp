@@ -7,10 +7,6 @@
 #include <utility>
 
 namespace vorn {
-namespace {
-
-
-} // namespace
 
 SettingsDefaults::SettingsDefaults(const std::string& identifier, Log log)
     : store_(userSettings(identifier)), log_(std::move(log))

@@ -24,9 +24,13 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts)
     return pointers;
 }
 
-std::string nameOf(const std::string& entry) { return entry.substr(0, entry.find('=')); }
+std::string nameOf(const std::string& entry)
+{
+    return entry.substr(0, entry.find('='));
+}
 
-/// Ours, with what is added in place of entries of the same name: of two, some programs take the first and some the last.
+/// Ours, with what is added in place of entries of the same name: of two, some programs take the first and some the
+/// last.
 std::vector<std::string> environmentWith(const Program::Environment& added)
 {
     std::vector<std::string> entries;

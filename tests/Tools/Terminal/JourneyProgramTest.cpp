@@ -102,8 +102,9 @@ TEST(JourneyProgram, ReadsNothingElseWhereAnOverrideIsMisspelt)
     fix.link(sandbox);
     const auto program = fix.start(sandbox.url(), {"--yes", "-VornMesagesDatabaseOverride", fix.database().string()});
     EXPECT_EQ(program->exitCode(), 2);
-    EXPECT_EQ(program->errors(), "There is no -VornMesagesDatabaseOverride, only -VornAPIBaseURLOverride, "
-                                 "-VornMessagesDatabaseOverride and -VornSettingsFile\nRun with --help for more information.\n");
+    EXPECT_EQ(program->errors(),
+              "There is no -VornMesagesDatabaseOverride, only -VornAPIBaseURLOverride, "
+              "-VornMessagesDatabaseOverride and -VornSettingsFile\nRun with --help for more information.\n");
     EXPECT_THAT(sandbox.log(), Not(HasSubstr("GET ")));
 }
 

@@ -102,8 +102,9 @@ TEST(TerminalOptions, EndsWithTheHelpAndTheVersion)
 {
     const auto help = std::get<TerminalOptionsEnd>(parse({"--help"}));
     EXPECT_FALSE(help.isMistake);
-    for (const char* text : {"link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL",
-                             "-VornMessagesDatabaseOverride FILE", "-VornSettingsFile FILE", "Exit status: 0 done", "128+N ended by signal N"}) {
+    for (const char* text :
+         {"link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL", "-VornMessagesDatabaseOverride FILE",
+          "-VornSettingsFile FILE", "Exit status: 0 done", "128+N ended by signal N"}) {
         EXPECT_THAT(help.text, HasSubstr(text));
     }
     EXPECT_THAT(std::get<TerminalOptionsEnd>(parse({"status", "--help"})).text, HasSubstr("SUBMISSION"));
