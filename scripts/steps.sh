@@ -1,4 +1,5 @@
 # For scripts that prove the project step by step: sourced, not run.
+# shellcheck shell=bash
 
 step_names=()
 step_seconds=()
