@@ -12,11 +12,12 @@ if(NOT APPLE)
   set(CMAKE_AUTOMOC_MOC_OPTIONS --include version)
 endif()
 
-# A compiler that has seen a file before need not read it again. The sloppiness is what precompiled headers ask for.
+# A compiler that has seen a file before need not read it again. The sloppiness is what precompiled headers ask for; to depend
+# on what the compiler says it has read saves preprocessing every file once more.
 find_program(VORN_CCACHE ccache)
 if(VORN_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   foreach(language C CXX OBJCXX)
-    set(CMAKE_${language}_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros ${VORN_CCACHE})
+    set(CMAKE_${language}_COMPILER_LAUNCHER env CCACHE_SLOPPINESS=pch_defines,time_macros CCACHE_DEPEND=1 ${VORN_CCACHE})
   endforeach()
 endif()
 
