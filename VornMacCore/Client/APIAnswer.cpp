@@ -14,13 +14,22 @@ ErrorBody errorBodyOf(const HTTPResponse& response)
     }
 }
 
+std::optional<std::string> shortened(std::optional<std::string> words)
+{
+    if (!words || words->size() <= APIError::longestWords) return words;
+    std::size_t end = APIError::longestWords;
+    while ((static_cast<unsigned char>((*words)[end]) & 0xC0U) == 0x80U) --end; // within a character
+    words->resize(end);
+    return *words + "…";
+}
+
 } // namespace
 
 APIError refusalOf(const HTTPResponse& response)
 {
     if (response.status == 401) return APIError(APIError::SessionExpired{});
     ErrorBody body = errorBodyOf(response);
-    return APIError(APIError::HTTP{response.status, std::move(body.text), std::move(body.code)});
+    return APIError(APIError::HTTP{response.status, shortened(std::move(body.text)), shortened(std::move(body.code))});
 }
 
 } // namespace vorn

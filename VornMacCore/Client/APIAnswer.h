@@ -1,11 +1,14 @@
 #pragma once
 
+#include "Platform/Async/BackgroundExecutor.h"
+#include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/Log.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "VornMacCore/Client/APIError.h"
 #include "VornMacCore/Wire/WireJSON.h"
 
 #include <concepts>
+#include <cstddef>
 #include <optional>
 #include <string>
 
@@ -55,6 +58,18 @@ Record decode(const HTTPResponse& response, const Log& log)
             throw APIError(APIError::InvalidResponse{});
         }
     }
+}
+
+/// The longest answer that is read where it arrives: some tenths of a millisecond.
+inline constexpr std::size_t readAtOnce = std::size_t{64} * 1024;
+
+/// As `decode`, but a long answer is read on `background`, which outlives the call; null: it is read at once too.
+template <class Record>
+Async<Record> decodeApart(HTTPResponse response, Log log, BackgroundExecutor* background)
+{
+    if (background == nullptr || response.body.size() <= readAtOnce) co_return decode<Record>(response, log);
+    const auto read = [&](const CancelFlag& /*cancel*/) { return decode<Record>(response, log); };
+    co_return co_await onBackground(background, read);
 }
 
 } // namespace vorn

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <optional>
 #include <string>
@@ -11,6 +12,10 @@ namespace vorn {
 /// all fail as `URLError` instead.
 class APIError : public std::exception {
 public:
+    /// How many bytes of the service's own words are kept, which the user reads and the log repeats: more than a
+    /// sentence has, and less than would fill a screen or the log. What was cut off is told by an ellipsis.
+    static constexpr std::size_t longestWords = 1000;
+
     /// An answer other than 2xx and 401, with the service's own words where it gave some.
     struct HTTP {
         int status = 0;

@@ -17,8 +17,13 @@ namespace vorn {
 /// Threads: any; the document is shared and never changes, and it lives as long as an object of it.
 class JSONObject {
 public:
-    static constexpr std::size_t maxTextSize = std::size_t{16} * 1024 * 1024; ///< bytes of a document
-    static constexpr int maxDepth = 64;                                       ///< objects and arrays within each other
+    /// Bytes of a document. The largest that is meant carries the URLs of all parts of an upload: an archive has at
+    /// most 512 parts, as it ends at 4 GiB, and servers take URLs of at most 8 KiB.
+    static constexpr std::size_t maxTextSize = std::size_t{4} * 1024 * 1024;
+    /// Objects, arrays, strings, numbers and other values of a document, which take some hundred bytes each however
+    /// short they are. That largest document has less than 2,000.
+    static constexpr int maxValues = 50'000;
+    static constexpr int maxDepth = 64; ///< objects and arrays within each other
 
     /// Reads a whole document that is an object. Throws `UndecodableJSON` for anything else and for what two readers
     /// could understand differently: ill-formed UTF-8, an escaped half of a surrogate pair, a key that stands twice in

@@ -51,6 +51,7 @@ public:
 private:
     Tree& place(Tree value)
     {
+        if (++values_ > JSONObject::maxValues) throw UndecodableJSON("too many values");
         if (open_.empty()) return root_ = std::move(value);
         if (open_.back()->is_array()) {
             open_.back()->push_back(std::move(value));
@@ -77,7 +78,8 @@ private:
 
     Tree root_;
     std::vector<Tree*> open_; ///< the objects and arrays around the next value; a child never moves while it is open
-    Tree* member_ = nullptr;  ///< where the value of the last key goes
+    int values_ = 0;
+    Tree* member_ = nullptr; ///< where the value of the last key goes
 };
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "VornMacCore/Client/APIAnswer.h"
 
+#include "Platform/Async/MainContext.h"
+#include "tests/support/async/ManualExecutor.h"
 #include "tests/support/log/CapturedLog.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/ServiceFixture.h"
@@ -49,6 +51,43 @@ TEST(APIAnswer, IsARefusalForEveryOtherStatus)
     for (const int status : {100, 199, 300, 301, 302, 304, 307, 308, 400, 403, 409, 410, 413, 429, 499, 500, 503, 599})
         EXPECT_EQ(refusal<SubmissionStatus>(answer(status, testing::submissionStatusJSON)), httpError(status));
     EXPECT_THAT(log.lines(), IsEmpty());
+}
+
+TEST(APIAnswer, TellsTheFirstThousandBytesOfTheServicesWords)
+{
+    const std::string longest(APIError::longestWords, 'w');
+    EXPECT_EQ(refusal<IgnoredBody>(answer(500, testing::errorJSON(longest, longest))),
+              httpError(500, longest, longest));
+    EXPECT_EQ(refusal<IgnoredBody>(answer(500, testing::errorJSON(longest + "w", "code" + longest))),
+              httpError(500, longest + "…", "code" + longest.substr(4) + "…"));
+    const std::string cut = longest.substr(2); // the next character takes four bytes
+    EXPECT_EQ(refusal<IgnoredBody>(answer(500, testing::errorJSON(cut + "😀😀", "busy"))),
+              httpError(500, cut + "…", "busy"));
+}
+
+TEST(LongAnswer, IsReadInTheBackground)
+{
+    MainContext main;
+    testing::ManualExecutor background;
+    const auto padded = [](std::size_t size) {
+        std::string body = testing::submissionStatusJSON;
+        return answer(200, body + std::string(size - body.size(), ' '));
+    };
+    for (const bool isLong : {false, true}) {
+        std::optional<SubmissionStatus> read;
+        const auto reading = [](HTTPResponse response, testing::ManualExecutor* executor,
+                                std::optional<SubmissionStatus>* result) -> Async<> {
+            *result = co_await decodeApart<SubmissionStatus>(std::move(response), apiLog, executor);
+        };
+        const Task task(main, reading(padded(readAtOnce + (isLong ? 1 : 0)), &background, &read));
+        main.runUntilIdle();
+        EXPECT_EQ(read.has_value(), !isLong);
+        EXPECT_EQ(background.waiting(), isLong ? 1U : 0U);
+        background.run();
+        main.runUntilIdle();
+        EXPECT_EQ(read, testing::sampleSubmissionStatus());
+    }
+    main.shutDown();
 }
 
 TEST(APIAnswer, IsNotReadWhenNobodyWantsIt)

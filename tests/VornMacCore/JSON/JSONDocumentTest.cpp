@@ -115,10 +115,19 @@ TEST(JSONDocument, CountsDepthNotNumberOfObjects)
 TEST(JSONDocument, IsRefusedForItsDepthBeforeTheRestIsRead)
 {
     EXPECT_EQ(complaint(repeated("[", 65) + "\xFF not JSON"), "nested too deep");
-    EXPECT_EQ(complaint(repeated("[", 5'000'000)), "nested too deep");
+    EXPECT_EQ(complaint(repeated("[", 4'000'000)), "nested too deep");
 }
 
-TEST(JSONDocument, HasAtMostSixteenMebibytes)
+TEST(JSONDocument, HasAtMostFiftyThousandValues)
+{
+    constexpr int around = 2; // the object and its array
+    const auto listOf = [](int count) { return R"({"a":[{})" + repeated(",{}", count - 1) + "]}"; };
+    EXPECT_EQ(complaint(listOf(JSONObject::maxValues - around)), "");
+    EXPECT_EQ(complaint(listOf(JSONObject::maxValues - around + 1)), "too many values");
+    EXPECT_EQ(complaint(R"({"a":[1)" + repeated(",1", 1'000'000)), "too many values") << "before the rest is read";
+}
+
+TEST(JSONDocument, HasAtMostFourMebibytes)
 {
     const std::string head = R"({"a":"b"})";
     const std::string padded = head + std::string(JSONObject::maxTextSize - head.size(), ' ');
