@@ -98,7 +98,7 @@ public:
     Run(const TerminalOptions& options, std::filesystem::path database, const Terminal& terminal)
         : terminal_(terminal), database_(std::move(database)), settings_(settingsFor(options)),
           defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
-          api_(configuration(), http_, tokens_), model_(services()),
+          api_(configuration(), http_, tokens_, &pool_), model_(services()),
           command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
     {
         target_.set(&context_, [this] { task_.cancel(); });

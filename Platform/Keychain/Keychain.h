@@ -2,6 +2,7 @@
 
 #include "Platform/Keychain/KeychainError.h"
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -37,6 +38,17 @@ public:
     /// Removes the secret of `item`. Says whether there is none any more; a secret that is left behind makes the `add`
     /// that follows fail.
     virtual bool remove(const KeychainItem& item) noexcept = 0;
+
+    /// Removes the secret of `item` if `matches` says so of its bytes, as one call: it waits no longer than `read`.
+    /// Gives the secret that stays. `matches` owns what it uses: a call that was given up may still ask it. Throws
+    /// `KeychainError`.
+    virtual std::optional<std::string> removeIf(const KeychainItem& item, std::function<bool(std::string_view)> matches)
+    {
+        auto kept = read(item);
+        if (!kept || !matches(*kept)) return kept;
+        if (!remove(item)) throw KeychainError(KeychainError::notAvailable);
+        return std::nullopt;
+    }
 
     /// Removes the secret of `item` and adds `bytes`, as one call: together they wait no longer than either alone.
     /// Throws `KeychainError`; the old secret may be gone by then.

@@ -52,7 +52,7 @@ AppServices Surroundings::services()
     return {.context = &context(),
             .clock = &clock_,
             .background = &pool_,
-            .api = VornAPI(address, http_, tokens_),
+            .api = VornAPI(address, http_, tokens_, &pool_),
             .tokens = tokens_,
             .transfer = http_,
             .defaults = &defaults_,

@@ -38,8 +38,10 @@ Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest
     }
 }
 
-APITransport::APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session)
-    : configuration_(std::move(configuration)), session_(std::move(session)), log_(bundleIdentifier(), "api")
+APITransport::APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session,
+                           BackgroundExecutor* background)
+    : configuration_(std::move(configuration)), session_(std::move(session)), background_(background),
+      log_(bundleIdentifier(), "api")
 {
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Async/BackgroundExecutor.h"
 #include "Platform/Base/Log.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "VornMacCore/Client/APIConfiguration.h"
@@ -22,18 +23,22 @@ struct APICall {
 /// answer, or one too large to be meant.
 class APITransport {
 public:
-    APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session);
+    /// What takes long is done on `background`, which outlives every call; null: where the call runs.
+    APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session,
+                 BackgroundExecutor* background = nullptr);
 
     /// A refusal (a status other than 2xx) comes without the token, should it repeat it.
     Async<HTTPResponse> send(APICall call, const std::optional<std::string>& bearerToken) const;
 
     const Log& log() const noexcept { return log_; }
+    BackgroundExecutor* background() const noexcept { return background_; }
 
 private:
     HTTPRequest framed(APICall call, const std::optional<std::string>& bearerToken) const;
 
     APIConfiguration configuration_;
     std::shared_ptr<HTTPSession> session_;
+    BackgroundExecutor* background_;
     Log log_;
 };
 

@@ -9,6 +9,16 @@ namespace vorn {
 
 using Method = HTTPRequest::Method;
 
+namespace {
+
+/// Whether a session is the one with this refresh token.
+auto holding(std::string refreshToken)
+{
+    return [token = std::move(refreshToken)](const StoredSession& session) { return session.refreshToken == token; };
+}
+
+} // namespace
+
 SessionKeeper::SessionKeeper(APITransport transport, std::shared_ptr<TokenStore> tokens)
     : transport_(std::move(transport)), tokens_(std::move(tokens))
 {
@@ -36,11 +46,31 @@ std::optional<StoredSession> SessionKeeper::forget()
     return session;
 }
 
-void SessionKeeper::clearIfCurrent(const StoredSession& session)
+std::optional<StoredSession> SessionKeeper::forget(const std::string& userId)
 {
     const std::lock_guard lock(storeLock_);
-    const auto stored = tokens_->reload();
-    if (stored && stored->refreshToken == session.refreshToken) tokens_->clear();
+    auto session = tokens_->load();
+    tokens_->clearIf([userId](const StoredSession& stored) { return stored.userId == userId; });
+    if (session && session->userId != userId) session.reset();
+    return session;
+}
+
+template <class Work, class Result>
+Async<Result> SessionKeeper::askStore(std::shared_ptr<SessionKeeper> self, Work work)
+{
+    auto* const background = self->transport_.background();
+    if (background == nullptr) co_return work();
+    const auto ask = [&work](const CancelFlag& /*cancel*/) { return work(); };
+    co_return co_await onBackground(background, ask);
+}
+
+Async<> SessionKeeper::clearIfCurrent(std::shared_ptr<SessionKeeper> self, StoredSession session)
+{
+    const auto clear = [keeper = self.get(), token = std::move(session.refreshToken)] {
+        const std::lock_guard lock(keeper->storeLock_);
+        return keeper->tokens_->clearIf(holding(token)).has_value();
+    };
+    co_await askStore(self, clear);
 }
 
 StoredSession SessionKeeper::successor(std::optional<StoredSession> stored, const StoredSession& stale)
@@ -61,16 +91,21 @@ Async<StoredSession> SessionKeeper::refresh(std::shared_ptr<SessionKeeper> self,
 {
     // A caller may have read the store just before another refresh ended, and come here just after it: the token it
     // knows is used up, and offering it again would end the session. So may another process of the user's.
-    StoredSession used = successor(self->tokens_->reload(), stale);
+    const auto read = [keeper = self.get()] { return keeper->tokens_->reload(); };
+    StoredSession used = successor(co_await askStore(self, read), stale);
     if (used.token != stale.token) co_return used;
 
     const HTTPResponse response = co_await self->askForPair(used);
-    if (!isSuccess(response.status)) co_return self->newerThanRefused(used);
-    auto pair = decode<TokenPair>(response, self->transport_.log());
+    if (!isSuccess(response.status)) {
+        const auto look = [keeper = self.get(), &used] { return keeper->newerThanRefused(used); };
+        co_return co_await askStore(self, look);
+    }
+    auto pair = co_await decodeApart<TokenPair>(response, self->transport_.log(), self->transport_.background());
     StoredSession next = used;
     next.token = std::move(pair.token);
     next.refreshToken = std::move(pair.refreshToken);
-    co_return self->replace(used, std::move(next));
+    const auto store = [keeper = self.get(), &used, &next] { return keeper->replace(used, next); };
+    co_return co_await askStore(self, store);
 }
 
 StoredSession SessionKeeper::newerThanRefused(const StoredSession& used)
@@ -78,10 +113,8 @@ StoredSession SessionKeeper::newerThanRefused(const StoredSession& used)
     const std::lock_guard lock(storeLock_);
     const auto known = tokens_->load();
     if (!known || known->refreshToken != used.refreshToken) throw APIError(APIError::SessionExpired{});
-    auto stored = tokens_->reload();
-    // Another process offered the same token, was faster and has saved what it got.
-    if (stored && stored->refreshToken != used.refreshToken) return successor(std::move(stored), used);
-    tokens_->clear();
+    // Another process may have offered the same token, been faster and saved what it got.
+    if (auto newer = tokens_->clearIf(holding(used.refreshToken))) return successor(std::move(newer), used);
     throw APIError(APIError::SessionExpired{});
 }
 
@@ -127,10 +160,10 @@ Async<> SessionKeeper::revokeOnce(std::shared_ptr<SessionKeeper> self, StoredSes
     if (response.status == 401) {
         const HTTPResponse renewed = co_await self->askForPair(session);
         if (!isSuccess(renewed.status)) co_return; // neither token is good for anything: the session has ended
-        auto pair = decode<TokenPair>(renewed, self->transport_.log());
+        auto pair = co_await decodeApart<TokenPair>(renewed, self->transport_.log(), self->transport_.background());
         response = co_await self->transport_.send(logout, std::move(pair.token));
     }
-    decode<Revoked>(response, self->transport_.log());
+    co_await decodeApart<Revoked>(std::move(response), self->transport_.log(), self->transport_.background());
 }
 
 } // namespace vorn

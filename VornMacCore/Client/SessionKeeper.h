@@ -7,12 +7,14 @@
 #include <memory>
 #include <mutex>
 #include <optional>
+#include <type_traits>
 
 namespace vorn {
 
 /// Holds the session for all copies of a client: which one a request uses, how a refused one is renewed once for
 /// everybody, and how it ends. Threads: any. Every change that depends on what is stored is made under one lock, which
-/// is never held while waiting.
+/// is never held while the service is waited for. The store may have to wait for a keychain: what a request leads to
+/// there is done in the background of the transport.
 class SessionKeeper {
 public:
     SessionKeeper(APITransport transport, std::shared_ptr<TokenStore> tokens);
@@ -23,7 +25,10 @@ public:
 
     void adopt(const StoredSession& session);
     std::optional<StoredSession> forget();
-    void clearIfCurrent(const StoredSession& session);
+    /// The session of the user `userId` alone; gives what was known of it.
+    std::optional<StoredSession> forget(const std::string& userId);
+    /// Clears the store if it still holds `session`.
+    static Async<> clearIfCurrent(std::shared_ptr<SessionKeeper> self, StoredSession session);
 
     /// A session newer than `stale`, which the service refused: the stored one if it is newer already, else the result
     /// of the one refresh that all callers share. Throws `APIError`, `URLError`, what the store throws.
@@ -35,6 +40,9 @@ public:
 private:
     /// `stored`, if it is still of the user of `stale`. Throws `APIError`.
     static StoredSession successor(std::optional<StoredSession> stored, const StoredSession& stale);
+    /// Runs `work`, which asks the store, where waiting harms nobody.
+    template <class Work, class Result = std::invoke_result_t<Work&>>
+    static Async<Result> askStore(std::shared_ptr<SessionKeeper> self, Work work);
     static Async<StoredSession> refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale);
     /// After the service refused to renew `used`: what another process stored in its place. Else forgets `used` and
     /// throws `APIError`.

@@ -18,7 +18,8 @@ using Keeper = std::shared_ptr<SessionKeeper>;
 template <class Record>
 Async<Record> sendFramed(Transport transport, APICall call)
 {
-    co_return decode<Record>(co_await transport->send(std::move(call), std::nullopt), transport->log());
+    HTTPResponse response = co_await transport->send(std::move(call), std::nullopt);
+    co_return co_await decodeApart<Record>(std::move(response), transport->log(), transport->background());
 }
 
 template <class Record>
@@ -29,9 +30,10 @@ Async<Record> sendSigned(Transport transport, Keeper keeper, std::optional<std::
     if (response.status == 401) {
         const StoredSession fresh = co_await SessionKeeper::refreshedSession(keeper, session);
         response = co_await transport->send(std::move(call), fresh.token);
-        if (response.status == 401) keeper->clearIfCurrent(fresh); // and the answer reads as an expired session
+        // The answer reads as an expired session then.
+        if (response.status == 401) co_await SessionKeeper::clearIfCurrent(keeper, fresh);
     }
-    co_return decode<Record>(response, transport->log());
+    co_return co_await decodeApart<Record>(std::move(response), transport->log(), transport->background());
 }
 
 Async<> forgetAndRevoke(Keeper keeper)
@@ -52,8 +54,8 @@ std::string pathOf(const std::string& submissionId, const std::string& assetId)
 } // namespace
 
 VornAPI::VornAPI(APIConfiguration configuration, std::shared_ptr<HTTPSession> session,
-                 std::shared_ptr<TokenStore> tokens)
-    : transport_(std::make_shared<APITransport>(std::move(configuration), std::move(session))),
+                 std::shared_ptr<TokenStore> tokens, BackgroundExecutor* background)
+    : transport_(std::make_shared<APITransport>(std::move(configuration), std::move(session), background)),
       keeper_(std::make_shared<SessionKeeper>(*transport_, std::move(tokens)))
 {
 }
@@ -137,6 +139,11 @@ void VornAPI::adopt(const StoredSession& session) const
 std::optional<StoredSession> VornAPI::forget() const
 {
     return keeper_->forget();
+}
+
+std::optional<StoredSession> VornAPI::forget(const std::string& userId) const
+{
+    return keeper_->forget(userId);
 }
 
 Async<> VornAPI::revoke(StoredSession session) const

@@ -14,6 +14,7 @@
 namespace vorn {
 
 class APITransport;
+class BackgroundExecutor;
 class SessionKeeper;
 struct APICall;
 
@@ -23,7 +24,10 @@ struct APICall;
 /// with all others that were, and is sent once more; nothing else is ever sent twice.
 class VornAPI {
 public:
-    VornAPI(APIConfiguration configuration, std::shared_ptr<HTTPSession> session, std::shared_ptr<TokenStore> tokens);
+    /// Long answers are read on `background`, which outlives every call, and the store is waited for there; null: where
+    /// the call runs.
+    VornAPI(APIConfiguration configuration, std::shared_ptr<HTTPSession> session, std::shared_ptr<TokenStore> tokens,
+            BackgroundExecutor* background = nullptr);
 
     /// A copy that acts for the user `userId` alone: once somebody else is signed in, or nobody, its authenticated
     /// calls fail as `APIError::SessionChanged` and send nothing.
@@ -49,6 +53,9 @@ public:
     void adopt(const StoredSession& session) const;
     /// Drops the stored session, here only, and gives what it was.
     std::optional<StoredSession> forget() const;
+    /// The same if it is the session of the user `userId`. Somebody else's stays, which a program beside this one may
+    /// have stored.
+    std::optional<StoredSession> forget(const std::string& userId) const;
     /// Tells the service that `session` has ended; the store is left alone. Failures are logged, only `Cancelled` is
     /// thrown.
     Async<> revoke(StoredSession session) const;

@@ -5,6 +5,20 @@
 #include <utility>
 
 namespace vorn {
+namespace {
+
+std::optional<StoredSession> sessionIn(std::string_view bytes)
+{
+    try {
+        return StoredSession::fromJSON(bytes);
+    } catch (const std::exception&) {
+        return std::nullopt; // whatever is wrong, linking again mends it
+    }
+}
+
+constexpr const char* notCleared = "keychain clear failed: the session may still be there";
+
+} // namespace
 
 KeychainTokenStore::KeychainTokenStore(std::string service, std::string account, std::shared_ptr<Keychain> keychain)
     : item_{std::move(service), std::move(account)}, keychain_(std::move(keychain)), log_(bundleIdentifier(), "api")
@@ -15,10 +29,9 @@ std::optional<StoredSession> KeychainTokenStore::load()
 {
     try {
         const auto bytes = keychain_->read(item_);
-        if (!bytes) return std::nullopt;
-        return StoredSession::fromJSON(*bytes);
+        return bytes ? sessionIn(*bytes) : std::nullopt;
     } catch (const std::exception&) {
-        return std::nullopt; // whatever is wrong, linking again mends it
+        return std::nullopt;
     }
 }
 
@@ -30,7 +43,21 @@ void KeychainTokenStore::save(const StoredSession& session)
 
 void KeychainTokenStore::clear() noexcept
 {
-    if (!keychain_->remove(item_)) log_.error("keychain clear failed: the session may still be there");
+    if (!keychain_->remove(item_)) log_.error(notCleared);
+}
+
+std::optional<StoredSession> KeychainTokenStore::clearIf(std::function<bool(const StoredSession&)> matches)
+{
+    try {
+        const auto kept = keychain_->removeIf(item_, [matches = std::move(matches)](std::string_view bytes) {
+            const auto session = sessionIn(bytes);
+            return session && matches(*session);
+        });
+        return kept ? sessionIn(*kept) : std::nullopt;
+    } catch (const std::exception&) {
+        log_.error(notCleared);
+        return std::nullopt;
+    }
 }
 
 } // namespace vorn

@@ -10,6 +10,11 @@ std::optional<RememberingTokenStore::Known> RememberingTokenStore::known() const
     return known_;
 }
 
+bool RememberingTokenStore::mayBeOutdated(const std::optional<Known>& remembered)
+{
+    return !remembered || (remembered->session && remembered->isKept);
+}
+
 void RememberingTokenStore::know(Known known)
 {
     const std::lock_guard lock(lock_);
@@ -29,8 +34,7 @@ std::optional<StoredSession> RememberingTokenStore::reload()
 {
     const std::lock_guard order(keptLock_);
     const auto remembered = known();
-    const bool mayBeNewer = !remembered || (remembered->session && remembered->isKept);
-    if (mayBeNewer) {
+    if (mayBeOutdated(remembered)) {
         if (auto kept = readKept()) return kept;
     }
     return remembered ? remembered->session : std::nullopt;
@@ -49,6 +53,24 @@ void RememberingTokenStore::save(const StoredSession& session)
     know({session, false});
     kept_->save(session);
     know({session, true});
+}
+
+std::optional<StoredSession> RememberingTokenStore::clearIf(std::function<bool(const StoredSession&)> matches)
+{
+    const std::lock_guard order(keptLock_);
+    const auto remembered = known();
+    const bool isMeant = remembered && remembered->session && matches(*remembered->session);
+    if (mayBeOutdated(remembered)) {
+        if (auto kept = kept_->clearIf(std::move(matches))) {
+            know({kept, true});
+            return kept;
+        }
+    } else if (isMeant) {
+        kept_->clear();
+    }
+    if (remembered && !isMeant) return remembered->session;
+    know({std::nullopt, false});
+    return std::nullopt;
 }
 
 void RememberingTokenStore::clear() noexcept

@@ -19,6 +19,8 @@ public:
     /// Remembers, then keeps. Throws what keeping throws; the session is remembered nevertheless.
     void save(const StoredSession& session) override;
     void clear() noexcept override;
+    /// Of what is kept, if that is in step with this process; else of what is remembered.
+    std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches) override;
     /// What is kept, if that is a session and in step with this process: another process of the user's renews the
     /// session too, and what is remembered is used up then. Else what is remembered.
     std::optional<StoredSession> reload() override;
@@ -31,6 +33,8 @@ private:
     };
 
     std::optional<Known> known() const;
+    /// Whether another process may have kept something newer than `remembered`.
+    static bool mayBeOutdated(const std::optional<Known>& remembered);
     void know(Known known);
     /// Asks the store below, and remembers what it has. With `keptLock_` held.
     std::optional<StoredSession> readKept();

@@ -2,6 +2,7 @@
 
 #include "VornMacCore/Sessions/StoredSession.h"
 
+#include <functional>
 #include <optional>
 
 namespace vorn {
@@ -16,6 +17,16 @@ public:
     /// Replaces what was kept. Throws what the store throws.
     virtual void save(const StoredSession& session) = 0;
     virtual void clear() noexcept = 0;
+
+    /// Clears the session if `matches` says so of it, and gives the one that stays: asks as `reload` does, and waits no
+    /// longer. `matches` owns what it uses: a store that was too slow may still ask it.
+    virtual std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches)
+    {
+        auto stored = reload();
+        if (!stored || !matches(*stored)) return stored;
+        clear();
+        return std::nullopt;
+    }
 
     /// As `load`, but asks again where another process may have saved meanwhile.
     virtual std::optional<StoredSession> reload() { return load(); }

@@ -295,6 +295,18 @@ void SecretServiceKeychain::replace(const KeychainItem& item, std::string_view b
     });
 }
 
+std::optional<std::string> SecretServiceKeychain::removeIf(const KeychainItem& item,
+                                                           std::function<bool(std::string_view)> matches)
+{
+    requireText(item);
+    return perform([item, matches = std::move(matches)](Request& request) {
+        auto kept = request.read(item);
+        if (!kept || !matches(*kept)) return kept;
+        request.remove(item);
+        return std::optional<std::string>();
+    });
+}
+
 bool SecretServiceKeychain::remove(const KeychainItem& item) noexcept
 {
     try {

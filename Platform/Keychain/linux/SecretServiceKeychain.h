@@ -27,6 +27,8 @@ public:
     std::optional<std::string> read(const KeychainItem& item) override;
     void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
     bool remove(const KeychainItem& item) noexcept override;
+    std::optional<std::string> removeIf(const KeychainItem& item,
+                                        std::function<bool(std::string_view)> matches) override;
     /// An item that cannot be removed is not added to: its failure is thrown, and the user is asked once.
     void replace(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
 

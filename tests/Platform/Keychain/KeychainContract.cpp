@@ -87,6 +87,19 @@ TEST_P(KeychainContract, ReplacesInOneCall)
     EXPECT_THAT(keychain().read(item_), Optional("second"s));
 }
 
+TEST_P(KeychainContract, RemovesASecretThatMatches)
+{
+    const auto is = [](std::string_view expected) {
+        return [expected](std::string_view bytes) { return bytes == expected; };
+    };
+    EXPECT_EQ(keychain().removeIf(item_, is("")), std::nullopt);
+    keychain().add(item_, "secret", "Vorn");
+    EXPECT_THAT(keychain().removeIf(item_, is("other")), Optional("secret"s));
+    EXPECT_THAT(keychain().read(item_), Optional("secret"s));
+    EXPECT_EQ(keychain().removeIf(item_, is("secret")), std::nullopt);
+    EXPECT_EQ(keychain().read(item_), std::nullopt);
+}
+
 TEST_P(KeychainContract, RemovesWhatIsNotThere)
 {
     EXPECT_TRUE(keychain().remove(item_));

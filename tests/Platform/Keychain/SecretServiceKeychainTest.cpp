@@ -113,6 +113,15 @@ TEST(SecretServiceKeychain, WaitsOnceToReplace)
     EXPECT_EQ(service.dialogs(), 1);
 }
 
+TEST(SecretServiceKeychain, WaitsOnceToRemoveWhatMatches)
+{
+    const TestBus bus;
+    const FakeSecretService service(bus.address(), Fault::hangingDialog);
+    const auto any = [](std::string_view /*bytes*/) { return true; };
+    EXPECT_EQ(statusOf([&] { SecretServiceKeychain(soon).removeIf(item, any); }), KeychainError::interactionNotAllowed);
+    EXPECT_EQ(service.dialogs(), 1);
+}
+
 TEST(SecretServiceKeychain, TakesAClosedDialogForANo)
 {
     const TestBus bus;

@@ -105,6 +105,16 @@ TEST(Session, IsReadWhenTheCallBeginsToRun)
     EXPECT_EQ(fix.run(std::move(call)), testing::sampleNimbrelState());
 }
 
+TEST(Session, IsForgottenOfOneUserAlone)
+{
+    ServiceFixture fix;
+    EXPECT_EQ(fix.api.forget("user-bela"), std::nullopt);
+    EXPECT_EQ(fix.tokens->load(), testing::adasSession());
+    EXPECT_EQ(fix.api.forget("user-ada"), testing::adasSession());
+    EXPECT_EQ(fix.tokens->load(), std::nullopt);
+    EXPECT_EQ(fix.server.connectionCount(), 0U);
+}
+
 TEST(Session, IsForgottenHereOnly)
 {
     ServiceFixture fix;

@@ -1,3 +1,4 @@
+#include "Platform/Async/BackgroundPool.h"
 #include "VornMacCore/Client/VornAPI.h"
 #include "VornMacCore/Sessions/RememberingTokenStore.h"
 #include "tests/support/service/ServiceAnswers.h"
@@ -5,7 +6,10 @@
 
 #include <gmock/gmock.h>
 
+#include <mutex>
+#include <set>
 #include <stdexcept>
+#include <thread>
 #include <utility>
 
 namespace vorn {
@@ -114,6 +118,76 @@ TEST_F(SharedKeychain, ThatCannotKeepARenewedSessionCostsNothingInThisRun)
     EXPECT_EQ(fix_.run(api.nimbrelState()), testing::sampleNimbrelState());
     EXPECT_THAT(fix_.requests(), ElementsAre(state(1), refresh(1), state(2), state(2)));
     EXPECT_THAT(fix_.log.lines(), ElementsAre("[api] keychain save failed: full"));
+}
+
+/// A keychain that writes down which threads waited for it.
+class WatchedStore final : public TokenStore {
+public:
+    std::optional<StoredSession> load() override
+    {
+        note();
+        return store_.load();
+    }
+    void save(const StoredSession& session) override
+    {
+        note();
+        store_.save(session);
+    }
+    void clear() noexcept override
+    {
+        note();
+        store_.clear();
+    }
+    /// Since this was last asked.
+    std::set<std::thread::id> threads()
+    {
+        const std::lock_guard lock(lock_);
+        return std::exchange(threads_, {});
+    }
+
+private:
+    void note()
+    {
+        const std::lock_guard lock(lock_);
+        threads_.insert(std::this_thread::get_id());
+    }
+
+    std::mutex lock_; ///< guards threads_
+    std::set<std::thread::id> threads_;
+    InMemoryTokenStore store_{adasSession(1)};
+};
+
+TEST_F(SharedKeychain, IsWaitedForInTheBackground)
+{
+    BackgroundPool pool;
+    const auto watched = std::make_shared<WatchedStore>();
+    const auto remembering = std::make_shared<RememberingTokenStore>(watched);
+    const VornAPI api(configurationOf(fix_.server), fix_.http, remembering, &pool);
+    remembering->load();
+    watched->threads();
+    const auto expectBackgroundOnly = [&] {
+        const auto threads = watched->threads();
+        EXPECT_FALSE(threads.empty());
+        EXPECT_FALSE(threads.contains(std::this_thread::get_id()));
+    };
+    refuse();
+    grantPair(2);
+    answerState();
+    EXPECT_EQ(fix_.run(api.nimbrelState()), testing::sampleNimbrelState());
+    expectBackgroundOnly();
+    refuse();
+    grantPair(3);
+    refuse();
+    EXPECT_EQ(fix_.apiError(api.nimbrelState()), sessionExpired);
+    expectBackgroundOnly();
+    EXPECT_EQ(watched->load(), std::nullopt);
+    api.adopt(adasSession(4));
+    watched->threads();
+    refuse();
+    refuse();
+    EXPECT_EQ(fix_.apiError(api.nimbrelState()), sessionExpired);
+    expectBackgroundOnly();
+    EXPECT_EQ(watched->load(), std::nullopt);
 }
 
 TEST_F(SharedKeychain, MayServeTwoClientsThatDoNotKnowOfEachOther)

@@ -97,6 +97,24 @@ TEST_F(KeychainTokenStoreTest, ClearsByRemovingTheItem)
     EXPECT_THAT(keychain_->calls(), ElementsAre("remove app.vorn.mac/desktop-session"));
 }
 
+TEST_F(KeychainTokenStoreTest, ClearsWhatMatchesInOneCall)
+{
+    keychain_->secret = adasJSON;
+    EXPECT_EQ(store_.clearIf([](const StoredSession& session) { return session == ada(); }), std::nullopt);
+    EXPECT_EQ(keychain_->secret, std::nullopt);
+    EXPECT_THAT(keychain_->calls(), ElementsAre("remove what matches app.vorn.mac/desktop-session"));
+}
+
+TEST_F(KeychainTokenStoreTest, LogsThatItCouldNotSeeWhetherASessionMatches)
+{
+    const testing::CapturedLog log;
+    keychain_->secret = adasJSON;
+    keychain_->readError = KeychainError(KeychainError::notAvailable);
+    EXPECT_EQ(store_.clearIf([](const StoredSession& /*session*/) { return true; }), std::nullopt);
+    EXPECT_THAT(log.lines(), ElementsAre("[api] keychain clear failed: the session may still be there"));
+    EXPECT_EQ(keychain_->secret, adasJSON);
+}
+
 TEST_F(KeychainTokenStoreTest, LogsASessionThatItCannotClear)
 {
     const testing::CapturedLog log;

@@ -15,6 +15,11 @@ namespace {
 const StoredSession ada{"token-canary-1", "refresh-canary-1", "user-ada", "Ada"};
 const StoredSession bela{"token-canary-2", "refresh-canary-2", "user-bela", "Béla"};
 
+bool isAdas(const StoredSession& session)
+{
+    return session.userId == "user-ada";
+}
+
 /// A store that counts and can be told to fail.
 class CountingStore final : public TokenStore {
 public:
@@ -55,6 +60,37 @@ TEST_F(RememberingTokenStoreTest, AsksTheStoreBelowOnce)
     EXPECT_EQ(store_.load(), ada);
     EXPECT_EQ(store_.load(), ada);
     EXPECT_EQ(kept_->loads, 1);
+}
+
+TEST_F(RememberingTokenStoreTest, ClearsWhatItRemembersThoughTheStoreBelowFails)
+{
+    kept_->session = ada;
+    ASSERT_EQ(store_.load(), ada);
+    kept_->session.reset(); // the keychain is locked, say
+    EXPECT_EQ(store_.clearIf(isAdas), std::nullopt);
+    kept_->session = ada;
+    EXPECT_EQ(store_.load(), std::nullopt);
+}
+
+TEST_F(RememberingTokenStoreTest, LeavesWhatAnotherProcessSavedInPlaceOfWhatMatches)
+{
+    kept_->session = ada;
+    ASSERT_EQ(store_.load(), ada);
+    kept_->session = bela; // by another process
+    EXPECT_EQ(store_.clearIf(isAdas), bela);
+    EXPECT_EQ(kept_->session, bela);
+    EXPECT_EQ(store_.load(), bela);
+}
+
+TEST_F(RememberingTokenStoreTest, ClearsWhatMatchesWhereOnlyItKnowsTheSession)
+{
+    kept_->session = bela; // which was not replaced
+    kept_->refusesToSave = true;
+    EXPECT_THROW(store_.save(ada), KeychainError);
+    EXPECT_EQ(store_.clearIf([](const StoredSession& session) { return session == bela; }), ada);
+    EXPECT_EQ(store_.clearIf(isAdas), std::nullopt);
+    EXPECT_EQ(store_.load(), std::nullopt);
+    EXPECT_EQ(kept_->session, std::nullopt) << "it was older";
 }
 
 TEST_F(RememberingTokenStoreTest, AsksAgainForASessionThatIsNotThere)

@@ -25,6 +25,15 @@ void ScriptedKeychain::add(const KeychainItem& item, std::string_view bytes, con
     secret = std::string(bytes);
 }
 
+std::optional<std::string> ScriptedKeychain::removeIf(const KeychainItem& item,
+                                                      std::function<bool(std::string_view)> matches)
+{
+    calls_.push_back("remove what matches " + nameOf(item));
+    if (readError) throw KeychainError(*readError);
+    if (secret && matches(*secret) && !keepsWhatIsRemoved) secret.reset();
+    return secret;
+}
+
 bool ScriptedKeychain::remove(const KeychainItem& item) noexcept
 {
     calls_.push_back("remove " + nameOf(item));

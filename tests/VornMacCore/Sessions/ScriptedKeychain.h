@@ -21,6 +21,8 @@ public:
 
     std::optional<std::string> read(const KeychainItem& item) override;
     void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
+    std::optional<std::string> removeIf(const KeychainItem& item,
+                                        std::function<bool(std::string_view)> matches) override;
     bool remove(const KeychainItem& item) noexcept override;
 
 private:

@@ -71,6 +71,18 @@ TEST_P(TokenStoreContract, TakesASessionAfterItWasCleared)
     EXPECT_EQ(store_->load(), bela);
 }
 
+TEST_P(TokenStoreContract, ClearsASessionThatMatchesAndGivesOneThatDoesNot)
+{
+    const auto isBelas = [](const StoredSession& session) { return session.userId == "user-bela"; };
+    EXPECT_EQ(store_->clearIf(isBelas), std::nullopt);
+    store_->save(ada);
+    EXPECT_EQ(store_->clearIf(isBelas), ada);
+    EXPECT_EQ(store_->load(), ada);
+    store_->save(bela);
+    EXPECT_EQ(store_->clearIf(isBelas), std::nullopt);
+    EXPECT_EQ(store_->load(), std::nullopt);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     , TokenStoreContract,
     ::testing::Values(Kind{"InMemory", [] { return std::make_shared<InMemoryTokenStore>(); }},
