@@ -17,35 +17,43 @@ AppModel::AppModel(AppServices services)
     if (session_) step_ = hasAcceptedConsent() ? stepAfterConsent() : Step::consent;
 }
 
-// `consent` and `upload` stop nothing when they are left: their jobs outlive the screen.
+// `consent`, `find` and `upload` stop nothing when they are left: their jobs outlive the screen.
 const AppModel::StepWork& AppModel::workOf(Step step)
 {
     static constexpr std::array table{
-        StepWork{Step::link, &AppModel::startLinking, &AppModel::linkTask_},
+        StepWork{Step::link, &AppModel::startLinking, &AppModel::stopLinking},
         StepWork{Step::consent, &AppModel::prefetchNimbrel, nullptr},
-        StepWork{Step::access, &AppModel::startAccessProbe, &AppModel::accessTask_},
+        StepWork{Step::access, &AppModel::startAccessProbe, &AppModel::stopAccessProbe},
         StepWork{Step::find, &AppModel::scan, nullptr},
         StepWork{Step::upload, nullptr, nullptr},
-        StepWork{Step::done, nullptr, &AppModel::submissionTask_},
+        StepWork{Step::done, nullptr, &AppModel::stopReviewWatch},
     };
     return table.at(static_cast<std::size_t>(step));
 }
 
 void AppModel::start()
 {
-    if (const auto enter = workOf(step_).enter) (this->*enter)();
+    const auto whole = transition();
+    enter(step_);
 }
 
+// A screen that is left shows nothing of what follows, so it hears of the step first.
 void AppModel::go(Step target)
 {
+    const auto whole = transition();
     leave(step_);
-    assign(step_, target, &AppModel::stepChanged);
-    if (const auto enter = workOf(target).enter) (this->*enter)();
+    assign(step_, target, &AppModel::stepChanged, Announcements::Place::first);
+    enter(target);
+}
+
+void AppModel::enter(Step step)
+{
+    if (const auto work = workOf(step).enter) (this->*work)();
 }
 
 void AppModel::leave(Step step)
 {
-    if (const auto task = workOf(step).leave) (this->*task).cancel();
+    if (const auto work = workOf(step).leave) (this->*work)();
 }
 
 void AppModel::begin(Task& task, Async<> job)
@@ -101,19 +109,22 @@ bool AppModel::handleSessionError(const std::exception& error, std::int64_t gene
     // A newer sign-in has replaced the session already. If none has, the service refused it to a job that was replaced
     // before it could hear of that.
     if (changed && services_.tokens->load()) return true;
-    // The client has dropped what was refused; what is stored by now was linked in another process.
+    // The store is not asked to forget: the client has dropped the very pair that was refused, and what is stored by
+    // now is a newer pair of this user's, or somebody else's.
     if (generation == sessionGeneration_) leaveSession();
     return true;
 }
 
-void AppModel::endSession()
+std::optional<StoredSession> AppModel::endSession()
 {
-    services_.api.forget();
+    auto stored = session_ ? services_.api.forget(session_->userId) : std::nullopt;
     leaveSession();
+    return stored;
 }
 
 void AppModel::leaveSession()
 {
+    const auto whole = transition();
     ++sessionGeneration_;
     dropUser();
     go(Step::link);
@@ -136,9 +147,9 @@ void AppModel::dropUser()
 
 void AppModel::signOut()
 {
-    auto ended = services_.api.forget();
-    if (!ended) ended = session_;
-    endSession();
+    const auto own = session_;
+    auto ended = endSession();
+    if (!ended) ended = own;
     // Nobody waits for the network to be signed out.
     if (ended) Task::detached(*services_.context, services_.api.revoke(*std::move(ended)));
 }

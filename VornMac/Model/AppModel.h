@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
 #include "NimbrelExportKit/Records/ExportRecords.h"
 #include "Platform/Base/Log.h"
+#include "VornMac/Model/Announcements.h"
 #include "VornMac/Model/AppServices.h"
 #include "VornMac/Model/Phases.h"
 #include "VornMac/Model/Step.h"
@@ -25,7 +26,7 @@ struct ArchiveFile;
 
 /// The one controller of the application: all state that the screens show, and every long job. It alone writes that
 /// state; screens read it and call its operations. A property's signal is sent when its value has changed, and only
-/// then.
+/// then; what changes together is told of when all of it has changed, the step first.
 /// Threads: the context's own; signals too. Shut the context down before the model goes: its jobs use it.
 class AppModel : public QObject {
     Q_OBJECT
@@ -81,7 +82,9 @@ public:
     void acceptConsent();
 
     void signOut();
-    void endSession();
+    /// Forgets the user's session, here and in the store, and gives what was stored. Another user's stays stored: a
+    /// program beside this one has linked it.
+    std::optional<StoredSession> endSession();
 
     // Jobs. Each replaces the one of its kind that is running.
 
@@ -125,43 +128,54 @@ private:
     struct StepWork {
         Step step;
         void (AppModel::*enter)();
-        Task AppModel::* leave;
+        void (AppModel::*leave)();
     };
     static const StepWork& workOf(Step step);
 
     template <class Value>
-    void assign(Value& property, Value value, Signal changed)
+    void assign(Value& property, Value value, Signal changed, Announcements::Place place = Announcements::Place::last)
     {
         if (property == value) return;
-        property = std::move(value);
-        emit(this->*changed)();
+        Value before = std::exchange(property, std::move(value));
+        announcements_.changed(property, std::move(before), [this, changed] { emit(this->*changed)(); }, place);
     }
+    /// What is assigned while the result lives is told of afterwards.
+    Announcements::Transition transition() { return Announcements::Transition(announcements_); }
     void begin(Task& task, Async<> job);
 
     void leave(Step step);
+    void enter(Step step);
     Step stepAfterConsent() const;
     static std::string consentKey(const StoredSession& session);
     /// Whether `error` was about the session, and is dealt with. One of an earlier session ends nothing.
     bool handleSessionError(const std::exception& error, std::int64_t generation);
-    /// Ends the session here. What is stored is left alone.
+    /// Ends the session here alone.
     void leaveSession();
     /// Stops what was begun for the user, and forgets what it found.
     void dropUser();
     /// The client of the user of `session` alone.
     VornAPI pinnedTo(const StoredSession& session) const;
 
+    void stopLinking();
+    void showCode(const DeviceLink& link);
+    /// Nothing of a code is shown once it is not polled any more.
+    void endCode(LinkPhase next);
     Async<> runLinkLoop();
     struct LinkOutcome;
     Async<LinkOutcome> linkOnce();
     Async<LinkOutcome> poll(DeviceLink link);
     void signedIn(const DesktopSession& session);
 
+    void stopAccessProbe() { accessTask_ = {}; }
+    void stopReviewWatch() { submissionTask_ = {}; }
+
     void prefetchNimbrel();
     Async<> runPrefetch(VornAPI api, std::int64_t generation);
     Async<> runAccessProbe();
     Async<> runScan(VornAPI api, std::int64_t generation);
-    Async<> findChat(VornAPI api, std::int64_t generation);
+    Async<> findChat(VornAPI api);
     struct FoundChat;
+    void showFound(FoundChat found);
     Async<FoundChat> readMessages(std::vector<std::string> handles);
     void showScanFailure(const std::exception& error, std::int64_t generation);
 
@@ -173,10 +187,11 @@ private:
     void finishUpload(const SubmissionStatus& status);
     Async<> runReviewWatch(VornAPI api, std::string id, std::int64_t generation);
     Async<> watch(VornAPI api, std::string id, std::int64_t generation);
-    Async<bool> pollSubmission(VornAPI api, std::string id, std::int64_t generation);
+    Async<bool> pollSubmission(VornAPI api, std::string id);
 
     AppServices services_;
     Log log_;
+    Announcements announcements_;
 
     Step step_ = Step::link;
     std::optional<StoredSession> session_;

@@ -17,8 +17,23 @@ struct AppModel::LinkOutcome {
 
 void AppModel::startLinking()
 {
+    stopLinking();
     lastCodeRequest_.reset();
     begin(linkTask_, runLinkLoop());
+}
+
+void AppModel::stopLinking()
+{
+    linkTask_ = {};
+    endCode(phase::Loading{});
+}
+
+void AppModel::endCode(LinkPhase next)
+{
+    const auto whole = transition();
+    assign(qrPayload_, {}, &AppModel::qrPayloadChanged); // a code that nobody polls leads nowhere
+    assign(linkExpiresAt_, {}, &AppModel::linkExpiresAtChanged);
+    assign(linkPhase_, std::move(next), &AppModel::linkPhaseChanged);
 }
 
 // Ends with the sign-in alone, or cancelled: a failed or declined attempt is shown for a while and followed by another.
@@ -33,14 +48,13 @@ Async<> AppModel::runLinkLoop()
                 co_return;
             }
             if (std::holds_alternative<LinkOutcome::Rejected>(outcome.how)) {
-                assign(linkPhase_, {phase::Rejected{}}, &AppModel::linkPhaseChanged);
+                endCode(phase::Rejected{});
                 pause = timing::declinedIsShown;
             }
         } catch (const Cancelled&) {
             throw;
         } catch (const std::exception& error) {
-            assign(linkPhase_, {phase::Failed{describe(error)}}, &AppModel::linkPhaseChanged);
-            assign(qrPayload_, {}, &AppModel::qrPayloadChanged); // a code that nobody polls leads nowhere
+            endCode(phase::Failed{describe(error)});
             pause = timing::linkFailureIsShown;
         }
         if (pause) co_await services_.clock->sleep(*pause);
@@ -49,15 +63,21 @@ Async<> AppModel::runLinkLoop()
 
 Async<AppModel::LinkOutcome> AppModel::linkOnce()
 {
-    assign(linkPhase_, {phase::Loading{}}, &AppModel::linkPhaseChanged);
+    endCode(phase::Loading{});
     if (lastCodeRequest_)
         co_await services_.clock->sleep(*lastCodeRequest_ + timing::codeInterval - services_.clock->now());
     lastCodeRequest_ = services_.clock->now();
     DeviceLink link = co_await services_.api.createDeviceLink(DeviceIdentity::linkRequest(services_.bundle));
+    showCode(link);
+    co_return co_await poll(std::move(link));
+}
+
+void AppModel::showCode(const DeviceLink& link)
+{
+    const auto whole = transition();
     assign(qrPayload_, {link.qrPayload}, &AppModel::qrPayloadChanged);
     assign(linkExpiresAt_, link.expiresAtDate(), &AppModel::linkExpiresAtChanged);
     assign(linkPhase_, {phase::Showing{}}, &AppModel::linkPhaseChanged);
-    co_return co_await poll(std::move(link));
 }
 
 Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
@@ -81,6 +101,7 @@ Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
 
 void AppModel::signedIn(const DesktopSession& linked)
 {
+    const auto whole = transition();
     ++sessionGeneration_; // no job of an earlier session can end this one
     dropUser();           // who was signed in when the code was asked for
     const StoredSession session(linked);

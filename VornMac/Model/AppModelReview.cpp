@@ -27,25 +27,24 @@ Async<> AppModel::watch(VornAPI api, std::string id, std::int64_t generation)
     for (auto wait = pause(); wait; wait = pause()) {
         co_await services_.clock->sleep(*wait);
         try {
-            if (co_await pollSubmission(api, id, generation)) co_return;
+            if (co_await pollSubmission(api, id)) co_return;
         } catch (const Cancelled&) {
             throw;
         } catch (const std::exception& error) {
-            if (handleSessionError(error, generation) || generation != sessionGeneration_) co_return;
+            if (handleSessionError(error, generation)) co_return;
             log_.error(std::string("submission poll failed: ") + error.what());
         }
     }
 }
 
 // Gives whether there is nothing more to watch.
-Async<bool> AppModel::pollSubmission(VornAPI api, std::string id, std::int64_t generation)
+Async<bool> AppModel::pollSubmission(VornAPI api, std::string id)
 {
     const SubmissionStatus latest = co_await api.submission(id);
-    if (generation != sessionGeneration_) co_return true;
     assign(submission_, {latest}, &AppModel::submissionChanged);
     if (!latest.isTerminal()) co_return false;
     const NimbrelState outcome = co_await api.nimbrelState(); // which says what the review means for the next upload
-    if (generation == sessionGeneration_) assign(nimbrel_, {outcome}, &AppModel::nimbrelChanged);
+    assign(nimbrel_, {outcome}, &AppModel::nimbrelChanged);
     co_return true;
 }
 

@@ -33,6 +33,7 @@ std::optional<NimbrelExportStats> AppModel::exportStatistics() const
 
 void AppModel::prefetchNimbrel()
 {
+    const auto whole = transition();
     setUnderstandsUpload(hasAcceptedConsent());
     setAgreesToShare(hasAcceptedConsent());
     prefetchTask_ = {};
@@ -44,7 +45,7 @@ Async<> AppModel::runPrefetch(VornAPI api, std::int64_t generation)
 {
     try {
         const NimbrelState state = co_await api.nimbrelState();
-        if (generation == sessionGeneration_) assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
+        assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
@@ -54,7 +55,7 @@ Async<> AppModel::runPrefetch(VornAPI api, std::int64_t generation)
 
 void AppModel::startAccessProbe()
 {
-    accessTask_ = {};
+    const auto whole = transition(); // who hears of `granted` may leave the step, and stops the job by that
     assign(access_, FullDiskAccess::probe(services_.messagesDatabase), &AppModel::accessChanged);
     begin(accessTask_, runAccessProbe());
 }
@@ -69,6 +70,7 @@ Async<> AppModel::runAccessProbe()
 
 void AppModel::scan()
 {
+    const auto whole = transition();
     exportTask_ = {};
     ++exportJobs_;
     assign(scanPhase_, {phase::Loading{}}, &AppModel::scanPhaseChanged);
@@ -78,7 +80,7 @@ void AppModel::scan()
 Async<> AppModel::runScan(VornAPI api, std::int64_t generation)
 {
     try {
-        co_await findChat(std::move(api), generation);
+        co_await findChat(std::move(api));
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
@@ -86,17 +88,23 @@ Async<> AppModel::runScan(VornAPI api, std::int64_t generation)
     }
 }
 
-Async<> AppModel::findChat(VornAPI api, std::int64_t generation)
+Async<> AppModel::findChat(VornAPI api)
 {
     const NimbrelState state = co_await api.nimbrelState();
-    if (generation != sessionGeneration_) co_return;
-    assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
-    if (state.handles.empty()) {
-        assign(scanPhase_, {phase::NotConfigured{}}, &AppModel::scanPhaseChanged);
-        co_return;
+    {
+        const auto whole = transition();
+        assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
+        if (state.handles.empty()) {
+            assign(scanPhase_, {phase::NotConfigured{}}, &AppModel::scanPhaseChanged);
+            co_return;
+        }
     }
-    FoundChat found = co_await readMessages(state.handles);
-    if (generation != sessionGeneration_) co_return;
+    showFound(co_await readMessages(state.handles));
+}
+
+void AppModel::showFound(FoundChat found)
+{
+    const auto whole = transition();
     const bool hasMessages = !found.messages->messages.empty();
     statistics_ = found.statistics;
     assign(export_, std::move(found.messages), &AppModel::exportResultChanged);
@@ -116,7 +124,10 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
 
 void AppModel::showScanFailure(const std::exception& error, std::int64_t generation)
 {
-    if (handleSessionError(error, generation) || generation != sessionGeneration_) return;
+    handleSessionError(error, generation);
+    // The session has ended, and what is shown with it. It goes on where another program has linked somebody else: who
+    // waits here has to hear of that.
+    if (generation != sessionGeneration_) return;
     const auto show = [this](ScanPhase phase) { assign(scanPhase_, std::move(phase), &AppModel::scanPhaseChanged); };
     const auto* refusal = dynamic_cast<const APIError*>(&error);
     const auto* http = refusal != nullptr ? std::get_if<APIError::HTTP>(&refusal->reason()) : nullptr;

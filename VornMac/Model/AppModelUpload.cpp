@@ -44,6 +44,7 @@ struct AppModel::UploadJob {
 void AppModel::upload()
 {
     if (!canUpload() || !session_) return;
+    const auto whole = transition();
     exportTask_ = {};
     go(Step::upload);
     uploadProgress_ = {};
@@ -57,21 +58,20 @@ Async<> AppModel::runUpload(UploadJob job)
                                   services_.files->temporaryDirectory() / ("vorn-nimbrel-" + newUUID() + ".zip"));
     try {
         const ArchiveFile packed = co_await pack(job.content, archive.path());
-        if (job.generation != sessionGeneration_) co_return;
         if (nimbrel_ && nimbrel_->maxBytes < packed.sizeBytes) {
             assign(uploadPhase_, {phase::Failed{"Your chat is larger than the upload limit."}},
                    &AppModel::uploadPhaseChanged);
             co_return;
         }
         assign(uploadPhase_, {phase::Uploading{0}}, &AppModel::uploadPhaseChanged);
-        const SubmissionStatus status = co_await send(job, archive.path());
-        if (job.generation == sessionGeneration_) finishUpload(status);
+        finishUpload(co_await send(job, archive.path()));
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
         // Cancelled during its abort, which goes out nevertheless, a failed upload comes here and not to the above.
         if (job.number != exportJobs_) co_return;
-        if (!handleSessionError(error, job.generation) && job.generation == sessionGeneration_)
+        handleSessionError(error, job.generation);
+        if (job.generation == sessionGeneration_)
             assign(uploadPhase_, {phase::Failed{describe(error)}}, &AppModel::uploadPhaseChanged);
     }
 }
@@ -109,6 +109,7 @@ void AppModel::reportProgress(std::int64_t job, const UploadProgress& progress)
 
 void AppModel::finishUpload(const SubmissionStatus& status)
 {
+    const auto whole = transition();
     assign(submission_, {status}, &AppModel::submissionChanged);
     assign(uploadPhase_, {phase::Idle{}}, &AppModel::uploadPhaseChanged);
     go(Step::done);

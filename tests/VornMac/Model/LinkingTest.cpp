@@ -1,4 +1,7 @@
+#include "VornMacCore/Sessions/KeychainTokenStore.h"
+#include "VornMacCore/Sessions/RememberingTokenStore.h"
 #include "tests/VornMac/Model/ModelFixture.h"
+#include "tests/VornMacCore/Sessions/ScriptedKeychain.h"
 #include "tests/support/service/ServiceAnswers.h"
 
 #include <gmock/gmock.h>
@@ -226,7 +229,9 @@ TEST_F(Linking, AdoptsNothingOnceTheStepWasLeft)
     EXPECT_EQ(fix_.model().step(), Step::access);
     EXPECT_EQ(fix_.model().session(), std::nullopt);
     EXPECT_EQ(fix_.tokens->load(), std::nullopt);
-    EXPECT_EQ(fix_.changes().counts(), (std::map<std::string, int>{{"stepChanged", 1}}));
+    EXPECT_EQ(fix_.changes().counts(),
+              (std::map<std::string, int>{
+                  {"stepChanged", 1}, {"linkPhaseChanged", 1}, {"qrPayloadChanged", 1}, {"linkExpiresAtChanged", 1}}));
 }
 
 TEST_F(Linking, AdoptsNothingWhenTheStepIsLeftWithTheAnswerOnItsWay)
@@ -238,6 +243,66 @@ TEST_F(Linking, AdoptsNothingWhenTheStepIsLeftWithTheAnswerOnItsWay)
     fix_.run();
     EXPECT_EQ(fix_.model().session(), std::nullopt);
     EXPECT_EQ(fix_.tokens->load(), std::nullopt);
+}
+
+struct CodesEnd {
+    const char* name;
+    std::function<void(ModelFixture&)> reach;
+    LinkPhase phase;
+};
+
+class EndOfACode : public Linking, public ::testing::WithParamInterface<CodesEnd> {};
+
+TEST_P(EndOfACode, LeavesNothingOfItBehind)
+{
+    showCode();
+    fix_.advance(2s);
+    fix_.answer(ModelFixture::polls, pollJSON("scanned"));
+    ASSERT_EQ(fix_.model().linkPhase(), scanned);
+    GetParam().reach(fix_);
+    EXPECT_EQ(fix_.model().linkPhase(), GetParam().phase);
+    EXPECT_EQ(fix_.model().qrPayload(), std::nullopt);
+    EXPECT_EQ(fix_.model().linkExpiresAt(), std::nullopt);
+}
+
+std::function<void(ModelFixture&)> answered(const std::string& poll)
+{
+    return [poll](ModelFixture& fix) {
+        fix.advance(2s);
+        fix.answer(ModelFixture::polls, poll);
+    };
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    , EndOfACode,
+    ::testing::Values(CodesEnd{"Expired", answered(pollJSON("expired")), loading},
+                      CodesEnd{"Declined", answered(pollJSON("rejected")), rejected},
+                      CodesEnd{"Redeemed", answered(approvalJSON(adasSession())), loading},
+                      CodesEnd{"RedeemedByNobody", answered(pollJSON("approved")), loading},
+                      CodesEnd{"Unanswered",
+                               [](ModelFixture& fix) {
+                                   fix.advance(2s);
+                                   fix.fail(ModelFixture::polls, URLError::Code::timedOut);
+                               },
+                               failed("The connection timed out. Vorn will retry.")},
+                      CodesEnd{"Left", [](ModelFixture& fix) { fix.model().go(Step::access); }, loading},
+                      CodesEnd{"BegunAnew", [](ModelFixture& fix) { fix.model().startLinking(); }, loading}),
+    [](const auto& info) { return info.param.name; });
+
+TEST_F(Linking, UsesASessionThatTheKeychainDoesNotTake)
+{
+    const auto keychain = std::make_shared<testing::ScriptedKeychain>();
+    keychain->addError = KeychainError(-61);
+    fix_.store = std::make_shared<RememberingTokenStore>(
+        std::make_shared<KeychainTokenStore>("app.vorn.mac", KeychainTokenStore::sessionAccount, keychain));
+    showCode();
+    fix_.advance(2s);
+    fix_.answer(ModelFixture::polls, approvalJSON(adasSession()));
+    EXPECT_EQ(fix_.model().session(), adasSession());
+    EXPECT_EQ(fix_.model().step(), Step::consent);
+    EXPECT_TRUE(fix_.isWaiting(std::string(ModelFixture::quest) + ", Bearer token-canary-1"));
+    EXPECT_EQ(keychain->secret, std::nullopt);
+    EXPECT_THAT(fix_.log.lines(), ElementsAre(::testing::StartsWith("[app] keychain save failed: ")));
 }
 
 TEST_F(Linking, HasOneJobHoweverOftenItIsBegun)

@@ -86,6 +86,7 @@ public:
     MainContext context;
     std::shared_ptr<HeldHTTPSession> http = std::make_shared<HeldHTTPSession>();
     std::shared_ptr<InMemoryTokenStore> tokens = std::make_shared<InMemoryTokenStore>();
+    std::shared_ptr<TokenStore> store = tokens; ///< what the model uses
     InMemoryDefaults defaults;
     RecordingWorkspace workspace;
     RefusingFileManager files;

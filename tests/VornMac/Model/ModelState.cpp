@@ -69,6 +69,9 @@ ModelState ModelState::afterSessionEnd() const
     after.step = Step::link;
     ++after.generation;
     after.session.reset();
+    after.linkPhase = phase::Loading{};
+    after.qrPayload.reset();
+    after.linkExpiresAt.reset();
     after.understandsUpload = after.agreesToShare = false;
     after.scanPhase = phase::Idle{};
     after.nimbrel.reset();

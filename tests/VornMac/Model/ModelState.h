@@ -29,7 +29,7 @@ struct ModelState {
     static ModelState of(const AppModel& model);
     bool operator==(const ModelState&) const = default;
 
-    /// What is left of it when its session ends, before the link screen has begun its work.
+    /// What is left of it when its session ends.
     ModelState afterSessionEnd() const;
 };
 

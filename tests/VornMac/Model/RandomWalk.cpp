@@ -39,10 +39,7 @@ void RandomWalk::observe(bool isAtRest)
 void RandomWalk::observeRequests()
 {
     const auto generation = fix_.model().sessionGeneration();
-    if (std::exchange(observedGeneration_, generation) != generation) {
-        lastCodeRequest_.reset();
-        wasForeign_ = isForeign(fix_.tokens->load());
-    }
+    if (std::exchange(observedGeneration_, generation) != generation) lastCodeRequest_.reset();
     const auto now = fix_.clock.now();
     for (; observedRequests_ < fix_.http->count(); ++observedRequests_) {
         const auto line = service_.lineOf(observedRequests_);
@@ -105,7 +102,7 @@ void RandomWalk::checkJobs()
                           service_.waiting(Fixture::refreshes) == 0;
     if (mayClean) require(fix_.leftovers().empty(), "no file is left without a job");
     const bool isLoading = std::holds_alternative<phase::Loading>(fix_.model().scanPhase());
-    if (step == Step::find && isLoading && !wasForeign_)
+    if (step == Step::find && isLoading)
         require(service_.waiting(Fixture::quest) + service_.waiting(Fixture::refreshes) + fix_.background.waiting() > 0,
                 "somebody works on what is shown as loading");
 }
@@ -117,6 +114,8 @@ void RandomWalk::checkLinking()
     if (std::holds_alternative<phase::Failed>(phase)) require(!model.qrPayload(), "no code after a failure");
     if (std::holds_alternative<phase::Showing>(phase) || std::holds_alternative<phase::Scanned>(phase))
         require(model.qrPayload().has_value(), "a code is shown");
+    else
+        require(!model.qrPayload() && !model.linkExpiresAt(), "nothing of a code is shown without one");
     if (!model.session()) require(model.step() == Step::link, "who is not signed in links");
 }
 
@@ -140,7 +139,8 @@ void RandomWalk::checkOwnership()
     }
     if (model.exportResult()) isOwn("exportResult");
     if (!std::holds_alternative<phase::Idle>(model.uploadPhase())) isOwn("uploadPhase");
-    if (!std::holds_alternative<phase::Idle>(model.scanPhase())) isOwn("scanPhase");
+    const auto& scan = model.scanPhase();
+    if (!std::holds_alternative<phase::Idle>(scan) && !std::holds_alternative<phase::Loading>(scan)) isOwn("scanPhase");
 }
 
 bool RandomWalk::mayUpload() const
@@ -162,7 +162,7 @@ void RandomWalk::checkUpload()
     if (uploading != nullptr) require(uploading->fraction >= 0 && uploading->fraction < 1, "a fraction of the whole");
 }
 
-// The session of somebody else, who linked in another process, lasts until this user signs out or links.
+// The session of somebody else, who linked in another process, lasts until this user links.
 void RandomWalk::checkStore()
 {
     if (!foreignSession_) return;

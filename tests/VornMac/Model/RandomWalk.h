@@ -77,7 +77,6 @@ private:
     std::optional<Clock::Duration> lastCodeRequest_; ///< of the link loop that runs now
     std::map<std::string, Clock::Duration> lastReviewPoll_;
     std::optional<StoredSession> foreignSession_; ///< stored by another process for somebody else
-    bool wasForeign_ = false;                     ///< at any time of this session, which may have stopped its jobs
 };
 
 } // namespace vorn::testing

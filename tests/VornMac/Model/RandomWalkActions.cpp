@@ -50,7 +50,6 @@ void RandomWalk::addUserActions()
     add("upload", 20, on(Step::find), [this] { fix_.model().upload(); });
     add("sign out", 1, signedIn, [this] {
         lastCodeRequest_.reset();
-        foreignSession_.reset(); // that is signed out as well
         fix_.model().signOut();
     });
 }
@@ -137,8 +136,6 @@ void RandomWalk::passTime(Clock::Duration duration)
 void RandomWalk::changeStore()
 {
     fix_.run();
-    // A refresh that ends beside a new session of whomever stops its job without a word.
-    wasForeign_ = wasForeign_ || service_.waiting(ModelFixture::refreshes) > 0;
     const int number = static_cast<int>(dice_.below(50));
     switch (dice_.below(3)) {
     case 0: fix_.tokens->save(belasSession(number)); break;
@@ -147,7 +144,6 @@ void RandomWalk::changeStore()
     }
     const auto stored = fix_.tokens->load();
     foreignSession_ = isForeign(stored) ? stored : std::nullopt;
-    wasForeign_ = wasForeign_ || foreignSession_;
     journal_.back() += stored ? " stores " + stored->token : " removes the session";
 }
 

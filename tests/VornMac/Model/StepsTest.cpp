@@ -207,6 +207,70 @@ TEST(SignOut, SendsNothingWithoutASession)
     EXPECT_EQ(fix.asked(ModelFixture::links), 2U);
 }
 
+TEST(SignOut, LeavesAnotherUsersSessionAlone)
+{
+    ModelFixture fix;
+    fix.launchFound();
+    fix.tokens->save(belasSession()); // in another process
+    fix.model().signOut();
+    fix.run();
+    EXPECT_EQ(fix.tokens->load(), belasSession());
+    EXPECT_EQ(fix.asked(ModelFixture::revokes), 1U);
+    EXPECT_TRUE(fix.isWaiting("POST /api/v1/auth/desktop/logout, Bearer token-canary-1"));
+}
+
+TEST(SignOut, LeavesWhatAnotherProcessStoresAloneWithoutASession)
+{
+    ModelFixture fix;
+    fix.launch();
+    fix.tokens->save(belasSession());
+    fix.model().signOut();
+    fix.run();
+    EXPECT_EQ(fix.tokens->load(), belasSession());
+    EXPECT_EQ(fix.asked(ModelFixture::revokes), 0U);
+}
+
+TEST(EndOfASession, EmptiesTheStore)
+{
+    ModelFixture fix;
+    fix.launchFound();
+    fix.tokens->save(adasSession(2));
+    EXPECT_EQ(fix.model().endSession(), adasSession(2));
+    EXPECT_EQ(fix.tokens->load(), std::nullopt);
+}
+
+TEST(EndOfASession, KeepsANewerPairThatWasStoredBesideARefusedOne)
+{
+    ModelFixture fix;
+    fix.launchSignedIn();
+    fix.refuse(ModelFixture::quest, 401);
+    fix.tokens->save(adasSession(3)); // Ada has linked again in another process
+    fix.refuse(ModelFixture::refreshes, 401);
+    EXPECT_EQ(fix.model().session(), std::nullopt);
+    EXPECT_EQ(fix.model().step(), Step::link);
+    EXPECT_EQ(fix.tokens->load(), adasSession(3));
+}
+
+TEST(EndOfASession, EndsNoLaterOneByAFailedUploadThatAborts)
+{
+    ModelFixture fix;
+    fix.launchUploading();
+    fix.http->acknowledge(fix.http->waiting(ModelFixture::puts).value(), "\"tag-1\"");
+    fix.refuse(ModelFixture::completes, 401);
+    fix.tokens->save(adasSession(3)); // Ada has linked again in another process
+    fix.answer(ModelFixture::refreshes, testing::tokenPairJSON(adasSession(2)));
+    ASSERT_TRUE(fix.isWaiting(ModelFixture::aborts));
+    fix.model().signOut();
+    fix.run();
+    fix.linkAs(belasSession());
+    fix.tokens->clear(); // so that nobody seems to have signed in since
+    const auto generation = fix.model().sessionGeneration();
+    fix.answer(ModelFixture::aborts);
+    EXPECT_EQ(fix.model().session(), belasSession());
+    EXPECT_EQ(fix.model().sessionGeneration(), generation);
+    EXPECT_EQ(fix.model().uploadPhase(), UploadPhase(phase::Idle{}));
+}
+
 TEST(EndOfASession, ForgetsEverythingAndTellsOnce)
 {
     ModelFixture fix;
