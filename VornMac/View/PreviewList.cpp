@@ -13,6 +13,16 @@ void PreviewList::show(const AppModel::Export& found)
         for (const PreviewedMessage& message : previewOf(found->messages))
             bubbles.push_back({QString::fromStdString(message.text), message.fromMe});
     }
+    show(std::move(bubbles));
+}
+
+void PreviewList::show(const PreviewList& other)
+{
+    show(other.bubbles_);
+}
+
+void PreviewList::show(std::vector<Bubble> bubbles)
+{
     if (bubbles == bubbles_) return;
     beginResetModel();
     bubbles_ = std::move(bubbles);

@@ -24,6 +24,8 @@ public:
 
     /// Shows the end of `found`, which may be null. Keeps nothing of it.
     void show(const AppModel::Export& found);
+    /// Shows what `other` shows now.
+    void show(const PreviewList& other);
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
@@ -35,6 +37,8 @@ private:
         bool fromMe = false;
         bool operator==(const Bubble&) const = default;
     };
+    void show(std::vector<Bubble> bubbles);
+
     std::vector<Bubble> bubbles_;
 };
 

@@ -3,35 +3,42 @@
 #include "VornMac/View/Countdown.h"
 
 #include <utility>
+#include <vector>
 
 namespace vorn {
 
 ScreenModel::ScreenModel(AppModel& model, MainContext& context, Clock& clock)
-    : model_(model), context_(context), clock_(clock), shown_(worked())
+    : model_(&model), context_(&context), clock_(&clock), shown_(worked())
 {
     follow();
     showExport();
     restartCountdown();
 }
 
+ScreenModel::ScreenModel(const ScreenModel& shown, QObject* parent)
+    : QObject(parent), model_(nullptr), context_(nullptr), clock_(nullptr), shown_(shown.shown_), found_(shown.found_),
+      linkSecondsLeft_(shown.linkSecondsLeft_)
+{
+    preview_.show(shown.preview_);
+}
+
+ScreenModel* ScreenModel::asItWas(QObject* screen) const
+{
+    return new ScreenModel(*this, screen); // NOLINT(cppcoreguidelines-owning-memory): its parent's
+}
+
 void ScreenModel::follow()
 {
-    const auto on = [this](auto signal, auto action) { connect(&model_, signal, this, action); };
+    const auto on = [this](auto signal, auto action) { connect(model_, signal, this, action); };
+    for (const auto signal : {&AppModel::sessionChanged, &AppModel::linkPhaseChanged, &AppModel::qrPayloadChanged,
+                              &AppModel::linkExpiresAtChanged, &AppModel::understandsUploadChanged,
+                              &AppModel::agreesToShareChanged, &AppModel::accessChanged, &AppModel::scanPhaseChanged,
+                              &AppModel::nimbrelChanged, &AppModel::uploadPhaseChanged, &AppModel::submissionChanged})
+        on(signal, &ScreenModel::refresh);
     on(&AppModel::stepChanged, &ScreenModel::enterStep);
-    on(&AppModel::sessionChanged, &ScreenModel::sessionChanged);
-    on(&AppModel::linkPhaseChanged, &ScreenModel::linkPhaseChanged);
-    on(&AppModel::qrPayloadChanged, &ScreenModel::qrPayloadChanged);
+    on(&AppModel::exportResultChanged, &ScreenModel::showExport);
     on(&AppModel::qrPayloadChanged, &ScreenModel::restartCountdown);
     on(&AppModel::linkExpiresAtChanged, &ScreenModel::restartCountdown);
-    on(&AppModel::understandsUploadChanged, &ScreenModel::understandsUploadChanged);
-    on(&AppModel::agreesToShareChanged, &ScreenModel::agreesToShareChanged);
-    on(&AppModel::accessChanged, &ScreenModel::accessChanged);
-    on(&AppModel::scanPhaseChanged, &ScreenModel::refresh);
-    on(&AppModel::scanPhaseChanged, &ScreenModel::scanPhaseChanged);
-    on(&AppModel::nimbrelChanged, &ScreenModel::refresh);
-    on(&AppModel::exportResultChanged, &ScreenModel::showExport);
-    on(&AppModel::uploadPhaseChanged, &ScreenModel::uploadPhaseChanged);
-    on(&AppModel::submissionChanged, &ScreenModel::refresh);
 }
 
 // The changes.
@@ -39,29 +46,39 @@ void ScreenModel::follow()
 void ScreenModel::refresh()
 {
     const Shown before = std::exchange(shown_, worked());
-    // Who hears of one may change the model, and so this again: compare first.
-    const bool availability = before.availability != shown_.availability;
-    const bool upload = before.canUpload != shown_.canUpload;
-    const bool reward = before.reward != shown_.reward;
-    const bool outcome = before.review != shown_.review;
-    if (availability) emit availabilityChanged();
-    if (upload) emit canUploadChanged();
-    if (reward) emit rewardChanged();
-    if (outcome) emit outcomeChanged();
+    std::vector<void (ScreenModel::*)()> changes;
+    const auto compare = [&](const auto& part, void (ScreenModel::*signal)()) {
+        if (before.*part != shown_.*part) changes.push_back(signal);
+    };
+    compare(&Shown::user, &ScreenModel::sessionChanged);
+    compare(&Shown::link, &ScreenModel::linkPhaseChanged);
+    compare(&Shown::qrPayload, &ScreenModel::qrPayloadChanged);
+    compare(&Shown::linkExpires, &ScreenModel::linkExpiresChanged);
+    compare(&Shown::understandsUpload, &ScreenModel::understandsUploadChanged);
+    compare(&Shown::agreesToShare, &ScreenModel::agreesToShareChanged);
+    compare(&Shown::access, &ScreenModel::accessChanged);
+    compare(&Shown::availability, &ScreenModel::availabilityChanged);
+    compare(&Shown::canUpload, &ScreenModel::canUploadChanged);
+    compare(&Shown::reward, &ScreenModel::rewardChanged);
+    compare(&Shown::scan, &ScreenModel::scanPhaseChanged);
+    compare(&Shown::upload, &ScreenModel::uploadPhaseChanged);
+    compare(&Shown::review, &ScreenModel::outcomeChanged);
+    compare(&Shown::step, &ScreenModel::stepChanged);        // a screen that is made then reads everything
+    for (const auto signal : changes) emit(this->*signal)(); // who hears of one may change the model, and so this again
 }
 
 void ScreenModel::showExport()
 {
-    preview_.show(model_.exportResult());
-    emit exportResultChanged();
+    preview_.show(model_->exportResult());
+    if (const Found before = std::exchange(found_, found()); before != found_) emit exportResultChanged();
 }
 
-/// Before the new screen is made, which shows what is true then.
 void ScreenModel::enterStep()
 {
-    refresh();
+    emit stepLeft();
+    showExport();
     restartCountdown();
-    emit stepChanged();
+    refresh();
 }
 
 // The code's time.
@@ -69,18 +86,16 @@ void ScreenModel::enterStep()
 void ScreenModel::restartCountdown()
 {
     countdown_ = {};
-    if (step() != Step::Link) return;
-    const auto expiry = model_.linkExpiresAt();
-    const bool counts = model_.qrPayload() && expiry;
-    setLinkSecondsLeft(counts ? countdown::secondsLeft(clock_.date(), *expiry) : 0);
-    if (counts && linkSecondsLeft_ > 0) countdown_ = Task(context_, runCountdown(*expiry));
+    const auto expiry = model_->linkExpiresAt();
+    setLinkSecondsLeft(expiry ? countdown::secondsLeft(clock_->date(), *expiry) : 0);
+    if (linkSecondsLeft_ > 0) countdown_ = Task(*context_, runCountdown(*expiry));
 }
 
 Async<> ScreenModel::runCountdown(Instant expiry)
 {
-    while (const auto pause = countdown::untilNextSecond(clock_.date(), expiry)) {
-        co_await clock_.sleep(*pause);
-        setLinkSecondsLeft(countdown::secondsLeft(clock_.date(), expiry));
+    while (const auto pause = countdown::untilNextSecond(clock_->date(), expiry)) {
+        co_await clock_->sleep(*pause);
+        setLinkSecondsLeft(countdown::secondsLeft(clock_->date(), expiry));
     }
 }
 
@@ -93,63 +108,64 @@ void ScreenModel::setLinkSecondsLeft(int seconds)
 
 void ScreenModel::start()
 {
+    if (model_ == nullptr) return;
     refresh();
-    model_.start();
+    model_->start();
 }
 
 void ScreenModel::go(Step step)
 {
-    model_.go(allSteps.at(static_cast<std::size_t>(step)));
+    if (model_ != nullptr) model_->go(allSteps.at(static_cast<std::size_t>(step)));
 }
 
 void ScreenModel::startLinking()
 {
-    model_.startLinking();
+    if (model_ != nullptr) model_->startLinking();
 }
 
 void ScreenModel::setUnderstandsUpload(bool value)
 {
-    model_.setUnderstandsUpload(value);
+    if (model_ != nullptr) model_->setUnderstandsUpload(value);
 }
 
 void ScreenModel::setAgreesToShare(bool value)
 {
-    model_.setAgreesToShare(value);
+    if (model_ != nullptr) model_->setAgreesToShare(value);
 }
 
 void ScreenModel::acceptConsent()
 {
-    model_.acceptConsent();
+    if (model_ != nullptr) model_->acceptConsent();
 }
 
 void ScreenModel::startAccessProbe()
 {
-    model_.startAccessProbe();
+    if (model_ != nullptr) model_->startAccessProbe();
 }
 
 void ScreenModel::openFullDiskAccessSettings()
 {
-    model_.openFullDiskAccessSettings();
+    if (model_ != nullptr) model_->openFullDiskAccessSettings();
 }
 
 void ScreenModel::revealAppInFinder()
 {
-    model_.revealAppInFinder();
+    if (model_ != nullptr) model_->revealAppInFinder();
 }
 
 void ScreenModel::relaunch()
 {
-    model_.relaunch();
+    if (model_ != nullptr) model_->relaunch();
 }
 
 void ScreenModel::upload()
 {
-    model_.upload();
+    if (model_ != nullptr) model_->upload();
 }
 
 void ScreenModel::signOut()
 {
-    model_.signOut();
+    if (model_ != nullptr) model_->signOut();
 }
 
 } // namespace vorn

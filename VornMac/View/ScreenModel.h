@@ -16,6 +16,9 @@ namespace vorn {
 /// The application model as the screens see it: its state in QML's types, with the words that depend on it, and its
 /// operations. A property's signal is sent once when the model's change has changed it. What depends on the time of day
 /// as well, as a cooldown does, is looked at whenever the model changes and before a screen is shown.
+///
+/// A screen that fades out goes on showing what it showed: `stepLeft` is sent before anything of the next step is told,
+/// and `asItWas` gives the screen a model that stays as it is, whose operations do nothing.
 /// Threads: the model's.
 class ScreenModel : public QObject {
     Q_OBJECT
@@ -31,6 +34,7 @@ class ScreenModel : public QObject {
     Q_PROPERTY(LinkPhase linkPhase READ linkPhase NOTIFY linkPhaseChanged)
     Q_PROPERTY(QString linkFailure READ linkFailure NOTIFY linkPhaseChanged)
     Q_PROPERTY(QString qrPayload READ qrPayload NOTIFY qrPayloadChanged)
+    Q_PROPERTY(bool linkExpires READ linkExpires NOTIFY linkExpiresChanged)
     Q_PROPERTY(int linkSecondsLeft READ linkSecondsLeft NOTIFY linkSecondsLeftChanged)
 
     Q_PROPERTY(bool understandsUpload READ understandsUpload WRITE setUnderstandsUpload NOTIFY understandsUploadChanged)
@@ -79,40 +83,47 @@ public:
     /// `context` and `clock` are the model's. All three outlive this, and `context` is shut down before it goes.
     ScreenModel(AppModel& model, MainContext& context, Clock& clock);
 
-    Step step() const;
-    bool isSignedIn() const;
-    QString displayName() const; ///< empty without a session
-    QString initial() const;     ///< its first character, as the user sees it, in upper case; may be empty
+    /// What is shown now, for good: for `screen`, which it goes with. Sends no signal, and its operations do nothing.
+    Q_INVOKABLE vorn::ScreenModel* asItWas(QObject* screen) const;
 
-    LinkPhase linkPhase() const;
-    QString linkFailure() const; ///< empty in other phases, as every text below
-    QString qrPayload() const;   ///< a secret, for the phone
-    /// Whole seconds until the code expires, a begun one counted; never below 0, and 0 without a code. Goes on while
-    /// the link screen is shown.
+    Step step() const { return shown_.step; }
+    bool isSignedIn() const { return shown_.user.isSignedIn; }
+    QString displayName() const { return shown_.user.displayName; } ///< empty without a session
+    QString initial() const { return shown_.user.initial; }         ///< its first character in upper case; may be empty
+
+    LinkPhase linkPhase() const { return shown_.link.phase; }
+    QString linkFailure() const { return shown_.link.failure; } ///< empty in other phases, as every text below
+    QString qrPayload() const { return shown_.qrPayload; }      ///< a secret, for the phone
+    /// Whether there is a code of which it is known when it expires.
+    bool linkExpires() const { return shown_.linkExpires; }
+    /// Whole seconds until the code expires, a begun one counted; never below 0, and 0 unless `linkExpires`. Goes on
+    /// while the link screen is shown.
     int linkSecondsLeft() const { return linkSecondsLeft_; }
 
-    bool understandsUpload() const;
+    bool understandsUpload() const { return shown_.understandsUpload; }
     void setUnderstandsUpload(bool value);
-    bool agreesToShare() const;
+    bool agreesToShare() const { return shown_.agreesToShare; }
     void setAgreesToShare(bool value);
     QString reward() const { return shown_.reward; } ///< "$12.50", else "the quest reward"
 
-    Access access() const;
+    Access access() const { return shown_.access; }
 
-    ScanPhase scanPhase() const;
-    QString scanFailure() const;
-    QString messageCount() const; ///< with thousands apart, as the counts below; empty before something is found
-    QString promptCount() const;
-    QString replyCount() const;
-    QString dates() const; ///< first – last; empty when either is missing
+    ScanPhase scanPhase() const { return shown_.scan.phase; }
+    QString scanFailure() const { return shown_.scan.failure; }
+    /// With thousands apart, as the counts below; empty before something is found.
+    QString messageCount() const { return found_.messageCount; }
+    QString promptCount() const { return found_.promptCount; }
+    QString replyCount() const { return found_.replyCount; }
+    QString dates() const { return found_.dates; } ///< first – last; empty when either is missing
     PreviewList* preview() { return &preview_; }
-    Availability availability() const;
-    QString availabilityNote() const; ///< empty where there is nothing to say
+    Availability availability() const { return shown_.availability.kind; }
+    QString availabilityNote() const { return shown_.availability.note; } ///< empty where there is nothing to say
     bool canUpload() const { return shown_.canUpload; }
 
-    UploadPhase uploadPhase() const;
-    QString uploadFailure() const;
-    double uploadFraction() const; ///< 0…1, as the bar shows it: 1 while finishing, 0 before and after a failure
+    UploadPhase uploadPhase() const { return shown_.upload.phase; }
+    QString uploadFailure() const { return shown_.upload.failure; }
+    /// 0…1, as the bar shows it: 1 while finishing, 0 before and after a failure.
+    double uploadFraction() const { return shown_.upload.fraction; }
 
     Outcome outcome() const { return shown_.review.outcome; }
     QString earned() const { return shown_.review.earned; }         ///< the submission's reward, else the quest's
@@ -133,10 +144,12 @@ public:
     Q_INVOKABLE void signOut();
 
 signals:
+    void stepLeft(); ///< what is shown is still that of the step before
     void stepChanged();
     void sessionChanged();
     void linkPhaseChanged();
     void qrPayloadChanged();
+    void linkExpiresChanged();
     void linkSecondsLeftChanged();
     void understandsUploadChanged();
     void agreesToShareChanged();
@@ -150,7 +163,24 @@ signals:
     void outcomeChanged();
 
 private:
-    QString countOf(std::int64_t NimbrelExportStats::* count) const;
+    struct User {
+        bool isSignedIn = false;
+        QString displayName;
+        QString initial;
+        bool operator==(const User&) const = default;
+    };
+    template <class Phase>
+    struct Progress {
+        Phase phase = {};
+        QString failure;
+        double fraction = 0; ///< of an upload
+        bool operator==(const Progress&) const = default;
+    };
+    struct Offer {
+        Availability kind = Availability::Unknown;
+        QString note;
+        bool operator==(const Offer&) const = default;
+    };
     struct Review {
         Outcome outcome = Outcome::Analyzing;
         QString earned;
@@ -158,17 +188,42 @@ private:
         QString nextUpload;
         bool operator==(const Review&) const = default;
     };
-    /// What is worked out of several of the model's properties and the time of day.
+    /// What one signal tells of stands in one member.
     struct Shown {
-        std::optional<QuestAvailability> availability;
-        bool canUpload = false;
+        Step step = Step::Link;
+        User user;
+        Progress<LinkPhase> link;
+        QString qrPayload;
+        bool linkExpires = false;
+        bool understandsUpload = false;
+        bool agreesToShare = false;
         QString reward;
+        Access access = Access::Denied;
+        Progress<ScanPhase> scan;
+        Offer availability;
+        bool canUpload = false;
+        Progress<UploadPhase> upload;
         Review review;
     };
+    /// The words about an export, which are worked out only when there is another.
+    struct Found {
+        QString messageCount;
+        QString promptCount;
+        QString replyCount;
+        QString dates;
+        bool operator==(const Found&) const = default;
+    };
+
+    ScreenModel(const ScreenModel& shown, QObject* parent);
 
     void follow();
     Shown worked() const;
+    Step currentStep() const;
+    User user() const;
+    Access currentAccess() const;
+    static Offer offer(const std::optional<QuestAvailability>& availability);
     Review review(const std::optional<QuestAvailability>& availability) const;
+    Found found() const;
     void refresh();
     void showExport();
     void enterStep();
@@ -177,10 +232,11 @@ private:
     Async<> runCountdown(Instant expiry);
     void setLinkSecondsLeft(int seconds);
 
-    AppModel& model_;
-    MainContext& context_;
-    Clock& clock_;
+    AppModel* model_; ///< null in what stays as it was
+    MainContext* context_;
+    Clock* clock_;
     Shown shown_;
+    Found found_;
     PreviewList preview_;
     int linkSecondsLeft_ = 0;
     Task countdown_;

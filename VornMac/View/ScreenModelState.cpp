@@ -57,11 +57,18 @@ const Case* caseOf(const std::optional<QuestAvailability>& availability)
     return availability ? std::get_if<Case>(&availability->state()) : nullptr;
 }
 
+/// The fraction of an archive that is sent, as the bar shows it.
+double fractionOf(const UploadPhase& phase)
+{
+    if (const auto* uploading = std::get_if<phase::Uploading>(&phase)) return uploading->fraction;
+    return std::holds_alternative<phase::Finishing>(phase) ? 1 : 0;
+}
+
 } // namespace
 
-ScreenModel::Step ScreenModel::step() const
+ScreenModel::Step ScreenModel::currentStep() const
 {
-    switch (model_.step()) {
+    switch (model_->step()) {
     case vorn::Step::link: return Step::Link;
     case vorn::Step::consent: return Step::Consent;
     case vorn::Step::access: return Step::Access;
@@ -72,51 +79,17 @@ ScreenModel::Step ScreenModel::step() const
     return Step::Done;
 }
 
-bool ScreenModel::isSignedIn() const
+ScreenModel::User ScreenModel::user() const
 {
-    return model_.session().has_value();
+    const auto& session = model_->session();
+    if (!session) return {};
+    return {true, QString::fromStdString(session->displayName),
+            QString::fromStdString(text::prefixOfCharacters(session->displayName, 1)).toUpper()};
 }
 
-QString ScreenModel::initial() const
+ScreenModel::Access ScreenModel::currentAccess() const
 {
-    const auto& session = model_.session();
-    return session ? QString::fromStdString(text::prefixOfCharacters(session->displayName, 1)).toUpper() : QString();
-}
-
-QString ScreenModel::displayName() const
-{
-    const auto& session = model_.session();
-    return session ? QString::fromStdString(session->displayName) : QString();
-}
-
-ScreenModel::LinkPhase ScreenModel::linkPhase() const
-{
-    return static_cast<LinkPhase>(model_.linkPhase().index());
-}
-
-QString ScreenModel::linkFailure() const
-{
-    return failureIn(model_.linkPhase());
-}
-
-QString ScreenModel::qrPayload() const
-{
-    return QString::fromStdString(model_.qrPayload().value_or(""));
-}
-
-bool ScreenModel::understandsUpload() const
-{
-    return model_.understandsUpload();
-}
-
-bool ScreenModel::agreesToShare() const
-{
-    return model_.agreesToShare();
-}
-
-ScreenModel::Access ScreenModel::access() const
-{
-    switch (model_.access()) {
+    switch (model_->access()) {
     case FullDiskAccessStatus::granted: return Access::Granted;
     case FullDiskAccessStatus::denied: return Access::Denied;
     case FullDiskAccessStatus::noDatabase: break;
@@ -124,91 +97,55 @@ ScreenModel::Access ScreenModel::access() const
     return Access::NoDatabase;
 }
 
-ScreenModel::ScanPhase ScreenModel::scanPhase() const
+ScreenModel::Found ScreenModel::found() const
 {
-    return static_cast<ScanPhase>(model_.scanPhase().index());
+    const auto statistics = model_->exportStatistics();
+    if (!statistics) return {};
+    const auto count = [](std::int64_t number) { return QString::fromStdString(countText(number)); };
+    return {count(statistics->messageCount), count(statistics->promptCount), count(statistics->replyCount),
+            QString::fromStdString(datesText(*statistics))};
 }
 
-QString ScreenModel::scanFailure() const
+ScreenModel::Offer ScreenModel::offer(const std::optional<QuestAvailability>& availability)
 {
-    return failureIn(model_.scanPhase());
+    if (!availability) return {};
+    const auto kind = [&] {
+        if (caseOf<QuestAvailability::Cooldown>(availability)) return Availability::Cooldown;
+        if (caseOf<QuestAvailability::LastRejected>(availability)) return Availability::LastRejected;
+        if (caseOf<QuestAvailability::InReview>(availability)) return Availability::InReview;
+        return Availability::Available;
+    };
+    return {kind(), QString::fromStdString(vorn::availabilityNote(*availability))};
 }
-
-QString ScreenModel::countOf(std::int64_t NimbrelExportStats::* count) const
-{
-    const auto found = model_.exportStatistics();
-    return found ? QString::fromStdString(countText((*found).*count)) : QString();
-}
-
-QString ScreenModel::messageCount() const
-{
-    return countOf(&NimbrelExportStats::messageCount);
-}
-
-QString ScreenModel::promptCount() const
-{
-    return countOf(&NimbrelExportStats::promptCount);
-}
-
-QString ScreenModel::replyCount() const
-{
-    return countOf(&NimbrelExportStats::replyCount);
-}
-
-QString ScreenModel::dates() const
-{
-    const auto found = model_.exportStatistics();
-    return found ? QString::fromStdString(datesText(*found)) : QString();
-}
-
-ScreenModel::Availability ScreenModel::availability() const
-{
-    if (!shown_.availability) return Availability::Unknown;
-    if (caseOf<QuestAvailability::Cooldown>(shown_.availability)) return Availability::Cooldown;
-    if (caseOf<QuestAvailability::LastRejected>(shown_.availability)) return Availability::LastRejected;
-    if (caseOf<QuestAvailability::InReview>(shown_.availability)) return Availability::InReview;
-    return Availability::Available;
-}
-
-QString ScreenModel::availabilityNote() const
-{
-    return shown_.availability ? QString::fromStdString(vorn::availabilityNote(*shown_.availability)) : QString();
-}
-
-ScreenModel::UploadPhase ScreenModel::uploadPhase() const
-{
-    return static_cast<UploadPhase>(model_.uploadPhase().index());
-}
-
-QString ScreenModel::uploadFailure() const
-{
-    return failureIn(model_.uploadPhase());
-}
-
-double ScreenModel::uploadFraction() const
-{
-    if (const auto* uploading = std::get_if<phase::Uploading>(&model_.uploadPhase())) return uploading->fraction;
-    return uploadPhase() == UploadPhase::Finishing ? 1 : 0;
-}
-
-// What depends on several properties, or on the time.
 
 ScreenModel::Shown ScreenModel::worked() const
 {
+    const auto availability = model_->availability();
     Shown shown;
-    shown.availability = model_.availability();
-    shown.canUpload = model_.canUpload();
-    shown.reward = QString::fromStdString(model_.reward());
-    shown.review = review(shown.availability);
+    shown.step = currentStep();
+    shown.user = user();
+    shown.link = {static_cast<LinkPhase>(model_->linkPhase().index()), failureIn(model_->linkPhase())};
+    shown.qrPayload = QString::fromStdString(model_->qrPayload().value_or(""));
+    shown.linkExpires = model_->linkExpiresAt().has_value();
+    shown.understandsUpload = model_->understandsUpload();
+    shown.agreesToShare = model_->agreesToShare();
+    shown.reward = QString::fromStdString(model_->reward());
+    shown.access = currentAccess();
+    shown.scan = {static_cast<ScanPhase>(model_->scanPhase().index()), failureIn(model_->scanPhase())};
+    shown.availability = offer(availability);
+    shown.canUpload = model_->canUpload();
+    shown.upload = {static_cast<UploadPhase>(model_->uploadPhase().index()), failureIn(model_->uploadPhase()),
+                    fractionOf(model_->uploadPhase())};
+    shown.review = review(availability);
     return shown;
 }
 
 ScreenModel::Review ScreenModel::review(const std::optional<QuestAvailability>& availability) const
 {
-    const SubmissionStatus submission = model_.submission().value_or(SubmissionStatus{});
+    const SubmissionStatus submission = model_->submission().value_or(SubmissionStatus{});
     Review review;
     review.outcome = outcomeOf(submission.status);
-    review.earned = QString::fromStdString(earnedText(submission, model_.reward()));
+    review.earned = QString::fromStdString(earnedText(submission, model_->reward()));
     if (review.outcome == Outcome::Rejected) review.rejection = QString::fromStdString(rejectionText(submission));
     if (const auto* cooldown = caseOf<QuestAvailability::Cooldown>(availability))
         review.nextUpload = QString::fromStdString(dayText(cooldown->until));

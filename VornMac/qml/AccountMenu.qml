@@ -16,6 +16,12 @@ PushButton {
 
     signal signOut
 
+    /// Closes the menu, and does not take the focus back.
+    function dismiss() {
+        focus = false;
+        menu.close();
+    }
+
     Accessible.name: "Account"
     Accessible.description: identity
     cornerRadius: height / 2
@@ -25,7 +31,6 @@ PushButton {
     topPadding: 0
     bottomPadding: 0
     Accessible.role: Accessible.ButtonMenu
-    text: displayName
     onClicked: {
         menuReason = visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
         menu.open();
@@ -73,7 +78,10 @@ PushButton {
         id: menu
         closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
         onOpened: (contentItem as AccountMenuPanel).showFocus(root.menuReason)
-        onClosed: root.forceActiveFocus(root.menuReason)
+        onClosed: {
+            if (root.visible)
+                root.forceActiveFocus(root.menuReason);
+        }
         focus: true
         height: implicitContentHeight + 16
         implicitHeight: height

@@ -1,7 +1,8 @@
 import QtQuick
 import Vorn.Components
 
-/// Shows one screen, and fades to the next when `screen` changes. What goes takes no more input.
+/// Shows one screen, and fades to the next when `screen` changes. What goes takes no more input, and shows what it
+/// showed when it was frozen.
 FocusScope {
     id: root
 
@@ -12,6 +13,13 @@ FocusScope {
 
     property Loader shown: first
     readonly property Loader going: shown === first ? second : first
+
+    /// Has what is shown stay as it is until the next screen has taken its place.
+    function freeze() {
+        const screen = shown.item as StepScreen;
+        if (screen)
+            screen.freeze();
+    }
 
     onScreenChanged: show()
     Component.onCompleted: show()

@@ -75,7 +75,7 @@ StepScreen {
         width: parent.width
     }
     OutlineButtonStyle {
-        text: "Try again"
+        label: "Try again"
         visible: root.hasFailed
         onClicked: root.model.startLinking()
     }
@@ -93,6 +93,7 @@ StepScreen {
 
         QRCard {
             anchors.centerIn: parent
+            expires: root.model.linkExpires
             payload: root.model.qrPayload
             phase: root.model.linkPhase
             secondsLeft: root.model.linkSecondsLeft

@@ -7,11 +7,13 @@ import Vorn.View
 Item {
     id: root
 
+    required property bool expires // whether it is known when
     required property string payload // empty without a code
     required property int phase // a ScreenModel.LinkPhase
     required property int secondsLeft
 
     readonly property bool hasCode: payload.length > 0
+    readonly property bool countsDown: hasCode && expires
     readonly property bool isScanned: phase === ScreenModel.LinkPhase.Scanned
     readonly property bool hasFailed: phase === ScreenModel.LinkPhase.Failed
 
@@ -87,10 +89,10 @@ Item {
         anchors.top: finder.bottom
         anchors.topMargin: 24
         // It keeps its place while there is no code, so that nothing jumps when one comes.
-        opacity: root.hasCode ? 1 : 0
+        opacity: root.countsDown ? 1 : 0
         Accessible.role: Accessible.StaticText
-        Accessible.name: root.hasCode ? label.text + time.text : ""
-        Accessible.ignored: !root.hasCode
+        Accessible.name: root.countsDown ? label.text + time.text : ""
+        Accessible.ignored: !root.countsDown
 
         Words {
             id: label

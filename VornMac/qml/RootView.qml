@@ -16,6 +16,7 @@ Rectangle {
         y: 39
     }
     CrossFade {
+        id: screens
         anchors.fill: parent
         focus: true
         properties: ({
@@ -31,7 +32,21 @@ Rectangle {
         displayName: root.model.displayName
         initial: root.model.initial
         visible: root.model.isSignedIn
+        // A session may end while the menu is open.
+        onVisibleChanged: {
+            if (visible)
+                return;
+            dismiss();
+            screens.forceActiveFocus();
+        }
         onSignOut: root.model.signOut()
+    }
+
+    Connections {
+        target: root.model
+        function onStepLeft() {
+            screens.freeze();
+        }
     }
 
     function screenOf(step: int): url {

@@ -1,3 +1,4 @@
+#include "tests/VornMac/Window/HandDrivenAnimations.h"
 #include "tests/VornMac/Window/Scenes.h"
 
 #include <algorithm>
@@ -113,84 +114,109 @@ TEST(Reading, NamesTheCodeAndItsTime)
     EXPECT_THAT(fix.spoken(), Contains("StaticText: New code in 1:58"));
 }
 
-TEST(Announcements, TellEveryPhaseOfLinkingOnce)
-{
-    WindowFixture fix;
-    fix.model.launch();
-    fix.settle();
-    fix.announced();
-    fix.model.answer(ModelFixture::links, linkJSON(2000));
-    fix.settle();
-    EXPECT_THAT(fix.announced(), ElementsAre("Waiting for your phone"));
-    fix.model.advance(2s);
-    fix.model.answer(ModelFixture::polls, pollJSON("scanned"));
-    fix.settle();
-    EXPECT_THAT(fix.announced(), ElementsAre("Scanned. Confirm Link this Mac on your phone."));
-    fix.model.advance(2s);
-    fix.model.answer(ModelFixture::polls, pollJSON("rejected"));
-    fix.settle();
-    EXPECT_THAT(fix.announced(), ElementsAre("Your phone declined the link. Here's a new code."));
-}
-
-TEST(Announcements, LeaveTheCountdownOut)
-{
-    WindowFixture fix;
-    play(fix, "1-link-showing");
-    fix.announced();
-    for (const char* left : {"1:57", "1:56", "1:55"}) {
-        fix.model.advance(1s);
-        if (fix.model.isWaiting(ModelFixture::polls)) fix.model.answer(ModelFixture::polls, pollJSON("pending"));
-        fix.settle();
-        EXPECT_THAT(fix.words(), Contains(left));
+/// Where motion is on, what is left shows for a while beside what comes.
+class Announcements : public ::testing::TestWithParam<WindowFixture::Motion> {
+protected:
+    /// Everything stands still; what was said until then is `said`.
+    template <class Matcher>
+    void stand(const Matcher& said)
+    {
+        fix_.settle();
+        animations_.pass(1000);
+        fix_.settle();
+        EXPECT_THAT(fix_.announced(), said);
     }
-    EXPECT_THAT(fix.announced(), IsEmpty());
+    void stand() { stand(::testing::_); }
+
+    HandDrivenAnimations animations_;
+    WindowFixture fix_{GetParam()};
+};
+
+TEST_P(Announcements, TellEveryPhaseOfLinkingOnce)
+{
+    fix_.model.launch();
+    stand();
+    fix_.model.answer(ModelFixture::links, linkJSON(2000));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), ElementsAre("Waiting for your phone"));
+    fix_.model.advance(2s);
+    fix_.model.answer(ModelFixture::polls, pollJSON("scanned"));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), ElementsAre("Scanned. Confirm Link this Mac on your phone."));
+    fix_.model.advance(2s);
+    fix_.model.answer(ModelFixture::polls, pollJSON("rejected"));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), ElementsAre("Your phone declined the link. Here's a new code."));
 }
 
-TEST(Announcements, LeaveTheUploadsProgressOut)
+TEST_P(Announcements, LeaveTheCountdownOut)
 {
-    WindowFixture fix;
-    fix.model.launchUploading();
-    fix.settle();
-    fix.announced();
-    const HTTPRequest& part = fix.model.http->request(fix.model.http->waiting(ModelFixture::puts).value());
+    play(fix_, "1-link-showing");
+    stand();
+    for (const char* left : {"1:57", "1:56", "1:55"}) {
+        fix_.model.advance(1s);
+        if (fix_.model.isWaiting(ModelFixture::polls)) fix_.model.answer(ModelFixture::polls, pollJSON("pending"));
+        fix_.settle();
+        EXPECT_THAT(fix_.words(), Contains(left));
+    }
+    EXPECT_THAT(fix_.announced(), IsEmpty());
+}
+
+TEST_P(Announcements, LeaveTheUploadsProgressOut)
+{
+    fix_.model.launchUploading();
+    stand();
+    const HTTPRequest& part = fix_.model.http->request(fix_.model.http->waiting(ModelFixture::puts).value());
     for (const std::int64_t sent : {1, 2, 3}) part.onBodyProgress(sent);
-    fix.settle();
-    EXPECT_THAT(fix.announced(), IsEmpty());
-    fix.model.http->acknowledge(fix.model.http->waiting(ModelFixture::puts).value(), "\"tag-1\"");
-    fix.settle();
-    EXPECT_THAT(fix.announced(), ElementsAre("Finishing up…"));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), IsEmpty());
+    fix_.model.http->acknowledge(fix_.model.http->waiting(ModelFixture::puts).value(), "\"tag-1\"");
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), ElementsAre("Finishing up…"));
 }
 
-TEST(Announcements, TellTheOutcomeOnce)
+TEST_P(Announcements, TellTheOutcomeOnce)
 {
-    WindowFixture fix;
-    fix.model.launchDone();
-    fix.settle();
-    fix.announced();
-    fix.model.advance(5s);
-    fix.model.answer(ModelFixture::review, submissionJSON("review_pending"));
-    fix.settle();
-    EXPECT_THAT(fix.announced(), ElementsAre("Upload received A person is checking it"));
-    fix.model.advance(30s);
-    fix.model.answer(ModelFixture::review, submissionJSON("review_pending"));
-    fix.settle();
-    EXPECT_THAT(fix.announced(), IsEmpty());
-    fix.model.advance(30s);
-    fix.model.answer(ModelFixture::review, submissionJSON("expired"));
-    fix.settle();
-    EXPECT_THAT(fix.announced(), Contains("Upload stopped Nothing was sent").Times(1));
+    fix_.model.launchDone();
+    stand();
+    fix_.model.advance(5s);
+    fix_.model.answer(ModelFixture::review, submissionJSON("review_pending"));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), ElementsAre("Upload received A person is checking it"));
+    fix_.model.advance(30s);
+    fix_.model.answer(ModelFixture::review, submissionJSON("review_pending"));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), IsEmpty());
+    fix_.model.advance(30s);
+    fix_.model.answer(ModelFixture::review, submissionJSON("expired"));
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), Contains("Upload stopped Nothing was sent").Times(1));
 }
 
-TEST(Announcements, TellWhatTheScanFound)
+TEST_P(Announcements, TellWhatTheScanFound)
 {
-    WindowFixture fix;
-    fix.model.launchSignedIn();
-    fix.settle();
-    fix.announced();
-    fix.model.fail(ModelFixture::quest, URLError::Code::cannotConnectToHost);
-    fix.settle();
-    EXPECT_THAT(fix.announced(), Contains(HasSubstr("Vorn can't reach the server right now.")).Times(1));
+    fix_.model.launchSignedIn();
+    stand();
+    fix_.model.fail(ModelFixture::quest, URLError::Code::cannotConnectToHost);
+    fix_.settle();
+    EXPECT_THAT(fix_.announced(), Contains(HasSubstr("Vorn can't reach the server right now.")).Times(1));
 }
+
+TEST_P(Announcements, SayNothingOfWhatIsLeft)
+{
+    play(fix_, "5-upload-finishing");
+    stand();
+    fix_.model.answer(ModelFixture::completes, submissionJSON("analyzing"));
+    stand(ElementsAre("Upload received Checking your chat"));
+    fix_.model.model().signOut();
+    stand(::testing::UnorderedElementsAre("Link your phone Your phone links this Mac", "Getting a code…"));
+}
+
+INSTANTIATE_TEST_SUITE_P(, Announcements,
+                         ::testing::Values(WindowFixture::Motion::reduced, WindowFixture::Motion::full),
+                         [](const auto& info) {
+                             return info.param == WindowFixture::Motion::full ? "WithMotion" : "WithoutMotion";
+                         });
 
 } // namespace
 } // namespace vorn::testing

@@ -84,6 +84,37 @@ TEST(Window, StaysOnTheAccessScreenWhileAccessIsMissing)
                   "then come back."));
 }
 
+TEST(Window, LeavesNoProbeBehindWhenTheUserComesBackWithAccess)
+{
+    WindowFixture fix;
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.launchSignedIn();
+    fix.settle();
+    fix.model.setAccess(FullDiskAccessStatus::granted);
+    emit qGuiApp->applicationStateChanged(QGuiApplication::applicationState());
+    fix.settle();
+    ASSERT_EQ(fix.model.model().step(), Step::find);
+    EXPECT_EQ(fix.model.clock.pendingSleeps(), 0U);
+}
+
+// A copy that is refused leads back here though the database opens: what was known of access is old by then.
+TEST(Window, StaysOnTheAccessScreenWhereAccessWasGrantedBeforeItCame)
+{
+    WindowFixture fix;
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.launchSignedIn();
+    fix.settle();
+    fix.click("Back");
+    fix.model.setAccess(FullDiskAccessStatus::granted);
+    fix.model.model().go(Step::access);
+    fix.settle();
+    fix.model.advance(5s);
+    fix.settle();
+    EXPECT_EQ(fix.model.model().step(), Step::access);
+    EXPECT_TRUE(fix.isEnabled("Continue"));
+    EXPECT_EQ(fix.model.asked(ModelFixture::quest), 1U) << "of the consent screen";
+}
+
 // Access that was there before does not lead on by itself: the way back to this screen would bounce.
 TEST(Window, OffersToGoOnWhereAccessWasThereBefore)
 {
@@ -126,6 +157,42 @@ TEST(AccountMenu, SaysWhoIsSignedInAndSignsOut)
     EXPECT_FALSE(fix.shows("Account"));
     EXPECT_FALSE(fix.shows("Sign out of this Mac"));
     EXPECT_FALSE(fix.shows("Signed in as Ada"));
+}
+
+TEST(AccountMenu, ClosesWhenTheSessionEnds)
+{
+    WindowFixture fix;
+    play(fix, "4-find-loading");
+    fix.click("Account");
+    ASSERT_TRUE(fix.shows("Sign out of this Mac"));
+    fix.model.refuse(ModelFixture::quest, 401);
+    fix.model.refuse(ModelFixture::refreshes, 401);
+    fix.settle();
+    ASSERT_EQ(fix.model.model().step(), Step::link);
+    EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+    EXPECT_FALSE(fix.shows("Signed in as "));
+}
+
+TEST(AccountMenu, LeavesTheKeyboardToTheScreenAfterASignOut)
+{
+    for (const bool byKeyboard : {false, true}) {
+        WindowFixture fix;
+        play(fix, "4-find-found");
+        if (byKeyboard) {
+            fix.pressOn("Account", Qt::Key_Space);
+            fix.press(Qt::Key_Return);
+        } else {
+            fix.click("Account");
+            fix.click("Sign out of this Mac");
+        }
+        ASSERT_EQ(fix.model.model().step(), Step::link);
+        fix.press(Qt::Key_Space);
+        EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+        fix.model.fail(ModelFixture::links, URLError::Code::notConnectedToInternet);
+        fix.settle();
+        fix.press(Qt::Key_Tab);
+        EXPECT_EQ(fix.focused(), "Try again");
+    }
 }
 
 TEST(AccountMenu, SignsOutByAScreenReader)
@@ -249,6 +316,85 @@ TEST_F(FadingWindow, GoesOnFromTheMiddleOfAFade)
     EXPECT_THAT(fix_.words(), Contains("Upload received"));
     EXPECT_FALSE(showsOld());
     EXPECT_FALSE(showsNew());
+}
+
+/// What is drawn while one screen fades to the next.
+class LeavingScreen : public ::testing::Test {
+protected:
+    void playToTheEnd(const std::string& scene)
+    {
+        play(fix_, scene);
+        animations_.pass(1000);
+        fix_.announced();
+    }
+    std::vector<std::string> wordsInTheMiddle()
+    {
+        animations_.pass(110);
+        return fix_.words();
+    }
+
+    HandDrivenAnimations animations_;
+    WindowFixture fix_{WindowFixture::Motion::full};
+};
+
+TEST_F(LeavingScreen, GoesOnFinishingAfterTheUpload)
+{
+    playToTheEnd("5-upload-finishing");
+    fix_.model.answer(ModelFixture::completes, submissionJSON("analyzing"));
+    const auto words = wordsInTheMiddle();
+    EXPECT_THAT(words, Contains("Finishing up…"));
+    EXPECT_THAT(words, Not(Contains("Packing your chat…")));
+    EXPECT_THAT(words, Contains("Upload received"));
+}
+
+TEST_F(LeavingScreen, GoesOnShowingWhatWasFoundAfterASignOut)
+{
+    playToTheEnd("4-find-found");
+    const auto before = fix_.words();
+    fix_.model.model().signOut();
+    const auto words = wordsInTheMiddle();
+    for (const auto& each : {"Found on this Mac", "1,290", "Perfect, thank you"}) {
+        ASSERT_THAT(before, Contains(each));
+        EXPECT_THAT(words, Contains(each));
+    }
+    EXPECT_THAT(words, Not(Contains("Reading a private copy of your Messages history…")));
+}
+
+TEST_F(LeavingScreen, GoesOnShowingWhatWasEarnedAfterASignOut)
+{
+    playToTheEnd("6-done-approved");
+    fix_.model.model().signOut();
+    const auto words = wordsInTheMiddle();
+    EXPECT_THAT(words, Contains("You earned $15.00"));
+    EXPECT_THAT(words, Not(Contains("You earned the quest reward")));
+}
+
+TEST_F(LeavingScreen, GoesOnShowingTheScannedCodeOnceItIsRedeemed)
+{
+    playToTheEnd("1-link-scanned");
+    fix_.model.advance(2s);
+    fix_.model.answer(ModelFixture::polls, approvalJSON(adasSession()));
+    const auto words = wordsInTheMiddle();
+    EXPECT_THAT(words, Contains("Scanned. Confirm Link this Mac on your phone."));
+    EXPECT_THAT(words, Not(Contains("Getting a code…")));
+}
+
+TEST_F(LeavingScreen, BeginsNothingByItsButtons)
+{
+    playToTheEnd("1-link-failed");
+    fix_.model.advance(5s);
+    fix_.model.fail(ModelFixture::links, URLError::Code::notConnectedToInternet);
+    fix_.settle();
+    QQuickItem* button = fix_.named("Try again");
+    ASSERT_NE(button, nullptr);
+    fix_.model.model().go(Step::consent);
+    animations_.pass(50);
+    ASSERT_EQ(fix_.named("Try again"), button);
+    const auto asked = fix_.model.asked(ModelFixture::links);
+    doAction(button, QAccessibleActionInterface::pressAction());
+    fix_.settle();
+    EXPECT_EQ(fix_.model.asked(ModelFixture::links), asked);
+    EXPECT_EQ(fix_.model.model().step(), Step::consent);
 }
 
 TEST(Window, ChangesScreensAtOnceWithReducedMotion)

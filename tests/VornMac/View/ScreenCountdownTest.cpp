@@ -122,7 +122,19 @@ TEST_F(CodeCountdown, NoticesThatTheClockWasSet)
     EXPECT_EQ(left(), 0);
 }
 
-TEST_F(CodeCountdown, StandsStillOnOtherScreens)
+TEST_F(CodeCountdown, IsThereOnlyForACodeThatSaysWhenItExpires)
+{
+    showCode(inTwoMinutes, 2000);
+    EXPECT_TRUE(fix_.screen().linkExpires());
+    advance(2s);
+    fix_.fix.answer(ModelFixture::polls, pollJSON("expired"));
+    EXPECT_FALSE(fix_.screen().linkExpires());
+    fix_.fix.answer(ModelFixture::links, linkJSON(rarely, "soon"));
+    EXPECT_FALSE(fix_.screen().qrPayload().isEmpty());
+    EXPECT_FALSE(fix_.screen().linkExpires());
+}
+
+TEST_F(CodeCountdown, EndsWithTheLinkScreen)
 {
     showCode();
     advance(10s);
@@ -131,19 +143,8 @@ TEST_F(CodeCountdown, StandsStillOnOtherScreens)
     fix_.fix.run();
     EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U);
     advance(10s);
-    EXPECT_EQ(left(), 110);
+    EXPECT_EQ(left(), 0);
     EXPECT_TRUE(fix_.told().empty());
-}
-
-TEST_F(CodeCountdown, GoesOnWhenTheLinkScreenComesBack)
-{
-    showCode();
-    fix_.screen().go(ScreenModel::Step::Upload);
-    advance(10s);
-    fix_.screen().go(ScreenModel::Step::Link);
-    EXPECT_EQ(left(), 110);
-    advance(1s);
-    EXPECT_EQ(left(), 109);
 }
 
 TEST_F(CodeCountdown, IsThereForAScreenThatIsMadeLate)

@@ -31,6 +31,7 @@ ScreenModel& ScreenFixture::show()
     count(&ScreenModel::sessionChanged, "sessionChanged");
     count(&ScreenModel::linkPhaseChanged, "linkPhaseChanged");
     count(&ScreenModel::qrPayloadChanged, "qrPayloadChanged");
+    count(&ScreenModel::linkExpiresChanged, "linkExpiresChanged");
     count(&ScreenModel::linkSecondsLeftChanged, "linkSecondsLeftChanged");
     count(&ScreenModel::understandsUploadChanged, "understandsUploadChanged");
     count(&ScreenModel::agreesToShareChanged, "agreesToShareChanged");
@@ -53,11 +54,16 @@ std::string ScreenFixture::value(const char* property) const
 
 std::map<std::string, std::string> ScreenFixture::values() const
 {
+    return valuesOf(*screen_);
+}
+
+std::map<std::string, std::string> valuesOf(const ScreenModel& screen)
+{
     std::map<std::string, std::string> values;
     const QMetaObject& type = ScreenModel::staticMetaObject;
     for (int index = type.propertyOffset(); index < type.propertyCount(); ++index) {
         const QMetaProperty property = type.property(index);
-        if (property.hasNotifySignal()) values[property.name()] = textOf(property, property.read(screen_.get()));
+        if (property.hasNotifySignal()) values[property.name()] = textOf(property, property.read(&screen));
     }
     return values;
 }

@@ -35,6 +35,8 @@ private:
     Counts told_;
 };
 
+/// What can change, as QML reads it.
+std::map<std::string, std::string> valuesOf(const ScreenModel& screen);
 /// The properties that `signal` tells about.
 std::vector<std::string> propertiesOf(const std::string& signal);
 

@@ -42,11 +42,10 @@ protected:
     }
 
     static constexpr const char* allSignals[] = {
-        "stepChanged",          "sessionChanged",         "linkPhaseChanged",
-        "qrPayloadChanged",     "linkSecondsLeftChanged", "understandsUploadChanged",
-        "agreesToShareChanged", "rewardChanged",          "accessChanged",
-        "scanPhaseChanged",     "exportResultChanged",    "availabilityChanged",
-        "canUploadChanged",     "uploadPhaseChanged",     "outcomeChanged"};
+        "stepChanged",         "sessionChanged",         "linkPhaseChanged",         "qrPayloadChanged",
+        "linkExpiresChanged",  "linkSecondsLeftChanged", "understandsUploadChanged", "agreesToShareChanged",
+        "rewardChanged",       "accessChanged",          "scanPhaseChanged",         "exportResultChanged",
+        "availabilityChanged", "canUploadChanged",       "uploadPhaseChanged",       "outcomeChanged"};
 
     ScreenFixture fix_;
     ScreenFixture::Counts last_; ///< told during the last event
@@ -103,6 +102,62 @@ TEST_F(Signals, ComeOnceForOneChange)
     EXPECT_THAT(last_, ElementsAre(Pair("stepChanged", 1)));
     watch("the same step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
     EXPECT_THAT(last_, IsEmpty());
+}
+
+/// A screen that goes is to show nothing of what follows.
+TEST_F(Signals, TellThatAStepIsLeftBeforeAnythingElse)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launchDone();
+    ScreenModel& screen = fix_.show();
+    std::vector<std::map<std::string, std::string>> left;
+    QObject::connect(&screen, &ScreenModel::stepLeft, &screen, [&] { left.push_back(fix_.values()); });
+    const auto before = fix_.values();
+    screen.signOut();
+    EXPECT_THAT(left, ElementsAre(before));
+    EXPECT_NE(fix_.values(), before);
+}
+
+TEST_F(Signals, TellOfNothingThatIsKeptAsItWas)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launchFound();
+    ScreenModel& screen = fix_.show();
+    QObject owner;
+    ScreenModel& kept = *screen.asItWas(&owner);
+    const auto before = fix_.values();
+    EXPECT_EQ(testing::valuesOf(kept), before);
+    EXPECT_EQ(kept.preview()->rowCount(), 3);
+    screen.signOut();
+    fix.runAll();
+    EXPECT_NE(fix_.values(), before);
+    EXPECT_EQ(testing::valuesOf(kept), before);
+    EXPECT_EQ(kept.preview()->rowCount(), 3);
+}
+
+TEST_F(Signals, BeginNothingByWhatIsKeptAsItWas)
+{
+    ModelFixture& fix = fix_.fix;
+    fix.launchFound();
+    QObject owner;
+    ScreenModel& kept = *fix_.show().asItWas(&owner);
+    const auto sent = fix.http->count();
+    kept.start();
+    kept.startLinking();
+    kept.startAccessProbe();
+    kept.setUnderstandsUpload(true);
+    kept.setAgreesToShare(true);
+    kept.acceptConsent();
+    kept.upload();
+    kept.openFullDiskAccessSettings();
+    kept.revealAppInFinder();
+    kept.relaunch();
+    kept.go(ScreenModel::Step::Find);
+    kept.signOut();
+    fix.runAll();
+    EXPECT_THAT(fix.changes().counts(), IsEmpty());
+    EXPECT_THAT(fix.workspace.calls, IsEmpty());
+    EXPECT_EQ(fix.http->count(), sent);
 }
 
 /// A screen that is made when the step is told reads everything then.
