@@ -84,11 +84,11 @@ StepScreen {
         width: parent.width
 
         OutlineButtonStyle {
-            text: "Open System Settings"
+            label: "Open System Settings"
             onClicked: root.model.openFullDiskAccessSettings()
         }
         OutlineButtonStyle {
-            text: "Show Vorn in Finder"
+            label: "Show Vorn in Finder"
             onClicked: root.model.revealAppInFinder()
         }
     }
@@ -109,7 +109,7 @@ StepScreen {
             width: parent.width
         }
         QuietLinkStyle {
-            text: "Quit & Reopen Vorn"
+            label: "Quit & Reopen Vorn"
             onClicked: root.model.relaunch()
         }
     }

@@ -45,7 +45,7 @@ Item {
         MenuEntry {
             id: out
             focus: true
-            text: "Sign out of this Mac"
+            label: "Sign out of this Mac"
             width: column.width
             onClicked: root.signOut()
         }

@@ -104,7 +104,7 @@ StepScreen {
         width: parent.width
     }
     OutlineButtonStyle {
-        text: "Look again"
+        label: "Look again"
         visible: !root.isFound && !root.isLooking
         onClicked: root.model.go(ScreenModel.Step.Find)
     }

@@ -15,11 +15,11 @@ Row {
 
     PrimaryButtonStyle {
         enabled: root.primaryEnabled
-        text: root.primaryTitle
+        label: root.primaryTitle
         onClicked: root.primary()
     }
     BackButtonStyle {
-        text: root.backTitle
+        label: root.backTitle
         visible: root.backTitle.length > 0
         onClicked: root.back()
     }

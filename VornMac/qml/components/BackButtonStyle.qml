@@ -22,7 +22,7 @@ PushButton {
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.secondary
             font: root.font
-            text: root.text
+            text: root.label
         }
     }
     background: Rectangle {

@@ -24,7 +24,6 @@ T.AbstractButton {
     rightPadding: 14
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    text: title
     checkable: true // which makes it a check box to readers; Qt's own type for one leaks when they listen
     checked: isOn
     // Who uses it decides what is chosen: what the click made of the check mark does not stay.

@@ -12,7 +12,7 @@ PushButton {
         color: Theme.ink
         font: root.font
         horizontalAlignment: Text.AlignLeft
-        text: root.text
+        text: root.label
     }
     background: Rectangle {
         color: root.hovered || root.visualFocus ? Theme.pill : "transparent"

@@ -20,6 +20,12 @@ Flickable {
     Accessible.name: "Messages"
     Accessible.ignored: redacted
 
+    FocusRing {
+        anchors.margins: 0
+        parent: root // what is declared here would scroll along
+        shown: root.activeFocus
+    }
+
     Keys.onUpPressed: root.contentY = Math.max(0, root.contentY - 40)
     Keys.onDownPressed: root.contentY = Math.min(root.contentHeight - root.height, root.contentY + 40)
 

@@ -13,8 +13,27 @@ FocusScope {
     readonly property real columnsGap: Math.max(48, Math.min(96, (width - 2 * Theme.sideMargin - Theme.panelWidth) * 0.12))
     readonly property real contentWidth: Math.min(width - 2 * Theme.sideMargin, Theme.widestContent)
 
+    readonly property Item focused: Window.activeFocusItem
+    onFocusedChanged: scroller.reveal(focused)
+
     Flickable {
         id: scroller
+
+        /// Scrolls until `item` is seen whole, if it stands in the form.
+        function reveal(item: Item) {
+            if (!interactive || !scroller.holds(item))
+                return;
+            const top = item.mapToItem(contentItem, 0, 0).y - column.x;
+            const bottom = top + item.height + 2 * column.x;
+            contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)));
+        }
+        function holds(item: Item): bool {
+            for (let each = item; each; each = each.parent) {
+                if (each === column)
+                    return true;
+            }
+            return false;
+        }
 
         readonly property real room: root.height - Theme.topMargin - Theme.bottomMargin
 

@@ -7,7 +7,7 @@ PushButton {
     contentItem: ButtonText {
         color: root.enabled ? Theme.ink : Theme.disabledText
         font: root.font
-        text: root.text
+        text: root.label
     }
     background: Rectangle {
         border.color: Theme.border

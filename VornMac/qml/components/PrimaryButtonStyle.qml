@@ -7,7 +7,7 @@ PushButton {
     contentItem: ButtonText {
         color: root.enabled ? Theme.primaryText : Theme.disabledText
         font: root.font
-        text: root.text
+        text: root.label
     }
     background: Rectangle {
         color: root.enabled ? Theme.primaryFill : Theme.disabledFill

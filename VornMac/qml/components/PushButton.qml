@@ -6,6 +6,8 @@ import QtQuick.Templates as T
 T.AbstractButton {
     id: root
 
+    /// The button's words. Qt searches a button's own `text` for a mnemonic, and takes an ampersand in it for one.
+    property string label: ""
     property real cornerRadius: Theme.controlRadius
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
@@ -22,7 +24,7 @@ T.AbstractButton {
     Keys.onEnterPressed: root.press()
 
     Accessible.role: Accessible.Button // Qt 6.4 knows no other role for a button, whatever is said here
-    Accessible.name: text
+    Accessible.name: label
     Accessible.focusable: enabled
     Accessible.onPressAction: root.press()
 

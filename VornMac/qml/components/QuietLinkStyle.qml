@@ -16,6 +16,6 @@ PushButton {
         font.underline: root.enabled
         font.weight: root.font.weight
         horizontalAlignment: Text.AlignLeft
-        text: root.text
+        text: root.label
     }
 }

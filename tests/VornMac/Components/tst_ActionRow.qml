@@ -34,7 +34,7 @@ TestCase {
         return row;
     }
     function button(row, text) {
-        return Array.from(row.children).find(child => child.text === text && child.visible) ?? null;
+        return Array.from(row.children).find(child => child.label === text && child.visible) ?? null;
     }
 
     function test_tellsWhichButtonIsPressed() {
@@ -49,7 +49,7 @@ TestCase {
     function test_hasNoWayBackWithoutATitle() {
         const row = make({});
         verify(button(row, "Go on"));
-        compare(Array.from(row.children).filter(child => child.visible && child.text !== undefined).length, 1);
+        compare(Array.from(row.children).filter(child => child.visible && child.label !== undefined).length, 1);
     }
     function test_canBeOff() {
         const row = make({ primaryEnabled: false });

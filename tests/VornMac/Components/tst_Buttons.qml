@@ -35,7 +35,7 @@ TestCase {
         return [{ tag: "primary", style: primary }, { tag: "outline", style: outline }, { tag: "quiet", style: quiet }, { tag: "back", style: back }];
     }
     function make(style, properties) {
-        const button = createTemporaryObject(style, test, Object.assign({ text: "Quit & go" }, properties));
+        const button = createTemporaryObject(style, test, Object.assign({ label: "Quit & go" }, properties));
         clicked.target = button;
         clicked.clear();
         return button;

@@ -27,6 +27,31 @@ TestCase {
         text.text = "10";
         tryVerify(() => text.width === 2 * one);
     }
+    Component {
+        id: plain
+        Text {
+            textFormat: Text.PlainText
+        }
+    }
+    function test_keepsTogetherWhatIsNoDigit_data() {
+        return ["14 مارس 2026 – 3 أبريل 2026", "١٤ مارس ٢٠٢٦", "१४ मार्च २०२६", "3‏/4‏/2026", "2026년 3월", "क्षत्रिय"].map(text => ({ tag: text, text: text }));
+    }
+    function test_keepsTogetherWhatIsNoDigit(row) {
+        const text = createTemporaryObject(component, test, { text: row.text });
+        const pieces = Array.from(text.children).filter(child => child instanceof Text).map(child => child.text);
+        compare(pieces.join(""), row.text);
+        const isRightToLeft = /[\u0590-\u08ff\u200f]/.test(row.text);
+        if (isRightToLeft)
+            compare(pieces, [row.text]);
+        for (const piece of pieces)
+            verify(isRightToLeft || /^([0-9]|[^0-9]+)$/.test(piece), piece);
+        const whole = createTemporaryObject(plain, test, { text: row.text, font: text.font });
+        if (pieces.length === 1)
+            compare(text.implicitWidth, whole.implicitWidth);
+    }
+    function test_showsNothingForNothing() {
+        compare(createTemporaryObject(component, test, { text: "" }).implicitWidth, 0);
+    }
     function test_speaksAsAWhole() {
         const text = createTemporaryObject(component, test, { text: "1,234" });
         compare(text.Accessible.role, Accessible.StaticText);

@@ -7,6 +7,8 @@
 
 #include <gmock/gmock.h>
 
+#include <QTest>
+
 namespace vorn::testing {
 namespace {
 
@@ -67,6 +69,56 @@ TEST(Keyboard, GoesThroughEveryControlInReadingOrder)
         if (expected.empty()) continue;
         EXPECT_EQ(focusOrder(fix, Qt::Key_Tab), expected);
     }
+}
+
+/// What of `item` can be seen: inside the window, and inside everything that clips.
+QRectF seenOf(const QQuickItem* item)
+{
+    const QRectF whole = item->mapRectToScene(item->boundingRect());
+    QRectF seen = whole;
+    for (const QQuickItem* each = item->parentItem(); each != nullptr; each = each->parentItem()) {
+        if (each->clip()) seen &= each->mapRectToScene(each->clipRect());
+    }
+    return seen & QRectF(QPointF(), item->window()->size());
+}
+
+TEST(Keyboard, ComesToNothingThatIsNotSeen)
+{
+    for (const Scene& scene : allScenes()) {
+        for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+            SCOPED_TRACE(scene.name);
+            WindowFixture fix;
+            play(fix, scene.name);
+            Appearance::shared().setTextScale(1.5);
+            fix.window().resize(fix.window().minimumSize());
+            fix.lay();
+            for (int presses = 0; presses < 12; ++presses) {
+                fix.press(key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
+                const std::string name = fix.focused();
+                if (name.empty()) continue;
+                const QQuickItem* item = fix.window().activeFocusItem();
+                EXPECT_EQ(seenOf(item), item->mapRectToScene(item->boundingRect())) << name;
+                EXPECT_TRUE(showsFocus(fix)) << name;
+            }
+        }
+    }
+}
+
+TEST(Keyboard, TakesNoAmpersandForAShortcut)
+{
+    WindowFixture fix;
+    StoredSession session = adasSession();
+    session.displayName = "Ada & Bela";
+    fix.model.setAccess(FullDiskAccessStatus::denied);
+    fix.model.tokens->save(session);
+    fix.model.defaults.setBoolean("consent.vorn-mac-nimbrel-1.user-ada", true);
+    fix.model.launch();
+    fix.settle();
+    ASSERT_TRUE(fix.shows("Quit & Reopen Vorn"));
+    QTest::keyClick(&fix.window(), Qt::Key_Space, Qt::AltModifier);
+    fix.settle();
+    EXPECT_THAT(fix.model.workspace.calls, ::testing::IsEmpty());
+    EXPECT_FALSE(fix.shows("Sign out of this Mac"));
 }
 
 TEST(Keyboard, GoesBackTheSameWay)
