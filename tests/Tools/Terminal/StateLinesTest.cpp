@@ -46,15 +46,15 @@ TEST(StateLines, TellEveryChangeInOrder)
 {"uploadPhase":{"phase":"preparing"}}
 {"uploadPhase":{"phase":"uploading","fraction":0.0}}
 {"uploadPhase":{"phase":"finishing"}}
+{"step":"done"}
 {"submission":{"id":"sub-1","status":"analyzing","rejectionReasonKey":null,"rewardUsd":null}}
 {"uploadPhase":{"phase":"idle"}}
-{"step":"done"}
+{"step":"link"}
 {"session":null}
 {"nimbrel":null}
 {"export":null}
 {"submission":null}
 {"scanPhase":{"phase":"idle"}}
-{"step":"link"}
 )");
 }
 

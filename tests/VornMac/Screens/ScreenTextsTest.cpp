@@ -144,8 +144,8 @@ std::vector<Case> allCases()
          linkHead + linkSteps + Texts{"Waiting for your phone"} + linkNote + Texts{"New code in ", "1:58"}},
         {"1-link-scanned", linkHead + linkStepsDone + Texts{"Scanned. Confirm Link this Mac on your phone."} +
                                linkNote + Texts{"Confirm on your phone", "New code in ", "1:56"}},
-        {"1-link-rejected", linkHead + linkSteps + Texts{"Your phone declined the link. Here's a new code."} +
-                                linkNote + Texts{"New code in ", "1:56"}},
+        {"1-link-rejected",
+         linkHead + linkSteps + Texts{"Your phone declined the link. Here's a new code."} + linkNote}, // none yet
         {"1-link-failed", linkHead + linkSteps + Texts{"You're offline. Vorn will retry.", "Try again"} + linkNote},
         {"2-consent", consent + badge},
         {"2-consent-understood", consent + badge},
