@@ -42,6 +42,7 @@ public:
     /// Removes the secret of `item` if `matches` says so of its bytes, as one call: it waits no longer than `read`.
     /// Gives the secret that stays. `matches` owns what it uses: a call that was given up may still ask it. Throws
     /// `KeychainError`.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): a keychain that waits takes it over
     virtual std::optional<std::string> removeIf(const KeychainItem& item, std::function<bool(std::string_view)> matches)
     {
         auto kept = read(item);

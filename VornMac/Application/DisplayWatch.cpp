@@ -5,18 +5,18 @@
 
 namespace vorn {
 
-DisplayWatch* DisplayWatch::current_ = nullptr;
+DisplayWatch* DisplayWatch::installed = nullptr;
 
 DisplayWatch::DisplayWatch()
 {
-    current_ = this;
+    installed = this;
     before_ = qInstallMessageHandler(&DisplayWatch::take);
 }
 
 DisplayWatch::~DisplayWatch()
 {
     qInstallMessageHandler(before_);
-    current_ = nullptr;
+    installed = nullptr;
     for (const auto& [type, text] : held_) before_(type, {}, text);
 }
 
@@ -26,8 +26,8 @@ void DisplayWatch::take(QtMsgType type, const QMessageLogContext& /*context*/, c
         std::fputs("VornMac: No window can be shown here. In a terminal, vorn-terminal does the same.\n", stderr);
         std::_Exit(1); // nothing has begun yet
     }
-    const std::lock_guard lock(current_->mutex_);
-    current_->held_.push_back({type, text});
+    const std::lock_guard lock(installed->mutex_);
+    installed->held_.push_back({type, text});
 }
 
 } // namespace vorn

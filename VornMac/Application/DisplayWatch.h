@@ -25,7 +25,7 @@ private:
 
     static void take(QtMsgType type, const QMessageLogContext& context, const QString& text);
 
-    static DisplayWatch* current_;
+    static DisplayWatch* installed;
     QtMessageHandler before_;
     std::mutex mutex_; ///< plugins have threads of their own
     std::vector<Message> held_;

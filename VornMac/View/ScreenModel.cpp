@@ -88,7 +88,7 @@ void ScreenModel::restartCountdown()
     countdown_ = {};
     const auto expiry = model_->linkExpiresAt();
     setLinkSecondsLeft(expiry ? countdown::secondsLeft(clock_->date(), *expiry) : 0);
-    if (linkSecondsLeft_ > 0) countdown_ = Task(*context_, runCountdown(*expiry));
+    if (expiry && linkSecondsLeft_ > 0) countdown_ = Task(*context_, runCountdown(*expiry));
 }
 
 Async<> ScreenModel::runCountdown(Instant expiry)

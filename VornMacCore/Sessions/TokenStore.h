@@ -20,6 +20,7 @@ public:
 
     /// Clears the session if `matches` says so of it, and gives the one that stays: asks as `reload` does, and waits no
     /// longer. `matches` owns what it uses: a store that was too slow may still ask it.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): a store that waits takes it over
     virtual std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches)
     {
         auto stored = reload();
