@@ -154,18 +154,18 @@ TEST_P(Refusal, WhileTheNextBytesAreReadFromTheDiskIsTheAnswer)
 TEST_P(Refusal, IsNotWaitedForWhereTheServerSaysSomethingElse)
 {
     std::promise<void> hinted;
-    std::string received;
+    std::promise<std::string> received;
     server.script([&](Exchange& exchange) {
         exchange.readBody(part / 4);
         exchange.send("HTTP/1.1 103 Early Hints\r\n\r\n");
         hinted.set_value();
         exchange.readWholeBody();
-        received = exchange.request().body;
+        received.set_value(exchange.request().body);
         exchange.answer({.status = 201});
     });
     const auto body = std::make_shared<const HeldBody>(part, part / 4, hinted.get_future());
     EXPECT_EQ(send(request(Method::put, server.url(), body)).status, 201);
-    EXPECT_TRUE(received == std::string(part, 'x')) << "bytes that were put off are sent once";
+    EXPECT_TRUE(received.get_future().get() == std::string(part, 'x')) << "bytes that were put off are sent once";
 }
 
 TEST_P(Refusal, IsNotWaitedForWhereTheServerEndsItsHalf)
