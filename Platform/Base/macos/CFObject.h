@@ -33,7 +33,8 @@ inline std::optional<std::string> utf8(CFStringRef string)
     const CFIndex size = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8) + 1;
     std::string text(static_cast<std::size_t>(size), '\0');
     if (!CFStringGetCString(string, text.data(), size, kCFStringEncodingUTF8)) return std::nullopt;
-    return std::string(text.c_str());
+    text.resize(text.find('\0'));
+    return text;
 }
 
 } // namespace vorn
