@@ -9,8 +9,8 @@
 #include "Tools/Export/ExportFailure.h"
 #include "Tools/Export/ExportOptions.h"
 #include "Tools/Export/ExportStatistics.h"
+#include "Tools/Support/Preflight.h"
 #include "Tools/Support/ProgressLine.h"
-#include "Tools/Support/Surroundings.h"
 #include "VornMacCore/Application/Application.h"
 
 #include <cerrno>
@@ -81,16 +81,16 @@ private:
     /// In truer words than the application's, which are about a Mac's own database.
     void refuseMissingDatabase() const
     {
-        using surroundings::DatabaseFile;
+        using preflight::DatabaseFile;
         if (options_.database.empty()) throw Failed{{ExportStatus::noDatabase, NoHomeFolder().what()}};
-        const DatabaseFile file = surroundings::databaseFileAt(options_.database);
+        const DatabaseFile file = preflight::databaseFileAt(options_.database);
         if (file == DatabaseFile::plausible) return;
         const bool isMissing = file == DatabaseFile::missing;
         const std::string setUp = isMissing && options_.isUsersOwn
                                       ? userText(NimbrelExportError(NimbrelExportError::NoDatabase{})) + " "
                                       : "";
         throw Failed{{isMissing ? ExportStatus::noDatabase : ExportStatus::unreadable,
-                      setUp + surroundings::textOf(file, options_.database)}};
+                      setUp + preflight::textOf(file, options_.database)}};
     }
 
     /// Reading takes a while; who will not get an archive in the end should hear it before.
@@ -174,7 +174,7 @@ private:
 int runExport(const ExportOptions& options)
 {
     InterruptWatch interrupts;
-    if (const auto mistake = surroundings::mistakeInTemporaryDirectory()) {
+    if (const auto mistake = preflight::mistakeInTemporaryDirectory()) {
         std::fputs((*mistake + "\n").c_str(), stderr);
         return static_cast<int>(ExportStatus::copyFailed);
     }

@@ -1,21 +1,12 @@
-#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
-#include "Platform/Async/BackgroundPool.h"
 #include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/PrintableText.h"
-#include "Platform/Desktop/SystemWorkspace.h"
 #include "Platform/Signals/InterruptWatch.h"
-#include "Tools/Support/Surroundings.h"
+#include "Tools/Support/Preflight.h"
 #include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/TerminalCommand.h"
-#include "VornMac/Defaults/LayeredDefaults.h"
+#include "VornMac/Composition/LiveServices.h"
 #include "VornMac/Defaults/OverrideKeys.h"
-#include "VornMac/Defaults/SettingsDefaults.h"
-#include "VornMacCore/Application/Application.h"
-#include "VornMacCore/Client/APIConfiguration.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
-#include "VornMacCore/Sessions/KeychainTokenStore.h"
-#include "VornMacCore/Sessions/RememberingTokenStore.h"
 
 #include <atomic>
 #include <chrono>
@@ -56,17 +47,10 @@ Async<> runToTheEnd(TerminalCommand* command, const Terminal* terminal, Ending* 
     }
 }
 
-std::shared_ptr<TokenStore> storeFor(const TerminalOptions& options)
-{
-    if (!options.keychain) return std::make_shared<InMemoryTokenStore>();
-    return std::make_shared<RememberingTokenStore>(
-        std::make_shared<KeychainTokenStore>(bundleIdentifier(), KeychainTokenStore::sessionAccount));
-}
-
 std::optional<SessionKeychain> keychainFor(const TerminalOptions& options)
 {
     if (!options.keychain) return std::nullopt;
-    return SessionKeychain(Keychain::system(), {bundleIdentifier(), KeychainTokenStore::sessionAccount});
+    return SessionKeychain(Keychain::system(), sessionItem());
 }
 
 /// What a signal reaches: nothing before the jobs can be told, and after that the queue they run on.
@@ -87,19 +71,13 @@ private:
     std::atomic<MainContext*> context_ = nullptr;
 };
 
-SettingsDefaults settingsFor(const TerminalOptions& options)
-{
-    return SettingsDefaults::forRun(options.defaults.values(), bundleIdentifier(), Log(bundleIdentifier(), "app"));
-}
-
 /// One run of the program. Members end in the reverse of their order: first the jobs, then what they use.
 class Run {
 public:
-    Run(const TerminalOptions& options, std::filesystem::path database, const Terminal& terminal)
-        : terminal_(terminal), database_(std::move(database)), settings_(settingsFor(options)),
-          defaults_(options.defaults.values(), settings_), tokens_(storeFor(options)),
-          api_(configuration(), http_, tokens_, &pool_), model_(services()),
-          command_(options, {&context_, &clock_, &pool_, api_, tokens_, keychainFor(options), &model_, &terminal_})
+    Run(const TerminalOptions& options, UserDefaults& defaults, std::filesystem::path database,
+        const Terminal& terminal)
+        : terminal_(terminal), services_(defaults, std::move(database), {.keepsSession = options.keychain}),
+          model_(services_.forModel(context_)), command_(options, commandServices(options))
     {
         target_.set(&context_, [this] { task_.cancel(); });
     }
@@ -116,24 +94,16 @@ public:
     }
 
 private:
-    APIConfiguration configuration() const
-    {
-        return APIConfiguration::resolve(applicationBundle(), defaults_.text(APIConfiguration::overrideDefaultsKey));
-    }
-
-    AppServices services()
+    TerminalServices commandServices(const TerminalOptions& options)
     {
         return {.context = &context_,
-                .clock = &clock_,
-                .background = &pool_,
-                .api = api_,
-                .tokens = tokens_,
-                .transfer = http_,
-                .defaults = &defaults_,
-                .workspace = &workspace_,
-                .files = &temporaryItems_.files(),
-                .messagesDatabase = database_,
-                .bundle = applicationBundle()};
+                .clock = &services_.clock(),
+                .background = &services_.background(),
+                .api = services_.api(),
+                .tokens = services_.tokens(),
+                .keychain = keychainFor(options),
+                .model = &model_,
+                .terminal = &terminal_};
     }
 
     /// What ends the program when the jobs do not end in time. A line that changes may be on the terminal still.
@@ -143,19 +113,10 @@ private:
     }
 
     const Terminal& terminal_;
-    std::filesystem::path database_;
     Target target_;
     InterruptWatch interrupts_{
         InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread
-    TemporaryItems temporaryItems_{FileManager::standard().temporaryDirectory(), Log(bundleIdentifier(), "app")};
-    SettingsDefaults settings_;
-    LayeredDefaults defaults_;
-    SystemWorkspace workspace_{{}, [] {}};
-    SystemClock clock_;
-    std::shared_ptr<HTTPSession> http_ = HTTPSession::make();
-    BackgroundPool pool_;
-    std::shared_ptr<TokenStore> tokens_;
-    VornAPI api_;
+    LiveServices services_;
     MainContext context_; ///< drops what a job left where it stood, while all it used is there
     Ending ending_;
     AppModel model_;
@@ -164,20 +125,20 @@ private:
 };
 
 /// The database that `share` reads, looked at once; the other commands read none.
-std::filesystem::path messagesDatabase(const UserDefaults& defaults)
+std::filesystem::path plausibleDatabase(const UserDefaults& defaults)
 {
-    using surroundings::DatabaseFile;
-    const auto given = defaults.text(overrides::messagesDatabase);
-    std::filesystem::path path = given ? std::filesystem::path(*given) : usersMessagesDatabase();
-    const DatabaseFile file = surroundings::databaseFileAt(path);
-    const bool mayAppear = file == DatabaseFile::missing && !given; // once Messages is set up
+    using preflight::DatabaseFile;
+    std::filesystem::path path = messagesDatabase(defaults);
+    const DatabaseFile file = preflight::databaseFileAt(path);
+    const bool isGiven = defaults.text(overrides::messagesDatabase).has_value();
+    const bool mayAppear = file == DatabaseFile::missing && !isGiven; // once Messages is set up
     if (file == DatabaseFile::plausible || mayAppear) return path;
-    throw CommandFailure(TerminalStatus::noAccess, surroundings::textOf(file, path));
+    throw CommandFailure(TerminalStatus::noAccess, preflight::textOf(file, path));
 }
 
 void requireTemporaryDirectory()
 {
-    if (const auto mistake = surroundings::mistakeInTemporaryDirectory())
+    if (const auto mistake = preflight::mistakeInTemporaryDirectory())
         throw CommandFailure(TerminalStatus::failed, *mistake);
 }
 
@@ -191,15 +152,14 @@ void requireFitSettings(const UserDefaults& defaults)
 int runTerminal(const TerminalOptions& options, const Terminal& terminal)
 {
     try {
-        SettingsDefaults settings = settingsFor(options);
-        const LayeredDefaults defaults(options.defaults.values(), settings);
-        requireFitSettings(defaults);
+        RunDefaults defaults(options.defaults.values());
+        requireFitSettings(defaults.get());
         std::filesystem::path database;
         if (options.command == TerminalOptions::Command::share) {
             requireTemporaryDirectory();
-            database = messagesDatabase(defaults);
+            database = plausibleDatabase(defaults.get());
         }
-        return Run(options, std::move(database), terminal).exitStatus();
+        return Run(options, defaults.get(), std::move(database), terminal).exitStatus();
     } catch (const CommandFailure& failure) {
         terminal.say(failure.what());
         return static_cast<int>(failure.status());

@@ -42,29 +42,32 @@ void VornMacApp::describe()
 }
 
 VornMacApp::VornMacApp(QuitWatch& watch, LayeredDefaults::Line line, QUrl source)
-    : quitWatch_(watch), source_(std::move(source)),
-      surroundings_(std::move(line), executable(), [this] { surroundings_.context().post([this] { quit(); }); })
+    : quitWatch_(watch), source_(std::move(source)), defaults_(std::move(line)),
+      services_(defaults_.get(), messagesDatabase(defaults_.get()),
+                {.keepsSession = keepsSession(defaults_.get()),
+                 .application = applicationOf(executable()),
+                 .quit = [this] { context().post([this] { quit(); }); }})
 {
 }
 
 VornMacApp::~VornMacApp()
 {
-    surroundings_.context().shutDown(patienceForJobs);
+    context().shutDown(patienceForJobs);
 }
 
 AppModel& VornMacApp::model()
 {
-    if (!model_) model_.emplace(surroundings_.services());
+    if (!model_) model_.emplace(services_.forModel(context()));
     return *model_;
 }
 
 MainWindow& VornMacApp::mainWindow()
 {
     if (!mainWindow_) {
-        appearance_.emplace(surroundings_.defaults());
-        screenModel_.emplace(model(), surroundings_.context(), surroundings_.clock());
+        appearance_.emplace(defaults_.get());
+        screenModel_.emplace(model(), context(), services_.clock());
         const QVariantMap properties{{"model", QVariant::fromValue(&*screenModel_)}};
-        mainWindow_.emplace(source_, properties, surroundings_.defaults(), [this] { quit(); });
+        mainWindow_.emplace(source_, properties, defaults_.get(), [this] { quit(); });
     }
     return *mainWindow_;
 }
@@ -73,8 +76,7 @@ bool VornMacApp::isFirst()
 {
     const Log log(bundleIdentifier(), "app");
     instance_.emplace(
-        surroundings_.context(), [this] { mainWindow().bringToFront(); },
-        SingleInstance::Meeting{.name = bundleIdentifier()}, log);
+        context(), [this] { mainWindow().bringToFront(); }, SingleInstance::Meeting{.name = bundleIdentifier()}, log);
     if (instance_->start() == SingleInstance::Start::silent)
         std::fputs("VornMac: another one runs already, but does not answer\n", stderr);
     return instance_->start() == SingleInstance::Start::first;
@@ -87,7 +89,7 @@ int VornMacApp::run()
     mainWindow();
     AppDelegate::didFinishLaunching();
     mainWindow().show([] { AppDelegate::didShowWindow(); });
-    delivery_.emplace(quitWatch_, surroundings_.context(), [this] { quit(); });
+    delivery_.emplace(quitWatch_, context(), [this] { quit(); });
     QGuiApplication::exec();
     quit(); // where the system itself has ended the loop
     return quitWatch_.exitStatus();

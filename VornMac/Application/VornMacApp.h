@@ -2,8 +2,9 @@
 
 #include "VornMac/Application/AppDelegate.h"
 #include "VornMac/Application/AppearanceSettings.h"
+#include "VornMac/Application/EventLoopContext.h"
 #include "VornMac/Application/MainWindow.h"
-#include "VornMac/Application/Surroundings.h"
+#include "VornMac/Composition/LiveServices.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Process/QuitWatch.h"
 #include "VornMac/Process/SingleInstance.h"
@@ -37,10 +38,13 @@ public:
 
 private:
     bool isFirst();
+    MainContext& context() noexcept { return loop_.context(); }
 
     QuitWatch& quitWatch_;
     QUrl source_;
-    Surroundings surroundings_;
+    RunDefaults defaults_;
+    LiveServices services_;
+    EventLoopContext loop_; ///< goes before the services that its jobs use
     std::optional<SingleInstance> instance_;
     std::optional<QuitWatch::Delivery> delivery_;
     std::optional<AppearanceSettings> appearance_;

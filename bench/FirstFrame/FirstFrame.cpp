@@ -2,7 +2,7 @@
 /// of Qt Quick in turns with it. `bench-window [ROUNDS]`; other programs must be still. QT_QPA_PLATFORM=offscreen and
 /// QT_QUICK_BACKEND=software measure it without a screen.
 
-#include "bench/EmptySurroundings.h"
+#include "bench/EmptyUserFolders.h"
 #include "bench/FirstFrame/ShownWindow.h"
 
 #include <algorithm>
@@ -53,7 +53,7 @@ void print(const char* name, const Figures& figures)
 
 void run(const std::string& program, int rounds)
 {
-    const EmptySurroundings surroundings;
+    const EmptyUserFolders folders;
     const std::string show = "exec '" + program + "' --show ";
     Figures limit, application;
     for (int round = 0; round < rounds; ++round) {
@@ -61,7 +61,7 @@ void run(const std::string& program, int rounds)
         measure(show +
                     "application -MainWindowGeometry '0 0 1180 760' -VornAPIBaseURLOverride http://127.0.0.1:9"
                     " -VornSettingsFile " +
-                    surroundings.file("settings.ini"),
+                    folders.file("settings.ini"),
                 application);
     }
     std::printf("%-22s %7s %7s %10s\n", "to the first frame", "best ms", "median", "peak MiB");

@@ -4,7 +4,7 @@
 
 #include "VornMac/Application/VornMacApp.h"
 #include "VornMac/System/Appearance.h"
-#include "bench/EmptySurroundings.h"
+#include "bench/EmptyUserFolders.h"
 #include "bench/Window/Measures.h"
 #include "bench/Window/TimedApplication.h"
 
@@ -39,7 +39,7 @@ int measure(const std::vector<std::string_view>& arguments)
 int main(int argc, char** argv)
 {
     const std::vector<std::string_view> arguments(argv + 1, argv + argc);
-    const vorn::bench::EmptySurroundings surroundings;
+    const vorn::bench::EmptyUserFolders folders;
     vorn::VornMacApp::describe();
     const vorn::bench::TimedApplication application(argc, argv);
     vorn::bench::TimedApplication::setQuitOnLastWindowClosed(false);

@@ -36,7 +36,7 @@ QRectF lettersOf(const QQuickItem& item)
     return {left + x, top + y, width, height};
 }
 
-void addSurroundings(DrawnText& text, QQuickWindow& window)
+void addContext(DrawnText& text, QQuickWindow& window)
 {
     text.room = QRectF(0, 0, window.width(), window.height());
     text.visible = text.frame;
@@ -59,7 +59,7 @@ void collect(QQuickItem* item, QQuickWindow& window, std::vector<DrawnText>& tex
         text.item = item;
         text.frame = inWindow(*item, item->boundingRect());
         text.color = item->property("color").value<QColor>();
-        addSurroundings(text, window);
+        addContext(text, window);
         if (!text.text.isEmpty()) texts.push_back(text);
         return;
     }
@@ -73,7 +73,7 @@ void collect(QQuickItem* item, QQuickWindow& window, std::vector<DrawnText>& tex
                      letters.height() > item->height() + tolerance;
         text.frame = inWindow(*item, letters);
         text.color = item->property("color").value<QColor>();
-        addSurroundings(text, window);
+        addContext(text, window);
         if (!text.text.isEmpty()) texts.push_back(text);
     }
     for (QQuickItem* child : item->childItems()) collect(child, window, texts);

@@ -11,20 +11,20 @@ namespace vorn::bench {
 
 /// While it lives, this process and those that it starts keep their files in an empty folder: whatever the user of this
 /// machine runs, or has kept, must not be met. Make it before any thread.
-class EmptySurroundings {
+class EmptyUserFolders {
 public:
-    EmptySurroundings() : folder_((std::filesystem::temp_directory_path() / "vorn-bench-XXXXXX").native())
+    EmptyUserFolders() : folder_((std::filesystem::temp_directory_path() / "vorn-bench-XXXXXX").native())
     {
         if (mkdtemp(folder_.data()) == nullptr) throw std::runtime_error("cannot make a folder");
         for (const char* variable : {"XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "TMPDIR"})
             setenv(variable, folder_.c_str(), 1);
     }
-    ~EmptySurroundings()
+    ~EmptyUserFolders()
     {
         std::error_code ignored; // what stays behind is in a folder for such things
         std::filesystem::remove_all(folder_, ignored);
     }
-    EmptySurroundings(EmptySurroundings&&) = delete;
+    EmptyUserFolders(EmptyUserFolders&&) = delete;
 
     /// The path of a file there.
     std::string file(const std::string& name) const { return folder_ + "/" + name; }

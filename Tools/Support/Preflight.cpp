@@ -1,4 +1,4 @@
-#include "Tools/Support/Surroundings.h"
+#include "Tools/Support/Preflight.h"
 
 #include "Platform/Base/FileDescriptor.h"
 #include "Platform/Base/FileManager.h"
@@ -12,7 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace vorn::surroundings {
+namespace vorn::preflight {
 
 DatabaseFile databaseFileAt(const std::filesystem::path& path)
 {
@@ -45,4 +45,4 @@ std::optional<std::string> mistakeInTemporaryDirectory()
            ". TMPDIR names it.";
 }
 
-} // namespace vorn::surroundings
+} // namespace vorn::preflight

@@ -1,14 +1,14 @@
-#include "Tools/Support/Surroundings.h"
+#include "Tools/Support/Preflight.h"
 
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-namespace vorn::surroundings {
+namespace vorn::preflight {
 namespace {
 
-TEST(Surroundings, KnowADatabaseByItsBeginning)
+TEST(Preflight, KnowADatabaseByItsBeginning)
 {
     using namespace std::string_literals;
     const testing::TemporaryFolder folder;
@@ -28,13 +28,13 @@ TEST(Surroundings, KnowADatabaseByItsBeginning)
     EXPECT_EQ(databaseFileAt(folder / "chat.db/below"), DatabaseFile::plausible) << "denied, not missing";
 }
 
-TEST(Surroundings, SayWhatLiesThereInOneLine)
+TEST(Preflight, SayWhatLiesThereInOneLine)
 {
     EXPECT_EQ(textOf(DatabaseFile::missing, "/a/chat.db"), "There is no database at /a/chat.db.");
     EXPECT_EQ(textOf(DatabaseFile::noDatabase, "/a\n/chat.db"), "/a\uFFFD/chat.db is no database.");
 }
 
-TEST(Surroundings, NeedAFolderForTemporaryFiles)
+TEST(Preflight, NeedAFolderForTemporaryFiles)
 {
     const testing::TemporaryFolder folder;
     testing::writeFile(folder / "file", "");
@@ -49,4 +49,4 @@ TEST(Surroundings, NeedAFolderForTemporaryFiles)
 }
 
 } // namespace
-} // namespace vorn::surroundings
+} // namespace vorn::preflight

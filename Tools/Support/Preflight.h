@@ -6,7 +6,7 @@
 
 /// What the command-line programs look at before they begin, so that they can say what is wrong in a true sentence: the
 /// texts of the window are about a Mac whose user chose neither. Threads: any.
-namespace vorn::surroundings {
+namespace vorn::preflight {
 
 /// What lies where a Messages database should.
 enum class DatabaseFile {
@@ -25,4 +25,4 @@ std::string textOf(DatabaseFile file, const std::filesystem::path& path);
 /// copies go into it, and nobody is to make it up with rights that let others in.
 std::optional<std::string> mistakeInTemporaryDirectory();
 
-} // namespace vorn::surroundings
+} // namespace vorn::preflight

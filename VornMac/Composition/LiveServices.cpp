@@ -1,0 +1,80 @@
+#include "VornMac/Composition/LiveServices.h"
+
+#include "NimbrelExportKit/Messages/UsersDatabase.h"
+#include "VornMac/Defaults/OverrideKeys.h"
+#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Client/APIConfiguration.h"
+#include "VornMacCore/Sessions/InMemoryTokenStore.h"
+#include "VornMacCore/Sessions/KeychainTokenStore.h"
+#include "VornMacCore/Sessions/RememberingTokenStore.h"
+
+#include <utility>
+
+namespace vorn {
+namespace {
+
+Log applicationLog()
+{
+    return {bundleIdentifier(), "app"};
+}
+
+std::shared_ptr<TokenStore> tokenStore(bool inKeychain)
+{
+    if (!inKeychain) return std::make_shared<InMemoryTokenStore>();
+    const KeychainItem item = sessionItem();
+    return std::make_shared<RememberingTokenStore>(std::make_shared<KeychainTokenStore>(item.service, item.account));
+}
+
+APIConfiguration configuration(const UserDefaults& defaults)
+{
+    return APIConfiguration::resolve(applicationBundle(), defaults.text(APIConfiguration::overrideDefaultsKey));
+}
+
+} // namespace
+
+RunDefaults::RunDefaults(LayeredDefaults::Line line)
+    : settings_(SettingsDefaults::forRun(line, bundleIdentifier(), applicationLog())),
+      layered_(std::move(line), settings_)
+{
+}
+
+std::filesystem::path messagesDatabase(const UserDefaults& defaults)
+{
+    const auto given = defaults.text(overrides::messagesDatabase);
+    return given ? std::filesystem::path(*given) : usersMessagesDatabase();
+}
+
+bool keepsSession(const UserDefaults& defaults)
+{
+    return !defaults.boolean(overrides::forgetsSession);
+}
+
+KeychainItem sessionItem()
+{
+    return {bundleIdentifier(), KeychainTokenStore::sessionAccount};
+}
+
+LiveServices::LiveServices(UserDefaults& defaults, std::filesystem::path messagesDatabase, Options options)
+    : defaults_(defaults), messagesDatabase_(std::move(messagesDatabase)),
+      temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()), http_(HTTPSession::make()),
+      tokens_(tokenStore(options.keepsSession)), api_(configuration(defaults), http_, tokens_, &pool_),
+      workspace_(std::move(options.application), std::move(options.quit))
+{
+}
+
+AppServices LiveServices::forModel(MainContext& context)
+{
+    return {.context = &context,
+            .clock = &clock_,
+            .background = &pool_,
+            .api = api_,
+            .tokens = tokens_,
+            .transfer = http_,
+            .defaults = &defaults_,
+            .workspace = &workspace_,
+            .files = &temporaryItems_.files(),
+            .messagesDatabase = messagesDatabase_,
+            .bundle = applicationBundle()};
+}
+
+} // namespace vorn

@@ -1,0 +1,77 @@
+#pragma once
+
+#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
+#include "Platform/Async/BackgroundPool.h"
+#include "Platform/Async/Clock.h"
+#include "Platform/Async/MainContext.h"
+#include "Platform/Desktop/SystemWorkspace.h"
+#include "Platform/Keychain/Keychain.h"
+#include "VornMac/Defaults/LayeredDefaults.h"
+#include "VornMac/Defaults/SettingsDefaults.h"
+#include "VornMac/Model/AppServices.h"
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+
+namespace vorn {
+
+/// The user defaults of one run: the settings of the user, or of the file that the command line names, under the
+/// overrides of that line. Threads: the main one.
+class RunDefaults {
+public:
+    explicit RunDefaults(LayeredDefaults::Line line);
+    RunDefaults(RunDefaults&&) = delete;
+
+    UserDefaults& get() noexcept { return layered_; }
+    const UserDefaults& get() const noexcept { return layered_; }
+
+private:
+    SettingsDefaults settings_;
+    LayeredDefaults layered_;
+};
+
+/// The Messages database that `defaults` name, else the user's own. Throws `NoHomeFolder`.
+std::filesystem::path messagesDatabase(const UserDefaults& defaults);
+
+/// Whether the window's session outlives the run; a run beside the user's own leaves the keychain alone.
+bool keepsSession(const UserDefaults& defaults);
+
+/// Where the keychain keeps the session of this application.
+KeychainItem sessionItem();
+
+/// Everything the model works with, on this very machine: the one place where the real services are put together, for
+/// the window and for the terminal. Shut down the context whose jobs use them before they go. Threads: the main one.
+class LiveServices {
+public:
+    struct Options {
+        bool keepsSession = true;            ///< in the keychain; otherwise only as long as this object lives
+        std::filesystem::path application{}; ///< what the desktop reveals and starts again, see `applicationOf`
+        std::function<void()> quit = [] {};  ///< called by the desktop, within an operation of the model, to relaunch
+    };
+
+    /// `defaults` outlive this object.
+    LiveServices(UserDefaults& defaults, std::filesystem::path messagesDatabase, Options options);
+    LiveServices(LiveServices&&) = delete;
+
+    /// As the model takes them, for jobs on `context`; they point into this object.
+    AppServices forModel(MainContext& context);
+
+    Clock& clock() noexcept { return clock_; }
+    BackgroundExecutor& background() noexcept { return pool_; }
+    const VornAPI& api() const noexcept { return api_; }
+    const std::shared_ptr<TokenStore>& tokens() const noexcept { return tokens_; }
+
+private:
+    UserDefaults& defaults_;
+    std::filesystem::path messagesDatabase_;
+    TemporaryItems temporaryItems_; ///< sweeps leftovers, so it comes before anything that makes such a file
+    SystemClock clock_;
+    std::shared_ptr<HTTPSession> http_;
+    BackgroundPool pool_;
+    std::shared_ptr<TokenStore> tokens_;
+    VornAPI api_;
+    SystemWorkspace workspace_;
+};
+
+} // namespace vorn
