@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Async/Job.h"
+#include "Platform/Base/CancelFlag.h"
 
 #include <exception>
 #include <type_traits>
@@ -56,8 +57,9 @@ struct Promise<void> : PromiseOf<void> {
 
 /// Work that waits: a coroutine that begins when it is awaited, or when a `Task` is made of it, and gives one `T`.
 /// Errors pass through as exceptions. Cancelling the task makes the await at which it stands, and each later one,
-/// throw `Cancelled`. Parameters are taken by value: the coroutine outlives the call that made it. A coroutine written
-/// as a lambda loses its captures with the lambda object; write a function, or keep the lambda in a variable.
+/// throw `Cancelled`, whatever it awaited ends with: a cancelled coroutine never sees another error or a result.
+/// Parameters are taken by value: the coroutine outlives the call that made it. A coroutine written as a lambda loses
+/// its captures with the lambda object; write a function, or keep the lambda in a variable.
 template <class T>
 class [[nodiscard]] Async {
 public:
@@ -85,7 +87,11 @@ public:
             frame.promise().continuation = parent;
             return frame;
         }
-        T await_resume() const { return detail::takeFrom<T>(frame.promise().outcome); }
+        T await_resume() const
+        {
+            if (frame.promise().job->isInterrupted()) throw Cancelled();
+            return detail::takeFrom<T>(frame.promise().outcome);
+        }
     };
 
     Awaiter operator co_await() && noexcept { return Awaiter{frame_}; }
@@ -137,8 +143,8 @@ private:
 /// Throws `Cancelled` once the task is cancelled. For work that goes on for long without waiting.
 Async<> checkCancellation();
 
-/// Runs `work` to its end though the task may be cancelled: for clean-up that must go out. The next await after it
-/// throws again.
+/// Runs `work` to its end though the task may be cancelled: for clean-up that must go out. Awaiting it then throws
+/// `Cancelled`, once the work has ended.
 template <class T>
 Async<T> shielded(Async<T> work)
 {

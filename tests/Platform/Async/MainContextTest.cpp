@@ -291,13 +291,13 @@ Async<> waitThenCleanUp(Gate<>* gate, MainContext* context, Journal* journal)
         cancelled = true;
     }
     if (cancelled) {
-        co_await shielded([](MainContext* in) -> Async<> {
+        co_await shielded([](MainContext* in, Journal* to) -> Async<> {
             co_await suspend<void>([in](const Resume<void>& resume) -> CancelAction {
                 in->post([in, resume] { in->post(resume); }); // the answer takes a few turns
                 return {};
             });
-        }(context));
-        journal->emplace_back("cleaned up");
+            to->emplace_back("cleaned up");
+        }(context, journal));
     }
 }
 

@@ -7,6 +7,7 @@ namespace vorn {
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::IsEmpty;
 
 struct TaskError : TaskFixture {};
 
@@ -35,6 +36,52 @@ TEST_F(TaskError, PassesThroughEveryLevel)
     gate.answer();
     context.runUntilIdle();
     EXPECT_THAT(journal, ElementsAre("from below"));
+}
+
+Async<> failAtOnce()
+{
+    throw std::runtime_error("refused without waiting");
+    co_return;
+}
+
+Async<> cancelledBeforeItAwaits(Task* own, Async<> work, Journal* journal)
+{
+    own->cancel();
+    try {
+        co_await std::move(work);
+    } catch (const Cancelled&) {
+        journal->emplace_back("cancelled");
+    } catch (const std::runtime_error& error) {
+        journal->emplace_back(error.what());
+    }
+}
+
+TEST_F(TaskError, OfACancelledTaskIsTheCancelAlone)
+{
+    Task task;
+    task = Task(context, cancelledBeforeItAwaits(&task, failAtOnce(), &journal));
+    context.runUntilIdle();
+    EXPECT_THAT(journal, ElementsAre("cancelled"));
+}
+
+Async<int> succeedAtOnce()
+{
+    co_return 1;
+}
+
+Async<> useAResultAfterACancel(Task* own, Journal* journal)
+{
+    own->cancel();
+    if (co_await succeedAtOnce() == 1) journal->emplace_back("used");
+}
+
+TEST_F(TaskError, OfACancelledTaskTakesThePlaceOfAResult)
+{
+    Task task;
+    task = Task(context, useAResultAfterACancel(&task, &journal));
+    context.runUntilIdle();
+    EXPECT_THAT(journal, IsEmpty());
+    EXPECT_FALSE(task.isRunning());
 }
 
 struct TaskDeathTest : TaskFixture {

@@ -221,7 +221,7 @@ TEST(UploadCancel, DuringTheAbortLetsItEnd)
     });
     fix.start();
     fix.finish();
-    EXPECT_THROW(fix.result(), UploadError); // what ended the upload stays what ended it
+    EXPECT_THROW(fix.result(), Cancelled); // who has cancelled hears of no failure
     EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), aborting));
     EXPECT_THAT(log.lines(), IsEmpty());
 }
