@@ -1,9 +1,9 @@
 #include "VornMac/Model/AppModel.h"
 
 #include "Platform/Base/CancelFlag.h"
+#include "VornMac/Model/Decisions.h"
 #include "VornMac/Model/Describe.h"
 #include "VornMacCore/Application/Application.h"
-#include "VornMacCore/Client/APIError.h"
 
 #include <array>
 #include <utility>
@@ -14,7 +14,7 @@ AppModel::AppModel(AppServices services)
     : services_(std::move(services)), log_(bundleIdentifier(), "app"), session_(services_.tokens->load()),
       access_(FullDiskAccess::probe(services_.messagesDatabase))
 {
-    if (session_) step_ = hasAcceptedConsent() ? stepAfterConsent() : Step::consent;
+    if (session_) step_ = decide::stepAfterSignIn(hasAcceptedConsent(), access_);
 }
 
 // `consent`, `find` and `upload` stop nothing when they are left: their jobs outlive the screen.
@@ -56,9 +56,17 @@ void AppModel::leave(Step step)
     if (const auto work = workOf(step).leave) (this->*work)();
 }
 
-void AppModel::begin(Task& task, Async<> job)
+void AppModel::SessionJobs::cancelChat()
 {
-    task = Task(*services_.context, std::move(job));
+    chat.cancel();
+    progress.reset();
+}
+
+void AppModel::SessionJobs::cancel()
+{
+    prefetch.cancel();
+    cancelChat();
+    review.cancel();
 }
 
 // Consent is per user and per version of the text: another user on this Mac is asked anew.
@@ -72,10 +80,9 @@ bool AppModel::hasAcceptedConsent() const
     return session_ && services_.defaults->boolean(consentKey(*session_));
 }
 
-Step AppModel::stepAfterConsent() const
+FullDiskAccessStatus AppModel::probeAccess() const
 {
-    const auto access = FullDiskAccess::probe(services_.messagesDatabase);
-    return access == FullDiskAccessStatus::granted ? Step::find : Step::access;
+    return FullDiskAccess::probe(services_.messagesDatabase);
 }
 
 void AppModel::setUnderstandsUpload(bool value)
@@ -92,7 +99,7 @@ void AppModel::acceptConsent()
 {
     if (!understandsUpload_ || !agreesToShare_ || !session_) return;
     services_.defaults->setBoolean(consentKey(*session_), true);
-    go(stepAfterConsent());
+    go(decide::stepAfterConsent(probeAccess()));
 }
 
 VornAPI AppModel::pinnedTo(const StoredSession& session) const
@@ -100,18 +107,16 @@ VornAPI AppModel::pinnedTo(const StoredSession& session) const
     return services_.api.pinned(session.userId);
 }
 
-bool AppModel::handleSessionError(const std::exception& error, std::int64_t generation)
+bool AppModel::handleSessionError(const std::exception& error)
 {
-    const auto* refusal = dynamic_cast<const APIError*>(&error);
-    if (refusal == nullptr) return false;
-    const bool changed = refusal->is<APIError::SessionChanged>();
-    if (!changed && !refusal->is<APIError::NotSignedIn>() && !refusal->is<APIError::SessionExpired>()) return false;
+    const auto trouble = decide::sessionTrouble(error);
+    if (trouble == decide::SessionTrouble::none) return false;
     // A newer sign-in has replaced the session already. If none has, the service refused it to a job that was replaced
     // before it could hear of that.
-    if (changed && services_.tokens->load()) return true;
+    if (trouble == decide::SessionTrouble::replaced && services_.tokens->load()) return true;
     // The store is not asked to forget: the client has dropped the very pair that was refused, and what is stored by
     // now is a newer pair of this user's, or somebody else's.
-    if (generation == sessionGeneration_) leaveSession();
+    leaveSession();
     return true;
 }
 
@@ -132,9 +137,7 @@ void AppModel::leaveSession()
 
 void AppModel::dropUser()
 {
-    exportTask_ = {};
-    submissionTask_ = {};
-    prefetchTask_ = {};
+    jobs_.cancel();
     assign(session_, {}, &AppModel::sessionChanged);
     assign(nimbrel_, {}, &AppModel::nimbrelChanged);
     assign(export_, {}, &AppModel::exportResultChanged);

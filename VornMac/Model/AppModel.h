@@ -66,7 +66,7 @@ public:
     const std::optional<SubmissionStatus>& submission() const noexcept { return submission_; }
     std::string reward() const; ///< "$12.50", else "the quest reward"
 
-    /// Counts the sessions that have begun and ended. A job that began in another one must not touch this one.
+    /// Counts the sessions that have begun and ended.
     std::int64_t sessionGeneration() const noexcept { return sessionGeneration_; }
 
     // Steps.
@@ -141,14 +141,26 @@ private:
     }
     /// What is assigned while the result lives is told of afterwards.
     Announcements::Transition transition() { return Announcements::Transition(announcements_); }
-    void begin(Task& task, Async<> job);
+
+    /// What was begun for the signed-in user. All of it ends with the session.
+    struct SessionJobs {
+        Task prefetch;
+        Task chat; ///< a scan or an upload
+        Task review;
+        std::shared_ptr<AppModel*> progress; ///< where the upload reports to, from other threads; expires with it
+
+        void cancelChat();
+        void cancel();
+    };
+    Task running(Async<> job) { return {*services_.context, std::move(job)}; }
 
     void leave(Step step);
     void enter(Step step);
-    Step stepAfterConsent() const;
+    FullDiskAccessStatus probeAccess() const;
     static std::string consentKey(const StoredSession& session);
-    /// Whether `error` was about the session, and is dealt with. One of an earlier session ends nothing.
-    bool handleSessionError(const std::exception& error, std::int64_t generation);
+    /// Whether `error` was about the session, and is dealt with. Only for a job that is not cancelled: the error of one
+    /// that began in an earlier session must not end this one.
+    bool handleSessionError(const std::exception& error);
     /// Ends the session here alone.
     void leaveSession();
     /// Stops what was begun for the user, and forgets what it found.
@@ -166,27 +178,28 @@ private:
     Async<LinkOutcome> poll(DeviceLink link);
     void signedIn(const DesktopSession& session);
 
-    void stopAccessProbe() { accessTask_ = {}; }
-    void stopReviewWatch() { submissionTask_ = {}; }
+    void stopAccessProbe() { accessTask_.cancel(); }
+    void stopReviewWatch() { jobs_.review.cancel(); }
 
     void prefetchNimbrel();
-    Async<> runPrefetch(VornAPI api, std::int64_t generation);
+    Async<> runPrefetch(VornAPI api);
     Async<> runAccessProbe();
-    Async<> runScan(VornAPI api, std::int64_t generation);
+    Async<> runScan(VornAPI api);
     Async<> findChat(VornAPI api);
     struct FoundChat;
     void showFound(FoundChat found);
     Async<FoundChat> readMessages(std::vector<std::string> handles);
-    void showScanFailure(const std::exception& error, std::int64_t generation);
+    void showScanFailure(const std::exception& error);
 
-    struct UploadJob;
-    Async<> runUpload(UploadJob job);
+    Async<> runUpload(VornAPI api, Export content);
+    Async<> packAndSend(VornAPI api, Export content);
     Async<ArchiveFile> pack(Export content, std::filesystem::path path);
-    Async<SubmissionStatus> send(UploadJob job, std::filesystem::path archive);
-    void reportProgress(std::int64_t job, const UploadProgress& progress);
+    Async<SubmissionStatus> send(VornAPI api, std::filesystem::path archive);
+    void reportProgress(const UploadProgress& progress);
     void finishUpload(const SubmissionStatus& status);
-    Async<> runReviewWatch(VornAPI api, std::string id, std::int64_t generation);
-    Async<> watch(VornAPI api, std::string id, std::int64_t generation);
+    Async<> runReviewWatch(VornAPI api, std::string id);
+    /// Says whether the session is still there at its end.
+    Async<bool> watch(VornAPI api, std::string id);
     Async<bool> pollSubmission(VornAPI api, std::string id);
 
     AppServices services_;
@@ -210,13 +223,10 @@ private:
     std::optional<SubmissionStatus> submission_;
 
     std::int64_t sessionGeneration_ = 0;
-    std::int64_t exportJobs_ = 0; ///< begun so far
     std::optional<Clock::Duration> lastCodeRequest_;
 
-    Task linkTask_, accessTask_, prefetchTask_;
-    Task exportTask_; ///< a scan or an upload
-    Task submissionTask_;
-    std::shared_ptr<AppModel*> alive_ = std::make_shared<AppModel*>(this); ///< for reports that may come too late
+    Task linkTask_, accessTask_;
+    SessionJobs jobs_;
 };
 
 } // namespace vorn

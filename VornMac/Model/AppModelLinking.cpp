@@ -1,5 +1,6 @@
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Model/Decisions.h"
 #include "VornMac/Model/Timing.h"
 #include "VornMacCore/Identity/DeviceIdentity.h"
 
@@ -19,12 +20,12 @@ void AppModel::startLinking()
 {
     stopLinking();
     lastCodeRequest_.reset();
-    begin(linkTask_, runLinkLoop());
+    linkTask_ = running(runLinkLoop());
 }
 
 void AppModel::stopLinking()
 {
-    linkTask_ = {};
+    linkTask_.cancel();
     endCode(phase::Loading{});
 }
 
@@ -86,14 +87,12 @@ Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
     while (services_.clock->date() < deadline) {
         co_await services_.clock->sleep(timing::pollInterval(link));
         DeviceLinkPoll answer = co_await services_.api.pollDeviceLink(link.linkId, link.pollSecret);
-        switch (answer.status) {
-        case DeviceLinkStatus::pending: break;
-        case DeviceLinkStatus::scanned: assign(linkPhase_, {phase::Scanned{}}, &AppModel::linkPhaseChanged); break;
-        case DeviceLinkStatus::rejected: co_return {LinkOutcome::Rejected{}};
-        case DeviceLinkStatus::expired: co_return {LinkOutcome::Expired{}};
-        case DeviceLinkStatus::approved:
-            if (!answer.session) co_return {LinkOutcome::Expired{}};
-            co_return {*std::move(answer.session)};
+        switch (decide::codeTurn(answer)) {
+        case decide::CodeTurn::keepPolling: break;
+        case decide::CodeTurn::showScanned: assign(linkPhase_, {phase::Scanned{}}, &AppModel::linkPhaseChanged); break;
+        case decide::CodeTurn::declined: co_return {LinkOutcome::Rejected{}};
+        case decide::CodeTurn::expired: co_return {LinkOutcome::Expired{}};
+        case decide::CodeTurn::signIn: co_return {*std::move(answer.session)};
         }
     }
     co_return {LinkOutcome::Expired{}};
@@ -102,8 +101,8 @@ Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
 void AppModel::signedIn(const DesktopSession& linked)
 {
     const auto whole = transition();
-    ++sessionGeneration_; // no job of an earlier session can end this one
-    dropUser();           // who was signed in when the code was asked for
+    ++sessionGeneration_;
+    dropUser(); // who was signed in when the code was asked for
     const StoredSession session(linked);
     try {
         services_.api.adopt(session);
@@ -112,7 +111,7 @@ void AppModel::signedIn(const DesktopSession& linked)
         log_.error(std::string("keychain save failed: ") + error.what());
     }
     assign(session_, {session}, &AppModel::sessionChanged);
-    go(hasAcceptedConsent() ? stepAfterConsent() : Step::consent);
+    go(decide::stepAfterSignIn(hasAcceptedConsent(), probeAccess()));
 }
 
 } // namespace vorn

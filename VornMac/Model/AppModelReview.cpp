@@ -8,17 +8,16 @@ namespace vorn {
 
 void AppModel::watchSubmission(const std::string& id)
 {
-    submissionTask_ = {};
-    if (session_) begin(submissionTask_, runReviewWatch(pinnedTo(*session_), id, sessionGeneration_));
+    jobs_.review.cancel();
+    if (session_) jobs_.review = running(runReviewWatch(pinnedTo(*session_), id));
 }
 
-Async<> AppModel::runReviewWatch(VornAPI api, std::string id, std::int64_t generation)
+Async<> AppModel::runReviewWatch(VornAPI api, std::string id)
 {
-    co_await watch(std::move(api), std::move(id), generation);
-    if (generation == sessionGeneration_) emit reviewWatchEnded(); // else it is the session that has ended
+    if (co_await watch(std::move(api), std::move(id))) emit reviewWatchEnded();
 }
 
-Async<> AppModel::watch(VornAPI api, std::string id, std::int64_t generation)
+Async<bool> AppModel::watch(VornAPI api, std::string id)
 {
     const auto began = services_.clock->now();
     const auto pause = [&] {
@@ -27,17 +26,18 @@ Async<> AppModel::watch(VornAPI api, std::string id, std::int64_t generation)
     for (auto wait = pause(); wait; wait = pause()) {
         co_await services_.clock->sleep(*wait);
         try {
-            if (co_await pollSubmission(api, id)) co_return;
+            if (co_await pollSubmission(api, id)) co_return true;
         } catch (const Cancelled&) {
             throw;
         } catch (const std::exception& error) {
-            if (handleSessionError(error, generation)) co_return;
+            if (handleSessionError(error)) co_return session_.has_value();
             log_.error(std::string("submission poll failed: ") + error.what());
         }
     }
+    co_return true;
 }
 
-// Gives whether there is nothing more to watch.
+// Returns whether there is nothing more to watch.
 Async<bool> AppModel::pollSubmission(VornAPI api, std::string id)
 {
     const SubmissionStatus latest = co_await api.submission(id);

@@ -1,9 +1,8 @@
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Model/Decisions.h"
 #include "VornMac/Model/Timing.h"
-#include "VornMacCore/Client/APIError.h"
 
 #include <utility>
 
@@ -36,12 +35,12 @@ void AppModel::prefetchNimbrel()
     const auto whole = transition();
     setUnderstandsUpload(hasAcceptedConsent());
     setAgreesToShare(hasAcceptedConsent());
-    prefetchTask_ = {};
-    if (session_) begin(prefetchTask_, runPrefetch(pinnedTo(*session_), sessionGeneration_));
+    jobs_.prefetch.cancel();
+    if (session_) jobs_.prefetch = running(runPrefetch(pinnedTo(*session_)));
 }
 
 // Saves the find screen a wait. It asks again itself, so that a failure here need not be shown.
-Async<> AppModel::runPrefetch(VornAPI api, std::int64_t generation)
+Async<> AppModel::runPrefetch(VornAPI api)
 {
     try {
         const NimbrelState state = co_await api.nimbrelState();
@@ -49,42 +48,41 @@ Async<> AppModel::runPrefetch(VornAPI api, std::int64_t generation)
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
-        if (!handleSessionError(error, generation)) log_.error(std::string("nimbrel prefetch failed: ") + error.what());
+        if (!handleSessionError(error)) log_.error(std::string("nimbrel prefetch failed: ") + error.what());
     }
 }
 
 void AppModel::startAccessProbe()
 {
     const auto whole = transition(); // who hears of `granted` may leave the step, and stops the job by that
-    assign(access_, FullDiskAccess::probe(services_.messagesDatabase), &AppModel::accessChanged);
-    begin(accessTask_, runAccessProbe());
+    assign(access_, probeAccess(), &AppModel::accessChanged);
+    accessTask_ = running(runAccessProbe());
 }
 
 Async<> AppModel::runAccessProbe()
 {
     while (true) {
         co_await services_.clock->sleep(timing::accessProbeInterval);
-        assign(access_, FullDiskAccess::probe(services_.messagesDatabase), &AppModel::accessChanged);
+        assign(access_, probeAccess(), &AppModel::accessChanged);
     }
 }
 
 void AppModel::scan()
 {
     const auto whole = transition();
-    exportTask_ = {};
-    ++exportJobs_;
+    jobs_.cancelChat();
     assign(scanPhase_, {phase::Loading{}}, &AppModel::scanPhaseChanged);
-    if (session_) begin(exportTask_, runScan(pinnedTo(*session_), sessionGeneration_));
+    if (session_) jobs_.chat = running(runScan(pinnedTo(*session_)));
 }
 
-Async<> AppModel::runScan(VornAPI api, std::int64_t generation)
+Async<> AppModel::runScan(VornAPI api)
 {
     try {
         co_await findChat(std::move(api));
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
-        showScanFailure(error, generation);
+        showScanFailure(error);
     }
 }
 
@@ -94,8 +92,8 @@ Async<> AppModel::findChat(VornAPI api)
     {
         const auto whole = transition();
         assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
-        if (state.handles.empty()) {
-            assign(scanPhase_, {phase::NotConfigured{}}, &AppModel::scanPhaseChanged);
+        if (auto phase = decide::phaseBeforeReading(state)) {
+            assign(scanPhase_, *std::move(phase), &AppModel::scanPhaseChanged);
             co_return;
         }
     }
@@ -108,8 +106,7 @@ void AppModel::showFound(FoundChat found)
     const bool hasMessages = !found.messages->messages.empty();
     statistics_ = found.statistics;
     assign(export_, std::move(found.messages), &AppModel::exportResultChanged);
-    assign(scanPhase_, hasMessages ? ScanPhase(phase::Found{}) : ScanPhase(phase::NotFound{}),
-           &AppModel::scanPhaseChanged);
+    assign(scanPhase_, decide::phaseAfterReading(hasMessages), &AppModel::scanPhaseChanged);
 }
 
 Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handles)
@@ -122,21 +119,16 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
     co_return co_await onBackground(services_.background, read);
 }
 
-void AppModel::showScanFailure(const std::exception& error, std::int64_t generation)
+void AppModel::showScanFailure(const std::exception& error)
 {
-    handleSessionError(error, generation);
-    // The session has ended, and what is shown with it. It goes on where another program has linked somebody else: who
+    handleSessionError(error);
+    // What is shown ends with the session. The session goes on where another program has linked somebody else: who
     // waits here has to hear of that.
-    if (generation != sessionGeneration_) return;
-    const auto show = [this](ScanPhase phase) { assign(scanPhase_, std::move(phase), &AppModel::scanPhaseChanged); };
-    const auto* refusal = dynamic_cast<const APIError*>(&error);
-    const auto* http = refusal != nullptr ? std::get_if<APIError::HTTP>(&refusal->reason()) : nullptr;
-    if (http != nullptr && http->status == 404) return show(phase::Unavailable{});
-
-    const auto* unread = dynamic_cast<const NimbrelExportError*>(&error);
-    if (unread != nullptr && unread->is<NimbrelExportError::AccessDenied>()) return go(Step::access);
-    if (unread != nullptr && unread->is<NimbrelExportError::Database>()) log_.error(unread->what());
-    show(phase::Failed{describe(error)});
+    if (!session_) return;
+    const auto [phase, isLogged] = decide::failedScan(error);
+    if (isLogged) log_.error(error.what());
+    if (!phase) return go(Step::access);
+    assign(scanPhase_, *phase, &AppModel::scanPhaseChanged);
 }
 
 void AppModel::openFullDiskAccessSettings()

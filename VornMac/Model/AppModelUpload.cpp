@@ -2,6 +2,7 @@
 #include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/UUID.h"
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Model/Decisions.h"
 #include "VornMacCore/Identity/DeviceIdentity.h"
 #include "VornMacCore/Upload/MultipartUploader.h"
 
@@ -34,46 +35,42 @@ private:
 
 } // namespace
 
-struct AppModel::UploadJob {
-    VornAPI api;
-    std::int64_t generation;
-    std::int64_t number; ///< of the job: once another has begun, this one reports nothing
-    Export content;
-};
-
 void AppModel::upload()
 {
     if (!canUpload() || !session_) return;
     const auto whole = transition();
-    exportTask_ = {};
+    jobs_.cancelChat();
     go(Step::upload);
     uploadProgress_ = {};
     assign(uploadPhase_, {phase::Preparing{}}, &AppModel::uploadPhaseChanged);
-    begin(exportTask_, runUpload({pinnedTo(*session_), sessionGeneration_, ++exportJobs_, export_}));
+    jobs_.progress = std::make_shared<AppModel*>(this);
+    jobs_.chat = running(runUpload(pinnedTo(*session_), export_));
 }
 
-Async<> AppModel::runUpload(UploadJob job)
+Async<> AppModel::runUpload(VornAPI api, Export content)
 {
-    const RemovedAtTheEnd archive(services_.files,
-                                  services_.files->temporaryDirectory() / ("vorn-nimbrel-" + newUUID() + ".zip"));
     try {
-        const ArchiveFile packed = co_await pack(job.content, archive.path());
-        if (nimbrel_ && nimbrel_->maxBytes < packed.sizeBytes) {
-            assign(uploadPhase_, {phase::Failed{"Your chat is larger than the upload limit."}},
-                   &AppModel::uploadPhaseChanged);
-            co_return;
-        }
-        assign(uploadPhase_, {phase::Uploading{0}}, &AppModel::uploadPhaseChanged);
-        finishUpload(co_await send(job, archive.path()));
+        co_await packAndSend(std::move(api), std::move(content));
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
-        // Cancelled during its abort, which goes out nevertheless, a failed upload comes here and not to the above.
-        if (job.number != exportJobs_) co_return;
-        handleSessionError(error, job.generation);
-        if (job.generation == sessionGeneration_)
-            assign(uploadPhase_, {phase::Failed{describe(error)}}, &AppModel::uploadPhaseChanged);
+        handleSessionError(error);
+        if (session_) assign(uploadPhase_, {phase::Failed{describe(error)}}, &AppModel::uploadPhaseChanged);
     }
+}
+
+Async<> AppModel::packAndSend(VornAPI api, Export content)
+{
+    const RemovedAtTheEnd archive(services_.files,
+                                  services_.files->temporaryDirectory() / ("vorn-nimbrel-" + newUUID() + ".zip"));
+    const ArchiveFile packed = co_await pack(std::move(content), archive.path());
+    if (decide::isTooLarge(packed.sizeBytes, nimbrel_)) {
+        assign(uploadPhase_, {phase::Failed{"Your chat is larger than the upload limit."}},
+               &AppModel::uploadPhaseChanged);
+        co_return;
+    }
+    assign(uploadPhase_, {phase::Uploading{0}}, &AppModel::uploadPhaseChanged);
+    finishUpload(co_await send(std::move(api), archive.path()));
 }
 
 Async<ArchiveFile> AppModel::pack(Export content, std::filesystem::path path)
@@ -85,26 +82,25 @@ Async<ArchiveFile> AppModel::pack(Export content, std::filesystem::path path)
     co_return co_await onBackground(services_.background, write);
 }
 
-Async<SubmissionStatus> AppModel::send(UploadJob job, std::filesystem::path archive)
+Async<SubmissionStatus> AppModel::send(VornAPI api, std::filesystem::path archive)
 {
-    const MultipartUploader uploader(job.api, services_.transfer, *services_.background);
+    const MultipartUploader uploader(std::move(api), services_.transfer, *services_.background);
     // Reports come on another thread, and the last ones when the upload, or the model, is gone.
-    auto report = [context = services_.context, model = std::weak_ptr(alive_),
-                   number = job.number](const UploadProgress& progress) {
-        context->post([model, number, progress] {
-            if (const auto alive = model.lock()) (*alive)->reportProgress(number, progress);
+    auto report = [context = services_.context,
+                   receiver = std::weak_ptr(jobs_.progress)](const UploadProgress& progress) {
+        context->post([receiver, progress] {
+            if (const auto model = receiver.lock()) (*model)->reportProgress(progress);
         });
     };
     co_return co_await uploader.upload(std::move(archive), termsVersion, currentDeviceSignals(), std::move(report));
 }
 
-void AppModel::reportProgress(std::int64_t job, const UploadProgress& progress)
+void AppModel::reportProgress(const UploadProgress& progress)
 {
-    if (job != exportJobs_ || !std::holds_alternative<phase::Uploading>(uploadPhase_)) return;
+    auto phase = decide::phaseAfterProgress(uploadPhase_, progress);
+    if (!phase) return;
     uploadProgress_ = progress;
-    const double fraction = progress.fraction();
-    assign(uploadPhase_, fraction >= 1 ? UploadPhase(phase::Finishing{}) : UploadPhase(phase::Uploading{fraction}),
-           &AppModel::uploadPhaseChanged);
+    assign(uploadPhase_, *std::move(phase), &AppModel::uploadPhaseChanged);
 }
 
 void AppModel::finishUpload(const SubmissionStatus& status)
