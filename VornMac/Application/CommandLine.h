@@ -10,8 +10,8 @@
 
 namespace vorn {
 
-/// The program's arguments. "-Key value" pairs are defaults for this run, which Qt never sees; what else there may be
-/// are its own options, which it takes out.
+/// The program's arguments. "-Key value" pairs are defaults for this run, which Qt never sees; Qt removes its own
+/// options from the rest.
 class CommandLine {
 public:
     CommandLine(int argc, char** argv);
@@ -19,11 +19,11 @@ public:
 
     const LayeredDefaults::Line& defaults() const noexcept { return defaults_.values(); }
 
-    /// What to print instead of running, for "--help" and "--version".
+    /// Returns what to print instead of running, for "--help" and "--version".
     std::optional<std::string> answer() const;
-    /// The first argument that nobody takes, neither this program nor Qt.
+    /// Returns the first argument that neither this program nor Qt understands.
     std::optional<std::string> unknown() const;
-    /// What is wrong with the line, as one line for the user; nothing when all is well.
+    /// Returns what is wrong with the line, as one line for the user; absent when nothing is.
     std::optional<std::string> mistake() const;
 
     /// For the application object, which this outlives.

@@ -8,9 +8,9 @@
 
 namespace vorn {
 
-/// Make one before the application object, and let it go after that is made: where no window can be shown, Qt aborts
-/// the process with advice that leads nowhere. With this it ends with status 1 and one line that does. Warnings of a
-/// start that succeeds are passed on when it goes. Threads: the main one; one at a time.
+/// Covers the construction of the application object: where no window can be shown, Qt aborts the process with advice
+/// that does not help. With this the process exits with status 1 and one line that does. Warnings of a successful start
+/// are passed on at the end. Threads: the main one; one at a time.
 class DisplayWatch {
 public:
     DisplayWatch();

@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// A context that Qt's event loop drives: work that arrives becomes one event. That reaches it in nested loops too,
-/// such as those of a menu or of a window that is being dragged. Threads: make it on the thread of the loop.
+/// A context driven by Qt's event loop: arriving work becomes one event, which nested loops deliver too, such as those
+/// of a menu or of a window that is being dragged. Threads: construct it on the loop's thread.
 class EventLoopContext final : public QObject {
 public:
     EventLoopContext();

@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// The new size of a window that is being maximised comes before the word that it is. What a window has had for this
-/// long belongs to its state.
+/// A window that is being maximised reports its new size before its new state. A size that has lasted this long belongs
+/// to the current state.
 constexpr auto settlingTime = 300ms;
 
 QList<QRect> desktop()
@@ -41,7 +41,7 @@ GeometryKeeper::GeometryKeeper(QWindow& window, UserDefaults& defaults)
     connect(&window_, &QWindow::visibilityChanged, this, restart);
 }
 
-/// A window that has just been moved and is closed shows for the last time where it is.
+/// Saves at once: a window closed right after a move has no later chance.
 bool GeometryKeeper::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Close) note();
@@ -71,7 +71,7 @@ void GeometryKeeper::note()
     case QWindow::Windowed: geometry_ = {.content = window_.geometry()}; break;
     case QWindow::Maximized: geometry_.state = WindowGeometry::State::maximized; break;
     case QWindow::FullScreen: geometry_.state = WindowGeometry::State::fullScreen; break;
-    default: break; // minimised or hidden, which is no place to come back to
+    default: break; // minimised or hidden: never restored
     }
 }
 

@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// Brings a window where its user left it in an earlier run, and keeps where it is for later ones. Threads: the
+/// Restores where the user left a window in an earlier run, and saves it for later ones. Threads: the
 /// window's.
 class GeometryKeeper final : public QObject {
 public:

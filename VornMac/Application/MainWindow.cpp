@@ -51,7 +51,7 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::show(const std::function<void()>& onFirstFrame)
 {
-    // The context makes it this thread: frames are drawn on another.
+    // The context object brings the call to this thread: frames are drawn on another.
     QObject::connect(window_.get(), &QQuickWindow::frameSwapped, window_.get(), onFirstFrame, Qt::SingleShotConnection);
     geometry_->show();
 }

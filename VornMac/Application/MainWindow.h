@@ -26,9 +26,9 @@ public:
     /// The type `Main` of the module `Vorn`.
     static QUrl standardSource();
 
-    /// Makes the window that `source` describes, with these values for its properties, and does not show it yet.
-    /// `defaults` and what the properties point to outlive this object; `quit` is called when the user asks for it.
-    /// Throws `WindowError`.
+    /// Creates the window that `source` describes with these property values, without showing it. `defaults` and what
+    /// the properties point to must outlive this object; `quit` is called when the user asks to quit. Throws
+    /// `WindowError`.
     MainWindow(const QUrl& source, const QVariantMap& properties, UserDefaults& defaults,
                const std::function<void()>& quit);
     ~MainWindow();
@@ -36,11 +36,11 @@ public:
 
     QQuickWindow& window() noexcept { return *window_; }
 
-    /// `onFirstFrame` is called once when the user sees it, on this thread.
+    /// Calls `onFirstFrame` once, on this thread, when the window is visible.
     void show(const std::function<void()>& onFirstFrame);
-    /// Before all other windows, also when it was minimised.
+    /// Raises the window, also when it was minimised.
     void bringToFront();
-    /// Takes the window from the screen and keeps where it was. The application is about to end.
+    /// Hides the window for good and saves where it was.
     void dismiss();
 
 private:

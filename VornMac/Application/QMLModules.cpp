@@ -1,6 +1,6 @@
 #include <QtQml/qqmlextensionplugin.h>
 
-// The linker leaves out what nobody calls, and modules are found by name alone.
+// Modules are found by name only, so the linker would drop them as unused.
 Q_IMPORT_QML_PLUGIN(VornPlugin)
 Q_IMPORT_QML_PLUGIN(Vorn_ComponentsPlugin)
 Q_IMPORT_QML_PLUGIN(Vorn_DrawingPlugin)

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// For what a cancelled job still has to tidy up. An abort that the service does not answer in this time is lost.
+/// For the clean-up of cancelled jobs. An abort that the service does not answer in this time is lost.
 constexpr auto patienceForJobs = 700ms;
 
 std::filesystem::path executable()
@@ -91,13 +91,13 @@ int VornMacApp::run()
     mainWindow().show([] { AppDelegate::didShowWindow(); });
     delivery_.emplace(quitWatch_, context(), [this] { quit(); });
     QGuiApplication::exec();
-    quit(); // where the system itself has ended the loop
+    quit(); // the system may have ended the loop itself
     return quitWatch_.exitStatus();
 }
 
 void VornMacApp::quit()
 {
-    instance_.reset(); // who starts the application anew from here on is not sent away
+    instance_.reset(); // a new start from here on must not be turned away
     if (mainWindow_) mainWindow_->dismiss();
     QCoreApplication::exit();
 }

@@ -18,16 +18,16 @@ namespace vorn {
 /// The application: owns its model and its window for the life of the process. Threads: the main one.
 class VornMacApp {
 public:
-    /// Sets what Qt tells the desktop about this application. Call it before there is an application object.
+    /// Sets what Qt tells the desktop about this application. Call it before making the application object.
     static void describe();
 
-    /// `line` are the defaults of the command line; `source` describes the window. There is an application object.
+    /// `line` are the defaults of the command line; `source` describes the window. Needs an application object.
     VornMacApp(QuitWatch& watch, LayeredDefaults::Line line, QUrl source = MainWindow::standardSource());
     ~VornMacApp();
     VornMacApp(VornMacApp&&) = delete;
 
-    /// Runs until the user or a signal quits, and gives the process's exit status. Where the application runs already,
-    /// that one comes to the front, and this one ends. Throws `WindowError`.
+    /// Runs until the user or a signal quits and returns the exit status. Where the application already runs, brings
+    /// that one to the front and returns. Throws `WindowError`.
     int run();
 
     /// Ends `run` within a second. May be called again.

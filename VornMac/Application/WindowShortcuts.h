@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// Gives `window` the keys that windows have on its desktop: to close it, to minimise it, and to quit, which calls
-/// `quit`. macOS takes those to quit and to hide from the application's menu, and they work here all the same.
+/// Adds the keys that windows have on this desktop: close, minimise and quit, which calls `quit`. On macOS the
+/// application's menu already has those to quit and to hide; they work here as well.
 void addWindowShortcuts(QWindow& window, const std::function<void()>& quit);
 
 } // namespace vorn

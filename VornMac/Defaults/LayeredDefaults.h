@@ -6,13 +6,12 @@
 
 namespace vorn {
 
-/// The user's defaults under those of the command line: a key that the line gives reads as the line says, for this run.
-/// What is set goes below.
+/// The user's defaults under those of the command line, which win for this run. What is set goes to the user's.
 class LayeredDefaults final : public UserDefaults {
 public:
     using Line = std::map<std::string, std::string>; ///< texts by key
 
-    /// `below` outlives this object.
+    /// `below` must outlive this object.
     LayeredDefaults(Line line, UserDefaults& below);
 
     std::optional<std::string> text(const std::string& key) const override;

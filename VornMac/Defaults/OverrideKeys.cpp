@@ -94,7 +94,7 @@ std::optional<std::string> mistakeOnLine(const ArgumentDefaults& pairs, std::spa
         if (key == nullptr) return unknown(name, keys);
         if (const auto mistake = unfit(*key, "-" + name, value)) return mistake;
     }
-    const auto end = std::ranges::find(words, "--"); // behind which nothing is an override
+    const auto end = std::ranges::find(words, "--"); // nothing after it is an override
     const auto lonely = std::find_if(words.begin(), end, &ArgumentDefaults::isKey);
     if (lonely == end) return std::nullopt;
     const std::string name = lonely->substr(1);

@@ -29,16 +29,16 @@ struct Key {
     bool (*isFit)(const std::string& value);
 };
 
-/// Those that `program` takes, in the order of its help.
+/// Returns those that `program` accepts, in the order of its help.
 std::vector<Key> keysOf(Program program);
 
-/// What is wrong with a line for `program`, as one line for the user and fit for a terminal; nothing when all is well.
-/// `pairs` are its overrides and `words` what was left of it: a key at the end has no value. The system's own keys
-/// ("NS…" and "Apple…") are let through.
+/// Returns what is wrong with a command line of `program`, as one line for the user and fit for a terminal; absent when
+/// nothing is. `pairs` are its overrides and `words` the rest: a key at the end has no value. Accepts the system's own
+/// keys ("NS…" and "Apple…").
 std::optional<std::string> mistakeOnLine(const ArgumentDefaults& pairs, std::span<const std::string> words,
                                          Program program);
 
-/// The same for what `defaults` hold, wherever it was set.
+/// The same for the values in `defaults`, wherever they were set.
 std::optional<std::string> mistakeIn(const UserDefaults& defaults, Program program);
 
 } // namespace vorn::overrides

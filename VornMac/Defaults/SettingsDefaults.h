@@ -10,8 +10,8 @@
 
 namespace vorn {
 
-/// The user's own settings of an application, kept by the system. Read anew each time: another process may have changed
-/// them. A failure to keep one is logged; what was set then counts while this object lives.
+/// The user's settings of an application, kept by the system. Reads them anew each time: another process may have
+/// changed them. Logs a value that could not be saved, which then holds as long as this object lives.
 class SettingsDefaults final : public UserDefaults {
 public:
     /// `identifier` is the application's bundle identifier, whose preferences macOS keeps.

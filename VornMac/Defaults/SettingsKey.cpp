@@ -19,7 +19,7 @@ bool isSeparator(std::string_view key, std::size_t at)
 
 QString settingsKey(std::string_view key)
 {
-    if (key.empty()) return QStringLiteral("%"); // which no other key gives
+    if (key.empty()) return QStringLiteral("%"); // no other key maps to it
     QString result;
     for (std::size_t at = 0; at < key.size(); ++at) {
         if (isPlain(key[at]))

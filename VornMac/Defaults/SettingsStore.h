@@ -7,17 +7,17 @@
 
 namespace vorn {
 
-/// Where settings lie. Read anew each time: another process may have changed them. Threads: one.
+/// Stores settings. Reads them anew each time: another process may have changed them. Threads: one.
 class SettingsStore {
 public:
     using Value = std::variant<bool, std::string>;
 
     virtual ~SettingsStore() = default;
 
-    /// What `key` has; nothing when it is missing, or is neither a text nor something that counts as true or false.
+    /// Returns the value of `key`; absent when it is missing, or is neither a text nor a boolean.
     virtual std::optional<Value> find(const std::string& key) const = 0;
 
-    /// Keeps `value` for later runs. Gives why that is not possible; nothing when it is.
+    /// Keeps `value` for later runs. Returns why that failed; absent on success.
     virtual std::optional<std::string> keep(const std::string& key, const Value& value) = 0;
 };
 

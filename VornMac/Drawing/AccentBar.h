@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// A bar with round ends, filled from the left with two colours that run into each other; a square one is a disc. The
-/// colours span the whole bar, so that it changes colour as it fills.
+/// A bar with round ends, filled from the left with a gradient of two colours; a square one is a disc. The gradient
+/// spans the whole bar, so its colour changes as it fills.
 class AccentBar : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

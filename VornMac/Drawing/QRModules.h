@@ -17,7 +17,7 @@ public:
     explicit QRModules(QQuickItem* parent = nullptr);
 
     const QString& payload() const noexcept { return payload_; }
-    /// Shown as UTF-8. An empty one, and one that fits no code, show nothing.
+    /// Encoded as UTF-8. Draws nothing for an empty payload and for one that fits no code.
     void setPayload(const QString& payload);
 
     void paint(QPainter* painter) override;

@@ -9,7 +9,7 @@ SoftShadow::SoftShadow(QQuickItem* parent) : QQuickPaintedItem(parent)
     connect(this, &SoftShadow::looksChanged, this, [this] { update(); });
 }
 
-// Rounded rectangles of the same faint colour on each other: no renderer needs an effect for that.
+// Stacked rounded rectangles of one faint colour: works without effects in every renderer.
 void SoftShadow::paint(QPainter* painter)
 {
     constexpr int layers = 12;

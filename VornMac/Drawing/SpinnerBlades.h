@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// Blades around a middle, each fainter than the next: what turns while something is waited for.
+/// The blades of a progress spinner around its centre, each fainter than the next.
 class SpinnerBlades : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

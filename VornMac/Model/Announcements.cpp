@@ -8,7 +8,7 @@ void Announcements::add(Pending change, Place place)
 {
     const bool waits = std::any_of(pending_.begin(), pending_.end(),
                                    [&](const Pending& earlier) { return earlier.property == change.property; });
-    if (waits) return; // and knows what was told last
+    if (waits) return; // it already knows the value announced last
     pending_.insert(place == Place::first ? pending_.begin() : pending_.end(), std::move(change));
     tellPending();
 }
@@ -18,7 +18,7 @@ void Announcements::tellPending()
     while (depth_ == 0 && !pending_.empty()) {
         const Pending next = std::move(pending_.front());
         pending_.pop_front();
-        if (next.isChanged()) next.tell(); // which may change more, and tell of it
+        if (next.isChanged()) next.tell(); // which may change and announce more
     }
 }
 

@@ -6,14 +6,14 @@
 
 namespace vorn {
 
-/// Tells of changes once the transition that made them is over: whoever hears of one sees a state that is whole, and
-/// what they begin in answer steps into no transition.
+/// Emits the signals of a transition once it is over: a listener always sees a consistent state, and what it does in
+/// answer never re-enters a transition.
 /// Threads: one.
 class Announcements {
 public:
     using Tell = std::function<void()>;
 
-    /// While one lives, changes wait. The end of the outermost tells of them, in their order.
+    /// Defers signals while one lives. The end of the outermost emits them in order.
     class [[nodiscard]] Transition {
     public:
         explicit Transition(Announcements& announcements) : announcements_(announcements) { ++announcements_.depth_; }
@@ -30,9 +30,9 @@ public:
 
     enum class Place { last, first };
 
-    /// `property`, which lives as long as this, was `before` and has changed. One that changes several times before it
-    /// is told of is told of once, and not at all if it is `before` again by then. `place` is where it stands among
-    /// those that wait.
+    /// `property`, which must outlive this, has changed from `before`. Several changes before the signal is emitted
+    /// count as one, and as none when the value is `before` again by then. `place` is its place among the deferred
+    /// ones.
     template <class Value>
     void changed(const Value& property, Value before, Tell tell, Place place = Place::last)
     {

@@ -37,7 +37,7 @@ void AppModel::start()
     enter(step_);
 }
 
-// A screen that is left shows nothing of what follows, so it hears of the step first.
+// The step's signal comes first: the screen that is left must not show what follows.
 void AppModel::go(Step target)
 {
     const auto whole = transition();
@@ -111,11 +111,11 @@ bool AppModel::handleSessionError(const std::exception& error)
 {
     const auto trouble = decide::sessionTrouble(error);
     if (trouble == decide::SessionTrouble::none) return false;
-    // A newer sign-in has replaced the session already. If none has, the service refused it to a job that was replaced
-    // before it could hear of that.
+    // A newer sign-in has already replaced the session. If none has, the service refused the session to a job that was
+    // replaced before it could learn of that.
     if (trouble == decide::SessionTrouble::replaced && services_.tokens->load()) return true;
-    // The store is not asked to forget: the client has dropped the very pair that was refused, and what is stored by
-    // now is a newer pair of this user's, or somebody else's.
+    // The store need not forget: the client has dropped the refused pair, and what is stored by now is a newer one of
+    // this user's or somebody else's.
     leaveSession();
     return true;
 }
@@ -153,7 +153,7 @@ void AppModel::signOut()
     const auto own = session_;
     auto ended = endSession();
     if (!ended) ended = own;
-    // Nobody waits for the network to be signed out.
+    // Signing out never waits for the network.
     if (ended) Task::detached(*services_.context, services_.api.revoke(*std::move(ended)));
 }
 

@@ -24,18 +24,18 @@ namespace vorn {
 
 struct ArchiveFile;
 
-/// The one controller of the application: all state that the screens show, and every long job. It alone writes that
-/// state; screens read it and call its operations. A property's signal is sent when its value has changed, and only
-/// then; what changes together is told of when all of it has changed, the step first.
-/// Threads: the context's own; signals too. Shut the context down before the model goes: its jobs use it.
+/// The controller of the application: holds all state that the screens show and runs every long job. Only the model
+/// writes that state; screens read it and call its operations. A property's signal is emitted when its value has
+/// changed, and only then; signals of one transition are emitted after all of it, the step's first.
+/// Threads: the context's own, signals included. Shut the context down before destroying the model: its jobs use it.
 class AppModel : public QObject {
     Q_OBJECT
 
 public:
-    /// What is found on this Mac, in memory that is freed in the background: a million messages take their time.
+    /// The chat found on this Mac, freed in the background: a million messages take longer than a frame.
     using Export = std::shared_ptr<const NimbrelExportResult>;
 
-    /// Restores the stored session and chooses the first step, without beginning its work.
+    /// Restores the stored session and chooses the first step, without starting its work.
     explicit AppModel(AppServices services);
 
     // State.
@@ -56,7 +56,7 @@ public:
     const ScanPhase& scanPhase() const noexcept { return scanPhase_; }
     const std::optional<NimbrelState>& nimbrel() const noexcept { return nimbrel_; }
     const Export& exportResult() const noexcept { return export_; } ///< null without one
-    /// Of `exportResult`, counted in the background: a million messages take their time.
+    /// Of `exportResult`, counted in the background.
     std::optional<NimbrelExportStats> exportStatistics() const;
     std::optional<QuestAvailability> availability() const; ///< now; nothing before the quest is known
     bool canUpload() const;
@@ -71,9 +71,9 @@ public:
 
     // Steps.
 
-    /// Begins the work of the step that was chosen at the start.
+    /// Starts the work of the first step.
     void start();
-    /// Stops the work of the current step and begins that of `target`, which may be the same: that tries again.
+    /// Stops the work of the current step and starts that of `target`. The current step as target tries again.
     void go(Step target);
 
     void setUnderstandsUpload(bool value);
@@ -82,11 +82,11 @@ public:
     void acceptConsent();
 
     void signOut();
-    /// Forgets the user's session, here and in the store, and gives what was stored. Another user's stays stored: a
-    /// program beside this one has linked it.
+    /// Forgets the user's session, here and in the store, and returns what was stored. Leaves another user's in the
+    /// store, which another program has linked.
     std::optional<StoredSession> endSession();
 
-    // Jobs. Each replaces the one of its kind that is running.
+    // Jobs. Each cancels and replaces the running one of its kind.
 
     void startLinking();
     void startAccessProbe();
@@ -101,7 +101,7 @@ public:
     void revealAppInFinder();
     void relaunch();
 
-    /// The line that tells the user about `error`.
+    /// Returns the line that tells the user about `error`.
     static std::string describe(const std::exception& error);
 
 signals:
@@ -118,7 +118,7 @@ signals:
     void exportResultChanged();
     void uploadPhaseChanged();
     void submissionChanged();
-    /// The review is no longer watched: it has ended, or takes too long. Not sent when the session ended before.
+    /// The review is no longer watched: it is over or takes too long. Not emitted when the session ended first.
     void reviewWatchEnded();
 
 private:
@@ -139,10 +139,10 @@ private:
         Value before = std::exchange(property, std::move(value));
         announcements_.changed(property, std::move(before), [this, changed] { emit(this->*changed)(); }, place);
     }
-    /// What is assigned while the result lives is told of afterwards.
+    /// Defers the signals of what is assigned until the result is destroyed.
     Announcements::Transition transition() { return Announcements::Transition(announcements_); }
 
-    /// What was begun for the signed-in user. All of it ends with the session.
+    /// The jobs started for the signed-in user. All of them end with the session.
     struct SessionJobs {
         Task prefetch;
         Task chat; ///< a scan or an upload
@@ -158,19 +158,19 @@ private:
     void enter(Step step);
     FullDiskAccessStatus probeAccess() const;
     static std::string consentKey(const StoredSession& session);
-    /// Whether `error` was about the session, and is dealt with. Only for a job that is not cancelled: the error of one
-    /// that began in an earlier session must not end this one.
+    /// Deals with `error` if it is about the session, and returns whether it is. Call it only from a job that is not
+    /// cancelled: the error of an earlier session must not end this one.
     bool handleSessionError(const std::exception& error);
-    /// Ends the session here alone.
+    /// Ends the session in this process only.
     void leaveSession();
-    /// Stops what was begun for the user, and forgets what it found.
+    /// Cancels the user's jobs and forgets what they found.
     void dropUser();
-    /// The client of the user of `session` alone.
+    /// Returns a client that acts only for the user of `session`.
     VornAPI pinnedTo(const StoredSession& session) const;
 
     void stopLinking();
     void showCode(const DeviceLink& link);
-    /// Nothing of a code is shown once it is not polled any more.
+    /// Hides the code: one that is no longer polled leads nowhere.
     void endCode(LinkPhase next);
     Async<> runLinkLoop();
     struct LinkOutcome;
@@ -198,7 +198,7 @@ private:
     void reportProgress(const UploadProgress& progress);
     void finishUpload(const SubmissionStatus& status);
     Async<> runReviewWatch(VornAPI api, std::string id);
-    /// Says whether the session is still there at its end.
+    /// Returns whether the session outlived the watch.
     Async<bool> watch(VornAPI api, std::string id);
     Async<bool> pollSubmission(VornAPI api, std::string id);
 

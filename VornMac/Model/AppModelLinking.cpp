@@ -37,7 +37,7 @@ void AppModel::endCode(LinkPhase next)
     assign(linkPhase_, std::move(next), &AppModel::linkPhaseChanged);
 }
 
-// Ends with the sign-in alone, or cancelled: a failed or declined attempt is shown for a while and followed by another.
+// Ends only with the sign-in or its cancel: a failed or declined attempt is shown for a while, then another follows.
 Async<> AppModel::runLinkLoop()
 {
     while (true) {
@@ -107,7 +107,7 @@ void AppModel::signedIn(const DesktopSession& linked)
     try {
         services_.api.adopt(session);
     } catch (const std::exception& error) {
-        // The session serves this run; after the next start the user links again.
+        // The session still serves this run; after the next start the user links again.
         log_.error(std::string("keychain save failed: ") + error.what());
     }
     assign(session_, {session}, &AppModel::sessionChanged);

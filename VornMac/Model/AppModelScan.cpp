@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// Shares `result`, and frees it in the background, whoever lets go of it last.
+/// Shares `result`; whichever owner is last, it is freed in the background.
 AppModel::Export shared(NimbrelExportResult result, BackgroundExecutor* background)
 {
     auto owned = std::make_unique<NimbrelExportResult>(std::move(result));
@@ -39,7 +39,7 @@ void AppModel::prefetchNimbrel()
     if (session_) jobs_.prefetch = running(runPrefetch(pinnedTo(*session_)));
 }
 
-// Saves the find screen a wait. It asks again itself, so that a failure here need not be shown.
+// Saves the find screen a wait. A failure is not shown: that screen asks again itself.
 Async<> AppModel::runPrefetch(VornAPI api)
 {
     try {
@@ -54,7 +54,7 @@ Async<> AppModel::runPrefetch(VornAPI api)
 
 void AppModel::startAccessProbe()
 {
-    const auto whole = transition(); // who hears of `granted` may leave the step, and stops the job by that
+    const auto whole = transition(); // a listener to `granted` may leave the step, which must find the job to stop
     assign(access_, probeAccess(), &AppModel::accessChanged);
     accessTask_ = running(runAccessProbe());
 }
@@ -122,8 +122,8 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
 void AppModel::showScanFailure(const std::exception& error)
 {
     handleSessionError(error);
-    // What is shown ends with the session. The session goes on where another program has linked somebody else: who
-    // waits here has to hear of that.
+    // What is shown ends with the session. Where another program has linked somebody else the session goes on, and the
+    // user who waits here must be told.
     if (!session_) return;
     const auto [phase, isLogged] = decide::failedScan(error);
     if (isLogged) log_.error(error.what());

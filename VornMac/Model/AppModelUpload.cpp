@@ -85,7 +85,7 @@ Async<ArchiveFile> AppModel::pack(Export content, std::filesystem::path path)
 Async<SubmissionStatus> AppModel::send(VornAPI api, std::filesystem::path archive)
 {
     const MultipartUploader uploader(std::move(api), services_.transfer, *services_.background);
-    // Reports come on another thread, and the last ones when the upload, or the model, is gone.
+    // Reports come on another thread, the last ones possibly after the upload, or the model, has gone.
     auto report = [context = services_.context,
                    receiver = std::weak_ptr(jobs_.progress)](const UploadProgress& progress) {
         context->post([receiver, progress] {

@@ -14,8 +14,8 @@
 
 namespace vorn {
 
-/// What the application model works with. All that is pointed to outlives the model; `context` is shut down before the
-/// model and all of it goes.
+/// What the application model works with. Everything pointed to must outlive the model; shut `context` down before
+/// destroying the model or any of it.
 struct AppServices {
     MainContext* context;
     Clock* clock;

@@ -17,7 +17,7 @@ constexpr auto longestWatch = 1200s;
 
 Clock::Duration pollInterval(const DeviceLink& link)
 {
-    // In milliseconds, as the service says it: in the clock's own unit any number of it could overflow.
+    // Clamped in milliseconds, the service's unit: an arbitrary number could overflow in the clock's own.
     return std::clamp(std::chrono::milliseconds(link.pollIntervalMs), shortestPollInterval, longestPollInterval);
 }
 

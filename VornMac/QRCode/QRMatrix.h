@@ -15,7 +15,7 @@ public:
 
     int size() const noexcept { return static_cast<int>(size_); } ///< modules on each side
 
-    /// In any row and column: everything around the code is light.
+    /// Accepts any row and column: everything outside the code is light.
     bool isDark(int row, int column) const;
 
 private:

@@ -29,7 +29,7 @@ void Announcer::announce(QObject* item, const QString& text)
     pending_.push_back({item, text});
 }
 
-/// Not before everything that follows from the changes has changed too: an item's name may be still the old one.
+/// Waits until everything that follows from a change has changed too: an item's name may still be the old one.
 void Announcer::tellPending()
 {
     for (const Pending& pending : std::exchange(pending_, {})) {
@@ -45,7 +45,7 @@ void Announcer::tellReaders(QObject* item, const QString& text)
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
     QAccessibleAnnouncementEvent event(item, text);
 #else
-    // Before there were announcements, an alert is what readers say of their own accord: the item's name.
+    // Qt before 6.8 has no announcements; readers speak the name of an item that raises an alert.
     QAccessibleEvent event(item, QAccessible::Alert);
 #endif
     QAccessible::updateAccessibility(&event);

@@ -12,8 +12,8 @@ class QQmlEngine;
 
 namespace vorn {
 
-/// Has screen readers say what happened where the user's focus is not: one for the process, also in QML. Threads: the
-/// main thread.
+/// Makes screen readers speak what happens outside the user's focus. One for the process, also in QML. Threads: the
+/// main one.
 class Announcer : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -24,8 +24,8 @@ public:
     /// For QML's engine, which must not own it.
     static Announcer* create(QQmlEngine* engine, QJSEngine* scripts);
 
-    /// Says `text` soon, once. `item` is what shows it. Not said is an empty text, one that another text of the same
-    /// item follows at once, and one that is not shown any more by then.
+    /// Speaks `text`, which `item` shows, soon and once. Skips empty text, text that the same item replaces at once,
+    /// and text that is no longer visible by then.
     Q_INVOKABLE void announce(QObject* item, const QString& text);
 
 signals:

@@ -35,7 +35,7 @@ public:
     double textScale() const noexcept { return textScale_; } ///< 1 is the sizes as designed, at most 2
     QString fontFamily() const;
 
-    /// Forces a theme; nothing follows the system again.
+    /// Forces a theme; a null one follows the system again.
     void setTheme(std::optional<Theme> theme);
     void setReducesMotion(bool reduces);
     void setTextScale(double scale);

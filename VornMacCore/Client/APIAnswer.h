@@ -42,7 +42,7 @@ inline bool isSuccess(int status) noexcept
     return status >= 200 && status <= 299;
 }
 
-/// The record that an answer carries. Throws `APIError`; the log hears of a 2xx answer that holds no such record.
+/// Returns the record that an answer carries. Throws `APIError`; logs a 2xx answer without such a record.
 template <class Record>
 Record decode(const HTTPResponse& response, const Log& log)
 {
@@ -60,10 +60,10 @@ Record decode(const HTTPResponse& response, const Log& log)
     }
 }
 
-/// The longest answer that is read where it arrives: some tenths of a millisecond.
+/// The longest answer decoded where it arrives, which takes some tenths of a millisecond.
 inline constexpr std::size_t readAtOnce = std::size_t{64} * 1024;
 
-/// As `decode`, but a long answer is read on `background`, which outlives the call; null: it is read at once too.
+/// As `decode`, but a long answer is decoded on `background`, which must outlive the call; null decodes here.
 template <class Record>
 Async<Record> decodeApart(HTTPResponse response, Log log, BackgroundExecutor* background)
 {

@@ -17,11 +17,11 @@ struct APIConfiguration {
     static constexpr const char* infoPlistKey = "VornAPIBaseURL";                ///< in the bundle's property list
     static constexpr const char* overrideDefaultsKey = "VornAPIBaseURLOverride"; ///< in the user defaults
 
-    /// Used when nothing else is given. Like the development host, a name under "example", which RFC 2606 reserves:
-    /// nobody can ever own it, so a build that was not told its service sends tokens and exports to no stranger. A
-    /// release sets the property-list key.
+    /// The default. Like the development host, a name under "example", which RFC 2606 reserves so that nobody can own
+    /// it: a build that was not told its service never sends tokens or exports to a stranger. A release sets the
+    /// property-list key.
     static const URL& productionBaseURL();
-    /// For developers to name in the override; never chosen by itself.
+    /// For developers to set as the override; never chosen automatically.
     static const URL& developmentBaseURL();
 
     /// Whether `text` is fit to be a base URL: an https URL, or an http URL of this very machine ("localhost" or
@@ -29,16 +29,16 @@ struct APIConfiguration {
     /// the others have no place in front of an endpoint's path.
     static bool isFit(const std::string& text);
 
-    /// The first of `overrideValue` and `infoValue` that is fit, else `productionBaseURL`. What is not fit is passed
-    /// over silently.
+    /// Returns the first fit value of `overrideValue` and `infoValue`, else `productionBaseURL`. Ignores unfit values
+    /// silently.
     static APIConfiguration resolve(const std::optional<std::string>& infoValue,
                                     const std::optional<std::string>& overrideValue);
 
     /// As above, with the `infoPlistKey` of `bundle`.
     static APIConfiguration resolve(const Bundle& bundle, const std::optional<std::string>& overrideValue);
 
-    /// What endpoint paths are appended to: `baseURL`, with the version prefix unless its path ends with it, with or
-    /// without one more "/".
+    /// Returns what endpoint paths are appended to: `baseURL` with the version prefix, added unless the path already
+    /// ends with it (a trailing "/" aside).
     URL apiRoot() const;
 };
 

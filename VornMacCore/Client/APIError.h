@@ -12,8 +12,8 @@ namespace vorn {
 /// all fail as `URLError` instead.
 class APIError : public std::exception {
 public:
-    /// How many bytes of the service's own words are kept, which the user reads and the log repeats: more than a
-    /// sentence has, and less than would fill a screen or the log. What was cut off is told by an ellipsis.
+    /// Bytes kept of the service's own words, which the user reads and the log repeats: more than a sentence needs,
+    /// less than would fill a screen or the log. An ellipsis marks what was cut off.
     static constexpr std::size_t longestWords = 1000;
 
     /// An answer other than 2xx and 401, with the service's own words where it gave some.
@@ -27,15 +27,15 @@ public:
     struct NotSignedIn {
         bool operator==(const NotSignedIn&) const = default;
     };
-    /// The service does not accept the session any more.
+    /// The service no longer accepts the session.
     struct SessionExpired {
         bool operator==(const SessionExpired&) const = default;
     };
-    /// Another user's session has taken the place of the one the work was begun with.
+    /// Another user has signed in since the work began.
     struct SessionChanged {
         bool operator==(const SessionChanged&) const = default;
     };
-    /// What came is not what the service promises.
+    /// The answer is not what the service promises.
     struct InvalidResponse {
         bool operator==(const InvalidResponse&) const = default;
     };

@@ -82,7 +82,7 @@ StoredSession SessionKeeper::successor(std::optional<StoredSession> stored, cons
 Async<StoredSession> SessionKeeper::refreshedSession(std::shared_ptr<SessionKeeper> self, StoredSession stale)
 {
     const StoredSession stored = successor(self->tokens_->load(), stale);
-    if (stored.token != stale.token) co_return stored; // somebody else was faster
+    if (stored.token != stale.token) co_return stored; // already renewed
     // The refresh that is joined may be of another user, who linked just now.
     co_return successor(co_await self->refresher_.run([self, stored] { return refresh(self, stored); }), stale);
 }
@@ -126,7 +126,7 @@ StoredSession SessionKeeper::replace(const StoredSession& used, StoredSession ne
     try {
         tokens_->save(next);
     } catch (const std::exception& error) {
-        // A store that remembers the session nevertheless is good for this run.
+        // A store that remembers the session all the same serves this run.
         if (tokens_->load() != next) throw;
         transport_.log().error(std::string("keychain save failed: ") + error.what());
     }
@@ -147,7 +147,7 @@ Async<> SessionKeeper::revoke(std::shared_ptr<SessionKeeper> self, StoredSession
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
-        // The session is forgotten here already; the service ends it on its own in time.
+        // The session is already forgotten here; the service expires it in time.
         self->transport_.log().error(std::string("logout failed: ") + error.what());
     }
 }
@@ -159,7 +159,7 @@ Async<> SessionKeeper::revokeOnce(std::shared_ptr<SessionKeeper> self, StoredSes
     HTTPResponse response = co_await self->transport_.send(logout, session.token);
     if (response.status == 401) {
         const HTTPResponse renewed = co_await self->askForPair(session);
-        if (!isSuccess(renewed.status)) co_return; // neither token is good for anything: the session has ended
+        if (!isSuccess(renewed.status)) co_return; // neither token works any more: the session has ended
         auto pair = co_await decodeApart<TokenPair>(renewed, self->transport_.log(), self->transport_.background());
         response = co_await self->transport_.send(logout, std::move(pair.token));
     }

@@ -11,21 +11,21 @@
 
 namespace vorn {
 
-/// Holds the session for all copies of a client: which one a request uses, how a refused one is renewed once for
-/// everybody, and how it ends. Threads: any. Every change that depends on what is stored is made under one lock, which
-/// is never held while the service is waited for. The store may have to wait for a keychain: what a request leads to
-/// there is done in the background of the transport.
+/// Holds the session for all copies of a client: which one a request uses, how a refused one is renewed once for all
+/// callers, and how it ends. Threads: any. Every read-modify-write of the store happens under one lock, which is never
+/// held while waiting for the service. The store may have to wait for a keychain: what a request needs from it runs on
+/// the transport's background.
 class SessionKeeper {
 public:
     SessionKeeper(APITransport transport, std::shared_ptr<TokenStore> tokens);
 
-    /// The session of the user to whom a client is pinned, or of anybody. Throws `APIError`: not signed in, or somebody
-    /// else is.
+    /// Returns the session of the user to whom the client is pinned, or of any user. Throws `APIError` when nobody, or
+    /// somebody else, is signed in.
     StoredSession current(const std::optional<std::string>& pinnedUserId) const;
 
     void adopt(const StoredSession& session);
     std::optional<StoredSession> forget();
-    /// The session of the user `userId` alone; gives what was known of it.
+    /// Forgets the session if it is that of the user `userId`, and returns it.
     std::optional<StoredSession> forget(const std::string& userId);
     /// Clears the store if it still holds `session`.
     static Async<> clearIfCurrent(std::shared_ptr<SessionKeeper> self, StoredSession session);
@@ -40,12 +40,12 @@ public:
 private:
     /// `stored`, if it is still of the user of `stale`. Throws `APIError`.
     static StoredSession successor(std::optional<StoredSession> stored, const StoredSession& stale);
-    /// Runs `work`, which asks the store, where waiting harms nobody.
+    /// Runs `work`, which asks the store, where it may block.
     template <class Work, class Result = std::invoke_result_t<Work&>>
     static Async<Result> askStore(std::shared_ptr<SessionKeeper> self, Work work);
     static Async<StoredSession> refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale);
-    /// After the service refused to renew `used`: what another process stored in its place. Else forgets `used` and
-    /// throws `APIError`.
+    /// After the service refused to renew `used`, returns the session that another process stored in its place. Without
+    /// one, forgets `used` and throws `APIError`.
     StoredSession newerThanRefused(const StoredSession& used);
     /// Stores `next` unless the user signed out, or in again, since `used` was read.
     StoredSession replace(const StoredSession& used, StoredSession next);

@@ -18,19 +18,19 @@ class BackgroundExecutor;
 class SessionKeeper;
 struct APICall;
 
-/// The one client of the service's JSON API. Copies share everything, the session too; a copy is cheap.
+/// The client of the service's JSON API. Copies are cheap and share everything, the session included.
 /// Threads: any, several at once. Errors of every call: `APIError`; `URLError` when no answer came; `UnencodableJSON`
-/// before anything is sent; `Cancelled`. An authenticated call that is answered 401 renews the session once, together
-/// with all others that were, and is sent once more; nothing else is ever sent twice.
+/// before anything is sent; `Cancelled`. An authenticated call answered with 401 renews the session once, shared with
+/// all other calls that were, and is sent once more; nothing else is ever sent twice.
 class VornAPI {
 public:
-    /// Long answers are read on `background`, which outlives every call, and the store is waited for there; null: where
-    /// the call runs.
+    /// Long answers are decoded on `background`, and the store is waited for there; null does both where the call runs.
+    /// `background` must outlive every call.
     VornAPI(APIConfiguration configuration, std::shared_ptr<HTTPSession> session, std::shared_ptr<TokenStore> tokens,
             BackgroundExecutor* background = nullptr);
 
-    /// A copy that acts for the user `userId` alone: once somebody else is signed in, or nobody, its authenticated
-    /// calls fail as `APIError::SessionChanged` and send nothing.
+    /// Returns a copy that acts only for the user `userId`: once somebody else, or nobody, is signed in, its
+    /// authenticated calls throw `APIError::SessionChanged` and send nothing.
     VornAPI pinned(std::string userId) const;
 
     // Linking, without a session.
@@ -51,10 +51,10 @@ public:
     // The session.
     /// Stores the session of a link that was approved. Throws what the store throws.
     void adopt(const StoredSession& session) const;
-    /// Drops the stored session, here only, and gives what it was.
+    /// Drops the stored session, on this computer only, and returns it.
     std::optional<StoredSession> forget() const;
-    /// The same if it is the session of the user `userId`. Somebody else's stays, which a program beside this one may
-    /// have stored.
+    /// The same if it is the session of the user `userId`. Leaves another user's, which another program may have
+    /// stored.
     std::optional<StoredSession> forget(const std::string& userId) const;
     /// Tells the service that `session` has ended; the store is left alone. Failures are logged, only `Cancelled` is
     /// thrown.

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-/// What this computer tells the service about itself: nothing else, and nothing of it is kept. Limits count
-/// user-perceived characters. Threads: any.
+/// All that this computer tells the service about itself; none of it is stored. Limits count user-perceived
+/// characters. Threads: any.
 namespace vorn::DeviceIdentity {
 
 /// Which computer asks to be linked. `bundle` is the application's.
@@ -18,7 +18,7 @@ CreateDeviceLinkRequest linkRequest(const Bundle& bundle);
 /// `appVersion(bundle)`.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system);
 
-/// The name that the user gave this computer; "Mac" when it has none.
+/// Returns the name that the user gave this computer; "Mac" when it has none.
 std::string computerName();
 
 /// `bundle`'s "CFBundleShortVersionString", else "1.0.0".

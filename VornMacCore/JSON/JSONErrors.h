@@ -4,8 +4,8 @@
 
 namespace vorn {
 
-/// JSON that is not what was asked for. `what()` names the place, as in "assets[0].parts[2].url", and what was expected
-/// there; it never shows a value, which may be secret.
+/// JSON that does not hold what was asked for. `what()` names the place, as in "assets[0].parts[2].url", and what was
+/// expected there, never a value, which may be secret.
 class UndecodableJSON : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

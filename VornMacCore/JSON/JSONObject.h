@@ -13,12 +13,12 @@
 namespace vorn {
 
 /// One object of a JSON document (RFC 8259), read by key through accessors that convert nothing: each throws
-/// `UndecodableJSON` when the key is missing, null or holds another type. Keys that nobody asks for are ignored.
+/// `UndecodableJSON` when the key is missing, null or holds another type. Unread keys are ignored.
 /// Threads: any; the document is shared and never changes, and it lives as long as an object of it.
 class JSONObject {
 public:
-    /// Bytes of a document. The largest that is meant carries the URLs of all parts of an upload: an archive has at
-    /// most 512 parts, as it ends at 4 GiB, and servers take URLs of at most 8 KiB.
+    /// Bytes of a document. The largest legal one carries the URLs of all parts of an upload: an archive of at most
+    /// 4 GiB has 512 parts, and servers take URLs of at most 8 KiB.
     static constexpr std::size_t maxTextSize = std::size_t{4} * 1024 * 1024;
     /// Objects, arrays, strings, numbers and other values of a document, which take some hundred bytes each however
     /// short they are. That largest document has less than 2,000.
@@ -47,7 +47,7 @@ public:
 
     JSONObject object(std::string_view key) const;
 
-    /// Hands over the objects of an array of objects and of nothing else, in order.
+    /// Calls back with each object of an array that holds only objects, in order.
     void forEachObject(std::string_view key, const std::function<void(const JSONObject&)>& onObject) const;
 
     /// The place of `key` in the document, for messages: "assets[0].parts".

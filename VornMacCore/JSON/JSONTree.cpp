@@ -12,8 +12,8 @@ namespace {
 
 using Tree = nlohmann::json;
 
-/// Builds the tree from the parser's events. The parser's own builder knows no limit of depth, and of a key that stands
-/// twice it keeps the last value without a word.
+/// Builds the tree from the parser's events. The parser's own builder has no depth limit and silently keeps the last
+/// value of a duplicate key.
 class TreeBuilder : public nlohmann::json_sax<Tree> {
 public:
     Tree take() { return std::move(root_); }
@@ -87,7 +87,7 @@ private:
 nlohmann::json parseJSONTree(std::string_view text)
 {
     if (text.size() > JSONObject::maxTextSize) throw UndecodableJSON("too large");
-    // The parser takes a NUL for the end of the text and would ignore what follows.
+    // The parser takes a NUL for the end of the text and ignores what follows.
     if (const auto at = text.find('\0'); at != std::string_view::npos)
         throw UndecodableJSON("not JSON at byte " + std::to_string(at + 1));
     TreeBuilder builder;

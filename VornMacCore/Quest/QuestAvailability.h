@@ -27,7 +27,7 @@ public:
     struct Available {
         bool operator==(const Available&) const = default;
     };
-    /// An upload waits for the service's review.
+    /// An upload is under review.
     struct InReview {
         bool operator==(const InReview&) const = default;
     };
@@ -36,8 +36,8 @@ public:
     QuestAvailability(State state)
         : state_(std::move(state)) {} // NOLINT(google-explicit-constructor): one of its states
 
-    /// What `quest` says at the time `now`. A status that this version does not know, and a time that cannot be read,
-    /// stop nobody: the service has the last word on a submission.
+    /// What `quest` says at the time `now`. An unknown status or an unreadable time never blocks an upload: the service
+    /// has the last word on a submission.
     QuestAvailability(const QuestWire& quest, Instant now);
 
     const State& state() const noexcept { return state_; }

@@ -15,7 +15,7 @@ std::string text(const std::optional<std::string>& key)
         {"export_too_small", "There isn't enough Nimbrel conversation yet. Keep chatting and come back with a few "
                              "conversations and at least 10 of your own messages."},
         {"nothing_new_since_last", "Nothing new since your last upload. Come back after more chats with Nimbrel."},
-        // Speaks of a damaged upload on purpose: a suspicion may be wrong, and an honest user would read an accusation.
+        // Deliberately speaks of a damaged upload: a suspicion may be wrong, and would accuse an honest user.
         {"authenticity_suspected", "The upload didn't arrive intact. Try again."},
     }};
     for (const auto& [known, sentence] : sentences) {

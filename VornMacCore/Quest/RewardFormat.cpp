@@ -45,7 +45,7 @@ std::optional<double> parse(const std::string& text)
     stream.imbue(std::locale::classic());
     double value = 0;
     stream >> value;
-    // Some libraries also call a number too small for a double a failure; it is as good as nought.
+    // Some libraries report underflow as a failure: treat it as zero.
     if (stream.fail() && std::abs(value) > 1) return std::nullopt;
     return value;
 }

@@ -10,12 +10,12 @@ namespace vorn::RewardFormat {
 /// stands after the dollar sign: "$-1.50".
 std::string usd(double amount);
 
-/// As above; nothing for an absent amount.
+/// As above; absent for an absent amount.
 std::optional<std::string> usd(const std::optional<double>& amount);
 
-/// As above, for an amount in text; nothing when it is absent or not, as a whole, a decimal number as C writes one: an
+/// As above, for an amount in text; absent unless all of it is a decimal number as C writes one: an
 /// optional sign, digits with at most one ".", an optional exponent ("12", "12.50", ".5", "+1", "1e3"). White space,
-/// other characters, hexadecimal, "inf", "nan" and a number beyond a double's range are none.
+/// other characters, hexadecimal, "inf", "nan" and a number beyond a double's range are refused.
 std::optional<std::string> usd(const std::optional<std::string>& amount);
 
 } // namespace vorn::RewardFormat

@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// A session for as long as the process runs.
+/// Keeps the session only as long as the process runs.
 class InMemoryTokenStore final : public TokenStore {
 public:
     explicit InMemoryTokenStore(std::optional<StoredSession> session = std::nullopt) : session_(std::move(session)) {}

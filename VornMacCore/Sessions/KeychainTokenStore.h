@@ -12,7 +12,7 @@ namespace vorn {
 /// Keeps the session in the user's keychain: one item, whose secret is the session's JSON. A value.
 class KeychainTokenStore final : public TokenStore {
 public:
-    /// What the application keeps its session under, beside its bundle identifier as the service.
+    /// The account of the application's item; its service is the bundle identifier.
     static constexpr const char* sessionAccount = "desktop-session";
 
     KeychainTokenStore(std::string service, std::string account,

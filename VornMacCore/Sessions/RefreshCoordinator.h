@@ -6,12 +6,12 @@
 namespace vorn {
 
 /// Lets any number of rejected requests share one token refresh. Threads: any.
-/// No caller owns the refresh: one that is cancelled stops waiting, and it goes on for the others.
+/// No caller owns the refresh: a cancelled one stops waiting, and the refresh goes on for the others.
 class RefreshCoordinator {
 public:
     using Work = SingleFlight<StoredSession>::Work;
 
-    /// Waits for the refresh under way, or begins `work`; everybody gets its session or its error.
+    /// Waits for the refresh under way, or begins `work`; every caller gets its session or its error.
     Async<StoredSession> run(Work work) { return inFlight_.run(std::move(work)); }
 
 private:

@@ -25,7 +25,7 @@ std::optional<StoredSession> RememberingTokenStore::load()
 {
     if (const auto remembered = known()) return remembered->session;
     const std::lock_guard order(keptLock_);
-    // Threads that asked together wait above for the first of them; what it found is theirs too.
+    // Threads that ask together wait above for the first one and share what it finds.
     if (const auto remembered = known()) return remembered->session;
     return readKept();
 }

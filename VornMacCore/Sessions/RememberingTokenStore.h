@@ -7,16 +7,17 @@
 
 namespace vorn {
 
-/// Remembers for this process what another store keeps between runs: a save that fails there must not sign the user out
-/// at once, and a store that is slow to ask is asked once for a session. Once one is known, `load` waits for nobody.
+/// Caches in this process what another store keeps between runs: a save that fails there must not sign the user out at
+/// once, and a slow store is asked only once for a session. Once one is known, `load` never blocks.
 class RememberingTokenStore final : public TokenStore {
 public:
     explicit RememberingTokenStore(std::shared_ptr<TokenStore> kept) : kept_(std::move(kept)) {}
 
-    /// What was saved last in this process; before that, what is kept. Nothing after a `clear`, even if the store below
-    /// could not let go of its session. Finding nothing is not remembered: a locked keychain may be unlocked later.
+    /// Returns what was saved last in this process; before that, what is kept. Absent after a `clear`, even if the
+    /// store below failed to remove its session. An absent session is not cached: a locked keychain may be unlocked
+    /// later.
     std::optional<StoredSession> load() override;
-    /// Remembers, then keeps. Throws what keeping throws; the session is remembered nevertheless.
+    /// Caches, then keeps. Throws what keeping throws; the session stays cached all the same.
     void save(const StoredSession& session) override;
     void clear() noexcept override;
     /// Of what is kept, if that is in step with this process; else of what is remembered.

@@ -16,7 +16,7 @@ struct StoredSession {
 
     StoredSession() = default;
     StoredSession(std::string token, std::string refreshToken, std::string userId, std::string displayName);
-    /// What an approved link hands over.
+    /// From what an approved link hands over.
     explicit StoredSession(const DesktopSession& session);
 
     /// Throws `UndecodableJSON`, for a missing key too.

@@ -12,14 +12,14 @@ class TokenStore {
 public:
     virtual ~TokenStore() = default;
 
-    /// The session; nothing when there is none, and when there is any trouble with it.
+    /// Returns the session; absent when there is none or it cannot be read.
     virtual std::optional<StoredSession> load() = 0;
     /// Replaces what was kept. Throws what the store throws.
     virtual void save(const StoredSession& session) = 0;
     virtual void clear() noexcept = 0;
 
-    /// Clears the session if `matches` says so of it, and gives the one that stays: asks as `reload` does, and waits no
-    /// longer. `matches` owns what it uses: a store that was too slow may still ask it.
+    /// Clears the session if `matches` returns true for it, and returns the one that stays. Reads as `reload` does and
+    /// waits no longer. `matches` must own what it uses: a store that was too slow may call it later.
     // NOLINTNEXTLINE(performance-unnecessary-value-param): a store that waits takes it over
     virtual std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches)
     {

@@ -12,7 +12,7 @@
 namespace vorn {
 namespace {
 
-/// What stands in front of the first request.
+/// What must be known before the first request.
 struct Measured {
     std::int64_t size = 0;
     std::string sha256;
@@ -35,7 +35,7 @@ Async<> abort(VornAPI api, std::string submissionId)
     try {
         co_await api.abortSubmission(submissionId);
     } catch (const std::exception& error) {
-        // The service gives up an unfinished submission on its own; the user's concern is why the upload failed.
+        // The service drops an unfinished submission on its own; the user needs to know why the upload failed.
         Log(bundleIdentifier(), "upload").error(std::string("abort after a failed upload failed: ") + error.what());
     }
 }
@@ -73,7 +73,7 @@ Async<SubmissionStatus> MultipartUploader::run(MultipartUploader self, std::file
         co_return co_await sendAndComplete(self.api_, parts, std::move(file), submission.submissionId, asset.assetId,
                                            archive.sha256);
     } catch (...) {
-        failure = std::current_exception(); // nothing can be awaited in here
+        failure = std::current_exception(); // a handler cannot await
     }
     co_await shielded(abort(self.api_, submission.submissionId));
     std::rethrow_exception(failure);

@@ -20,7 +20,7 @@ namespace vorn {
 /// completed, or an abort is sent, also when the upload is cancelled. Threads: any. Make one for each upload.
 class MultipartUploader {
 public:
-    /// Called from any thread, many times; must not throw. The values grow, but for a part that has to be sent again.
+    /// Called from any thread, many times; must not throw. Values grow, except when a part is sent again.
     using Progress = std::function<void(const UploadProgress&)>;
 
     /// Sends the parts with `transfer`, which reads them on its own thread as they leave. The file is hashed and opened
@@ -28,7 +28,7 @@ public:
     MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
                       std::int64_t partSize = PartPlan::defaultPartSize);
 
-    /// Gives the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
+    /// Returns the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
     /// `std::filesystem::filesystem_error` for the file, `Cancelled`. The file is never held in memory.
     Async<SubmissionStatus> upload(std::filesystem::path file, std::string termsVersion,
                                    std::optional<DeviceSignals> device, Progress progress) const;

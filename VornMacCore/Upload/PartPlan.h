@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// How a file is cut into the parts of an upload. Parts count from 1; all sizes are in bytes.
+/// Divides a file into the parts of an upload. Parts are numbered from 1; sizes are in bytes.
 struct PartPlan {
     static constexpr std::int64_t defaultPartSize = 8 * 1024 * 1024;
     static constexpr std::int64_t windowSize = 50; ///< the most part URLs asked for at once

@@ -15,8 +15,8 @@ public:
     /// Opens the file.
     PartReader(std::filesystem::path path, PartPlan plan);
 
-    /// What is there of `part` now: fewer bytes than planned if the file has become shorter. Reading them may still
-    /// fail. The part keeps the file open; when the last one and the reader are gone, it is closed.
+    /// Returns the bytes of `part` that are in the file now: fewer than planned if the file has shrunk. Reading them
+    /// may still fail. A part shares ownership of the open file with the reader.
     std::shared_ptr<const HTTPBody> read(std::int64_t part) const;
 
 private:

@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A URL that may be sent a part of the archive. Anything else counts as one that cannot be read: the archive goes out
-/// encrypted or stays on this machine, and no URL smuggles in a user.
+/// Returns the URL if a part of the archive may be sent there. Anything else counts as unreadable: the archive leaves
+/// encrypted or stays on this machine, and a URL never carries user info.
 std::optional<URL> acceptablePartURL(const std::string& text)
 {
     auto url = URL::parse(text);
@@ -45,7 +45,7 @@ Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file
 Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
 {
     const auto sent = plan_.range(part).begin + body->size();
-    bool refreshed = false; // one fresh URL a part, whatever it is asked for
+    bool refreshed = false; // at most one fresh URL for each part
     while (true) {
         const HTTPResponse response = co_await put(part, co_await urlOf(part, &refreshed), body);
         if (response.status == 403 && !std::exchange(refreshed, true)) { // expired, most likely

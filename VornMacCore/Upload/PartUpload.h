@@ -9,13 +9,13 @@
 
 namespace vorn {
 
-/// The parts of one submission on their way: which URL each goes to, and what came back.
+/// Sends the parts of one submission: keeps the URL of each and collects the answers.
 class PartUpload {
 public:
     PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background, PartPlan plan,
                std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress);
 
-    /// Sends every part of `file` and gives their tags in order. This must live until then.
+    /// Sends every part of `file` and returns their tags in order. Must outlive the call.
     Async<std::vector<CompletedPart>> sendAll(std::filesystem::path file);
 
 private:

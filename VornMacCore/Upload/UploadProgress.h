@@ -5,7 +5,7 @@
 
 namespace vorn {
 
-/// How far an upload has come, in bytes of the file.
+/// The progress of an upload, in bytes of the file.
 struct UploadProgress {
     std::int64_t bytesSent = 0;
     std::int64_t totalBytes = 0;

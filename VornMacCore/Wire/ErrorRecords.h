@@ -12,7 +12,7 @@ struct ErrorBody {
     bool operator==(const ErrorBody&) const = default;
 };
 
-/// The result of a call whose successful answer is not read.
+/// The result of a call whose successful answer is ignored.
 struct IgnoredBody {
     bool operator==(const IgnoredBody&) const = default;
 };

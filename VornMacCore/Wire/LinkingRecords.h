@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-// What is said while a Mac is linked to an account, before there is a session. JSON keys are the fields' names.
+// Exchanged while a Mac is linked to an account, before there is a session. JSON keys are the fields' names.
 
 /// Sent: which computer asks to be linked, so that the phone can show it.
 struct CreateDeviceLinkRequest {
@@ -29,7 +29,7 @@ struct DeviceLink {
     std::int64_t pollIntervalMs = 0; ///< how often to poll, in milliseconds
     bool operator==(const DeviceLink&) const = default;
 
-    /// `expiresAt` as a date; nothing when it cannot be read.
+    /// Returns `expiresAt` as a date; absent when it cannot be read.
     std::optional<Instant> expiresAtDate() const noexcept;
 };
 

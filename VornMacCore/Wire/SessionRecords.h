@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-// What is said to renew and to end a session. JSON keys are the fields' names.
+// Exchanged to renew and to end a session. JSON keys are the fields' names.
 
 /// Sent: trades a refresh token, which works once, for a new pair.
 struct RefreshRequest {

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-// What is said to submit an export and to follow its review. JSON keys are the fields' names.
+// Exchanged to submit an export and to follow its review. JSON keys are the fields' names.
 
 /// Sent with a submission: where this Mac says it is.
 struct DeviceSignals {
@@ -91,7 +91,7 @@ struct SubmissionStatus {
     std::optional<std::int64_t> assetsRemaining;
     bool operator==(const SubmissionStatus&) const = default;
 
-    /// Whether the review is over. A status this version does not know is not an end: the service is still checking.
+    /// Whether the review is over. An unknown status never ends it: the service is still checking.
     bool isTerminal() const noexcept { return status == "approved" || status == "rejected" || status == "expired"; }
 };
 

@@ -14,7 +14,7 @@ public:
     {
         const auto name = cfString(key);
         if (!name || !domain_) return std::nullopt;
-        CFPreferencesAppSynchronize(domain_.get()); // else it may be what this process has read before
+        CFPreferencesAppSynchronize(domain_.get()); // otherwise this process may see its own earlier read
         const CFOwned<CFPropertyListRef> value(CFPreferencesCopyAppValue(name.get(), domain_.get()));
         return value ? valueOf(value.get()) : std::nullopt;
     }
@@ -25,7 +25,7 @@ public:
         if (!name || !domain_) return "the key is no text";
         if (const auto* text = std::get_if<std::string>(&value)) {
             const auto written = cfString(*text);
-            if (!written) return "the value is no text"; // none would remove the key
+            if (!written) return "the value is no text"; // null would remove the key
             CFPreferencesSetAppValue(name.get(), written.get(), domain_.get());
         } else {
             CFPreferencesSetAppValue(name.get(), std::get<bool>(value) ? kCFBooleanTrue : kCFBooleanFalse,
@@ -52,7 +52,7 @@ private:
 
 } // namespace
 
-/// Always by name: the current application's own would be another domain for a program outside of the bundle.
+/// Always by name: `kCFPreferencesCurrentApplication` is another domain for a program outside the bundle.
 std::unique_ptr<SettingsStore> userSettings(const std::string& identifier)
 {
     return std::make_unique<Preferences>(identifier);

@@ -5,7 +5,7 @@
 
 namespace vorn {
 
-// Desktops tell the size that users want their text to have as a resolution.
+// Desktops express the wanted text size as a resolution.
 double systemTextScale()
 {
     constexpr double usualResolution = 96;
@@ -13,7 +13,7 @@ double systemTextScale()
     return screen != nullptr ? screen->logicalDotsPerInch() / usualResolution : 1;
 }
 
-// Desktops differ in theirs, and the design needs one whose widths it knows. It is among the packages we install.
+// Desktops differ in their font, and the layout needs known widths. This one is among the packages we install.
 QString systemFontFamily()
 {
     return QStringLiteral("Inter");

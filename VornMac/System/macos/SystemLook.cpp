@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-// macOS has no size of text for all applications.
+// macOS has no system-wide text size.
 double systemTextScale()
 {
     return 1;
