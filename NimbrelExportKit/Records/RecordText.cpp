@@ -2,6 +2,7 @@
 
 #include "Platform/Base/Fatal.h"
 #include "Platform/Base/Memory.h"
+#include "Platform/Base/Owned.h"
 
 #include <algorithm>
 #include <cstring>
@@ -31,11 +32,9 @@ RecordText::RecordText(std::string_view text) : size_(sizeOf(text)), owns_(!text
 }
 
 struct TextArena::Blocks {
-    struct Release {
-        void operator()(char* block) const noexcept { memory::release(block); }
-    };
+    using Block = Owned<char, memory::release>;
 
-    std::vector<std::unique_ptr<char, Release>> all;
+    std::vector<Block> all;
     char* free = nullptr; ///< in the last block
     std::size_t room = 0;
     std::size_t nextSize = firstBlock;
@@ -51,7 +50,7 @@ private:
     void addBlock(std::size_t atLeast)
     {
         const std::size_t size = std::max(nextSize, atLeast);
-        std::unique_ptr<char, Release> block(static_cast<char*>(memory::allocate(size)));
+        Block block(static_cast<char*>(memory::allocate(size)));
         all.push_back(std::move(block));
         free = all.back().get();
         room = size;

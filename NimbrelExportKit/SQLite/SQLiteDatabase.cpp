@@ -101,10 +101,6 @@ public:
     SQLiteRow row() const { return SQLiteRow(statement_.get()); }
 
 private:
-    struct Finalize {
-        void operator()(sqlite3_stmt* statement) const noexcept { sqlite3_finalize(statement); }
-    };
-
     void bind(const std::vector<SQLiteValue>& bindings)
     {
         if (bindings.size() > std::numeric_limits<int>::max())
@@ -117,7 +113,7 @@ private:
     }
 
     const SQLiteDatabase& database_;
-    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+    Owned<sqlite3_stmt, sqlite3_finalize> statement_;
 };
 
 bool SQLiteRow::isNull(int column) const
@@ -168,7 +164,7 @@ std::optional<ByteView> SQLiteRow::blobView(int column) const
     return ByteView(static_cast<const std::byte*>(content), static_cast<std::size_t>(size));
 }
 
-void SQLiteDatabase::Close::operator()(sqlite3* handle) const noexcept
+void SQLiteDatabase::close(sqlite3* handle) noexcept
 {
     sqlite3_close_v2(handle);
 }
@@ -194,7 +190,7 @@ void SQLiteDatabase::execute(const std::string& sql) const
 {
     char* text = nullptr;
     const int result = sqlite3_exec(handle_.get(), sql.c_str(), nullptr, nullptr, &text);
-    const std::unique_ptr<char, decltype(&sqlite3_free)> owned(text, &sqlite3_free);
+    const Owned<char, sqlite3_free> owned(text);
     if (result != SQLITE_OK)
         throw SQLiteError(SQLiteError::Stage::execute, result, text != nullptr ? text : "exec failed");
 }

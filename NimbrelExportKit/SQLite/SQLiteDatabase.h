@@ -2,6 +2,7 @@
 
 #include "NimbrelExportKit/SQLite/SQLiteError.h"
 #include "Platform/Base/Bytes.h"
+#include "Platform/Base/Owned.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -83,12 +84,10 @@ public:
 
 private:
     class Statement;
-    struct Close {
-        void operator()(sqlite3* handle) const noexcept;
-    };
+    static void close(sqlite3* handle) noexcept;
     [[noreturn]] void fail(SQLiteError::Stage stage, int code) const;
 
-    std::unique_ptr<sqlite3, Close> handle_;
+    Owned<sqlite3, close> handle_;
     std::unique_ptr<std::function<bool()>> shouldStop_;
 };
 

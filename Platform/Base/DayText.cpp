@@ -1,9 +1,9 @@
 #include "Platform/Base/Dates.h"
+#include "Platform/Base/Owned.h"
 #include "Platform/Base/SystemFacts.h"
 #include "Platform/Base/Text.h"
 
 #include <array>
-#include <memory>
 
 #include <unicode/udat.h>
 #include <unicode/uloc.h>
@@ -12,10 +12,7 @@
 namespace vorn {
 namespace {
 
-struct Close {
-    void operator()(UDateFormat* format) const noexcept { udat_close(format); }
-};
-using Format = std::unique_ptr<UDateFormat, Close>;
+using Format = Owned<UDateFormat, udat_close>;
 
 /// Null for a zone or a language that ICU does not know.
 Format dayFormat(const std::string& language, const std::string& zone)

@@ -2,6 +2,7 @@
 
 #include "Platform/Base/Fatal.h"
 #include "Platform/Base/FileDescriptor.h"
+#include "Platform/Base/Owned.h"
 
 #include <array>
 #include <cerrno>
@@ -13,10 +14,7 @@
 namespace vorn {
 
 struct SHA256::Context {
-    struct Free {
-        void operator()(EVP_MD_CTX* context) const noexcept { EVP_MD_CTX_free(context); }
-    };
-    std::unique_ptr<EVP_MD_CTX, Free> evp{EVP_MD_CTX_new()};
+    Owned<EVP_MD_CTX, EVP_MD_CTX_free> evp{EVP_MD_CTX_new()};
 };
 
 SHA256::SHA256() : context_(std::make_unique<Context>())

@@ -1,6 +1,7 @@
 #include "Platform/Base/Text.h"
 
 #include "Platform/Base/Fatal.h"
+#include "Platform/Base/Owned.h"
 
 #include <array>
 #include <cstdint>
@@ -42,10 +43,6 @@ bool isContinuation(char byte) noexcept
 {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
-
-struct CloseText {
-    void operator()(UText* text) const noexcept { utext_close(text); }
-};
 
 /// The scalar at `at`, which moves past it; negative for an ill-formed part, of which `at` passes the maximal one.
 UChar32 next(std::string_view bytes, std::size_t& at) noexcept
@@ -130,7 +127,7 @@ std::string prefixOfCharacters(std::string_view text, std::size_t count)
 {
     if (text.size() <= count) return std::string(text); // a character has at least one byte
     UErrorCode status = U_ZERO_ERROR;
-    const std::unique_ptr<UText, CloseText> bytes(
+    const Owned<UText, utext_close> bytes(
         utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
     const std::unique_ptr<icu::BreakIterator> characters(
         icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));

@@ -1,22 +1,18 @@
 #pragma once
 
+#include "Platform/Base/Owned.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "Platform/HTTP/URLError.h"
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include <curl/curl.h>
 
 namespace vorn {
 
-struct CurlCleanup {
-    void operator()(CURL* handle) const noexcept { curl_easy_cleanup(handle); }
-    void operator()(curl_slist* list) const noexcept { curl_slist_free_all(list); }
-};
-using CurlHandle = std::unique_ptr<CURL, CurlCleanup>;
-using CurlList = std::unique_ptr<curl_slist, CurlCleanup>;
+using CurlHandle = Owned<CURL, curl_easy_cleanup>;
+using CurlList = Owned<curl_slist, curl_slist_free_all>;
 
 /// Sets an option of `handle`. Throws `URLError`: this libcurl lacks something.
 template <class Value>

@@ -1,18 +1,15 @@
 #include "Platform/HTTP/NetworkState.h"
 
+#include "Platform/Base/Owned.h"
+
 #include <cstring>
 #include <ifaddrs.h>
-#include <memory>
 #include <net/if.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
 
 namespace vorn {
 namespace {
-
-struct Free {
-    void operator()(ifaddrs* list) const noexcept { freeifaddrs(list); }
-};
 
 /// Every interface gives itself an address of 169.254.0.0/16 or fe80::/10, whether there is a network or not.
 bool reachesBeyondLink(const sockaddr& address) noexcept
@@ -43,7 +40,7 @@ bool isOnNetwork() noexcept
 {
     ifaddrs* first = nullptr;
     if (getifaddrs(&first) != 0) return true; // cannot tell: then the more common case
-    const std::unique_ptr<ifaddrs, Free> list(first);
+    const Owned<ifaddrs, freeifaddrs> list(first);
     for (const ifaddrs* entry = first; entry != nullptr; entry = entry->ifa_next) {
         if (isUsable(*entry)) return true;
     }

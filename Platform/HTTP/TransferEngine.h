@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/Base/Owned.h"
 #include "Platform/HTTP/OpenSockets.h"
 #include "Platform/HTTP/Transfer.h"
 
@@ -31,10 +32,6 @@ public:
 private:
     using Transfers = std::vector<std::shared_ptr<Transfer>>;
 
-    struct Cleanup {
-        void operator()(CURLM* multi) const noexcept { curl_multi_cleanup(multi); }
-    };
-
     void run();
     bool takeArrivals();
     void begin(const std::shared_ptr<Transfer>& transfer);
@@ -46,7 +43,7 @@ private:
 
     HTTPSession::Options options_;
     OpenSockets sockets_; ///< outlives the connections
-    std::unique_ptr<CURLM, Cleanup> multi_;
+    Owned<CURLM, curl_multi_cleanup> multi_;
     Transfers underWay_;
 
     std::mutex mutex_; ///< guards the two below

@@ -1,6 +1,7 @@
 #include "VornMac/QRCode/QRMatrix.h"
 
-#include <memory>
+#include "Platform/Base/Owned.h"
+
 #include <new>
 #include <stdexcept>
 
@@ -9,7 +10,7 @@
 namespace vorn {
 namespace {
 
-using Code = std::unique_ptr<QRcode, decltype(&QRcode_free)>;
+using Code = Owned<QRcode, QRcode_free>;
 
 constexpr std::size_t longest = 2331; // bytes, in version 40 at level M
 constexpr unsigned char darkBit = 1;  // the library's other bits say what a module is for
@@ -19,7 +20,7 @@ Code encode(std::string_view payload)
     if (payload.empty() || payload.size() > longest) throw std::length_error("the text fits no QR code");
     // As data with its length: a text of the library's would end at the first NUL.
     const auto* bytes = reinterpret_cast<const unsigned char*>(payload.data());
-    Code code(QRcode_encodeData(static_cast<int>(payload.size()), bytes, 0, QR_ECLEVEL_M), &QRcode_free);
+    Code code(QRcode_encodeData(static_cast<int>(payload.size()), bytes, 0, QR_ECLEVEL_M));
     if (!code) throw std::bad_alloc();
     return code;
 }

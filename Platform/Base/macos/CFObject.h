@@ -1,6 +1,7 @@
 #pragma once
 
-#include <memory>
+#include "Platform/Base/Owned.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,13 +11,9 @@
 
 namespace vorn {
 
-struct ReleaseCFObject {
-    void operator()(CFTypeRef object) const noexcept { CFRelease(object); }
-};
-
-/// An object of Core Foundation that we own: what a function with "Create" or "Copy" in its name gave.
+/// An object of Core Foundation that we own: what a function with "Create" or "Copy" in its name returned.
 template <class Reference>
-using CFOwned = std::unique_ptr<std::remove_pointer_t<Reference>, ReleaseCFObject>;
+using CFOwned = Owned<std::remove_pointer_t<Reference>, CFRelease>;
 
 /// `text` as the system's; null when it is no UTF-8.
 inline CFOwned<CFStringRef> cfString(std::string_view text)

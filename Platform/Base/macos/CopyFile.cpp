@@ -1,11 +1,11 @@
 #include "Platform/Base/CopyFile.h"
 
 #include "Platform/Base/FileDescriptor.h"
+#include "Platform/Base/Owned.h"
 
 #include <cerrno>
 #include <cstdint>
 #include <exception>
-#include <memory>
 #include <system_error>
 #include <type_traits>
 
@@ -70,10 +70,7 @@ int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/
     }
 }
 
-struct FreeState {
-    void operator()(copyfile_state_t state) const noexcept { copyfile_state_free(state); }
-};
-using State = std::unique_ptr<std::remove_pointer_t<copyfile_state_t>, FreeState>;
+using State = Owned<std::remove_pointer_t<copyfile_state_t>, copyfile_state_free>;
 
 /// The content alone: the source's rights, lists of access and flags are not for the copy.
 void copyContent(const FileDescriptor& source, const std::filesystem::path& to,

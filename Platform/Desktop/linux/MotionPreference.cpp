@@ -1,5 +1,7 @@
 #include "Platform/Desktop/MotionPreference.h"
 
+#include "Platform/Base/Owned.h"
+
 #include <utility>
 
 #include <gio/gio.h>
@@ -10,21 +12,17 @@ namespace {
 constexpr const char* schemaName = "org.gnome.desktop.interface"; // other desktops keep theirs there too
 constexpr const char* animates = "enable-animations";
 
-struct Unreference {
-    void operator()(GSettingsSchema* schema) const noexcept { g_settings_schema_unref(schema); }
-    void operator()(GSettings* settings) const noexcept { g_object_unref(settings); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Unreference>;
+using Settings = Owned<GSettings, g_object_unref>;
+using Schema = Owned<GSettingsSchema, g_settings_schema_unref>;
 
 /// Null where the desktop has no such settings: asking GLib for those ends the process.
-Owned<GSettings> interfaceSettings()
+Settings interfaceSettings()
 {
     GSettingsSchemaSource* const source = g_settings_schema_source_get_default();
     if (source == nullptr) return nullptr;
-    const Owned<GSettingsSchema> schema(g_settings_schema_source_lookup(source, schemaName, TRUE));
+    const Schema schema(g_settings_schema_source_lookup(source, schemaName, TRUE));
     if (!schema || g_settings_schema_has_key(schema.get(), animates) == FALSE) return nullptr;
-    return Owned<GSettings>(g_settings_new_full(schema.get(), nullptr, nullptr));
+    return Settings(g_settings_new_full(schema.get(), nullptr, nullptr));
 }
 
 bool reducesMotion(GSettings* settings)
@@ -35,7 +33,7 @@ bool reducesMotion(GSettings* settings)
 } // namespace
 
 struct MotionWatch::System {
-    Owned<GSettings> settings;
+    Settings settings;
     std::function<void(bool)> onChange;
     gulong connection = 0;
 

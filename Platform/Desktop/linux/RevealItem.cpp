@@ -1,9 +1,9 @@
 #include "Platform/Desktop/RevealItem.h"
 
+#include "Platform/Base/Owned.h"
 #include "Platform/Desktop/DetachedProgram.h"
 #include "Platform/Desktop/SystemWorkspace.h"
 
-#include <memory>
 #include <system_error>
 #include <thread>
 
@@ -14,34 +14,29 @@ namespace {
 
 constexpr int longestAnswer = 5000; // milliseconds: the call may have to start the file manager
 
-struct Unreference {
-    void operator()(GDBusConnection* bus) const noexcept { g_object_unref(bus); }
-    void operator()(GVariant* value) const noexcept { g_variant_unref(value); }
-    void operator()(char* text) const noexcept { g_free(text); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Unreference>;
+using Text = Owned<char, g_free>;
+using Bus = Owned<GDBusConnection, g_object_unref>;
+using Answer = Owned<GVariant, g_variant_unref>;
 
 /// A connection of its own: the one that GLib shares would end this process together with the bus.
-Owned<GDBusConnection> connectToSessionBus()
+Bus connectToSessionBus()
 {
-    const Owned<char> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+    const Text address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
     if (!address) return nullptr;
     // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): a set of flags
     constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    return Owned<GDBusConnection>(
-        g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
+    return Bus(g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
 }
 
 /// Asks for it as desktops agree (freedesktop.org, "File Manager DBus Interface").
 bool askFileManager(const std::filesystem::path& item)
 {
-    const Owned<char> uri(g_filename_to_uri(item.c_str(), nullptr, nullptr));
-    const Owned<GDBusConnection> bus = uri ? connectToSessionBus() : nullptr;
+    const Text uri(g_filename_to_uri(item.c_str(), nullptr, nullptr));
+    const Bus bus = uri ? connectToSessionBus() : nullptr;
     if (!bus) return false;
     const char* const uris[] = {uri.get()};
-    const Owned<GVariant> answer(g_dbus_connection_call_sync(
+    const Answer answer(g_dbus_connection_call_sync(
         bus.get(), "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1", "org.freedesktop.FileManager1",
         "ShowItems", g_variant_new("(@ass)", g_variant_new_strv(uris, 1), ""), nullptr, G_DBUS_CALL_FLAGS_NONE,
         longestAnswer, nullptr, nullptr));

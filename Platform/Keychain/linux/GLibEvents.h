@@ -3,33 +3,24 @@
 // Owners of GLib's objects and a wait for its calls back. GLib's headers do not go well with Qt's: for sources of this
 // folder alone.
 
+#include "Platform/Base/Owned.h"
+
 #include <chrono>
-#include <memory>
 
 #include <gio/gio.h>
 
 namespace vorn::glib {
 
-template <auto function>
-struct Call {
-    template <class Pointer>
-    void operator()(Pointer* pointer) const noexcept
-    {
-        function(pointer);
-    }
-};
 template <class Type>
-using Object = std::unique_ptr<Type, Call<g_object_unref>>;
-using Context = std::unique_ptr<GMainContext, Call<g_main_context_unref>>;
+using Object = Owned<Type, g_object_unref>;
+using Context = Owned<GMainContext, g_main_context_unref>;
 
-struct EndSource {
-    void operator()(GSource* source) const noexcept
-    {
-        g_source_destroy(source);
-        g_source_unref(source);
-    }
-};
-using Source = std::unique_ptr<GSource, EndSource>;
+inline void endSource(GSource* source) noexcept
+{
+    g_source_destroy(source);
+    g_source_unref(source);
+}
+using Source = Owned<GSource, endSource>;
 
 /// Receives what a function of GLib's failed with.
 class Failure {

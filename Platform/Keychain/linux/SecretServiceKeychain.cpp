@@ -16,14 +16,13 @@
 namespace vorn {
 namespace {
 
-using glib::Call;
 using glib::Events;
 using glib::Failure;
 using glib::Object;
 using glib::Source;
 
-using Attributes = std::unique_ptr<GHashTable, Call<g_hash_table_unref>>;
-using Value = std::unique_ptr<SecretValue, Call<secret_value_unref>>;
+using Attributes = Owned<GHashTable, g_hash_table_unref>;
+using Value = Owned<SecretValue, secret_value_unref>;
 
 const SecretSchema schema = {
     "app.vorn.mac.Item",

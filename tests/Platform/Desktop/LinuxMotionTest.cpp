@@ -1,9 +1,9 @@
 #include "Platform/Desktop/MotionPreference.h"
 
+#include "Platform/Base/Owned.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <cstdlib>
-#include <memory>
 #include <vector>
 
 #include <gio/gio.h>
@@ -29,10 +29,7 @@ public:
     }
 
 private:
-    struct Unreference {
-        void operator()(GSettings* settings) const noexcept { g_object_unref(settings); }
-    };
-    std::unique_ptr<GSettings, Unreference> settings_;
+    Owned<GSettings, g_object_unref> settings_;
 };
 
 bool hasSchema()

@@ -1,5 +1,7 @@
 #include "tests/support/http/TestAuthority.h"
 
+#include "Platform/Base/Owned.h"
+
 #include <stdexcept>
 
 #include <openssl/pem.h>
@@ -67,7 +69,7 @@ TestAuthority::TestAuthority()
 
 std::string TestAuthority::certificate() const
 {
-    const std::unique_ptr<BIO, decltype(&BIO_free)> memory(BIO_new(BIO_s_mem()), &BIO_free);
+    const Owned<BIO, BIO_free> memory(BIO_new(BIO_s_mem()));
     require(PEM_write_bio_X509(memory.get(), certificate_.get()) == 1, "write a certificate");
     char* text = nullptr;
     const long size = BIO_get_mem_data(memory.get(), &text);
