@@ -37,7 +37,7 @@ bool isLocalPart(std::string_view text, std::size_t end)
     for (std::size_t at = end; at < limit; ++at) {
         const char c = text[at];
         if (c == '@') return at == end || (at + 1 < text.size() && isWordCharacter(text[at + 1]));
-        if (!isAlphanumeric(static_cast<unsigned char>(c)) && !isOneOf(c, "!$%&'*+-.=^_`{|}~")) return false;
+        if (!isAlphanumeric(c) && !isOneOf(c, "!$%&'*+-.=^_`{|}~")) return false;
     }
     return false;
 }
@@ -45,7 +45,7 @@ bool isLocalPart(std::string_view text, std::size_t end)
 /// The end of ":8080"; `at` without a port, npos when it is no port's number.
 std::size_t portEnd(std::string_view text, std::size_t at)
 {
-    if (at + 1 >= text.size() || text[at] != ':' || !isDigit(static_cast<unsigned char>(text[at + 1]))) return at;
+    if (at + 1 >= text.size() || text[at] != ':' || !isDigit(text[at + 1])) return at;
     unsigned port = 0;
     const auto [end, error] = std::from_chars(text.data() + at + 1, text.data() + text.size(), port);
     return error == std::errc() && port <= 65535 ? static_cast<std::size_t>(end - text.data()) : std::string_view::npos;
@@ -88,7 +88,7 @@ LinkSpan localLink(std::string_view text, std::size_t colon, std::size_t floor)
     if (end == std::string_view::npos) return none;
     if (beginsTail(text, end)) {
         end = tailEnd(text, end, begin > 0 ? text[begin - 1] : '\0');
-    } else if (end < text.size() && (text[end] == '@' || isAlphanumeric(static_cast<unsigned char>(text[end])))) {
+    } else if (end < text.size() && (text[end] == '@' || isAlphanumeric(text[end]))) {
         return none;
     }
     return {.begin = begin, .end = end, .resumeAt = end, .hostBegin = begin, .hostEnd = colon};

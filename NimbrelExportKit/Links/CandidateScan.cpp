@@ -63,7 +63,7 @@ std::uint64_t withoutByte(std::uint64_t half, std::size_t byte) noexcept
 
 bool canStandBesideDot(char c) noexcept
 {
-    return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
+    return !isASCII(c) || isAlphanumeric(c);
 }
 
 bool endsWithLocalHost(std::string_view text) noexcept
@@ -98,7 +98,7 @@ bool isSpace(char c) noexcept
 
 bool isSchemeCharacter(char c) noexcept
 {
-    return isAlphanumeric(static_cast<unsigned char>(c)) || isOneOf(c, "+-.");
+    return isAlphanumeric(c) || isOneOf(c, "+-.");
 }
 
 /// Whether the stop that begins at `at` is one of those that some keyboards write between the labels of a name.
@@ -114,7 +114,7 @@ std::size_t markAt(std::string_view text, std::size_t at) noexcept
     if (at == 0 || at + 1 >= text.size() || isSpace(text[at - 1])) return npos;
     const char before = text[at - 1];
     const char after = text[at + 1];
-    const auto digit = [](char c) { return isDigit(static_cast<unsigned char>(c)); };
+    const auto digit = [](char c) { return isDigit(c); };
     switch (text[at]) {
     case '.': return isWordCharacter(after) || isOneOf(after, "-_") ? at : npos;
     case ':': return isSchemeCharacter(before) && !isSpace(after) && !(digit(before) && digit(after)) ? at : npos;
@@ -123,7 +123,7 @@ std::size_t markAt(std::string_view text, std::size_t at) noexcept
     }
     if (!isFullWidthStop(text, at) || at + 3 >= text.size()) return npos;
     // Elsewhere it ends a sentence, which no space follows.
-    const auto ascii = [](char c) { return isAlphanumeric(static_cast<unsigned char>(c)); };
+    const auto ascii = [](char c) { return isAlphanumeric(c); };
     return ascii(before) || ascii(text[at + 3]) ? at : npos;
 }
 

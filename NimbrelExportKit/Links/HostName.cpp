@@ -44,8 +44,8 @@ Label readLabel(std::string_view text, std::size_t begin)
     std::size_t at = begin;
     for (; at < text.size(); ++label.scalars) {
         if (const char c = text[at]; isASCII(c)) {
-            if (!isAlphanumeric(static_cast<unsigned char>(c)) && c != '-' && c != '_') break;
-            label.digits = label.digits && isDigit(static_cast<unsigned char>(c));
+            if (!isAlphanumeric(c) && c != '-' && c != '_') break;
+            label.digits = label.digits && isDigit(c);
             label.underscore = label.underscore || c == '_';
             label.hyphen = label.hyphen || c == '-';
             ++at;
@@ -136,7 +136,7 @@ Host readLiteral(std::string_view text, std::size_t at)
     std::size_t end = at + 1;
     for (; end < text.size() && size + 1 < address.size(); ++end) {
         const char c = text[end];
-        if (c != ':' && c != '.' && !isHexDigit(static_cast<unsigned char>(c))) break;
+        if (c != ':' && c != '.' && !isHexDigit(c)) break;
         address[size++] = c;
     }
     in6_addr parsed{};

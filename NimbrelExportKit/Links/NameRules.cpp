@@ -1,6 +1,7 @@
 #include "NimbrelExportKit/Links/NameRules.h"
 
 #include "NimbrelExportKit/Links/Scalars.h"
+#include "Platform/Base/ASCII.h"
 
 #include <algorithm>
 #include <array>
@@ -9,15 +10,6 @@
 
 namespace vorn::links {
 namespace {
-
-std::string lowerASCII(std::string_view text)
-{
-    std::string lower(text);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c | 0x20);
-    }
-    return lower;
-}
 
 bool isOneOf(std::string_view word, std::span<const std::string_view> sorted)
 {
@@ -56,14 +48,14 @@ std::string_view labelBeforeLast(std::string_view name)
 
 bool isNumber(std::string_view label)
 {
-    return std::ranges::all_of(label, [](char c) { return isDigit(static_cast<unsigned char>(c)); });
+    return std::ranges::all_of(label, [](char c) { return isDigit(c); });
 }
 
 bool isFileName(const BareName& name, std::string_view topLevel)
 {
     if (topLevel == "so") return firstLabel(name.text).starts_with("lib");
     if (!isOneOf(topLevel, fileEndings)) return false;
-    return name.host.labels == 2 || !isOneOf(lowerASCII(labelBeforeLast(name.text)), secondLevels);
+    return name.host.labels == 2 || !isOneOf(ascii::lowercased(labelBeforeLast(name.text)), secondLevels);
 }
 
 bool isSentenceJoint(const BareName& name, std::string_view topLevel)
@@ -95,7 +87,7 @@ bool isEmoji(std::string_view label)
 bool isVersion(const BareName& name)
 {
     const std::string before =
-        lowerASCII(name.before.substr(name.before.size() - std::min<std::size_t>(name.before.size(), 10)));
+        ascii::lowercased(name.before.substr(name.before.size() - std::min<std::size_t>(name.before.size(), 10)));
     const auto follows = [&](std::string_view word) { return before.ends_with(word); };
     return firstLabel(name.text) == "0" || follows("version ") || follows("version: ") || follows("ver. ") ||
            follows("build ") || follows("release ");
@@ -106,10 +98,10 @@ bool isVersion(const BareName& name)
 bool isAddress(const BareName& name)
 {
     if (name.host.kind == Host::Kind::address) return name.hasPath || !isVersion(name);
-    const std::string first = lowerASCII(firstLabel(name.text));
+    const std::string first = ascii::lowercased(firstLabel(name.text));
     if (first == "www") return name.host.labels > 2 || name.hasPath;
     if (name.hasPath) return true;
-    const std::string topLevel = lowerASCII(name.host.topLevel);
+    const std::string topLevel = ascii::lowercased(name.host.topLevel);
     if (first == "com" && name.host.labels > 2) return false; // an identifier: names read the other way round
     if ((topLevel == "am" || topLevel == "pm") && isNumber(labelBeforeLast(name.text))) return false;
     if (isEmoji(firstLabel(name.text)) && !isOneOf(topLevel, emojiEndings)) return false;

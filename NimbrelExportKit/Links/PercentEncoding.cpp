@@ -23,8 +23,7 @@ bool isPlain(char c)
 
 bool beginsEscape(std::string_view rest)
 {
-    return rest.size() >= 3 && rest[0] == '%' && isHexDigit(static_cast<unsigned char>(rest[1])) &&
-           isHexDigit(static_cast<unsigned char>(rest[2]));
+    return rest.size() >= 3 && rest[0] == '%' && isHexDigit(rest[1]) && isHexDigit(rest[2]);
 }
 
 void appendEscaped(char c, std::string& url)

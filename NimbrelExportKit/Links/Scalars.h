@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Platform/Base/ASCII.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -23,35 +25,20 @@ constexpr bool isASCII(char c) noexcept
     return static_cast<unsigned char>(c) < 0x80;
 }
 
-constexpr bool isDigit(char32_t c) noexcept
-{
-    return c >= U'0' && c <= U'9';
-}
-
-constexpr bool isLetter(char32_t c) noexcept
-{
-    return (c >= U'a' && c <= U'z') || (c >= U'A' && c <= U'Z');
-}
-
-constexpr bool isAlphanumeric(char32_t c) noexcept
-{
-    return isLetter(c) || isDigit(c);
-}
+using ascii::isAlphanumeric;
+using ascii::isDigit;
+using ascii::isHexDigit;
+using ascii::isLetter;
 
 /// Whether a byte of UTF-8 is a letter or digit of ASCII, or belongs to any other character.
 constexpr bool isWordCharacter(char c) noexcept
 {
-    return !isASCII(c) || isAlphanumeric(static_cast<unsigned char>(c));
+    return !isASCII(c) || isAlphanumeric(c);
 }
 
 constexpr bool isOneOf(char c, std::string_view set) noexcept
 {
     return set.find(c) != std::string_view::npos;
-}
-
-constexpr bool isHexDigit(char32_t c) noexcept
-{
-    return isDigit(c) || (c >= U'a' && c <= U'f') || (c >= U'A' && c <= U'F');
 }
 
 /// What a scalar can be within an address. Scripts that are used side by side without spaces are one kind.

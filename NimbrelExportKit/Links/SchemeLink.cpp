@@ -66,7 +66,7 @@ std::size_t hostStart(std::string_view text, std::size_t at)
             colon = true;
         } else if (isOneOf(c, "!$&'()*,;=")) {
             anyMarks = true;
-        } else if (!isAlphanumeric(static_cast<unsigned char>(c)) && !isOneOf(c, "-._~%+")) {
+        } else if (!isAlphanumeric(c) && !isOneOf(c, "-._~%+")) {
             break;
         }
     }
@@ -77,7 +77,7 @@ std::size_t skipPort(std::string_view text, std::size_t at)
 {
     if (at >= text.size() || text[at] != ':') return at;
     std::size_t end = at + 1;
-    while (end < text.size() && isDigit(static_cast<unsigned char>(text[end]))) ++end;
+    while (end < text.size() && isDigit(text[end])) ++end;
     return end > at + 1 ? end : at;
 }
 

@@ -1,6 +1,7 @@
 #include "NimbrelExportKit/Links/TopLevelDomains.h"
 
 #include "NimbrelExportKit/Links/Scalars.h"
+#include "Platform/Base/ASCII.h"
 #include "Platform/Base/Text.h"
 
 #include <algorithm>
@@ -46,7 +47,7 @@ bool isTopLevelDomain(std::string_view label)
     for (std::size_t i = 0; i < label.size(); ++i) {
         const char c = label[i];
         if (!isASCII(c)) return isListed(text::lowercased(label));
-        lower[i] = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+        lower[i] = ascii::lowercased(c);
     }
     return isListed({lower.data(), label.size()});
 }

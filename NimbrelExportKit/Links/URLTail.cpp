@@ -110,13 +110,13 @@ private:
         if (!brackets_.anyClosed() || before_ == openingOf(bracket) || end_ + 1 == text_.size()) return false;
         if (text_[end_ - 1] == '.') return false; // "(see example.com/a_(b).)" has ended
         const char next = text_[end_ + 1];
-        return isAlphanumeric(static_cast<unsigned char>(next)) || std::string_view("+-_=&/").find(next) != npos;
+        return isAlphanumeric(next) || std::string_view("+-_=&/").find(next) != npos;
     }
 
     std::size_t acceptOther() const
     {
         const Scalar scalar = scalarAt(text_, end_);
-        const bool afterWord = isAlphanumeric(static_cast<unsigned char>(text_[end_ - 1]));
+        const bool afterWord = isAlphanumeric(text_[end_ - 1]);
         switch (scriptOf(scalar.value)) {
         case Script::none: return scalar.value > 0x3000 && isBeforeFileEnding(scalar) ? scalar.size : bracketedTitle();
         case Script::unspaced:
@@ -131,7 +131,7 @@ private:
     bool isBeforeFileEnding(const Scalar& mark) const
     {
         const std::size_t dot = end_ + mark.size;
-        return dot + 1 < text_.size() && text_[dot] == '.' && isLetter(static_cast<unsigned char>(text_[dot + 1]));
+        return dot + 1 < text_.size() && text_[dot] == '.' && isLetter(text_[dot + 1]);
     }
 
     /// A title in the brackets or quotation marks of its script, at the beginning of a later part of the path:
@@ -161,7 +161,7 @@ private:
         if (before_ == '"' || !afterWord) return 0;
         std::size_t at = end_ + 1;
         if (isDigit(previous) && at < text_.size() && std::string_view("NSEW").find(text_[at]) != npos) return 1;
-        while (at < text_.size() && isAlphanumeric(static_cast<unsigned char>(text_[at]))) ++at;
+        while (at < text_.size() && isAlphanumeric(text_[at])) ++at;
         return at > end_ + 1 && at < text_.size() && text_[at] == '"' ? at + 1 - end_ : 0;
     }
 
@@ -180,8 +180,8 @@ private:
     {
         const std::string_view tail = text_.substr(begin_, end_ - begin_);
         const std::size_t size = tail.ends_with("'s") ? 2 : tail.ends_with("’s") ? 4 : 0;
-        const bool wordFollows = end_ + 1 < text_.size() && text_[end_] == ' ' &&
-                                 (isLetter(static_cast<unsigned char>(text_[end_ + 1])) || !isASCII(text_[end_ + 1]));
+        const bool wordFollows =
+            end_ + 1 < text_.size() && text_[end_] == ' ' && (isLetter(text_[end_ + 1]) || !isASCII(text_[end_ + 1]));
         if (size > 0 && tail.size() > size && wordFollows) end_ -= size;
     }
 
@@ -210,7 +210,7 @@ private:
     std::size_t characterReference() const
     {
         std::size_t at = end_ - 1;
-        while (at > begin_ && isLetter(static_cast<unsigned char>(text_[at - 1]))) --at;
+        while (at > begin_ && isLetter(text_[at - 1])) --at;
         return at > begin_ && at < end_ - 1 && text_[at - 1] == '&' ? end_ - at + 1 : 0;
     }
 
@@ -225,7 +225,7 @@ private:
             if (script != Script::symbol && script != Script::joiner) return 0;
             start -= scalar.size;
         }
-        return start > begin_ && isAlphanumeric(static_cast<unsigned char>(text_[start - 1])) ? end_ - start : 0;
+        return start > begin_ && isAlphanumeric(text_[start - 1]) ? end_ - start : 0;
     }
 
     std::string_view text_;
@@ -243,7 +243,7 @@ std::size_t shortCodeEnd(std::string_view text, std::size_t at, std::string_view
 {
     if (host != "t.co" || text[at] != '/') return at;
     std::size_t end = at + 1;
-    while (end < text.size() && isAlphanumeric(static_cast<unsigned char>(text[end]))) ++end;
+    while (end < text.size() && isAlphanumeric(text[end])) ++end;
     return end == at + 1 || (end < text.size() && text[end] == '?') ? at : end;
 }
 

@@ -1,5 +1,7 @@
 #include "NimbrelExportKit/Types/DeclaredTypes.h"
 
+#include "Platform/Base/ASCII.h"
+
 #include <algorithm>
 #include <array>
 
@@ -16,20 +18,11 @@ constexpr auto declaredTypes = std::to_array<DeclaredType>({
 });
 static_assert(std::ranges::is_sorted(declaredTypes, {}, &DeclaredType::identifier), "the look-up is a binary search");
 
-std::string inLowerCase(std::string_view identifier)
-{
-    std::string lower(identifier);
-    for (char& c : lower) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return lower;
-}
-
 } // namespace
 
 std::optional<std::string> declaredMIMEType(std::string_view typeIdentifier)
 {
-    const std::string identifier = inLowerCase(typeIdentifier);
+    const std::string identifier = ascii::lowercased(typeIdentifier);
     const auto row =
         std::ranges::lower_bound(declaredTypes, std::string_view(identifier), {}, &DeclaredType::identifier);
     if (row == declaredTypes.end() || row->identifier != identifier) return std::nullopt;

@@ -1,5 +1,7 @@
 #include "Platform/Base/IDNA.h"
 
+#include "Platform/Base/ASCII.h"
+
 #include "Platform/Base/Fatal.h"
 
 #include <algorithm>
@@ -28,7 +30,7 @@ const UIDNA& standard()
 /// The standard maps "℀" to "a/c", which would end the host early.
 bool mayStandInName(char c)
 {
-    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '-' || c == '_' || c == '.';
+    return (c >= 'a' && c <= 'z') || ascii::isDigit(c) || c == '-' || c == '_' || c == '.';
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "Platform/HTTP/URL.h"
 
+#include "Platform/Base/ASCII.h"
+
 #include <algorithm>
 #include <arpa/inet.h>
 #include <array>
@@ -11,22 +13,9 @@ namespace {
 constexpr std::string_view hexDigits = "0123456789ABCDEF";
 constexpr std::string_view subDelimiters = "!$&'()*+,;=";
 
-// The letters of ASCII only, whatever the process's locale says.
-bool isLetter(char c) noexcept
-{
-    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-}
-bool isDigit(char c) noexcept
-{
-    return c >= '0' && c <= '9';
-}
-bool isHexDigit(char c) noexcept
-{
-    return isDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
 bool isUnreserved(char c) noexcept
 {
-    return isLetter(c) || isDigit(c) || c == '-' || c == '.' || c == '_' || c == '~';
+    return ascii::isAlphanumeric(c) || c == '-' || c == '.' || c == '_' || c == '~';
 }
 bool isSubDelimiter(char c) noexcept
 {
@@ -39,22 +28,14 @@ bool isPathCharacter(char c) noexcept
     return isUnreserved(c) || isSubDelimiter(c) || c == ':' || c == '@';
 }
 
-std::string lowercased(std::string_view text)
-{
-    std::string result(text);
-    for (char& c : result) {
-        if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-    }
-    return result;
-}
-
 /// Whether every character of `text` is `allowed`, one of `more`, or part of a percent escape.
 template <class Allowed>
 bool consistsOf(std::string_view text, Allowed allowed, std::string_view more = {})
 {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (allowed(text[i]) || more.find(text[i]) != std::string_view::npos) continue;
-        if (text[i] != '%' || i + 2 >= text.size() || !isHexDigit(text[i + 1]) || !isHexDigit(text[i + 2]))
+        if (text[i] != '%' || i + 2 >= text.size() || !ascii::isHexDigit(text[i + 1]) ||
+            !ascii::isHexDigit(text[i + 2]))
             return false;
         i += 2;
     }
@@ -63,8 +44,8 @@ bool consistsOf(std::string_view text, Allowed allowed, std::string_view more = 
 
 bool isScheme(std::string_view text)
 {
-    return !text.empty() && isLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
-        return isLetter(c) || isDigit(c) || c == '+' || c == '-' || c == '.';
+    return !text.empty() && ascii::isLetter(text.front()) && std::all_of(text.begin(), text.end(), [](char c) {
+        return ascii::isAlphanumeric(c) || c == '+' || c == '-' || c == '.';
     });
 }
 
@@ -72,7 +53,7 @@ bool isScheme(std::string_view text)
 bool isPort(std::string_view text)
 {
     if (text.empty()) return true;
-    if (!std::all_of(text.begin(), text.end(), isDigit)) return false;
+    if (!std::all_of(text.begin(), text.end(), ascii::isDigit<char>)) return false;
     unsigned number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && number >= 1 && number <= 65535;
@@ -102,12 +83,12 @@ std::optional<Authority> parseAuthority(std::string_view text)
     if (text.starts_with('[')) {
         const auto end = text.find(']');
         if (end == std::string_view::npos) return std::nullopt;
-        result.host = lowercased(text.substr(1, end - 1));
+        result.host = ascii::lowercased(text.substr(1, end - 1));
         port = text.substr(end + 1);
         if (!isIPv6Address(result.host)) return std::nullopt;
     } else {
         const auto colon = std::min(text.find(':'), text.size());
-        result.host = lowercased(text.substr(0, colon));
+        result.host = ascii::lowercased(text.substr(0, colon));
         port = text.substr(colon);
         if (result.host.empty() || !consistsOf(result.host, isNameCharacter)) return std::nullopt;
     }
@@ -156,7 +137,7 @@ std::optional<URL> URL::parse(std::string_view text)
 
     URL result;
     result.text_ = text;
-    result.scheme_ = lowercased(text.substr(0, colon));
+    result.scheme_ = ascii::lowercased(text.substr(0, colon));
     result.host_ = std::move(authority->host);
     result.path_ = path;
     result.hasUserInfo_ = authority->hasUserInfo;

@@ -1,6 +1,7 @@
 #include "Tools/Terminal/Answers.h"
 
-#include <algorithm>
+#include "Platform/Base/ASCII.h"
+
 #include <cerrno>
 
 #include <poll.h>
@@ -37,8 +38,7 @@ std::optional<std::string> readLine(int input, const CancelFlag& cancel)
 bool isYes(std::string answer)
 {
     std::erase_if(answer, [](char c) { return c == ' ' || c == '\t' || c == '\r'; });
-    std::ranges::transform(answer, answer.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
-    return answer == "y" || answer == "yes";
+    return ascii::equalIgnoringCase(answer, "y") || ascii::equalIgnoringCase(answer, "yes");
 }
 
 } // namespace

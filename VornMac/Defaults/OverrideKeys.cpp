@@ -1,5 +1,6 @@
 #include "VornMac/Defaults/OverrideKeys.h"
 
+#include "Platform/Base/ASCII.h"
 #include "Platform/Base/PrintableText.h"
 #include "VornMacCore/Client/APIConfiguration.h"
 
@@ -12,9 +13,7 @@ namespace {
 
 bool isOneOf(const std::string& value, std::initializer_list<std::string_view> words)
 {
-    std::string lower = value;
-    std::ranges::transform(lower, lower.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c + 32) : c; });
-    return std::ranges::find(words, lower) != words.end();
+    return std::ranges::find(words, ascii::lowercased(value)) != words.end();
 }
 
 bool isAnswer(const std::string& value)

@@ -1,7 +1,8 @@
 #include "Platform/Keychain/linux/SessionBus.h"
 
+#include "Platform/Base/ASCII.h"
+
 #include <algorithm>
-#include <cctype>
 #include <cstdlib>
 #include <filesystem>
 #include <string_view>
@@ -39,7 +40,7 @@ std::string escaped(std::string_view path)
     std::string result;
     for (const char letter : path) {
         const auto byte = static_cast<unsigned char>(letter);
-        if (std::isalnum(byte) != 0 || std::string_view("-_/\\.").find(letter) != std::string_view::npos)
+        if (ascii::isAlphanumeric(letter) || std::string_view("-_/\\.").find(letter) != std::string_view::npos)
             result += letter;
         else
             result += fmt::format("%{:02x}", byte);

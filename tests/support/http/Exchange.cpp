@@ -1,24 +1,19 @@
 #include "tests/support/http/Exchange.h"
 
+#include "Platform/Base/ASCII.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <string>
 
 namespace vorn::testing {
 namespace {
 
-bool sameName(std::string_view left, std::string_view right)
-{
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [](unsigned char a, unsigned char b) { return std::tolower(a) == std::tolower(b); });
-}
-
 bool names(const HeaderList& headers, std::string_view name)
 {
     return std::any_of(headers.begin(), headers.end(),
-                       [&](const auto& header) { return sameName(header.first, name); });
+                       [&](const auto& header) { return ascii::equalIgnoringCase(header.first, name); });
 }
 
 std::string reasonOf(int status)
@@ -41,7 +36,7 @@ std::optional<std::string> ReceivedRequest::header(std::string_view name) const
 {
     std::optional<std::string> found;
     for (const auto& [key, value] : headers) {
-        if (!sameName(key, name)) continue;
+        if (!ascii::equalIgnoringCase(key, name)) continue;
         EXPECT_FALSE(found) << "header " << name << " came twice";
         found = value;
     }
