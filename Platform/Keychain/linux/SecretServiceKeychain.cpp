@@ -2,8 +2,8 @@
 
 #include "Platform/Base/Text.h"
 #include "Platform/Keychain/linux/GLibEvents.h"
+#include "Platform/Keychain/linux/RunWithin.h"
 #include "Platform/Keychain/linux/SessionBus.h"
-#include "Platform/Keychain/linux/TimeLimit.h"
 
 #include <atomic>
 #include <system_error>
@@ -24,25 +24,36 @@ using glib::Source;
 using Attributes = Owned<GHashTable, g_hash_table_unref>;
 using Value = Owned<SecretValue, secret_value_unref>;
 
-const SecretSchema schema = {
-    "app.vorn.mac.Item",
-    SECRET_SCHEMA_NONE,
-    {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING}, {"account", SECRET_SCHEMA_ATTRIBUTE_STRING}, {nullptr, {}}},
-    0,
-    nullptr,
-    nullptr,
-    nullptr,
-    nullptr,
-    nullptr,
-    nullptr,
-    nullptr};
+/// How an item is described to the service. Its name is the application's, which alone knows what it keeps.
+class Schema {
+public:
+    explicit Schema(const KeychainItem& item) : name_(item.service + ".Item") {}
+    Schema(Schema&&) = delete;
+
+    const SecretSchema* get() const noexcept { return &schema_; }
+
+private:
+    std::string name_;
+    SecretSchema schema_ = {
+        name_.c_str(),
+        SECRET_SCHEMA_NONE,
+        {{"service", SECRET_SCHEMA_ATTRIBUTE_STRING}, {"account", SECRET_SCHEMA_ATTRIBUTE_STRING}, {nullptr, {}}},
+        0,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr,
+        nullptr};
+};
 
 /// Libsecret's proxy of the service, which takes the bus that GLib shares whatever it is given, talked out of that: to
 /// lose the shared bus ends the process, and nobody may hang up on it.
 GType serviceOnOwnBus()
 {
     static const GType type = g_type_register_static_simple(
-        SECRET_TYPE_SERVICE, "VornSecretService", sizeof(SecretServiceClass),
+        SECRET_TYPE_SERVICE, "SecretServiceOnOwnBus", sizeof(SecretServiceClass),
         [](gpointer given, gpointer /*data*/) {
             G_OBJECT_CLASS(given)->constructor = [](GType ofType, guint count, GObjectConstructParam* properties) {
                 GObject* object =
@@ -182,13 +193,14 @@ public:
     {
         // The service would replace what is there.
         if (!search(item, SECRET_SEARCH_NONE).empty()) throw KeychainError(KeychainError::duplicateItem);
+        const Schema schema(item);
         const Attributes attributes = attributesOf(item);
         const Value value(
             secret_value_new(bytes.data(), static_cast<gssize>(bytes.size()), "application/octet-stream"));
         outcome_.asksUser = true; // for the password of a locked collection, or of the first one
         const auto stored = events_.wait([&](auto done, auto data) {
-            secret_service_store(service_.get(), &schema, attributes.get(), SECRET_COLLECTION_DEFAULT, label.c_str(),
-                                 value.get(), cancellable_.get(), done, data);
+            secret_service_store(service_.get(), schema.get(), attributes.get(), SECRET_COLLECTION_DEFAULT,
+                                 label.c_str(), value.get(), cancellable_.get(), done, data);
         });
         if (finish(secret_service_store_finish, service_.get(), stored.get()) == FALSE)
             throw KeychainError(KeychainError::userCanceled);
@@ -208,9 +220,11 @@ public:
 private:
     std::vector<Object<SecretItem>> search(const KeychainItem& item, SecretSearchFlags flags)
     {
+        const Schema schema(item);
         const Attributes attributes = attributesOf(item);
         const auto searched = events_.wait([&](auto done, auto data) {
-            secret_service_search(service_.get(), &schema, attributes.get(), flags, cancellable_.get(), done, data);
+            secret_service_search(service_.get(), schema.get(), attributes.get(), flags, cancellable_.get(), done,
+                                  data);
         });
         GList* list = finish(secret_service_search_finish, service_.get(), searched.get());
         std::vector<Object<SecretItem>> items;

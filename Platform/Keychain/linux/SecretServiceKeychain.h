@@ -8,7 +8,7 @@
 namespace vorn {
 
 /// Secrets kept by the desktop's Secret Service (freedesktop.org's specification of that name), in its default
-/// collection, under the attributes "service" and "account".
+/// collection, under the attributes "service" and "account" and a schema named "<service>.Item".
 /// A locked collection is unlocked first, for which the service may ask the user for a password.
 /// Every call connects anew: the session's bus and the service may have been restarted meanwhile.
 /// Errors: `notAvailable` without a bus or a service or when it does not answer in time; `interactionNotAllowed` when

@@ -131,12 +131,12 @@ TEST(SecretServiceKeychain, TakesAClosedDialogForANo)
     EXPECT_EQ(service.dismissals(), 0);
 }
 
-TEST(SecretServiceKeychain, FilesItemsUnderTheApplicationsName)
+TEST(SecretServiceKeychain, FilesItemsUnderTheNameOfTheirService)
 {
     const TestBus bus;
     const FakeSecretService service(bus.address(), Fault::dismissed);
     EXPECT_EQ(statusOfRead(forever), KeychainError::userCanceled);
-    EXPECT_EQ(service.searchedSchema(), "app.vorn.mac.Item");
+    EXPECT_EQ(service.searchedSchema(), "com.example.vorn.Item");
 }
 
 TEST(SecretServiceKeychain, ReportsThatItMayNot)

@@ -1,4 +1,4 @@
-#include "Platform/Keychain/linux/TimeLimit.h"
+#include "Platform/Keychain/linux/RunWithin.h"
 
 #include <future>
 #include <memory>
@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(TimeLimit, RunsWorkOnAnotherThreadToItsEnd)
+TEST(RunWithin, RunsWorkOnAnotherThreadToItsEnd)
 {
     std::thread::id ranOn;
     EXPECT_TRUE(runWithin(1h, [&ranOn] { ranOn = std::this_thread::get_id(); }));
@@ -29,7 +29,7 @@ private:
     std::promise<void> gone_;
 };
 
-TEST(TimeLimit, HasLetGoOfWhatTheWorkOwnedWhenItReturns)
+TEST(RunWithin, HasLetGoOfWhatTheWorkOwnedWhenItReturns)
 {
     auto owned = std::make_shared<Owned>();
     const std::future<void> gone = owned->gone();
@@ -37,7 +37,7 @@ TEST(TimeLimit, HasLetGoOfWhatTheWorkOwnedWhenItReturns)
     EXPECT_EQ(gone.wait_for(0s), std::future_status::ready);
 }
 
-TEST(TimeLimit, LeavesWorkThatHangsToItself)
+TEST(RunWithin, LeavesWorkThatHangsToItself)
 {
     auto owned = std::make_shared<Owned>();
     const std::future<void> gone = owned->gone();

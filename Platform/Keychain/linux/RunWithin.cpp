@@ -1,4 +1,4 @@
-#include "Platform/Keychain/linux/TimeLimit.h"
+#include "Platform/Keychain/linux/RunWithin.h"
 
 #include <future>
 #include <thread>
