@@ -43,7 +43,7 @@ inline constexpr auto jsonFields = nullptr;
 template <class Value>
 inline constexpr auto jsonTextReader = nullptr;
 
-namespace json {
+namespace jsonrecord {
 
 template <class Value>
 concept ReadFromText = !std::same_as<decltype(jsonTextReader<Value>), const std::nullptr_t>;
@@ -167,20 +167,20 @@ JSONObjectWriter written(const Record& record)
     return object;
 }
 
-} // namespace json
+} // namespace jsonrecord
 
 /// The record that `text` holds. Throws `UndecodableJSON`.
 template <class Record>
 Record decodeJSON(std::string_view text)
 {
-    return json::read<Record>(JSONObject::parse(text));
+    return jsonrecord::read<Record>(JSONObject::parse(text));
 }
 
 /// `record` as compact JSON, its keys in the order of its fields. Throws `UnencodableJSON`.
 template <class Record>
 std::string encodeJSON(const Record& record)
 {
-    return json::written(record).text();
+    return jsonrecord::written(record).text();
 }
 
 } // namespace vorn
