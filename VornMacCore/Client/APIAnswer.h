@@ -5,6 +5,7 @@
 #include "Platform/Base/Log.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Client/HTTPAnswer.h"
 #include "VornMacCore/Wire/WireJSON.h"
 
 #include <concepts>
@@ -36,11 +37,6 @@ inline constexpr auto recordName<SubmissionStatus> = "SubmissionStatus";
 
 /// The error that an answer other than 2xx stands for.
 APIError refusalOf(const HTTPResponse& response);
-
-inline bool isSuccess(int status) noexcept
-{
-    return status >= 200 && status <= 299;
-}
 
 /// Returns the record that an answer carries. Throws `APIError`; logs a 2xx answer without such a record.
 template <class Record>

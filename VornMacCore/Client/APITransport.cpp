@@ -1,9 +1,7 @@
 #include "VornMacCore/Client/APITransport.h"
 
-#include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Application/Application.h"
-#include "VornMacCore/Client/APIAnswer.h"
-#include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Client/HTTPAnswer.h"
 
 #include <chrono>
 #include <utility>
@@ -25,18 +23,6 @@ Async<HTTPResponse> withoutToken(Async<HTTPResponse> answer, std::string token)
 }
 
 } // namespace
-
-Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request)
-{
-    try {
-        co_return co_await session->send(std::move(request));
-    } catch (const URLError& error) {
-        if (error.code() != URLError::Code::badServerResponse &&
-            error.code() != URLError::Code::dataLengthExceedsMaximum)
-            throw;
-        throw APIError(APIError::InvalidResponse{});
-    }
-}
 
 APITransport::APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session,
                            BackgroundExecutor* background)

@@ -42,7 +42,4 @@ private:
     Log log_;
 };
 
-/// Sends `request` and throws `APIError::InvalidResponse` for an answer that cannot be taken for one.
-Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request);
-
 } // namespace vorn

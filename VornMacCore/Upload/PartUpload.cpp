@@ -1,6 +1,6 @@
 #include "VornMacCore/Upload/PartUpload.h"
 
-#include "VornMacCore/Client/APITransport.h"
+#include "VornMacCore/Client/HTTPAnswer.h"
 
 #include <chrono>
 #include <optional>
@@ -52,8 +52,7 @@ Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
             co_await fetchWindow(part);
             continue;
         }
-        if (response.status < 200 || response.status >= 300)
-            throw UploadError(UploadError::PartRefused{part, response.status});
+        if (!isSuccess(response.status)) throw UploadError(UploadError::PartRefused{part, response.status});
         const auto tag = response.header("ETag");
         if (!tag || tag->empty()) throw UploadError(UploadError::MissingETag{part});
         report(sent);

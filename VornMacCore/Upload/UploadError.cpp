@@ -1,26 +1,30 @@
 #include "VornMacCore/Upload/UploadError.h"
 
+#include "Platform/Base/Match.h"
+
 #include <fmt/format.h>
 
 namespace vorn {
 namespace {
 
-/// Every sentence of `UploadError`; a case without one does not compile.
-struct Sentence {
-    std::string operator()(const UploadError::PartRefused& refused) const
-    {
-        return fmt::format("Part {} of the upload failed ({}).", refused.part, refused.status);
-    }
-    std::string operator()(const UploadError::MissingETag& missing) const
-    {
-        return fmt::format("Part {} of the upload was not acknowledged.", missing.part);
-    }
-    std::string operator()(UploadError::NoAsset) const { return "The server opened no upload for the archive."; }
-};
+std::string sentenceOf(const UploadError::Reason& reason)
+{
+    return std::visit(
+        Match{
+            [](const UploadError::PartRefused& refused) {
+                return fmt::format("Part {} of the upload failed ({}).", refused.part, refused.status);
+            },
+            [](const UploadError::MissingETag& missing) {
+                return fmt::format("Part {} of the upload was not acknowledged.", missing.part);
+            },
+            [](UploadError::NoAsset) { return std::string("The server opened no upload for the archive."); },
+        },
+        reason);
+}
 
 } // namespace
 
-UploadError::UploadError(Reason reason) : reason_(reason), text_(std::visit(Sentence(), reason_))
+UploadError::UploadError(Reason reason) : reason_(reason), text_(sentenceOf(reason_))
 {
 }
 

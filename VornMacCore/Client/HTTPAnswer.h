@@ -1,0 +1,18 @@
+#pragma once
+
+#include "Platform/HTTP/HTTPSession.h"
+
+#include <memory>
+
+namespace vorn {
+
+/// Sends `request`, to the service or to the storage that it named, and returns the answer, whatever its status.
+/// Throws `APIError::InvalidResponse` for an answer that is no HTTP or too large to be meant, else `URLError`.
+Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request);
+
+inline bool isSuccess(int status) noexcept
+{
+    return status >= 200 && status <= 299;
+}
+
+} // namespace vorn
