@@ -3,7 +3,6 @@
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
-#include "Platform/Base/Bundle.h"
 #include "Platform/Base/SHA256.h"
 #include "Platform/Signals/InterruptWatch.h"
 #include "Tools/Export/ExportFailure.h"
@@ -126,8 +125,8 @@ private:
         progress_.show("Packing the archive…");
         try {
             ArchiveFiles files(interrupts_, progress_.eraser() + stopped);
-            return NimbrelArchiveBuilder::writeArchive(result, ExporterInfo::current(bundle()), options_.output,
-                                                       options_.exportedAt, files);
+            return NimbrelArchiveBuilder::writeArchive(result, ExporterInfo::current(applicationBundle()),
+                                                       options_.output, options_.exportedAt, files);
         } catch (const Cancelled&) {
             throw;
         } catch (const std::exception& error) {
@@ -162,8 +161,6 @@ private:
                            ? fmt::format("Copying the Messages database: {} MB…", progress.done / megabyte)
                            : fmt::format("Reading messages: {}…", progress.done));
     }
-
-    static Bundle bundle() { return Bundle::main({{"CFBundleShortVersionString", VORN_VERSION}}); }
 
     const ExportOptions& options_;
     InterruptWatch& interrupts_;

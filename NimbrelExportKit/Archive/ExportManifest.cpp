@@ -2,19 +2,7 @@
 
 #include <utility>
 
-#include <fmt/format.h>
-
 namespace vorn {
-namespace {
-
-std::string osText(const SystemVersion& system)
-{
-    std::string text = fmt::format("macOS {}.{}", system.major, system.minor);
-    if (system.patch > 0) text += fmt::format(".{}", system.patch);
-    return text;
-}
-
-} // namespace
 
 ExporterInfo ExporterInfo::current(const Bundle& bundle)
 {
@@ -23,7 +11,7 @@ ExporterInfo ExporterInfo::current(const Bundle& bundle)
 
 ExporterInfo ExporterInfo::current(const Bundle& bundle, const SystemVersion& system)
 {
-    return {bundle.text("CFBundleShortVersionString").value_or("1.0.0"), osText(system)};
+    return {bundle.version(), systemText(system)};
 }
 
 ExportManifest::ExportManifest(const NimbrelExportResult& result, ExporterInfo theExporter, Instant time)

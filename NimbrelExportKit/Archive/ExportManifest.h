@@ -16,9 +16,9 @@ namespace vorn {
 struct ExporterInfo {
     static constexpr std::string_view app = "Vorn for Mac";
     std::string version; ///< the application's
-    std::string os;      ///< "macOS 14.5"; a patch number is written only above 0
+    std::string os;      ///< as `systemText` writes it
 
-    /// From `bundle`'s "CFBundleShortVersionString", else "1.0.0", and the running system.
+    /// From `bundle` and the running system.
     static ExporterInfo current(const Bundle& bundle);
     static ExporterInfo current(const Bundle& bundle, const SystemVersion& system);
 

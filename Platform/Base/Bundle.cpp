@@ -20,4 +20,9 @@ std::optional<std::string> Bundle::text(const std::string& key) const
     return found == values_.end() ? std::nullopt : std::optional(found->second);
 }
 
+std::string Bundle::version() const
+{
+    return text("CFBundleShortVersionString").value_or("1.0.0");
+}
+
 } // namespace vorn

@@ -21,6 +21,9 @@ public:
     /// The value of `key`; nothing when it is missing or is not text.
     std::optional<std::string> text(const std::string& key) const;
 
+    /// The version as users see it, "CFBundleShortVersionString"; "1.0.0" without one.
+    std::string version() const;
+
 private:
     Values values_;
     bool asksSystem_ = false;

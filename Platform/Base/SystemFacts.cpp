@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdint>
 
+#include <fmt/format.h>
 #include <unicode/uloc.h>
 
 namespace vorn {
@@ -35,6 +36,13 @@ std::string nameForICU(std::string_view localeName)
 }
 
 } // namespace
+
+std::string systemText(const SystemVersion& system)
+{
+    std::string text = fmt::format("macOS {}.{}", system.major, system.minor);
+    if (system.patch > 0) text += fmt::format(".{}", system.patch);
+    return text;
+}
 
 SystemVersion parseSystemVersion(std::string_view text)
 {

@@ -16,6 +16,9 @@ struct SystemVersion {
 /// The running system's version: the product's on macOS, the kernel's elsewhere.
 SystemVersion systemVersion();
 
+/// What exports and the service are told: "macOS 14.5"; a patch number is written only above 0.
+std::string systemText(const SystemVersion& system);
+
 /// Reads up to three numbers between points; what follows them is left aside, what is missing is 0.
 SystemVersion parseSystemVersion(std::string_view text);
 

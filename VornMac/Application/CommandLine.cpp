@@ -65,8 +65,7 @@ CommandLine::CommandLine(int argc, char** argv) : arguments_(argv, argv + argc)
 std::optional<std::string> CommandLine::answer() const
 {
     if (has(arguments_, "--help") || has(arguments_, "-h")) return help();
-    if (has(arguments_, "--version"))
-        return "Vorn " + applicationBundle().text("CFBundleShortVersionString").value_or("") + "\n";
+    if (has(arguments_, "--version")) return "Vorn " + applicationBundle().version() + "\n";
     return std::nullopt;
 }
 

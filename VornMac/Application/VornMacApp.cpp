@@ -34,8 +34,7 @@ void VornMacApp::describe()
 {
     QGuiApplication::setApplicationName("VornMac");
     QGuiApplication::setApplicationDisplayName("Vorn");
-    QGuiApplication::setApplicationVersion(
-        QString::fromStdString(applicationBundle().text("CFBundleShortVersionString").value_or("")));
+    QGuiApplication::setApplicationVersion(QString::fromStdString(applicationBundle().version()));
     QGuiApplication::setOrganizationName("Vorn");
     QGuiApplication::setOrganizationDomain(domainOf(bundleIdentifier()));
     QGuiApplication::setDesktopFileName(QString::fromStdString(bundleIdentifier()));

@@ -4,8 +4,6 @@
 
 #include <cstddef>
 
-#include <fmt/format.h>
-
 namespace vorn {
 namespace {
 
@@ -30,8 +28,8 @@ CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view compu
     return {
         .deviceName = text::prefixOfCharacters(computerName.empty() ? nameOfAnyMac : computerName, nameLimit),
         .platform = "macos",
-        .appVersion = text::prefixOfCharacters(appVersion(bundle), versionLimit),
-        .osVersion = text::prefixOfCharacters(osVersion(system), versionLimit),
+        .appVersion = text::prefixOfCharacters(bundle.version(), versionLimit),
+        .osVersion = text::prefixOfCharacters(systemText(system), versionLimit),
     };
 }
 
@@ -39,23 +37,6 @@ std::string computerName()
 {
     if (std::string name = vorn::computerName(); !name.empty()) return name;
     return std::string(nameOfAnyMac);
-}
-
-std::string appVersion(const Bundle& bundle)
-{
-    return bundle.text("CFBundleShortVersionString").value_or("1.0.0");
-}
-
-std::string osVersion()
-{
-    return osVersion(systemVersion());
-}
-
-std::string osVersion(const SystemVersion& system)
-{
-    std::string text = fmt::format("macOS {}.{}", system.major, system.minor);
-    if (system.patch >= 1) text += fmt::format(".{}", system.patch);
-    return text;
 }
 
 } // namespace DeviceIdentity

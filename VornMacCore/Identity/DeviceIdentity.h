@@ -14,19 +14,11 @@ namespace vorn::DeviceIdentity {
 /// Which computer asks to be linked. `bundle` is the application's.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle);
 
-/// The same from given facts: a name of at most 80 characters, versions of at most 32. The version is
-/// `appVersion(bundle)`.
+/// The same from given facts: a name of at most 80 characters, versions of at most 32.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system);
 
 /// Returns the name that the user gave this computer; "Mac" when it has none.
 std::string computerName();
-
-/// `bundle`'s "CFBundleShortVersionString", else "1.0.0".
-std::string appVersion(const Bundle& bundle);
-
-/// "macOS 14.5"; a patch number is written only above 0. On other systems the kernel's numbers stand in.
-std::string osVersion();
-std::string osVersion(const SystemVersion& system);
 
 } // namespace vorn::DeviceIdentity
 

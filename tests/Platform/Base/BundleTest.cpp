@@ -16,4 +16,10 @@ TEST(Bundle, OfAProgramWithoutPropertyListGivesEmbeddedValues)
     EXPECT_EQ(Bundle::main({{"VornKeyOfATest", "embedded"}}).text("VornKeyOfATest"), "embedded");
 }
 
+TEST(Bundle, IsOfVersionOneWhereItSaysNone)
+{
+    EXPECT_EQ(Bundle(Bundle::Values{{"CFBundleShortVersionString", "2.3.1"}}).version(), "2.3.1");
+    EXPECT_EQ(Bundle(Bundle::Values{{"CFBundleVersion", "77"}}).version(), "1.0.0");
+}
+
 } // namespace vorn

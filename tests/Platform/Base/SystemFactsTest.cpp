@@ -1,11 +1,22 @@
 #include "Platform/Base/SystemFacts.h"
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 namespace vorn {
+
+TEST(SystemText, WritesThePatchNumberOnlyAboveZero)
+{
+    const std::pair<SystemVersion, const char*> cases[] = {
+        {{14, 0, 0}, "macOS 14.0"},     {{14, 5, 0}, "macOS 14.5"},     {{13, 6, 1}, "macOS 13.6.1"},
+        {{10, 15, 7}, "macOS 10.15.7"}, {{6, 1, 140}, "macOS 6.1.140"}, {{15, 0, 1}, "macOS 15.0.1"},
+    };
+    for (const auto& [system, expected] : cases) EXPECT_EQ(systemText(system), expected);
+    EXPECT_NE(systemText(systemVersion()), "macOS 0.0");
+}
 
 TEST(SystemVersion, ReadsUpToThreeNumbers)
 {

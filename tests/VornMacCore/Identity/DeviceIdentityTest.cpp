@@ -11,7 +11,6 @@ namespace {
 
 using ::testing::Optional;
 using testing::ScopedEnvironment;
-using ::testing::StartsWith;
 
 const Bundle bundle(Bundle::Values{{"CFBundleShortVersionString", "2.5"}});
 
@@ -72,23 +71,6 @@ TEST(LinkRequest, DescribesThisComputer)
     EXPECT_EQ(DeviceIdentity::linkRequest(bundle),
               DeviceIdentity::linkRequest(bundle, DeviceIdentity::computerName(), systemVersion()));
     EXPECT_NE(DeviceIdentity::computerName(), "");
-}
-
-TEST(AppVersion, IsOneWithoutAVersionInTheBundle)
-{
-    EXPECT_EQ(DeviceIdentity::appVersion(bundle), "2.5");
-    EXPECT_EQ(DeviceIdentity::appVersion(Bundle(Bundle::Values{})), "1.0.0");
-}
-
-TEST(OSVersion, WritesAPatchNumberOnlyAboveZero)
-{
-    EXPECT_EQ(DeviceIdentity::osVersion({14, 0, 0}), "macOS 14.0");
-    EXPECT_EQ(DeviceIdentity::osVersion({14, 2, 1}), "macOS 14.2.1");
-    EXPECT_EQ(DeviceIdentity::osVersion({15, 0, 0}), "macOS 15.0");
-    EXPECT_EQ(DeviceIdentity::osVersion({15, 0, 1}), "macOS 15.0.1");
-    EXPECT_EQ(DeviceIdentity::osVersion({6, 1, 140}), "macOS 6.1.140");
-    EXPECT_THAT(DeviceIdentity::osVersion(), StartsWith("macOS "));
-    EXPECT_NE(DeviceIdentity::osVersion(), "macOS 0.0");
 }
 
 TEST(DeviceSignals, CutTheLocaleAfterSixteenCharacters)
