@@ -1,9 +1,10 @@
 #include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 
 #include "NimbrelExportKit/Leftovers/LockFile.h"
+#include "NimbrelExportKit/Leftovers/TemporaryNames.h"
 #include "Platform/Base/IncompleteFile.h"
-#include "Platform/Base/UUID.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -20,26 +21,21 @@ namespace {
 namespace fs = std::filesystem;
 
 struct Kind {
-    std::string_view prefix, suffix;
+    UniqueName names;
     mode_t type;
 };
 
 constexpr std::array kinds{
-    Kind{"vorn-messages-", "", S_IFDIR},
-    Kind{"vorn-nimbrel-", ".zip", S_IFREG},
-    Kind{IncompleteFile::prefix, "", S_IFREG},
+    Kind{temporarynames::snapshot, S_IFDIR},
+    Kind{temporarynames::archive, S_IFREG},
+    Kind{IncompleteFile::names, S_IFREG},
 };
 
 std::optional<Kind> kindOf(std::string_view name)
 {
-    for (const Kind& kind : kinds) {
-        if (name.size() < kind.prefix.size() + kind.suffix.size()) continue;
-        if (!name.starts_with(kind.prefix) || !name.ends_with(kind.suffix)) continue;
-        name.remove_prefix(kind.prefix.size());
-        name.remove_suffix(kind.suffix.size());
-        return isUUID(name) ? std::optional(kind) : std::nullopt;
-    }
-    return std::nullopt;
+    const auto* const found =
+        std::ranges::find_if(kinds, [name](const Kind& kind) { return kind.names.matches(name); });
+    return found == kinds.end() ? std::nullopt : std::optional(*found);
 }
 
 /// Whether the file system has no locks at all: then no process ever sweeps there.

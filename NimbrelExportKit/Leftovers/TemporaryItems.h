@@ -25,8 +25,7 @@ public:
     ~TemporaryItems();
     TemporaryItems(TemporaryItems&&) = delete;
 
-    /// Whether an item of this name is one: "vorn-messages-" and a UUID, "vorn-nimbrel-", a UUID and ".zip", or what an
-    /// unfinished file is called, ".incomplete-" and a UUID; a UUID as `newUUID` writes it.
+    /// Whether an item of this name is one: of `temporarynames`, or an unfinished file.
     static bool isName(std::string_view name);
 
     /// The system's files, for those who make items. Whatever kept this process from sharing the lock, it is tried

@@ -1,8 +1,8 @@
 #include "NimbrelExportKit/Messages/MessagesSnapshot.h"
 
+#include "NimbrelExportKit/Leftovers/TemporaryNames.h"
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
-#include "Platform/Base/UUID.h"
 
 #include <utility>
 
@@ -32,7 +32,7 @@ MessagesSnapshot MessagesSnapshot::take(const fs::path& source, FileManager& fil
                                         const FileManager::CopyProgress& progress)
 {
     throwUnlessReadable(source);
-    fs::path directory = fileManager.temporaryDirectory() / ("vorn-messages-" + newUUID());
+    fs::path directory = fileManager.temporaryDirectory() / temporarynames::snapshot.make();
     fileManager.createPrivateDirectory(directory);
     MessagesSnapshot snapshot(std::move(directory), fileManager); // from here on its destructor cleans up
     try {

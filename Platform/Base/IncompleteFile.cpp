@@ -1,10 +1,8 @@
 #include "Platform/Base/IncompleteFile.h"
 
-#include "Platform/Base/UUID.h"
 #include "Platform/Base/UnnamedFile.h"
 
 #include <cerrno>
-#include <string>
 #include <utility>
 
 #include <fcntl.h>
@@ -19,20 +17,10 @@ namespace fs = std::filesystem;
 /// Each time a sweep must have come between the making of a file and its lock.
 constexpr int mostSweptBefore = 100;
 
-fs::path newName(const fs::path& folder)
-{
-    return folder / (std::string(IncompleteFile::prefix) + newUUID());
-}
-
 /// False when another process holds the lock. Where a file system has no locks, nobody sweeps either.
 bool lock(const FileDescriptor& file)
 {
     return flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-}
-
-bool isName(std::string_view name)
-{
-    return name.starts_with(IncompleteFile::prefix) && isUUID(name.substr(IncompleteFile::prefix.size()));
 }
 
 /// Removes the file at `path` if this user made it and no process writes it any more.
@@ -71,7 +59,7 @@ IncompleteFile IncompleteFile::unnamed(const fs::path& folder)
 IncompleteFile IncompleteFile::named(const fs::path& folder)
 {
     for (int swept = 0; swept < mostSweptBefore; ++swept) {
-        fs::path name = newName(folder);
+        fs::path name = folder / names.make();
         IncompleteFile made(folder, createPrivateFile(name));
         if (!made.isOpen()) return made;
         made.name_ = std::move(name);
@@ -94,7 +82,7 @@ bool IncompleteFile::moveTo(const fs::path& path)
         if (nameFile(file_, path)) return true;
         if (errno != EEXIST) return false;
         // Only a rename replaces in one step, and it takes a name.
-        fs::path name = newName(folder_);
+        fs::path name = folder_ / names.make();
         if (!nameFile(file_, name)) return false;
         name_ = std::move(name);
     }
@@ -109,7 +97,7 @@ void IncompleteFile::sweep(const fs::path& folder) noexcept
         std::error_code failure;
         fs::directory_iterator entry(folder.empty() ? "." : folder, failure);
         for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
-            if (isName(entry->path().filename().native())) removeAbandoned(entry->path());
+            if (names.matches(entry->path().filename().native())) removeAbandoned(entry->path());
         }
     } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): without memory the next run sweeps
     }

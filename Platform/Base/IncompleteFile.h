@@ -1,9 +1,9 @@
 #pragma once
 
 #include "Platform/Base/FileDescriptor.h"
+#include "Platform/Base/UniqueName.h"
 
 #include <filesystem>
-#include <string_view>
 
 namespace vorn {
 
@@ -12,7 +12,7 @@ namespace vorn {
 /// process lives, so that `sweep` knows. Threads: any, one at a time. Errors: none is thrown, `errno` says why.
 class IncompleteFile {
 public:
-    static constexpr std::string_view prefix = ".incomplete-";
+    static constexpr UniqueName names{".incomplete-", ""};
 
     /// In `folder`; not open where that fails, as for an unnamed one where the system has no such files.
     static IncompleteFile unnamed(const std::filesystem::path& folder);

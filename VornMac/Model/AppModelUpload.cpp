@@ -1,6 +1,6 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
+#include "NimbrelExportKit/Leftovers/TemporaryNames.h"
 #include "Platform/Base/CancelFlag.h"
-#include "Platform/Base/UUID.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Model/Decisions.h"
 #include "VornMacCore/Identity/DeviceIdentity.h"
@@ -62,7 +62,7 @@ Async<> AppModel::runUpload(VornAPI api, Export content)
 Async<> AppModel::packAndSend(VornAPI api, Export content)
 {
     const RemovedAtTheEnd archive(services_.files,
-                                  services_.files->temporaryDirectory() / ("vorn-nimbrel-" + newUUID() + ".zip"));
+                                  services_.files->temporaryDirectory() / temporarynames::archive.make());
     const ArchiveFile packed = co_await pack(std::move(content), archive.path());
     if (decide::isTooLarge(packed.sizeBytes, nimbrel_)) {
         assign(uploadPhase_, {phase::Failed{"Your chat is larger than the upload limit."}},

@@ -1,7 +1,9 @@
 #include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 
+#include "NimbrelExportKit/Leftovers/TemporaryNames.h"
 #include "NimbrelExportKit/Messages/MessagesSnapshot.h"
 #include "Platform/Base/FileDescriptor.h"
+#include "Platform/Base/IncompleteFile.h"
 #include "Platform/Base/UUID.h"
 #include "tests/support/MessagesFixture.h"
 #include "tests/support/RefusingFileManager.h"
@@ -30,6 +32,7 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::SizeIs;
 using ::testing::StartsWith;
 
 constexpr const char* aUUID = "0F3A41C2-9B7D-4E55-8A10-5C6D7E8F9A0B";
@@ -115,11 +118,13 @@ TEST_F(TemporaryItemsTest, RemovesAtTheStartWhatAKilledProcessLeft)
         const auto own = items();
         testing::RefusingFileManager files(folder.path());
         const auto snapshot = MessagesSnapshot::take(history.path(), files, {});
-        put("vorn-nimbrel-" + newUUID() + ".zip");
-        put(".incomplete-" + newUUID());
+        put(temporarynames::archive.make());
+        const auto incomplete = IncompleteFile::named(folder.path());
         stay();
     });
-    ASSERT_EQ(namesBesideTheLock().size(), 3U);
+    const auto left = namesBesideTheLock();
+    ASSERT_THAT(left, SizeIs(3));
+    EXPECT_THAT(left, ::testing::Each(::testing::ResultOf(&TemporaryItems::isName, true)));
     other.kill();
     const auto own = items();
     EXPECT_THAT(namesBesideTheLock(), IsEmpty());

@@ -63,7 +63,7 @@ TEST(IncompleteFile, StaysWhereItIsWhenItCannotBeMoved)
 TEST(IncompleteFile, IsSweptOnceNobodyWritesIt)
 {
     const TemporaryFolder folder;
-    const std::string left = std::string(IncompleteFile::prefix) + newUUID();
+    const std::string left = IncompleteFile::names.make();
     writeFile(folder / left, "private");
     const IncompleteFile living = IncompleteFile::named(folder.path());
     ASSERT_THAT(folder.names(), SizeIs(2));
@@ -78,7 +78,7 @@ TEST(IncompleteFile, IsAllThatIsSwept)
     const TemporaryFolder folder;
     const TemporaryFolder elsewhere;
     writeFile(elsewhere / "kept", "text");
-    const std::string prefix(IncompleteFile::prefix);
+    const std::string prefix(IncompleteFile::names.prefix);
     for (const std::string& name :
          {prefix, prefix + "archive", prefix + newUUID() + ".zip", newUUID(), std::string("mine")})
         writeFile(folder / name, "text");
