@@ -2,67 +2,62 @@
 
 #include "Platform/Async/Suspend.h"
 #include "Platform/Async/TimeSinceBoot.h"
+#include "Platform/Async/WorkQueue.h"
 
 #include <algorithm>
+#include <atomic>
+#include <cstdint>
+#include <map>
 #include <thread>
-
-#include <asio/basic_waitable_timer.hpp>
-#include <asio/executor_work_guard.hpp>
-#include <asio/io_context.hpp>
-#include <asio/post.hpp>
+#include <utility>
 
 namespace vorn {
-namespace {
 
-/// What Asio's timers run by here.
-struct BootClock {
-    using duration = std::chrono::nanoseconds; // NOLINTBEGIN(readability-identifier-naming): the standard's names
-    using rep = duration::rep;
-    using period = duration::period;
-    using time_point = std::chrono::time_point<BootClock>; // NOLINTEND(readability-identifier-naming)
-
-    static time_point now() noexcept { return time_point(timeSinceBoot()); }
-};
-
-/// The system's own timers stand still while the machine sleeps: one that is armed for at most a second finds out soon
-/// after it woke.
-struct ArmedForASecond {
-    static BootClock::duration
-    to_wait_duration(const BootClock::duration& left) // NOLINT(readability-identifier-naming)
-    {
-        return std::min<BootClock::duration>(left, std::chrono::seconds(1));
-    }
-};
-
-using Timer = asio::basic_waitable_timer<BootClock, ArmedForASecond>;
-
-} // namespace
-
+/// Ends sleeps on a thread of its own, the only one that touches them: others post to it.
 class SystemClock::Timers {
 public:
-    Timers() : thread_([this] { context_.run(); }) {}
+    Timers() : thread_([this] { run(); }) {}
     ~Timers()
     {
-        context_.stop();
+        queue_.post([this] { ended_ = true; });
         thread_.join();
     }
     Timers(Timers&&) = delete;
 
-    CancelAction wake(Resume<void> resume, BootClock::time_point at)
+    CancelAction wake(Resume<void> resume, Duration at)
     {
-        auto timer = std::make_shared<Timer>(context_);
-        asio::post(context_, [timer, at, resume = std::move(resume)] {
-            timer->expires_at(at);
-            timer->async_wait([timer, resume](const asio::error_code& error) {
-                if (!error) resume();
-            });
-        });
-        return [this, timer] { asio::post(context_, [timer] { timer->cancel(); }); };
+        const Key key(at, ++count_);
+        queue_.post([this, key, resume = std::move(resume)] { sleeps_.emplace(key, resume); });
+        return [this, key] { queue_.post([this, key] { sleeps_.erase(key); }); };
     }
 
 private:
-    asio::io_context context_{1};
-    asio::executor_work_guard<asio::io_context::executor_type> staysOpen_{context_.get_executor()};
+    using Key = std::pair<Duration, std::uint64_t>; ///< the time it ends, and a number: others may end with it
+
+    void run()
+    {
+        while (!ended_) {
+            waitForWork();
+            while (queue_.runOne()) {
+            }
+            while (!sleeps_.empty() && sleeps_.begin()->first.first <= timeSinceBoot())
+                sleeps_.extract(sleeps_.begin()).mapped()();
+        }
+    }
+
+    /// The system's own timers stand still while the machine sleeps: a wait of at most a second finds out soon after it
+    /// woke.
+    void waitForWork()
+    {
+        if (sleeps_.empty()) return queue_.waitForWork();
+        const Duration left = sleeps_.begin()->first.first - timeSinceBoot();
+        queue_.waitForWork(std::chrono::steady_clock::now() + std::min<Duration>(left, std::chrono::seconds(1)));
+    }
+
+    detail::WorkQueue queue_{{}};
+    std::map<Key, Resume<void>> sleeps_;
+    std::atomic<std::uint64_t> count_ = 0;
+    bool ended_ = false;
     std::thread thread_; // last: it runs what is above
 };
 
@@ -85,7 +80,7 @@ Clock::Duration SystemClock::now() const
 Async<> SystemClock::sleep(Duration duration)
 {
     constexpr Duration century = std::chrono::years(100); // "for ever" must not overflow
-    const auto until = BootClock::now() + std::min(duration, century);
+    const auto until = now() + std::min(duration, century);
     if (duration <= Duration::zero()) {
         co_await checkCancellation();
         co_return;
