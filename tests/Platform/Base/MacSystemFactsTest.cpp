@@ -2,11 +2,13 @@
 #include "Platform/Base/SystemFacts.h"
 #include "tests/support/apple/doubles/CFDoubles.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
 #include <SystemConfiguration/SystemConfiguration.h>
 #include <gtest/gtest.h>
+#include <sys/sysctl.h>
 
 namespace vorn::testing {
 namespace {
@@ -15,7 +17,7 @@ using Type = CFDouble::Type;
 
 /// What a Mac says of itself in this test program; nothing where it has nothing to say.
 struct Mac {
-    std::optional<std::string> name, zone, locale;
+    std::optional<std::string> name, zone, locale, version;
     CFTypeRef bundleValue = nullptr; ///< of every key
 };
 
@@ -47,6 +49,16 @@ TEST_F(MacSystemFacts, HaveTheNameThatTheUserGave)
     }
     mac().name.reset();
     EXPECT_EQ(computerName(), "");
+}
+
+TEST_F(MacSystemFacts, HaveTheProductsVersion)
+{
+    mac().version = "14.5";
+    EXPECT_EQ(systemVersion(), (SystemVersion{14, 5, 0}));
+    mac().version = "13.6.1";
+    EXPECT_EQ(systemVersion(), (SystemVersion{13, 6, 1}));
+    mac().version.reset();
+    EXPECT_EQ(systemVersion(), (SystemVersion{0, 0, 0}));
 }
 
 TEST_F(MacSystemFacts, HaveTheZonesName)
@@ -113,6 +125,18 @@ CFLocaleRef CFLocaleCopyCurrent()
 CFLocaleIdentifier CFLocaleGetIdentifier(CFLocaleRef locale)
 {
     return static_cast<CFStringRef>(static_cast<CFTypeRef>(locale));
+}
+
+int sysctlbyname(const char* name, void* old, std::size_t* oldSize, void* new_, std::size_t newSize)
+{
+    EXPECT_STREQ(name, "kern.osproductversion"); // "kern.osrelease" is the kernel's
+    EXPECT_EQ(new_, nullptr);
+    EXPECT_EQ(newSize, 0U);
+    const auto& version = mac().version;
+    if (!version || *oldSize < version->size() + 1) return -1;
+    *oldSize = version->size() + 1;
+    std::copy_n(version->c_str(), *oldSize, static_cast<char*>(old));
+    return 0;
 }
 
 CFBundleRef CFBundleGetMainBundle()

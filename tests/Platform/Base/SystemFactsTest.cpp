@@ -1,5 +1,7 @@
 #include "Platform/Base/SystemFacts.h"
 
+#include "tests/support/SystemTools.h"
+
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,9 +30,14 @@ TEST(SystemVersion, ReadsUpToThreeNumbers)
     EXPECT_EQ(parseSystemVersion("later"), (SystemVersion{0, 0, 0}));
 }
 
-TEST(SystemVersion, OfTheRunningSystemIsKnown)
+TEST(SystemVersion, IsThatOfTheRunningSystem)
 {
-    EXPECT_GT(systemVersion().major, 0);
+    EXPECT_EQ(systemVersion(), parseSystemVersion(testing::systemTools::osVersion().substr(std::string("macOS ").size())));
+}
+
+TEST(ComputerName, IsThatOfThisComputer)
+{
+    EXPECT_EQ(computerName(), testing::systemTools::computerName());
 }
 
 TEST(LanguageTag, IsReadFromEverySystemsNamesOfLocales)
