@@ -213,5 +213,31 @@ TEST_F(RememberingTokenStoreTest, AnswersManyThreadsWithOneSession)
     EXPECT_EQ(kept_->loads, 1);
 }
 
+// For the thread sanitizer, which reports a look that no lock keeps apart from a change.
+TEST_F(RememberingTokenStoreTest, IsUsedByManyThreads)
+{
+    store_.save(ada);
+    constexpr int rounds = 1000;
+    std::atomic<int> wrong = 0;
+    const auto check = [&wrong](const std::optional<StoredSession>& seen) {
+        wrong += seen == ada || seen == bela ? 0 : 1;
+    };
+    const auto repeat = [](auto work) {
+        return std::thread([work] {
+            for (int round = 0; round < rounds; ++round) work(round);
+        });
+    };
+    std::array threads{
+        repeat([&](int) { check(store_.load()); }),
+        repeat([&](int) { check(store_.reload()); }),
+        repeat([&](int round) { store_.save(round % 2 == 0 ? ada : bela); }),
+        repeat([&](int) { check(store_.clearIf([](const StoredSession& one) { return one.userId.empty(); })); }),
+    };
+    for (auto& thread : threads) thread.join();
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(store_.load(), kept_->session);
+    EXPECT_EQ(kept_->saves, rounds + 1);
+}
+
 } // namespace
 } // namespace vorn
