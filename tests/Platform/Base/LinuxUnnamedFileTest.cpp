@@ -12,6 +12,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::StartsWith;
 using testing::TemporaryFolder;
 
 TEST(UnnamedFile, LeavesNothingWhenItsProcessIsKilled)
@@ -41,6 +42,19 @@ TEST(UnnamedFile, IsLinkedIntoItsPlaceAndReplacesWhatIsThere)
         EXPECT_THAT(folder.names(), ElementsAre("file"));
         EXPECT_EQ(testing::readFile(folder / "file"), content);
     }
+}
+
+// Between its two names, the first of which is there while a file is replaced.
+TEST(UnnamedFile, IsSweptByNobodyWhileItHasAName)
+{
+    const TemporaryFolder folder;
+    IncompleteFile file = IncompleteFile::unnamed(folder.path());
+    if (!file.isOpen()) GTEST_SKIP() << "this file system has no unnamed files";
+    std::filesystem::create_directory(folder / "folder");
+    EXPECT_FALSE(file.moveTo(folder / "folder")) << "a file replaces no folder";
+    ASSERT_TRUE(file.hasName());
+    IncompleteFile::sweep(folder.path());
+    EXPECT_THAT(folder.names(), ElementsAre(StartsWith(IncompleteFile::prefix), "folder"));
 }
 
 } // namespace

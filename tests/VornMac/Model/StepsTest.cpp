@@ -304,6 +304,17 @@ TEST(EndOfASession, ForgetsEverythingAndTellsOnce)
     EXPECT_EQ(fix.context.runningTasks(), 1U);
 }
 
+TEST(EndOfASession, StopsAReviewWatchOnEveryStep)
+{
+    ModelFixture fix;
+    fix.launchFound();
+    fix.model().watchSubmission("sub-1");
+    fix.run();
+    fix.model().endSession();
+    fix.run();
+    EXPECT_EQ(fix.context.runningTasks(), 1U) << "the one that links";
+}
+
 TEST(EndOfASession, IsLeftToTheOneThatHasFailed)
 {
     ModelFixture fix;
