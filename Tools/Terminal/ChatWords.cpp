@@ -1,8 +1,8 @@
 #include "Tools/Terminal/ChatWords.h"
 
 #include "Platform/Base/PrintableText.h"
-#include "VornMac/Words/Preview.h"
-#include "VornMac/Words/StatisticsWords.h"
+#include "VornMac/Text/Preview.h"
+#include "VornMac/Text/StatisticsText.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Tools/Terminal/Terminal.h"
-#include "VornMac/Model/Phases.h"
+#include "VornMac/Text/Phases.h"
 
 #include <optional>
 #include <string>

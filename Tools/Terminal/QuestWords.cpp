@@ -2,7 +2,7 @@
 
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/Match.h"
-#include "VornMac/Words/QuestNotes.h"
+#include "VornMac/Text/QuestText.h"
 
 namespace vorn {
 

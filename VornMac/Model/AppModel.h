@@ -5,8 +5,8 @@
 #include "Platform/Base/Log.h"
 #include "VornMac/Model/Announcements.h"
 #include "VornMac/Model/AppServices.h"
-#include "VornMac/Model/Phases.h"
 #include "VornMac/Model/Step.h"
+#include "VornMac/Text/Phases.h"
 #include "VornMacCore/Quest/QuestAvailability.h"
 #include "VornMacCore/Upload/UploadProgress.h"
 

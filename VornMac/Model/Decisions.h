@@ -1,7 +1,7 @@
 #pragma once
 
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
-#include "VornMac/Model/Phases.h"
+#include "VornMac/Text/Phases.h"
 #include "VornMac/Model/Step.h"
 #include "VornMacCore/Upload/UploadProgress.h"
 #include "VornMacCore/Wire/LinkingRecords.h"

@@ -1,6 +1,6 @@
 #include "VornMac/View/PreviewList.h"
 
-#include "VornMac/Words/Preview.h"
+#include "VornMac/Text/Preview.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
 #include "VornMac/View/ScreenModel.h"
 
 #include "Platform/Base/Text.h"
-#include "VornMac/Words/QuestNotes.h"
-#include "VornMac/Words/StatisticsWords.h"
+#include "VornMac/Text/QuestText.h"
+#include "VornMac/Text/StatisticsText.h"
 
 #include <type_traits>
 #include <variant>

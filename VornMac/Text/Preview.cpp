@@ -1,4 +1,4 @@
-#include "VornMac/Words/Preview.h"
+#include "VornMac/Text/Preview.h"
 
 #include "Platform/Base/Text.h"
 

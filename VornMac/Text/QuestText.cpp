@@ -1,4 +1,4 @@
-#include "VornMac/Words/QuestNotes.h"
+#include "VornMac/Text/QuestText.h"
 
 #include "Platform/Base/Match.h"
 #include "VornMacCore/Quest/RejectionCopy.h"

@@ -1,4 +1,4 @@
-#include "VornMac/Words/StatisticsWords.h"
+#include "VornMac/Text/StatisticsText.h"
 #include "tests/support/ScopedEnvironment.h"
 
 #include <limits>

@@ -1,4 +1,4 @@
-#include "VornMac/Words/QuestNotes.h"
+#include "VornMac/Text/QuestText.h"
 #include "tests/support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>
