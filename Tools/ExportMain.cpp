@@ -10,6 +10,7 @@
 #include "Tools/Export/ExportStatistics.h"
 #include "Tools/Support/Preflight.h"
 #include "Tools/Support/ProgressLine.h"
+#include "VornMac/Text/ErrorText.h"
 #include "VornMacCore/Application/Application.h"
 
 #include <cerrno>
@@ -81,12 +82,12 @@ private:
     void refuseMissingDatabase() const
     {
         using preflight::DatabaseFile;
-        if (options_.database.empty()) throw Failed{{ExportStatus::noDatabase, NoHomeFolder().what()}};
+        if (options_.database.empty()) throw Failed{{ExportStatus::noDatabase, errorText(NoHomeFolder()).text}};
         const DatabaseFile file = preflight::databaseFileAt(options_.database);
         if (file == DatabaseFile::plausible) return;
         const bool isMissing = file == DatabaseFile::missing;
         const std::string setUp = isMissing && options_.isUsersOwn
-                                      ? userText(NimbrelExportError(NimbrelExportError::NoDatabase{})) + " "
+                                      ? errorText(NimbrelExportError(NimbrelExportError::NoDatabase{})).text + " "
                                       : "";
         throw Failed{{isMissing ? ExportStatus::noDatabase : ExportStatus::unreadable,
                       setUp + preflight::textOf(file, options_.database)}};
@@ -186,7 +187,7 @@ int runExport(const ExportOptions& options)
         std::fputs(stopped, stderr);
         return interrupts.exitStatus();
     } catch (const std::exception& error) {
-        std::fputs(fmt::format("Vorn ran into a problem: {}.\n", error.what()).c_str(), stderr);
+        std::fputs(fmt::format("{}{}.\n", unexpectedProblem, error.what()).c_str(), stderr);
         return static_cast<int>(ExportStatus::failed);
     }
 }

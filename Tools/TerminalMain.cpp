@@ -7,6 +7,7 @@
 #include "Tools/Terminal/TerminalCommand.h"
 #include "VornMac/Composition/LiveServices.h"
 #include "VornMac/Defaults/OverrideKeys.h"
+#include "VornMac/Text/ErrorText.h"
 
 #include <atomic>
 #include <chrono>
@@ -42,7 +43,7 @@ Async<> runToTheEnd(TerminalCommand* command, const Terminal* terminal, Ending* 
         throw;
     } catch (const std::exception& error) {
         const CommandFailure failure = failureOf(error);
-        if (*failure.what() != '\0') terminal->say(failure.what());
+        if (!failure.text().empty()) terminal->say(failure.text());
         *ending = failure.status();
     }
 }
@@ -161,13 +162,13 @@ int runTerminal(const TerminalOptions& options, const Terminal& terminal)
         }
         return Run(options, defaults.get(), std::move(database), terminal).exitStatus();
     } catch (const CommandFailure& failure) {
-        terminal.say(failure.what());
+        terminal.say(failure.text());
         return static_cast<int>(failure.status());
     } catch (const NoHomeFolder& failure) {
-        terminal.say(failure.what());
+        terminal.say(errorText(failure).text);
         return static_cast<int>(TerminalStatus::noAccess);
     } catch (const std::exception& error) {
-        terminal.say("Vorn ran into a problem: " + printable(error.what()) + ".");
+        terminal.say(unexpectedProblem + printable(error.what()) + ".");
         return static_cast<int>(TerminalStatus::failed);
     }
 }

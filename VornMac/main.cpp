@@ -1,8 +1,10 @@
+#include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "VornMac/Application/CommandLine.h"
 #include "VornMac/Application/DisplayWatch.h"
 #include "VornMac/Application/VornMacApp.h"
 #include "VornMac/Process/ProcessStart.h"
 #include "VornMac/Process/QuitWatch.h"
+#include "VornMac/Text/ErrorText.h"
 
 #include <cstdio>
 #include <exception>
@@ -23,6 +25,9 @@ int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
     displayWatch.reset();
     try {
         return vorn::VornMacApp(quitWatch, line.defaults()).run();
+    } catch (const vorn::NoHomeFolder& error) {
+        std::fprintf(stderr, "VornMac: %s\n", vorn::errorText(error).text.c_str());
+        return 1;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "VornMac: %s\n", error.what());
         return 1;

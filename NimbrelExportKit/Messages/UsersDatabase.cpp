@@ -4,8 +4,7 @@
 
 namespace vorn {
 
-NoHomeFolder::NoHomeFolder()
-    : std::runtime_error("This user has no home folder, so there is no Messages history here. HOME can name one.")
+NoHomeFolder::NoHomeFolder() : std::runtime_error("no home folder")
 {
 }
 

@@ -5,7 +5,7 @@
 
 namespace vorn {
 
-/// Nobody says where the current user's home is. `what()` is for the user.
+/// Nobody says where the current user's home is.
 class NoHomeFolder : public std::runtime_error {
 public:
     NoHomeFolder();

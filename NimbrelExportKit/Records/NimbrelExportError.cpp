@@ -23,20 +23,4 @@ NimbrelExportError::NimbrelExportError(Reason reason) : reason_(std::move(reason
 {
 }
 
-std::string userText(const NimbrelExportError& error)
-{
-    return std::visit(
-        Match{
-            [](const NimbrelExportError::Database&) -> std::string {
-                return "Vorn couldn't read your Messages history.";
-            },
-            [](NimbrelExportError::NoDatabase) -> std::string { return "Messages isn't set up on this Mac."; },
-            [](NimbrelExportError::AccessDenied) -> std::string { return {}; },
-            [](NimbrelExportError::SnapshotUnreadable) -> std::string {
-                return "Messages was busy. Try again in a moment.";
-            },
-        },
-        error.reason());
-}
-
 } // namespace vorn

@@ -40,7 +40,7 @@ public:
         return std::holds_alternative<Case>(reason_);
     }
 
-    /// For logs; users see `userText`.
+    /// For logs.
     const char* what() const noexcept override { return description_.c_str(); }
 
     bool operator==(const NimbrelExportError& other) const noexcept { return reason_ == other.reason_; }
@@ -49,8 +49,5 @@ private:
     Reason reason_;
     std::string description_;
 };
-
-/// What the user is told. Empty for `AccessDenied`: there the user is led to grant access instead.
-std::string userText(const NimbrelExportError& error);
 
 } // namespace vorn

@@ -1,6 +1,7 @@
 #include "Tools/Export/ExportFailure.h"
 
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "VornMac/Text/ErrorText.h"
 
 #include <fmt/format.h>
 
@@ -33,16 +34,17 @@ ExportFailure failureOfReading(const std::exception& error)
 {
     const auto* failure = dynamic_cast<const NimbrelExportError*>(&error);
     if (failure == nullptr && dynamic_cast<const std::filesystem::filesystem_error*>(&error) == nullptr) {
-        return {ExportStatus::failed, fmt::format("Vorn ran into a problem: {}.", error.what())};
+        return {ExportStatus::failed, fmt::format("{}{}.", unexpectedProblem, error.what())};
     }
     if (failure == nullptr) {
         return {ExportStatus::copyFailed,
                 fmt::format("Vorn couldn't make its private copy of your Messages history: {}.", reasonOf(error))};
     }
-    if (failure->is<NimbrelExportError::NoDatabase>()) return {ExportStatus::noDatabase, userText(*failure)};
+    if (failure->is<NimbrelExportError::NoDatabase>()) return {ExportStatus::noDatabase, errorText(*failure).text};
     if (failure->is<NimbrelExportError::AccessDenied>()) return {ExportStatus::accessDenied, accessText};
-    if (failure->is<NimbrelExportError::SnapshotUnreadable>()) return {ExportStatus::unreadable, userText(*failure)};
-    return {ExportStatus::databaseError, fmt::format("{}\n{}", userText(*failure), failure->what())};
+    if (failure->is<NimbrelExportError::SnapshotUnreadable>())
+        return {ExportStatus::unreadable, errorText(*failure).text};
+    return {ExportStatus::databaseError, fmt::format("{}\n{}", errorText(*failure).text, failure->what())};
 }
 
 ExportFailure failureOfWriting(const std::exception& error, const std::filesystem::path& output)

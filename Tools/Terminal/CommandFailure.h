@@ -22,14 +22,15 @@ enum class TerminalStatus {
     notFound = 13,   ///< there is no conversation to upload
 };
 
-/// Ends a command. `what()` is for the user, fit for a terminal, without a newline at the end; empty when the user
-/// knows already.
+/// Ends a command.
 class CommandFailure : public std::exception {
 public:
     CommandFailure(TerminalStatus status, std::string text) : status_(status), text_(std::move(text)) {}
 
     TerminalStatus status() const noexcept { return status_; }
-    const char* what() const noexcept override { return text_.c_str(); }
+    /// For the user, fit for a terminal, without a newline at the end; empty when the user knows already.
+    const std::string& text() const noexcept { return text_; }
+    const char* what() const noexcept override { return "a command failed"; }
 
     bool operator==(const CommandFailure& other) const noexcept
     {
@@ -45,11 +46,7 @@ private:
 /// reads.
 CommandFailure failureOf(const std::exception& error);
 
-/// `text`, from `describe`, fit for a terminal: words of our own where a service sends none that can be read.
+/// `text`, from `errorText`, fit for a terminal: words of our own where a service sends none that can be read.
 std::string spokenWords(const std::string& text);
-
-/// `text`, from `describe`, for a program that ends with it: nothing retries then, whatever the sentence for a window
-/// says. Fit for a terminal.
-std::string lastWords(const std::string& text);
 
 } // namespace vorn

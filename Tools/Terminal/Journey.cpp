@@ -84,9 +84,8 @@ Async<> Journey::showStep(Step step)
 
 void Journey::tellOfTheSessionsEnd() const
 {
-    constexpr const char* words = "Your Mac is no longer linked. Link it again.";
-    if (!manners_.isAttended) throw CommandFailure(TerminalStatus::notLinked, words);
-    terminal_.say(words);
+    if (!manners_.isAttended) throw CommandFailure(TerminalStatus::notLinked, unlinked);
+    terminal_.say(unlinked);
 }
 
 Async<> Journey::link()
@@ -164,8 +163,7 @@ Async<> Journey::find()
         co_await changes_.next();
     if (model_.step() != Step::find) co_return;
     const ScanPhase phase = model_.scanPhase();
-    if (is<phase::Unavailable>(phase))
-        throw CommandFailure(TerminalStatus::notNow, "Nimbrel export isn't available yet. Check back soon.");
+    if (is<phase::Unavailable>(phase)) throw CommandFailure(TerminalStatus::notNow, questUnavailable);
     if (is<phase::NotConfigured>(phase))
         throw CommandFailure(TerminalStatus::notNow, "Nimbrel export isn't set up yet. Try again later.");
     if (is<phase::NotFound>(phase))
@@ -174,7 +172,7 @@ Async<> Journey::find()
                              "with the Apple ID you text Nimbrel from, and that Messages in iCloud is on so your "
                              "history syncs here.");
     if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
-        if (!manners_.isAttended) throw CommandFailure(TerminalStatus::failed, lastWords(failed->text));
+        if (!manners_.isAttended) throw CommandFailure(TerminalStatus::failed, spokenWords(failed->lastWords));
         terminal_.say(spokenWords(failed->text));
         if (!co_await answers_.confirms("Look again?")) throw CommandFailure(TerminalStatus::failed, "");
         if (model_.step() == Step::find) model_.scan();
@@ -212,7 +210,7 @@ Async<> Journey::upload()
         if (isNew && is<phase::Uploading>(phase)) terminal_.say("Uploading securely. Keep this window open.");
         if (isNew && is<phase::Finishing>(phase)) terminal_.say("Finishing up…");
         if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
-            if (!manners_.isAttended) throw CommandFailure(TerminalStatus::refused, lastWords(failed->text));
+            if (!manners_.isAttended) throw CommandFailure(TerminalStatus::refused, spokenWords(failed->lastWords));
             terminal_.say(spokenWords(failed->text));
             if (!co_await answers_.confirms("Try again?")) throw CommandFailure(TerminalStatus::refused, "");
             if (model_.step() == Step::upload) model_.go(Step::find);

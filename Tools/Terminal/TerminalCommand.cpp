@@ -67,7 +67,7 @@ void TerminalCommand::sayWhatIsNotKept() const
     try {
         services_.keychain->requireReachable("The link lasts for this run only.");
     } catch (const CommandFailure& failure) {
-        services_.terminal->say(failure.what());
+        services_.terminal->say(failure.text());
     }
 }
 

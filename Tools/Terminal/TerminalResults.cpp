@@ -3,7 +3,7 @@
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/ByteText.h"
 #include "Tools/Terminal/QuestWords.h"
-#include "VornMac/Model/Describe.h"
+#include "VornMac/Text/QuestText.h"
 
 #include <string_view>
 

@@ -2,7 +2,7 @@
 
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/Decisions.h"
-#include "VornMac/Model/Describe.h"
+#include "VornMac/Text/QuestText.h"
 #include "VornMacCore/Application/Application.h"
 
 #include <array>
@@ -160,11 +160,6 @@ void AppModel::signOut()
 std::string AppModel::reward() const
 {
     return rewardText(nimbrel_);
-}
-
-std::string AppModel::describe(const std::exception& error)
-{
-    return vorn::describe(error);
 }
 
 } // namespace vorn

@@ -101,9 +101,6 @@ public:
     void revealAppInFinder();
     void relaunch();
 
-    /// Returns the line that tells the user about `error`.
-    static std::string describe(const std::exception& error);
-
 signals:
     void stepChanged();
     void sessionChanged();

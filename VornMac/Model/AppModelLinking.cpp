@@ -55,7 +55,7 @@ Async<> AppModel::runLinkLoop()
         } catch (const Cancelled&) {
             throw;
         } catch (const std::exception& error) {
-            endCode(phase::Failed{describe(error)});
+            endCode(errorText(error));
             pause = timing::linkFailureIsShown;
         }
         if (pause) co_await services_.clock->sleep(*pause);

@@ -55,7 +55,7 @@ Async<> AppModel::runUpload(VornAPI api, Export content)
         throw;
     } catch (const std::exception& error) {
         handleSessionError(error);
-        if (session_) assign(uploadPhase_, {phase::Failed{describe(error)}}, &AppModel::uploadPhaseChanged);
+        if (session_) assign(uploadPhase_, {errorText(error)}, &AppModel::uploadPhaseChanged);
     }
 }
 
@@ -65,8 +65,7 @@ Async<> AppModel::packAndSend(VornAPI api, Export content)
                                   services_.files->temporaryDirectory() / temporarynames::archive.make());
     const ArchiveFile packed = co_await pack(std::move(content), archive.path());
     if (decide::isTooLarge(packed.sizeBytes, nimbrel_)) {
-        assign(uploadPhase_, {phase::Failed{"Your chat is larger than the upload limit."}},
-               &AppModel::uploadPhaseChanged);
+        assign(uploadPhase_, {phase::Failed{archiveTooLarge}}, &AppModel::uploadPhaseChanged);
         co_return;
     }
     assign(uploadPhase_, {phase::Uploading{0}}, &AppModel::uploadPhaseChanged);

@@ -1,7 +1,7 @@
 #include "VornMac/Model/Decisions.h"
 
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
-#include "VornMac/Model/Describe.h"
+#include "VornMac/Text/ErrorText.h"
 #include "VornMacCore/Client/APIError.h"
 
 namespace vorn::decide {
@@ -71,7 +71,7 @@ FailedScan failedScan(const std::exception& error)
     const auto* unread = as<NimbrelExportError>(error);
     if (unread != nullptr && unread->is<NimbrelExportError::AccessDenied>()) return {};
     const bool isLogged = unread != nullptr && unread->is<NimbrelExportError::Database>();
-    return {.phase = phase::Failed{describe(error)}, .isLogged = isLogged};
+    return {.phase = errorText(error), .isLogged = isLogged};
 }
 
 bool isTooLarge(std::int64_t archiveBytes, const std::optional<NimbrelState>& state)

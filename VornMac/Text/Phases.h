@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include "VornMac/Text/ErrorText.h"
+
 #include <variant>
 
 namespace vorn {
@@ -14,11 +15,8 @@ struct Plain {
     bool operator==(const Plain&) const = default;
 };
 
-/// The work stopped. Nothing of it goes on by itself, but linking, which is tried again.
-struct Failed {
-    std::string text; ///< for the user
-    bool operator==(const Failed&) const = default;
-};
+/// The work stopped. Only linking is tried again by itself.
+using Failed = ErrorText;
 
 using Idle = Plain<struct IdleTag>;       ///< nothing was begun, or the session has ended since
 using Loading = Plain<struct LoadingTag>; ///< the service is asked, or the chat is read

@@ -25,6 +25,12 @@ std::string earnedText(const SubmissionStatus& submission, const std::string& qu
     return RewardFormat::usd(submission.rewardUsd).value_or(questReward);
 }
 
+std::string rewardText(const std::optional<NimbrelState>& quest)
+{
+    const auto amount = quest ? RewardFormat::usd(quest->quest.rewardUsd) : std::nullopt;
+    return amount.value_or("the quest reward");
+}
+
 std::string rejectionText(const SubmissionStatus& submission)
 {
     return RejectionCopy::text(submission.rejectionReasonKey);

@@ -3,6 +3,7 @@
 #include "VornMacCore/Quest/QuestAvailability.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 
+#include <optional>
 #include <string>
 
 /// What the quest and a submission mean for the user, in words. Dates are those of the user's zone. Threads: any.
@@ -13,6 +14,9 @@ std::string availabilityNote(const QuestAvailability& availability);
 
 /// What `submission` earns: its own amount, else `questReward`.
 std::string earnedText(const SubmissionStatus& submission, const std::string& questReward);
+
+/// What an accepted upload earns: an amount, or "the quest reward" when that is not known.
+std::string rewardText(const std::optional<NimbrelState>& quest);
 
 /// Why `submission`, which was rejected, was.
 std::string rejectionText(const SubmissionStatus& submission);

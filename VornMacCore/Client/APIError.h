@@ -8,8 +8,7 @@
 
 namespace vorn {
 
-/// Why the service did not do what was asked. `what()` is what the user is told. Transfers that brought no answer at
-/// all fail as `URLError` instead.
+/// Why the service did not do what was asked. Transfers that brought no answer at all fail as `URLError` instead.
 class APIError : public std::exception {
 public:
     /// Bytes kept of the service's own words, which the user reads and the log repeats: more than a sentence needs,
@@ -54,14 +53,14 @@ public:
     /// Whether the service has switched this feature off: exactly the answers with status 404.
     bool isLaneOff() const noexcept;
 
-    /// For the user.
-    const char* what() const noexcept override { return text_.c_str(); }
+    /// For logs, with the service's own words.
+    const char* what() const noexcept override { return description_.c_str(); }
 
     bool operator==(const APIError& other) const noexcept { return reason_ == other.reason_; }
 
 private:
     Reason reason_;
-    std::string text_;
+    std::string description_;
 };
 
 } // namespace vorn

@@ -7,24 +7,21 @@
 namespace vorn {
 namespace {
 
-std::string sentenceOf(const UploadError::Reason& reason)
+std::string describe(const UploadError::Reason& reason)
 {
-    return std::visit(
-        Match{
-            [](const UploadError::PartRefused& refused) {
-                return fmt::format("Part {} of the upload failed ({}).", refused.part, refused.status);
-            },
-            [](const UploadError::MissingETag& missing) {
-                return fmt::format("Part {} of the upload was not acknowledged.", missing.part);
-            },
-            [](UploadError::NoAsset) { return std::string("The server opened no upload for the archive."); },
+    const Match description{
+        [](const UploadError::PartRefused& refused) {
+            return fmt::format("part {} refused with {}", refused.part, refused.status);
         },
-        reason);
+        [](const UploadError::MissingETag& missing) { return fmt::format("part {} without an ETag", missing.part); },
+        [](UploadError::NoAsset) -> std::string { return "submission without an asset"; },
+    };
+    return std::visit(description, reason);
 }
 
 } // namespace
 
-UploadError::UploadError(Reason reason) : reason_(reason), text_(sentenceOf(reason_))
+UploadError::UploadError(Reason reason) : reason_(reason), description_(describe(reason_))
 {
 }
 

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// Why an upload ended, where neither the service nor the transfer gave a reason of its own. `what()` is for the user.
+/// Why an upload ended, where neither the service nor the transfer gave a reason of its own.
 class UploadError : public std::exception {
 public:
     /// The storage did not take a part.
@@ -30,13 +30,13 @@ public:
     UploadError(Reason reason); // NOLINT(google-explicit-constructor): thrown by its reason
 
     const Reason& reason() const noexcept { return reason_; }
-    const char* what() const noexcept override { return text_.c_str(); }
+    const char* what() const noexcept override { return description_.c_str(); } ///< for logs
 
     bool operator==(const UploadError& other) const noexcept { return reason_ == other.reason_; }
 
 private:
     Reason reason_;
-    std::string text_;
+    std::string description_;
 };
 
 } // namespace vorn

@@ -9,18 +9,6 @@ using Error = NimbrelExportError;
 
 const SQLiteError busy(SQLiteError::Stage::step, 5, "database is locked");
 
-TEST(NimbrelExportError, TellsTheUserWhatHappened)
-{
-    EXPECT_EQ(userText(Error(Error::Database{busy})), "Vorn couldn't read your Messages history.");
-    EXPECT_EQ(userText(Error(Error::NoDatabase{})), "Messages isn't set up on this Mac.");
-    EXPECT_EQ(userText(Error(Error::SnapshotUnreadable{})), "Messages was busy. Try again in a moment.");
-}
-
-TEST(NimbrelExportError, HasNoWordsForDeniedAccess)
-{
-    EXPECT_EQ(userText(Error(Error::AccessDenied{})), "");
-}
-
 TEST(NimbrelExportError, DescribesItselfForTheLog)
 {
     EXPECT_STREQ(Error(Error::Database{busy}).what(), "SQLite step failed (5): database is locked");

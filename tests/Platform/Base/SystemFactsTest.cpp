@@ -32,7 +32,8 @@ TEST(SystemVersion, ReadsUpToThreeNumbers)
 
 TEST(SystemVersion, IsThatOfTheRunningSystem)
 {
-    EXPECT_EQ(systemVersion(), parseSystemVersion(testing::systemTools::osVersion().substr(std::string("macOS ").size())));
+    EXPECT_EQ(systemVersion(),
+              parseSystemVersion(testing::systemTools::osVersion().substr(std::string("macOS ").size())));
 }
 
 TEST(ComputerName, IsThatOfThisComputer)

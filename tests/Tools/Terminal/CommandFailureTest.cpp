@@ -69,13 +69,13 @@ TEST(CommandFailure, TellsTheCasesApart)
     for (const Case& each : cases()) {
         EXPECT_EQ(failureOf(*each.error).status(), each.status) << each.name;
         if (each.status == TerminalStatus::unreachable) continue; // has words of its own, below
-        EXPECT_STREQ(failureOf(*each.error).what(), each.text) << each.name;
+        EXPECT_EQ(failureOf(*each.error).text(), each.text) << each.name;
     }
 }
 
 TEST(CommandFailure, PromisesNoRetryOnceTheProgramEnds)
 {
-    const auto last = [](Code code) { return std::string(failureOf(URLError(code)).what()); };
+    const auto last = [](Code code) { return failureOf(URLError(code)).text(); };
     EXPECT_EQ(last(Code::notConnectedToInternet), "You're offline. Run it again.");
     EXPECT_EQ(last(Code::networkConnectionLost), "You're offline. Run it again.");
     EXPECT_EQ(last(Code::timedOut), "The connection timed out. Run it again.");
@@ -88,11 +88,10 @@ TEST(CommandFailure, PassesAFailureThrough)
     EXPECT_EQ(failureOf(failure), failure);
 }
 
-TEST(LastWords, PromiseNoRetryAndNothingToATerminal)
+TEST(SpokenWords, GiveATerminalNoCommands)
 {
-    EXPECT_EQ(lastWords("You're offline. Vorn will retry."), "You're offline. Run it again.");
-    EXPECT_EQ(lastWords("Something went wrong."), "Something went wrong.");
-    EXPECT_EQ(lastWords("\x1B[2J"), "\uFFFD[2J");
+    EXPECT_EQ(spokenWords("Something went wrong."), "Something went wrong.");
+    EXPECT_EQ(spokenWords("\x1B[2J"), "\uFFFD[2J");
 }
 
 TEST(CommandFailure, TellsARefusalWithoutWords)

@@ -87,7 +87,7 @@ TEST(DecideFailedScan, NamesTheReasonOrSendsTheUserToTheAccess)
     EXPECT_EQ(failedScan(APIError(APIError::HTTP{404, {}, {}})).phase, ScanPhase(phase::Unavailable{}));
     EXPECT_EQ(failedScan(NimbrelExportError(NimbrelExportError::AccessDenied{})).phase, std::nullopt);
     const auto refused = failedScan(APIError(APIError::HTTP{500, {}, {}}));
-    EXPECT_EQ(refused.phase, ScanPhase(phase::Failed{"The server answered 500."}));
+    EXPECT_EQ(refused.phase, ScanPhase(phase::Failed{.text = "The server answered 500."}));
     EXPECT_FALSE(refused.isLogged);
     const auto unread = failedScan(
         NimbrelExportError(NimbrelExportError::Database{SQLiteError(SQLiteError::Stage::step, 10, "disk I/O error")}));
@@ -109,7 +109,7 @@ TEST(DecideUploadPhase, FollowsReportsOnlyWhileSending)
     EXPECT_EQ(phaseAfterProgress(phase::Uploading{0}, half), UploadPhase(phase::Uploading{0.5}));
     EXPECT_EQ(phaseAfterProgress(phase::Uploading{0.5}, whole), UploadPhase(phase::Finishing{}));
     for (const UploadPhase& late : {UploadPhase(phase::Idle{}), UploadPhase(phase::Preparing{}),
-                                    UploadPhase(phase::Finishing{}), UploadPhase(phase::Failed{"lost"})})
+                                    UploadPhase(phase::Finishing{}), UploadPhase(phase::Failed{.text = "lost"})})
         EXPECT_EQ(phaseAfterProgress(late, half), std::nullopt);
 }
 

@@ -84,7 +84,16 @@ protected:
         }
         return "";
     }
-    std::string logged() const { return is(Failure::noAnswer) ? "The request timed out." : shown(); }
+    std::string logged() const
+    {
+        switch (GetParam().failure) {
+        case Failure::noAnswer: return "The request timed out.";
+        case Failure::serverError: return "HTTP 500: Try later.";
+        case Failure::undecodable: return "unreadable answer";
+        case Failure::notAuthorized: return "session not accepted";
+        }
+        return "";
+    }
 
     /// The lines about answers that cannot be read, then `line`, if there is one.
     Lines lines(const std::string& record, const std::string& line = "") const

@@ -103,7 +103,7 @@ TEST_F(Review, SurvivesAFailedPoll)
     fix_.answer(ModelFixture::review, submissionJSON("review_pending"));
     EXPECT_EQ(status(), "review_pending");
     EXPECT_THAT(fix_.log.lines(), ElementsAre("[app] submission poll failed: The network connection was lost.",
-                                              "[app] submission poll failed: Try later."));
+                                              "[app] submission poll failed: HTTP 500: Try later."));
 }
 
 TEST_F(Review, IsAskedForAgainWhenTheQuestCannotBeRefreshed)

@@ -22,8 +22,7 @@ using testing::SuspensionPoint;
 using testing::UserAction;
 using Flow = SuspensionPoint::Flow;
 
-constexpr auto abortRefused =
-    "[upload] abort after a failed upload failed: You signed in again, so this step was stopped.";
+constexpr auto abortRefused = "[upload] abort after a failed upload failed: session of another user";
 
 /// What happens to a job that waits, and what it gets to hear afterwards.
 struct Case {

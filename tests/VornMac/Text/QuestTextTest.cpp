@@ -35,6 +35,15 @@ TEST(EarnedText, IsTheSubmissionsOwnAmountWhereItHasOne)
     EXPECT_EQ(earnedText(submission, "the quest reward"), "the quest reward");
 }
 
+TEST(RewardText, NamesTheAmountWhereItIsKnown)
+{
+    EXPECT_EQ(rewardText(std::nullopt), "the quest reward");
+    NimbrelState quest;
+    EXPECT_EQ(rewardText(quest), "the quest reward");
+    quest.quest.rewardUsd = 12.5;
+    EXPECT_EQ(rewardText(quest), "$12.50");
+}
+
 TEST(RejectionText, GivesTheReason)
 {
     SubmissionStatus submission;

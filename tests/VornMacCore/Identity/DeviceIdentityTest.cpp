@@ -70,9 +70,8 @@ TEST(LinkRequest, SendsTheFirstThirtyTwoCharactersOfVersions)
 
 TEST(LinkRequest, DescribesThisComputer)
 {
-    EXPECT_EQ(
-        DeviceIdentity::linkRequest(bundle),
-        (CreateDeviceLinkRequest{systemTools::computerName(), "macos", "2.5", systemTools::osVersion()}));
+    EXPECT_EQ(DeviceIdentity::linkRequest(bundle),
+              (CreateDeviceLinkRequest{systemTools::computerName(), "macos", "2.5", systemTools::osVersion()}));
     EXPECT_EQ(DeviceIdentity::computerName(), systemTools::computerName());
 }
 

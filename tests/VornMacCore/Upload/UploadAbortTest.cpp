@@ -30,8 +30,8 @@ struct Failure {
     std::vector<std::string> requests; ///< between the opening and the abort
 };
 
-const std::string refused = "Part 1 of the upload failed (500).";
-const std::string unreadable = "The server sent an answer Vorn could not read.";
+const std::string refused = "part 1 refused with 500";
+const std::string unreadable = "unreadable answer";
 
 void resets(Exchange& exchange)
 {
@@ -132,7 +132,7 @@ std::vector<Failure> failures()
              takesThePart(fix);
              fix.server.answer(Answer::json(404, R"({"message":"No route."})"));
          },
-         "Nimbrel export isn't available yet. Check back soon.",
+         "HTTP 404",
          {putting(1), completing}},
         {"the service's status cannot be read",
          [](Fixture& fix) {
@@ -182,7 +182,7 @@ TEST(UploadAbort, ThatFailsIsLoggedAndChangesNothing)
         EXPECT_EQ(failureOf(fix), failure.error);
         EXPECT_EQ(fix.requests(), withOpeningAndAbort(failure));
         ASSERT_FALSE(log.lines().empty());
-        EXPECT_EQ(log.lines().back(), "[upload] abort after a failed upload failed: The server answered 500.");
+        EXPECT_EQ(log.lines().back(), "[upload] abort after a failed upload failed: HTTP 500");
     }
 }
 
@@ -195,8 +195,9 @@ TEST(UploadAbort, LogsWhyItFailed)
     };
     const auto answers = [](Answer answer) { return [answer](Exchange& exchange) { exchange.answer(answer); }; };
     const std::vector<Case> cases{
-        {"the service's words", answers(Answer::json(409, R"({"message":"It is over."})")), "It is over."},
-        {"switched off", answers({.status = 404}), "Nimbrel export isn't available yet. Check back soon."},
+        {"the service's words", answers(Answer::json(409, R"({"message":"HTTP 409: It is over."})")),
+         "HTTP 409: It is over."},
+        {"switched off", answers({.status = 404}), "HTTP 404"},
         {"the connection", resets, URLError(URLError::Code::networkConnectionLost).what()},
         {"no HTTP", answersNoHTTP, unreadable},
     };
@@ -242,7 +243,7 @@ TEST(UploadAbort, IsNotSentForASubmissionWithoutAnAsset)
     Fixture fix("abc");
     fix.server.answer(
         Answer::json(201, R"({"submissionId":"s1","questId":"q1","attempt":1,"assets":[],"expiresInSeconds":3600})"));
-    EXPECT_STREQ(fix.uploadFails<UploadError>().what(), "The server opened no upload for the archive.");
+    EXPECT_STREQ(fix.uploadFails<UploadError>().what(), "submission without an asset");
     EXPECT_THAT(fix.requests(), ElementsAre(opening));
     EXPECT_THAT(log.lines(), IsEmpty());
 }
@@ -261,8 +262,9 @@ TEST(UploadAbort, IsNotSentWhenNoSubmissionWasOpened)
         };
     };
     const std::vector<Case> cases{
-        {"refused", answers(Answer::json(409, R"({"message":"One is in review."})")), "One is in review."},
-        {"switched off", answers({.status = 404}), "Nimbrel export isn't available yet. Check back soon."},
+        {"refused", answers(Answer::json(409, R"({"message":"HTTP 409: One is in review."})")),
+         "HTTP 409: One is in review."},
+        {"switched off", answers({.status = 404}), "HTTP 404"},
         {"unreadable", answers(Answer::json(201, "{}")), unreadable},
         {"cut off", resets, URLError(URLError::Code::networkConnectionLost).what()},
         {"no HTTP", answersNoHTTP, unreadable},

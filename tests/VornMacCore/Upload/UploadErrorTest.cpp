@@ -11,15 +11,13 @@ using PartRefused = UploadError::PartRefused;
 using MissingETag = UploadError::MissingETag;
 using NoAsset = UploadError::NoAsset;
 
-TEST(UploadError, SaysWhatHappenedInOneSentence)
+TEST(UploadError, DescribesItselfForTheLog)
 {
-    EXPECT_STREQ(UploadError(PartRefused{3, 500}).what(), "Part 3 of the upload failed (500).");
-    EXPECT_STREQ(UploadError(PartRefused{1, 0}).what(), "Part 1 of the upload failed (0).");
-    EXPECT_STREQ(UploadError(PartRefused{1'234'567, 403}).what(), "Part 1234567 of the upload failed (403).");
-    EXPECT_STREQ(UploadError(MissingETag{12}).what(), "Part 12 of the upload was not acknowledged.");
+    EXPECT_STREQ(UploadError(PartRefused{3, 500}).what(), "part 3 refused with 500");
+    EXPECT_STREQ(UploadError(PartRefused{1, 0}).what(), "part 1 refused with 0");
     EXPECT_STREQ(UploadError(MissingETag{std::numeric_limits<std::int64_t>::max()}).what(),
-                 "Part 9223372036854775807 of the upload was not acknowledged.");
-    EXPECT_STREQ(UploadError(NoAsset{}).what(), "The server opened no upload for the archive.");
+                 "part 9223372036854775807 without an ETag");
+    EXPECT_STREQ(UploadError(NoAsset{}).what(), "submission without an asset");
 }
 
 TEST(UploadError, IsEqualWhenTheReasonIs)

@@ -70,7 +70,7 @@ TEST(UploadSession, IsNotRenewedForTheStorage)
     fix.opens(fix.urlsOf(1, 1));
     fix.answersPart(401);
     fix.aborts();
-    EXPECT_STREQ(fix.uploadFails<UploadError>().what(), "Part 1 of the upload failed (401).");
+    EXPECT_STREQ(fix.uploadFails<UploadError>().what(), "part 1 refused with 401");
     EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), aborting));
     EXPECT_TRUE(fix.store->load());
 }
@@ -85,8 +85,7 @@ TEST(UploadSession, EndedInTheMiddleEndsTheUploadAndLeavesNoOneToAbort)
     EXPECT_EQ(fix.uploadFails<APIError>(), APIError(APIError::SessionExpired{}));
     EXPECT_THAT(fix.requests(), ElementsAre(opening, askingForURLs, refreshing));
     EXPECT_FALSE(fix.store->load());
-    EXPECT_THAT(log.lines(), ElementsAre("[upload] abort after a failed upload failed: Your Mac is no longer linked. "
-                                         "Link it again."));
+    EXPECT_THAT(log.lines(), ElementsAre("[upload] abort after a failed upload failed: session not accepted"));
 }
 
 /// An upload for one user, whose session goes away while the part is under way.
@@ -103,8 +102,7 @@ struct PinnedUpload : UploadFixture {
     }
 };
 
-const std::string stopped =
-    "[upload] abort after a failed upload failed: You signed in again, so this step was stopped.";
+const std::string stopped = "[upload] abort after a failed upload failed: session of another user";
 
 TEST(UploadSession, SignedOutInTheMiddleSendsNothingMore)
 {

@@ -149,7 +149,7 @@ TEST(UploadRefresh, EndsWithTheSecondForbiddenAnswer)
     fix.givesURLs(1, fix.urlsOf(11, 11));
     fix.answersPart(403);
     fix.aborts();
-    EXPECT_STREQ(fix.uploadFails<UploadError>().what(), "Part 1 of the upload failed (403).");
+    EXPECT_STREQ(fix.uploadFails<UploadError>().what(), "part 1 refused with 403");
     EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), askingForURLs, putting(11), aborting));
 }
 
