@@ -1,6 +1,6 @@
 #include "VornSandbox/Service/APIChecks.h"
 
-#include "VornSandbox/Service/State/ServiceError.h"
+#include "VornSandbox/Service/ServiceError.h"
 
 #include <algorithm>
 #include <array>

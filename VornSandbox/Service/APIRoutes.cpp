@@ -1,9 +1,9 @@
 #include "VornSandbox/Service/APIRoutes.h"
 
 #include "VornSandbox/Service/APIChecks.h"
+#include "VornSandbox/Service/Quest.h"
 #include "VornSandbox/Service/RequestBody.h"
-#include "VornSandbox/Service/State/Quest.h"
-#include "VornSandbox/Service/State/ServiceError.h"
+#include "VornSandbox/Service/ServiceError.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "VornSandbox/Service/HTTP/Router.h"
-#include "VornSandbox/Service/State/Backend.h"
+#include "VornSandbox/Service/Backend.h"
+#include "VornSandbox/Service/Router.h"
 
 namespace vorn::sandbox {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "VornSandbox/Service/Call.h"
 #include "VornSandbox/Service/FaultPlan.h"
-#include "VornSandbox/Service/HTTP/Call.h"
 
 #include <optional>
 

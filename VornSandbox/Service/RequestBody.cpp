@@ -1,7 +1,7 @@
 #include "VornSandbox/Service/RequestBody.h"
 
-#include "VornSandbox/Service/JSON/BoundedJSON.h"
-#include "VornSandbox/Service/State/ServiceError.h"
+#include "VornSandbox/Service/BoundedJSON.h"
+#include "VornSandbox/Service/ServiceError.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "VornSandbox/Service/RequestGuard.h"
 
-#include "VornSandbox/Service/State/ServiceError.h"
+#include "VornSandbox/Service/ServiceError.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornSandbox/Service/HTTP/Call.h"
+#include "VornSandbox/Service/Call.h"
 
 namespace vorn::sandbox {
 

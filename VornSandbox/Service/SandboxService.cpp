@@ -2,9 +2,9 @@
 
 #include "VornSandbox/Service/APIChecks.h"
 #include "VornSandbox/Service/APIRoutes.h"
-#include "VornSandbox/Service/Archive/ArchiveInspection.h"
+#include "VornSandbox/Service/ArchiveInspection.h"
 #include "VornSandbox/Service/FaultAnswers.h"
-#include "VornSandbox/Service/Phone/PhoneRoutes.h"
+#include "VornSandbox/Service/PhoneRoutes.h"
 #include "VornSandbox/Service/RequestGuard.h"
 #include "VornSandbox/Service/UploadRoutes.h"
 

@@ -1,11 +1,11 @@
 #pragma once
 
+#include "VornSandbox/Service/Backend.h"
 #include "VornSandbox/Service/FaultPlan.h"
-#include "VornSandbox/Service/HTTP/HTTPFront.h"
-#include "VornSandbox/Service/HTTP/RequestLog.h"
-#include "VornSandbox/Service/HTTP/Router.h"
+#include "VornSandbox/Service/HTTPFront.h"
+#include "VornSandbox/Service/RequestLog.h"
+#include "VornSandbox/Service/Router.h"
 #include "VornSandbox/Service/ServiceOptions.h"
-#include "VornSandbox/Service/State/Backend.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VornSandbox/Service/FaultPlan.h"
-#include "VornSandbox/Service/State/Settings.h"
+#include "VornSandbox/Service/Settings.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,7 +1,7 @@
 #include "VornSandbox/Service/UploadRoutes.h"
 
 #include "VornSandbox/Service/APIChecks.h"
-#include "VornSandbox/Service/State/ServiceError.h"
+#include "VornSandbox/Service/ServiceError.h"
 
 #include <fmt/format.h>
 

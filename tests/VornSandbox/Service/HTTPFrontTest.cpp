@@ -1,4 +1,4 @@
-#include "VornSandbox/Service/HTTP/HTTPFront.h"
+#include "VornSandbox/Service/HTTPFront.h"
 #include "tests/VornSandbox/Service/RawClient.h"
 
 #include <gmock/gmock.h>

@@ -1,9 +1,9 @@
-#include "VornSandbox/Service/HTTP/RequestLog.h"
-#include "VornSandbox/Service/HTTP/Router.h"
+#include "VornSandbox/Service/RequestLog.h"
+#include "VornSandbox/Service/ReviewPlan.h"
+#include "VornSandbox/Service/Router.h"
+#include "VornSandbox/Service/Secrets.h"
+#include "VornSandbox/Service/ServiceError.h"
 #include "VornSandbox/Service/ServiceOptions.h"
-#include "VornSandbox/Service/State/ReviewPlan.h"
-#include "VornSandbox/Service/State/Secrets.h"
-#include "VornSandbox/Service/State/ServiceError.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

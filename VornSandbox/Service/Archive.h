@@ -1,0 +1,47 @@
+#pragma once
+
+#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "VornSandbox/Service/Submissions.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <filesystem>
+#include <stdexcept>
+
+/// Uploaded archives, read with other means than the export's own: libzip and nlohmann's parser. They may come from
+/// anybody.
+namespace vorn::sandbox {
+
+/// An archive that cannot be read as an export, with a sentence that says why.
+class ArchiveError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads an archive whole and says what a strict review makes of it: rejected as "media_unreadable" when it is no
+/// export, as "export_too_small" when the user has sent fewer than ten of its messages, else approved. Threads: any.
+ArchiveVerdict inspectArchive(const std::filesystem::path& archive);
+
+/// The messages of an archive, to be looked at page by page: unpacked once into a temporary database, so that the last
+/// page of a long history comes as fast as the first. SQLite keeps it in a file without a name, which is gone with the
+/// object or the process. Threads: one at a time. Errors: `ArchiveError`, `SQLiteError`.
+class MessagePages {
+public:
+    static constexpr std::int64_t perPage = 50;
+
+    explicit MessagePages(const std::filesystem::path& archive);
+
+    std::int64_t count() const { return count_; }
+    const nlohmann::json& manifest() const { return manifest_; } ///< null when it cannot be read
+
+    /// The messages of page `page`, counted from 0, as an array of whatever they are; empty beyond the last one.
+    nlohmann::json page(std::int64_t page) const;
+
+private:
+    SQLiteDatabase messages_;
+    nlohmann::json manifest_;
+    std::int64_t count_ = 0;
+};
+
+} // namespace vorn::sandbox
