@@ -16,7 +16,6 @@ namespace {
 
 constexpr std::size_t pieceSize = 1024 * std::size_t{1024};
 constexpr auto incomingPrefix = "incoming-";
-constexpr auto messagesName = "messages.json";
 
 [[noreturn]] void fail(const char* what, const std::filesystem::path& file)
 {
@@ -48,11 +47,11 @@ void makeFolder(const std::filesystem::path& folder)
     if (!std::filesystem::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
 }
 
-/// Half a part, and messages unpacked to be looked at: nobody asks for them again.
+/// Half a part, and what earlier versions unpacked there: nobody asks for them again.
 bool isLeftover(const std::filesystem::path& file)
 {
     const std::string name = file.filename().string();
-    return name.starts_with(incomingPrefix) || name == messagesName;
+    return name.starts_with(incomingPrefix) || name == "messages.json";
 }
 
 void removeLeftovers(const std::filesystem::path& root)
@@ -122,11 +121,6 @@ std::filesystem::path ArchiveFolder::partFile(const std::string& submissionId, s
 std::filesystem::path ArchiveFolder::archive(const std::string& submissionId) const
 {
     return folderOf(submissionId) / "archive.zip";
-}
-
-std::filesystem::path ArchiveFolder::messages(const std::string& submissionId) const
-{
-    return folderOf(submissionId) / messagesName;
 }
 
 std::unique_ptr<IncomingPart> ArchiveFolder::receivePart(const std::string& submissionId)

@@ -59,9 +59,6 @@ public:
 
     std::filesystem::path archive(const std::string& submissionId) const;
 
-    /// Where an unpacked copy of the archive's messages may be kept.
-    std::filesystem::path messages(const std::string& submissionId) const;
-
 private:
     std::filesystem::path folderOf(const std::string& submissionId) const;
     std::filesystem::path partFile(const std::string& submissionId, std::int64_t number) const;

@@ -1,12 +1,11 @@
 #include "VornSandbox/Service/PhoneArchives.h"
 
-#include "VornSandbox/Service/ArchiveError.h"
 #include "VornSandbox/Service/ServiceError.h"
 
 namespace vorn::sandbox {
 namespace {
 
-/// An index of a million messages takes 160 kB; a few are enough to go back and forth.
+/// Each takes a temporary file of the size of its messages; a few are enough to go back and forth.
 constexpr std::size_t mostOpened = 8;
 
 } // namespace
@@ -42,9 +41,7 @@ const MessagePages& PhoneArchives::open(const std::string& submissionId)
     const auto found = opened_.find(submissionId);
     if (found != opened_.end()) return found->second;
     if (opened_.size() >= mostOpened) opened_.clear();
-    return opened_
-        .try_emplace(submissionId, backend_.files.archive(submissionId), backend_.files.messages(submissionId))
-        .first->second;
+    return opened_.try_emplace(submissionId, backend_.files.archive(submissionId)).first->second;
 }
 
 } // namespace vorn::sandbox

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "VornSandbox/Service/Archive.h"
 #include "VornSandbox/Service/Backend.h"
-#include "VornSandbox/Service/MessagePages.h"
 
 #include <nlohmann/json.hpp>
 

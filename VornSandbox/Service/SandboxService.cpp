@@ -2,7 +2,7 @@
 
 #include "VornSandbox/Service/APIChecks.h"
 #include "VornSandbox/Service/APIRoutes.h"
-#include "VornSandbox/Service/ArchiveInspection.h"
+#include "VornSandbox/Service/Archive.h"
 #include "VornSandbox/Service/FaultAnswers.h"
 #include "VornSandbox/Service/PhoneRoutes.h"
 #include "VornSandbox/Service/RequestGuard.h"

@@ -1,10 +1,6 @@
+#include "VornSandbox/Service/Archive.h"
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
-#include "VornSandbox/Service/ArchiveError.h"
-#include "VornSandbox/Service/ArchiveInspection.h"
 #include "VornSandbox/Service/BoundedJSON.h"
-#include "VornSandbox/Service/ElementScanner.h"
-#include "VornSandbox/Service/MessagePages.h"
-#include "VornSandbox/Service/ZipArchive.h"
 #include "tests/VornSandbox/Service/TestArchive.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -29,88 +25,54 @@ struct Stored {
     std::filesystem::path path = folder / "archive.zip";
 };
 
-std::string contentOf(const ZipArchive& zip, std::size_t entry)
-{
-    std::string content;
-    zip.read(zip.entries().at(entry), [&](std::string_view piece) { content += piece; });
-    return content;
-}
-
-std::vector<std::string> elementsOf(const std::string& text, std::size_t pieceSize)
-{
-    std::vector<std::string> elements;
-    ElementScanner scanner([&](std::string_view element) { elements.emplace_back(element); });
-    for (std::size_t at = 0; at < text.size(); at += pieceSize)
-        scanner.take(std::string_view(text).substr(at, pieceSize));
-    scanner.finish();
-    return elements;
-}
-
-TEST(ZipArchive, ReadsStoredAndDeflatedEntries)
-{
-    const std::string large(1'000'000, 'x');
-    for (const bool deflated : {false, true}) {
-        const Stored file(zipOf({{"one", "content"}, {"two", large}, {"three", ""}}, deflated));
-        const ZipArchive zip(file.path);
-        EXPECT_EQ(zip.entries().at(1).name, "two");
-        EXPECT_EQ(contentOf(zip, 0), "content");
-        EXPECT_EQ(contentOf(zip, 1), large);
-        EXPECT_EQ(contentOf(zip, 2), "");
-    }
-}
-
-TEST(ZipArchive, RefusesEveryCutAndEveryFlippedByteOrReadsItRight)
-{
-    const std::string whole = zipOf({{"a", "content of some length"}, {"b", std::string(300, 'y')}});
-    const std::vector<std::string> right{"content of some length", std::string(300, 'y')};
-    const auto readAll = [&](const std::string& bytes) {
-        const Stored file(bytes);
-        try {
-            const ZipArchive zip(file.path);
-            for (std::size_t i = 0; i < zip.entries().size(); ++i) EXPECT_EQ(contentOf(zip, i), right.at(i));
-        } catch (const ArchiveError&) {
-            return false;
-        }
-        return true;
-    };
-    EXPECT_TRUE(readAll(whole));
-    for (std::size_t length = 0; length < whole.size(); ++length)
-        EXPECT_FALSE(readAll(whole.substr(0, length))) << length;
-    for (std::size_t at = 0; at < whole.size(); ++at) {
-        std::string flipped = whole;
-        flipped[at] = static_cast<char>(flipped[at] ^ 0x21);
-        readAll(flipped);
-    }
-}
-
-TEST(ElementScanner, CutsWhereElementsEndWhateverThePieces)
-{
-    const std::string text = R"( [ {"a":"],}\"\\"} , [1,[2]] ,"x,]", 3 ] )";
-    for (const std::size_t size : {1U, 2U, 3U, 7U, 100U}) {
-        EXPECT_THAT(elementsOf(text, size), ElementsAre(R"({"a":"],}\"\\"} )", "[1,[2]] ", "\"x,]\"", "3 ")) << size;
-    }
-    EXPECT_THAT(elementsOf("[]", 1), ElementsAre());
-}
-
-TEST(ElementScanner, RefusesWhatIsNoArray)
-{
-    for (const char* text :
-         {"", "{}", "[", "[1", "[1,", "[,1]", "[1,]", "[1,,2]", "[1]]", "[1] x", "[{]", "[}]", "[\"]"}) {
-        EXPECT_THROW(elementsOf(text, 1), ArchiveError) << text;
-    }
-}
-
 /// Brackets within brackets.
 std::string nested(std::size_t depth)
 {
     return std::string(depth, '[') + std::string(depth, ']');
 }
 
-TEST(ElementScanner, BearsSoManyBracketsAndNoMore)
+std::string withMessages(const std::string& messages)
 {
-    EXPECT_EQ(elementsOf("[" + nested(64) + "]", 7).front(), nested(64));
-    EXPECT_THROW(elementsOf("[" + nested(65) + "]", 7), ArchiveError);
-    EXPECT_EQ(elementsOf("[\"" + std::string(1000, '[') + "\"]", 7).size(), 1U); // in a text they are only letters
+    return zipOf({{manifestName, testManifest(1).dump()}, {messagesName, messages}});
+}
+
+TEST(ArchiveInspection, ReadsStoredAndDeflatedEntries)
+{
+    json messages = testMessages(20);
+    messages[7]["text"] = std::string(1'000'000, 'x');
+    for (const bool deflated : {false, true}) {
+        const Stored file(zipOf({{manifestName, testManifest(20).dump()}, {messagesName, messages.dump()}}, deflated));
+        EXPECT_EQ(inspectArchive(file.path).finding, "20 messages, 10 from the user");
+    }
+}
+
+TEST(ArchiveInspection, RefusesEveryCutAndEveryFlippedByteOrReadsItRight)
+{
+    const std::string whole = archiveOf(testMessages(2));
+    const auto read = [&](const std::string& bytes) {
+        const Stored file(bytes);
+        const ArchiveVerdict verdict = inspectArchive(file.path);
+        if (verdict.asChecked.reason == "media_unreadable") return false;
+        EXPECT_EQ(verdict.finding, "2 messages, 1 from the user");
+        return true;
+    };
+    EXPECT_TRUE(read(whole));
+    for (std::size_t length = 0; length < whole.size(); ++length) EXPECT_FALSE(read(whole.substr(0, length))) << length;
+    for (std::size_t at = 0; at < whole.size(); ++at) {
+        std::string flipped = whole;
+        flipped[at] = static_cast<char>(flipped[at] ^ 0x21);
+        read(flipped);
+    }
+}
+
+TEST(ArchiveInspection, RefusesMessagesThatAreNoArray)
+{
+    for (const char* text :
+         {"", "{}", "1", "[", "[1", "[1,", "[,1]", "[1,]", "[1,,2]", "[1]]", "[1] x", "[{]", "[}]", "[\"]"}) {
+        const Stored file(withMessages(text));
+        EXPECT_EQ(inspectArchive(file.path).asChecked.reason, "media_unreadable") << text;
+        EXPECT_THROW(MessagePages{file.path}, ArchiveError) << text;
+    }
 }
 
 TEST(BoundedJSON, IsReadToADepth)
@@ -169,7 +131,7 @@ TEST(ArchiveInspection, SaysWhatIsWrong)
         std::string archive;
         const char* finding;
     } cases[]{
-        {"no ZIP file", std::string(100, 'x'), "has no directory"},
+        {"no ZIP file", std::string(100, 'x'), "The archive cannot be opened: Not a zip archive."},
         {"another order", zipOf({{messagesName, "[]"}, {manifestName, testManifest(0).dump()}}),
          "does not hold the manifest"},
         {"a third entry", zipOf({{manifestName, "{}"}, {messagesName, "[]"}, {"more", ""}}), "and nothing else"},
@@ -201,7 +163,7 @@ TEST(ArchiveInspection, SaysWhatIsWrong)
 TEST(MessagePages, FindTheLastPageOfALongHistory)
 {
     const Stored file(archiveOf(testMessages(5001)));
-    const MessagePages pages(file.path, file.folder / "messages.json");
+    const MessagePages pages(file.path);
     EXPECT_EQ(pages.count(), 5001);
     EXPECT_EQ(pages.page(0).size(), 50U);
     EXPECT_EQ(pages.page(100).size(), 1U);
@@ -214,21 +176,26 @@ TEST(MessagePages, BearMessagesThatAreNone)
 {
     const json messages{nullptr, 1, "text", json::array({1, 2}), {{"text", 5}}};
     const Stored file(archiveOf(messages));
-    EXPECT_EQ(MessagePages(file.path, file.folder / "messages.json").page(0), messages);
+    EXPECT_EQ(MessagePages(file.path).page(0), messages);
 }
 
 TEST(MessagePages, RefuseMessagesThatAreNestedTooDeeply)
 {
-    const Stored file(zipOf({{manifestName, testManifest(1).dump()}, {messagesName, "[" + nested(1'000'000) + "]"}}));
-    EXPECT_THROW(MessagePages(file.path, file.folder / "messages.json"), ArchiveError);
-    EXPECT_THAT(file.folder.names(), ElementsAre("archive.zip"));
+    const Stored file(withMessages("[" + nested(1'000'000) + "]"));
+    EXPECT_THROW(MessagePages{file.path}, ArchiveError);
+}
+
+TEST(MessagePages, UnpackNoMessageOfAnySize)
+{
+    const Stored file(withMessages("[\"" + std::string(65 * std::size_t{1024} * 1024, 'x') + "\"]"));
+    EXPECT_THROW(MessagePages{file.path}, ArchiveError);
 }
 
 TEST(MessagePages, AreShownWithoutAManifestThatCannotBeRead)
 {
     for (const std::string& manifest : {std::string("{"), nested(100'000)}) {
         const Stored file(zipOf({{manifestName, manifest}, {messagesName, testMessages(3).dump()}}));
-        const MessagePages pages(file.path, file.folder / "messages.json");
+        const MessagePages pages(file.path);
         EXPECT_TRUE(pages.manifest().is_null());
         EXPECT_EQ(pages.count(), 3);
     }
@@ -237,24 +204,31 @@ TEST(MessagePages, AreShownWithoutAManifestThatCannotBeRead)
 TEST(MessagePages, UnpackNoManifestOfAnySize)
 {
     const Stored file(zipOf({{manifestName, std::string(2'000'000, ' ')}, {messagesName, "[]"}}));
-    EXPECT_THROW(MessagePages(file.path, file.folder / "messages.json"), ArchiveError);
+    EXPECT_THROW(MessagePages{file.path}, ArchiveError);
 }
 
-TEST(MessagePages, KeepWhatTheyUnpackedToTheirOwner)
+TEST(MessagePages, LeaveNoFileWithANameBehind)
 {
-    const Stored file(archiveOf(testMessages(1)));
-    {
-        const MessagePages pages(file.path, file.folder / "messages.json");
-        EXPECT_EQ(std::filesystem::status(file.folder / "messages.json").permissions(),
-                  std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-    }
+    const Stored file(archiveOf(testMessages(5000)));
+    const MessagePages pages(file.path);
+    EXPECT_EQ(pages.count(), 5000);
     EXPECT_THAT(file.folder.names(), ElementsAre("archive.zip"));
+}
+
+TEST(MessagePages, BearSoManyBracketsAndNoMore)
+{
+    for (const std::string& element : {nested(64), '"' + std::string(1000, '[') + '"'}) { // in a text they are letters
+        const Stored file(withMessages("[" + element + "]"));
+        EXPECT_EQ(MessagePages(file.path).page(0)[0], json::parse(element));
+    }
+    const Stored file(withMessages("[" + nested(65) + "]"));
+    EXPECT_THROW(MessagePages{file.path}, ArchiveError);
 }
 
 TEST(MessagePages, OfNoMessagesAreEmpty)
 {
     const Stored file(archiveOf(testMessages(0)));
-    EXPECT_TRUE(MessagePages(file.path, file.folder / "messages.json").page(0).empty());
+    EXPECT_TRUE(MessagePages(file.path).page(0).empty());
 }
 
 } // namespace
