@@ -16,11 +16,11 @@ struct Call {
     using Sink = std::function<void(std::string_view piece)>;
 
     std::string method;
-    std::string path;                           ///< without the query, percent-decoded
-    std::map<std::string, std::string> query;   ///< of part URLs, it is a secret
-    std::map<std::string, std::string> headers; ///< names in lower case
-    std::function<void(const Sink&)> readBody;  ///< throws when the body breaks off
-    int servicePort = 0;                        ///< the port of this service
+    std::string path;                             ///< without the query, percent-decoded
+    std::map<std::string, std::string> query{};   ///< of part URLs, it is a secret
+    std::map<std::string, std::string> headers{}; ///< names in lower case
+    std::function<void(const Sink&)> readBody{};  ///< throws when the body breaks off
+    int servicePort = 0;                          ///< the port of this service
 
     const std::string* header(const std::string& lowerCaseName) const;
     std::string queryValue(const std::string& name) const; ///< empty when it is absent

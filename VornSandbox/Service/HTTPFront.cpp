@@ -1,33 +1,35 @@
 #include "VornSandbox/Service/HTTPFront.h"
 
-#include "VornSandbox/Service/Connections.h"
-#include "VornSandbox/Service/Places.h"
-#include "VornSandbox/Service/RequestPatience.h"
+#include "Platform/Base/FileDescriptor.h"
 #include "VornSandbox/Service/ServiceError.h"
-#include "VornSandbox/Service/WorkerPool.h"
 
 #include <fmt/format.h>
 #include <httplib.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <array>
 #include <atomic>
-#include <chrono>
-#include <condition_variable>
+#include <cerrno>
+#include <charconv>
 #include <exception>
-#include <mutex>
+#include <filesystem>
+#include <future>
+#include <list>
 #include <stdexcept>
 #include <thread>
 #include <utility>
+
+#include <fcntl.h>
+#include <netinet/in.h>
+#include <sys/socket.h>
 
 namespace vorn::sandbox {
 namespace {
 
 using Steady = std::chrono::steady_clock;
 
-/// A page that watches holds a thread, and so does a client that a fault lets hang; the rest must still be served.
-constexpr int mostStreams = 24;
-constexpr int mostHanging = 24;
+constexpr std::size_t longestLogged = 300;
 
 /// What a truncated answer announces beyond what it sends.
 constexpr std::size_t missingBytes = 100;
@@ -35,10 +37,19 @@ constexpr std::size_t missingBytes = 100;
 /// What is left of a refused body is read away up to here, so that the refusal can be read; beyond, the line is cut.
 constexpr std::int64_t mostToDrain = 64LL * 1024 * 1024;
 
-/// A slow client may pause so long within a body; an idle connection is kept so long.
-constexpr time_t readTimeoutSeconds = 60;
-constexpr time_t keepAliveSeconds = 8;
 constexpr std::size_t mostRequestsOnOneConnection = 10'000;
+
+/// Paths and names of headers are the client's to choose: they must not forge lines or reach a terminal. `first` is the
+/// first character that stays.
+std::string printable(std::string_view text, char first)
+{
+    std::string result;
+    for (const char c : text.substr(0, longestLogged)) {
+        const bool plain = c >= first && c < 0x7f;
+        result += plain ? std::string(1, c) : fmt::format("%{:02X}", static_cast<unsigned char>(c));
+    }
+    return result;
+}
 
 std::string lowerCase(std::string text)
 {
@@ -55,6 +66,32 @@ bool isAddedByLibrary(const std::string& name)
 Answer errorAnswer(int status, const std::string& code, const std::string& message)
 {
     return {.status = status, .body = nlohmann::json{{"message", message}, {"code", code}}.dump()};
+}
+
+template <class Ask>
+int portOf(int descriptor, Ask ask)
+{
+    sockaddr_in address{};
+    socklen_t length = sizeof address;
+    if (ask(descriptor, reinterpret_cast<sockaddr*>(&address), &length) != 0) return -1;
+    return address.sin_family == AF_INET ? ntohs(address.sin_port) : -1;
+}
+
+/// Looks at each connection that the server at `localPort` has accepted. The library keeps them to itself, so they are
+/// found among the process's descriptors. The one that is handed out is a duplicate: the library may close its own at
+/// any time, and what is opened next may get its number.
+void visitConnections(int localPort, const std::function<void(FileDescriptor connection, int remotePort)>& visit)
+{
+    std::error_code ignored; // descriptors come and go meanwhile
+    for (std::filesystem::directory_iterator entry("/dev/fd", ignored), end; entry != end; entry.increment(ignored)) {
+        const std::string name = entry->path().filename().string();
+        int number = -1;
+        std::from_chars(name.data(), name.data() + name.size(), number);
+        if (number < 0 || portOf(number, getsockname) != localPort) continue;
+        FileDescriptor held(fcntl(number, F_DUPFD_CLOEXEC, 0));
+        const int remotePort = portOf(held.get(), getpeername);
+        if (portOf(held.get(), getsockname) == localPort && remotePort > 0) visit(std::move(held), remotePort);
+    }
 }
 
 /// The body of a request, read away to its end whatever becomes of its bytes: a rest would be taken for a request.
@@ -100,22 +137,24 @@ private:
     std::int64_t received_ = 0;
 };
 
-/// Hands the library's work, a connection each, to threads of ours.
-class Workers : public httplib::TaskQueue {
+/// A thread for each connection: however many watch, hang or say nothing, the next one is served.
+class ThreadForEach : public httplib::TaskQueue {
     /// Whether the work is taken, from 0.15 of the library on; nothing before.
     using IsTaken = decltype(std::declval<httplib::TaskQueue&>().enqueue({}));
 
 public:
-    Workers(std::size_t mostThreads, std::function<void()> onCrowded) : pool_(mostThreads, std::move(onCrowded)) {}
-    IsTaken enqueue(std::function<void()> job) override
+    IsTaken enqueue(std::function<void()> connection) override
     {
-        pool_.run(std::move(job));
+        std::erase_if(running_, [](const std::future<void>& one) {
+            return one.wait_for(std::chrono::seconds(0)) == std::future_status::ready;
+        });
+        running_.push_back(std::async(std::launch::async, std::move(connection)));
         return static_cast<IsTaken>(true);
     }
-    void shutdown() override { pool_.finish(); }
+    void shutdown() override { running_.clear(); } // waits for each
 
 private:
-    WorkerPool pool_;
+    std::list<std::future<void>> running_; ///< only the listening thread comes here
 };
 
 /// The library lets five connections wait to be accepted, and the system drops what comes beyond: ten requests at once
@@ -124,11 +163,6 @@ class Listener : public httplib::Server {
 public:
     void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
 };
-
-bool mayHaveBody(int status)
-{
-    return status != 204 && status != 304;
-}
 
 /// The connection ends before all that is announced was sent.
 void fillShort(httplib::Response& response, const Answer& answer)
@@ -142,79 +176,77 @@ void fillShort(httplib::Response& response, const Answer& answer)
 
 } // namespace
 
+void RequestLog::request(const Entry& entry)
+{
+    line(fmt::format("{} {} {} {}>{} bytes {} ms", printable(entry.method, '!'), printable(entry.path, '!'),
+                     entry.outcome, entry.received, entry.sent, entry.took.count()));
+}
+
+void RequestLog::warning(std::string_view text)
+{
+    line(fmt::format("warning: {}", printable(text, ' ')));
+}
+
+void RequestLog::line(const std::string& text)
+{
+    const std::lock_guard lock(mutex_);
+    write_(text);
+}
+
 class HTTPFront::Server {
 public:
-    Server(int port, Serve serve, RequestLog& log, const Limits& limits);
+    Server(int port, Serve serve, RequestLog& log, const Patience& patience);
     ~Server();
     Server(Server&&) = delete;
 
     int port() const { return port_; }
 
 private:
-    void configure();
+    void configure(const Patience& patience);
     void serve(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* reader);
+    Call callOf(const httplib::Request& request) const;
     Answer answerTo(const Call& call);
-    void hang(int remotePort);
+    void hang(int remotePort) const;
+    void cut(int remotePort) const;
     void fill(httplib::Response& response, Answer&& answer);
-    void cutLateRequests();
     void refuse(const httplib::Request& request, httplib::Response& response);
 
     Serve serve_;
     RequestLog& log_;
     Listener http_;
     int port_ = -1;
-    Connections connections_{-1}; // until the port is known
-    Limits limits_;
-    RequestPatience patience_{connections_, limits_.requestHead};
     std::atomic<bool> stopping_ = false;
-    std::mutex stopMutex_; // for `stopped_`
-    std::condition_variable stopped_;
-    Places streams_{mostStreams};
-    Places hanging_{mostHanging};
     std::thread thread_;
-    std::thread patienceThread_;
 };
 
-HTTPFront::Server::Server(int port, Serve serve, RequestLog& log, const Limits& limits)
-    : serve_(std::move(serve)), log_(log), limits_(limits)
+HTTPFront::Server::Server(int port, Serve serve, RequestLog& log, const Patience& patience)
+    : serve_(std::move(serve)), log_(log)
 {
-    configure();
+    configure(patience);
     port_ = port == 0 ? http_.bind_to_any_port("127.0.0.1") : (http_.bind_to_port("127.0.0.1", port) ? port : -1);
     if (port_ < 0) throw std::runtime_error(fmt::format("cannot listen on 127.0.0.1:{}", port));
     http_.letMoreWait();
-    connections_ = Connections(port_);
     thread_ = std::thread([this] { http_.listen_after_bind(); });
     while (!http_.is_running()) std::this_thread::yield();
-    patienceThread_ = std::thread([this] { cutLateRequests(); });
 }
 
 HTTPFront::Server::~Server()
 {
-    {
-        const std::lock_guard lock(stopMutex_);
-        stopping_ = true;
-    }
-    stopped_.notify_all();
-    patienceThread_.join();
+    stopping_ = true;
     http_.stop();
     while (http_.is_running()) { // a connection may have been accepted after the last cut
-        connections_.cutAll();
+        visitConnections(port_, [](const FileDescriptor& connection, int) { shutdown(connection.get(), SHUT_RDWR); });
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     thread_.join();
 }
 
-void HTTPFront::Server::configure()
+void HTTPFront::Server::configure(const Patience& patience)
 {
-    http_.new_task_queue = [this] {
-        return new Workers(limits_.threads, [this] { patience_.makeRoom(Steady::now()); });
-    };
-    http_.set_logger([this](const httplib::Request& request, const httplib::Response&) {
-        patience_.answerLeft(request.remote_port, Steady::now()); // called once the answer is out
-    });
+    http_.new_task_queue = [] { return new ThreadForEach; };
     http_.set_tcp_nodelay(true); // otherwise every answer waits for the acknowledgement of its head
-    http_.set_read_timeout(readTimeoutSeconds);
-    http_.set_keep_alive_timeout(keepAliveSeconds);
+    http_.set_read_timeout(patience.within);
+    http_.set_keep_alive_timeout(patience.between.count());
     http_.set_keep_alive_max_count(mostRequestsOnOneConnection);
     // The library shares the port with whoever asks for it unless told otherwise.
     http_.set_socket_options([](int socket) {
@@ -241,25 +273,24 @@ void HTTPFront::Server::refuse(const httplib::Request& request, httplib::Respons
     log_.request({.method = request.method, .path = request.path, .outcome = std::to_string(response.status)});
 }
 
-void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response& response,
-                              const httplib::ContentReader* reader)
+Call HTTPFront::Server::callOf(const httplib::Request& request) const
 {
-    const auto begun = Steady::now();
-    patience_.requestCame(request.remote_port);
-    Call call{.method = request.method,
-              .path = request.path,
-              .query = {},
-              .headers = {},
-              .readBody = {},
-              .servicePort = port_};
+    Call call{.method = request.method, .path = request.path, .servicePort = port_};
     for (const auto& [name, value] : request.params) call.query.emplace(name, value);
     for (const auto& [name, value] : request.headers) {
         if (!isAddedByLibrary(name)) call.headers.emplace(lowerCase(name), value);
     }
+    return call;
+}
+
+void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response& response,
+                              const httplib::ContentReader* reader)
+{
+    const auto begun = Steady::now();
+    Call call = callOf(request);
     Body body(call, reader);
     call.readBody = [&](const Call::Sink& sink) { body.read(sink); };
     Answer answer = answerTo(call);
-    call.readBody = nullptr;
 
     std::string outcome = std::to_string(answer.status);
     const auto sent = static_cast<std::int64_t>(answer.body.size());
@@ -274,7 +305,7 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
                   .sent = sent,
                   .took = std::chrono::duration_cast<std::chrono::milliseconds>(Steady::now() - begun)});
     if (answer.instead == Answer::Instead::hang) hang(request.remote_port);
-    if (!usable || answer.instead == Answer::Instead::hang) connections_.cut(request.remote_port);
+    if (!usable || answer.instead == Answer::Instead::hang) cut(request.remote_port);
     fill(response, std::move(answer));
 }
 
@@ -290,29 +321,37 @@ Answer HTTPFront::Server::answerTo(const Call& call)
     }
 }
 
-void HTTPFront::Server::hang(int remotePort)
+/// Until the client hangs up or the service ends; what the client says meanwhile is lost.
+void HTTPFront::Server::hang(int remotePort) const
 {
-    const auto place = hanging_.take();
-    while (place && !stopping_ && !connections_.isClosedByClient(remotePort)) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(50));
-    }
+    visitConnections(port_, [&](const FileDescriptor& connection, int port) {
+        std::array<char, 4096> lost{};
+        ssize_t count = port == remotePort ? 1 : 0;
+        while (count > 0 || (count < 0 && (errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR))) {
+            count = stopping_ ? 0 : recv(connection.get(), lost.data(), lost.size(), 0);
+        }
+    });
+}
+
+void HTTPFront::Server::cut(int remotePort) const
+{
+    visitConnections(port_, [&](const FileDescriptor& connection, int port) {
+        if (port == remotePort) shutdown(connection.get(), SHUT_RDWR);
+    });
 }
 
 void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
 {
-    const auto place = answer.stream ? streams_.take() : nullptr;
-    if (answer.stream && !place) {
-        answer = errorAnswer(503, "too_many_watchers", "Too many pages are watching.");
-    }
     response.status = answer.status;
     for (const auto& [name, value] : answer.headers) response.set_header(name, value);
     if (answer.instead == Answer::Instead::truncate) return fillShort(response, answer);
     if (!answer.stream) {
-        if (mayHaveBody(answer.status)) response.set_content(answer.body, answer.contentType);
+        const bool mayHaveBody = answer.status != 204 && answer.status != 304;
+        if (mayHaveBody) response.set_content(answer.body, answer.contentType);
         return;
     }
     response.set_chunked_content_provider(
-        answer.contentType, [this, place, next = std::move(answer.stream)](std::size_t, httplib::DataSink& sink) {
+        answer.contentType, [this, next = std::move(answer.stream)](std::size_t, httplib::DataSink& sink) {
             const auto write = [&](std::string_view piece) { return sink.write(piece.data(), piece.size()); };
             if (!stopping_ && next(write)) return true;
             sink.done();
@@ -320,16 +359,8 @@ void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
         });
 }
 
-void HTTPFront::Server::cutLateRequests()
-{
-    const auto glance =
-        std::clamp(limits_.requestHead / 4, std::chrono::milliseconds(10), std::chrono::milliseconds(1000));
-    std::unique_lock lock(stopMutex_);
-    while (!stopped_.wait_for(lock, glance, [this] { return stopping_.load(); })) patience_.cutLate(Steady::now());
-}
-
-HTTPFront::HTTPFront(int port, Serve serve, RequestLog& log, const Limits& limits)
-    : server_(std::make_unique<Server>(port, std::move(serve), log, limits))
+HTTPFront::HTTPFront(int port, Serve serve, RequestLog& log, const Patience& patience)
+    : server_(std::make_unique<Server>(port, std::move(serve), log, patience))
 {
 }
 

@@ -1,16 +1,42 @@
 #pragma once
 
 #include "VornSandbox/Service/Call.h"
-#include "VornSandbox/Service/RequestLog.h"
 
 #include <chrono>
-#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace vorn::sandbox {
+
+/// One line for each request, such as "POST /api/v1/auth/device-links 201 93>240 bytes 2 ms": bytes received and sent.
+/// Queries, headers and bodies never reach it, for they hold secrets. Threads: any.
+class RequestLog {
+public:
+    using Write = std::function<void(const std::string& line)>; ///< the line comes without its end
+
+    explicit RequestLog(Write write) : write_(std::move(write)) {}
+
+    struct Entry {
+        std::string method;
+        std::string path;
+        std::string outcome; ///< the status, or what happened instead
+        std::int64_t received = 0;
+        std::int64_t sent = 0;
+        std::chrono::milliseconds took{};
+    };
+    void request(const Entry& entry);
+    void warning(std::string_view text);
+
+private:
+    void line(const std::string& text);
+
+    std::mutex mutex_; ///< keeps lines whole
+    Write write_;
+};
 
 /// An HTTP server on 127.0.0.1. The only place that names the server library.
 class HTTPFront {
@@ -18,14 +44,14 @@ public:
     /// Answers a request; called on several threads at once. What it throws becomes an error answer.
     using Serve = std::function<Answer(const Call&)>;
 
-    struct Limits {
-        std::chrono::milliseconds requestHead{10'000}; ///< a connection brings a request by then, or is cut
-        std::size_t threads = 128; ///< one a connection; beyond, the connection that waits longest makes room
+    struct Patience {
+        std::chrono::milliseconds within{30'000}; ///< a client may pause so long within a request
+        std::chrono::seconds between{8};          ///< and a connection may idle so long before one
     };
 
     /// Listens on `port`, or on any free one for 0; `std::runtime_error` when it is taken. Answers from now on.
-    HTTPFront(int port, Serve serve, RequestLog& log, const Limits& limits);
-    HTTPFront(int port, Serve serve, RequestLog& log) : HTTPFront(port, std::move(serve), log, Limits{}) {}
+    HTTPFront(int port, Serve serve, RequestLog& log, const Patience& patience);
+    HTTPFront(int port, Serve serve, RequestLog& log) : HTTPFront(port, std::move(serve), log, Patience{}) {}
 
     /// Cuts every connection and waits for the answers under way.
     ~HTTPFront();

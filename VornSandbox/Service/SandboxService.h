@@ -3,7 +3,6 @@
 #include "VornSandbox/Service/Backend.h"
 #include "VornSandbox/Service/FaultPlan.h"
 #include "VornSandbox/Service/HTTPFront.h"
-#include "VornSandbox/Service/RequestLog.h"
 #include "VornSandbox/Service/Router.h"
 #include "VornSandbox/Service/ServiceOptions.h"
 

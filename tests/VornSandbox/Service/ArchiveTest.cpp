@@ -185,12 +185,6 @@ TEST(MessagePages, RefuseMessagesThatAreNestedTooDeeply)
     EXPECT_THROW(MessagePages{file.path}, ArchiveError);
 }
 
-TEST(MessagePages, UnpackNoMessageOfAnySize)
-{
-    const Stored file(withMessages("[\"" + std::string(65 * std::size_t{1024} * 1024, 'x') + "\"]"));
-    EXPECT_THROW(MessagePages{file.path}, ArchiveError);
-}
-
 TEST(MessagePages, AreShownWithoutAManifestThatCannotBeRead)
 {
     for (const std::string& manifest : {std::string("{"), nested(100'000)}) {

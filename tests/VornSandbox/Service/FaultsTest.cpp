@@ -156,7 +156,7 @@ TEST(Faults, LeaveARequestHangingUntilTheServiceEnds)
 TEST(Faults, ForgetARequestWhoseClientHasLeft)
 {
     const SandboxFixture fix(with({"quest=hang"}));
-    for (int i = 0; i < 30; ++i) { // more than may hang at once
+    for (int i = 0; i < 30; ++i) {
         const RawClient mac(fix.port());
         mac.send(rawRequest(fix.port(), "GET /api/v1/desktop/nimbrel"));
         mac.finishSending();

@@ -1,4 +1,4 @@
-#include "VornSandbox/Service/RequestLog.h"
+#include "VornSandbox/Service/HTTPFront.h"
 #include "VornSandbox/Service/ReviewPlan.h"
 #include "VornSandbox/Service/Router.h"
 #include "VornSandbox/Service/Secrets.h"
