@@ -1,7 +1,7 @@
 #include "VornSandbox/Service/Archive.h"
 
 #include "Platform/Base/Dates.h"
-#include "VornSandbox/Service/BoundedJSON.h"
+#include "VornSandbox/Service/RequestChecks.h"
 
 #include <fmt/format.h>
 

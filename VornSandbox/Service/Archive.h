@@ -1,13 +1,14 @@
 #pragma once
 
 #include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
-#include "VornSandbox/Service/Submissions.h"
+#include "VornSandbox/Service/Settings.h"
 
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
 #include <filesystem>
 #include <stdexcept>
+#include <string>
 
 /// Uploaded archives, read with other means than the export's own: libzip and nlohmann's parser. They may come from
 /// anybody.
@@ -17,6 +18,12 @@ namespace vorn::sandbox {
 class ArchiveError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
+};
+
+/// What reading an archive finds: `asChecked` is how a strict review would end.
+struct ArchiveVerdict {
+    Outcome asChecked;
+    std::string finding; ///< one sentence for people
 };
 
 /// Reads an archive whole and says what a strict review makes of it: rejected as "media_unreadable" when it is no

@@ -1,17 +1,40 @@
 #pragma once
 
+#include <nlohmann/json.hpp>
+
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
+/// What the service is asked and answers, apart from how it travels.
 namespace vorn::sandbox {
 
-/// One request as the service sees it. Its body is read once, in pieces, when somebody asks for it.
+/// A request that is refused: the HTTP status, and the answer's "code" (for programs) and "message" (for people).
+class ServiceError : public std::exception {
+public:
+    ServiceError(int status, std::string code, std::string message)
+        : status_(status), code_(std::move(code)), message_(std::move(message))
+    {
+    }
+
+    int status() const noexcept { return status_; }
+    const std::string& code() const noexcept { return code_; }
+    const char* what() const noexcept override { return message_.c_str(); }
+
+private:
+    int status_;
+    std::string code_;
+    std::string message_;
+};
+
+/// One request. Its body is read once, in pieces, when somebody asks for it.
 struct Call {
     using Sink = std::function<void(std::string_view piece)>;
 
@@ -19,6 +42,7 @@ struct Call {
     std::string path;                             ///< without the query, percent-decoded
     std::map<std::string, std::string> query{};   ///< of part URLs, it is a secret
     std::map<std::string, std::string> headers{}; ///< names in lower case
+    std::vector<std::string> arguments{};         ///< what the path has for the placeholders of its route
     std::function<void(const Sink&)> readBody{};  ///< throws when the body breaks off
     int servicePort = 0;                          ///< the port of this service
 
@@ -38,12 +62,15 @@ struct Call {
 struct Answer {
     using Write = std::function<bool(std::string_view piece)>; ///< false once the client is gone
 
+    /// `body` as JSON. Text in it need not be well-formed: names come from the Mac, messages from anybody.
+    static Answer of(const nlohmann::json& body, int status = 200);
+
     int status = 200;
     std::string contentType = "application/json";
     std::string body{};
     std::vector<std::pair<std::string, std::string>> headers{};
 
-    /// For an answer that goes on: called again and again in place of `body`, until it gives false. Each call must
+    /// For an answer that goes on: called again and again in place of `body`, until it returns false. Each call must
     /// return within a second.
     std::function<bool(const Write&)> stream{};
 
@@ -51,7 +78,23 @@ struct Answer {
     enum class Instead { nothing, drop, hang, truncate } instead = Instead::nothing;
 };
 
+/// Which function answers what. In `pattern`, "*" stands for one whole segment of the path, such as
+/// "/submissions/*/abort". `operation` is the name that faults know it by.
+struct Route {
+    std::string operation;
+    std::string method;
+    std::string_view pattern;
+    std::function<Answer(const Call&)> handler;
+};
+
+/// The route of the call, whose arguments it fills in. Throws `ServiceError`: 404 for an unknown path, 405 for a known
+/// one asked in another way.
+const Route& match(const std::vector<Route>& routes, Call& call);
+
 /// The base URL of the service at `port`, such as "http://127.0.0.1:8787".
 std::string serviceURL(int port);
+
+/// `text` as a whole number in decimal digits; nothing when it is none.
+std::optional<std::int64_t> wholeNumber(std::string_view text);
 
 } // namespace vorn::sandbox

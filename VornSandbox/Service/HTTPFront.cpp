@@ -1,7 +1,6 @@
 #include "VornSandbox/Service/HTTPFront.h"
 
 #include "Platform/Base/FileDescriptor.h"
-#include "VornSandbox/Service/ServiceError.h"
 
 #include <fmt/format.h>
 #include <httplib.h>
@@ -205,7 +204,7 @@ private:
     void configure(const Patience& patience);
     void serve(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* reader);
     Call callOf(const httplib::Request& request) const;
-    Answer answerTo(const Call& call);
+    Answer answerTo(Call& call);
     void hang(int remotePort) const;
     void cut(int remotePort) const;
     void fill(httplib::Response& response, Answer&& answer);
@@ -309,7 +308,7 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
     fill(response, std::move(answer));
 }
 
-Answer HTTPFront::Server::answerTo(const Call& call)
+Answer HTTPFront::Server::answerTo(Call& call)
 {
     try {
         return serve_(call);

@@ -42,7 +42,7 @@ private:
 class HTTPFront {
 public:
     /// Answers a request; called on several threads at once. What it throws becomes an error answer.
-    using Serve = std::function<Answer(const Call&)>;
+    using Serve = std::function<Answer(Call&)>;
 
     struct Patience {
         std::chrono::milliseconds within{30'000}; ///< a client may pause so long within a request

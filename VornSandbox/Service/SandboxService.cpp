@@ -1,52 +1,47 @@
 #include "VornSandbox/Service/SandboxService.h"
 
-#include "VornSandbox/Service/APIChecks.h"
-#include "VornSandbox/Service/APIRoutes.h"
-#include "VornSandbox/Service/Archive.h"
-#include "VornSandbox/Service/FaultAnswers.h"
-#include "VornSandbox/Service/PhoneRoutes.h"
-#include "VornSandbox/Service/RequestGuard.h"
-#include "VornSandbox/Service/UploadRoutes.h"
+#include "VornSandbox/Service/RequestChecks.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace vorn::sandbox {
 
 SandboxService::SandboxService(const ServiceOptions& options, Clock clock, RequestLog::Write log)
-    : log_(std::move(log)), faults_(options.faults),
-      backend_(options.settings, options.state, std::move(clock), inspectArchive), router_([this] {
-          Router router;
-          addAccountRoutes(router, backend_);
-          addSubmissionRoutes(router, backend_);
-          addUploadRoutes(router, backend_);
-          addPhoneRoutes(router, backend_);
-          return router;
-      }()),
-      front_(options.port, [this](const Call& call) { return serve(call); }, log_)
+    : settings_(options.settings), log_(std::move(log)), faults_(options.faults), folder_(options.state),
+      state_(folder_, std::move(clock)), accounts_(state_, settings_),
+      submissions_(state_, settings_, accounts_, folder_.uploads()), phone_(state_, accounts_, submissions_),
+      routes_(allRoutes()), front_(options.port, [this](Call& call) { return serve(call); }, log_)
 {
 }
 
-Answer SandboxService::serve(const Call& call)
+std::vector<Route> SandboxService::allRoutes()
+{
+    std::vector<Route> routes = accounts_.routes();
+    std::ranges::move(submissions_.routes(), std::back_inserter(routes));
+    std::ranges::move(phone_.routes(), std::back_inserter(routes));
+    return routes;
+}
+
+Answer SandboxService::serve(Call& call)
 {
     guardRequest(call); // before anything counts it
-    const Router::Match match = router_.match(call.method, call.path);
-    if (!call.path.starts_with("/phone") && call.path != "/") warnAbout(call);
-    const auto fault = faults_.next(match.operation);
+    const Route& route = match(routes_, call);
+    if (route.operation != "phone") {
+        for (const std::string& name : unexpectedHeaders(call)) {
+            log_.warning(fmt::format("{} {} has the header {}", call.method, call.path, name));
+        }
+    }
+    const auto fault = faults_.next(route.operation);
     if (fault) {
         if (auto answer = answerInstead(*fault)) return *std::move(answer);
     }
-    Answer answer = match.handler(call, match.arguments);
+    Answer answer = route.handler(call);
     if (fault) spoil(answer, *fault);
     return answer;
-}
-
-void SandboxService::warnAbout(const Call& call)
-{
-    for (const std::string& name : unexpectedHeaders(call)) {
-        log_.warning(fmt::format("{} {} has the header {}", call.method, call.path, name));
-    }
 }
 
 } // namespace vorn::sandbox

@@ -1,12 +1,15 @@
 #pragma once
 
-#include "VornSandbox/Service/Backend.h"
-#include "VornSandbox/Service/FaultPlan.h"
+#include "VornSandbox/Service/Accounts.h"
+#include "VornSandbox/Service/Faults.h"
 #include "VornSandbox/Service/HTTPFront.h"
-#include "VornSandbox/Service/Router.h"
+#include "VornSandbox/Service/Phone.h"
 #include "VornSandbox/Service/ServiceOptions.h"
+#include "VornSandbox/Service/State.h"
+#include "VornSandbox/Service/Submissions.h"
 
 #include <string>
+#include <vector>
 
 namespace vorn::sandbox {
 
@@ -19,13 +22,18 @@ public:
     std::string baseURL() const { return front_.baseURL(); }
 
 private:
-    Answer serve(const Call& call);
-    void warnAbout(const Call& call);
+    std::vector<Route> allRoutes();
+    Answer serve(Call& call);
 
+    const Settings settings_;
     RequestLog log_;
     FaultPlan faults_;
-    Backend backend_;
-    Router router_;
+    StateFolder folder_;
+    State state_;
+    Accounts accounts_;
+    Submissions submissions_;
+    Phone phone_;
+    std::vector<Route> routes_;
     HTTPFront front_; ///< last: it answers as soon as it is there
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornSandbox/Service/FaultPlan.h"
+#include "VornSandbox/Service/Faults.h"
 #include "VornSandbox/Service/Settings.h"
 
 #include <filesystem>

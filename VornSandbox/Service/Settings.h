@@ -1,18 +1,48 @@
 #pragma once
 
 #include "Platform/Base/Dates.h"
-#include "VornSandbox/Service/ReviewPlan.h"
 
+#include <array>
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vorn::sandbox {
 
 /// Tells the time. Tests hand in one that they move.
 using Clock = std::function<Instant()>;
+
+/// How a review ends.
+struct Outcome {
+    std::string status; ///< "approved", "rejected" or "expired"
+    std::string reason; ///< of a rejection
+    bool operator==(const Outcome&) const = default;
+};
+
+/// The reasons of a rejection that have words of their own on the Mac.
+constexpr std::array<std::string_view, 6> rejectionReasons{
+    "media_unreadable", "wrong_provider",         "duplicate_media",
+    "export_too_small", "nothing_new_since_last", "authenticity_suspected",
+};
+
+/// What decides a review once its time has come.
+struct ReviewPlan {
+    enum class Kind {
+        fixed,   ///< always `outcome`
+        checked, ///< approves an archive that reads as an export with enough prompts
+        manual,  ///< waits for somebody to press a button
+    };
+
+    Kind kind = Kind::fixed;
+    Outcome outcome{.status = "approved", .reason = {}};
+
+    /// Reads "approved", "rejected:REASON", "expired", "checked" or "manual"; nothing when `text` is none of them.
+    static std::optional<ReviewPlan> parse(std::string_view text);
+};
 
 /// How the service behaves, with the values of a run without options.
 struct Settings {

@@ -1,21 +1,34 @@
 #include "VornSandbox/Service/Submissions.h"
 
-#include "VornSandbox/Service/Secrets.h"
-#include "VornSandbox/Service/ServiceError.h"
+#include "Platform/Base/FileManager.h"
+#include "VornSandbox/Service/RequestChecks.h"
 
 #include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
 
 namespace vorn::sandbox {
 namespace {
 
-SQLiteValue orNull(const std::optional<std::string>& text)
-{
-    return text ? SQLiteValue(*text) : SQLiteValue(nullptr);
-}
+using nlohmann::json;
 
-SQLiteValue orNull(const std::string& text)
+constexpr auto questId = "quest_nimbrel";
+constexpr auto termsVersion = "vorn-mac-nimbrel-1";
+constexpr std::size_t largestBody = 64 * std::size_t{1024};
+constexpr std::int64_t mostShown = 20;
+
+/// What an earlier run left of parts that did not arrive whole, and what earlier versions unpacked there.
+void removeLeftovers(const std::filesystem::path& uploads)
 {
-    return text.empty() ? SQLiteValue(nullptr) : SQLiteValue(text);
+    std::vector<std::filesystem::path> leftovers;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(uploads)) {
+        const std::string name = entry.path().filename().string();
+        if (entry.is_regular_file() && name != "archive.zip" && !name.starts_with("part-")) {
+            leftovers.push_back(entry.path());
+        }
+    }
+    for (const auto& file : leftovers) FileManager::standard().remove(file);
 }
 
 ServiceError noSuchSubmission()
@@ -23,46 +36,148 @@ ServiceError noSuchSubmission()
     return {404, "unknown_submission", "There is no such submission."};
 }
 
+json exportGuide()
+{
+    const json steps = json::array({
+        {{"key", "open"}, {"title", "Open Vorn for Mac"}, {"body", "Link it with this phone."}},
+        {{"key", "export"}, {"title", "Find your chat"}, {"body", "Vorn reads your chat with Nimbrel, and no other."}},
+        {{"key", "upload"}, {"title", "Upload it"}, {"body", "The review takes a few minutes."}},
+    });
+    return {{"provider", "nimbrel"}, {"providerName", "Nimbrel"}, {"steps", steps}, {"uploadFrom", "mac"}};
+}
+
+json reviewView(const ReviewPlan& plan)
+{
+    switch (plan.kind) {
+    case ReviewPlan::Kind::manual: return {{"by", "button"}};
+    case ReviewPlan::Kind::checked: return {{"by", "archive"}};
+    case ReviewPlan::Kind::fixed: break;
+    }
+    return {{"by", "plan"}, {"ending", plan.outcome.status}, {"reason", plan.outcome.reason}};
+}
+
+std::int64_t expiresInSeconds(const Settings& settings)
+{
+    return std::chrono::floor<std::chrono::seconds>(settings.urlLifetime).count();
+}
+
 } // namespace
 
-Submissions::Submissions(const StateDatabase& state, const Settings& settings, ArchiveFolder& files, Inspector inspect)
-    : state_(state), settings_(settings), files_(files), inspect_(std::move(inspect)), signer_(state, settings)
+Submissions::Submissions(State& state, const Settings& settings, const Accounts& accounts,
+                         std::filesystem::path uploads)
+    : state_(state), settings_(settings), accounts_(accounts), uploads_(std::move(uploads))
 {
+    removeLeftovers(uploads_);
     // A service that ended while it joined parts left that undone; the Mac may complete again.
     state_.run("UPDATE submission SET status = 'open' WHERE status = 'assembling'");
 }
 
-Submission Submissions::create(const std::string& userId, const SubmissionRequest& request)
+std::vector<Route> Submissions::routes()
 {
+    const auto to = [this](Answer (Submissions::*handler)(const Call&)) {
+        return [this, handler](const Call& call) { return (this->*handler)(call); };
+    };
+    return {
+        {"quest", "GET", "/api/v1/desktop/nimbrel", to(&Submissions::quest)},
+        {"create-submission", "POST", "/api/v1/desktop/nimbrel/submissions", to(&Submissions::create)},
+        {"part-urls", "POST", "/api/v1/desktop/nimbrel/submissions/*/assets/*/part-urls", to(&Submissions::partURLs)},
+        {"complete", "POST", "/api/v1/desktop/nimbrel/submissions/*/assets/*/complete", to(&Submissions::complete)},
+        {"abort", "POST", "/api/v1/desktop/nimbrel/submissions/*/abort", to(&Submissions::abort)},
+        {"submission", "GET", "/api/v1/desktop/nimbrel/submissions/*", to(&Submissions::status)},
+        {"put-part", "PUT", "/uploads/*/*", to(&Submissions::putPart)},
+        {"phone", "POST", "/phone/submissions/*/outcome", to(&Submissions::decide)},
+    };
+}
+
+Answer Submissions::quest(const Call& call)
+{
+    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
-    settleLocked();
-    refuseTooEarly(userId);
+    settle();
+    json quest = standingOf(accounts_.authenticate(call));
+    quest.update({{"id", questId},
+                  {"title", "Share your chat with Nimbrel"},
+                  {"description", "Upload your conversation from your Mac."},
+                  {"rewardUsd", settings_.rewardUsd},
+                  {"exportGuide", exportGuide()}});
+    return Answer::of({{"quest", quest}, {"handles", settings_.handles}, {"maxBytes", settings_.maxBytes}});
+}
+
+/// Where an account stands with the quest. Its last upload decides; unfinished and aborted ones do not count.
+json Submissions::standingOf(const std::string& userId) const
+{
+    const auto last = newest(userId, "status NOT IN ('open', 'aborted')");
+    if (!last || last->status == "expired") return {{"status", "available"}};
+    if (last->status == "approved") {
+        return {{"status", "approved"}, {"availableAt", dateText(last->decidedAt + settings_.cooldown.count())}};
+    }
+    if (last->status != "rejected") return {{"status", "submitted"}};
+    json standing{{"status", "rejected"}};
+    if (last->reason) standing["rejectionReasonKey"] = *last->reason;
+    return standing;
+}
+
+Submissions::Request Submissions::readRequest(const Call& call)
+{
+    const RequestBody body(call.bodyText(largestBody), {"termsVersion", "sizeBytes", "partCount", "device"});
+    if (body.text("termsVersion") != termsVersion) {
+        throw ServiceError(422, "unknown_terms", "There are no such terms.");
+    }
+    Request request{.sizeBytes = body.integer("sizeBytes"), .partCount = body.integer("partCount")};
+    if (const auto device = body.optionalObject("device", {"timezone", "locale"})) {
+        request.timezone = device->text("timezone");
+        request.locale = device->text("locale");
+    }
+    return request;
+}
+
+/// Refused while one is in review or cooling down; an unfinished upload makes room for the new one.
+Answer Submissions::create(const Call& call)
+{
+    checkFrame(call, BodyRule::json);
+    auto lock = state_.lock();
+    const std::string user = accounts_.authenticate(call);
+    lock.unlock();
+    const Request request = readRequest(call);
+    lock.lock();
+    settle();
+    refuseTooEarly(user);
     refuseWrongPlan(request);
-    replaceUnfinished(userId);
+    while (const auto unfinished = newest(user, "status = 'open'")) discard(*unfinished);
     const std::string id = newIdentifier("sub_");
-    const auto attempt = state_.number("SELECT count(*) FROM submission WHERE userId = ?", {userId}) + 1;
     state_.run(
         "INSERT INTO submission(id, userId, attempt, assetId, uploadId, sizeBytes, partCount, partSize, timezone,"
-        " locale, status, createdAt) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 'open', ?)",
-        {id, userId, attempt, newIdentifier("ast_"), newIdentifier("upl_"), request.sizeBytes, request.partCount,
-         settings_.partSize, orNull(request.timezone), orNull(request.locale), toMilliseconds(state_.now())});
-    return require(id);
+        " locale, status, createdAt) VALUES (?1, ?2, (SELECT count(*) + 1 FROM submission WHERE userId = ?2),"
+        " ?3, ?4, ?5, ?6, ?7, ?8, ?9, 'open', ?10)",
+        {id, user, newIdentifier("ast_"), newIdentifier("upl_"), request.sizeBytes, request.partCount,
+         settings_.partSize, orNull(request.timezone), orNull(request.locale), state_.now()});
+    const Submission submission = require(id);
+    const json asset{{"assetId", submission.assetId},
+                     {"position", 0},
+                     {"uploadId", submission.uploadId},
+                     {"parts", partsJSON(call, submission, 1, std::min(settings_.initialParts, submission.partCount))}};
+    return Answer::of({{"submissionId", id},
+                       {"questId", questId},
+                       {"attempt", submission.attempt},
+                       {"assets", json::array({asset})},
+                       {"expiresInSeconds", expiresInSeconds(settings_)}},
+                      201);
 }
 
 void Submissions::refuseTooEarly(const std::string& userId) const
 {
-    if (newestSubmission(state_, userId, "status IN ('review', 'assembling')")) {
+    if (newest(userId, "status IN ('review', 'assembling')")) {
         throw ServiceError(409, "in_review", "Your last upload is still in review.");
     }
-    const auto last = newestSubmission(state_, userId, "status IN ('approved', 'rejected', 'expired')");
-    if (last && last->status == "approved" && state_.now() < last->decidedAt + settings_.cooldown) {
-        throw ServiceError(409, "cooling_down",
-                           "The next upload is possible after " +
-                               internetDateTime(last->decidedAt + settings_.cooldown));
+    const auto last = newest(userId, "status IN ('approved', 'rejected', 'expired')");
+    if (!last || last->status != "approved") return;
+    const std::int64_t next = last->decidedAt + settings_.cooldown.count();
+    if (state_.now() < next) {
+        throw ServiceError(409, "cooling_down", "The next upload is possible after " + dateText(next));
     }
 }
 
-void Submissions::refuseWrongPlan(const SubmissionRequest& request) const
+void Submissions::refuseWrongPlan(const Request& request) const
 {
     if (request.sizeBytes < 0) throw ServiceError(422, "bad_size", "sizeBytes is negative.");
     if (request.sizeBytes > settings_.maxBytes) {
@@ -76,103 +191,189 @@ void Submissions::refuseWrongPlan(const SubmissionRequest& request) const
     }
 }
 
-void Submissions::replaceUnfinished(const std::string& userId)
+Answer Submissions::abort(const Call& call)
 {
-    while (const auto unfinished = newestSubmission(state_, userId, "status = 'open'")) {
-        state_.run("UPDATE submission SET status = 'aborted' WHERE id = ?", {unfinished->id});
-        state_.run("DELETE FROM part WHERE submissionId = ?", {unfinished->id});
-        files_.removeAll(unfinished->id);
-    }
-}
-
-Submission Submissions::require(const std::string& id) const
-{
-    auto submission = findSubmission(state_, id);
-    if (!submission) throw noSuchSubmission();
-    return *std::move(submission);
-}
-
-Submission Submissions::find(const std::string& userId, const std::string& id, const std::string& assetId) const
-{
+    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
-    Submission submission = require(id);
-    if (submission.userId != userId) throw noSuchSubmission();
-    if (submission.assetId != assetId) throw ServiceError(404, "unknown_asset", "The submission has no such asset.");
-    return submission;
-}
-
-Submission Submissions::status(const std::string& userId, const std::string& id)
-{
-    const auto lock = state_.lock();
-    settleLocked();
-    Submission submission = require(id);
-    if (submission.userId != userId) throw noSuchSubmission();
-    return submission;
-}
-
-void Submissions::abort(const std::string& userId, const std::string& id)
-{
-    const auto lock = state_.lock();
-    const Submission submission = require(id);
-    if (submission.userId != userId) throw noSuchSubmission();
-    if (submission.status == "aborted") return;
-    if (submission.status != "open" && submission.status != "assembling") {
+    const Submission submission = own(call);
+    if (submission.isOpen() || submission.status == "assembling") {
+        discard(submission);
+    } else if (submission.status != "aborted") {
         throw ServiceError(409, "already_complete", "The upload is complete and can no longer be aborted.");
     }
-    state_.run("UPDATE submission SET status = 'aborted' WHERE id = ?", {id});
-    state_.run("DELETE FROM part WHERE submissionId = ?", {id});
-    files_.removeAll(id);
+    return Answer::of({{"status", "aborted"}});
 }
 
-void Submissions::decide(const std::string& id, const Outcome& outcome)
+void Submissions::discard(const Submission& submission)
 {
-    if (!isValid(outcome)) throw ServiceError(422, "bad_outcome", "That is not how a review can end.");
+    state_.run("UPDATE submission SET status = 'aborted' WHERE id = ?", {submission.id});
+    state_.run("DELETE FROM part WHERE submissionId = ?", {submission.id});
+    FileManager::standard().remove(folderOf(submission.id));
+}
+
+Answer Submissions::status(const Call& call)
+{
+    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
-    settleLocked();
-    if (require(id).status != "review") throw ServiceError(409, "not_in_review", "The submission is not in review.");
-    store(id, outcome, state_.now());
+    settle();
+    return Answer::of(statusJSON(own(call)));
+}
+
+// POST /phone/submissions/<id>/outcome {"outcome": "approved", "rejected:REASON" or "expired"}
+Answer Submissions::decide(const Call& call)
+{
+    const auto plan = ReviewPlan::parse(RequestBody(call.bodyText(largestBody), {"outcome"}).text("outcome"));
+    if (!plan || plan->kind != ReviewPlan::Kind::fixed) {
+        throw ServiceError(422, "bad_outcome", "That is not how a review can end.");
+    }
+    const auto lock = state_.lock();
+    settle();
+    const Submission submission = require(call.arguments[0]);
+    if (submission.status != "review") throw ServiceError(409, "not_in_review", "The submission is not in review.");
+    state_.run("UPDATE submission SET status = ?, reason = nullif(?, ''), decidedAt = ? WHERE id = ?",
+               {plan->outcome.status, plan->outcome.reason, state_.now(), submission.id});
+    return Answer::of(json::object());
 }
 
 void Submissions::settle()
 {
-    const auto lock = state_.lock();
-    settleLocked();
-}
-
-void Submissions::settleLocked()
-{
     if (settings_.review.kind == ReviewPlan::Kind::manual) return;
-    struct Due {
-        std::string id;
-        Outcome outcome;
-        Instant at;
-    };
-    std::vector<Due> due;
-    const Instant begunBy = state_.now() - 2 * settings_.reviewStep;
-    state_.query("SELECT id, completedAt, checkedStatus, checkedReason FROM submission"
-                 " WHERE status = 'review' AND completedAt <= ?",
-                 {toMilliseconds(begunBy)}, [&](const SQLiteRow& row) {
-                     const Outcome checked{.status = row.text(2).value_or(""), .reason = row.text(3).value_or("")};
-                     due.push_back({.id = row.text(0).value_or(""),
-                                    .outcome = settings_.review.kind == ReviewPlan::Kind::checked
-                                                   ? checked
-                                                   : settings_.review.outcome,
-                                    .at = fromMilliseconds(row.int64OrZero(1)) + 2 * settings_.reviewStep});
-                 });
-    for (const Due& review : due) store(review.id, review.outcome, review.at);
+    const std::int64_t lasts = 2 * settings_.reviewStep.count();
+    const std::string due = "status = 'review' AND completedAt <= ?1";
+    const SQLiteValue begunBy = state_.now() - lasts;
+    if (!state_.number("SELECT 1 FROM submission WHERE " + due, {begunBy})) return; // nothing changes
+    const auto& [status, reason] = settings_.review.outcome;
+    if (settings_.review.kind == ReviewPlan::Kind::checked) {
+        state_.run("UPDATE submission SET status = checkedStatus, reason = nullif(checkedReason, ''),"
+                   " decidedAt = completedAt + ?2 WHERE " +
+                       due,
+                   {begunBy, lasts});
+    } else {
+        state_.run("UPDATE submission SET status = ?3, reason = nullif(?4, ''), decidedAt = completedAt + ?2 WHERE " +
+                       due,
+                   {begunBy, lasts, status, reason});
+    }
 }
 
-void Submissions::store(const std::string& id, const Outcome& outcome, Instant at)
+/// "uploading", "analyzing", "review_pending", "approved", "rejected", "expired" or "aborted".
+std::string Submissions::shownStatus(const Submission& submission) const
 {
-    state_.run("UPDATE submission SET status = ?, reason = ?, decidedAt = ? WHERE id = ?",
-               {outcome.status, orNull(outcome.reason), toMilliseconds(at), id});
-}
-
-std::string shownStatus(const Submission& submission, const Settings& settings, Instant now)
-{
-    if (submission.status == "open" || submission.status == "assembling") return "uploading";
+    if (submission.isOpen() || submission.status == "assembling") return "uploading";
     if (submission.status != "review") return submission.status;
-    return now < submission.completedAt + settings.reviewStep ? "analyzing" : "review_pending";
+    return state_.now() < submission.completedAt + settings_.reviewStep.count() ? "analyzing" : "review_pending";
+}
+
+json Submissions::statusJSON(const Submission& submission) const
+{
+    const std::string status = shownStatus(submission);
+    json result{{"id", submission.id},
+                {"questId", questId},
+                {"status", status},
+                {"assetsRemaining", status == "uploading" ? 1 : 0}};
+    if (submission.reason) result["rejectionReasonKey"] = *submission.reason;
+    // Text here, a number in the quest: that is how the service has it.
+    if (status == "approved") result["rewardUsd"] = fmt::format("{:.2f}", settings_.rewardUsd);
+    return result;
+}
+
+json Submissions::viewOf(const Submission& submission) const
+{
+    json received = json::array();
+    if (submission.isOpen()) {
+        state_.query("SELECT number FROM part WHERE submissionId = ? ORDER BY number", {submission.id},
+                     [&](const SQLiteRow& row) { received.push_back(row.int64OrZero(0)); });
+    }
+    const std::string user = accounts_.nameOf(submission.userId);
+    const bool inReview = submission.status == "review";
+    const bool decidesByItself = inReview && settings_.review.kind != ReviewPlan::Kind::manual;
+    return {{"id", submission.id},
+            {"userName", user.empty() ? submission.userId : user},
+            {"attempt", submission.attempt},
+            {"status", shownStatus(submission)},
+            {"reason", submission.reason.value_or("")},
+            {"sizeBytes", submission.sizeBytes},
+            {"partCount", submission.partCount},
+            {"receivedParts", received},
+            {"createdAt", submission.createdAt},
+            {"inReview", inReview},
+            {"decidesAt", decidesByItself ? submission.completedAt + 2 * settings_.reviewStep.count() : 0},
+            {"hasArchive", submission.hasArchive()},
+            {"finding", submission.finding},
+            {"rewardUsd", settings_.rewardUsd}};
+}
+
+void Submissions::show(json& view) const
+{
+    view["submissions"] = json::array();
+    for (const Submission& submission : select("ORDER BY sequence DESC LIMIT ?", {mostShown})) {
+        view["submissions"].push_back(viewOf(submission));
+    }
+    view["review"] = reviewView(settings_.review);
+    view["reasons"] = rejectionReasons;
+}
+
+std::vector<Submissions::Submission> Submissions::select(const std::string& where,
+                                                         const std::vector<SQLiteValue>& values) const
+{
+    std::vector<Submission> found;
+    state_.query("SELECT id, userId, attempt, assetId, uploadId, sizeBytes, partCount, partSize, status, reason,"
+                 " createdAt, completedAt, decidedAt, finding FROM submission " +
+                     where,
+                 values, [&](const SQLiteRow& row) {
+                     found.push_back({.id = row.text(0).value_or(""),
+                                      .userId = row.text(1).value_or(""),
+                                      .attempt = row.int64OrZero(2),
+                                      .assetId = row.text(3).value_or(""),
+                                      .uploadId = row.text(4).value_or(""),
+                                      .sizeBytes = row.int64OrZero(5),
+                                      .partCount = row.int64OrZero(6),
+                                      .partSize = row.int64OrZero(7),
+                                      .status = row.text(8).value_or(""),
+                                      .reason = row.text(9),
+                                      .createdAt = row.int64OrZero(10),
+                                      .completedAt = row.int64OrZero(11),
+                                      .decidedAt = row.int64OrZero(12),
+                                      .finding = row.text(13).value_or("")});
+                 });
+    return found;
+}
+
+/// `condition` is a fixed piece of SQL over the table's columns.
+std::optional<Submissions::Submission> Submissions::newest(const std::string& userId,
+                                                           const std::string& condition) const
+{
+    auto found = select("WHERE userId = ? AND " + condition + " ORDER BY sequence DESC LIMIT 1", {userId});
+    return found.empty() ? std::nullopt : std::optional(std::move(found.front()));
+}
+
+Submissions::Submission Submissions::require(const std::string& id) const
+{
+    auto found = select("WHERE id = ?", {id});
+    if (found.empty()) throw noSuchSubmission();
+    return std::move(found.front());
+}
+
+/// The submission, and where it names one the asset, that the call's path leads to.
+Submissions::Submission Submissions::own(const Call& call) const
+{
+    const std::string user = accounts_.authenticate(call);
+    Submission submission = require(call.arguments[0]);
+    if (submission.userId != user) throw noSuchSubmission();
+    if (call.arguments.size() > 1 && call.arguments[1] != submission.assetId) {
+        throw ServiceError(404, "unknown_asset", "The submission has no such asset.");
+    }
+    return submission;
+}
+
+bool Submissions::Submission::hasArchive() const
+{
+    return status == "review" || status == "approved" || status == "rejected" || status == "expired";
+}
+
+std::filesystem::path Submissions::archiveOf(const std::string& id) const
+{
+    if (!require(id).hasArchive()) throw ServiceError(409, "no_archive", "The archive is not there.");
+    return archiveFile(id);
 }
 
 } // namespace vorn::sandbox

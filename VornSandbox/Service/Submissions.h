@@ -1,102 +1,109 @@
 #pragma once
 
-#include "VornSandbox/Service/ArchiveFolder.h"
-#include "VornSandbox/Service/PartSigner.h"
-#include "VornSandbox/Service/ReviewPlan.h"
-#include "VornSandbox/Service/Settings.h"
-#include "VornSandbox/Service/StateDatabase.h"
-#include "VornSandbox/Service/Submission.h"
+#include "VornSandbox/Service/Accounts.h"
+#include "VornSandbox/Service/Call.h"
+#include "VornSandbox/Service/State.h"
+
+#include <nlohmann/json.hpp>
 
 #include <cstdint>
-#include <functional>
+#include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace vorn::sandbox {
 
-/// What the Mac says when it opens a submission.
-struct SubmissionRequest {
-    std::int64_t sizeBytes = 0;
-    std::int64_t partCount = 0;
-    std::optional<std::string> timezone;
-    std::optional<std::string> locale;
-};
-
-/// What reading an archive finds: `asChecked` is how a strict review would end.
-struct ArchiveVerdict {
-    Outcome asChecked;
-    std::string finding; ///< one sentence for people
-};
-
-/// Opens, fills, completes and reviews submissions.
-/// Threads: any; unlike the rest of the state, it takes the state's lock itself, so that it is never held while a file
-/// is read or written. Errors: `ServiceError`.
+/// The quest's submissions: opened, filled with parts, completed and reviewed. Parts lie as files in a folder for each
+/// submission until they are joined to its archive. Threads: any; the state's lock is never held while a body is read
+/// or files are joined.
 class Submissions {
 public:
-    /// Reads an archive that has arrived whole.
-    using Inspector = std::function<ArchiveVerdict(const std::filesystem::path& archive)>;
+    /// Keeps files in `uploads`, and removes what an earlier run left unfinished there.
+    Submissions(State& state, const Settings& settings, const Accounts& accounts, std::filesystem::path uploads);
+    Submissions(Submissions&&) = delete;
 
-    Submissions(const StateDatabase& state, const Settings& settings, ArchiveFolder& files, Inspector inspect);
+    std::vector<Route> routes();
 
-    /// Refused while one is in review or cooling down; an unfinished upload makes room for the new one.
-    Submission create(const std::string& userId, const SubmissionRequest& request);
-
-    /// The account's submission with that asset; throws a 404.
-    Submission find(const std::string& userId, const std::string& id, const std::string& assetId) const;
-
-    /// The submission as it is now: a review whose time has come is decided.
-    Submission status(const std::string& userId, const std::string& id);
-
-    struct PartURL {
-        std::int64_t number = 0;
-        std::string path; ///< with a query that must not be logged
-    };
-    std::vector<PartURL> partURLs(const Submission& submission, std::int64_t from, std::int64_t count) const;
-
-    /// Checks that a part may be put there and says how many bytes it must have.
-    struct ExpectedPart {
-        Submission submission;
-        std::int64_t number = 0;
-        std::int64_t size = 0;
-    };
-    ExpectedPart expectPart(const std::string& assetId, const std::string& number, const std::string& expires,
-                            const std::string& signature) const;
-    std::unique_ptr<IncomingPart> receive(const ExpectedPart& part);
-    /// Keeps what was received; returns its ETag.
-    std::string keep(const ExpectedPart& part, IncomingPart& received);
-
-    Submission complete(const Submission& submission, const std::vector<ReceivedPart>& parts,
-                        const std::string& sha256);
-    void abort(const std::string& userId, const std::string& id);
-
-    /// Ends a review, as somebody pressed a button.
-    void decide(const std::string& id, const Outcome& outcome);
-
-    /// Decides every review whose time has come.
+    /// Decides every review whose time has come. Threads: hold the state's lock.
     void settle();
 
+    /// Adds what the page shows of submissions. Threads: hold the state's lock.
+    void show(nlohmann::json& view) const;
+
+    /// The archive of a submission that is complete; else a `ServiceError`. Threads: hold the state's lock.
+    std::filesystem::path archiveOf(const std::string& id) const;
+
 private:
-    Submission require(const std::string& id) const;
+    /// A submission with its one asset, as it is stored. Its stored status is "open" (parts arrive), "assembling" (the
+    /// parts are being joined and checked), "review", "approved", "rejected", "expired" or "aborted".
+    struct Submission {
+        std::string id;
+        std::string userId;
+        std::int64_t attempt = 0; ///< counts from 1 for each account
+        std::string assetId;
+        std::string uploadId;
+        std::int64_t sizeBytes = 0;
+        std::int64_t partCount = 0;
+        std::int64_t partSize = 0;
+        std::string status;
+        std::optional<std::string> reason; ///< of a rejection
+        std::int64_t createdAt = 0;
+        std::int64_t completedAt = 0; ///< when the review began
+        std::int64_t decidedAt = 0;   ///< when the review ended
+        std::string finding;          ///< what reading the archive found
+
+        std::int64_t sizeOfPart(std::int64_t number) const; ///< in bytes, exactly
+        bool isOpen() const { return status == "open"; }
+        bool hasArchive() const;
+    };
+    struct Request {
+        std::int64_t sizeBytes = 0;
+        std::int64_t partCount = 0;
+        std::optional<std::string> timezone{};
+        std::optional<std::string> locale{};
+    };
+    using ListedParts = std::vector<std::pair<std::int64_t, std::string>>; ///< numbers and ETags
+
+    Answer quest(const Call& call);
+    Answer create(const Call& call);
+    Answer partURLs(const Call& call);
+    Answer complete(const Call& call);
+    Answer abort(const Call& call);
+    Answer status(const Call& call);
+    Answer putPart(const Call& call);
+    Answer decide(const Call& call);
+
+    static Request readRequest(const Call& call);
     void refuseTooEarly(const std::string& userId) const;
-    void refuseWrongPlan(const SubmissionRequest& request) const;
-    void replaceUnfinished(const std::string& userId);
-    void beginAssembling(const Submission& submission, const std::vector<ReceivedPart>& parts,
-                         const std::string& sha256);
-    Submission beginReview(const Submission& submission, const std::string& sha256, const ArchiveVerdict& verdict);
-    void reopen(const std::string& id);
-    void settleLocked();
-    void store(const std::string& id, const Outcome& outcome, Instant at);
+    void refuseWrongPlan(const Request& request) const;
+    void discard(const Submission& submission);
+    nlohmann::json standingOf(const std::string& userId) const;
+    std::string shownStatus(const Submission& submission) const;
+    nlohmann::json statusJSON(const Submission& submission) const;
+    nlohmann::json partsJSON(const Call& call, const Submission& submission, std::int64_t from, std::int64_t count);
+    nlohmann::json viewOf(const Submission& submission) const;
 
-    const StateDatabase& state_;
+    std::pair<Submission, std::int64_t> expectPart(const Call& call) const;
+    void beginAssembling(const std::string& id, const ListedParts& parts);
+    void assemble(const Submission& submission, const std::string& sha256) const;
+    Submission beginReview(const Submission& submission, const std::string& sha256);
+
+    std::vector<Submission> select(const std::string& where, const std::vector<SQLiteValue>& values) const;
+    std::optional<Submission> newest(const std::string& userId, const std::string& condition) const;
+    Submission require(const std::string& id) const;
+    Submission requireOpen(const std::string& id) const;
+    Submission requireAssembling(const std::string& id) const;
+    Submission own(const Call& call) const;
+    std::filesystem::path folderOf(const std::string& id) const { return uploads_ / id; }
+    std::filesystem::path partFile(const std::string& id, std::int64_t number) const;
+    std::filesystem::path archiveFile(const std::string& id) const { return folderOf(id) / "archive.zip"; }
+
+    State& state_;
     const Settings& settings_;
-    ArchiveFolder& files_;
-    Inspector inspect_;
-    PartSigner signer_;
+    const Accounts& accounts_;
+    const std::filesystem::path uploads_;
 };
-
-/// The status that the API shows: "uploading", "analyzing", "review_pending", "approved", "rejected", "expired",
-/// "aborted".
-std::string shownStatus(const Submission& submission, const Settings& settings, Instant now);
 
 } // namespace vorn::sandbox

@@ -1,11 +1,45 @@
-#include "VornSandbox/Service/FaultPlan.h"
+#include "VornSandbox/Service/Faults.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
-#include <charconv>
+#include <chrono>
+#include <thread>
 #include <utility>
 
 namespace vorn::sandbox {
 namespace {
+
+using nlohmann::json;
+
+constexpr auto slowBy = std::chrono::seconds(3);
+constexpr auto badURL = "file:///part";
+
+Answer statusAnswer(int status)
+{
+    if (status == 204 || status == 304) return {.status = status}; // these have no body
+    return {.status = status,
+            .body = fmt::format(R"({{"message":"The sandbox was told to answer {}.","code":"fault"}})", status)};
+}
+
+void dropAssets(json& body)
+{
+    body["assets"] = json::array();
+}
+
+/// The parts stand in the answer itself or, when it opens a submission, in its asset.
+void spoilFirstURL(json& body)
+{
+    json& holder = body.contains("assets") ? body["assets"][0] : body;
+    if (!holder["parts"].empty()) holder["parts"][0]["url"] = badURL;
+}
+
+void change(Answer& answer, void (*how)(json&))
+{
+    json body = json::parse(answer.body);
+    how(body);
+    answer.body = body.dump();
+}
 
 constexpr std::array<std::pair<std::string_view, Fault::Effect>, 7> effects{{
     {"drop", Fault::Effect::drop},
@@ -19,10 +53,8 @@ constexpr std::array<std::pair<std::string_view, Fault::Effect>, 7> effects{{
 
 std::optional<std::int64_t> positive(std::string_view text)
 {
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < 1) return std::nullopt;
-    return number;
+    const auto number = wholeNumber(text);
+    return number.value_or(0) > 0 ? number : std::nullopt;
 }
 
 /// Takes what follows the last `mark` off the end of `text`; `fine` turns false when that is no positive number.
@@ -84,6 +116,28 @@ std::optional<Fault> FaultPlan::next(const std::string& operation)
         if (fault.operation == operation && begun && !over) return fault;
     }
     return std::nullopt;
+}
+
+std::optional<Answer> answerInstead(const Fault& fault)
+{
+    switch (fault.effect) {
+    case Fault::Effect::status: return statusAnswer(fault.status);
+    case Fault::Effect::drop: return Answer{.instead = Answer::Instead::drop};
+    case Fault::Effect::hang: return Answer{.instead = Answer::Instead::hang};
+    case Fault::Effect::garbage: return Answer{.body = "{\"status\": \xff<html>"};
+    case Fault::Effect::slow: std::this_thread::sleep_for(slowBy); return std::nullopt;
+    case Fault::Effect::noAsset:
+    case Fault::Effect::badURL:
+    case Fault::Effect::truncate: return std::nullopt;
+    }
+    return std::nullopt;
+}
+
+void spoil(Answer& answer, const Fault& fault)
+{
+    if (fault.effect == Fault::Effect::noAsset) change(answer, dropAssets);
+    if (fault.effect == Fault::Effect::badURL) change(answer, spoilFirstURL);
+    if (fault.effect == Fault::Effect::truncate) answer.instead = Answer::Instead::truncate;
 }
 
 } // namespace vorn::sandbox

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "VornSandbox/Service/Call.h"
+
 #include <array>
 #include <cstdint>
 #include <map>
@@ -54,5 +56,12 @@ private:
     std::vector<Fault> faults_;
     std::map<std::string, std::int64_t> seen_;
 };
+
+/// What is answered in place of the service; nothing when the service answers after all. Sleeps when the fault is to be
+/// slow.
+std::optional<Answer> answerInstead(const Fault& fault);
+
+/// Spoils what the service answered, for faults that do.
+void spoil(Answer& answer, const Fault& fault);
 
 } // namespace vorn::sandbox

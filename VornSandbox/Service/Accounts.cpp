@@ -1,0 +1,257 @@
+#include "VornSandbox/Service/Accounts.h"
+
+#include "VornSandbox/Service/RequestChecks.h"
+
+#include <fmt/format.h>
+
+namespace vorn::sandbox {
+namespace {
+
+using nlohmann::json;
+
+constexpr auto codePrefix = std::string_view("vorn://link?code=");
+constexpr std::size_t largestBody = 64 * std::size_t{1024};
+
+/// Unknown and wrongly proven links read the same: the answer tells nobody which ids exist.
+ServiceError noSuchLink()
+{
+    return {404, "unknown_link", "There is no such link."};
+}
+
+RequestBody bodyOf(const Call& call, RequestBody::Keys keys)
+{
+    return {call.bodyText(largestBody), keys};
+}
+
+} // namespace
+
+std::vector<Route> Accounts::routes()
+{
+    const auto to = [this](Answer (Accounts::*handler)(const Call&)) {
+        return [this, handler](const Call& call) { return (this->*handler)(call); };
+    };
+    return {{"create-link", "POST", "/api/v1/auth/device-links", to(&Accounts::createLink)},
+            {"poll-link", "POST", "/api/v1/auth/device-links/poll", to(&Accounts::pollLink)},
+            {"refresh", "POST", "/api/v1/auth/desktop/refresh", to(&Accounts::refresh)},
+            {"logout", "POST", "/api/v1/auth/desktop/logout", to(&Accounts::logout)},
+            {"phone", "POST", "/phone/links/scan", to(&Accounts::scanCode)},
+            {"phone", "POST", "/phone/links/*/scan", to(&Accounts::scan)},
+            {"phone", "POST", "/phone/links/*/approve", to(&Accounts::approve)},
+            {"phone", "POST", "/phone/links/*/reject", to(&Accounts::reject)}};
+}
+
+std::string Accounts::nameOf(const std::string& user) const
+{
+    for (std::size_t i = 0; i < settings_.users.size(); ++i) {
+        if (userId(i) == user) return settings_.users[i];
+    }
+    return {};
+}
+
+Answer Accounts::createLink(const Call& call)
+{
+    refuseToken(call);
+    checkFrame(call, BodyRule::json);
+    const RequestBody body = bodyOf(call, {"deviceName", "platform", "appVersion", "osVersion"});
+    const std::string device = body.text("deviceName");
+    const std::string platform = body.text("platform");
+    const std::string version = body.text("appVersion");
+    const auto system = body.optionalText("osVersion");
+    if (device.empty()) throw ServiceError(422, "bad_device_name", "deviceName is empty.");
+    if (platform != "macos") throw ServiceError(422, "bad_platform", "platform is not macos.");
+    if (version.empty()) throw ServiceError(422, "bad_app_version", "appVersion is empty.");
+
+    const auto lock = state_.lock();
+    const std::string id = newIdentifier("lnk_");
+    const std::string pollSecret = newSecret();
+    const std::string code = newSecret();
+    const std::int64_t expiresAt = state_.now() + settings_.linkLifetime.count();
+    state_.run(
+        "INSERT INTO link(id, pollHash, codeHash, deviceName, platform, appVersion, osVersion, createdAt,"
+        " expiresAt, status) VALUES (?, ?, ?, ?, ?, ?, ?, ?, ?, 'pending')",
+        {id, hashOf(pollSecret), hashOf(code), device, platform, version, orNull(system), state_.now(), expiresAt});
+    return Answer::of({{"linkId", id},
+                       {"pollSecret", pollSecret},
+                       {"qrPayload", std::string(codePrefix) + code},
+                       {"expiresAt", dateText(expiresAt)},
+                       {"pollIntervalMs", settings_.pollIntervalMs}},
+                      201);
+}
+
+/// The first answer after the approval carries the session, and no other does: only the holder of the poll secret can
+/// have it, and only once.
+Answer Accounts::pollLink(const Call& call)
+{
+    refuseToken(call);
+    checkFrame(call, BodyRule::json);
+    const RequestBody body = bodyOf(call, {"linkId", "pollSecret"});
+    const std::string id = body.text("linkId");
+    const std::string pollHash = hashOf(body.text("pollSecret"));
+    const auto lock = state_.lock();
+    if (!state_.number("SELECT 1 FROM link WHERE id = ? AND pollHash = ?", {id, pollHash})) throw noSuchLink();
+    if (settings_.autoApprove) advanceByItself(id);
+    json answer{{"status", linkStatus(id)}};
+    const auto user =
+        state_.text("SELECT userId FROM link WHERE id = ? AND status = 'approved' AND NOT delivered", {id});
+    if (user) {
+        state_.run("UPDATE link SET delivered = 1 WHERE id = ?", {id});
+        answer["session"] =
+            openSession(*user, state_.text("SELECT deviceName FROM link WHERE id = ?", {id}).value_or(""));
+    }
+    return Answer::of(answer);
+}
+
+void Accounts::advanceByItself(const std::string& linkId)
+{
+    const std::string status = linkStatus(linkId);
+    if (status == "pending") moveLink(linkId, "pending", "scanned");
+    if (status == "scanned") approveLink(linkId, userId(0));
+}
+
+std::string Accounts::linkStatus(const std::string& linkId) const
+{
+    const auto status = state_.text("SELECT CASE WHEN status IN ('pending', 'scanned') AND expiresAt <= ?"
+                                    " THEN 'expired' ELSE status END FROM link WHERE id = ?",
+                                    {state_.now(), linkId});
+    if (!status) throw noSuchLink();
+    return *status;
+}
+
+void Accounts::moveLink(const std::string& linkId, const std::string& from, const std::string& to)
+{
+    const std::string status = linkStatus(linkId);
+    if (status != from) {
+        throw ServiceError(409, "wrong_link_state", fmt::format("The link is {}, not {}.", status, from));
+    }
+    state_.run("UPDATE link SET status = ? WHERE id = ?", {to, linkId});
+}
+
+void Accounts::approveLink(const std::string& linkId, const std::string& userId)
+{
+    if (nameOf(userId).empty()) throw ServiceError(404, "unknown_user", "There is no such account.");
+    moveLink(linkId, "scanned", "approved");
+    state_.run("UPDATE link SET userId = ? WHERE id = ?", {userId, linkId});
+}
+
+// POST /phone/links/scan {"qrPayload"}
+Answer Accounts::scanCode(const Call& call)
+{
+    const std::string payload = bodyOf(call, {"qrPayload"}).text("qrPayload");
+    const bool isCode = payload.starts_with(codePrefix);
+    const std::string code = isCode ? payload.substr(codePrefix.size()) : std::string();
+    const auto lock = state_.lock();
+    const auto id = state_.text("SELECT id FROM link WHERE codeHash = ?", {hashOf(code)});
+    if (!id) throw ServiceError(404, "unknown_code", "That is not a code of this service.");
+    moveLink(*id, "pending", "scanned");
+    return Answer::of({{"linkId", *id}});
+}
+
+Answer Accounts::scan(const Call& call)
+{
+    const auto lock = state_.lock();
+    moveLink(call.arguments[0], "pending", "scanned");
+    return Answer::of(json::object());
+}
+
+// POST /phone/links/<id>/approve {"userId"}
+Answer Accounts::approve(const Call& call)
+{
+    const std::string user = bodyOf(call, {"userId"}).text("userId");
+    const auto lock = state_.lock();
+    approveLink(call.arguments[0], user);
+    return Answer::of(json::object());
+}
+
+Answer Accounts::reject(const Call& call)
+{
+    const auto lock = state_.lock();
+    moveLink(call.arguments[0], "scanned", "rejected");
+    return Answer::of(json::object());
+}
+
+json Accounts::openSession(const std::string& userId, const std::string& deviceName)
+{
+    const std::string token = newSecret();
+    const std::string refreshToken = newSecret();
+    state_.run("INSERT INTO session(userId, deviceName, createdAt, accessHash, accessExpiresAt, refreshHash)"
+               " VALUES (?, ?, ?, ?, ?, ?)",
+               {userId, deviceName, state_.now(), hashOf(token), state_.now() + settings_.tokenLifetime.count(),
+                hashOf(refreshToken)});
+    return {
+        {"token", token}, {"refreshToken", refreshToken}, {"user", {{"id", userId}, {"displayName", nameOf(userId)}}}};
+}
+
+Answer Accounts::refresh(const Call& call)
+{
+    refuseToken(call);
+    checkFrame(call, BodyRule::json);
+    const std::string hash = hashOf(bodyOf(call, {"refreshToken"}).text("refreshToken"));
+    const auto lock = state_.lock();
+    if (const auto reused = state_.number("SELECT sessionId FROM usedRefresh WHERE hash = ?", {hash})) {
+        state_.run("UPDATE session SET revoked = 1 WHERE id = ?", {*reused});
+        throw ServiceError(401, "refresh_token_reused", "That refresh token was used before: the session has ended.");
+    }
+    const auto session = state_.number("SELECT id FROM session WHERE refreshHash = ? AND NOT revoked", {hash});
+    if (!session) throw ServiceError(401, "bad_refresh_token", "That refresh token is not valid.");
+    const std::string token = newSecret();
+    const std::string refreshToken = newSecret();
+    state_.run("INSERT INTO usedRefresh VALUES (?, ?)", {hash, *session});
+    state_.run("UPDATE session SET accessHash = ?, accessExpiresAt = ?, refreshHash = ? WHERE id = ?",
+               {hashOf(token), state_.now() + settings_.tokenLifetime.count(), hashOf(refreshToken), *session});
+    return Answer::of({{"token", token}, {"refreshToken", refreshToken}});
+}
+
+Answer Accounts::logout(const Call& call)
+{
+    checkFrame(call, BodyRule::none);
+    const auto lock = state_.lock();
+    state_.run("UPDATE session SET revoked = 1 WHERE id = ?", {sessionOf(call)});
+    return Answer::of({{"status", "revoked"}});
+}
+
+std::int64_t Accounts::sessionOf(const Call& call) const
+{
+    const auto id =
+        state_.number("SELECT id FROM session WHERE accessHash = ? AND NOT revoked", {hashOf(bearerToken(call))});
+    if (!id) throw ServiceError(401, "bad_token", "That access token is not valid.");
+    if (!state_.number("SELECT 1 FROM session WHERE id = ? AND accessExpiresAt > ?", {*id, state_.now()})) {
+        throw ServiceError(401, "expired_token", "That access token has expired.");
+    }
+    return *id;
+}
+
+std::string Accounts::authenticate(const Call& call) const
+{
+    const auto user = state_.text("SELECT userId FROM session WHERE id = ?", {sessionOf(call)}).value_or("");
+    // A kept state may know more accounts than this run was started with.
+    if (nameOf(user).empty()) throw ServiceError(401, "bad_token", "The account of that access token is gone.");
+    return user;
+}
+
+void Accounts::show(json& view) const
+{
+    view["users"] = view["links"] = view["macs"] = json::array();
+    for (std::size_t i = 0; i < settings_.users.size(); ++i) {
+        view["users"].push_back({{"id", userId(i)}, {"name", settings_.users[i]}});
+    }
+    state_.query("SELECT id, deviceName, osVersion, appVersion, status, expiresAt FROM link"
+                 " WHERE status IN ('pending', 'scanned') AND expiresAt > ? ORDER BY sequence DESC",
+                 {state_.now()}, [&](const SQLiteRow& row) {
+                     view["links"].push_back({{"id", row.text(0).value_or("")},
+                                              {"deviceName", row.text(1).value_or("")},
+                                              {"osVersion", row.text(2).value_or("")},
+                                              {"appVersion", row.text(3).value_or("")},
+                                              {"status", row.text(4).value_or("")},
+                                              {"expiresAt", row.int64OrZero(5)}});
+                 });
+    state_.query("SELECT deviceName, userId, createdAt FROM session WHERE NOT revoked ORDER BY id DESC", {},
+                 [&](const SQLiteRow& row) {
+                     const std::string user = nameOf(row.text(1).value_or(""));
+                     if (user.empty()) return;
+                     view["macs"].push_back({{"deviceName", row.text(0).value_or("")},
+                                             {"userName", user},
+                                             {"linkedAt", row.int64OrZero(2)}});
+                 });
+}
+
+} // namespace vorn::sandbox

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "VornSandbox/Service/Call.h"
+#include "VornSandbox/Service/State.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace vorn::sandbox {
+
+/// The accounts of the phone app, the links that ask to join a Mac to one, and the sessions of the Macs that are
+/// joined. A link is pending, then scanned, then approved or rejected; or expired, when the phone was too slow. An
+/// access token lives for a while; the refresh token buys a new pair, once. A refresh token that comes a second time
+/// means that two hold it: the session ends for both. Threads: any.
+class Accounts {
+public:
+    Accounts(State& state, const Settings& settings) : state_(state), settings_(settings) {}
+    Accounts(Accounts&&) = delete;
+
+    std::vector<Route> routes();
+
+    /// The account whose access token the request bears; a `ServiceError` 401 otherwise.
+    /// Threads: hold the state's lock.
+    std::string authenticate(const Call& call) const;
+
+    /// The name of the account; empty when there is none.
+    std::string nameOf(const std::string& userId) const;
+
+    /// Adds what the page shows of accounts, waiting links and linked Macs. Threads: hold the state's lock.
+    void show(nlohmann::json& view) const;
+
+private:
+    Answer createLink(const Call& call);
+    Answer pollLink(const Call& call);
+    Answer refresh(const Call& call);
+    Answer logout(const Call& call);
+    Answer scanCode(const Call& call);
+    Answer scan(const Call& call);
+    Answer approve(const Call& call);
+    Answer reject(const Call& call);
+
+    std::string linkStatus(const std::string& linkId) const;
+    void moveLink(const std::string& linkId, const std::string& from, const std::string& to);
+    void approveLink(const std::string& linkId, const std::string& userId);
+    void advanceByItself(const std::string& linkId);
+    nlohmann::json openSession(const std::string& userId, const std::string& deviceName);
+    std::int64_t sessionOf(const Call& call) const;
+    std::string userId(std::size_t index) const { return "usr_" + std::to_string(index + 1); }
+
+    State& state_;
+    const Settings& settings_;
+};
+
+} // namespace vorn::sandbox

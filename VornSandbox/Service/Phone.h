@@ -1,0 +1,50 @@
+#pragma once
+
+#include "VornSandbox/Service/Accounts.h"
+#include "VornSandbox/Service/Archive.h"
+#include "VornSandbox/Service/Call.h"
+#include "VornSandbox/Service/State.h"
+#include "VornSandbox/Service/Submissions.h"
+
+#include <chrono>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace vorn::sandbox {
+
+/// The page that plays the phone, at /, what it is told and which messages it shows. Threads: any.
+class Phone {
+public:
+    Phone(State& state, const Accounts& accounts, Submissions& submissions)
+        : state_(state), accounts_(accounts), submissions_(submissions)
+    {
+    }
+    Phone(Phone&&) = delete;
+
+    std::vector<Route> routes();
+
+private:
+    class Watch;
+
+    Answer watch();
+    Answer messages(const Call& call);
+    const std::string& view();
+
+    State& state_;
+    const Accounts& accounts_;
+    Submissions& submissions_;
+
+    // The view as text, made once for all pages that watch: each on its own, they would keep the state's lock from the
+    // requests. Guarded by that lock.
+    std::string view_;
+    std::int64_t version_ = -1; ///< of the state when it was made
+    std::chrono::steady_clock::time_point made_;
+
+    std::mutex archivesMutex_; ///< guards the archives that are open
+    std::map<std::string, MessagePages> archives_;
+};
+
+} // namespace vorn::sandbox

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "VornSandbox/Service/Call.h"
+
+#include <nlohmann/json.hpp>
+
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What a request must look like. Threads: any. Errors: `ServiceError`.
+namespace vorn::sandbox {
+
+/// Refuses with 403 what a page of another web site could make a browser send: a Host that is not this service's (a
+/// name of theirs can be rebound to 127.0.0.1), anything that another page asked for, an Origin where no page has
+/// business, and changes in a form that a browser sends elsewhere without asking first.
+void guardRequest(const Call& call);
+
+enum class BodyRule { none, json };
+
+/// Checks "Accept", "Content-Type" and whether there is a body at all, as the API wants them.
+void checkFrame(const Call& call, BodyRule rule);
+
+/// The token of "Authorization: Bearer TOKEN"; 401 when there is none.
+std::string bearerToken(const Call& call);
+
+/// Refuses a token where none is asked for: it would be told to whoever reads that request.
+void refuseToken(const Call& call);
+
+/// Names of headers that the client has no reason to send.
+std::vector<std::string> unexpectedHeaders(const Call& call);
+
+/// JSON from strangers; nothing when `text` is no JSON or has brackets deeper than `deepestJSON` within each other:
+/// what the service is sent has no more than four. The library copies and prints values by recursion: a few hundred
+/// thousand brackets, which it reads without complaint, would end the program later.
+std::optional<nlohmann::json> parseJSON(std::string_view text);
+constexpr int deepestJSON = 64;
+
+/// A request's JSON object, read strictly: types are exact, optional keys are left out instead of null, and keys that
+/// nobody knows are refused. Errors: 400, naming the key.
+class RequestBody {
+public:
+    using Keys = std::initializer_list<std::string_view>;
+
+    RequestBody(const std::string& text, Keys keys);
+
+    std::string text(const char* key) const;
+    std::optional<std::string> optionalText(const char* key) const;
+    std::int64_t integer(const char* key) const;
+    /// The objects of an array, each with exactly `keys` allowed.
+    std::vector<RequestBody> objects(const char* key, Keys keys) const;
+    std::optional<RequestBody> optionalObject(const char* key, Keys keys) const;
+
+private:
+    RequestBody(nlohmann::json object, Keys keys);
+    const nlohmann::json& value(const char* key) const;
+
+    nlohmann::json json_;
+};
+
+} // namespace vorn::sandbox

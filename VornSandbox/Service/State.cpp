@@ -1,0 +1,215 @@
+#include "VornSandbox/Service/State.h"
+
+#include "Platform/Base/FileManager.h"
+#include "Platform/Base/SHA256.h"
+#include "Platform/Base/UUID.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <exception>
+#include <stdexcept>
+#include <system_error>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+namespace vorn::sandbox {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view temporaryPrefix = "vorn-sandbox-uploads-";
+constexpr fs::perms ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
+
+// Times are milliseconds since 1970. Secrets are kept as their hashes.
+constexpr auto schema = R"sql(
+PRAGMA journal_mode = WAL;
+PRAGMA synchronous = NORMAL;
+CREATE TABLE IF NOT EXISTS link(
+    sequence INTEGER PRIMARY KEY, id TEXT UNIQUE NOT NULL, pollHash TEXT NOT NULL, codeHash TEXT UNIQUE NOT NULL,
+    deviceName TEXT NOT NULL, platform TEXT NOT NULL, appVersion TEXT NOT NULL, osVersion TEXT,
+    createdAt INTEGER NOT NULL, expiresAt INTEGER NOT NULL, status TEXT NOT NULL, userId TEXT,
+    delivered INTEGER NOT NULL DEFAULT 0);
+CREATE TABLE IF NOT EXISTS session(
+    id INTEGER PRIMARY KEY, userId TEXT NOT NULL, deviceName TEXT NOT NULL, createdAt INTEGER NOT NULL,
+    accessHash TEXT UNIQUE NOT NULL, accessExpiresAt INTEGER NOT NULL, refreshHash TEXT UNIQUE NOT NULL,
+    revoked INTEGER NOT NULL DEFAULT 0);
+CREATE TABLE IF NOT EXISTS usedRefresh(hash TEXT PRIMARY KEY, sessionId INTEGER NOT NULL);
+CREATE TABLE IF NOT EXISTS submission(
+    sequence INTEGER PRIMARY KEY, id TEXT UNIQUE NOT NULL, userId TEXT NOT NULL, attempt INTEGER NOT NULL,
+    assetId TEXT UNIQUE NOT NULL, uploadId TEXT NOT NULL, sizeBytes INTEGER NOT NULL, partCount INTEGER NOT NULL,
+    partSize INTEGER NOT NULL, timezone TEXT, locale TEXT, status TEXT NOT NULL, reason TEXT, sha256 TEXT,
+    createdAt INTEGER NOT NULL, completedAt INTEGER, decidedAt INTEGER, checkedStatus TEXT, checkedReason TEXT,
+    finding TEXT NOT NULL DEFAULT '');
+CREATE TABLE IF NOT EXISTS part(
+    submissionId TEXT NOT NULL, number INTEGER NOT NULL, sizeBytes INTEGER NOT NULL, etag TEXT NOT NULL,
+    PRIMARY KEY(submissionId, number));
+CREATE TABLE IF NOT EXISTS partURL(
+    signatureHash TEXT PRIMARY KEY, assetId TEXT NOT NULL, number INTEGER NOT NULL, expiresAt INTEGER NOT NULL);
+CREATE INDEX IF NOT EXISTS partURLOfPart ON partURL(assetId, number);
+)sql";
+
+[[noreturn]] void fail(const char* what, const fs::path& file)
+{
+    throw fs::filesystem_error(what, file, std::error_code(errno, std::generic_category()));
+}
+
+/// Holds the folder's lock, which goes with the process, however that ends. None, with `errno`, when it cannot be had:
+/// EWOULDBLOCK when another run holds it.
+FileDescriptor lockOf(const fs::path& folder)
+{
+    FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return descriptor && flock(descriptor.get(), LOCK_EX | LOCK_NB) == 0 ? std::move(descriptor) : FileDescriptor(-1);
+}
+
+/// SQLite gives what it makes beside the database the database's own mode.
+void makePrivate(const fs::path& database)
+{
+    if (!fs::exists(database) && !createPrivateFile(database)) fail("cannot make", database);
+    for (const char* suffix : {"", "-wal", "-shm"}) {
+        const fs::path file = database.string() + suffix;
+        if (fs::exists(file)) fs::permissions(file, ownerOnly);
+    }
+}
+
+void makePrivateFolder(const fs::path& folder)
+{
+    if (!fs::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
+}
+
+std::string reasonOf(const std::exception& error)
+{
+    const auto* const fromSystem = dynamic_cast<const std::system_error*>(&error);
+    return fromSystem == nullptr ? error.what() : fromSystem->code().message();
+}
+
+void removeAbandoned(const fs::path& temporary)
+{
+    std::vector<fs::path> found;
+    std::error_code ignored; // what cannot be listed or removed stays for the next run
+    for (fs::directory_iterator entry(temporary, ignored), end; entry != end; entry.increment(ignored)) {
+        if (entry->path().filename().string().starts_with(temporaryPrefix)) found.push_back(entry->path());
+    }
+    for (const auto& folder : found) {
+        if (lockOf(folder)) fs::remove_all(folder, ignored);
+    }
+}
+
+std::string randomDigits()
+{
+    std::string digits = newUUID();
+    std::erase(digits, '-');
+    std::ranges::transform(digits, digits.begin(),
+                           [](char c) { return c >= 'A' && c <= 'F' ? char(c - 'A' + 'a') : c; });
+    return digits;
+}
+
+} // namespace
+
+StateFolder::StateFolder(const std::optional<fs::path>& folder)
+    : isKept_(folder.has_value()), path_(folder.value_or(fs::path()))
+{
+    try {
+        isKept_ ? keep() : makeTemporary();
+    } catch (const std::exception& error) {
+        throw std::runtime_error(fmt::format("cannot keep the state in {}: {}", path_.string(), reasonOf(error)));
+    }
+}
+
+void StateFolder::keep()
+{
+    makePrivateFolder(path_);
+    lock_ = lockOf(path_);
+    if (!lock_ && errno == EWOULDBLOCK) throw std::runtime_error("another sandbox works with it");
+    if (!lock_) fail("cannot lock", path_);
+    makePrivate(database());
+    makePrivateFolder(uploads());
+    fs::permissions(uploads(), fs::perms::owner_all);
+}
+
+/// Locked before it has its name: no other run ever sees it unlocked while its owner lives.
+void StateFolder::makeTemporary()
+{
+    const fs::path temporary = FileManager::standard().temporaryDirectory();
+    removeAbandoned(temporary);
+    path_ = temporary / newIdentifier(".vorn-sandbox-");
+    makePrivateFolder(path_);
+    lock_ = lockOf(path_);
+    const fs::path named = temporary / newIdentifier(temporaryPrefix);
+    fs::rename(path_, named);
+    path_ = named;
+}
+
+StateFolder::~StateFolder()
+{
+    std::error_code ignored; // at the end of the program nobody is left to tell
+    if (!isKept_) fs::remove_all(path_, ignored);
+}
+
+State::State(const StateFolder& folder, Clock clock)
+    : database_(folder.database(), SQLiteDatabase::Mode::create), clock_(std::move(clock))
+{
+    try {
+        database_.execute(schema);
+    } catch (const SQLiteError& error) {
+        const std::string place = fs::path(folder.database()).string();
+        throw std::runtime_error(fmt::format("cannot keep the state in {}: {}", place, error.what()));
+    }
+}
+
+void State::waitForChange(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds atMost) const
+{
+    change_.wait_for(lock, atMost);
+}
+
+void State::run(const std::string& sql, const std::vector<SQLiteValue>& values)
+{
+    database_.run(sql, values);
+    ++version_;
+    change_.notify_all();
+}
+
+std::optional<std::int64_t> State::number(const std::string& sql, const std::vector<SQLiteValue>& values) const
+{
+    std::optional<std::int64_t> number;
+    query(sql + " LIMIT 1", values, [&](const SQLiteRow& row) { number = row.int64(0); });
+    return number;
+}
+
+std::optional<std::string> State::text(const std::string& sql, const std::vector<SQLiteValue>& values) const
+{
+    std::optional<std::string> text;
+    query(sql + " LIMIT 1", values, [&](const SQLiteRow& row) { text = row.text(0); });
+    return text;
+}
+
+std::string newIdentifier(std::string_view prefix)
+{
+    return std::string(prefix) + randomDigits();
+}
+
+std::string newSecret()
+{
+    return randomDigits() + randomDigits();
+}
+
+std::string hashOf(std::string_view secret)
+{
+    SHA256 hash;
+    hash.update(bytesOf(secret));
+    return hash.hexDigest();
+}
+
+std::string dateText(std::int64_t milliseconds)
+{
+    return internetDateTime(Instant(std::chrono::milliseconds(milliseconds)));
+}
+
+SQLiteValue orNull(const std::optional<std::string>& text)
+{
+    return text ? SQLiteValue(*text) : SQLiteValue(nullptr);
+}
+
+} // namespace vorn::sandbox

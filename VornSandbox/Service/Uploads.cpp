@@ -1,0 +1,291 @@
+#include "Platform/Base/FileDescriptor.h"
+#include "Platform/Base/FileManager.h"
+#include "Platform/Base/SHA256.h"
+#include "VornSandbox/Service/Archive.h"
+#include "VornSandbox/Service/RequestChecks.h"
+#include "VornSandbox/Service/Submissions.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <system_error>
+
+// The upload half of `Submissions`: part URLs, parts, and joining them.
+
+namespace vorn::sandbox {
+namespace {
+
+using nlohmann::json;
+
+constexpr std::size_t largestBody = 4 * std::size_t{1024} * 1024; ///< 10,000 parts with their ETags fit
+constexpr std::int64_t mostURLsAtOnce = 50;
+constexpr std::size_t pieceSize = 1024 * std::size_t{1024};
+
+/// A new file for this user only. Errors: `std::system_error`, now and when it is written to.
+std::ofstream newPrivateFile(const std::filesystem::path& file)
+{
+    if (!createPrivateFile(file)) {
+        throw std::filesystem::filesystem_error("cannot make", file, std::error_code(errno, std::generic_category()));
+    }
+    std::ofstream stream;
+    stream.exceptions(std::ios::badbit | std::ios::failbit);
+    stream.open(file, std::ios::binary);
+    return stream;
+}
+
+/// A part's bytes while they arrive. Leaves nothing behind unless its file was moved away.
+class IncomingPart {
+public:
+    explicit IncomingPart(std::filesystem::path file) : file_(std::move(file)), stream_(newPrivateFile(file_)) {}
+    ~IncomingPart()
+    {
+        std::error_code ignored; // it may have gone with its folder
+        std::filesystem::remove(file_, ignored);
+    }
+    IncomingPart(IncomingPart&&) = delete;
+
+    void write(std::string_view bytes)
+    {
+        stream_.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        hash_.update(bytesOf(bytes));
+        size_ += static_cast<std::int64_t>(bytes.size());
+    }
+    /// Its entity tag, in quotes as HTTP has it. Call it once, after the last write.
+    std::string finish()
+    {
+        stream_.close();
+        return '"' + hash_.hexDigest().substr(0, 32) + '"';
+    }
+    std::int64_t size() const { return size_; }
+    const std::filesystem::path& file() const { return file_; }
+
+private:
+    std::filesystem::path file_;
+    std::ofstream stream_;
+    SHA256 hash_;
+    std::int64_t size_ = 0;
+};
+
+void checkPartFrame(const Call& call, std::int64_t size)
+{
+    refuseToken(call);
+    if (call.header("content-type") != nullptr) {
+        throw ServiceError(400, "unexpected_content_type", "A part has no Content-Type.");
+    }
+    const auto length = call.contentLength();
+    if (call.header("transfer-encoding") != nullptr || !length) {
+        throw ServiceError(411, "missing_length", "A part comes with its Content-Length, not in chunks.");
+    }
+    if (*length != size) {
+        throw ServiceError(400, "wrong_part_size", fmt::format("The part has {} bytes, not {}.", size, *length));
+    }
+}
+
+bool isSHA256(const std::string& text)
+{
+    return text.size() == 64 && text.find_first_not_of("0123456789abcdef") == std::string::npos;
+}
+
+ServiceError notOpen(const std::string& status)
+{
+    return {409, "not_open", fmt::format("The submission takes no parts any more: it is {}.", status)};
+}
+
+} // namespace
+
+std::int64_t Submissions::Submission::sizeOfPart(std::int64_t number) const
+{
+    return std::clamp(sizeBytes - (number - 1) * partSize, std::int64_t{0}, partSize);
+}
+
+std::filesystem::path Submissions::partFile(const std::string& id, std::int64_t number) const
+{
+    return folderOf(id) / ("part-" + std::to_string(number));
+}
+
+Submissions::Submission Submissions::requireOpen(const std::string& id) const
+{
+    Submission submission = require(id);
+    if (!submission.isOpen()) throw notOpen(submission.status);
+    return submission;
+}
+
+Submissions::Submission Submissions::requireAssembling(const std::string& id) const
+{
+    Submission submission = require(id);
+    if (submission.status != "assembling") throw notOpen(submission.status);
+    return submission;
+}
+
+Answer Submissions::partURLs(const Call& call)
+{
+    checkFrame(call, BodyRule::json);
+    auto lock = state_.lock();
+    const Submission submission = own(call);
+    lock.unlock();
+    const RequestBody body(call.bodyText(largestBody), {"fromPart", "count"});
+    const std::int64_t from = body.integer("fromPart");
+    const std::int64_t count = body.integer("count");
+    if (from < 1 || from > submission.partCount || count < 1 || count > mostURLsAtOnce ||
+        count > submission.partCount - from + 1) {
+        throw ServiceError(
+            422, "bad_range",
+            fmt::format("There are parts 1 to {}, and at most {} URLs at once.", submission.partCount, mostURLsAtOnce));
+    }
+    lock.lock();
+    return Answer::of({{"submissionId", submission.id},
+                       {"assetId", submission.assetId},
+                       {"parts", partsJSON(call, requireOpen(submission.id), from, count)},
+                       {"expiresInSeconds", std::chrono::floor<std::chrono::seconds>(settings_.urlLifetime).count()}});
+}
+
+/// URLs that parts may be put to: who holds one needs no token until it expires.
+json Submissions::partsJSON(const Call& call, const Submission& submission, std::int64_t from, std::int64_t count)
+{
+    // Never the client's Host, which is the client's to choose.
+    const std::string base = serviceURL(call.servicePort) + "/uploads/" + submission.assetId;
+    json parts = json::array();
+    for (std::int64_t part = from; part < from + count; ++part) {
+        const bool isStale =
+            settings_.expiredFirstUrls &&
+            !state_.number("SELECT 1 FROM partURL WHERE assetId = ? AND number = ?", {submission.assetId, part});
+        const std::int64_t expiresAt = state_.now() + (isStale ? 0 : settings_.urlLifetime.count());
+        const std::string signature = newSecret();
+        state_.run("INSERT INTO partURL VALUES (?, ?, ?, ?)", {hashOf(signature), submission.assetId, part, expiresAt});
+        parts.push_back({{"partNumber", part},
+                         {"url", fmt::format("{}/{}?expires={}&signature={}", base, part, expiresAt, signature)}});
+    }
+    return parts;
+}
+
+/// The submission and the number of the part that may be put there.
+std::pair<Submissions::Submission, std::int64_t> Submissions::expectPart(const Call& call) const
+{
+    const std::string& asset = call.arguments[0];
+    const std::int64_t number = wholeNumber(call.arguments[1]).value_or(0);
+    const auto lock = state_.lock();
+    const auto expiresAt =
+        state_.number("SELECT expiresAt FROM partURL WHERE signatureHash = ? AND assetId = ? AND number = ?",
+                      {hashOf(call.queryValue("signature")), asset, number});
+    if (!expiresAt || std::to_string(*expiresAt) != call.queryValue("expires")) {
+        throw ServiceError(403, "bad_signature", "The upload URL's signature does not fit.");
+    }
+    if (state_.now() >= *expiresAt) throw ServiceError(403, "expired_url", "The upload URL has expired.");
+    const auto id = state_.text("SELECT id FROM submission WHERE assetId = ?", {asset});
+    return {requireOpen(id.value_or("")), number};
+}
+
+// PUT /uploads/<asset>/<part>?expires=…&signature=…
+Answer Submissions::putPart(const Call& call)
+{
+    const auto [submission, number] = expectPart(call);
+    const std::int64_t size = submission.sizeOfPart(number);
+    checkPartFrame(call, size);
+    auto lock = state_.lock(); // the folder may be going away just now
+    requireOpen(submission.id);
+    const std::filesystem::path folder = folderOf(submission.id);
+    if (!std::filesystem::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
+    IncomingPart part(folder / newIdentifier("incoming-"));
+    lock.unlock();
+    if (size > 0) call.readBody([&](std::string_view piece) { part.write(piece); });
+    if (part.size() != size) throw ServiceError(400, "wrong_part_size", "The part broke off.");
+    const std::string etag = part.finish();
+    lock.lock();
+    requireOpen(submission.id);
+    std::filesystem::rename(part.file(), partFile(submission.id, number));
+    state_.run("INSERT OR REPLACE INTO part VALUES (?, ?, ?, ?)", {submission.id, number, size, etag});
+    return {.contentType = "text/plain", .headers = {{"ETag", etag}}};
+}
+
+Answer Submissions::complete(const Call& call)
+{
+    checkFrame(call, BodyRule::json);
+    auto lock = state_.lock();
+    const Submission submission = own(call);
+    lock.unlock();
+    const RequestBody body(call.bodyText(largestBody), {"parts", "sha256"});
+    ListedParts parts;
+    for (const RequestBody& part : body.objects("parts", {"partNumber", "etag"})) {
+        parts.emplace_back(part.integer("partNumber"), part.text("etag"));
+    }
+    const std::string sha256 = body.text("sha256");
+    if (!isSHA256(sha256)) throw ServiceError(422, "bad_sha256", "sha256 is not 64 lower-case hexadecimal digits.");
+    lock.lock();
+    beginAssembling(submission.id, parts);
+    lock.unlock();
+    try {
+        assemble(submission, sha256);
+        const Submission reviewed = beginReview(submission, sha256);
+        lock.lock();
+        return Answer::of(statusJSON(reviewed));
+    } catch (...) {
+        if (!lock) lock.lock();
+        requireAssembling(submission.id); // when an abort has taken the files away, that is what went wrong
+        state_.run("UPDATE submission SET status = 'open' WHERE id = ?", {submission.id});
+        throw;
+    }
+}
+
+/// All parts must be listed in order, each with the ETag that it was answered with.
+void Submissions::beginAssembling(const std::string& id, const ListedParts& parts)
+{
+    const Submission now = requireOpen(id);
+    if (static_cast<std::int64_t>(parts.size()) != now.partCount) {
+        throw ServiceError(422, "bad_parts", fmt::format("{} parts are listed, not {}.", parts.size(), now.partCount));
+    }
+    std::int64_t next = 0;
+    for (const auto& [number, etag] : parts) {
+        if (number != ++next) throw ServiceError(422, "bad_parts", "The parts are not listed in order, each once.");
+        if (!state_.number("SELECT 1 FROM part WHERE submissionId = ? AND number = ? AND etag = ?",
+                           {id, number, etag})) {
+            throw ServiceError(422, "bad_etag", fmt::format("Part {} has not arrived with that ETag.", number));
+        }
+    }
+    state_.run("UPDATE submission SET status = 'assembling' WHERE id = ?", {id});
+}
+
+/// Joins the parts to the archive; the parts stay.
+void Submissions::assemble(const Submission& submission, const std::string& sha256) const
+{
+    std::filesystem::remove(archiveFile(submission.id));
+    std::ofstream archive = newPrivateFile(archiveFile(submission.id));
+    SHA256 hash;
+    std::int64_t size = 0;
+    std::string piece(pieceSize, '\0');
+    for (std::int64_t number = 1; number <= submission.partCount; ++number) {
+        std::ifstream part(partFile(submission.id, number), std::ios::binary);
+        if (!part) throw ServiceError(500, "internal", fmt::format("Part {} cannot be read.", number));
+        while (part.read(piece.data(), static_cast<std::streamsize>(piece.size())) || part.gcount() > 0) {
+            const std::string_view bytes = std::string_view(piece).substr(0, static_cast<std::size_t>(part.gcount()));
+            hash.update(bytesOf(bytes));
+            archive.write(bytes.data(), part.gcount());
+            size += part.gcount();
+        }
+    }
+    archive.close();
+    if (size != submission.sizeBytes) {
+        throw ServiceError(422, "wrong_size", fmt::format("{} bytes arrived, not {}.", size, submission.sizeBytes));
+    }
+    if (hash.hexDigest() != sha256) {
+        throw ServiceError(422, "wrong_sha256", "The archive's SHA-256 is another one.");
+    }
+}
+
+Submissions::Submission Submissions::beginReview(const Submission& submission, const std::string& sha256)
+{
+    const ArchiveVerdict verdict = inspectArchive(archiveFile(submission.id));
+    const auto lock = state_.lock();
+    requireAssembling(submission.id);
+    for (std::int64_t part = 1; part <= submission.partCount; ++part) {
+        FileManager::standard().remove(partFile(submission.id, part));
+    }
+    state_.run(
+        "UPDATE submission SET status = 'review', completedAt = ?, sha256 = ?, finding = ?, checkedStatus = ?,"
+        " checkedReason = ? WHERE id = ?",
+        {state_.now(), sha256, verdict.finding, verdict.asChecked.status, verdict.asChecked.reason, submission.id});
+    return require(submission.id);
+}
+
+} // namespace vorn::sandbox
