@@ -54,7 +54,7 @@ TEST(UnnamedFile, IsSweptByNobodyWhileItHasAName)
     EXPECT_FALSE(file.moveTo(folder / "folder")) << "a file replaces no folder";
     ASSERT_TRUE(file.hasName());
     IncompleteFile::sweep(folder.path());
-    EXPECT_THAT(folder.names(), ElementsAre(StartsWith(IncompleteFile::prefix), "folder"));
+    EXPECT_THAT(folder.names(), ElementsAre(StartsWith(std::string(IncompleteFile::names.prefix)), "folder"));
 }
 
 } // namespace
