@@ -56,4 +56,18 @@ Async<Result> onBackground(BackgroundExecutor* executor, Work work)
         OnCancel::waitForResult);
 }
 
+/// As `onBackground`, but a cancelled task leaves at once, and `work` goes on without a caller: it must own all that it
+/// uses. For what nothing can interrupt.
+template <class Work, class Result = std::invoke_result_t<Work&>>
+Async<Result> onBackgroundUnawaited(BackgroundExecutor* executor, Work work)
+{
+    const auto start = [executor, &work](Resume<Result> resume) -> CancelAction {
+        executor->post(
+            [work = [work = std::move(work)](const CancelFlag& /*cancel*/) { return work(); },
+             resume = std::move(resume)] { detail::runAndResume<Result>(work, CancelFlag::never(), resume); });
+        return {};
+    };
+    co_return co_await suspend<Result>(start);
+}
+
 } // namespace vorn

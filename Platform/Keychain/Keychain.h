@@ -19,8 +19,8 @@ struct KeychainItem {
 
 /// The secrets that the system keeps for the current user: macOS's keychain, elsewhere the desktop's Secret Service.
 /// Secrets are bytes of any kind, NUL too.
-/// Threads: any. On Linux a call waits for at most `SecretServiceKeychain::defaultLimit`. On macOS the system may ask
-/// the user first, and the call waits for the answer.
+/// Threads: any. On Linux a call waits for at most `SecretServiceKeychain::defaultLimit`, but for `readPatiently`. On
+/// macOS the system may ask the user first, and the call waits for the answer.
 class Keychain {
 public:
     virtual ~Keychain() = default;
@@ -30,6 +30,10 @@ public:
 
     /// The secret of `item`; nothing when there is none. Throws `KeychainError` when that cannot be told.
     virtual std::optional<std::string> read(const KeychainItem& item) = 0;
+
+    /// As `read`, but leaves a user who is asked for a password the time to give it: minutes. Not for a thread that
+    /// others wait for.
+    virtual std::optional<std::string> readPatiently(const KeychainItem& item) { return read(item); }
 
     /// Keeps `bytes` as the secret of `item`, which must have none: `KeychainError::duplicateItem` otherwise. `label`
     /// is what the system's own programs show. Throws `KeychainError`.

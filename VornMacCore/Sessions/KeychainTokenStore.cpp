@@ -35,6 +35,12 @@ std::optional<StoredSession> KeychainTokenStore::load()
     }
 }
 
+std::optional<StoredSession> KeychainTokenStore::restore()
+{
+    const auto bytes = keychain_->readPatiently(item_);
+    return bytes ? sessionIn(*bytes) : std::nullopt;
+}
+
 void KeychainTokenStore::save(const StoredSession& session)
 {
     const std::string bytes = session.toJSON();

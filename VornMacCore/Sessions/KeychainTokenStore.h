@@ -18,7 +18,10 @@ public:
     KeychainTokenStore(std::string service, std::string account,
                        std::shared_ptr<Keychain> keychain = Keychain::system());
 
+    bool answersAtOnce() const override { return false; }
     std::optional<StoredSession> load() override;
+    /// Throws `KeychainError`. An item that holds no session reads as none.
+    std::optional<StoredSession> restore() override;
     /// Removes the old item, then adds the new one: an item is never changed in place. Throws `KeychainError` when the
     /// keychain does not take the new one (the old one is gone by then), `UnencodableJSON` before anything is changed.
     void save(const StoredSession& session) override;

@@ -23,11 +23,21 @@ void RememberingTokenStore::know(Known known)
 
 std::optional<StoredSession> RememberingTokenStore::load()
 {
+    return knownOr(&TokenStore::load);
+}
+
+std::optional<StoredSession> RememberingTokenStore::restore()
+{
+    return knownOr(&TokenStore::restore);
+}
+
+std::optional<StoredSession> RememberingTokenStore::knownOr(std::optional<StoredSession> (TokenStore::*ask)())
+{
     if (const auto remembered = known()) return remembered->session;
     const std::lock_guard order(keptLock_);
     // Threads that ask together wait above for the first one and share what it finds.
     if (const auto remembered = known()) return remembered->session;
-    return readKept();
+    return readKept(ask);
 }
 
 std::optional<StoredSession> RememberingTokenStore::reload()
@@ -40,9 +50,9 @@ std::optional<StoredSession> RememberingTokenStore::reload()
     return remembered ? remembered->session : std::nullopt;
 }
 
-std::optional<StoredSession> RememberingTokenStore::readKept()
+std::optional<StoredSession> RememberingTokenStore::readKept(std::optional<StoredSession> (TokenStore::*ask)())
 {
-    auto kept = kept_->load();
+    auto kept = ((*kept_).*ask)();
     if (kept) know({kept, true});
     return kept;
 }

@@ -17,6 +17,9 @@ public:
     /// store below failed to remove its session. An absent session is not cached: a locked keychain may be unlocked
     /// later.
     std::optional<StoredSession> load() override;
+    /// True once a session is cached.
+    bool answersAtOnce() const override { return known().has_value(); }
+    std::optional<StoredSession> restore() override;
     /// Caches, then keeps. Throws what keeping throws; the session stays cached all the same.
     void save(const StoredSession& session) override;
     void clear() noexcept override;
@@ -37,8 +40,10 @@ private:
     /// Whether another process may have kept something newer than `remembered`.
     static bool mayBeOutdated(const std::optional<Known>& remembered);
     void know(Known known);
+    /// What is known, else what `ask` gets from the store below.
+    std::optional<StoredSession> knownOr(std::optional<StoredSession> (TokenStore::*ask)());
     /// Asks the store below, and remembers what it has. With `keptLock_` held.
-    std::optional<StoredSession> readKept();
+    std::optional<StoredSession> readKept(std::optional<StoredSession> (TokenStore::*ask)() = &TokenStore::load);
 
     std::shared_ptr<TokenStore> kept_;
     std::mutex keptLock_;     ///< keeps changes of both stores in one order; held while the store below is asked

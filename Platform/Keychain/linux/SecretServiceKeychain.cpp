@@ -127,25 +127,12 @@ class SecretServiceKeychain::Request {
     }
 
 public:
-    /// Gives the steps up when `limit` nears its end; what is left of it is for their clean-up.
-    Request(Outcome& outcome, std::chrono::milliseconds limit) : outcome_(outcome)
+    /// Gives the steps up when `limit` nears its end; what is left of it is for their clean-up. While the user is
+    /// asked, that end is later by `patience`.
+    Request(Outcome& outcome, std::chrono::milliseconds limit, std::chrono::milliseconds patience)
+        : outcome_(outcome), limit_(limit), patience_(patience)
     {
-        giveUp_ = events_.after(
-            limit * 9 / 10,
-            [](gpointer self) {
-                g_cancellable_cancel(static_cast<Request*>(self)->cancellable_.get());
-                return G_SOURCE_REMOVE;
-            },
-            this);
-        // A dialog is first asked to go away, and who shows it may be what hangs.
-        hangUp_ = events_.after(
-            limit * 19 / 20,
-            [](gpointer self) {
-                if (auto* bus = static_cast<Request*>(self)->bus_.get())
-                    g_dbus_connection_close(bus, nullptr, nullptr, nullptr);
-                return G_SOURCE_REMOVE;
-            },
-            this);
+        giveUpAfter(limit_ * 9 / 10);
     }
 
     ~Request()
@@ -218,6 +205,33 @@ public:
     }
 
 private:
+    void giveUpAfter(std::chrono::milliseconds time)
+    {
+        giveUp_ = events_.after(
+            time,
+            [](gpointer self) {
+                static_cast<Request*>(self)->giveUp();
+                return G_SOURCE_REMOVE;
+            },
+            this);
+    }
+
+    void giveUp()
+    {
+        const auto more = outcome_.asksUser ? std::exchange(patience_, {}) : std::chrono::milliseconds();
+        if (more.count() > 0) return giveUpAfter(more);
+        g_cancellable_cancel(cancellable_.get());
+        // A dialog is first asked to go away, and who shows it may be what hangs.
+        hangUp_ = events_.after(
+            limit_ / 20,
+            [](gpointer self) {
+                if (auto* bus = static_cast<Request*>(self)->bus_.get())
+                    g_dbus_connection_close(bus, nullptr, nullptr, nullptr);
+                return G_SOURCE_REMOVE;
+            },
+            this);
+    }
+
     std::vector<Object<SecretItem>> search(const KeychainItem& item, SecretSearchFlags flags)
     {
         const Schema schema(item);
@@ -246,6 +260,7 @@ private:
     }
 
     Outcome& outcome_;
+    std::chrono::milliseconds limit_, patience_;
     Events events_;
     Object<GCancellable> cancellable_{g_cancellable_new()};
     Source giveUp_, hangUp_;
@@ -253,22 +268,23 @@ private:
     Object<SecretService> service_;
 };
 
-std::optional<std::string> SecretServiceKeychain::perform(Steps steps) const
+std::optional<std::string> SecretServiceKeychain::perform(Steps steps, std::chrono::milliseconds patience) const
 try {
     const std::string address = sessionBusAddress();
     if (address.empty()) throw KeychainError(KeychainError::notAvailable);
     const auto outcome = std::make_shared<Outcome>();
-    const bool ended = runWithin(limit_, [outcome, address, steps = std::move(steps), limit = limit_] {
-        try {
-            Request request(*outcome, limit);
-            request.connect(address);
-            outcome->bytes = steps(request);
-        } catch (const KeychainError& error) {
-            outcome->error = error;
-        } catch (const std::exception&) { // no memory: nothing else is thrown here
-            outcome->error.emplace(KeychainError::notAvailable);
-        }
-    });
+    const bool ended =
+        runWithin(limit_ + patience, [outcome, address, steps = std::move(steps), limit = limit_, patience] {
+            try {
+                Request request(*outcome, limit, patience);
+                request.connect(address);
+                outcome->bytes = steps(request);
+            } catch (const KeychainError& error) {
+                outcome->error = error;
+            } catch (const std::exception&) { // no memory: nothing else is thrown here
+                outcome->error.emplace(KeychainError::notAvailable);
+            }
+        });
     if (!ended) throw KeychainError(outcome->lateStatus());
     if (const auto& error = outcome->error; error) throw KeychainError(*error);
     return std::move(outcome->bytes);
@@ -285,6 +301,12 @@ std::optional<std::string> SecretServiceKeychain::read(const KeychainItem& item)
 {
     requireText(item);
     return perform([item](Request& request) { return request.read(item); });
+}
+
+std::optional<std::string> SecretServiceKeychain::readPatiently(const KeychainItem& item)
+{
+    requireText(item);
+    return perform([item](Request& request) { return request.read(item); }, patience_);
 }
 
 void SecretServiceKeychain::add(const KeychainItem& item, std::string_view bytes, const std::string& label)

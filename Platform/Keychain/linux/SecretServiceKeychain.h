@@ -18,13 +18,21 @@ namespace vorn {
 class SecretServiceKeychain : public Keychain {
 public:
     static constexpr std::chrono::milliseconds defaultLimit{3000};
+    static constexpr std::chrono::milliseconds defaultPatience{120'000};
 
-    /// No call keeps its caller waiting for longer than `limit`.
-    explicit SecretServiceKeychain(std::chrono::milliseconds limit = defaultLimit) : limit_(limit) {}
+    /// No call keeps its caller waiting for longer than `limit`, but `readPatiently` while the user is asked: that for
+    /// `patience` more.
+    explicit SecretServiceKeychain(std::chrono::milliseconds limit = defaultLimit,
+                                   std::chrono::milliseconds patience = defaultPatience)
+        : limit_(limit), patience_(patience)
+    {
+    }
 
     std::chrono::milliseconds limit() const noexcept { return limit_; }
+    std::chrono::milliseconds patience() const noexcept { return patience_; }
 
     std::optional<std::string> read(const KeychainItem& item) override;
+    std::optional<std::string> readPatiently(const KeychainItem& item) override;
     void add(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
     bool remove(const KeychainItem& item) noexcept override;
     std::optional<std::string> removeIf(const KeychainItem& item,
@@ -36,9 +44,11 @@ private:
     class Request;
     using Steps = std::function<std::optional<std::string>(Request&)>;
 
-    std::optional<std::string> perform(Steps steps) const;
+    /// `patience` is what a user who is asked gets beyond the limit.
+    std::optional<std::string> perform(Steps steps, std::chrono::milliseconds patience = {}) const;
 
     std::chrono::milliseconds limit_;
+    std::chrono::milliseconds patience_;
 };
 
 } // namespace vorn

@@ -122,6 +122,28 @@ TEST(SecretServiceKeychain, WaitsOnceToRemoveWhatMatches)
     EXPECT_EQ(service.dialogs(), 1);
 }
 
+TEST(SecretServiceKeychain, LeavesTheUserTimeWhereItIsPatient)
+{
+    const TestBus bus;
+    FakeSecretService service(bus.address(), Fault::hangingDialog);
+    constexpr auto patience = 1s;
+    SecretServiceKeychain keychain(soon, patience);
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(statusOf([&] { keychain.readPatiently(item); }), KeychainError::interactionNotAllowed);
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, patience);
+    EXPECT_EQ(service.dialogs(), 1);
+    EXPECT_EQ(service.dismissals(), 1);
+    service.waitUntilAskerLeft();
+}
+
+TEST(SecretServiceKeychain, IsPatientWithUsersAlone)
+{
+    const TestBus bus;
+    const FakeSecretService service(bus.address(), Fault::silent);
+    SecretServiceKeychain keychain(soon, forever);
+    EXPECT_EQ(statusOf([&] { keychain.readPatiently(item); }), KeychainError::notAvailable);
+}
+
 TEST(SecretServiceKeychain, TakesAClosedDialogForANo)
 {
     const TestBus bus;

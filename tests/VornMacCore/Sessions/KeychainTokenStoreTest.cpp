@@ -50,6 +50,18 @@ TEST_F(KeychainTokenStoreTest, LoadsNothingWhenTheKeychainDoesNotAnswer)
     }
 }
 
+TEST_F(KeychainTokenStoreTest, RestoresTheSessionOrSaysWhyNot)
+{
+    EXPECT_FALSE(store_.answersAtOnce());
+    EXPECT_EQ(store_.restore(), std::nullopt);
+    keychain_->secret = "not a session";
+    EXPECT_EQ(store_.restore(), std::nullopt);
+    keychain_->secret = adasJSON;
+    EXPECT_EQ(store_.restore(), ada());
+    keychain_->readError = KeychainError(KeychainError::userCanceled);
+    EXPECT_THROW(store_.restore(), KeychainError);
+}
+
 TEST_F(KeychainTokenStoreTest, LeavesWhatItCannotReadAlone)
 {
     keychain_->secret = "not a session";

@@ -31,7 +31,13 @@ public:
     std::atomic<int> loads = 0;
     int saves = 0;
     int clears = 0;
+    std::optional<KeychainError> refusal; ///< thrown by every `restore`
 
+    std::optional<StoredSession> restore() override
+    {
+        if (refusal) throw KeychainError(*refusal);
+        return load();
+    }
     std::optional<StoredSession> load() override
     {
         ++loads;
@@ -55,6 +61,28 @@ protected:
     std::shared_ptr<CountingStore> kept_ = std::make_shared<CountingStore>();
     RememberingTokenStore store_{kept_};
 };
+
+TEST_F(RememberingTokenStoreTest, AnswersAtOnceWhenItHasRestoredASession)
+{
+    EXPECT_FALSE(store_.answersAtOnce());
+    EXPECT_EQ(store_.restore(), std::nullopt);
+    EXPECT_FALSE(store_.answersAtOnce()) << "a keychain may be unlocked later";
+    kept_->session = ada;
+    EXPECT_EQ(store_.restore(), ada);
+    EXPECT_TRUE(store_.answersAtOnce());
+    kept_->refusal = KeychainError(KeychainError::userCanceled);
+    EXPECT_EQ(store_.restore(), ada);
+    EXPECT_EQ(kept_->loads, 2);
+}
+
+TEST_F(RememberingTokenStoreTest, SaysWhyItRestoresNothing)
+{
+    kept_->refusal = KeychainError(KeychainError::userCanceled);
+    EXPECT_THROW(store_.restore(), KeychainError);
+    kept_->refusal.reset();
+    kept_->session = ada;
+    EXPECT_EQ(store_.restore(), ada);
+}
 
 TEST_F(RememberingTokenStoreTest, AsksTheStoreBelowOnce)
 {
