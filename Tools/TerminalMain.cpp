@@ -101,7 +101,6 @@ private:
                 .clock = &services_.clock(),
                 .background = &services_.background(),
                 .api = services_.api(),
-                .tokens = services_.tokens(),
                 .keychain = keychainFor(options),
                 .model = &model_,
                 .terminal = &terminal_};

@@ -1,7 +1,5 @@
 #include "Tools/Terminal/SessionKeychain.h"
 
-#include "Tools/Terminal/CommandFailure.h"
-
 namespace vorn {
 namespace {
 
@@ -22,8 +20,13 @@ bool SessionKeychain::holdsSession(const std::string& consequence) const
     try {
         return keychain_->read(item_).has_value();
     } catch (const KeychainError& error) {
-        throw CommandFailure(TerminalStatus::keychain, sentenceOf(error) + " " + consequence);
+        throw failure(error, consequence);
     }
+}
+
+CommandFailure SessionKeychain::failure(const KeychainError& error, const std::string& consequence)
+{
+    return {TerminalStatus::keychain, sentenceOf(error) + " " + consequence};
 }
 
 } // namespace vorn

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Keychain/Keychain.h"
+#include "Tools/Terminal/CommandFailure.h"
 
 #include <memory>
 #include <string>
@@ -20,6 +21,9 @@ public:
 
     /// Whether anything is kept there, be it readable or not.
     bool holdsSession(const std::string& consequence) const;
+
+    /// What to end with after `error`, which the keychain gave.
+    static CommandFailure failure(const KeychainError& error, const std::string& consequence);
 
     void requireReachable(const std::string& consequence) const { holdsSession(consequence); }
 

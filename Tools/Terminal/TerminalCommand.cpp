@@ -5,6 +5,7 @@
 #include "Tools/Terminal/QuestWords.h"
 #include "Tools/Terminal/StateLines.h"
 #include "Tools/Terminal/TimeLimit.h"
+#include "VornMac/Text/KeychainText.h"
 
 #include <cstdio>
 #include <utility>
@@ -30,6 +31,32 @@ TerminalCommand::TerminalCommand(TerminalOptions options, TerminalServices servi
 }
 
 Async<> TerminalCommand::run()
+{
+    co_await restoreSession();
+    co_await runCommand();
+}
+
+Async<> TerminalCommand::restoreSession()
+{
+    AppModel& model = *services_.model;
+    const QObject whileRestoring;
+    QObject::connect(&model, &AppModel::restorePhaseChanged, &whileRestoring, [this] {
+        if (std::holds_alternative<phase::Waiting>(services_.model->restorePhase()))
+            services_.terminal->say(keychainWaitText());
+    });
+    co_await model.restore();
+    model.forgoSession(); // each command says what follows from a refusal
+}
+
+/// A keychain that has refused already is not asked again: it would ask the user once more.
+void TerminalCommand::requireKeychain(const std::string& consequence) const
+{
+    if (!services_.keychain) return;
+    if (const auto& refusal = services_.model->keychainRefusal()) throw SessionKeychain::failure(*refusal, consequence);
+    services_.keychain->requireReachable(consequence);
+}
+
+Async<> TerminalCommand::runCommand()
 {
     switch (options_.command) {
     case TerminalOptions::Command::share: return share();
@@ -65,7 +92,7 @@ void TerminalCommand::sayWhatIsNotKept() const
     if (!services_.keychain)
         return services_.terminal->say("The keychain is left alone, so the link lasts for this run only.");
     try {
-        services_.keychain->requireReachable("The link lasts for this run only.");
+        requireKeychain("The link lasts for this run only.");
     } catch (const CommandFailure& failure) {
         services_.terminal->say(failure.text());
     }
@@ -79,8 +106,7 @@ Async<> TerminalCommand::link()
         co_return;
     }
     // A link that lasts for this run is of no use when the run ends with it.
-    if (services_.keychain)
-        services_.keychain->requireReachable("The link could not be kept, so this Mac was not linked.");
+    requireKeychain("The link could not be kept, so this Mac was not linked.");
     Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_,
                     manners(true));
     const StoredSession session = co_await journey.toSession();
@@ -94,8 +120,8 @@ Async<> TerminalCommand::link()
 
 StoredSession TerminalCommand::storedSession() const
 {
-    if (auto session = services_.tokens->load()) return *std::move(session);
-    if (services_.keychain) services_.keychain->requireReachable("Vorn can't tell whether this Mac is linked.");
+    if (const auto& session = services_.model->session()) return *session;
+    requireKeychain("Vorn can't tell whether this Mac is linked.");
     throw CommandFailure(TerminalStatus::notLinked, "This Mac is not linked. Link it first.");
 }
 
@@ -111,9 +137,7 @@ Async<> TerminalCommand::status()
 
 Async<> TerminalCommand::signOut()
 {
-    if (services_.keychain)
-        services_.keychain->requireReachable(
-            "This Mac may still be linked. Sign out again once the keychain can be reached.");
+    requireKeychain("This Mac may still be linked. Sign out again once the keychain can be reached.");
     auto session = services_.api.forget();
     const bool wasLinked = session.has_value();
     if (session) co_await revoke(*std::move(session));

@@ -22,7 +22,6 @@ struct TerminalServices {
     Clock* clock;
     BackgroundExecutor* background;
     VornAPI api;
-    std::shared_ptr<TokenStore> tokens;
     std::optional<SessionKeychain> keychain; ///< behind the store; nothing when the keychain is left alone
     AppModel* model;
     const Terminal* terminal;
@@ -38,6 +37,9 @@ public:
     Async<> run();
 
 private:
+    Async<> restoreSession();
+    void requireKeychain(const std::string& consequence) const;
+    Async<> runCommand();
     Async<> share();
     Async<> link();
     Async<> status();

@@ -74,7 +74,8 @@ AppServices LiveServices::forModel(MainContext& context)
             .workspace = &workspace_,
             .files = &temporaryItems_.files(),
             .messagesDatabase = messagesDatabase_,
-            .bundle = applicationBundle()};
+            .bundle = applicationBundle(),
+            .patient = &patient_};
 }
 
 } // namespace vorn

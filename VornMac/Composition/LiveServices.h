@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Leftovers/TemporaryItems.h"
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/Clock.h"
+#include "Platform/Async/DetachedThreads.h"
 #include "Platform/Async/MainContext.h"
 #include "Platform/Desktop/SystemWorkspace.h"
 #include "Platform/Keychain/Keychain.h"
@@ -60,7 +61,6 @@ public:
     Clock& clock() noexcept { return clock_; }
     BackgroundExecutor& background() noexcept { return pool_; }
     const VornAPI& api() const noexcept { return api_; }
-    const std::shared_ptr<TokenStore>& tokens() const noexcept { return tokens_; }
 
 private:
     UserDefaults& defaults_;
@@ -69,6 +69,7 @@ private:
     SystemClock clock_;
     std::shared_ptr<HTTPSession> http_;
     BackgroundPool pool_;
+    DetachedThreads patient_;
     std::shared_ptr<TokenStore> tokens_;
     VornAPI api_;
     SystemWorkspace workspace_;

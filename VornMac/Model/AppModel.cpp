@@ -11,10 +11,13 @@
 namespace vorn {
 
 AppModel::AppModel(AppServices services)
-    : services_(std::move(services)), log_(bundleIdentifier(), "app"), session_(services_.tokens->load()),
+    : services_(std::move(services)), log_(bundleIdentifier(), "app"),
       access_(FullDiskAccess::probe(services_.messagesDatabase))
 {
-    if (session_) step_ = decide::stepAfterSignIn(hasAcceptedConsent(), access_);
+    if (services_.tokens->answersAtOnce())
+        restored(services_.tokens->load());
+    else
+        restorePhase_ = phase::Loading{};
 }
 
 // `consent`, `find` and `upload` stop nothing when they are left: their jobs outlive the screen.
@@ -29,12 +32,6 @@ const AppModel::StepWork& AppModel::workOf(Step step)
         StepWork{Step::done, nullptr, &AppModel::stopReviewWatch},
     };
     return table.at(static_cast<std::size_t>(step));
-}
-
-void AppModel::start()
-{
-    const auto whole = transition();
-    enter(step_);
 }
 
 // The step's signal comes first: the screen that is left must not show what follows.

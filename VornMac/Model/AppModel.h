@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
 #include "NimbrelExportKit/Records/ExportRecords.h"
 #include "Platform/Base/Log.h"
+#include "Platform/Keychain/KeychainError.h"
 #include "VornMac/Model/Announcements.h"
 #include "VornMac/Model/AppServices.h"
 #include "VornMac/Model/Step.h"
@@ -35,10 +36,15 @@ public:
     /// The chat found on this Mac, freed in the background: a million messages take longer than a frame.
     using Export = std::shared_ptr<const NimbrelExportResult>;
 
-    /// Restores the stored session and chooses the first step, without starting its work.
+    /// Restores the session of a store that answers at once and chooses the first step, without starting its work.
     explicit AppModel(AppServices services);
 
     // State.
+
+    /// Idle once it is known who is signed in; no step's work begins before.
+    const RestorePhase& restorePhase() const noexcept { return restorePhase_; }
+    /// Why the stored session could not be read.
+    const std::optional<KeychainError>& keychainRefusal() const noexcept { return keychainRefusal_; }
 
     Step step() const noexcept { return step_; }
     const std::optional<StoredSession>& session() const noexcept { return session_; }
@@ -71,8 +77,13 @@ public:
 
     // Steps.
 
-    /// Starts the work of the first step.
+    /// Starts the work of the first step, once the stored session is read. After a refusal of the keychain, tries again.
     void start();
+    /// Reads the stored session and chooses the first step, unless that is done. A keychain that refuses leaves the
+    /// user signed out: in the phase `Refused`, or at once where there is no keychain to try again.
+    Async<> restore();
+    /// After a refusal: leaves what is stored alone; `start` links this Mac.
+    void forgoSession();
     /// Stops the work of the current step and starts that of `target`. The current step as target tries again.
     void go(Step target);
 
@@ -102,6 +113,7 @@ public:
     void relaunch();
 
 signals:
+    void restorePhaseChanged();
     void stepChanged();
     void sessionChanged();
     void linkPhaseChanged();
@@ -150,6 +162,18 @@ private:
         void cancel();
     };
     Task running(Async<> job) { return {*services_.context, std::move(job)}; }
+
+    bool isRestored() const { return std::holds_alternative<phase::Idle>(restorePhase_); }
+    void setRestorePhase(RestorePhase phase)
+    {
+        assign(restorePhase_, phase, &AppModel::restorePhaseChanged);
+    }
+    Async<> runStart();
+    Async<> tellOfSlowKeychain();
+    Async<std::optional<StoredSession>> readSession();
+    void refuse(const KeychainError& refusal);
+    void restored(std::optional<StoredSession> session);
+    Step firstStep() const;
 
     void leave(Step step);
     void enter(Step step);
@@ -203,6 +227,8 @@ private:
     Log log_;
     Announcements announcements_;
 
+    RestorePhase restorePhase_;
+    std::optional<KeychainError> keychainRefusal_;
     Step step_ = Step::link;
     std::optional<StoredSession> session_;
     LinkPhase linkPhase_;
@@ -222,7 +248,7 @@ private:
     std::int64_t sessionGeneration_ = 0;
     std::optional<Clock::Duration> lastCodeRequest_;
 
-    Task linkTask_, accessTask_;
+    Task restoreTask_, linkTask_, accessTask_;
     SessionJobs jobs_;
 };
 

@@ -28,6 +28,8 @@ struct AppServices {
     FileManager* files;
     std::filesystem::path messagesDatabase;
     Bundle bundle; ///< the application's
+    /// For what may wait for a person, and the program's end not for it; null where `background` serves.
+    BackgroundExecutor* patient = nullptr;
 };
 
 } // namespace vorn

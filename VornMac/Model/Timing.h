@@ -20,6 +20,9 @@ Instant pollDeadline(const DeviceLink& link, Instant arrival);
 /// Between two requests for a code: one that arrives expired must not cause a busy loop.
 inline constexpr Clock::Duration codeInterval = std::chrono::seconds(1);
 
+/// How long the keychain is waited for in silence.
+inline constexpr Clock::Duration keychainIsSlow = std::chrono::milliseconds(500);
+
 inline constexpr Clock::Duration declinedIsShown = std::chrono::seconds(3);
 inline constexpr Clock::Duration linkFailureIsShown = std::chrono::seconds(5);
 inline constexpr Clock::Duration accessProbeInterval = std::chrono::milliseconds(1500);

@@ -21,6 +21,9 @@ using Failed = ErrorText;
 using Idle = Plain<struct IdleTag>;       ///< nothing was begun, or the session has ended since
 using Loading = Plain<struct LoadingTag>; ///< the service is asked, or the chat is read
 
+using Waiting = Plain<struct WaitingTag>; ///< the same, for so long that the user wonders
+using Refused = Plain<struct RefusedTag>; ///< the keychain did not let the program in
+
 using Showing = Plain<struct ShowingTag>;   ///< the code waits for the phone
 using Scanned = Plain<struct ScannedTag>;   ///< the phone has read the code; the user has to confirm there
 using Rejected = Plain<struct RejectedTag>; ///< the phone declined; a new code follows
@@ -39,6 +42,8 @@ struct Uploading {
 
 } // namespace phase
 
+/// Of reading the stored session.
+using RestorePhase = std::variant<phase::Idle, phase::Loading, phase::Waiting, phase::Refused>;
 using LinkPhase = std::variant<phase::Loading, phase::Showing, phase::Scanned, phase::Rejected, phase::Failed>;
 using ScanPhase = std::variant<phase::Idle, phase::Loading, phase::Unavailable, phase::NotConfigured, phase::NotFound,
                                phase::Found, phase::Failed>;

@@ -25,6 +25,7 @@ Notifications::Notifications(const AppModel& model)
     const auto count = [this, &model](auto signal, const char* name) {
         connect(&model, signal, this, [this, name] { ++counts_[name]; });
     };
+    count(&AppModel::restorePhaseChanged, "restorePhaseChanged");
     count(&AppModel::stepChanged, "stepChanged");
     count(&AppModel::sessionChanged, "sessionChanged");
     count(&AppModel::linkPhaseChanged, "linkPhaseChanged");
