@@ -30,10 +30,11 @@ ScreenModel* ScreenModel::asItWas(QObject* screen) const
 void ScreenModel::follow()
 {
     const auto on = [this](auto signal, auto action) { connect(model_, signal, this, action); };
-    for (const auto signal : {&AppModel::sessionChanged, &AppModel::linkPhaseChanged, &AppModel::qrPayloadChanged,
-                              &AppModel::linkExpiresAtChanged, &AppModel::understandsUploadChanged,
-                              &AppModel::agreesToShareChanged, &AppModel::accessChanged, &AppModel::scanPhaseChanged,
-                              &AppModel::nimbrelChanged, &AppModel::uploadPhaseChanged, &AppModel::submissionChanged})
+    for (const auto signal :
+         {&AppModel::restorePhaseChanged, &AppModel::sessionChanged, &AppModel::linkPhaseChanged,
+          &AppModel::qrPayloadChanged, &AppModel::linkExpiresAtChanged, &AppModel::understandsUploadChanged,
+          &AppModel::agreesToShareChanged, &AppModel::accessChanged, &AppModel::scanPhaseChanged,
+          &AppModel::nimbrelChanged, &AppModel::uploadPhaseChanged, &AppModel::submissionChanged})
         on(signal, &ScreenModel::refresh);
     on(&AppModel::stepChanged, &ScreenModel::enterStep);
     on(&AppModel::exportResultChanged, &ScreenModel::showExport);
@@ -63,6 +64,7 @@ void ScreenModel::refresh()
     compare(&Shown::scan, &ScreenModel::scanPhaseChanged);
     compare(&Shown::upload, &ScreenModel::uploadPhaseChanged);
     compare(&Shown::review, &ScreenModel::outcomeChanged);
+    compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
     compare(&Shown::step, &ScreenModel::stepChanged);        // a screen that is made then reads everything
     for (const auto signal : changes) emit(this->*signal)(); // who hears of one may change the model, and so this again
 }
@@ -111,6 +113,13 @@ void ScreenModel::start()
     if (model_ == nullptr) return;
     refresh();
     model_->start();
+}
+
+void ScreenModel::startSignedOut()
+{
+    if (model_ == nullptr) return;
+    model_->forgoSession();
+    start();
 }
 
 void ScreenModel::go(Step step)

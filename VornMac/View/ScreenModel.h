@@ -26,6 +26,8 @@ class ScreenModel : public QObject {
     QML_UNCREATABLE("The application makes it.")
     Q_CLASSINFO("RegisterEnumClassesUnscoped", "false")
 
+    Q_PROPERTY(RestorePhase restorePhase READ restorePhase NOTIFY restorePhaseChanged)
+    Q_PROPERTY(QString restoreNote READ restoreNote NOTIFY restorePhaseChanged)
     Q_PROPERTY(Step step READ step NOTIFY stepChanged)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY sessionChanged)
     Q_PROPERTY(QString displayName READ displayName NOTIFY sessionChanged)
@@ -64,6 +66,8 @@ class ScreenModel : public QObject {
     Q_PROPERTY(QString nextUpload READ nextUpload NOTIFY outcomeChanged)
 
 public:
+    enum class RestorePhase { Idle, Loading, Waiting, Refused };
+    Q_ENUM(RestorePhase)
     enum class Step { Link, Consent, Access, Find, Upload, Done };
     Q_ENUM(Step)
     enum class LinkPhase { Loading, Showing, Scanned, Rejected, Failed };
@@ -86,6 +90,9 @@ public:
     /// What is shown now, for good: for `screen`, which it goes with. Sends no signal, and its operations do nothing.
     Q_INVOKABLE vorn::ScreenModel* asItWas(QObject* screen) const;
 
+    /// No step is shown before this is idle: it is not known yet who is signed in.
+    RestorePhase restorePhase() const { return shown_.restore.phase; }
+    QString restoreNote() const { return shown_.restore.note; } ///< empty where there is nothing to say
     Step step() const { return shown_.step; }
     bool isSignedIn() const { return shown_.user.isSignedIn; }
     QString displayName() const { return shown_.user.displayName; } ///< empty without a session
@@ -130,8 +137,10 @@ public:
     QString rejection() const { return shown_.review.rejection; }   ///< why it was rejected; empty otherwise
     QString nextUpload() const { return shown_.review.nextUpload; } ///< its day; empty when it is not known
 
-    /// Begins the work of the first step.
+    /// Begins the work of the first step; after a refusal, asks the keychain again.
     Q_INVOKABLE void start();
+    /// After a refusal: links this Mac, whatever is stored.
+    Q_INVOKABLE void startSignedOut();
     Q_INVOKABLE void go(Step step);
     Q_INVOKABLE void startLinking();
     Q_INVOKABLE void acceptConsent();
@@ -144,6 +153,7 @@ public:
     Q_INVOKABLE void signOut();
 
 signals:
+    void restorePhaseChanged();
     void stepLeft(); ///< what is shown is still that of the step before
     void stepChanged();
     void sessionChanged();
@@ -176,6 +186,11 @@ private:
         double fraction = 0; ///< of an upload
         bool operator==(const Progress&) const = default;
     };
+    struct Restore {
+        RestorePhase phase = RestorePhase::Idle;
+        QString note;
+        bool operator==(const Restore&) const = default;
+    };
     struct Offer {
         Availability kind = Availability::Unknown;
         QString note;
@@ -190,6 +205,7 @@ private:
     };
     /// What one signal tells of stands in one member.
     struct Shown {
+        Restore restore;
         Step step = Step::Link;
         User user;
         Progress<LinkPhase> link;
@@ -218,6 +234,7 @@ private:
 
     void follow();
     Shown worked() const;
+    Restore restore() const;
     Step currentStep() const;
     User user() const;
     Access currentAccess() const;

@@ -1,6 +1,7 @@
 #include "VornMac/View/ScreenModel.h"
 
 #include "Platform/Base/Text.h"
+#include "VornMac/Text/KeychainText.h"
 #include "VornMac/Text/QuestText.h"
 #include "VornMac/Text/StatisticsText.h"
 
@@ -20,6 +21,12 @@ QString failureIn(const auto& modelPhase)
 /// Whether the enumerator `Shown` stands for `Case`, whose place in the variant is the enumerator's value.
 template <auto Shown, class Case, class Variant>
 constexpr bool standsFor = std::is_same_v<std::variant_alternative_t<static_cast<std::size_t>(Shown), Variant>, Case>;
+
+using Restore = ScreenModel::RestorePhase;
+static_assert(standsFor<Restore::Idle, phase::Idle, RestorePhase> &&
+              standsFor<Restore::Loading, phase::Loading, RestorePhase> &&
+              standsFor<Restore::Waiting, phase::Waiting, RestorePhase> &&
+              standsFor<Restore::Refused, phase::Refused, RestorePhase>);
 
 using Link = ScreenModel::LinkPhase;
 static_assert(standsFor<Link::Loading, phase::Loading, LinkPhase> &&
@@ -65,6 +72,16 @@ double fractionOf(const UploadPhase& phase)
 }
 
 } // namespace
+
+ScreenModel::Restore ScreenModel::restore() const
+{
+    const auto phase = static_cast<RestorePhase>(model_->restorePhase().index());
+    if (phase == RestorePhase::Waiting) return {phase, QString::fromStdString(keychainWaitText())};
+    const auto& refusal = model_->keychainRefusal();
+    if (phase == RestorePhase::Refused && refusal)
+        return {phase, QString::fromStdString(keychainRefusalText(*refusal))};
+    return {phase, {}};
+}
 
 ScreenModel::Step ScreenModel::currentStep() const
 {
@@ -122,6 +139,7 @@ ScreenModel::Shown ScreenModel::worked() const
 {
     const auto availability = model_->availability();
     Shown shown;
+    shown.restore = restore();
     shown.step = currentStep();
     shown.user = user();
     shown.link = {static_cast<LinkPhase>(model_->linkPhase().index()), failureIn(model_->linkPhase())};

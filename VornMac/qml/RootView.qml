@@ -7,6 +7,7 @@ Rectangle {
     id: root
 
     required property ScreenModel model
+    readonly property bool isRestored: model.restorePhase === ScreenModel.RestorePhase.Idle
 
     color: Theme.background
     Component.onCompleted: model.start()
@@ -22,7 +23,17 @@ Rectangle {
         properties: ({
                 model: root.model
             })
-        screen: root.screenOf(root.model.step)
+        screen: root.isRestored ? root.screenOf(root.model.step) : ""
+    }
+    KeychainNote {
+        anchors.centerIn: parent
+        model: root.model
+        visible: !root.isRestored
+        width: 560
+        onVisibleChanged: {
+            if (!visible)
+                screens.forceActiveFocus();
+        }
     }
     AccountMenu {
         anchors.right: parent.right

@@ -73,12 +73,13 @@ std::string ApplicationFixture::errorsOfOpened() const
     return readFile(sources_ / "errors");
 }
 
-std::unique_ptr<Program> ApplicationFixture::startWith(const std::string& qml, std::vector<std::string> arguments) const
+std::unique_ptr<Program> ApplicationFixture::startWith(const std::string& qml, std::vector<std::string> arguments,
+                                                       const Program::Environment& added) const
 {
     const auto file = sources_ / "Main.qml";
     writeFile(file, qml);
     arguments.push_back(file.native());
-    return std::make_unique<Program>(WINDOW_PROGRAM, std::move(arguments), environment());
+    return std::make_unique<Program>(WINDOW_PROGRAM, std::move(arguments), environment(added));
 }
 
 void ApplicationFixture::waitForLine(const Program& program, const std::string& line)

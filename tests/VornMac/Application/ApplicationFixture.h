@@ -32,7 +32,8 @@ public:
     /// What those have printed on standard error.
     std::string errorsOfOpened() const;
     /// The application with a window as `qml` describes it.
-    std::unique_ptr<Program> startWith(const std::string& qml, std::vector<std::string> arguments = {}) const;
+    std::unique_ptr<Program> startWith(const std::string& qml, std::vector<std::string> arguments = {},
+                                       const Program::Environment& added = {}) const;
 
     /// Waits until `program` has printed `line`.
     static void waitForLine(const Program& program, const std::string& line);

@@ -1,3 +1,5 @@
+#include "tests/Platform/Keychain/FakeSecretService.h"
+#include "tests/Platform/Keychain/TestBus.h"
 #include "tests/VornMac/Application/ApplicationFixture.h"
 
 #include <chrono>
@@ -63,6 +65,22 @@ TEST_F(ApplicationProgram, EndsWhileItsServiceDoesNotAnswer)
     const auto program = fix.startWith(windowThat("{ model.start(); console.log('asked') }"),
                                        {"-VornAPIBaseURLOverride", service.url()});
     fix.waitForLine(*program, "qml: asked");
+    program->signal(SIGTERM);
+    EXPECT_EQ(exitCodeOf(*program), 128 + SIGTERM);
+    EXPECT_THAT(fix.leftovers(), IsEmpty());
+}
+
+TEST_F(ApplicationProgram, ShowsItsWindowAndEndsWhileItsKeychainAsks)
+{
+    const TestBus bus;
+    const FakeSecretService service(bus.address(), FakeSecretService::Fault::hangingDialog);
+    const auto program =
+        fix.startWith(windowThat("{ model.restorePhaseChanged.connect(() => console.log(model.restoreNote));"
+                                 "model.start(); console.log('shown') }"),
+                      {}, {{"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
+    fix.waitForLine(*program, "qml: shown");
+    fix.waitForLine(*program, "qml: Waiting for your keychain…");
+    EXPECT_EQ(service.dialogs(), 1);
     program->signal(SIGTERM);
     EXPECT_EQ(exitCodeOf(*program), 128 + SIGTERM);
     EXPECT_THAT(fix.leftovers(), IsEmpty());

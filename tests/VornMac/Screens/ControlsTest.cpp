@@ -44,6 +44,10 @@ auto leadsTo(Step step)
 const std::vector<Control>& allControls()
 {
     static const std::vector<Control> controls = {
+        {"0-keychain-refused", "Try again",
+         [](auto& fix) { return fix.model.model().restorePhase() == RestorePhase(phase::Waiting{}); }},
+        {"0-keychain-refused", "Link this Mac again",
+         [](auto& fix) { return fix.model.asked(ModelFixture::links) == 1; }},
         {"1-link-failed", "Try again", [](auto& fix) { return fix.model.asked(ModelFixture::links) == 2; }},
         {"2-consent", "I understand what's uploaded", [](auto& fix) { return fix.model.model().understandsUpload(); }},
         {"2-consent", "I agree to share my Nimbrel chat", [](auto& fix) { return fix.model.model().agreesToShare(); }},

@@ -139,6 +139,10 @@ std::vector<Case> allCases()
     const Texts earned = {"Reward", "$15.00", "Chat export quest", "A"};
     const Texts back = {"Back to your chat"};
     return {
+        {"0-keychain-waiting", {"Waiting for your keychain…"}},
+        {"0-keychain-refused",
+         {"Your keychain is still locked, so Vorn can't tell whether this Mac is linked.", "Try again",
+          "Link this Mac again"}},
         {"1-link-loading", linkHead + linkSteps + Texts{"Getting a code…"} + linkNote},
         {"1-link-showing",
          linkHead + linkSteps + Texts{"Waiting for your phone"} + linkNote + Texts{"New code in ", "1:58"}},

@@ -27,6 +27,7 @@ ScreenModel& ScreenFixture::show()
     const auto count = [this](auto signal, const char* name) {
         QObject::connect(screen_.get(), signal, screen_.get(), [this, name] { ++told_[name]; });
     };
+    count(&ScreenModel::restorePhaseChanged, "restorePhaseChanged");
     count(&ScreenModel::stepChanged, "stepChanged");
     count(&ScreenModel::sessionChanged, "sessionChanged");
     count(&ScreenModel::linkPhaseChanged, "linkPhaseChanged");

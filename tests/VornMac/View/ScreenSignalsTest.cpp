@@ -1,3 +1,4 @@
+#include "tests/VornMac/Model/AskingTokenStore.h"
 #include "tests/VornMac/View/ScreenFixture.h"
 #include "tests/support/service/ServiceAnswers.h"
 
@@ -42,10 +43,11 @@ protected:
     }
 
     static constexpr const char* allSignals[] = {
-        "stepChanged",         "sessionChanged",         "linkPhaseChanged",         "qrPayloadChanged",
-        "linkExpiresChanged",  "linkSecondsLeftChanged", "understandsUploadChanged", "agreesToShareChanged",
-        "rewardChanged",       "accessChanged",          "scanPhaseChanged",         "exportResultChanged",
-        "availabilityChanged", "canUploadChanged",       "uploadPhaseChanged",       "outcomeChanged"};
+        "restorePhaseChanged",  "stepChanged",         "sessionChanged",         "linkPhaseChanged",
+        "qrPayloadChanged",     "linkExpiresChanged",  "linkSecondsLeftChanged", "understandsUploadChanged",
+        "agreesToShareChanged", "rewardChanged",       "accessChanged",          "scanPhaseChanged",
+        "exportResultChanged",  "availabilityChanged", "canUploadChanged",       "uploadPhaseChanged",
+        "outcomeChanged"};
 
     ScreenFixture fix_;
     ScreenFixture::Counts last_; ///< told during the last event
@@ -85,6 +87,34 @@ TEST_F(Signals, TellOfEveryChangeAndOfNothingElse)
     watch("time for another", [&] { fix.advance(30s); });
     watch("still", [&] { fix.answer(ModelFixture::review, submissionJSON("review_pending")); });
     watch("signed out", [&] { screen.signOut(); });
+}
+
+TEST_F(Signals, TellOfTheKeychain)
+{
+    ModelFixture& fix = fix_.fix;
+    const auto keychain = std::make_shared<testing::AskingTokenStore>();
+    keychain->refusal = KeychainError(KeychainError::authFailed);
+    fix.store = keychain;
+    fix.launch();
+    ScreenModel& screen = fix_.show();
+    EXPECT_EQ(fix_.value("restorePhase"), "Loading");
+    EXPECT_EQ(fix_.value("restoreNote"), "");
+    watch("half a second", [&] { fix.advance(500ms); });
+    EXPECT_EQ(fix_.value("restorePhase"), "Waiting");
+    EXPECT_EQ(fix_.value("restoreNote"), "Waiting for your keychain…");
+    watch("refused", [&] { fix.runAll(); });
+    EXPECT_EQ(fix_.value("restorePhase"), "Refused");
+    EXPECT_EQ(fix_.value("restoreNote"),
+              "Your keychain didn't let Vorn in, so it can't tell whether this Mac is linked.");
+    watch("another try", [&] {
+        screen.start();
+        fix.run();
+    });
+    EXPECT_EQ(fix_.value("restorePhase"), "Waiting");
+    watch("refused again", [&] { fix.runAll(); });
+    watch("linked anew", [&] { screen.startSignedOut(); });
+    EXPECT_EQ(fix_.value("restorePhase"), "Idle");
+    EXPECT_EQ(fix_.value("restoreNote"), "");
 }
 
 TEST_F(Signals, ComeOnceForOneChange)

@@ -1,5 +1,7 @@
 #include "tests/VornMac/Window/Scenes.h"
 
+#include "tests/VornMac/Model/AskingTokenStore.h"
+
 #include <chrono>
 #include <stdexcept>
 
@@ -88,6 +90,26 @@ std::string questWith(const std::string& members)
 std::string outcome(const std::string& status, const std::string& members)
 {
     return R"({"id":"sub-1","questId":"quest-1","status":")" + status + R"(",)" + members + R"(,"assetsRemaining":0})";
+}
+
+std::vector<Scene> keychainScenes()
+{
+    return {
+        {"0-keychain-waiting",
+         [](WindowFixture& fix) {
+             fix.model.store = std::make_shared<AskingTokenStore>();
+             fix.model.launch();
+             fix.model.advance(500ms);
+         }},
+        {"0-keychain-refused",
+         [](WindowFixture& fix) {
+             const auto keychain = std::make_shared<AskingTokenStore>();
+             keychain->refusal = KeychainError(KeychainError::interactionNotAllowed);
+             fix.model.store = keychain;
+             fix.model.launch();
+             fix.model.runAll();
+         }},
+    };
 }
 
 std::vector<Scene> linkScenes()
@@ -218,8 +240,8 @@ const std::vector<Scene>& allScenes()
 {
     static const std::vector<Scene> scenes = [] {
         std::vector<Scene> all;
-        for (const auto& part :
-             {linkScenes(), consentScenes(), accessScenes(), findScenes(), uploadScenes(), doneScenes()})
+        for (const auto& part : {keychainScenes(), linkScenes(), consentScenes(), accessScenes(), findScenes(),
+                                 uploadScenes(), doneScenes()})
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();
