@@ -146,6 +146,17 @@ TEST_F(Scan, WritesNothingForAUserWhoLinkedMeanwhile)
     EXPECT_EQ(model.scanPhase(), ScanPhase(phase::Idle{}));
 }
 
+TEST_F(Scan, SaysSoWhereAnotherProgramHasLinkedSomebodyElse)
+{
+    AppModel& model = enterFind();
+    fix_.tokens->save(belasSession());
+    model.scan();
+    fix_.runAll();
+    EXPECT_EQ(model.scanPhase(), failed("You signed in again, so this step was stopped."));
+    EXPECT_EQ(model.step(), Step::find);
+    EXPECT_EQ(fix_.tokens->load(), belasSession());
+}
+
 TEST_F(Scan, HasOneJobHoweverOftenItIsBegun)
 {
     enterFind();

@@ -195,6 +195,53 @@ TEST(AccountMenu, LeavesTheKeyboardToTheScreenAfterASignOut)
     }
 }
 
+/// Ways in which the session ends while the account menu is open.
+struct SessionEnd {
+    const char* name;
+    void (*end)(WindowFixture&);
+};
+
+constexpr SessionEnd sessionEnds[] = {
+    {"refused",
+     [](WindowFixture& fix) {
+         fix.model.refuse(ModelFixture::quest, 401);
+         fix.model.refuse(ModelFixture::refreshes, 401);
+         fix.settle();
+     }},
+    {"signed out by mouse", [](WindowFixture& fix) { fix.click("Sign out of this Mac"); }},
+    {"signed out by Return", [](WindowFixture& fix) { fix.press(Qt::Key_Return); }},
+    {"signed out by Space", [](WindowFixture& fix) { fix.press(Qt::Key_Space); }},
+    {"signed out by a reader", [](WindowFixture& fix) { fix.pressByReader("Sign out of this Mac"); }},
+};
+
+TEST(AccountMenu, LeavesTheKeyboardOnWhatIsShownHoweverTheSessionEnds)
+{
+    for (const SessionEnd& each : sessionEnds) {
+        for (const bool byKeyboard : {false, true}) {
+            SCOPED_TRACE(std::string(each.name) + (byKeyboard ? ", opened by keyboard" : ", opened by mouse"));
+            WindowFixture fix;
+            play(fix, "4-find-loading");
+            byKeyboard ? fix.pressOn("Account", Qt::Key_Space) : fix.click("Account");
+            ASSERT_TRUE(fix.shows("Sign out of this Mac"));
+            each.end(fix);
+            ASSERT_EQ(fix.model.model().step(), Step::link);
+            EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+            EXPECT_FALSE(fix.shows("Account"));
+            const auto* focused = fix.window().activeFocusItem();
+            ASSERT_NE(focused, nullptr);
+            EXPECT_TRUE(focused->isVisible() && focused->isEnabled());
+            fix.press(Qt::Key_Space);
+            fix.press(Qt::Key_Return);
+            EXPECT_FALSE(fix.shows("Sign out of this Mac"));
+            fix.model.fail(ModelFixture::links, URLError::Code::notConnectedToInternet);
+            fix.settle();
+            fix.press(Qt::Key_Tab);
+            EXPECT_EQ(fix.focused(), "Try again");
+            EXPECT_TRUE(fix.isEnabled("Try again"));
+        }
+    }
+}
+
 TEST(AccountMenu, SignsOutByAScreenReader)
 {
     WindowFixture fix;

@@ -162,6 +162,17 @@ TEST(LinkScreen, CountsDownEverySecondToZero)
     }
 }
 
+TEST(LinkScreen, CountsDownOnlyToAnEndThatIsKnown)
+{
+    WindowFixture fix;
+    fix.model.launch();
+    fix.model.answer(ModelFixture::links, linkJSON(2000, "soon"));
+    fix.settle();
+    EXPECT_TRUE(fix.shows("QR code to link this Mac"));
+    EXPECT_THAT(fix.words(), Not(Contains(HasSubstr("New code in "))));
+    EXPECT_THAT(fix.spoken(), Not(Contains(HasSubstr("New code in "))));
+}
+
 TEST(LinkScreen, CoversTheCodeOnceItIsScanned)
 {
     WindowFixture fix;
