@@ -77,7 +77,8 @@ public:
 
     // Steps.
 
-    /// Starts the work of the first step, once the stored session is read. After a refusal of the keychain, tries again.
+    /// Starts the work of the first step, once the stored session is read. After a refusal of the keychain, tries
+    /// again.
     void start();
     /// Reads the stored session and chooses the first step, unless that is done. A keychain that refuses leaves the
     /// user signed out: in the phase `Refused`, or at once where there is no keychain to try again.
@@ -164,10 +165,7 @@ private:
     Task running(Async<> job) { return {*services_.context, std::move(job)}; }
 
     bool isRestored() const { return std::holds_alternative<phase::Idle>(restorePhase_); }
-    void setRestorePhase(RestorePhase phase)
-    {
-        assign(restorePhase_, phase, &AppModel::restorePhaseChanged);
-    }
+    void setRestorePhase(RestorePhase phase) { assign(restorePhase_, phase, &AppModel::restorePhaseChanged); }
     Async<> runStart();
     Async<> tellOfSlowKeychain();
     Async<std::optional<StoredSession>> readSession();

@@ -21,8 +21,8 @@ public:
     /// Whether `load` never blocks: it asks no keychain, and so no user.
     virtual bool answersAtOnce() const { return true; }
 
-    /// As `load`, but gives a user who is asked the time to answer, and throws what the store throws where it cannot tell
-    /// whether there is a session. May take minutes: call it only from a thread that nothing waits for.
+    /// As `load`, but gives a user who is asked the time to answer, and throws what the store throws where it cannot
+    /// tell whether there is a session. May take minutes: call it only from a thread that nothing waits for.
     virtual std::optional<StoredSession> restore() { return load(); }
 
     /// Clears the session if `matches` returns true for it, and returns the one that stays. Reads as `reload` does and
