@@ -1,13 +1,13 @@
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/PrintableText.h"
 #include "Platform/Signals/InterruptWatch.h"
-#include "Tools/Support/WholeNumber.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
@@ -30,15 +30,25 @@ struct CommandLine {
     bool json = false;
 };
 
+/// Decimal digits alone: the library takes a leading zero for a number to the base 8.
+CLI::Validator numberUpTo(std::uint64_t most)
+{
+    return {[most](const std::string& text) {
+                std::uint64_t value = 0;
+                std::from_chars(text.data(), text.data() + text.size(), value);
+                const bool fits = std::to_string(value) == text && value <= most;
+                return fits ? std::string()
+                            : fmt::format("\"{}\" is not a whole number from 0 to {}", printable(text), most);
+            },
+            ""};
+}
+
 /// Reads the arguments; an exit code when there is nothing more to do.
 std::optional<int> parse(int argc, char** argv, CommandLine& line)
 {
     CLI::App app{
         "Writes a Messages database with an invented history: conversations with an assistant and with others.",
         "vorn-sample-history"};
-    const auto numberUpTo = [](std::uint64_t most) {
-        return CLI::Validator([most](const std::string& text) { return mistakeInWholeNumber(text, 0, most); }, "");
-    };
     const auto numberOfRows = numberUpTo(SampleHistoryOptions::mostMessages);
     std::string until;
     app.add_option("--output", line.output, "The database to write, such as chat.db");

@@ -3,7 +3,10 @@
 #include "Platform/Base/Text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace vorn {
 namespace {
@@ -18,11 +21,20 @@ enum Marker : std::uint8_t {
     dictionary = 0xD0
 };
 
+std::size_t count(const PropertyList& value)
+{
+    std::size_t sum = 1 + (value.is_object() ? value.size() : 0); // with the keys
+    if (value.is_structured()) {
+        for (const auto& item : value) sum += count(item);
+    }
+    return sum;
+}
+
 /// Writes each object after those it holds and remembers where it begins. An object's number is its place in that
 /// order.
 class Writer {
 public:
-    ByteBuffer write(const PropertyListValue& root)
+    ByteBuffer write(const PropertyList& root)
     {
         referenceBytes_ = count(root) <= 0x100 ? 1 : 2;
         append("bplist00");
@@ -40,56 +52,40 @@ public:
     }
 
 private:
-    static std::size_t count(const PropertyListValue& value)
-    {
-        std::size_t sum = 1;
-        if (const auto* items = std::get_if<PropertyListValue::Array>(&value.content)) {
-            for (const auto& item : *items) sum += count(item);
-        } else if (const auto* entries = std::get_if<PropertyListValue::Dictionary>(&value.content)) {
-            for (const auto& entry : *entries) sum += 1 + count(entry.value);
-        }
-        return sum;
-    }
-
     /// Writes `value` after everything in it and returns its number.
-    std::size_t object(const PropertyListValue& value)
+    std::size_t object(const PropertyList& value)
     {
+        if (!value.is_structured()) return scalar(value);
         std::vector<std::size_t> references;
-        if (const auto* items = std::get_if<PropertyListValue::Array>(&value.content)) {
-            for (const auto& item : *items) references.push_back(object(item));
-            begin(array, items->size());
-        } else if (const auto* entries = std::get_if<PropertyListValue::Dictionary>(&value.content)) {
-            for (const auto& entry : *entries) references.push_back(object({entry.key}));
-            for (const auto& entry : *entries) references.push_back(object(entry.value));
-            begin(dictionary, entries->size());
-        } else {
-            scalar(value);
+        if (value.is_object()) {
+            for (const auto& entry : value.items()) references.push_back(string(entry.key()));
         }
+        for (const auto& item : value) references.push_back(object(item));
+        begin(value.is_object() ? dictionary : array, value.size());
         for (const std::size_t reference : references) number(reference, referenceBytes_);
         return offsets_.size() - 1;
     }
 
-    void scalar(const PropertyListValue& value)
+    std::size_t scalar(const PropertyList& value)
     {
-        if (const auto* flag = std::get_if<bool>(&value.content)) {
-            offsets_.push_back(out_.size());
-            number(boolean + (*flag ? 1U : 0U), 1);
-        } else if (const auto* whole = std::get_if<std::int64_t>(&value.content)) {
-            offsets_.push_back(out_.size());
-            length(integer, *whole);
-        } else if (const auto* content = std::get_if<ByteBuffer>(&value.content)) {
-            begin(data, content->size());
-            append(textOf(*content));
+        if (value.is_string()) return string(value.get_ref<const std::string&>());
+        if (value.is_binary()) {
+            const auto& bytes = value.get_binary();
+            begin(data, bytes.size());
+            append({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         } else {
-            string(std::get<std::string>(value.content));
+            offsets_.push_back(out_.size());
+            value.is_boolean() ? number(boolean + (value.get<bool>() ? 1U : 0U), 1) : length(value.get<std::int64_t>());
         }
+        return offsets_.size() - 1;
     }
 
-    void string(std::string_view text)
+    std::size_t string(std::string_view text)
     {
         if (std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; })) {
             begin(ascii, text.size());
-            return append(text);
+            append(text);
+            return offsets_.size() - 1;
         }
         std::u16string units;
         for (const char32_t scalar : text::scalars(text)) {
@@ -98,19 +94,20 @@ private:
         }
         begin(unicode, units.size());
         for (const char16_t unit : units) number(unit, 2);
+        return offsets_.size() - 1;
     }
 
     void begin(Marker marker, std::size_t count)
     {
         offsets_.push_back(out_.size());
         number(marker | std::min<std::size_t>(count, 15), 1);
-        if (count >= 15) length(integer, static_cast<std::int64_t>(count));
+        if (count >= 15) length(static_cast<std::int64_t>(count));
     }
 
-    void length(Marker marker, std::int64_t value)
+    void length(std::int64_t value)
     {
         const unsigned power = value < 0 ? 3 : value < 0x100 ? 0 : value < 0x10000 ? 1 : value < 0x100000000 ? 2 : 3;
-        number(marker | power, 1);
+        number(integer | power, 1);
         number(static_cast<std::uint64_t>(value), 1U << power);
     }
 
@@ -132,7 +129,13 @@ private:
 
 } // namespace
 
-ByteBuffer binaryPropertyList(const PropertyListValue& root)
+PropertyList dataOf(ByteView bytes)
+{
+    const std::string_view text = textOf(bytes);
+    return PropertyList::binary({text.begin(), text.end()});
+}
+
+ByteBuffer binaryPropertyList(const PropertyList& root)
 {
     return Writer().write(root);
 }

@@ -2,30 +2,18 @@
 
 #include "Platform/Base/Bytes.h"
 
-#include <cstdint>
-#include <string>
-#include <variant>
-#include <vector>
+#include <nlohmann/json.hpp>
 
 namespace vorn {
 
-struct PropertyListEntry;
-
 /// A value of a property list. A dictionary keeps the order of its entries.
-struct PropertyListValue {
-    using Array = std::vector<PropertyListValue>;
-    using Dictionary = std::vector<PropertyListEntry>;
+using PropertyList = nlohmann::ordered_json;
 
-    std::variant<bool, std::int64_t, std::string, ByteBuffer, Array, Dictionary> content;
-};
+PropertyList dataOf(ByteView bytes);
 
-struct PropertyListEntry {
-    std::string key;
-    PropertyListValue value;
-};
-
-/// The binary form ("bplist00") in which Messages keeps a message's summary and the content of balloons. Texts are
-/// well-formed UTF-8; nothing is shared between equal values. Threads: any.
-ByteBuffer binaryPropertyList(const PropertyListValue& root);
+/// The binary form ("bplist00") in which Messages keeps a message's summary and the content of balloons. `root` holds
+/// objects, arrays, flags, integers, data and texts in well-formed UTF-8; nothing is shared between equal values.
+/// Threads: any.
+ByteBuffer binaryPropertyList(const PropertyList& root);
 
 } // namespace vorn

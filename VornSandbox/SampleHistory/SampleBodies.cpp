@@ -7,28 +7,16 @@
 namespace vorn::sampleBodies {
 namespace {
 
-using Array = PropertyListValue::Array;
-using Dictionary = PropertyListValue::Dictionary;
-
 constexpr std::string_view partName = "__kIMMessagePartAttributeName";
 constexpr std::size_t placeholderBytes = 3; // of U+FFFC in UTF-8
 
-PropertyListValue whole(std::int64_t value)
+/// `objects` begins with "$null"; its second is the root.
+PropertyList keyedArchive(PropertyList objects)
 {
-    return {value};
-}
-
-PropertyListValue string(std::string_view text)
-{
-    return {std::string(text)};
-}
-
-PropertyListValue keyedArchive(Array objects)
-{
-    return {Dictionary{{"$version", whole(100'000)},
-                       {"$archiver", string("NSKeyedArchiver")},
-                       {"$top", {Dictionary{{"root", {Dictionary{{"CF$UID", whole(1)}}}}}}},
-                       {"$objects", {std::move(objects)}}}};
+    return {{"$version", 100'000},
+            {"$archiver", "NSKeyedArchiver"},
+            {"$top", {{"root", {{"CF$UID", 1}}}}},
+            {"$objects", std::move(objects)}};
 }
 
 TextAttribute part(std::int64_t number)
@@ -39,10 +27,9 @@ TextAttribute part(std::int64_t number)
 /// What the data detectors found: kept beside the link so that it need not be looked for again.
 ByteBuffer detected(std::string_view link)
 {
-    return binaryPropertyList(keyedArchive({string("$null"),
-                                            {Dictionary{{"MS", whole(1)}, {"V", string("HttpURL")}}},
-                                            string(link),
-                                            {Array{whole(0), whole(static_cast<std::int64_t>(link.size()))}}}));
+    const PropertyList range = PropertyList::array({0, link.size()});
+    return binaryPropertyList(
+        keyedArchive(PropertyList::array({"$null", {{"MS", 1}, {"V", "HttpURL"}}, std::string(link), range})));
 }
 
 std::vector<TextAttribute> linkAttributes(std::string_view link)
@@ -96,54 +83,44 @@ ByteBuffer withAttachments(std::string_view text, const std::vector<SampleAttach
 
 ByteBuffer plainSummary()
 {
-    return binaryPropertyList({Dictionary{{"amc", whole(1)},
-                                          {"cmmS", whole(0)},
-                                          {"cmmAS", whole(0)},
-                                          {"ust", {true}},
-                                          {"hbr", {false}},
-                                          {"oui", {true}}}});
+    return binaryPropertyList({{"amc", 1}, {"cmmS", 0}, {"cmmAS", 0}, {"ust", true}, {"hbr", false}, {"oui", true}});
 }
 
 ByteBuffer reactionSummary(std::string_view quoted)
 {
-    return binaryPropertyList({Dictionary{{"amc", whole(0)}, {"ams", string(quoted)}, {"ust", {true}}}});
+    return binaryPropertyList({{"amc", 0}, {"ams", std::string(quoted)}, {"ust", true}});
 }
 
 ByteBuffer editSummary(const ByteBuffer& before, const ByteBuffer& after, std::int64_t secondsOfEdit)
 {
-    const Array history{{Dictionary{{"t", {before}}, {"d", whole(secondsOfEdit - 60)}}},
-                        {Dictionary{{"t", {after}}, {"d", whole(secondsOfEdit)}}}};
-    return binaryPropertyList(
-        {Dictionary{{"amc", whole(1)},
-                    {"ust", {true}},
-                    {"ep", {Array{whole(0)}}},
-                    {"ec", {Dictionary{{"0", {history}}}}},
-                    {"otr", {Dictionary{{"0", {Dictionary{{"lo", whole(0)}, {"le", whole(1)}}}}}}}}});
+    const PropertyList history = PropertyList::array(
+        {{{"t", dataOf(before)}, {"d", secondsOfEdit - 60}}, {{"t", dataOf(after)}, {"d", secondsOfEdit}}});
+    return binaryPropertyList({{"amc", 1},
+                               {"ust", true},
+                               {"ep", PropertyList::array({0})},
+                               {"ec", {{"0", history}}},
+                               {"otr", {{"0", {{"lo", 0}, {"le", 1}}}}}});
 }
 
 ByteBuffer retractedSummary()
 {
     return binaryPropertyList(
-        {Dictionary{{"amc", whole(1)},
-                    {"ust", {true}},
-                    {"rp", {Array{whole(0)}}},
-                    {"otr", {Dictionary{{"0", {Dictionary{{"lo", whole(0)}, {"le", whole(1)}}}}}}}}});
+        {{"amc", 1}, {"ust", true}, {"rp", PropertyList::array({0})}, {"otr", {{"0", {{"lo", 0}, {"le", 1}}}}}});
 }
 
 ByteBuffer linkPayload(std::string_view link, SampleRandom& random)
 {
     ByteBuffer icon(static_cast<std::size_t>(random.between(100, 700)));
     for (std::byte& byte : icon) byte = static_cast<std::byte>(random.below(256));
-    return binaryPropertyList(keyedArchive(
-        {string("$null"),
-         {Dictionary{{"richLinkMetadata", {Dictionary{{"CF$UID", whole(2)}}}}, {"richLinkIsPlaceholder", {false}}}},
-         {Dictionary{{"URL", string(link)},
-                     {"originalURL", string(link)},
-                     {"title", string("A page worth reading")},
-                     {"summary", string("What it says in a few words, as its author put it.")},
-                     {"siteName", string("Example")},
-                     {"icon", {icon}},
-                     {"version", whole(1)}}}}));
+    const PropertyList root{{"richLinkMetadata", {{"CF$UID", 2}}}, {"richLinkIsPlaceholder", false}};
+    const PropertyList metadata{{"URL", std::string(link)},
+                                {"originalURL", std::string(link)},
+                                {"title", "A page worth reading"},
+                                {"summary", "What it says in a few words, as its author put it."},
+                                {"siteName", "Example"},
+                                {"icon", dataOf(icon)},
+                                {"version", 1}};
+    return binaryPropertyList(keyedArchive(PropertyList::array({"$null", root, metadata})));
 }
 
 } // namespace vorn::sampleBodies

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornSandbox/SampleHistory/AttributedBodyWriter.h"
+#include "VornSandbox/SampleHistory/AttributedBody.h"
 #include "VornSandbox/SampleHistory/SampleMessage.h"
 #include "VornSandbox/SampleHistory/SampleRandom.h"
 

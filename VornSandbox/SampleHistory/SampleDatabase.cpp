@@ -21,15 +21,10 @@ SampleDatabase::SampleDatabase(const std::filesystem::path& path, const CancelFl
         "PRAGMA cache_size = -262144; PRAGMA temp_store = MEMORY; PRAGMA threads = 2");
 }
 
-void SampleDatabase::execute(std::string_view sql)
+void SampleDatabase::execute(const char* sql)
 {
     checkCancelled();
-    if (sqlite3_exec(handle(), std::string(sql).c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) fail();
-}
-
-void SampleDatabase::execute(std::span<const std::string_view> statements)
-{
-    for (const std::string_view statement : statements) execute(statement);
+    if (sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) fail();
 }
 
 void SampleDatabase::defineFunctions(std::span<const char* const> names)

@@ -23,8 +23,8 @@ public:
     /// Opens the existing, empty file.
     SampleDatabase(const std::filesystem::path& path, const CancelFlag* cancel);
 
-    void execute(std::string_view sql);
-    void execute(std::span<const std::string_view> statements);
+    /// Runs one or more statements.
+    void execute(const char* sql);
 
     /// Makes functions of these names that do nothing, so that triggers which call them can fire.
     void defineFunctions(std::span<const char* const> names);

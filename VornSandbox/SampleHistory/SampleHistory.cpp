@@ -82,7 +82,7 @@ public:
 
     SampleHistorySummary run()
     {
-        database_.execute(sampleSchema::tables());
+        database_.execute(sampleSchema::tables);
         SampleWriter writer(database_, cast_);
         inTransaction([&] {
             writer.writeCast();
@@ -90,8 +90,8 @@ public:
         });
         // Ready-made indexes are sorted once; kept up row by row they would cost more than the rows.
         database_.execute("BEGIN");
-        database_.execute(sampleSchema::indexes());
-        database_.execute(sampleSchema::triggers());
+        database_.execute(sampleSchema::indexes);
+        database_.execute(sampleSchema::triggers);
         database_.execute("COMMIT");
         database_.execute("PRAGMA analysis_limit = 400; ANALYZE");
         database_.execute("PRAGMA journal_mode = WAL");
@@ -102,7 +102,7 @@ public:
 private:
     void writeLog(SampleWriter& writer)
     {
-        database_.defineFunctions(sampleSchema::messagesFunctions());
+        database_.defineFunctions(sampleSchema::functions);
         database_.beginLog();
         inTransaction([&] { writeRows(writer, options_.inLog); });
     }

@@ -1,7 +1,6 @@
 #include "VornSandbox/SampleHistory/SamplePlan.h"
 
 #include "VornSandbox/SampleHistory/SampleBodies.h"
-#include "VornSandbox/SampleHistory/SampleShares.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +9,51 @@
 namespace vorn {
 namespace {
 
-using namespace sampleShares;
+// How often a sample history holds what. Chances in a thousand.
+constexpr unsigned reactions = 45;
+constexpr unsigned happenings = 3;
+constexpr unsigned happeningsInGroups = 14;
+constexpr unsigned unsent = 4;
+constexpr unsigned emptyRows = 3;
+constexpr unsigned undatedRows = 2;
+constexpr unsigned withAttachment = 40;
+constexpr unsigned withLink = 84; // of the rows without attachments: 8 in a hundred of all
+constexpr unsigned editedRows = 12;
+constexpr unsigned threads = 50;
+constexpr unsigned blobOnly = 600;
+constexpr unsigned textOnly = 80;
+
+/// A kind of attached file. `exportedType` is the MIME type that an export gives it.
+struct FileKind {
+    std::string_view prefix;
+    std::string_view suffix;
+    std::optional<std::string_view> uti;
+    std::optional<std::string_view> mimeType;
+    std::string_view exportedType;
+};
+
+// Twenty in all, so that each stands for five in a hundred.
+constexpr FileKind jpeg{"IMG_", ".JPG", "public.jpeg", "image/jpeg", "image/jpeg"};
+constexpr FileKind heic{"IMG_", ".HEIC", "public.heic", "image/heic", "image/heic"};
+constexpr FileKind voice{"Audio Message ", ".caf", "com.apple.coreaudio-format", "", "application/octet-stream"};
+constexpr FileKind pdf{"Scan ", ".pdf", "com.adobe.pdf", "application/pdf", "application/pdf"};
+constexpr FileKind movie{"IMG_", ".MOV", "com.apple.quicktime-movie", "video/quicktime", "video/quicktime"};
+constexpr FileKind screenshot{"Screenshot ", ".png", "public.png", std::nullopt, "image/png"};
+constexpr FileKind unknown{"notes ", ".vrnx", "dyn.ah62d4rv4ge81q7k2", std::nullopt, "application/octet-stream"};
+constexpr FileKind nameless{"file ", "", std::nullopt, std::nullopt, "application/octet-stream"};
+constexpr std::array fileKinds{jpeg, jpeg, jpeg, jpeg,  jpeg,  jpeg,  heic,       heic,       heic,    heic,
+                               heic, pdf,  pdf,  voice, voice, movie, screenshot, screenshot, unknown, nameless};
+
+/// A value of `associated_message_type` and the words that stand in the reaction's text.
+struct Reaction {
+    std::int64_t type;
+    std::string_view verb;
+};
+constexpr std::array reactionKinds{Reaction{2000, "Loved"},          Reaction{2001, "Liked"},
+                                   Reaction{2002, "Disliked"},       Reaction{2003, "Laughed at"},
+                                   Reaction{2004, "Emphasized"},     Reaction{2005, "Questioned"},
+                                   Reaction{2006, "Reacted 🫶🏼 to"}};
+constexpr std::int64_t takenBack = 1000; // is added to a reaction's type
 
 constexpr std::int64_t appleEpoch = 978'307'200; // 2001-01-01T00:00:00Z in Unix time
 constexpr std::int64_t second = 1'000'000'000;

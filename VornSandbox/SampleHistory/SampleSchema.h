@@ -1,18 +1,18 @@
 #pragma once
 
-#include <span>
-#include <string_view>
+#include <array>
 
-/// The statements that make an empty Messages database of a current macOS. Run them in this order: tables, rows,
-/// indexes, triggers. Some triggers call functions that only Messages registers with its connection, so rows go in
-/// before them or through a connection that has functions of those names.
+/// The SQL that makes an empty Messages database of a current macOS. Run it in this order: tables, rows, indexes,
+/// triggers. Some triggers call functions that only Messages registers with its connection, so rows go in before them
+/// or through a connection that has functions of those names.
 namespace vorn::sampleSchema {
 
-std::span<const std::string_view> tables() noexcept;
-std::span<const std::string_view> indexes() noexcept;
-std::span<const std::string_view> triggers() noexcept;
+extern const char* const tables;
+extern const char* const indexes;
+extern const char* const triggers;
 
 /// Names of the functions that the triggers expect, any number of arguments each.
-std::span<const char* const> messagesFunctions() noexcept;
+inline constexpr std::array functions{"after_delete_message_plugin", "before_delete_attachment_path",
+                                      "delete_attachment_path", "verify_chat"};
 
 } // namespace vorn::sampleSchema

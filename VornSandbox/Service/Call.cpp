@@ -97,9 +97,9 @@ std::string serviceURL(int port)
 std::optional<std::int64_t> wholeNumber(std::string_view text)
 {
     std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || number < 0) return std::nullopt;
-    return number;
+    const auto error = std::from_chars(text.data(), text.data() + text.size(), number).ec;
+    const bool isPlain = error == std::errc() && number >= 0 && std::to_string(number) == text;
+    return isPlain ? std::optional(number) : std::nullopt;
 }
 
 } // namespace vorn::sandbox

@@ -94,7 +94,7 @@ const Route& match(const std::vector<Route>& routes, Call& call);
 /// The base URL of the service at `port`, such as "http://127.0.0.1:8787".
 std::string serviceURL(int port);
 
-/// `text` as a whole number in decimal digits; nothing when it is none.
+/// `text` as a whole number in decimal digits; nothing when it is none, or written in another way than it needs to be.
 std::optional<std::int64_t> wholeNumber(std::string_view text);
 
 } // namespace vorn::sandbox

@@ -1,7 +1,6 @@
 #include "VornSandbox/Service/ServiceOptions.h"
 
 #include "Platform/Base/PrintableText.h"
-#include "Tools/Support/WholeNumber.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -35,7 +34,10 @@ CLI::Validator within(double least, double most)
 CLI::Validator wholeWithin(std::int64_t least, std::int64_t most)
 {
     return {[=](const std::string& text) {
-                return mistakeInWholeNumber(text, static_cast<std::uint64_t>(least), static_cast<std::uint64_t>(most));
+                const auto value = wholeNumber(text);
+                const bool fits = value && *value >= least && *value <= most;
+                return fits ? std::string()
+                            : fmt::format("\"{}\" is not a whole number from {} to {}", printable(text), least, most);
             },
             ""};
 }

@@ -1,5 +1,3 @@
-#include "VornSandbox/SampleHistory/SampleSchema.h"
-
 #include "tests/VornSandbox/SampleHistory/WrittenHistory.h"
 
 #include <gmock/gmock.h>
@@ -58,8 +56,8 @@ TEST_F(SampleSchema, HasEveryIndexAndTrigger)
         return history.texts("SELECT sql FROM sqlite_schema WHERE sql IS NOT NULL AND type = '" + std::string(type) +
                              "'");
     };
-    EXPECT_THAT(made("index"), SizeIs(sampleSchema::indexes().size()));
-    EXPECT_THAT(made("trigger"), SizeIs(sampleSchema::triggers().size()));
+    EXPECT_THAT(made("index"), SizeIs(32));
+    EXPECT_THAT(made("trigger"), SizeIs(16));
     EXPECT_THAT(made("index"),
                 IsSupersetOf({"CREATE INDEX chat_message_join_idx_chat_id ON chat_message_join (chat_id)",
                               "CREATE INDEX chat_message_join_idx_message_id_only ON chat_message_join (message_id)",

@@ -1,7 +1,6 @@
 #include "VornSandbox/SampleHistory/SampleText.h"
 
 #include "Platform/Base/Text.h"
-#include "VornSandbox/SampleHistory/SampleVocabulary.h"
 
 #include <gtest/gtest.h>
 

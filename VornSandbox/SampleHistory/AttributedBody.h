@@ -36,7 +36,8 @@ struct AttributeRun {
 };
 
 /// The content of `message.attributedBody` for `text` (UTF-8): a typed stream of an attributed string with the
-/// attribute runs after the text. The runs cover the text. Threads: any.
+/// attribute runs after the text. The runs cover the text. Throws `std::out_of_range` for a number of more than 32
+/// bits. Threads: any.
 ByteBuffer attributedBody(std::string_view text, AttributedBodyKind kind, std::span<const AttributeRun> runs);
 
 /// As above, with the one run that every plain message has: the number 0 of its only part. An empty text has no run.

@@ -1,8 +1,10 @@
-#include "VornSandbox/SampleHistory/AttributedBodyWriter.h"
+#include "VornSandbox/SampleHistory/AttributedBody.h"
 
 #include <gmock/gmock.h>
 
 #include <array>
+#include <stdexcept>
+#include <utility>
 
 namespace vorn {
 namespace {
@@ -17,7 +19,7 @@ std::string written(std::string_view text, AttributedBodyKind kind)
 
 const std::string partName = "\x1D__kIMMessagePartAttributeName"s;
 
-TEST(AttributedBodyWriter, ImmutableTextIsWrittenByteForByteAsMessagesDoes)
+TEST(AttributedBody, ImmutableTextIsWrittenByteForByteAsMessagesDoes)
 {
     const std::string expected =
         "\x04\x0Bstreamtyped\x81\xE8\x03\x84\x01@\x84\x84\x84\x12NSAttributedString\0\x84\x84\x08NSObject\0\x85"s
@@ -30,7 +32,7 @@ TEST(AttributedBodyWriter, ImmutableTextIsWrittenByteForByteAsMessagesDoes)
     EXPECT_EQ(written("Hello", AttributedBodyKind::immutableText), expected);
 }
 
-TEST(AttributedBodyWriter, MutableTextNamesTheClassesAboveEachClass)
+TEST(AttributedBody, MutableTextNamesTheClassesAboveEachClass)
 {
     const std::string expected =
         "\x04\x0Bstreamtyped\x81\xE8\x03\x84\x01@\x84\x84\x84\x19NSMutableAttributedString\0\x84\x84\x12NSAttributedString\0"s
@@ -44,13 +46,13 @@ TEST(AttributedBodyWriter, MutableTextNamesTheClassesAboveEachClass)
     EXPECT_EQ(written("Hello", AttributedBodyKind::mutableText), expected);
 }
 
-TEST(AttributedBodyWriter, AMutableBodyMayHoldFixedText)
+TEST(AttributedBody, AMutableBodyMayHoldFixedText)
 {
     EXPECT_THAT(written("Hello", AttributedBodyKind::mutableWithFixedText),
                 HasSubstr("\x85\x92\x84\x84\x84\x08NSString\x01\x95\x84\x01+\x05Hello\x86\x84\x02iI"s));
 }
 
-TEST(AttributedBodyWriter, TheLengthTakesOneThreeOrFiveBytes)
+TEST(AttributedBody, TheLengthTakesOneThreeOrFiveBytes)
 {
     struct Case {
         std::size_t length;
@@ -81,7 +83,7 @@ TEST(AttributedBodyWriter, TheLengthTakesOneThreeOrFiveBytes)
     }
 }
 
-TEST(AttributedBodyWriter, ALaterRunNamesClassesAndTypesByTheirLabels)
+TEST(AttributedBody, ALaterRunNamesClassesAndTypesByTheirLabels)
 {
     const TextAttribute part{"__kIMMessagePartAttributeName", std::int64_t{0}};
     const std::array runs{AttributeRun{1, {part}}, AttributeRun{1, {part}}};
@@ -90,7 +92,7 @@ TEST(AttributedBodyWriter, ALaterRunNamesClassesAndTypesByTheirLabels)
                                "\x86\x92\x84\x9B\x9C\x9D\x99\0\x86\x86\x86"s));
 }
 
-TEST(AttributedBodyWriter, HoldsTextsLinksAndData)
+TEST(AttributedBody, HoldsTextsLinksAndData)
 {
     const AttributeRun run{4,
                            {{"__kIMFilenameAttributeName", "a.jpg"s},
@@ -106,7 +108,52 @@ TEST(AttributedBodyWriter, HoldsTextsLinksAndData)
     EXPECT_TRUE(blob.ends_with("\x84\x01*\x84\x84\x01q\xA1\xFF\x86\x86\x86"s)) << "a negative number has the type q";
 }
 
-TEST(AttributedBodyWriter, LengthsOfRunsCountUTF16Units)
+/// What follows the encoding of a number that is the only attribute.
+std::string writtenNumber(std::int64_t value)
+{
+    const AttributeRun run{1, {{"number", value}}};
+    const std::string blob(textOf(attributedBody("a", AttributedBodyKind::immutableText, std::span(&run, 1))));
+    const std::string before = value < 0 ? "\x84\x01*\x84\x84\x01q\x9D"s : "\x84\x01*\x84\x99\x99"s;
+    const std::string after = "\x86\x86\x86"s;
+    const auto at = blob.find(before);
+    EXPECT_NE(at, std::string::npos);
+    EXPECT_TRUE(blob.ends_with(after));
+    return blob.substr(at + before.size(), blob.size() - at - before.size() - after.size());
+}
+
+TEST(AttributedBody, ANumberTakesAsFewBytesAsItCan)
+{
+    const std::array cases{
+        std::pair{std::int64_t{0}, "\0"s},
+        std::pair{std::int64_t{127}, "\x7F"s},
+        std::pair{std::int64_t{128}, "\x81\x80\0"s},
+        std::pair{std::int64_t{-1}, "\xFF"s},
+        std::pair{std::int64_t{-110}, "\x92"s},
+        std::pair{std::int64_t{-111}, "\x81\x91\xFF"s}, // 0x91 and below are tags
+        std::pair{std::int64_t{32'767}, "\x81\xFF\x7F"s},
+        std::pair{std::int64_t{32'768}, "\x82\0\x80\0\0"s},
+        std::pair{std::int64_t{-32'768}, "\x81\0\x80"s},
+        std::pair{std::int64_t{-32'769}, "\x82\xFF\x7F\xFF\xFF"s},
+        std::pair{std::int64_t{4'294'967'295}, "\x82\xFF\xFF\xFF\xFF"s},
+    };
+    for (const auto& [value, bytes] : cases) {
+        SCOPED_TRACE(value);
+        EXPECT_EQ(writtenNumber(value), bytes);
+    }
+    EXPECT_THROW(writtenNumber(4'294'967'296), std::out_of_range);
+}
+
+TEST(AttributedBody, DataOfEqualLengthShareTheirType)
+{
+    const ByteBuffer bytes{std::byte{1}, std::byte{2}};
+    const AttributeRun run{1, {{"one", bytes}, {"two", bytes}}};
+    const std::string blob(textOf(attributedBody("a", AttributedBodyKind::immutableText, std::span(&run, 1))));
+    EXPECT_THAT(blob, HasSubstr("\x84\x04[2c]\x01\x02\x86"s));
+    EXPECT_EQ(blob.find("[2c]"), blob.rfind("[2c]")) << "spelled out once";
+    EXPECT_TRUE(blob.ends_with("\x01\x02\x86\x86\x86"s));
+}
+
+TEST(AttributedBody, LengthsOfRunsCountUTF16Units)
 {
     EXPECT_EQ(utf16Length(""), 0U);
     EXPECT_EQ(utf16Length("abc"), 3U);
