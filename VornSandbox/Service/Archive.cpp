@@ -129,36 +129,12 @@ void readMessages(const Zip& zip, const std::function<void(const json&)>& onMess
 }
 
 using Is = bool (*)(const json&);
-
-bool isText(const json& value)
-{
-    return value.is_string();
-}
-
-bool isTextOrNull(const json& value)
-{
-    return value.is_string() || value.is_null();
-}
-
-bool isInteger(const json& value)
-{
-    return value.is_number_integer();
-}
-
-bool isFlag(const json& value)
-{
-    return value.is_boolean();
-}
-
-bool isArray(const json& value)
-{
-    return value.is_array();
-}
-
-bool isObject(const json& value)
-{
-    return value.is_object();
-}
+constexpr Is isText = [](const json& value) { return value.is_string(); };
+constexpr Is isTextOrNull = [](const json& value) { return value.is_string() || value.is_null(); };
+constexpr Is isInteger = [](const json& value) { return value.is_number_integer(); };
+constexpr Is isFlag = [](const json& value) { return value.is_boolean(); };
+constexpr Is isArray = [](const json& value) { return value.is_array(); };
+constexpr Is isObject = [](const json& value) { return value.is_object(); };
 
 /// An object has exactly the keys expected, each with a value of its type.
 void require(const json& object, const std::string& name, std::initializer_list<std::pair<const char*, Is>> fields)
