@@ -155,7 +155,7 @@ void checkExporter(const json& exporter)
     if (!exporter["os"].get<std::string>().starts_with("macOS ")) {
         throw ArchiveError("The exporter's os is not macOS.");
     }
-    if (exporter["version"] == "") throw ArchiveError("The exporter's version is empty.");
+    if (exporter["version"].get<std::string>().empty()) throw ArchiveError("The exporter's version is empty.");
 }
 
 /// The manifest of "vorn.nimbrel-imessage", version 1.
