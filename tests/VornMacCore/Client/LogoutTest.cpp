@@ -207,7 +207,7 @@ TEST(Logout, BreaksNoLineOfTheLogWithTheServicesWords)
     ServiceFixture fix;
     fix.server.answer(Answer::json(500, R"({"message":"one\ntwo"})"));
     fix.run(fix.api.logout());
-    EXPECT_THAT(fix.log.lines(), ElementsAre("[api] logout failed: one\\ntwo"));
+    EXPECT_THAT(fix.log.lines(), ElementsAre("[api] logout failed: HTTP 500: one\\ntwo"));
 }
 
 } // namespace

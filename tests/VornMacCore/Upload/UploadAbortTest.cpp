@@ -82,21 +82,21 @@ std::vector<Failure> failures()
              fix.opens(fix.urlsOf(1, 1));
              fix.answersPart(200);
          },
-         "Part 1 of the upload was not acknowledged.",
+         "part 1 without an ETag",
          {putting(1)}},
         {"the service refuses URLs",
          [](Fixture& fix) {
              fix.opens({});
              fix.server.answer(Answer::json(409, R"({"message":"The submission has ended.","code":"ended"})"));
          },
-         "The submission has ended.",
+         "HTTP 409: The submission has ended.",
          {askingForURLs}},
         {"the service has no URLs to give",
          [](Fixture& fix) {
              fix.opens({});
              fix.givesURLs(1, {});
          },
-         "Part 1 of the upload failed (0).",
+         "part 1 refused with 0",
          {askingForURLs}},
         {"the service's URLs cannot be read",
          [](Fixture& fix) {
@@ -118,21 +118,21 @@ std::vector<Failure> failures()
              fix.answersPart(403);
              fix.server.answer({.status = 503});
          },
-         "The server answered 503.",
+         "HTTP 503",
          {putting(1), askingForURLs}},
         {"the service does not complete",
          [](Fixture& fix) {
              takesThePart(fix);
              fix.server.answer(Answer::json(422, R"({"message":"The archive is damaged."})"));
          },
-         "The archive is damaged.",
+         "HTTP 422: The archive is damaged.",
          {putting(1), completing}},
         {"the service has switched the export off",
          [](Fixture& fix) {
              takesThePart(fix);
              fix.server.answer(Answer::json(404, R"({"message":"No route."})"));
          },
-         "HTTP 404",
+         "HTTP 404: No route.",
          {putting(1), completing}},
         {"the service's status cannot be read",
          [](Fixture& fix) {
@@ -195,8 +195,7 @@ TEST(UploadAbort, LogsWhyItFailed)
     };
     const auto answers = [](Answer answer) { return [answer](Exchange& exchange) { exchange.answer(answer); }; };
     const std::vector<Case> cases{
-        {"the service's words", answers(Answer::json(409, R"({"message":"HTTP 409: It is over."})")),
-         "HTTP 409: It is over."},
+        {"the service's words", answers(Answer::json(409, R"({"message":"It is over."})")), "HTTP 409: It is over."},
         {"switched off", answers({.status = 404}), "HTTP 404"},
         {"the connection", resets, URLError(URLError::Code::networkConnectionLost).what()},
         {"no HTTP", answersNoHTTP, unreadable},
@@ -262,8 +261,7 @@ TEST(UploadAbort, IsNotSentWhenNoSubmissionWasOpened)
         };
     };
     const std::vector<Case> cases{
-        {"refused", answers(Answer::json(409, R"({"message":"HTTP 409: One is in review."})")),
-         "HTTP 409: One is in review."},
+        {"refused", answers(Answer::json(409, R"({"message":"One is in review."})")), "HTTP 409: One is in review."},
         {"switched off", answers({.status = 404}), "HTTP 404"},
         {"unreadable", answers(Answer::json(201, "{}")), unreadable},
         {"cut off", resets, URLError(URLError::Code::networkConnectionLost).what()},

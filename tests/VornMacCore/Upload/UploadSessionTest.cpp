@@ -85,7 +85,7 @@ TEST(UploadSession, EndedInTheMiddleEndsTheUploadAndLeavesNoOneToAbort)
     EXPECT_EQ(fix.uploadFails<APIError>(), APIError(APIError::SessionExpired{}));
     EXPECT_THAT(fix.requests(), ElementsAre(opening, askingForURLs, refreshing));
     EXPECT_FALSE(fix.store->load());
-    EXPECT_THAT(log.lines(), ElementsAre("[upload] abort after a failed upload failed: session not accepted"));
+    EXPECT_THAT(log.lines(), ElementsAre("[upload] abort after a failed upload failed: no session"));
 }
 
 /// An upload for one user, whose session goes away while the part is under way.
