@@ -229,7 +229,7 @@ Async<> Journey::review()
     }
     if (model_.step() != Step::done) co_return;
     tellReview();
-    if (const auto& submission = model_.submission(); submission && !submission->isTerminal())
+    if (const auto& submission = model_.submission(); submission && !submission->status.isFinal())
         terminal_.say("The review takes longer. The result also shows on the quest in the Vorn app.");
     if (const auto availability = model_.availability())
         if (const std::string next = nextUploadText(*availability); !next.empty()) terminal_.say(next);

@@ -85,7 +85,7 @@ JSON jsonOf(const std::optional<SubmissionStatus>& submission)
 {
     if (!submission) return nullptr;
     return {{"id", submission->id},
-            {"status", submission->status},
+            {"status", submission->status.word()},
             {"rejectionReasonKey", orNull(submission->rejectionReasonKey)},
             {"rewardUsd", orNull(submission->rewardUsd)}};
 }

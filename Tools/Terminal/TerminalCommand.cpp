@@ -159,7 +159,7 @@ void TerminalCommand::requireForgotten() const
 
 void TerminalCommand::requireAccepted(const SubmissionStatus& submission)
 {
-    if (submission.isTerminal() && submission.status != "approved")
+    if (submission.status.isFinal() && !submission.status.is(ReviewStatus::Kind::approved))
         throw CommandFailure(TerminalStatus::notAccepted, ""); // the journey has told the user why
 }
 

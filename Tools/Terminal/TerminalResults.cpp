@@ -29,7 +29,7 @@ JSON orNull(const std::optional<T>& value)
 JSON jsonOf(const SubmissionStatus& submission)
 {
     return {{"id", submission.id},
-            {"status", submission.status},
+            {"status", submission.status.word()},
             {"rejectionReasonKey", orNull(submission.rejectionReasonKey)},
             {"rewardUsd", orNull(submission.rewardUsd)}};
 }
@@ -44,7 +44,7 @@ std::string dump(const JSON& document)
 
 std::string textOf(const SubmissionStatus& submission)
 {
-    return line("Submission", submission.id) + line("  status", submission.status);
+    return line("Submission", submission.id) + line("  status", submission.status.word());
 }
 
 std::string textOf(const StatusReport& report)

@@ -29,7 +29,7 @@ Instant pollDeadline(const DeviceLink& link, Instant arrival)
 std::optional<Clock::Duration> nextReviewPoll(const SubmissionStatus& last, Clock::Duration watchedFor)
 {
     if (watchedFor >= longestWatch) return std::nullopt;
-    return last.status == "review_pending" ? 30s : 5s;
+    return last.status.is(ReviewStatus::Kind::reviewPending) ? 30s : 5s;
 }
 
 } // namespace vorn::timing

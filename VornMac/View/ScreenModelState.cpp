@@ -49,13 +49,17 @@ static_assert(standsFor<Upload::Idle, phase::Idle, UploadPhase> &&
               standsFor<Upload::Finishing, phase::Finishing, UploadPhase> &&
               standsFor<Upload::Failed, phase::Failed, UploadPhase>);
 
-ScreenModel::Outcome outcomeOf(const std::string& status)
+ScreenModel::Outcome outcomeOf(const ReviewStatus& status)
 {
     using Outcome = ScreenModel::Outcome;
-    if (status == "approved") return Outcome::Approved;
-    if (status == "rejected") return Outcome::Rejected;
-    if (status == "expired") return Outcome::Expired;
-    return status == "review_pending" ? Outcome::ReviewPending : Outcome::Analyzing;
+    switch (status.kind()) {
+    case ReviewStatus::Kind::analyzing: return Outcome::Analyzing;
+    case ReviewStatus::Kind::reviewPending: return Outcome::ReviewPending;
+    case ReviewStatus::Kind::approved: return Outcome::Approved;
+    case ReviewStatus::Kind::rejected: return Outcome::Rejected;
+    case ReviewStatus::Kind::expired: break;
+    }
+    return Outcome::Expired;
 }
 
 template <class Case>

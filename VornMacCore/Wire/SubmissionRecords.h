@@ -81,18 +81,40 @@ struct CompleteAssetRequest {
     bool operator==(const CompleteAssetRequest&) const = default;
 };
 
+/// How a review stands, as the service says it. A word that this version does not know is kept, and means that the
+/// service is still checking. A value.
+class ReviewStatus {
+public:
+    enum class Kind { analyzing, reviewPending, approved, rejected, expired };
+
+    ReviewStatus() = default;
+    ReviewStatus(std::string word);                                  // NOLINT(google-explicit-constructor): its word
+    ReviewStatus(const char* word) : ReviewStatus(std::string(word)) // NOLINT(google-explicit-constructor): its word
+    {
+    }
+
+    Kind kind() const noexcept { return kind_; }
+    bool is(Kind kind) const noexcept { return kind_ == kind; }
+    /// Whether the review is over.
+    bool isFinal() const noexcept;
+    const std::string& word() const noexcept { return word_; }
+
+    bool operator==(const ReviewStatus&) const = default;
+
+private:
+    Kind kind_ = Kind::analyzing;
+    std::string word_;
+};
+
 /// Received: how a submission's review stands.
 struct SubmissionStatus {
     std::string id;
     std::string questId;
-    std::string status;
+    ReviewStatus status;
     std::optional<std::string> rejectionReasonKey;
     std::optional<std::string> rewardUsd; ///< dollars as text; the quest's own `rewardUsd` is a number
     std::optional<std::int64_t> assetsRemaining;
     bool operator==(const SubmissionStatus&) const = default;
-
-    /// Whether the review is over. An unknown status never ends it: the service is still checking.
-    bool isTerminal() const noexcept { return status == "approved" || status == "rejected" || status == "expired"; }
 };
 
 } // namespace vorn

@@ -3,7 +3,9 @@
 #include "VornMacCore/JSON/JSONRecord.h"
 #include "VornMacCore/Wire/WireRecords.h"
 
+#include <string>
 #include <tuple>
+#include <utility>
 
 namespace vorn {
 
@@ -11,6 +13,9 @@ namespace vorn {
 
 template <>
 inline constexpr auto jsonTextReader<DeviceLinkStatus> = &deviceLinkStatus;
+
+template <>
+inline constexpr auto jsonTextReader<ReviewStatus> = [](std::string word) { return ReviewStatus(std::move(word)); };
 
 template <>
 inline constexpr auto jsonFields<CreateDeviceLinkRequest> = std::tuple{

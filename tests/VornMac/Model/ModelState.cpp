@@ -94,7 +94,7 @@ void PrintTo(const ModelState& state, std::ostream* out)
                         state.nimbrel ? state.nimbrel->quest.id + " " + state.nimbrel->quest.status : "(none)",
                         static_cast<const void*>(state.exportResult.get()));
     *out << fmt::format("  upload {}, submission {}\n", textOf(state.uploadPhase),
-                        state.submission ? state.submission->id + " " + state.submission->status : "(none)");
+                        state.submission ? state.submission->id + " " + state.submission->status.word() : "(none)");
 }
 
 } // namespace vorn::testing

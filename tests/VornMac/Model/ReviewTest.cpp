@@ -22,7 +22,7 @@ protected:
     }
 
     std::size_t polls() const { return fix_.asked(ModelFixture::review); }
-    std::string status() { return fix_.model().submission().value().status; }
+    std::string status() { return fix_.model().submission().value().status.word(); }
 
     ModelFixture fix_;
     int watchesEnded_ = 0;

@@ -145,7 +145,7 @@ TEST(ReceivedRecords, CallAReviewOverAtThreeStatusesOnly)
              {"Approved", false},
              {"", false},
          }) {
-        EXPECT_EQ((SubmissionStatus{"s", "q", status, {}, {}, {}}).isTerminal(), isTerminal) << status;
+        EXPECT_EQ((SubmissionStatus{"s", "q", status, {}, {}, {}}).status.isFinal(), isTerminal) << status;
     }
 }
 
