@@ -2,6 +2,7 @@
 
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/Decisions.h"
+#include "VornMac/Text/Consent.h"
 #include "VornMac/Text/QuestText.h"
 #include "VornMacCore/Application/Application.h"
 
@@ -66,15 +67,9 @@ void AppModel::SessionJobs::cancel()
     review.cancel();
 }
 
-// Consent is per user and per version of the text: another user on this Mac is asked anew.
-std::string AppModel::consentKey(const StoredSession& session)
-{
-    return "consent.vorn-mac-nimbrel-1." + session.userId;
-}
-
 bool AppModel::hasAcceptedConsent() const
 {
-    return session_ && services_.defaults->boolean(consentKey(*session_));
+    return session_ && services_.defaults->boolean(consentKey(session_->userId));
 }
 
 FullDiskAccessStatus AppModel::probeAccess() const
@@ -95,7 +90,7 @@ void AppModel::setAgreesToShare(bool value)
 void AppModel::acceptConsent()
 {
     if (!understandsUpload_ || !agreesToShare_ || !session_) return;
-    services_.defaults->setBoolean(consentKey(*session_), true);
+    services_.defaults->setBoolean(consentKey(session_->userId), true);
     go(decide::stepAfterConsent(probeAccess()));
 }
 

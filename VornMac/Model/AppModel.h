@@ -176,7 +176,6 @@ private:
     void leave(Step step);
     void enter(Step step);
     FullDiskAccessStatus probeAccess() const;
-    static std::string consentKey(const StoredSession& session);
     /// Deals with `error` if it is about the session, and returns whether it is. Call it only from a job that is not
     /// cancelled: the error of an earlier session must not end this one.
     bool handleSessionError(const std::exception& error);

@@ -3,6 +3,7 @@
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Model/Decisions.h"
+#include "VornMac/Text/Consent.h"
 #include "VornMacCore/Identity/DeviceIdentity.h"
 #include "VornMacCore/Upload/MultipartUploader.h"
 
@@ -10,8 +11,6 @@
 
 namespace vorn {
 namespace {
-
-constexpr const char* termsVersion = "vorn-mac-nimbrel-1";
 
 /// Removes a file when it goes, if there is one.
 class RemovedAtTheEnd {
@@ -91,7 +90,8 @@ Async<SubmissionStatus> AppModel::send(VornAPI api, std::filesystem::path archiv
             if (const auto model = receiver.lock()) (*model)->reportProgress(progress);
         });
     };
-    co_return co_await uploader.upload(std::move(archive), termsVersion, currentDeviceSignals(), std::move(report));
+    co_return co_await uploader.upload(std::move(archive), Consent::termsVersion, currentDeviceSignals(),
+                                       std::move(report));
 }
 
 void AppModel::reportProgress(const UploadProgress& progress)

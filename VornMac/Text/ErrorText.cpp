@@ -14,8 +14,10 @@
 namespace vorn {
 namespace {
 
-constexpr const char* runAgain = " Run it again.";
-constexpr const char* unknownProblem = "Something went wrong.";
+std::string unknownProblem()
+{
+    return std::string(somethingWrong) + ".";
+}
 
 /// A transfer without an answer: what is wrong, and whether the window promises to try again.
 struct Unanswered {
@@ -72,10 +74,12 @@ std::string textOf(const UploadError::Reason& reason)
 std::string textOf(const NimbrelExportError::Reason& reason)
 {
     const Match text{
-        [](const NimbrelExportError::Database&) { return "Vorn couldn't read your Messages history."; },
-        [](NimbrelExportError::NoDatabase) { return "Messages isn't set up on this Mac."; },
-        [](NimbrelExportError::AccessDenied) { return unknownProblem; }, // the user is led to grant access instead
-        [](NimbrelExportError::SnapshotUnreadable) { return "Messages was busy. Try again in a moment."; },
+        [](const NimbrelExportError::Database&) -> std::string { return "Vorn couldn't read your Messages history."; },
+        [](NimbrelExportError::NoDatabase) -> std::string { return noMessages; },
+        [](NimbrelExportError::AccessDenied) { return unknownProblem(); }, // the user is led to grant access instead
+        [](NimbrelExportError::SnapshotUnreadable) -> std::string {
+            return "Messages was busy. Try again in a moment.";
+        },
     };
     return std::visit(text, reason);
 }
@@ -90,7 +94,7 @@ ErrorText errorText(const std::exception& error)
     if (const auto* exported = dynamic_cast<const NimbrelExportError*>(&error)) return {textOf(exported->reason())};
     if (dynamic_cast<const NoHomeFolder*>(&error) != nullptr)
         return {"This user has no home folder, so there is no Messages history here. HOME can name one."};
-    return {unknownProblem};
+    return {unknownProblem()};
 }
 
 std::string commandText(const std::exception& error)

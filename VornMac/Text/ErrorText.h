@@ -16,11 +16,16 @@ struct ErrorText {
 /// as they came; `what()` is for logs. Threads: any.
 ErrorText errorText(const std::exception& error);
 
+/// After the problem of a command that has ended.
+inline constexpr const char* runAgain = " Run it again.";
+
 /// What a command that ends with `error` tells the user: where there was no answer at all, to run it again.
 std::string commandText(const std::exception& error);
 
-// What is wrong where no error says so.
+// What is wrong, for those who know it without an error.
 
+inline constexpr const char* somethingWrong = "Something went wrong"; ///< a title, or a sentence with its stop
+inline constexpr const char* noMessages = "Messages isn't set up on this Mac.";
 inline constexpr const char* unlinked = "Your Mac is no longer linked. Link it again.";
 inline constexpr const char* questUnavailable = "Nimbrel export isn't available yet. Check back soon.";
 inline constexpr const char* archiveTooLarge = "Your chat is larger than the upload limit.";

@@ -48,4 +48,18 @@ std::vector<PreviewedMessage> previewOf(const MessageList& messages)
     return preview;
 }
 
+std::string spokenText(const PreviewedMessage& message)
+{
+    return (message.fromMe ? std::string("You") : assistantName) + ": " + message.text;
+}
+
+std::vector<PreviewedMessage> exampleConversation()
+{
+    return {{"Find me a dinner spot for Friday", true},
+            {"Lupa has a table for two at 7:30. Want me to book it?", false},
+            {"Booked. I added it to your calendar and texted you the address.", false},
+            {"Can you also remind me to buy flowers", true},
+            {"Done. I'll remind you Friday at 5 pm.", false}};
+}
+
 } // namespace vorn

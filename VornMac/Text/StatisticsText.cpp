@@ -2,6 +2,8 @@
 
 #include "Platform/Base/Dates.h"
 
+#include <utility>
+
 namespace vorn {
 
 std::string countText(std::int64_t count)
@@ -15,6 +17,15 @@ std::string countText(std::int64_t count)
 std::string datesText(const NimbrelExportStats& stats)
 {
     return stats.firstAt && stats.lastAt ? dayText(*stats.firstAt) + " – " + dayText(*stats.lastAt) : "";
+}
+
+std::vector<StatisticsRow> statisticsRows(const NimbrelExportStats& stats)
+{
+    std::vector<StatisticsRow> rows{{"Messages", countText(stats.messageCount)},
+                                    {"Your messages", countText(stats.promptCount)},
+                                    {"Nimbrel replies", countText(stats.replyCount)}};
+    if (std::string dates = datesText(stats); !dates.empty()) rows.push_back({"Dates", std::move(dates)});
+    return rows;
 }
 
 } // namespace vorn

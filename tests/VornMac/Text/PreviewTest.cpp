@@ -83,5 +83,19 @@ TEST(Preview, HasAWordForWhatHasNoText)
     EXPECT_EQ(previewed(photo), "Look");
 }
 
+TEST(SpokenText, SaysWhoWroteIt)
+{
+    EXPECT_EQ(spokenText({"Hello", true}), "You: Hello");
+    EXPECT_EQ(spokenText({"Hello", false}), "Nimbrel: Hello");
+}
+
+TEST(ExampleConversation, GoesToAndFro)
+{
+    const std::vector<PreviewedMessage> example = exampleConversation();
+    EXPECT_EQ(example.front(), (PreviewedMessage{"Find me a dinner spot for Friday", true}));
+    EXPECT_EQ(example.back(), (PreviewedMessage{"Done. I'll remind you Friday at 5 pm.", false}));
+    EXPECT_EQ(example.size(), 5U);
+}
+
 } // namespace
 } // namespace vorn

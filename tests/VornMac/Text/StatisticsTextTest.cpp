@@ -42,5 +42,22 @@ TEST(DatesText, NeedsBothDays)
     EXPECT_EQ(datesText(stats), "");
 }
 
+TEST(StatisticsRows, HaveOneForTheDatesOnlyWhereBothAreKnown)
+{
+    const testing::ScopedEnvironment zone("TZ", "UTC");
+    const testing::ScopedEnvironment language("LC_ALL", "en_US.UTF-8");
+    NimbrelExportStats stats({}, MessageList{});
+    stats.messageCount = 1290;
+    stats.promptCount = 430;
+    stats.replyCount = 860;
+    std::vector<StatisticsRow> rows{{"Messages", "1,290"}, {"Your messages", "430"}, {"Nimbrel replies", "860"}};
+    EXPECT_EQ(statisticsRows(stats), rows);
+    stats.firstAt = std::chrono::sys_days(std::chrono::year(2025) / 12 / 31);
+    EXPECT_EQ(statisticsRows(stats), rows);
+    stats.lastAt = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1);
+    rows.push_back({"Dates", "Dec 31, 2025 – Mar 1, 2026"});
+    EXPECT_EQ(statisticsRows(stats), rows);
+}
+
 } // namespace
 } // namespace vorn

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+
+/// The window's title and account menu, and what a terminal says about who is linked. Threads: any.
+namespace vorn {
+
+inline constexpr const char* windowTitle = "Vorn";
+inline constexpr const char* account = "Account";
+inline constexpr const char* signOutOfThisMac = "Sign out of this Mac";
+
+std::string signedInText(const std::string& displayName);
+
+/// What a terminal says once the phone has confirmed.
+std::string linkedText(const std::string& displayName);
+
+/// Which of the `count` screens is shown: `number` counts from 1. For a screen reader.
+std::string stepText(int number, int count);
+
+} // namespace vorn

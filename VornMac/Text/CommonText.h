@@ -1,0 +1,13 @@
+#pragma once
+
+/// Words that more than one screen says.
+namespace vorn {
+
+inline constexpr const char* yourChat = "Your Nimbrel chat";
+inline constexpr const char* tryAgain = "Try again";
+inline constexpr const char* goOn = "Continue";
+inline constexpr const char* goBack = "Back";
+inline constexpr const char* rewardHeading = "Reward"; ///< heads the panel beside the upload and its review
+inline constexpr const char* fullDiskAccessPath = "Open System Settings → Privacy & Security → Full Disk Access.";
+
+} // namespace vorn

@@ -1,0 +1,93 @@
+#include "VornMac/Text/AccessText.h"
+#include "VornMac/Text/AccountText.h"
+#include "VornMac/Text/LinkText.h"
+#include "VornMac/Text/UploadText.h"
+
+#include <gmock/gmock.h>
+
+// What depends on state. Every word of every screen is held where the screens are shown.
+namespace vorn {
+namespace {
+
+TEST(LinkText, FollowsThePhase)
+{
+    struct Case {
+        LinkPhase phase;
+        StatusText status;
+        const char* retry;
+    };
+    for (const Case& each : {
+             Case{phase::Loading{}, {Tone::waiting, "Getting a code…"}, ""},
+             Case{phase::Showing{}, {Tone::waiting, "Waiting for your phone"}, ""},
+             Case{phase::Scanned{}, {Tone::good, "Scanned. Confirm Link this Mac on your phone."}, ""},
+             Case{phase::Rejected{}, {Tone::warning, "Your phone declined the link. Here's a new code."}, ""},
+             Case{phase::Failed{"No."}, {Tone::bad, "No."}, "Try again"},
+         }) {
+        EXPECT_EQ(linkText(each.phase).status, each.status);
+        EXPECT_EQ(linkText(each.phase).retry, each.retry);
+    }
+}
+
+TEST(ClockText, HasTwoDigitsForSeconds)
+{
+    EXPECT_EQ(clockText(0), "0:00");
+    EXPECT_EQ(clockText(118), "1:58");
+    EXPECT_EQ(clockText(3605), "60:05");
+}
+
+TEST(AccessText, HelpsOnlyWhileAccessIsMissing)
+{
+    const ScreenText denied = accessText(FullDiskAccessStatus::denied);
+    EXPECT_EQ(denied.status, (StatusText{Tone::waiting, "Waiting for access…"}));
+    EXPECT_EQ(denied.retry, "Quit & Reopen Vorn");
+    EXPECT_EQ(denied.note, "Turned on but still waiting? Quit and reopen Vorn. After an update macOS can forget the "
+                           "switch: turn Vorn off and on again.");
+    for (const auto status : {FullDiskAccessStatus::granted, FullDiskAccessStatus::noDatabase}) {
+        EXPECT_EQ(accessText(status).retry, "");
+        EXPECT_EQ(accessText(status).note, "");
+    }
+    EXPECT_EQ(accessText(FullDiskAccessStatus::granted).status, (StatusText{Tone::good, "Access granted."}));
+    EXPECT_EQ(accessText(FullDiskAccessStatus::noDatabase).status,
+              (StatusText{Tone::warning, "Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you "
+                                         "text Nimbrel from, then come back."}));
+}
+
+TEST(SwitchText, SaysHowASwitchStands)
+{
+    EXPECT_EQ(switchText("Vorn", true), "Vorn, on");
+    EXPECT_EQ(switchText("Terminal", false), "Terminal, off");
+}
+
+TEST(UploadText, FollowsThePhase)
+{
+    const StatusText packing{Tone::waiting, "Packing your chat…"};
+    EXPECT_EQ(uploadText(phase::Idle{}).status, packing);
+    EXPECT_EQ(uploadText(phase::Preparing{}).status, packing);
+    EXPECT_EQ(uploadText(phase::Uploading{0.5}).status,
+              (StatusText{Tone::good, "Uploading securely. Keep this window open."}));
+    EXPECT_EQ(uploadText(phase::Finishing{}).status, (StatusText{Tone::waiting, "Finishing up…"}));
+    EXPECT_EQ(uploadText(phase::Finishing{}).retry, "");
+    EXPECT_EQ(uploadText(phase::Failed{"No."}).status, (StatusText{Tone::bad, "No."}));
+    EXPECT_EQ(uploadText(phase::Failed{"No."}).retry, "Try again");
+}
+
+TEST(PercentText, IsWholeAndRoundedDown)
+{
+    EXPECT_EQ(percentText(0), "0 percent");
+    EXPECT_EQ(percentText(0.42), "42 percent");
+    EXPECT_EQ(percentText(0.429), "42 percent");
+    EXPECT_EQ(percentText(0.29), "29 percent");
+    EXPECT_EQ(percentText(0.57), "57 percent");
+    EXPECT_EQ(percentText(0.999), "99 percent");
+    EXPECT_EQ(percentText(1), "100 percent");
+}
+
+TEST(AccountText, NamesWhoIsSignedIn)
+{
+    EXPECT_EQ(signedInText("Ada"), "Signed in as Ada");
+    EXPECT_EQ(linkedText("Ada"), "Linked to Ada.");
+    EXPECT_EQ(stepText(2, 6), "Step 2 of 6");
+}
+
+} // namespace
+} // namespace vorn
