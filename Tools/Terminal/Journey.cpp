@@ -1,14 +1,21 @@
 #include "Tools/Terminal/Journey.h"
 
 #include "Platform/Base/PrintableText.h"
-#include "Tools/Terminal/ChatWords.h"
+#include "Tools/Terminal/ChatLines.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/QuestWords.h"
 #include "Tools/Terminal/TimeLimit.h"
 #include "Tools/Terminal/UploadDisplay.h"
+#include "VornMac/Text/AccessText.h"
+#include "VornMac/Text/AccountText.h"
+#include "VornMac/Text/DoneText.h"
+#include "VornMac/Text/FindText.h"
+#include "VornMac/Text/QuestText.h"
+#include "VornMac/Text/UploadText.h"
 
 #include <chrono>
 #include <utility>
+
+#include <fmt/ranges.h>
 
 namespace vorn {
 namespace {
@@ -22,6 +29,12 @@ template <class Case, class Phase>
 bool is(const Phase& phase)
 {
     return std::holds_alternative<Case>(phase);
+}
+
+/// What a button of the window does, as a question.
+std::string asked(const std::string& label)
+{
+    return label + "?";
 }
 
 } // namespace
@@ -63,7 +76,7 @@ Async<SubmissionStatus> Journey::toReward()
         const bool isLinking = model_.step() == Step::link;
         co_await showStep(model_.step());
         if (const auto& session = model_.session(); isLinking && session)
-            terminal_.say("Linked to " + printable(session->displayName) + ".");
+            terminal_.say(linkedText(printable(session->displayName)));
         wasLinked = wasLinked || model_.session();
     }
     co_return model_.submission().value_or(SubmissionStatus{});
@@ -99,7 +112,7 @@ Async<> Journey::link()
             throw CommandFailure(TerminalStatus::notLinked, notInTime);
         if (std::exchange(shown, phase) != phase) linkPrinter_.show(phase, model_.qrPayload());
         if (!manners_.isAttended && is<phase::Failed>(phase))
-            throw CommandFailure(TerminalStatus::unreachable, "This Mac could not be linked. Run it again.");
+            throw CommandFailure(TerminalStatus::unreachable, std::string("This Mac could not be linked.") + runAgain);
         hadCode = hadCode || is<phase::Showing>(phase);
         co_await changes_.next();
     }
@@ -118,9 +131,10 @@ Async<> Journey::consent()
 {
     co_await waitForQuest();
     if (model_.step() != Step::consent) co_return;
-    say(consentLines(model_.reward()));
-    const bool understands = co_await confirms("I understand what's uploaded");
-    const bool agrees = understands && co_await confirms("I agree to share my Nimbrel chat");
+    const Consent consent = consentFor(model_.reward());
+    say(consentLines(consent));
+    const bool understands = co_await confirms(consent.understandsUpload);
+    const bool agrees = understands && co_await confirms(consent.agreesToShare);
     if (!agrees) throw CommandFailure(TerminalStatus::declined, nothingSent);
     if (model_.step() != Step::consent) co_return; // the session ended meanwhile
     model_.setUnderstandsUpload(true);
@@ -131,21 +145,15 @@ Async<> Journey::consent()
 Async<> Journey::access()
 {
     const bool wasGranted = model_.access() == FullDiskAccessStatus::granted; // and yet the chat could not be read
-    say(accessLines());
+    say(instructionLines(accessTextForTerminal()));
     std::optional<FullDiskAccessStatus> shown;
     while (model_.step() == Step::access) {
         const FullDiskAccessStatus status = model_.access();
-        if (std::exchange(shown, status) != status) {
-            if (status == FullDiskAccessStatus::noDatabase)
-                terminal_.say("Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you text "
-                              "Nimbrel from, then come back.");
-            if (status == FullDiskAccessStatus::denied) terminal_.say("Waiting for access…");
-            if (status == FullDiskAccessStatus::granted) terminal_.say("Access granted.");
-        }
+        if (std::exchange(shown, status) != status) terminal_.say(accessText(status).status.text);
         const bool isGranted = status == FullDiskAccessStatus::granted;
         if (!manners_.isAttended && (!isGranted || wasGranted))
-            throw CommandFailure(TerminalStatus::noAccess, "Vorn can't read Messages on this Mac yet.");
-        if (isGranted && wasGranted && !co_await answers_.confirms("Continue?"))
+            throw CommandFailure(TerminalStatus::noAccess, accessMissing);
+        if (isGranted && wasGranted && !co_await answers_.confirms(asked(accessText(status).primary)))
             throw CommandFailure(TerminalStatus::declined, nothingSent);
         if (isGranted) {
             if (model_.step() == Step::access) model_.go(Step::find);
@@ -157,24 +165,21 @@ Async<> Journey::access()
 
 Async<> Journey::find()
 {
-    terminal_.say("Reading a private copy of your Messages history…");
+    terminal_.say(findText(phase::Loading{}, std::nullopt).status.text);
     while (model_.step() == Step::find &&
            (is<phase::Idle>(model_.scanPhase()) || is<phase::Loading>(model_.scanPhase())))
         co_await changes_.next();
     if (model_.step() != Step::find) co_return;
     const ScanPhase phase = model_.scanPhase();
-    if (is<phase::Unavailable>(phase)) throw CommandFailure(TerminalStatus::notNow, questUnavailable);
-    if (is<phase::NotConfigured>(phase))
-        throw CommandFailure(TerminalStatus::notNow, "Nimbrel export isn't set up yet. Try again later.");
+    const ScreenText text = findText(phase, std::nullopt);
+    if (is<phase::Unavailable>(phase) || is<phase::NotConfigured>(phase))
+        throw CommandFailure(TerminalStatus::notNow, text.status.text);
     if (is<phase::NotFound>(phase))
-        throw CommandFailure(TerminalStatus::notFound,
-                             "No conversation with Nimbrel on this Mac.\nMake sure Messages on this Mac is signed in "
-                             "with the Apple ID you text Nimbrel from, and that Messages in iCloud is on so your "
-                             "history syncs here.");
+        throw CommandFailure(TerminalStatus::notFound, fmt::format("{}", fmt::join(text.hints, "\n")));
     if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
         if (!manners_.isAttended) throw CommandFailure(TerminalStatus::failed, spokenWords(failed->lastWords));
         terminal_.say(spokenWords(failed->text));
-        if (!co_await answers_.confirms("Look again?")) throw CommandFailure(TerminalStatus::failed, "");
+        if (!co_await answers_.confirms(asked(text.retry))) throw CommandFailure(TerminalStatus::failed, "");
         if (model_.step() == Step::find) model_.scan();
         co_return;
     }
@@ -184,15 +189,16 @@ Async<> Journey::find()
 Async<> Journey::offerUpload()
 {
     const AppModel::Export found = model_.exportResult();
-    terminal_.say("Found on this Mac:");
-    if (const auto statistics = model_.exportStatistics()) say(statisticsLines(*statistics));
-    terminal_.say("Only on this Mac. Nothing is uploaded yet.");
-    say(previewLines(found->messages));
     const auto availability = model_.availability();
-    const std::string note = availability ? availabilityText(*availability) : "";
+    const ScreenText text = findText(model_.scanPhase(), availability);
+    terminal_.say(text.title + ":");
+    if (const auto statistics = model_.exportStatistics()) say(statisticsLines(*statistics));
+    terminal_.say(text.caption);
+    say(previewLines(found->messages));
+    const std::string note = availability ? availabilityLine(*availability) : "";
     if (!model_.canUpload()) throw CommandFailure(TerminalStatus::notNow, note);
     if (availability && availability->is<QuestAvailability::LastRejected>()) terminal_.say(note);
-    if (!co_await confirms("Upload chat?")) throw CommandFailure(TerminalStatus::declined, nothingSent);
+    if (!co_await confirms(asked(text.primary))) throw CommandFailure(TerminalStatus::declined, nothingSent);
     if (model_.step() == Step::find) model_.upload();
 }
 
@@ -206,13 +212,12 @@ Async<> Journey::upload()
         shown = phase;
         if (is<phase::Uploading>(phase) || is<phase::Finishing>(phase)) display.show(model_.uploadProgress());
         if (isNew && !is<phase::Uploading>(phase)) display.clear();
-        if (isNew && is<phase::Preparing>(phase)) terminal_.say("Packing your chat…");
-        if (isNew && is<phase::Uploading>(phase)) terminal_.say("Uploading securely. Keep this window open.");
-        if (isNew && is<phase::Finishing>(phase)) terminal_.say("Finishing up…");
+        const ScreenText text = uploadText(phase);
+        if (isNew && !is<phase::Idle>(phase) && !is<phase::Failed>(phase)) terminal_.say(text.status.text);
         if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
             if (!manners_.isAttended) throw CommandFailure(TerminalStatus::refused, spokenWords(failed->lastWords));
             terminal_.say(spokenWords(failed->text));
-            if (!co_await answers_.confirms("Try again?")) throw CommandFailure(TerminalStatus::refused, "");
+            if (!co_await answers_.confirms(asked(text.retry))) throw CommandFailure(TerminalStatus::refused, "");
             if (model_.step() == Step::upload) model_.go(Step::find);
             co_return;
         }
@@ -230,14 +235,13 @@ Async<> Journey::review()
     if (model_.step() != Step::done) co_return;
     tellReview();
     if (const auto& submission = model_.submission(); submission && !submission->status.isFinal())
-        terminal_.say("The review takes longer. The result also shows on the quest in the Vorn app.");
-    if (const auto availability = model_.availability())
-        if (const std::string next = nextUploadText(*availability); !next.empty()) terminal_.say(next);
+        terminal_.say(longReviewText());
+    if (const std::string next = nextUploadText(model_.availability()); !next.empty()) terminal_.say(next);
 }
 
 void Journey::tellReview()
 {
-    const std::string text = submissionText(model_.submission().value_or(SubmissionStatus{}), model_.reward());
+    const std::string text = reviewLine(model_.submission().value_or(SubmissionStatus{}), model_.reward());
     if (std::exchange(lastReview_, text) != text) terminal_.say(text);
 }
 

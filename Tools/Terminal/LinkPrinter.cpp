@@ -1,6 +1,8 @@
 #include "Tools/Terminal/LinkPrinter.h"
 
+#include "Tools/Terminal/ChatLines.h"
 #include "Tools/Terminal/CommandFailure.h"
+#include "VornMac/Text/LinkText.h"
 
 #include <stdexcept>
 #include <utility>
@@ -9,11 +11,6 @@
 
 namespace vorn {
 namespace {
-
-constexpr const char* steps = "Link your phone: scan with the Vorn app\n"
-                              "  1. Open Vorn on your iPhone.\n"
-                              "  2. Open the Nimbrel chat quest and tap Link a Mac.\n"
-                              "  3. Point your camera at the code, then confirm on your phone.";
 
 constexpr const char* whenUnreadable = "If your phone cannot read the code, try --background light, or dark.";
 
@@ -28,15 +25,15 @@ void LinkPrinter::show(const LinkPhase& phase, const std::optional<std::string>&
 {
     if (std::holds_alternative<phase::Loading>(phase)) tellLoading();
     if (std::holds_alternative<phase::Showing>(phase) && qrPayload) tellCode(*qrPayload);
-    if (std::holds_alternative<phase::Scanned>(phase)) terminal_.say("Scanned. Confirm Link this Mac on your phone.");
-    if (std::holds_alternative<phase::Rejected>(phase))
-        terminal_.say("Your phone declined the link. Here's a new code.");
+    if (std::holds_alternative<phase::Scanned>(phase) || std::holds_alternative<phase::Rejected>(phase))
+        terminal_.say(linkText(phase).status.text);
     if (const auto* failed = std::get_if<phase::Failed>(&phase)) tellFailure(failed->text);
 }
 
 void LinkPrinter::tellLoading() const
 {
-    if (lastFailure_.empty()) terminal_.say("Getting a code…"); // every five seconds it would be noise
+    // Every five seconds it would be noise.
+    if (lastFailure_.empty()) terminal_.say(linkText(phase::Loading{}).status.text);
 }
 
 void LinkPrinter::tellCode(const std::string& qrPayload)
@@ -50,13 +47,14 @@ void LinkPrinter::tellCode(const std::string& qrPayload)
                                   code.columns(), window->columns));
         return;
     }
-    if (!std::exchange(explained_, true)) terminal_.say(steps);
+    if (!std::exchange(explained_, true))
+        for (const std::string& line : instructionLines(linkTextForTerminal())) terminal_.say(line);
     if (ink_ != QRCodeText::Ink::colours) terminal_.say(whenUnreadable);
     if (window && static_cast<int>(code.lines().size()) >= window->rows) {
         terminal_.say(fmt::format("The code needs {} lines. Make the window taller to see all of it.",
                                   code.lines().size() + 1)); // the cursor's too
     }
-    terminal_.say("Waiting for your phone");
+    terminal_.say(linkText(phase::Showing{}).status.text);
     draw(code);
 }
 

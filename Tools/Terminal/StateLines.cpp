@@ -2,22 +2,14 @@
 
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/Match.h"
-#include "Tools/Terminal/QuestWords.h"
+#include "Tools/Terminal/StateJSON.h"
 
 #include <optional>
-
-#include <nlohmann/json.hpp>
 
 namespace vorn {
 namespace {
 
-using JSON = nlohmann::ordered_json;
-
-template <class T>
-JSON orNull(const std::optional<T>& value)
-{
-    return value ? JSON(*value) : JSON(nullptr);
-}
+using JSON = StateJSON;
 
 JSON jsonOf(const std::optional<Instant>& instant)
 {
@@ -83,11 +75,7 @@ JSON jsonOf(const std::optional<StoredSession>& session)
 
 JSON jsonOf(const std::optional<SubmissionStatus>& submission)
 {
-    if (!submission) return nullptr;
-    return {{"id", submission->id},
-            {"status", submission->status.word()},
-            {"rejectionReasonKey", orNull(submission->rejectionReasonKey)},
-            {"rewardUsd", orNull(submission->rewardUsd)}};
+    return submission ? vorn::jsonOf(*submission) : JSON(nullptr);
 }
 
 JSON questOf(const AppModel& model)

@@ -2,9 +2,9 @@
 
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/CommandFailure.h"
-#include "Tools/Terminal/QuestWords.h"
 #include "Tools/Terminal/StateLines.h"
 #include "Tools/Terminal/TimeLimit.h"
+#include "VornMac/Text/AccountText.h"
 #include "VornMac/Text/KeychainText.h"
 
 #include <cstdio>
@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 /// Signing out is done once the session is forgotten here; the service gets this long to hear of it.
 constexpr auto patienceForRevoking = 5s;
 
+constexpr const char* notLinked = "This Mac is not linked.";
 constexpr const char* unprintable = "The result could not be printed.";
 
 } // namespace
@@ -111,7 +112,7 @@ Async<> TerminalCommand::link()
                     manners(true));
     const StoredSession session = co_await journey.toSession();
     if (services_.keychain && services_.keychain->holdsSession("The link could not be kept.")) {
-        services_.terminal->say("Linked to " + printable(session.displayName) + ".");
+        services_.terminal->say(linkedText(printable(session.displayName)));
         co_return;
     }
     co_await revoke(session);
@@ -122,7 +123,7 @@ StoredSession TerminalCommand::storedSession() const
 {
     if (const auto& session = services_.model->session()) return *session;
     requireKeychain("Vorn can't tell whether this Mac is linked.");
-    throw CommandFailure(TerminalStatus::notLinked, "This Mac is not linked. Link it first.");
+    throw CommandFailure(TerminalStatus::notLinked, std::string(notLinked) + " Link it first.");
 }
 
 Async<> TerminalCommand::status()
@@ -142,7 +143,7 @@ Async<> TerminalCommand::signOut()
     const bool wasLinked = session.has_value();
     if (session) co_await revoke(*std::move(session));
     requireForgotten();
-    services_.terminal->say(wasLinked ? "Signed out." : "This Mac is not linked.");
+    services_.terminal->say(wasLinked ? "Signed out." : notLinked);
 }
 
 Async<> TerminalCommand::revoke(StoredSession session) const

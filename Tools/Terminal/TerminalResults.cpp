@@ -2,36 +2,22 @@
 
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/ByteText.h"
-#include "Tools/Terminal/QuestWords.h"
+#include "Tools/Terminal/StateJSON.h"
+#include "VornMac/Text/DoneText.h"
 #include "VornMac/Text/QuestText.h"
 
 #include <string_view>
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 namespace vorn {
 namespace {
 
-using JSON = nlohmann::ordered_json;
+using JSON = StateJSON;
 
 std::string line(std::string_view label, const std::string& value)
 {
     return fmt::format("{:<16}{}\n", label, printable(value));
-}
-
-template <class T>
-JSON orNull(const std::optional<T>& value)
-{
-    return value ? JSON(*value) : JSON(nullptr);
-}
-
-JSON jsonOf(const SubmissionStatus& submission)
-{
-    return {{"id", submission.id},
-            {"status", submission.status.word()},
-            {"rejectionReasonKey", orNull(submission.rejectionReasonKey)},
-            {"rewardUsd", orNull(submission.rewardUsd)}};
 }
 
 /// In ASCII, which holds nothing that a terminal could take for a command.
@@ -52,12 +38,11 @@ std::string textOf(const StatusReport& report)
     const QuestWire& quest = report.quest.quest;
     const QuestAvailability availability(quest, report.now);
     std::string text = line("Linked as", report.user.displayName) + line("Quest", quest.title.value_or(quest.id)) +
-                       line("  status", quest.status) + line("  next upload", availabilityText(availability)) +
+                       line("  status", quest.status) + line("  next upload", availabilityLine(availability)) +
                        line("  reward", rewardText(report.quest)) +
                        line("  upload limit", bytesText(report.quest.maxBytes));
     if (report.submission)
-        text +=
-            textOf(*report.submission) + line("  review", submissionText(*report.submission, rewardText(report.quest)));
+        text += textOf(*report.submission) + line("  review", reviewLine(*report.submission, rewardText(report.quest)));
     return text;
 }
 

@@ -5,30 +5,37 @@
 #include "VornMacCore/Quest/RewardFormat.h"
 
 namespace vorn {
-std::string availabilityNote(const QuestAvailability& availability)
+
+StatusText availabilityNote(const QuestAvailability& availability)
 {
     const Match note{
-        [](const QuestAvailability::Cooldown& cooldown) {
-            return "Paid. You can upload again on " + dayText(cooldown.until) + ".";
+        [](const QuestAvailability::Cooldown& cooldown) -> StatusText {
+            return {Tone::good, "Paid. You can upload again on " + dayText(cooldown.until) + "."};
         },
-        [](const QuestAvailability::LastRejected& rejected) {
-            return "Last time: " + RejectionCopy::text(rejected.reasonKey);
+        [](const QuestAvailability::LastRejected& rejected) -> StatusText {
+            return {Tone::warning, "Last time: " + RejectionCopy::text(rejected.reasonKey)};
         },
-        [](QuestAvailability::InReview) { return std::string("Your last upload is being checked."); },
-        [](QuestAvailability::Available) { return std::string(); },
+        [](QuestAvailability::InReview) -> StatusText { return {Tone::waiting, "Your last upload is being checked."}; },
+        [](QuestAvailability::Available) -> StatusText { return {}; },
     };
     return std::visit(note, availability.state());
 }
 
-std::string earnedText(const SubmissionStatus& submission, const std::string& questReward)
+std::string availabilityLine(const QuestAvailability& availability)
 {
-    return RewardFormat::usd(submission.rewardUsd).value_or(questReward);
+    const std::string note = availabilityNote(availability).text;
+    return note.empty() ? "You can upload your chat." : note;
 }
 
 std::string rewardText(const std::optional<NimbrelState>& quest)
 {
     const auto amount = quest ? RewardFormat::usd(quest->quest.rewardUsd) : std::nullopt;
     return amount.value_or("the quest reward");
+}
+
+std::string earnedText(const SubmissionStatus& submission, const std::string& questReward)
+{
+    return RewardFormat::usd(submission.rewardUsd).value_or(questReward);
 }
 
 std::string rejectionText(const SubmissionStatus& submission)

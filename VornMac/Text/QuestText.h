@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VornMac/Text/ScreenText.h"
 #include "VornMacCore/Quest/QuestAvailability.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 
@@ -10,15 +11,20 @@
 namespace vorn {
 
 /// A sentence about the last upload; empty when the user may simply make one.
-std::string availabilityNote(const QuestAvailability& availability);
+StatusText availabilityNote(const QuestAvailability& availability);
 
-/// What `submission` earns: its own amount, else `questReward`.
-std::string earnedText(const SubmissionStatus& submission, const std::string& questReward);
+/// As above for a terminal, which says as well that the user may upload.
+std::string availabilityLine(const QuestAvailability& availability);
 
 /// What an accepted upload earns: an amount, or "the quest reward" when that is not known.
 std::string rewardText(const std::optional<NimbrelState>& quest);
 
+/// What `submission` earns: its own amount, else `questReward`.
+std::string earnedText(const SubmissionStatus& submission, const std::string& questReward);
+
 /// Why `submission`, which was rejected, was.
 std::string rejectionText(const SubmissionStatus& submission);
+
+inline constexpr const char* questName = "Chat export quest"; ///< under the amount
 
 } // namespace vorn

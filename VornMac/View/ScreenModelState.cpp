@@ -136,7 +136,7 @@ ScreenModel::Offer ScreenModel::offer(const std::optional<QuestAvailability>& av
         if (caseOf<QuestAvailability::InReview>(availability)) return Availability::InReview;
         return Availability::Available;
     };
-    return {kind(), QString::fromStdString(vorn::availabilityNote(*availability))};
+    return {kind(), QString::fromStdString(vorn::availabilityNote(*availability).text)};
 }
 
 ScreenModel::Shown ScreenModel::worked() const

@@ -1,6 +1,5 @@
 #include "Tools/Terminal/TerminalResults.h"
-#include "Tools/Terminal/QuestWords.h"
-#include "tests/support/ScopedEnvironment.h"
+#include "Tools/Terminal/StateJSON.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -33,51 +32,12 @@ SubmissionStatus submissionWith(const std::string& status)
     return submission;
 }
 
-TEST(QuestWords, SayWhetherTheUserMayUpload)
+TEST(AvailabilityName, IsForPrograms)
 {
-    struct Case {
-        QuestAvailability availability;
-        const char* text;
-        const char* name;
-    };
-    const testing::ScopedEnvironment zone("TZ", "Pacific/Auckland");
-    for (const Case& each : {
-             Case{{QuestAvailability::Available{}}, "You can upload your chat.", "available"},
-             Case{{QuestAvailability::InReview{}}, "Your last upload is being checked.", "inReview"},
-             Case{{QuestAvailability::LastRejected{"wrong_provider"}},
-                  "Last time: This upload didn't look like your Nimbrel chat.",
-                  "lastRejected"},
-             Case{{QuestAvailability::Cooldown{march + std::chrono::hours(4)}},
-                  "Paid. You can upload again on Mar 2, 2026.",
-                  "cooldown"},
-         }) {
-        EXPECT_EQ(availabilityText(each.availability), each.text);
-        EXPECT_EQ(availabilityName(each.availability), each.name);
-        const bool hasDay = each.availability.is<QuestAvailability::Cooldown>();
-        EXPECT_EQ(nextUploadText(each.availability),
-                  hasDay ? "Upload again on Mar 2, 2026 with your newer chats." : "");
-    }
-}
-
-TEST(QuestWords, SayHowAReviewStands)
-{
-    struct Case {
-        const char* status;
-        const char* text;
-    };
-    for (const Case& each : {
-             Case{"approved", "You earned $5.00. Thanks for your Nimbrel chat. The reward is in your Vorn balance."},
-             Case{"rejected", "Not accepted this time. This upload wasn't accepted."},
-             Case{"expired", "Upload stopped. The upload didn't finish. Try again from your chat."},
-             Case{"review_pending", "Upload received. A person is checking it."},
-             Case{"analyzing", "Upload received. Checking your chat."},
-             Case{"from the future", "Upload received. Checking your chat."},
-         }) {
-        EXPECT_EQ(submissionText(submissionWith(each.status), "$5.00"), each.text);
-    }
-    SubmissionStatus approved = submissionWith("approved");
-    approved.rewardUsd = "12.5";
-    EXPECT_THAT(submissionText(approved, "$5.00"), HasSubstr("You earned $12.50."));
+    EXPECT_EQ(availabilityName({QuestAvailability::Available{}}), "available");
+    EXPECT_EQ(availabilityName({QuestAvailability::InReview{}}), "inReview");
+    EXPECT_EQ(availabilityName({QuestAvailability::LastRejected{"wrong_provider"}}), "lastRejected");
+    EXPECT_EQ(availabilityName({QuestAvailability::Cooldown{march}}), "cooldown");
 }
 
 TEST(TerminalResults, TellAboutASubmission)

@@ -13,16 +13,20 @@ TEST(AvailabilityNote, TellsHowTheLastUploadEnded)
     const testing::ScopedEnvironment zone("TZ", "Pacific/Auckland");
     const testing::ScopedEnvironment language("LC_ALL", "en_US.UTF-8");
     using Q = QuestAvailability;
-    EXPECT_EQ(availabilityNote({Q::Cooldown{march}}), "Paid. You can upload again on Mar 2, 2026.");
+    EXPECT_EQ(availabilityNote({Q::Cooldown{march}}),
+              (StatusText{Tone::good, "Paid. You can upload again on Mar 2, 2026."}));
     EXPECT_EQ(availabilityNote({Q::LastRejected{"wrong_provider"}}),
-              "Last time: This upload didn't look like your Nimbrel chat.");
-    EXPECT_EQ(availabilityNote({Q::LastRejected{}}), "Last time: This upload wasn't accepted.");
-    EXPECT_EQ(availabilityNote({Q::InReview{}}), "Your last upload is being checked.");
+              (StatusText{Tone::warning, "Last time: This upload didn't look like your Nimbrel chat."}));
+    EXPECT_EQ(availabilityNote({Q::LastRejected{}}),
+              (StatusText{Tone::warning, "Last time: This upload wasn't accepted."}));
+    EXPECT_EQ(availabilityNote({Q::InReview{}}), (StatusText{Tone::waiting, "Your last upload is being checked."}));
+    EXPECT_EQ(availabilityLine({Q::InReview{}}), "Your last upload is being checked.");
 }
 
 TEST(AvailabilityNote, IsSilentWhereTheUserMaySimplyUpload)
 {
-    EXPECT_EQ(availabilityNote({QuestAvailability::Available{}}), "");
+    EXPECT_EQ(availabilityNote({QuestAvailability::Available{}}), StatusText{});
+    EXPECT_EQ(availabilityLine({QuestAvailability::Available{}}), "You can upload your chat."); // a terminal says so
 }
 
 TEST(EarnedText, IsTheSubmissionsOwnAmountWhereItHasOne)

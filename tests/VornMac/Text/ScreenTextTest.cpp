@@ -1,5 +1,6 @@
 #include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/AccountText.h"
+#include "VornMac/Text/FindText.h"
 #include "VornMac/Text/LinkText.h"
 #include "VornMac/Text/UploadText.h"
 
@@ -8,6 +9,9 @@
 // What depends on state. Every word of every screen is held where the screens are shown.
 namespace vorn {
 namespace {
+
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
 
 TEST(LinkText, FollowsThePhase)
 {
@@ -56,6 +60,48 @@ TEST(SwitchText, SaysHowASwitchStands)
 {
     EXPECT_EQ(switchText("Vorn", true), "Vorn, on");
     EXPECT_EQ(switchText("Terminal", false), "Terminal, off");
+}
+
+TEST(FindText, FollowsThePhase)
+{
+    const StatusText reading{Tone::waiting, "Reading a private copy of your Messages history…"};
+    struct Case {
+        ScanPhase phase;
+        const char* title;
+        StatusText status;
+        const char* retry;
+    };
+    for (const Case& each : {
+             Case{phase::Idle{}, "Looking in Messages…", reading, ""},
+             Case{phase::Loading{}, "Looking in Messages…", reading, ""},
+             Case{phase::Unavailable{},
+                  "Not available yet",
+                  {Tone::warning, "Nimbrel export isn't available yet. Check back soon."},
+                  "Look again"},
+             Case{phase::NotConfigured{},
+                  "Not available yet",
+                  {Tone::warning, "Nimbrel export isn't set up yet. Try again later."},
+                  "Look again"},
+             Case{phase::NotFound{}, "Not found on this Mac", {}, "Look again"},
+             Case{phase::Found{}, "Found on this Mac", {}, ""},
+             Case{phase::Failed{"No."}, "Something went wrong", {Tone::bad, "No."}, "Look again"},
+         }) {
+        SCOPED_TRACE(each.title);
+        const ScreenText text = findText(each.phase, std::nullopt);
+        EXPECT_EQ(text.title, each.title);
+        EXPECT_EQ(text.status, each.status);
+        EXPECT_EQ(text.retry, each.retry);
+        EXPECT_THAT(text.hints, SizeIs(std::holds_alternative<phase::NotFound>(each.phase) ? 2 : 0));
+    }
+}
+
+TEST(FindText, RemarksOnTheLastUploadOnceTheChatIsFound)
+{
+    const QuestAvailability availability(QuestAvailability::InReview{});
+    EXPECT_EQ(findText(phase::Found{}, availability).remark,
+              (StatusText{Tone::waiting, "Your last upload is being checked."}));
+    EXPECT_EQ(findText(phase::Loading{}, availability).remark, StatusText{});
+    EXPECT_EQ(findText(phase::Found{}, std::nullopt).remark, StatusText{});
 }
 
 TEST(UploadText, FollowsThePhase)

@@ -1,18 +1,20 @@
 #pragma once
 
 #include "NimbrelExportKit/Records/ExportRecords.h"
+#include "VornMac/Text/Consent.h"
+#include "VornMac/Text/ScreenText.h"
 
 #include <string>
 #include <vector>
 
+/// Longer texts laid out for a terminal of 81 columns, a line each. Threads: any.
 namespace vorn {
 
-/// What would leave this Mac and what never does, and what it earns: the text to which the user consents. `reward` is
-/// the model's.
-std::vector<std::string> consentLines(const std::string& reward);
+/// The text to which the user consents.
+std::vector<std::string> consentLines(const Consent& consent);
 
-/// How to let Vorn read Messages.
-std::vector<std::string> accessLines();
+/// A title, what it is about, and what to do.
+std::vector<std::string> instructionLines(const ScreenText& text);
 
 /// The chat in numbers: a line for each row of a table. Days are those of the user's zone.
 std::vector<std::string> statisticsLines(const NimbrelExportStats& stats);

@@ -1,5 +1,7 @@
-#include "Tools/Terminal/ChatWords.h"
+#include "Tools/Terminal/ChatLines.h"
 
+#include "VornMac/Text/AccessText.h"
+#include "VornMac/Text/LinkText.h"
 #include "tests/support/ScopedEnvironment.h"
 
 #include <gmock/gmock.h>
@@ -33,14 +35,42 @@ std::string joined(const std::vector<std::string>& lines)
 TEST(ConsentLines, AreTheTextToWhichTheUserAgrees)
 {
     EXPECT_EQ(
-        joined(consentLines("$12.50")),
+        joined(consentLines(consentFor("$12.50"))),
         "Your Nimbrel chat: exactly what we upload What Vorn reads Your one-to-one conversation with Nimbrel: the "
         "text of each message, when it was sent, and who sent it. Links in those messages, and the type of any "
         "attachment (\"a photo\"), never the file itself. What Vorn never reads Any other conversation, group "
         "chats (even ones Nimbrel is in), contacts, photos or files. What happens next Your chat is pseudonymized "
         "and added to a dataset that trains AI assistants. You earn $12.50 when it's accepted.");
-    for (const auto& lines : {consentLines("the quest reward"), accessLines()})
-        for (const auto& line : lines) EXPECT_LT(line.size(), 84U) << line; // arrows take more bytes than columns
+    for (const auto& line : consentLines(consentFor("the quest reward"))) EXPECT_LT(line.size(), 82U) << line;
+}
+
+TEST(ConsentLines, AreWrapped)
+{
+    EXPECT_THAT(consentLines(consentFor("$12.50")),
+                ElementsAre("Your Nimbrel chat: exactly what we upload", "", "What Vorn reads",
+                            "  Your one-to-one conversation with Nimbrel: the text of each message, when it",
+                            "  was sent, and who sent it.",
+                            "  Links in those messages, and the type of any attachment (\"a photo\"), never",
+                            "  the file itself.", "What Vorn never reads",
+                            "  Any other conversation, group chats (even ones Nimbrel is in), contacts, photos",
+                            "  or files.", "What happens next",
+                            "  Your chat is pseudonymized and added to a dataset that trains AI assistants.",
+                            "  You earn $12.50 when it's accepted.", ""));
+}
+
+TEST(InstructionLines, SayWhatToDoWhereATerminalRunsTheProgram)
+{
+    EXPECT_THAT(instructionLines(accessTextForTerminal()),
+                ElementsAre("Allow Full Disk Access, so Vorn can read Messages",
+                            "  macOS keeps your Messages history behind Full Disk Access. Vorn opens a private",
+                            "  copy, reads only your Nimbrel conversation, and deletes the copy right after.",
+                            "  1. Open System Settings → Privacy & Security → Full Disk Access.",
+                            "  2. Turn on the terminal in which this runs. Not in the list? Click +.",
+                            "  3. If macOS asks to quit and reopen it, do so and run this again."));
+    EXPECT_THAT(instructionLines(linkTextForTerminal()),
+                ElementsAre("Link your phone: scan with the Vorn app", "  1. Open Vorn on your iPhone.",
+                            "  2. Open the Nimbrel chat quest and tap Link a Mac.",
+                            "  3. Point your camera at the code, then confirm on your phone."));
 }
 
 TEST(StatisticsLines, CountTheChat)

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/SubmissionRecords.h"
+
+#include <optional>
+#include <string>
+
+#include <nlohmann/json.hpp>
+
+/// What the terminal tells programs, wherever it tells it. Threads: any.
+namespace vorn {
+
+using StateJSON = nlohmann::ordered_json; ///< keys in their order
+
+/// "cooldown", "lastRejected", "available" or "inReview".
+std::string availabilityName(const QuestAvailability& availability);
+
+StateJSON jsonOf(const SubmissionStatus& submission);
+
+template <class T>
+StateJSON orNull(const std::optional<T>& value)
+{
+    return value ? StateJSON(*value) : StateJSON(nullptr);
+}
+
+} // namespace vorn

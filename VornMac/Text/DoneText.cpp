@@ -1,0 +1,90 @@
+#include "VornMac/Text/DoneText.h"
+
+#include "Platform/Base/Dates.h"
+#include "VornMac/Text/CommonText.h"
+#include "VornMac/Text/QuestText.h"
+
+namespace vorn {
+namespace {
+
+constexpr const char* elsewhere = "The result also shows on the quest in the Vorn app.";
+
+/// A line of words that say two things, as a window's title has a line for each.
+std::string sentences(const ScreenText& text)
+{
+    return text.title + ". " + text.subtitle + ".";
+}
+
+ScreenText approved(const std::string& earned)
+{
+    return {.title = "You earned " + earned,
+            .subtitle = "Thanks for your Nimbrel chat",
+            .lead = {"The reward is in your Vorn balance."}};
+}
+
+ScreenText rejected(const SubmissionStatus& submission)
+{
+    return {.title = "Not accepted", .subtitle = "This time", .status = {Tone::warning, rejectionText(submission)}};
+}
+
+ScreenText expired()
+{
+    return {.title = "Upload stopped",
+            .subtitle = "Nothing was sent",
+            .status = {Tone::warning, "The upload didn't finish. Try again from your chat."}};
+}
+
+ScreenText inReview(const char* what)
+{
+    return {.title = "Upload received",
+            .subtitle = what,
+            .hints = {"This usually takes a minute or two.", std::string("You can close this window. ") + elsewhere}};
+}
+
+ScreenText textOf(const SubmissionStatus& submission, const std::string& questReward)
+{
+    switch (submission.status.kind()) {
+    case ReviewStatus::Kind::approved: return approved(earnedText(submission, questReward));
+    case ReviewStatus::Kind::rejected: return rejected(submission);
+    case ReviewStatus::Kind::expired: return expired();
+    case ReviewStatus::Kind::reviewPending: return inReview("A person is checking it");
+    case ReviewStatus::Kind::analyzing: break;
+    }
+    return inReview("Checking your chat");
+}
+
+} // namespace
+
+ScreenText doneText(const UploadOutcome& outcome)
+{
+    ScreenText text = textOf(outcome.submission, outcome.questReward);
+    const std::string next = nextUploadText(outcome.availability);
+    if (outcome.submission.status.is(ReviewStatus::Kind::approved) && !next.empty()) text.lead.push_back(next);
+    text.primary = "Back to your chat";
+    text.caption = rewardHeading;
+    return text;
+}
+
+std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward)
+{
+    const ScreenText text = textOf(submission, questReward);
+    switch (submission.status.kind()) {
+    case ReviewStatus::Kind::approved: return sentences(text) + " " + text.lead.front();
+    case ReviewStatus::Kind::rejected: return "Not accepted this time. " + text.status.text;
+    case ReviewStatus::Kind::expired: return text.title + ". " + text.status.text;
+    default: return sentences(text);
+    }
+}
+
+std::string nextUploadText(const std::optional<QuestAvailability>& availability)
+{
+    const auto* cooldown = availability ? std::get_if<QuestAvailability::Cooldown>(&availability->state()) : nullptr;
+    return cooldown == nullptr ? "" : "Upload again on " + dayText(cooldown->until) + " with your newer chats.";
+}
+
+std::string longReviewText()
+{
+    return std::string("The review takes longer. ") + elsewhere;
+}
+
+} // namespace vorn

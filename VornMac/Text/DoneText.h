@@ -1,0 +1,31 @@
+#pragma once
+
+#include "VornMac/Text/ScreenText.h"
+#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/SubmissionRecords.h"
+
+#include <optional>
+#include <string>
+
+/// The done screen: how a review stands, and what it earned. Dates are those of the user's zone. Threads: any.
+namespace vorn {
+
+/// What the end of an upload is told from. Whatever of the quest is to be shown at the end is read here.
+struct UploadOutcome {
+    SubmissionStatus submission;
+    std::string questReward;                       ///< stands in where the submission names no amount
+    std::optional<QuestAvailability> availability; ///< what the quest says about the next upload
+};
+
+ScreenText doneText(const UploadOutcome& outcome);
+
+/// How the review stands, as one line of a terminal.
+std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward);
+
+/// When a user whose upload was just paid may make the next; empty when no day is known.
+std::string nextUploadText(const std::optional<QuestAvailability>& availability);
+
+/// What a terminal says when it stops watching a review that goes on.
+std::string longReviewText();
+
+} // namespace vorn

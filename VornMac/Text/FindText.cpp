@@ -1,0 +1,68 @@
+#include "VornMac/Text/FindText.h"
+
+#include "Platform/Base/Match.h"
+#include "VornMac/Text/CommonText.h"
+#include "VornMac/Text/QuestText.h"
+
+namespace vorn {
+namespace {
+
+/// The parts of the screen that depend on how the scan stands.
+struct Finding {
+    const char* title;
+    StatusText status{};
+    std::vector<std::string> hints{};
+    const char* retry = "Look again";
+};
+
+constexpr const char* notAvailable = "Not available yet";
+
+Finding looking()
+{
+    return {.title = "Looking in Messages…",
+            .status = {Tone::waiting, "Reading a private copy of your Messages history…"},
+            .retry = ""};
+}
+
+Finding notFound()
+{
+    return {.title = "Not found on this Mac",
+            .hints = {"No conversation with Nimbrel on this Mac.",
+                      "Make sure Messages on this Mac is signed in with the Apple ID you text Nimbrel from, and that "
+                      "Messages in iCloud is on so your history syncs here."}};
+}
+
+Finding findingOf(const ScanPhase& phase)
+{
+    const Match finding{
+        [](phase::Idle) { return looking(); },
+        [](phase::Loading) { return looking(); },
+        [](phase::Unavailable) -> Finding { return {notAvailable, {Tone::warning, questUnavailable}}; },
+        [](phase::NotConfigured) -> Finding {
+            return {notAvailable, {Tone::warning, "Nimbrel export isn't set up yet. Try again later."}};
+        },
+        [](phase::NotFound) { return notFound(); },
+        [](phase::Found) -> Finding { return {.title = "Found on this Mac", .retry = ""}; },
+        [](const phase::Failed& failed) -> Finding { return {somethingWrong, {Tone::bad, failed.text}}; },
+    };
+    return std::visit(finding, phase);
+}
+
+} // namespace
+
+ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailability>& availability)
+{
+    const Finding finding = findingOf(phase);
+    const bool isFound = std::holds_alternative<phase::Found>(phase);
+    return {.title = finding.title,
+            .subtitle = yourChat,
+            .status = finding.status,
+            .remark = isFound && availability ? availabilityNote(*availability) : StatusText{},
+            .hints = finding.hints,
+            .retry = finding.retry,
+            .primary = "Upload chat",
+            .back = goBack,
+            .caption = "Only on this Mac. Nothing is uploaded yet."};
+}
+
+} // namespace vorn

@@ -1,0 +1,15 @@
+#pragma once
+
+#include "VornMac/Text/Phases.h"
+#include "VornMac/Text/ScreenText.h"
+#include "VornMacCore/Quest/QuestAvailability.h"
+
+#include <optional>
+
+/// The find screen. Dates are those of the user's zone. Threads: any.
+namespace vorn {
+
+/// `availability` is what the quest says about another upload; nothing before it is known.
+ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailability>& availability);
+
+} // namespace vorn

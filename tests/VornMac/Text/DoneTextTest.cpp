@@ -1,0 +1,110 @@
+#include "VornMac/Text/DoneText.h"
+#include "tests/support/ScopedEnvironment.h"
+
+#include <gmock/gmock.h>
+
+namespace vorn {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+const Instant march = std::chrono::sys_days(std::chrono::year(2026) / 3 / 1) + std::chrono::hours(13);
+
+SubmissionStatus submissionWith(const std::string& status)
+{
+    SubmissionStatus submission;
+    submission.status = status;
+    return submission;
+}
+
+UploadOutcome outcome(const std::string& status)
+{
+    return {submissionWith(status), "$5.00", QuestAvailability(QuestAvailability::Cooldown{march})};
+}
+
+struct Case {
+    const char* status;
+    const char* title;
+    const char* subtitle;
+    StatusText line;
+    bool isWaitedFor;
+    const char* terminal;
+};
+
+const std::vector<Case>& cases()
+{
+    static const StatusText unaccepted{Tone::warning, "This upload wasn't accepted."};
+    static const StatusText unfinished{Tone::warning, "The upload didn't finish. Try again from your chat."};
+    static const std::vector<Case> all = {
+        {"approved",
+         "You earned $5.00",
+         "Thanks for your Nimbrel chat",
+         {},
+         false,
+         "You earned $5.00. Thanks for your Nimbrel chat. The reward is in your Vorn balance."},
+        {"rejected", "Not accepted", "This time", unaccepted, false,
+         "Not accepted this time. This upload wasn't accepted."},
+        {"expired", "Upload stopped", "Nothing was sent", unfinished, false,
+         "Upload stopped. The upload didn't finish. Try again from your chat."},
+        {"review_pending",
+         "Upload received",
+         "A person is checking it",
+         {},
+         true,
+         "Upload received. A person is checking it."},
+        {"analyzing", "Upload received", "Checking your chat", {}, true, "Upload received. Checking your chat."},
+        {"from the future", "Upload received", "Checking your chat", {}, true, "Upload received. Checking your chat."},
+        {"", "Upload received", "Checking your chat", {}, true, "Upload received. Checking your chat."},
+    };
+    return all;
+}
+
+class DoneText : public ::testing::Test {
+    testing::ScopedEnvironment zone_{"TZ", "Pacific/Auckland"};
+    testing::ScopedEnvironment language_{"LC_ALL", "en_US.UTF-8"};
+};
+
+TEST_F(DoneText, SaysHowAReviewStands)
+{
+    for (const Case& each : cases()) {
+        SCOPED_TRACE(each.status);
+        const ScreenText text = doneText(outcome(each.status));
+        EXPECT_EQ(text.title, each.title);
+        EXPECT_EQ(text.subtitle, each.subtitle);
+        EXPECT_EQ(text.status, each.line);
+        EXPECT_EQ(text.hints.size(), each.isWaitedFor ? 2U : 0U);
+        EXPECT_EQ(text.primary, "Back to your chat");
+        EXPECT_EQ(text.caption, "Reward");
+        EXPECT_EQ(reviewLine(submissionWith(each.status), "$5.00"), each.terminal);
+    }
+}
+
+TEST_F(DoneText, ComfortsWhoWaits)
+{
+    EXPECT_THAT(doneText(outcome("analyzing")).hints,
+                ElementsAre("This usually takes a minute or two.",
+                            "You can close this window. The result also shows on the quest in the Vorn app."));
+    EXPECT_EQ(longReviewText(), "The review takes longer. The result also shows on the quest in the Vorn app.");
+}
+
+TEST_F(DoneText, NamesTheNextUploadOfWhoWasPaid)
+{
+    EXPECT_THAT(doneText(outcome("approved")).lead, ElementsAre("The reward is in your Vorn balance.",
+                                                                "Upload again on Mar 2, 2026 with your newer chats."));
+    EXPECT_THAT(doneText({submissionWith("approved"), "$5.00", std::nullopt}).lead,
+                ElementsAre("The reward is in your Vorn balance."));
+    EXPECT_THAT(doneText(outcome("rejected")).lead, IsEmpty());
+    EXPECT_EQ(nextUploadText(QuestAvailability(QuestAvailability::InReview{})), "");
+    EXPECT_EQ(nextUploadText(std::nullopt), "");
+}
+
+TEST_F(DoneText, NamesTheSubmissionsOwnReward)
+{
+    UploadOutcome approved = outcome("approved");
+    approved.submission.rewardUsd = "12.5";
+    EXPECT_EQ(doneText(approved).title, "You earned $12.50");
+}
+
+} // namespace
+} // namespace vorn
