@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <exception>
 #include <optional>
+#include <string>
 #include <utility>
 
 #include <QGuiApplication>
@@ -16,6 +17,11 @@
 namespace {
 
 constexpr int wrongArguments = 2;
+
+void complain(const std::string& text)
+{
+    std::fprintf(stderr, "VornMac: %s\n", text.c_str());
+}
 
 int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
 {
@@ -26,10 +32,10 @@ int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
     try {
         return vorn::VornMacApp(quitWatch, line.defaults()).run();
     } catch (const vorn::NoHomeFolder& error) {
-        std::fprintf(stderr, "VornMac: %s\n", vorn::errorText(error).text.c_str());
+        complain(vorn::errorText(error).text);
         return 1;
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "VornMac: %s\n", error.what());
+        complain(error.what());
         return 1;
     }
 }
@@ -44,7 +50,7 @@ int main(int argc, char** argv)
         return 0;
     }
     if (const auto mistake = line.mistake(); mistake && vorn::ProcessStart::current().isFromShell()) {
-        std::fprintf(stderr, "VornMac: %s\nTry VornMac --help.\n", mistake->c_str());
+        complain(*mistake + "\nTry VornMac --help.");
         return wrongArguments;
     }
     vorn::QuitWatch quitWatch; // before any thread

@@ -5,7 +5,7 @@ namespace vorn {
 const char* URLError::what() const noexcept
 {
     switch (code_) {
-    case Code::unknown: return "An unknown network error occurred.";
+    case Code::unknown: break;
     case Code::badURL: return "bad URL";
     case Code::unsupportedURL: return "unsupported URL";
     case Code::cannotFindHost: return "A server with the specified hostname could not be found.";

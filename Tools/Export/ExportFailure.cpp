@@ -1,16 +1,13 @@
 #include "Tools/Export/ExportFailure.h"
 
 #include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/ErrorText.h"
 
 #include <fmt/format.h>
 
 namespace vorn {
 namespace {
-
-/// The application leads the user to its access screen instead of showing a text; here its words are the text.
-constexpr const char* accessText = "Allow Full Disk Access so Vorn can read Messages.\n"
-                                   "Open System Settings → Privacy & Security → Full Disk Access.";
 
 /// What the system says, without the paths that the library adds.
 std::string reasonOf(const std::exception& error)
@@ -41,7 +38,7 @@ ExportFailure failureOfReading(const std::exception& error)
                 fmt::format("Vorn couldn't make its private copy of your Messages history: {}.", reasonOf(error))};
     }
     if (failure->is<NimbrelExportError::NoDatabase>()) return {ExportStatus::noDatabase, errorText(*failure).text};
-    if (failure->is<NimbrelExportError::AccessDenied>()) return {ExportStatus::accessDenied, accessText};
+    if (failure->is<NimbrelExportError::AccessDenied>()) return {ExportStatus::accessDenied, accessRefused()};
     if (failure->is<NimbrelExportError::SnapshotUnreadable>())
         return {ExportStatus::unreadable, errorText(*failure).text};
     return {ExportStatus::databaseError, fmt::format("{}\n{}", errorText(*failure).text, failure->what())};

@@ -3,6 +3,7 @@
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "Platform/Base/PrintableText.h"
 #include "Platform/Base/Text.h"
+#include "Tools/Support/MistakeText.h"
 
 #include <algorithm>
 #include <system_error>
@@ -69,7 +70,7 @@ std::string checkTime(const std::string& text)
 
 ExportOptionsEnd mistake(const std::string& text)
 {
-    return {text + "\nRun with --help for more information.\n", true};
+    return {mistakeText(text), true};
 }
 
 } // namespace

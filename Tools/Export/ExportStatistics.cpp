@@ -1,18 +1,12 @@
 #include "Tools/Export/ExportStatistics.h"
 
+#include "VornMac/Text/StatisticsText.h"
+
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
 namespace vorn {
 namespace {
-
-/// 1234567 as "1,234,567".
-std::string grouped(std::int64_t number)
-{
-    std::string digits = std::to_string(number);
-    for (std::size_t at = digits.size(); at > 3;) digits.insert(at -= 3, ",");
-    return digits;
-}
 
 std::string dateOf(const std::optional<Instant>& time)
 {
@@ -34,14 +28,14 @@ std::string line(std::string_view label, std::string_view value)
 std::string textOf(const ExportStatistics& statistics)
 {
     const auto& [stats, skipped, archive, sha256] = statistics;
-    std::string text = line("Chats", grouped(stats.chatCount)) + line("Messages", grouped(stats.messageCount)) +
-                       line("  yours", grouped(stats.promptCount)) + line("  replies", grouped(stats.replyCount)) +
+    std::string text = line("Chats", countText(stats.chatCount)) + line("Messages", countText(stats.messageCount)) +
+                       line("  yours", countText(stats.promptCount)) + line("  replies", countText(stats.replyCount)) +
                        line("First message", dateOf(stats.firstAt)) + line("Last message", dateOf(stats.lastAt));
     std::int64_t total = 0;
     for (const auto& [reason, count] : skipped.counts) total += count;
-    text += line("Left out", grouped(total));
-    for (const auto& [reason, count] : skipped.counts) text += line("  " + reason, grouped(count));
-    return text + line("Archive", archive.url.string()) + line("  size", grouped(archive.sizeBytes) + " bytes") +
+    text += line("Left out", countText(total));
+    for (const auto& [reason, count] : skipped.counts) text += line("  " + reason, countText(count));
+    return text + line("Archive", archive.url.string()) + line("  size", countText(archive.sizeBytes) + " bytes") +
            line("  SHA-256", sha256);
 }
 

@@ -1,6 +1,7 @@
 #include "Tools/Terminal/TerminalOptions.h"
 
 #include "Platform/Base/PrintableText.h"
+#include "Tools/Support/MistakeText.h"
 #include "VornMac/Defaults/OverrideKeys.h"
 
 #include <algorithm>
@@ -113,7 +114,7 @@ std::string unknownCommand(const CLI::App& app)
 
 TerminalOptionsEnd mistake(const std::string& text)
 {
-    return {text + "\nRun with --help for more information.\n", true};
+    return {mistakeText(text), true};
 }
 
 } // namespace
