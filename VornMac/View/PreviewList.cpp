@@ -1,6 +1,6 @@
 #include "VornMac/View/PreviewList.h"
 
-#include "VornMac/Text/Preview.h"
+#include "VornMac/View/ShownText.h"
 
 #include <utility>
 
@@ -8,20 +8,23 @@ namespace vorn {
 
 void PreviewList::show(const AppModel::Export& found)
 {
+    show(found ? previewOf(found->messages) : std::vector<PreviewedMessage>{});
+}
+
+void PreviewList::show(const std::vector<PreviewedMessage>& messages)
+{
     std::vector<Bubble> bubbles;
-    if (found) {
-        for (const PreviewedMessage& message : previewOf(found->messages))
-            bubbles.push_back({QString::fromStdString(message.text), message.fromMe});
-    }
-    show(std::move(bubbles));
+    for (const PreviewedMessage& message : messages)
+        bubbles.push_back({shown(message.text), shown(spokenText(message)), message.fromMe});
+    showBubbles(std::move(bubbles));
 }
 
 void PreviewList::show(const PreviewList& other)
 {
-    show(other.bubbles_);
+    showBubbles(other.bubbles_);
 }
 
-void PreviewList::show(std::vector<Bubble> bubbles)
+void PreviewList::showBubbles(std::vector<Bubble> bubbles)
 {
     if (bubbles == bubbles_) return;
     beginResetModel();
@@ -40,6 +43,7 @@ QVariant PreviewList::data(const QModelIndex& index, int role) const
     const Bubble& bubble = bubbles_[static_cast<std::size_t>(index.row())];
     switch (role) {
     case textRole: return bubble.text;
+    case spokenRole: return bubble.spoken;
     case fromMeRole: return bubble.fromMe;
     default: return {};
     }
@@ -47,7 +51,7 @@ QVariant PreviewList::data(const QModelIndex& index, int role) const
 
 QHash<int, QByteArray> PreviewList::roleNames() const
 {
-    return {{textRole, "text"}, {fromMeRole, "fromMe"}};
+    return {{textRole, "text"}, {spokenRole, "spoken"}, {fromMeRole, "fromMe"}};
 }
 
 } // namespace vorn

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Text/Preview.h"
 
 #include <vector>
 
@@ -10,20 +11,21 @@
 
 namespace vorn {
 
-/// The last messages of an export, as their bubbles show them: at most six, whatever the export's size. Roles: `text`,
-/// and `fromMe`, whether the user wrote it. Threads: the model's.
+/// Messages as their bubbles show them. Roles: `text`; `spoken`, the same with who wrote it, for a screen reader; and
+/// `fromMe`, whether the user wrote it. Threads: the model's.
 class PreviewList : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("ScreenModel makes it.")
 
 public:
-    enum Role { textRole = Qt::UserRole, fromMeRole };
+    enum Role { textRole = Qt::UserRole, spokenRole, fromMeRole };
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Shows the end of `found`, which may be null. Keeps nothing of it.
+    /// Shows the end of `found`, which may be null: at most six messages, whatever its size. Keeps nothing of it.
     void show(const AppModel::Export& found);
+    void show(const std::vector<PreviewedMessage>& messages);
     /// Shows what `other` shows now.
     void show(const PreviewList& other);
 
@@ -34,10 +36,11 @@ public:
 private:
     struct Bubble {
         QString text;
+        QString spoken;
         bool fromMe = false;
         bool operator==(const Bubble&) const = default;
     };
-    void show(std::vector<Bubble> bubbles);
+    void showBubbles(std::vector<Bubble> bubbles);
 
     std::vector<Bubble> bubbles_;
 };

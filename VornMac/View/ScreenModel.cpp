@@ -1,5 +1,6 @@
 #include "VornMac/View/ScreenModel.h"
 
+#include "VornMac/Text/LinkText.h"
 #include "VornMac/View/Countdown.h"
 
 #include <utility>
@@ -55,15 +56,15 @@ void ScreenModel::refresh()
     compare(&Shown::link, &ScreenModel::linkPhaseChanged);
     compare(&Shown::qrPayload, &ScreenModel::qrPayloadChanged);
     compare(&Shown::linkExpires, &ScreenModel::linkExpiresChanged);
+    compare(&Shown::consent, &ScreenModel::consentChanged);
     compare(&Shown::understandsUpload, &ScreenModel::understandsUploadChanged);
     compare(&Shown::agreesToShare, &ScreenModel::agreesToShareChanged);
     compare(&Shown::access, &ScreenModel::accessChanged);
-    compare(&Shown::availability, &ScreenModel::availabilityChanged);
     compare(&Shown::canUpload, &ScreenModel::canUploadChanged);
+    compare(&Shown::isFound, &ScreenModel::scanPhaseChanged);
+    compare(&Shown::uploadFraction, &ScreenModel::uploadFractionChanged);
     compare(&Shown::reward, &ScreenModel::rewardChanged);
-    compare(&Shown::scan, &ScreenModel::scanPhaseChanged);
-    compare(&Shown::upload, &ScreenModel::uploadPhaseChanged);
-    compare(&Shown::review, &ScreenModel::outcomeChanged);
+    compare(&Shown::text, &ScreenModel::textChanged);
     compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
     compare(&Shown::step, &ScreenModel::stepChanged);        // a screen that is made then reads everything
     for (const auto signal : changes) emit(this->*signal)(); // who hears of one may change the model, and so this again
@@ -104,6 +105,11 @@ Async<> ScreenModel::runCountdown(Instant expiry)
 void ScreenModel::setLinkSecondsLeft(int seconds)
 {
     if (std::exchange(linkSecondsLeft_, seconds) != seconds) emit linkSecondsLeftChanged();
+}
+
+QString ScreenModel::linkTimeLeft() const
+{
+    return shown(clockText(linkSecondsLeft_));
 }
 
 // The operations.

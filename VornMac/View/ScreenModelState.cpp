@@ -1,9 +1,14 @@
-#include "VornMac/View/ScreenModel.h"
-
 #include "Platform/Base/Text.h"
+#include "VornMac/Text/AccessText.h"
+#include "VornMac/Text/AccountText.h"
+#include "VornMac/Text/DoneText.h"
+#include "VornMac/Text/FindText.h"
 #include "VornMac/Text/KeychainText.h"
+#include "VornMac/Text/LinkText.h"
 #include "VornMac/Text/QuestText.h"
 #include "VornMac/Text/StatisticsText.h"
+#include "VornMac/Text/UploadText.h"
+#include "VornMac/View/ScreenModel.h"
 
 #include <type_traits>
 #include <variant>
@@ -11,12 +16,6 @@
 // What ScreenModel shows of the application model.
 namespace vorn {
 namespace {
-
-QString failureIn(const auto& modelPhase)
-{
-    const auto* failed = std::get_if<phase::Failed>(&modelPhase);
-    return failed != nullptr ? QString::fromStdString(failed->text) : QString();
-}
 
 /// Whether the enumerator `Shown` stands for `Case`, whose place in the variant is the enumerator's value.
 template <auto Shown, class Case, class Variant>
@@ -28,46 +27,6 @@ static_assert(standsFor<Restore::Idle, phase::Idle, RestorePhase> &&
               standsFor<Restore::Waiting, phase::Waiting, RestorePhase> &&
               standsFor<Restore::Refused, phase::Refused, RestorePhase>);
 
-using Link = ScreenModel::LinkPhase;
-static_assert(standsFor<Link::Loading, phase::Loading, LinkPhase> &&
-              standsFor<Link::Showing, phase::Showing, LinkPhase> &&
-              standsFor<Link::Scanned, phase::Scanned, LinkPhase> &&
-              standsFor<Link::Rejected, phase::Rejected, LinkPhase> &&
-              standsFor<Link::Failed, phase::Failed, LinkPhase>);
-
-using Scan = ScreenModel::ScanPhase;
-static_assert(standsFor<Scan::Idle, phase::Idle, ScanPhase> && standsFor<Scan::Loading, phase::Loading, ScanPhase> &&
-              standsFor<Scan::Unavailable, phase::Unavailable, ScanPhase> &&
-              standsFor<Scan::NotConfigured, phase::NotConfigured, ScanPhase> &&
-              standsFor<Scan::NotFound, phase::NotFound, ScanPhase> &&
-              standsFor<Scan::Found, phase::Found, ScanPhase> && standsFor<Scan::Failed, phase::Failed, ScanPhase>);
-
-using Upload = ScreenModel::UploadPhase;
-static_assert(standsFor<Upload::Idle, phase::Idle, UploadPhase> &&
-              standsFor<Upload::Preparing, phase::Preparing, UploadPhase> &&
-              standsFor<Upload::Uploading, phase::Uploading, UploadPhase> &&
-              standsFor<Upload::Finishing, phase::Finishing, UploadPhase> &&
-              standsFor<Upload::Failed, phase::Failed, UploadPhase>);
-
-ScreenModel::Outcome outcomeOf(const ReviewStatus& status)
-{
-    using Outcome = ScreenModel::Outcome;
-    switch (status.kind()) {
-    case ReviewStatus::Kind::analyzing: return Outcome::Analyzing;
-    case ReviewStatus::Kind::reviewPending: return Outcome::ReviewPending;
-    case ReviewStatus::Kind::approved: return Outcome::Approved;
-    case ReviewStatus::Kind::rejected: return Outcome::Rejected;
-    case ReviewStatus::Kind::expired: break;
-    }
-    return Outcome::Expired;
-}
-
-template <class Case>
-const Case* caseOf(const std::optional<QuestAvailability>& availability)
-{
-    return availability ? std::get_if<Case>(&availability->state()) : nullptr;
-}
-
 /// The fraction of an archive that is sent, as the bar shows it.
 double fractionOf(const UploadPhase& phase)
 {
@@ -75,15 +34,21 @@ double fractionOf(const UploadPhase& phase)
     return std::holds_alternative<phase::Finishing>(phase) ? 1 : 0;
 }
 
+ScreenText consentText(const Consent& consent)
+{
+    return {
+        .title = consent.title, .subtitle = consent.subtitle, .primary = consent.primary, .caption = consent.caption};
+}
+
 } // namespace
 
 ScreenModel::Restore ScreenModel::restore() const
 {
     const auto phase = static_cast<RestorePhase>(model_->restorePhase().index());
-    if (phase == RestorePhase::Waiting) return {phase, QString::fromStdString(keychainWaitText())};
+    if (phase == RestorePhase::Waiting) return {phase, shown(keychainWaitText())};
     const auto& refusal = model_->keychainRefusal();
     if (phase == RestorePhase::Refused && refusal)
-        return {phase, QString::fromStdString(keychainRefusalText(*refusal))};
+        return {phase, shown(keychainRefusalText(*refusal))};
     return {phase, {}};
 }
 
@@ -100,12 +65,30 @@ ScreenModel::Step ScreenModel::currentStep() const
     return Step::Done;
 }
 
+ScreenText ScreenModel::currentText() const
+{
+    switch (model_->step()) {
+    case vorn::Step::link: return linkText(model_->linkPhase());
+    case vorn::Step::consent: return consentText(consentFor(model_->reward()));
+    case vorn::Step::access: return accessText(model_->access());
+    case vorn::Step::find: return findText(model_->scanPhase(), model_->availability());
+    case vorn::Step::upload: return uploadText(model_->uploadPhase());
+    case vorn::Step::done: break;
+    }
+    return doneText({model_->submission().value_or(SubmissionStatus{}), model_->reward(), model_->availability()});
+}
+
+QString ScreenModel::position() const
+{
+    return shown(stepText(static_cast<int>(shown_.step) + 1, static_cast<int>(allSteps.size())));
+}
+
 ScreenModel::User ScreenModel::user() const
 {
     const auto& session = model_->session();
     if (!session) return {};
-    return {true, QString::fromStdString(session->displayName),
-            QString::fromStdString(text::prefixOfCharacters(session->displayName, 1)).toUpper()};
+    return {true, shown(signedInText(session->displayName)),
+            shown(text::prefixOfCharacters(session->displayName, 1)).toUpper()};
 }
 
 ScreenModel::Access ScreenModel::currentAccess() const
@@ -118,60 +101,53 @@ ScreenModel::Access ScreenModel::currentAccess() const
     return Access::NoDatabase;
 }
 
+ScreenModel::Reward ScreenModel::currentReward() const
+{
+    using Kind = ReviewStatus::Kind;
+    if (model_->step() != vorn::Step::done) return {shown(model_->reward())};
+    const SubmissionStatus submission = model_->submission().value_or(SubmissionStatus{});
+    const ReviewStatus& status = submission.status;
+    return {shown(earnedText(submission, model_->reward())), status.is(Kind::approved),
+            status.is(Kind::rejected) || status.is(Kind::expired)};
+}
+
 ScreenModel::Found ScreenModel::found() const
 {
     const auto statistics = model_->exportStatistics();
     if (!statistics) return {};
-    const auto count = [](std::int64_t number) { return QString::fromStdString(countText(number)); };
-    return {count(statistics->messageCount), count(statistics->promptCount), count(statistics->replyCount),
-            QString::fromStdString(datesText(*statistics))};
+    Found found;
+    for (const StatisticsRow& row : statisticsRows(*statistics)) {
+        found.labels.append(shown(row.label));
+        found.values.append(shown(row.value));
+    }
+    return found;
 }
 
-ScreenModel::Offer ScreenModel::offer(const std::optional<QuestAvailability>& availability)
+QString ScreenModel::uploadPercentage() const
 {
-    if (!availability) return {};
-    const auto kind = [&] {
-        if (caseOf<QuestAvailability::Cooldown>(availability)) return Availability::Cooldown;
-        if (caseOf<QuestAvailability::LastRejected>(availability)) return Availability::LastRejected;
-        if (caseOf<QuestAvailability::InReview>(availability)) return Availability::InReview;
-        return Availability::Available;
-    };
-    return {kind(), QString::fromStdString(vorn::availabilityNote(*availability).text)};
+    return shown(percentText(shown_.uploadFraction));
 }
 
 ScreenModel::Shown ScreenModel::worked() const
 {
-    const auto availability = model_->availability();
+    const LinkPhase& link = model_->linkPhase();
     Shown shown;
     shown.restore = restore();
     shown.step = currentStep();
+    shown.text = ShownText(currentText());
     shown.user = user();
-    shown.link = {static_cast<LinkPhase>(model_->linkPhase().index()), failureIn(model_->linkPhase())};
-    shown.qrPayload = QString::fromStdString(model_->qrPayload().value_or(""));
+    shown.link = {std::holds_alternative<phase::Scanned>(link), std::holds_alternative<phase::Failed>(link)};
+    shown.qrPayload = vorn::shown(model_->qrPayload().value_or(""));
     shown.linkExpires = model_->linkExpiresAt().has_value();
+    shown.consent = ShownConsent(consentFor(model_->reward()));
     shown.understandsUpload = model_->understandsUpload();
     shown.agreesToShare = model_->agreesToShare();
-    shown.reward = QString::fromStdString(model_->reward());
     shown.access = currentAccess();
-    shown.scan = {static_cast<ScanPhase>(model_->scanPhase().index()), failureIn(model_->scanPhase())};
-    shown.availability = offer(availability);
+    shown.isFound = std::holds_alternative<phase::Found>(model_->scanPhase());
     shown.canUpload = model_->canUpload();
-    shown.upload = {static_cast<UploadPhase>(model_->uploadPhase().index()), failureIn(model_->uploadPhase()),
-                    fractionOf(model_->uploadPhase())};
-    shown.review = review(availability);
+    shown.uploadFraction = fractionOf(model_->uploadPhase());
+    shown.reward = currentReward();
     return shown;
-}
-
-ScreenModel::Review ScreenModel::review(const std::optional<QuestAvailability>& availability) const
-{
-    const SubmissionStatus submission = model_->submission().value_or(SubmissionStatus{});
-    Review review;
-    review.outcome = outcomeOf(submission.status);
-    review.earned = QString::fromStdString(earnedText(submission, model_->reward()));
-    if (review.outcome == Outcome::Rejected) review.rejection = QString::fromStdString(rejectionText(submission));
-    if (const auto* cooldown = caseOf<QuestAvailability::Cooldown>(availability))
-        review.nextUpload = QString::fromStdString(dayText(cooldown->until));
-    return review;
 }
 
 } // namespace vorn

@@ -1,5 +1,6 @@
 import QtQuick
 import Vorn.Components
+import Vorn.View
 
 /// The pane of System Settings that the user looks for, drawn.
 Column {
@@ -9,12 +10,12 @@ Column {
 
     spacing: 6
     Accessible.role: Accessible.Grouping
-    Accessible.name: "Full Disk Access"
+    Accessible.name: Labels.settingsPane
 
     Words {
         color: Theme.secondary
         font: Theme.fonts.caption
-        text: "System Settings → Privacy & Security"
+        text: Labels.settingsPath
         width: parent.width
     }
     Words {
@@ -22,14 +23,14 @@ Column {
         font.family: Theme.fonts.title.family
         font.pixelSize: Theme.fonts.title.pixelSize * 0.7
         font.weight: Font.DemiBold
-        text: "Full Disk Access"
+        text: Labels.settingsPane
         width: parent.width
     }
     Words {
         bottomPadding: 10
         color: Theme.secondary
         font: Theme.fonts.caption
-        text: "Allow the applications below to access data like Mail, Messages, Safari and Time Machine backups."
+        text: Labels.settingsExplanation
         width: parent.width
     }
     Rectangle {
@@ -46,18 +47,18 @@ Column {
 
             AccessListRow {
                 isOn: root.granted
-                name: "Vorn"
+                name: Labels.thisApplication
                 width: parent.width
             }
             AccessListRow {
-                name: "Terminal"
+                name: Labels.someTerminal
                 symbol: "terminal"
                 width: parent.width
             }
             AccessListRow {
                 hasDivider: false
                 isOn: true
-                name: "Backup Utility"
+                name: Labels.someBackupUtility
                 symbol: "externaldrive"
                 width: parent.width
             }

@@ -1,6 +1,7 @@
 import QtQuick
 import Vorn.Components
 import Vorn.Drawing
+import Vorn.View
 
 /// One application of the drawn list, with its switch. Without a symbol it is Vorn.
 Item {
@@ -13,7 +14,7 @@ Item {
 
     implicitHeight: Math.max(56, label.implicitHeight + 24)
     Accessible.role: Accessible.StaticText
-    Accessible.name: name + (isOn ? ", on" : ", off")
+    Accessible.name: Labels.switchText(name, isOn)
 
     VornGlyph {
         anchors.verticalCenter: parent.verticalCenter

@@ -7,31 +7,8 @@ StepScreen {
     id: root
 
     readonly property bool isGranted: model.access === ScreenModel.Access.Granted
-    readonly property bool isDenied: model.access === ScreenModel.Access.Denied
 
     step: 2
-
-    function statusText(): string {
-        switch (model.access) {
-        case ScreenModel.Access.Granted:
-            return "Access granted.";
-        case ScreenModel.Access.NoDatabase:
-            return "Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you text Nimbrel from, then come back.";
-        default:
-            return "Waiting for access…";
-        }
-    }
-
-    function statusTone(): int {
-        switch (model.access) {
-        case ScreenModel.Access.Granted:
-            return StatusLine.Good;
-        case ScreenModel.Access.NoDatabase:
-            return StatusLine.Warning;
-        default:
-            return StatusLine.Waiting;
-        }
-    }
 
     // Only a change while the screen shows leads on: a database that opens can still fail to be read, and the way back to
     // here must not bounce.
@@ -52,31 +29,31 @@ StepScreen {
     }
 
     TwoToneTitle {
-        primary: "Allow Full Disk Access"
-        secondary: "So Vorn can read Messages"
+        primary: root.model.text.title
+        secondary: root.model.text.subtitle
         width: parent.width
     }
     Words {
         color: Theme.secondary
-        text: "macOS keeps your Messages history behind Full Disk Access. Vorn opens a private copy, reads only your Nimbrel conversation, and deletes the copy right after."
+        text: root.model.text.lead[0]
         width: parent.width
     }
     NumberedStep {
         done: root.isGranted
         number: 1
-        text: "Open System Settings → Privacy & Security → Full Disk Access."
+        text: root.model.text.steps[0]
         width: parent.width
     }
     NumberedStep {
         done: root.isGranted
         number: 2
-        text: "Turn on Vorn. Not in the list? Click +, or drag Vorn in from Finder."
+        text: root.model.text.steps[1]
         width: parent.width
     }
     NumberedStep {
         done: root.isGranted
         number: 3
-        text: "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."
+        text: root.model.text.steps[2]
         width: parent.width
     }
     Flow {
@@ -84,46 +61,46 @@ StepScreen {
         width: parent.width
 
         OutlineButtonStyle {
-            label: "Open System Settings"
+            label: Labels.openSettings
             onClicked: root.model.openFullDiskAccessSettings()
         }
         OutlineButtonStyle {
-            label: "Show Vorn in Finder"
+            label: Labels.showInFinder
             onClicked: root.model.revealAppInFinder()
         }
     }
     StatusLine {
-        text: root.statusText()
-        tone: root.statusTone()
+        text: root.model.text.status.text
+        tone: root.model.text.status.tone
         width: parent.width
     }
     Column {
         spacing: 4
-        visible: root.isDenied
+        visible: root.model.text.note.length > 0
         width: parent.width
 
         Words {
             color: Theme.secondary
             font: Theme.fonts.caption
-            text: "Turned on but still waiting? Quit and reopen Vorn. After an update macOS can forget the switch: turn Vorn off and on again."
+            text: root.model.text.note
             width: parent.width
         }
         QuietLinkStyle {
-            label: "Quit & Reopen Vorn"
+            label: root.model.text.retry
             onClicked: root.model.relaunch()
         }
     }
     ActionRow {
-        backTitle: "Back"
+        backTitle: root.model.text.back
         primaryEnabled: root.isGranted
-        primaryTitle: "Continue"
+        primaryTitle: root.model.text.primary
         onBack: root.model.go(ScreenModel.Step.Consent)
         onPrimary: root.model.go(ScreenModel.Step.Find)
     }
 
     preview: PreviewPanel {
         anchors.fill: parent
-        caption: ""
+        caption: root.model.text.caption
 
         AccessListMock {
             anchors.left: parent.left

@@ -2,14 +2,14 @@ import QtQuick
 import QtQuick.Templates as T
 import Vorn.Components
 import Vorn.Drawing
+import Vorn.View
 
 /// Who is signed in, and the way out.
 PushButton {
     id: root
 
-    required property string displayName
+    required property string identity
     required property string initial
-    readonly property string identity: "Signed in as " + displayName
 
     /// Who opens the menu by the keyboard sees where its focus is, there and afterwards.
     property int menuReason: Qt.PopupFocusReason
@@ -22,7 +22,7 @@ PushButton {
         menu.close();
     }
 
-    Accessible.name: "Account"
+    Accessible.name: Labels.account
     Accessible.description: identity
     cornerRadius: height / 2
     implicitHeight: 34

@@ -1,5 +1,6 @@
 import QtQuick
 import Vorn.Components
+import Vorn.View
 
 /// What the account menu holds.
 Item {
@@ -16,7 +17,7 @@ Item {
 
     implicitHeight: column.implicitHeight
     Accessible.role: Accessible.PopupMenu
-    Accessible.name: "Account"
+    Accessible.name: Labels.account
 
     Column {
         id: column
@@ -45,7 +46,7 @@ Item {
         MenuEntry {
             id: out
             focus: true
-            label: "Sign out of this Mac"
+            label: Labels.signOut
             width: column.width
             onClicked: root.signOut()
         }

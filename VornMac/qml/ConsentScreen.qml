@@ -8,41 +8,41 @@ StepScreen {
     step: 1
 
     TwoToneTitle {
-        primary: "Your Nimbrel chat"
-        secondary: "Exactly what we upload"
+        primary: root.model.text.title
+        secondary: root.model.text.subtitle
         width: parent.width
     }
     Section {
-        title: "What Vorn reads"
+        title: root.model.consent.reads.heading
         width: parent.width
 
         Bullet {
             symbol: "bubble.left.and.bubble.right"
-            text: "Your one-to-one conversation with Nimbrel: the text of each message, when it was sent, and who sent it."
+            text: root.model.consent.reads.points[0]
             width: parent.width
         }
         Bullet {
             symbol: "link"
-            text: "Links in those messages, and the type of any attachment (\"a photo\"), never the file itself."
+            text: root.model.consent.reads.points[1]
             width: parent.width
         }
     }
     Section {
-        title: "What Vorn never reads"
+        title: root.model.consent.neverReads.heading
         width: parent.width
 
         Bullet {
             symbol: "person.2.slash"
-            text: "Any other conversation, group chats (even ones Nimbrel is in), contacts, photos or files."
+            text: root.model.consent.neverReads.points[0]
             width: parent.width
         }
     }
     Section {
-        title: "What happens next"
+        title: root.model.consent.next.heading
         width: parent.width
 
         Words {
-            text: "Your chat is pseudonymized and added to a dataset that trains AI assistants. You earn " + root.model.reward + " when it's accepted."
+            text: root.model.consent.next.points[0]
             width: parent.width
         }
     }
@@ -52,26 +52,26 @@ StepScreen {
 
         ChoiceChip {
             isOn: root.model.understandsUpload
-            title: "I understand what's uploaded"
+            title: root.model.consent.understandsUpload
             width: parent.width
             onChosen: isOn => root.model.understandsUpload = isOn
         }
         ChoiceChip {
             isOn: root.model.agreesToShare
-            title: "I agree to share my Nimbrel chat"
+            title: root.model.consent.agreesToShare
             width: parent.width
             onChosen: isOn => root.model.agreesToShare = isOn
         }
     }
     ActionRow {
         primaryEnabled: root.model.understandsUpload && root.model.agreesToShare
-        primaryTitle: "Continue"
+        primaryTitle: root.model.text.primary
         onPrimary: root.model.acceptConsent()
     }
 
     preview: PreviewPanel {
         anchors.fill: parent
-        caption: "Example. Your own chat never shows here."
+        caption: root.model.text.caption
 
         MockThread {
             anchors.fill: parent

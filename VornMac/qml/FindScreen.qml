@@ -6,119 +6,63 @@ import Vorn.View
 StepScreen {
     id: root
 
-    readonly property int phase: model.scanPhase
-    readonly property bool isFound: phase === ScreenModel.ScanPhase.Found
-    readonly property bool isLooking: phase === ScreenModel.ScanPhase.Idle || phase === ScreenModel.ScanPhase.Loading
-    readonly property bool isNotFound: phase === ScreenModel.ScanPhase.NotFound
-
     step: 3
 
-    function titleText(): string {
-        switch (phase) {
-        case ScreenModel.ScanPhase.Unavailable:
-        case ScreenModel.ScanPhase.NotConfigured:
-            return "Not available yet";
-        case ScreenModel.ScanPhase.NotFound:
-            return "Not found on this Mac";
-        case ScreenModel.ScanPhase.Found:
-            return "Found on this Mac";
-        case ScreenModel.ScanPhase.Failed:
-            return "Something went wrong";
-        default:
-            return "Looking in Messages…";
-        }
-    }
-
-    /// What the status line says; nothing in the phases without one.
-    function statusText(): string {
-        switch (phase) {
-        case ScreenModel.ScanPhase.Unavailable:
-            return "Nimbrel export isn't available yet. Check back soon.";
-        case ScreenModel.ScanPhase.NotConfigured:
-            return "Nimbrel export isn't set up yet. Try again later.";
-        case ScreenModel.ScanPhase.Failed:
-            return model.scanFailure;
-        case ScreenModel.ScanPhase.NotFound:
-        case ScreenModel.ScanPhase.Found:
-            return "";
-        default:
-            return "Reading a private copy of your Messages history…";
-        }
-    }
-
-    function statusTone(): int {
-        if (isLooking)
-            return StatusLine.Waiting;
-        return phase === ScreenModel.ScanPhase.Failed ? StatusLine.Bad : StatusLine.Warning;
-    }
-
-    function noteTone(): int {
-        switch (model.availability) {
-        case ScreenModel.Availability.Cooldown:
-            return StatusLine.Good;
-        case ScreenModel.Availability.LastRejected:
-            return StatusLine.Warning;
-        default:
-            return StatusLine.Waiting;
-        }
-    }
-
     TwoToneTitle {
-        primary: root.titleText()
-        secondary: "Your Nimbrel chat"
+        primary: root.model.text.title
+        secondary: root.model.text.subtitle
         width: parent.width
     }
     StatusLine {
-        text: root.statusText()
-        tone: root.statusTone()
+        text: root.model.text.status.text
+        tone: root.model.text.status.tone
         visible: text.length > 0
         width: parent.width
     }
     Column {
         spacing: 12
-        visible: root.isNotFound
+        visible: root.model.text.hints.length > 0
         width: parent.width
 
         Words {
-            text: "No conversation with Nimbrel on this Mac."
+            text: root.model.text.hints[0] ?? ""
             width: parent.width
         }
         Words {
             color: Theme.secondary
-            text: "Make sure Messages on this Mac is signed in with the Apple ID you text Nimbrel from, and that Messages in iCloud is on so your history syncs here."
+            text: root.model.text.hints[1] ?? ""
             width: parent.width
         }
     }
     StatisticsCard {
-        dates: root.model.dates
-        messageCount: root.model.messageCount
-        promptCount: root.model.promptCount
-        replyCount: root.model.replyCount
-        visible: root.isFound
+        labels: root.model.statisticsLabels
+        values: root.model.statisticsValues
+        visible: root.model.isFound
         width: parent.width
     }
     StatusLine {
-        text: root.isFound ? root.model.availabilityNote : ""
-        tone: root.noteTone()
+        text: root.model.text.remark.text
+        tone: root.model.text.remark.tone
         visible: text.length > 0
         width: parent.width
     }
     OutlineButtonStyle {
-        label: "Look again"
-        visible: !root.isFound && !root.isLooking
+        label: root.model.text.retry
+        visible: label.length > 0
         onClicked: root.model.go(ScreenModel.Step.Find)
     }
     ActionRow {
-        backTitle: "Back"
+        backTitle: root.model.text.back
         primaryEnabled: root.model.canUpload
-        primaryTitle: "Upload chat"
+        primaryTitle: root.model.text.primary
         onBack: root.model.go(ScreenModel.Step.Consent)
         onPrimary: root.model.upload()
     }
 
     preview: LocalPreview {
         anchors.fill: parent
+        caption: root.model.text.caption
         messages: root.model.preview
-        showsMessages: root.isFound
+        showsMessages: root.model.isFound
     }
 }

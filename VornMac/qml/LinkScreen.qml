@@ -1,68 +1,37 @@
 import QtQuick
 import Vorn.Components
-import Vorn.View
 
 /// Links this Mac to the account on the user's phone, by a code that the phone scans.
 StepScreen {
     id: root
 
-    readonly property bool hasFailed: model.linkPhase === ScreenModel.LinkPhase.Failed
-
     step: 0
 
-    function statusText(): string {
-        switch (model.linkPhase) {
-        case ScreenModel.LinkPhase.Loading:
-            return "Getting a code…";
-        case ScreenModel.LinkPhase.Showing:
-            return "Waiting for your phone";
-        case ScreenModel.LinkPhase.Scanned:
-            return "Scanned. Confirm Link this Mac on your phone.";
-        case ScreenModel.LinkPhase.Rejected:
-            return "Your phone declined the link. Here's a new code.";
-        default:
-            return model.linkFailure;
-        }
-    }
-
-    function statusTone(): int {
-        switch (model.linkPhase) {
-        case ScreenModel.LinkPhase.Scanned:
-            return StatusLine.Good;
-        case ScreenModel.LinkPhase.Rejected:
-            return StatusLine.Warning;
-        case ScreenModel.LinkPhase.Failed:
-            return StatusLine.Bad;
-        default:
-            return StatusLine.Waiting;
-        }
-    }
-
     TwoToneTitle {
-        primary: "Link your phone"
-        secondary: "Your phone links this Mac"
+        primary: root.model.text.title
+        secondary: root.model.text.subtitle
         width: parent.width
     }
     FieldLabel {
-        text: "Scan with the Vorn app"
+        text: root.model.text.heading
         topPadding: 4
         width: parent.width
     }
     NumberedStep {
-        done: root.model.linkPhase === ScreenModel.LinkPhase.Scanned
+        done: root.model.isCodeRead
         number: 1
-        text: "Open Vorn on your iPhone."
+        text: root.model.text.steps[0]
         width: parent.width
     }
     NumberedStep {
-        done: root.model.linkPhase === ScreenModel.LinkPhase.Scanned
+        done: root.model.isCodeRead
         number: 2
-        text: "Open the Nimbrel chat quest and tap Link a Mac."
+        text: root.model.text.steps[1]
         width: parent.width
     }
     NumberedStep {
         number: 3
-        text: "Point your camera at the code, then confirm on your phone."
+        text: root.model.text.steps[2]
         width: parent.width
     }
     Item {
@@ -70,33 +39,34 @@ StepScreen {
         width: 1
     }
     StatusLine {
-        text: root.statusText()
-        tone: root.statusTone()
+        text: root.model.text.status.text
+        tone: root.model.text.status.tone
         width: parent.width
     }
     OutlineButtonStyle {
-        label: "Try again"
-        visible: root.hasFailed
+        label: root.model.text.retry
+        visible: label.length > 0
         onClicked: root.model.startLinking()
     }
     Words {
         color: Theme.secondary
         font: Theme.fonts.caption
-        text: "Vorn for Mac only uploads your Nimbrel chat. Linking gives this Mac no access to anything else in your account."
+        text: root.model.text.note
         topPadding: 4
         width: parent.width
     }
 
     preview: PreviewPanel {
         anchors.fill: parent
-        caption: ""
+        caption: root.model.text.caption
 
         QRCard {
             anchors.centerIn: parent
             expires: root.model.linkExpires
+            hasFailed: root.model.hasLinkFailed
+            isScanned: root.model.isCodeRead
             payload: root.model.qrPayload
-            phase: root.model.linkPhase
-            secondsLeft: root.model.linkSecondsLeft
+            timeLeft: root.model.linkTimeLeft
         }
     }
 }

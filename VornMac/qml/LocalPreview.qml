@@ -9,31 +9,35 @@ PreviewPanel {
     required property PreviewList messages
     required property bool showsMessages
 
-    caption: "Only on this Mac. Nothing is uploaded yet."
-
     MessageThread {
         anchors.fill: parent
+        name: Labels.conversation
         turns: root.messages
         visible: root.showsMessages
     }
     MessageThread {
         anchors.fill: parent
+        name: Labels.conversation
         redacted: true
         turns: ListModel {
             ListElement {
                 fromMe: true
+                spoken: ""
                 text: ""
             }
             ListElement {
                 fromMe: false
+                spoken: ""
                 text: ""
             }
             ListElement {
                 fromMe: true
+                spoken: ""
                 text: ""
             }
             ListElement {
                 fromMe: false
+                spoken: ""
                 text: ""
             }
         }

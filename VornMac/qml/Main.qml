@@ -13,7 +13,7 @@ Window {
     minimumHeight: 700
     minimumWidth: 1040
     objectName: "main"
-    title: "Vorn"
+    title: Labels.windowTitle
     width: 1180
 
     RootView {

@@ -1,34 +1,10 @@
 import QtQuick
 import Vorn.Components
 import Vorn.Drawing
+import Vorn.View
 
 /// A made-up conversation, to show what kind of thing is uploaded.
 Item {
-    id: root
-
-    property ListModel turns: ListModel {
-        ListElement {
-            fromMe: true
-            text: "Find me a dinner spot for Friday"
-        }
-        ListElement {
-            fromMe: false
-            text: "Lupa has a table for two at 7:30. Want me to book it?"
-        }
-        ListElement {
-            fromMe: false
-            text: "Booked. I added it to your calendar and texted you the address."
-        }
-        ListElement {
-            fromMe: true
-            text: "Can you also remind me to buy flowers"
-        }
-        ListElement {
-            fromMe: false
-            text: "Done. I'll remind you Friday at 5 pm."
-        }
-    }
-
     Column {
         id: head
         spacing: 2
@@ -53,7 +29,7 @@ Item {
                 font.weight: Font.DemiBold
                 height: 44
                 horizontalAlignment: Text.AlignHCenter
-                text: "N"
+                text: Labels.assistantInitial
                 verticalAlignment: Text.AlignVCenter
                 width: 44
             }
@@ -61,14 +37,14 @@ Item {
         Words {
             font: Theme.fonts.bodyMedium
             horizontalAlignment: Text.AlignHCenter
-            text: "Nimbrel"
+            text: Labels.assistantName
             width: parent.width
         }
         Words {
             color: Theme.secondary
             font: Theme.fonts.caption
             horizontalAlignment: Text.AlignHCenter
-            text: "iMessage"
+            text: Labels.messagesService
             width: parent.width
         }
     }
@@ -78,7 +54,8 @@ Item {
         anchors.right: parent.right
         anchors.top: head.bottom
         anchors.topMargin: Theme.section
+        name: Labels.conversation
         startsAtTop: true
-        turns: root.turns
+        turns: Labels.exampleConversation
     }
 }

@@ -9,17 +9,12 @@ Item {
 
     required property bool expires // whether it is known when
     required property string payload // empty without a code
-    required property int phase // a ScreenModel.LinkPhase
-    required property int secondsLeft
+    required property string timeLeft
+    required property bool isScanned
+    required property bool hasFailed
 
     readonly property bool hasCode: payload.length > 0
     readonly property bool countsDown: hasCode && expires
-    readonly property bool isScanned: phase === ScreenModel.LinkPhase.Scanned
-    readonly property bool hasFailed: phase === ScreenModel.LinkPhase.Failed
-
-    function clockText(seconds: int): string {
-        return Math.floor(seconds / 60) + ":" + String(seconds % 60).padStart(2, "0");
-    }
 
     implicitHeight: finder.height + 24 + countdown.height
     implicitWidth: finder.width
@@ -79,7 +74,7 @@ Item {
             Words {
                 color: Theme.plateInk
                 font: Theme.fonts.caption
-                text: "Confirm on your phone"
+                text: Labels.codeIsRead
             }
         }
     }
@@ -99,7 +94,7 @@ Item {
             Accessible.ignored: true
             color: Theme.secondary
             font: Theme.fonts.caption
-            text: "New code in "
+            text: Labels.codeLifetime
             textFormat: Text.PlainText
         }
         DigitText {
@@ -107,7 +102,7 @@ Item {
             Accessible.ignored: true
             color: Theme.secondary
             font: Theme.fonts.caption
-            text: root.clockText(root.secondsLeft)
+            text: root.timeLeft
         }
     }
 }

@@ -1,8 +1,9 @@
 import QtQuick
 import Vorn.Drawing
+import Vorn.View
 
 /// The code that links this Mac, for the phone's camera.
 QRModules {
     Accessible.role: Accessible.Graphic
-    Accessible.name: "QR code to link this Mac"
+    Accessible.name: Labels.codeName
 }

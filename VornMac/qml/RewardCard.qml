@@ -1,15 +1,15 @@
 import QtQuick
 import Vorn.Components
 import Vorn.Drawing
+import Vorn.View
 
-/// What the quest pays. Where it does not pay, the amount is struck through.
+/// What the quest pays. Paid, it has a check mark; lost, it is struck through.
 Item {
     id: root
 
     required property string amount
-    required property string status // a final status of the service, or empty
-
-    readonly property bool isStruck: status === "rejected" || status === "expired"
+    property bool isPaid: false
+    property bool isStruck: false
 
     implicitHeight: card.height
     Accessible.role: Accessible.StaticText
@@ -48,7 +48,7 @@ Item {
                     color: Theme.card
                     height: 24
                     radius: 12
-                    visible: root.status === "approved"
+                    visible: root.isPaid
                     width: 24
                     x: parent.width - 14
                     y: parent.height - 14
@@ -82,7 +82,7 @@ Item {
                 color: Theme.secondary
                 font: Theme.fonts.label
                 horizontalAlignment: Text.AlignHCenter
-                text: "Chat export quest"
+                text: Labels.questName
                 width: parent.width
             }
         }

@@ -40,7 +40,7 @@ Rectangle {
         anchors.rightMargin: 42
         anchors.top: parent.top
         anchors.topMargin: 36
-        displayName: root.model.displayName
+        identity: root.model.identity
         initial: root.model.initial
         visible: root.model.isSignedIn
         // A session may end while the menu is open.

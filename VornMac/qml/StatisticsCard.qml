@@ -1,14 +1,12 @@
 import QtQuick
 import Vorn.Components
 
-/// The chat in numbers. Without `dates` there is no row for them.
+/// The chat in numbers: a row for each label, with its value.
 Rectangle {
     id: root
 
-    required property string messageCount
-    required property string promptCount
-    required property string replyCount
-    required property string dates
+    required property var labels
+    required property var values
 
     border.color: Theme.border
     border.width: 1
@@ -20,27 +18,20 @@ Rectangle {
         id: rows
         width: parent.width
 
-        StatisticsRow {
-            hasDivider: false
-            label: "Messages"
-            value: root.messageCount
-            width: parent.width
-        }
-        StatisticsRow {
-            label: "Your messages"
-            value: root.promptCount
-            width: parent.width
-        }
-        StatisticsRow {
-            label: "Nimbrel replies"
-            value: root.replyCount
-            width: parent.width
-        }
-        StatisticsRow {
-            label: "Dates"
-            value: root.dates
-            visible: root.dates.length > 0
-            width: parent.width
+        Repeater {
+            model: root.labels.length
+
+            StatisticsRow {
+                required property int index
+
+                // Qt 6.4 cannot bind a delegate to the ids around it.
+                // qmllint disable unqualified
+                hasDivider: index > 0
+                label: root.labels[index] ?? ""
+                value: root.values[index] ?? ""
+                width: rows.width
+                // qmllint enable unqualified
+            }
         }
     }
 }

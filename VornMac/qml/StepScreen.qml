@@ -8,6 +8,7 @@ OnboardingLayout {
 
     required property ScreenModel model
 
+    position: model.position
     totalSteps: 6
 
     /// Goes on showing what it shows now, whatever becomes of the model; its controls do nothing any more.

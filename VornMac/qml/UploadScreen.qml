@@ -6,37 +6,11 @@ import Vorn.View
 StepScreen {
     id: root
 
-    readonly property bool hasFailed: model.uploadPhase === ScreenModel.UploadPhase.Failed
-
     step: 4
 
-    function statusText(): string {
-        switch (model.uploadPhase) {
-        case ScreenModel.UploadPhase.Uploading:
-            return "Uploading securely. Keep this window open.";
-        case ScreenModel.UploadPhase.Finishing:
-            return "Finishing up…";
-        case ScreenModel.UploadPhase.Failed:
-            return model.uploadFailure;
-        default:
-            return "Packing your chat…";
-        }
-    }
-
-    function statusTone(): int {
-        switch (model.uploadPhase) {
-        case ScreenModel.UploadPhase.Uploading:
-            return StatusLine.Good;
-        case ScreenModel.UploadPhase.Failed:
-            return StatusLine.Bad;
-        default:
-            return StatusLine.Waiting;
-        }
-    }
-
     TwoToneTitle {
-        primary: "Uploading"
-        secondary: "Your Nimbrel chat"
+        primary: root.model.text.title
+        secondary: root.model.text.subtitle
         width: parent.width
     }
     Item {
@@ -44,30 +18,30 @@ StepScreen {
         width: 1
     }
     GradientProgressBar {
-        label: "vorn-nimbrel-export.zip"
+        label: Labels.archiveName
+        percentage: root.model.uploadPercentage
         value: root.model.uploadFraction
         width: parent.width
     }
     StatusLine {
-        text: root.statusText()
-        tone: root.statusTone()
+        text: root.model.text.status.text
+        tone: root.model.text.status.tone
         width: parent.width
     }
     ActionRow {
-        primaryTitle: "Try again"
-        visible: root.hasFailed
+        primaryTitle: root.model.text.retry
+        visible: primaryTitle.length > 0
         onPrimary: root.model.go(ScreenModel.Step.Find)
     }
 
     preview: PreviewPanel {
         anchors.fill: parent
-        caption: "Reward"
+        caption: root.model.text.caption
         isHeading: true
 
         RewardCard {
             amount: root.model.reward
             anchors.centerIn: parent
-            status: ""
             width: parent.width
         }
     }

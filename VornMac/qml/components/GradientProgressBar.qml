@@ -7,7 +7,7 @@ Column {
 
     required property string label
     required property double value // 0…1
-    readonly property string percentage: Math.floor(value * 100 + 1e-6) + " percent"
+    required property string percentage // the value for a screen reader
 
     spacing: 10
     Accessible.role: Accessible.ProgressBar

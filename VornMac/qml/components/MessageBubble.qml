@@ -6,6 +6,7 @@ Item {
     id: root
 
     required property string text
+    required property string spoken // the text and who wrote it, for a screen reader
     required property bool fromMe
     property bool redacted: false
     property bool hasTail: true
@@ -16,7 +17,7 @@ Item {
 
     implicitHeight: bubble.height + gapBelow
     Accessible.role: Accessible.ListItem
-    Accessible.name: redacted ? "" : (fromMe ? "You: " : "Nimbrel: ") + text
+    Accessible.name: redacted ? "" : spoken
     Accessible.ignored: redacted
 
     BubbleShape {

@@ -1,10 +1,11 @@
 import QtQuick
 
-/// A conversation, newest at the bottom. `turns` is a model with the roles `text` and `fromMe`. What does not fit
+/// A conversation, newest at the bottom. `turns` is a model with the roles `text`, `spoken` and `fromMe`. What does not fit
 /// scrolls, from the newest on.
 Flickable {
     id: root
 
+    required property string name // for a screen reader
     property alias turns: bubbles.model
     property bool redacted: false
     /// Whether a short conversation stands at the top rather than at the bottom.
@@ -17,7 +18,7 @@ Flickable {
     interactive: contentHeight > height
     activeFocusOnTab: interactive
     Accessible.role: Accessible.List
-    Accessible.name: "Messages"
+    Accessible.name: root.name
     Accessible.ignored: redacted
 
     FocusRing {

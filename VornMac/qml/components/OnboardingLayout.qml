@@ -7,6 +7,7 @@ FocusScope {
 
     required property int step // from 0
     required property int totalSteps
+    required property string position // of the step, for a screen reader
     default property alias form: column.data
     property alias preview: area.data
 
@@ -57,6 +58,7 @@ FocusScope {
             StepDots {
                 bottomPadding: 4
                 current: root.step
+                position: root.position
                 total: root.totalSteps
             }
         }

@@ -6,10 +6,11 @@ Row {
 
     required property int current // from 0
     required property int total
+    required property string position // the same for a screen reader
 
     spacing: 6
     Accessible.role: Accessible.StaticText
-    Accessible.name: "Step " + (root.current + 1) + " of " + root.total
+    Accessible.name: root.position
 
     Repeater {
         model: root.total

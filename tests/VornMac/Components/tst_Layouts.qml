@@ -34,6 +34,7 @@ TestCase {
     Component {
         id: layout
         OnboardingLayout {
+            position: "Step 3 of 6"
             step: 2
             totalSteps: 6
             width: 1180

@@ -24,6 +24,7 @@ TestCase {
         id: component
         MessageBubble {
             fromMe: false
+            spoken: "Nimbrel: Hello"
             text: "Hello"
             width: 400
         }
@@ -64,7 +65,7 @@ TestCase {
         verify(!words(lengthy).truncated);
     }
     function test_saysWhoSpeaks() {
-        compare(createTemporaryObject(component, test, { fromMe: true }).Accessible.name, "You: Hello");
-        compare(createTemporaryObject(component, test, { fromMe: false }).Accessible.name, "Nimbrel: Hello");
+        compare(createTemporaryObject(component, test).Accessible.name, "Nimbrel: Hello");
+        compare(createTemporaryObject(component, test, { redacted: true }).Accessible.name, "");
     }
 }

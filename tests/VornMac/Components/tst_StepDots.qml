@@ -14,6 +14,7 @@ TestCase {
         id: component
         StepDots {
             current: 1
+            position: "Step 2 of 6"
             total: 6
         }
     }

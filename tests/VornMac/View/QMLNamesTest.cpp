@@ -23,14 +23,15 @@ constexpr const char* reader = R"(
     QtObject {
         required property ScreenModel model
         readonly property bool isFind: model.step === ScreenModel.Step.Find
-        readonly property bool isFound: model.scanPhase === ScreenModel.ScanPhase.Found
-        readonly property bool mayUpload: model.availability === ScreenModel.Availability.Available && model.canUpload
-        readonly property string count: model.messageCount
+        readonly property bool isFound: model.isFound
+        readonly property bool mayUpload: model.canUpload
+        readonly property string title: model.text.title
+        readonly property string line: model.text.status.text
+        readonly property string point: model.consent.reads.points[1]
+        readonly property string count: model.statisticsValues[0] ?? ""
+        readonly property string label: Labels.account
         readonly property int bubbles: model.preview.rowCount()
-        readonly property var names: [
-            ScreenModel.LinkPhase.Failed, ScreenModel.Access.NoDatabase, ScreenModel.ScanPhase.Failed,
-            ScreenModel.UploadPhase.Failed, ScreenModel.Outcome.Expired
-        ]
+        readonly property int last: ScreenModel.Access.NoDatabase
         function leave() { model.go(ScreenModel.Step.Upload) }
     }
 )";
@@ -62,22 +63,23 @@ TEST_F(QMLNames, AreReadFollowedAndCalled)
     ASSERT_NE(object, nullptr) << component.errorString().toStdString();
     EXPECT_TRUE(object->property("isFind").toBool());
     EXPECT_FALSE(object->property("isFound").toBool());
+    EXPECT_EQ(object->property("title").toString(), "Looking in Messages…");
+    EXPECT_EQ(object->property("line").toString(), "Reading a private copy of your Messages history…");
+    EXPECT_TRUE(object->property("point").toString().startsWith("Links in those messages"));
+    EXPECT_EQ(object->property("label").toString(), "Account");
 
     fix_.fix.answer(ModelFixture::quest, questJSON());
     fix_.fix.runAll();
     EXPECT_TRUE(object->property("isFound").toBool());
     EXPECT_TRUE(object->property("mayUpload").toBool());
     EXPECT_EQ(object->property("count").toString(), "3");
+    EXPECT_EQ(object->property("title").toString(), "Found on this Mac");
 
     ASSERT_TRUE(QMetaObject::invokeMethod(object.get(), "leave"));
     EXPECT_EQ(fix_.fix.model().step(), Step::upload);
     EXPECT_FALSE(object->property("isFind").toBool());
 
-    const std::vector<int> lastOfEach = {4, 2, 6, 4, 4};
-    const QVariantList names = object->property("names").toList();
-    ASSERT_EQ(static_cast<std::size_t>(names.size()), lastOfEach.size());
-    for (std::size_t index = 0; index < lastOfEach.size(); ++index)
-        EXPECT_EQ(names.at(static_cast<qsizetype>(index)).toInt(), lastOfEach.at(index));
+    EXPECT_EQ(object->property("last").toInt(), 2);
 }
 
 } // namespace

@@ -8,9 +8,26 @@
 namespace vorn::testing {
 namespace {
 
+std::string textOf(const QMetaProperty& property, const QVariant& value);
+
+/// The properties of a value that has some, each with its name.
+std::string membersOf(const QMetaObject& type, const void* value)
+{
+    std::string text;
+    for (int index = 0; index < type.propertyCount(); ++index) {
+        const QMetaProperty property = type.property(index);
+        const std::string member = textOf(property, property.readOnGadget(value));
+        if (!member.empty()) text += fmt::format("{}{}={}", text.empty() ? "" : "; ", property.name(), member);
+    }
+    return text;
+}
+
 std::string textOf(const QMetaProperty& property, const QVariant& value)
 {
     if (property.isEnumType()) return property.enumerator().valueToKey(value.toInt());
+    if (property.metaType().flags() & QMetaType::IsGadget)
+        return membersOf(*property.metaType().metaObject(), value.constData());
+    if (value.canConvert<QStringList>()) return value.toStringList().join(" | ").toStdString();
     return value.toString().toStdString();
 }
 
@@ -36,14 +53,14 @@ ScreenModel& ScreenFixture::show()
     count(&ScreenModel::linkSecondsLeftChanged, "linkSecondsLeftChanged");
     count(&ScreenModel::understandsUploadChanged, "understandsUploadChanged");
     count(&ScreenModel::agreesToShareChanged, "agreesToShareChanged");
+    count(&ScreenModel::consentChanged, "consentChanged");
+    count(&ScreenModel::textChanged, "textChanged");
     count(&ScreenModel::rewardChanged, "rewardChanged");
     count(&ScreenModel::accessChanged, "accessChanged");
     count(&ScreenModel::scanPhaseChanged, "scanPhaseChanged");
     count(&ScreenModel::exportResultChanged, "exportResultChanged");
-    count(&ScreenModel::availabilityChanged, "availabilityChanged");
     count(&ScreenModel::canUploadChanged, "canUploadChanged");
-    count(&ScreenModel::uploadPhaseChanged, "uploadPhaseChanged");
-    count(&ScreenModel::outcomeChanged, "outcomeChanged");
+    count(&ScreenModel::uploadFractionChanged, "uploadFractionChanged");
     return *screen_;
 }
 

@@ -1,6 +1,7 @@
 #include "tests/VornMac/View/ScreenFixture.h"
 #include "tests/support/service/ServiceAnswers.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 
 namespace vorn {
@@ -16,6 +17,8 @@ using testing::ScreenFixture;
 
 class Screen : public ::testing::Test {
 protected:
+    QString status() { return fix_.screen().text().status.text; }
+
     ScreenFixture fix_;
 };
 
@@ -24,35 +27,37 @@ TEST_F(Screen, FollowsEveryPhaseOfLinking)
     fix_.fix.launch();
     fix_.show();
     EXPECT_EQ(fix_.value("step"), "Link");
-    EXPECT_EQ(fix_.value("linkPhase"), "Loading");
+    EXPECT_EQ(status(), "Getting a code…");
     EXPECT_EQ(fix_.value("qrPayload"), "");
     EXPECT_EQ(fix_.value("isSignedIn"), "false");
-    EXPECT_EQ(fix_.value("displayName"), "");
+    EXPECT_EQ(fix_.value("identity"), "");
 
     fix_.fix.answer(ModelFixture::links, linkJSON());
-    EXPECT_EQ(fix_.value("linkPhase"), "Showing");
+    EXPECT_EQ(status(), "Waiting for your phone");
+    EXPECT_EQ(fix_.value("isCodeRead"), "false");
     EXPECT_EQ(fix_.value("qrPayload"), "vorn://link/qr-canary-1");
 
     fix_.fix.advance(2s);
     fix_.fix.answer(ModelFixture::polls, pollJSON("scanned"));
-    EXPECT_EQ(fix_.value("linkPhase"), "Scanned");
+    EXPECT_EQ(status(), "Scanned. Confirm Link this Mac on your phone.");
+    EXPECT_EQ(fix_.value("isCodeRead"), "true");
 
     fix_.fix.advance(2s);
     fix_.fix.answer(ModelFixture::polls, pollJSON("rejected"));
-    EXPECT_EQ(fix_.value("linkPhase"), "Rejected");
-    EXPECT_EQ(fix_.value("linkFailure"), "");
+    EXPECT_EQ(status(), "Your phone declined the link. Here's a new code.");
+    EXPECT_EQ(fix_.value("hasLinkFailed"), "false");
 
     fix_.fix.advance(3s);
-    EXPECT_EQ(fix_.value("linkPhase"), "Loading");
+    EXPECT_EQ(status(), "Getting a code…");
     fix_.fix.fail(ModelFixture::links, URLError::Code::timedOut);
-    EXPECT_EQ(fix_.value("linkPhase"), "Failed");
-    EXPECT_EQ(fix_.value("linkFailure"), "The connection timed out. Vorn will retry.");
+    EXPECT_EQ(fix_.value("hasLinkFailed"), "true");
+    EXPECT_EQ(status(), "The connection timed out. Vorn will retry.");
     EXPECT_EQ(fix_.value("qrPayload"), "");
 
     fix_.screen().startLinking();
     fix_.fix.run();
-    EXPECT_EQ(fix_.value("linkPhase"), "Loading");
-    EXPECT_EQ(fix_.value("linkFailure"), "");
+    EXPECT_EQ(status(), "Getting a code…");
+    EXPECT_EQ(fix_.value("hasLinkFailed"), "false");
 }
 
 TEST_F(Screen, BeginsTheWorkOfTheFirstStep)
@@ -71,13 +76,13 @@ TEST_F(Screen, NamesWhoIsSignedIn)
     session.displayName = "ådá 🦊";
     fix_.fix.linkAs(session);
     EXPECT_EQ(fix_.value("isSignedIn"), "true");
-    EXPECT_EQ(fix_.value("displayName"), "ådá 🦊");
+    EXPECT_EQ(fix_.value("identity"), "Signed in as ådá 🦊");
     EXPECT_EQ(fix_.value("initial"), "Å");
     EXPECT_EQ(fix_.value("step"), "Consent");
 
     fix_.screen().signOut();
     EXPECT_EQ(fix_.value("isSignedIn"), "false");
-    EXPECT_EQ(fix_.value("displayName"), "");
+    EXPECT_EQ(fix_.value("identity"), "");
     EXPECT_EQ(fix_.value("step"), "Link");
 }
 
@@ -89,6 +94,7 @@ TEST_F(Screen, PassesTheTicksOnAndTheConsent)
     EXPECT_EQ(fix_.value("reward"), "the quest reward");
     fix_.fix.answer(ModelFixture::quest, questJSON());
     EXPECT_EQ(fix_.value("reward"), "$12.50");
+    EXPECT_TRUE(screen.consent().next.points.value(0).contains("You earn $12.50"));
 
     EXPECT_FALSE(screen.understandsUpload());
     EXPECT_FALSE(screen.agreesToShare());
@@ -143,6 +149,8 @@ TEST_F(Screen, HasEveryStepOfTheModel)
     for (std::size_t index = 0; index < allSteps.size(); ++index) {
         fix_.fix.model().go(allSteps.at(index));
         EXPECT_EQ(fix_.value("step"), names.at(index));
+        EXPECT_EQ(fix_.value("position"), fmt::format("Step {} of 6", index + 1));
+        EXPECT_NE(screen.text().title, "");
         screen.go(screen.step());
         EXPECT_EQ(fix_.fix.model().step(), allSteps.at(index));
     }

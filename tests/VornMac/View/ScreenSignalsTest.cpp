@@ -42,12 +42,23 @@ protected:
         }
     }
 
-    static constexpr const char* allSignals[] = {
-        "restorePhaseChanged",  "stepChanged",         "sessionChanged",         "linkPhaseChanged",
-        "qrPayloadChanged",     "linkExpiresChanged",  "linkSecondsLeftChanged", "understandsUploadChanged",
-        "agreesToShareChanged", "rewardChanged",       "accessChanged",          "scanPhaseChanged",
-        "exportResultChanged",  "availabilityChanged", "canUploadChanged",       "uploadPhaseChanged",
-        "outcomeChanged"};
+    static constexpr const char* allSignals[] = {"restorePhaseChanged",
+                                                 "stepChanged",
+                                                 "textChanged",
+                                                 "sessionChanged",
+                                                 "linkPhaseChanged",
+                                                 "qrPayloadChanged",
+                                                 "linkExpiresChanged",
+                                                 "linkSecondsLeftChanged",
+                                                 "consentChanged",
+                                                 "understandsUploadChanged",
+                                                 "agreesToShareChanged",
+                                                 "accessChanged",
+                                                 "scanPhaseChanged",
+                                                 "exportResultChanged",
+                                                 "canUploadChanged",
+                                                 "uploadFractionChanged",
+                                                 "rewardChanged"};
 
     ScreenFixture fix_;
     ScreenFixture::Counts last_; ///< told during the last event
@@ -123,13 +134,12 @@ TEST_F(Signals, ComeOnceForOneChange)
     fix.launchSignedIn();
     fix_.show();
     watch("quest known", [&] { fix.answer(ModelFixture::quest, questJSON()); });
-    EXPECT_THAT(last_, ElementsAre(Pair("availabilityChanged", 1), Pair("outcomeChanged", 1), // of what it would earn
-                                   Pair("rewardChanged", 1)));
+    EXPECT_THAT(last_, ElementsAre(Pair("consentChanged", 1), Pair("rewardChanged", 1)));
     watch("found", [&] { fix.runAll(); });
-    EXPECT_THAT(last_,
-                ElementsAre(Pair("canUploadChanged", 1), Pair("exportResultChanged", 1), Pair("scanPhaseChanged", 1)));
+    EXPECT_THAT(last_, ElementsAre(Pair("canUploadChanged", 1), Pair("exportResultChanged", 1),
+                                   Pair("scanPhaseChanged", 1), Pair("textChanged", 1)));
     watch("another step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
-    EXPECT_THAT(last_, ElementsAre(Pair("stepChanged", 1)));
+    EXPECT_THAT(last_, ElementsAre(Pair("stepChanged", 1), Pair("textChanged", 1)));
     watch("the same step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
     EXPECT_THAT(last_, IsEmpty());
 }
@@ -212,13 +222,13 @@ TEST_F(Signals, TellOfWhatIsFoundWhenItCanBeRead)
     ScreenModel& screen = fix_.show();
     std::vector<std::string> seen;
     QObject::connect(&screen, &ScreenModel::exportResultChanged, &screen, [&] {
-        seen.push_back(fix_.value("messageCount") + " " + std::to_string(screen.preview()->rowCount()));
+        seen.push_back(fix_.value("statisticsValues") + " " + std::to_string(screen.preview()->rowCount()));
     });
     QObject::connect(&screen, &ScreenModel::scanPhaseChanged, &screen,
-                     [&] { seen.push_back(fix_.value("scanPhase") + " " + fix_.value("canUpload")); });
+                     [&] { seen.push_back(fix_.value("isFound") + " " + fix_.value("canUpload")); });
     fix.answer(ModelFixture::quest, questJSON());
     fix.runAll();
-    EXPECT_THAT(seen, ElementsAre("3 3", "Found true"));
+    EXPECT_THAT(seen, ElementsAre("3 | 0 | 3 | Mar 8, 2023 – Mar 8, 2023 3", "true true"));
 }
 
 } // namespace

@@ -36,25 +36,25 @@ TEST_F(UploadScreen, FollowsTheUpload)
 {
     fix_.fix.launchFound();
     ScreenModel& screen = fix_.show();
-    EXPECT_EQ(fix_.value("uploadPhase"), "Idle");
     EXPECT_EQ(screen.uploadFraction(), 0);
     screen.upload();
     EXPECT_EQ(fix_.value("step"), "Upload");
-    EXPECT_EQ(fix_.value("uploadPhase"), "Preparing");
+    EXPECT_EQ(screen.text().status.text, "Packing your chat…");
     EXPECT_EQ(screen.uploadFraction(), 0);
     fix_.fix.runAll();
     fix_.fix.answer(ModelFixture::creates, openedJSON());
     fix_.fix.runAll();
-    EXPECT_EQ(fix_.value("uploadPhase"), "Uploading");
+    EXPECT_EQ(screen.text().status.text, "Uploading securely. Keep this window open.");
     EXPECT_EQ(screen.uploadFraction(), 0);
     const std::int64_t half = size() / 2;
     report(half);
-    EXPECT_EQ(fix_.value("uploadPhase"), "Uploading");
+    EXPECT_EQ(screen.text().status.text, "Uploading securely. Keep this window open.");
     EXPECT_DOUBLE_EQ(screen.uploadFraction(), static_cast<double>(half) / static_cast<double>(size()));
     report(size());
-    EXPECT_EQ(fix_.value("uploadPhase"), "Finishing");
+    EXPECT_EQ(screen.text().status.text, "Finishing up…");
     EXPECT_EQ(screen.uploadFraction(), 1);
-    EXPECT_EQ(fix_.value("uploadFailure"), "");
+    EXPECT_EQ(fix_.value("uploadPercentage"), "100 percent");
+    EXPECT_EQ(screen.text().retry, "");
 }
 
 TEST_F(UploadScreen, ShowsAFailureAndAnEmptyBar)
@@ -66,10 +66,8 @@ TEST_F(UploadScreen, ShowsAFailureAndAnEmptyBar)
     fix_.fix.http->answer(fix_.fix.http->waiting(ModelFixture::puts).value(), 400);
     fix_.fix.run();
     fix_.fix.answer(ModelFixture::aborts);
-    EXPECT_EQ(fix_.value("uploadPhase"), "Failed");
-    EXPECT_NE(fix_.value("uploadFailure"), "");
-    EXPECT_EQ(fix_.screen().uploadFailure().toStdString(),
-              std::get<phase::Failed>(fix_.fix.model().uploadPhase()).text);
+    EXPECT_EQ(screen.text().status.text, "Part 1 of the upload failed (400).");
+    EXPECT_EQ(screen.text().retry, "Try again");
     EXPECT_EQ(screen.uploadFraction(), 0);
 }
 
@@ -79,26 +77,28 @@ TEST(DoneScreen, ShowsHowTheSubmissionStands)
         const char* status;
         const char* reason; ///< in JSON
         const char* reward; ///< in JSON
-        const char* outcome;
+        const char* title;
         const char* earned;
-        const char* rejection;
+        const char* line;
+        bool isPaid;
+        bool isLost;
     };
     for (const Case& each : {
-             Case{"analyzing", "null", "null", "Analyzing", "$12.50", ""},
-             Case{"review_pending", "null", "null", "ReviewPending", "$12.50", ""},
-             Case{"approved", "null", R"("20")", "Approved", "$20.00", ""},
-             Case{"approved", "null", "null", "Approved", "$12.50", ""},
-             Case{"rejected", R"("wrong_provider")", "null", "Rejected", "$12.50",
-                  "This upload didn't look like your Nimbrel chat."},
-             Case{"rejected", "null", "null", "Rejected", "$12.50", "This upload wasn't accepted."},
-             Case{"expired", "null", "null", "Expired", "$12.50", ""},
-             Case{"from the future", R"("wrong_provider")", "null", "Analyzing", "$12.50", ""},
+             Case{"analyzing", "null", "null", "Upload received", "$12.50", "", false, false},
+             Case{"review_pending", "null", "null", "Upload received", "$12.50", "", false, false},
+             Case{"approved", "null", R"("20")", "You earned $20.00", "$20.00", "", true, false},
+             Case{"approved", "null", "null", "You earned $12.50", "$12.50", "", true, false},
+             Case{"rejected", R"("wrong_provider")", "null", "Not accepted", "$12.50",
+                  "This upload didn't look like your Nimbrel chat.", false, true},
+             Case{"rejected", "null", "null", "Not accepted", "$12.50", "This upload wasn't accepted.", false, true},
+             Case{"expired", "null", "null", "Upload stopped", "$12.50",
+                  "The upload didn't finish. Try again from your chat.", false, true},
+             Case{"from the future", R"("wrong_provider")", "null", "Upload received", "$12.50", "", false, false},
          }) {
         SCOPED_TRACE(each.status);
         ScreenFixture fix;
         fix.fix.launchUploading();
-        fix.show();
-        EXPECT_EQ(fix.value("outcome"), "Analyzing"); // of no submission
+        ScreenModel& screen = fix.show();
         fix.fix.http->acknowledge(fix.fix.http->waiting(ModelFixture::puts).value(), "\"tag-1\"");
         fix.fix.run();
         fix.fix.answer(
@@ -107,11 +107,21 @@ TEST(DoneScreen, ShowsHowTheSubmissionStands)
                 R"({{"id":"sub-1","questId":"quest-1","status":"{}","rejectionReasonKey":{},"rewardUsd":{},"assetsRemaining":0}})",
                 each.status, each.reason, each.reward));
         EXPECT_EQ(fix.value("step"), "Done");
-        EXPECT_EQ(fix.value("outcome"), each.outcome);
-        EXPECT_EQ(fix.value("earned"), each.earned);
-        EXPECT_EQ(fix.value("rejection"), each.rejection);
-        EXPECT_EQ(fix.value("nextUpload"), "");
+        EXPECT_EQ(screen.text().title, each.title);
+        EXPECT_EQ(screen.text().status.text, each.line);
+        EXPECT_EQ(fix.value("reward"), each.earned);
+        EXPECT_EQ(screen.isRewardPaid(), each.isPaid);
+        EXPECT_EQ(screen.isRewardLost(), each.isLost);
+        EXPECT_LE(screen.text().lead.size(), 1);
     }
+}
+
+TEST(DoneScreen, IsAnalyzingBeforeAnythingIsKnown)
+{
+    ScreenFixture fix;
+    fix.fix.launchFound();
+    fix.show().go(ScreenModel::Step::Done);
+    EXPECT_EQ(fix.screen().text().subtitle, "Checking your chat");
 }
 
 TEST(DoneScreen, KnowsTheNextUploadOnceTheQuestSaysIt)
@@ -120,17 +130,15 @@ TEST(DoneScreen, KnowsTheNextUploadOnceTheQuestSaysIt)
     const ScopedEnvironment language("LC_ALL", "en_US.UTF-8");
     ScreenFixture fix;
     fix.fix.launchDone();
-    fix.show();
+    ScreenModel& screen = fix.show();
     fix.fix.advance(5s);
     fix.fix.answer(ModelFixture::review, submissionJSON("approved"));
-    EXPECT_EQ(fix.value("outcome"), "Approved");
-    EXPECT_EQ(fix.value("nextUpload"), "");
+    EXPECT_EQ(screen.text().lead.size(), 1);
     fix.told();
     fix.fix.answer(ModelFixture::quest, paidQuestJSON("2026-03-31T09:00:00Z"));
-    EXPECT_EQ(fix.value("nextUpload"), "Mar 31, 2026");
+    EXPECT_EQ(screen.text().lead.value(1), "Upload again on Mar 31, 2026 with your newer chats.");
     const auto told = fix.told();
-    EXPECT_EQ(told.at("outcomeChanged"), 1);
-    EXPECT_EQ(told.at("availabilityChanged"), 1);
+    EXPECT_EQ(told.at("textChanged"), 1);
     EXPECT_FALSE(told.contains("rewardChanged"));
 }
 

@@ -1,0 +1,40 @@
+#include "VornMac/View/ShownText.h"
+
+namespace vorn {
+
+QString shown(const std::string& text)
+{
+    return QString::fromStdString(text);
+}
+
+QStringList shown(const std::vector<std::string>& texts)
+{
+    QStringList list;
+    for (const std::string& text : texts) list.append(shown(text));
+    return list;
+}
+
+ShownStatus::ShownStatus(const StatusText& status) : tone(static_cast<int>(status.tone)), text(shown(status.text))
+{
+}
+
+ShownText::ShownText(const ScreenText& screen)
+    : title(shown(screen.title)), subtitle(shown(screen.subtitle)), heading(shown(screen.heading)),
+      lead(shown(screen.lead)), steps(shown(screen.steps)), status(screen.status), remark(screen.remark),
+      hints(shown(screen.hints)), note(shown(screen.note)), retry(shown(screen.retry)), primary(shown(screen.primary)),
+      back(shown(screen.back)), caption(shown(screen.caption))
+{
+}
+
+ShownSection::ShownSection(const Consent::Section& section)
+    : heading(shown(section.heading)), points(shown(section.points))
+{
+}
+
+ShownConsent::ShownConsent(const Consent& consent)
+    : reads(consent.reads), neverReads(consent.neverReads), next(consent.next),
+      understandsUpload(shown(consent.understandsUpload)), agreesToShare(shown(consent.agreesToShare))
+{
+}
+
+} // namespace vorn
