@@ -43,7 +43,7 @@ Async<> TerminalCommand::restoreSession()
     const QObject whileRestoring;
     QObject::connect(&model, &AppModel::restorePhaseChanged, &whileRestoring, [this] {
         if (std::holds_alternative<phase::Waiting>(services_.model->restorePhase()))
-            services_.terminal->say(keychainWaitText());
+            services_.terminal->say(keychainText(phase::Waiting{}, std::nullopt).status.text);
     });
     co_await model.restore();
     model.forgoSession(); // each command says what follows from a refusal

@@ -1,13 +1,12 @@
 #include "VornMac/Text/KeychainText.h"
 
+#include "VornMac/Text/CommonText.h"
+
 namespace vorn {
+namespace {
 
-std::string keychainWaitText()
-{
-    return "Waiting for your keychain…";
-}
-
-std::string keychainRefusalText(const KeychainError& refusal)
+/// Tells the user's own refusals from the system's.
+const char* refusalText(const KeychainError& refusal)
 {
     switch (refusal.status()) {
     case KeychainError::interactionNotAllowed:
@@ -15,6 +14,17 @@ std::string keychainRefusalText(const KeychainError& refusal)
         return "Your keychain is still locked, so Vorn can't tell whether this Mac is linked.";
     default: return "Your keychain didn't let Vorn in, so it can't tell whether this Mac is linked.";
     }
+}
+
+} // namespace
+
+ScreenText keychainText(const RestorePhase& phase, const std::optional<KeychainError>& refusal)
+{
+    if (std::holds_alternative<phase::Waiting>(phase))
+        return {.status = {Tone::waiting, "Waiting for your keychain…"}};
+    if (std::holds_alternative<phase::Refused>(phase) && refusal)
+        return {.status = {Tone::warning, refusalText(*refusal)}, .retry = tryAgain, .primary = "Link this Mac again"};
+    return {};
 }
 
 } // namespace vorn

@@ -1,16 +1,15 @@
 #pragma once
 
 #include "Platform/Keychain/KeychainError.h"
+#include "VornMac/Text/Phases.h"
+#include "VornMac/Text/ScreenText.h"
 
-#include <string>
+#include <optional>
 
 /// What the user hears of the keychain, in which the session is kept. Threads: any.
 namespace vorn {
 
-/// While it is waited for.
-std::string keychainWaitText();
-
-/// After it refused to say whether this Mac is linked: which of the user's own refusals, or the system's, that was.
-std::string keychainRefusalText(const KeychainError& refusal);
+/// In place of the screens until the stored session is read. `refusal` is the keychain's, where it refused.
+ScreenText keychainText(const RestorePhase& phase, const std::optional<KeychainError>& refusal);
 
 } // namespace vorn

@@ -27,8 +27,8 @@ class ScreenModel : public QObject {
     QML_UNCREATABLE("The application makes it.")
     Q_CLASSINFO("RegisterEnumClassesUnscoped", "false")
 
-    Q_PROPERTY(RestorePhase restorePhase READ restorePhase NOTIFY restorePhaseChanged)
-    Q_PROPERTY(QString restoreNote READ restoreNote NOTIFY restorePhaseChanged)
+    Q_PROPERTY(bool isRestored READ isRestored NOTIFY restorePhaseChanged)
+    Q_PROPERTY(vorn::ShownText keychain READ keychain NOTIFY restorePhaseChanged)
     Q_PROPERTY(Step step READ step NOTIFY stepChanged)
     Q_PROPERTY(vorn::ShownText text READ text NOTIFY textChanged)
     Q_PROPERTY(QString position READ position NOTIFY stepChanged)
@@ -62,8 +62,6 @@ class ScreenModel : public QObject {
     Q_PROPERTY(bool isRewardLost READ isRewardLost NOTIFY rewardChanged)
 
 public:
-    enum class RestorePhase { Idle, Loading, Waiting, Refused };
-    Q_ENUM(RestorePhase)
     enum class Step { Link, Consent, Access, Find, Upload, Done };
     Q_ENUM(Step)
     enum class Access { Granted, Denied, NoDatabase };
@@ -75,9 +73,9 @@ public:
     /// What is shown now, for good: for `screen`, which it goes with. Sends no signal, and its operations do nothing.
     Q_INVOKABLE vorn::ScreenModel* asItWas(QObject* screen) const;
 
-    /// No step is shown before this is idle: it is not known yet who is signed in.
-    RestorePhase restorePhase() const { return shown_.restore.phase; }
-    QString restoreNote() const { return shown_.restore.note; } ///< empty where there is nothing to say
+    /// No step is shown before: it is not known yet who is signed in.
+    bool isRestored() const { return shown_.restore.isOver; }
+    const ShownText& keychain() const { return shown_.restore.text; } ///< what is shown instead
     Step step() const { return shown_.step; }
     const ShownText& text() const { return shown_.text; } ///< of the step's screen
     QString position() const;                             ///< of the step among all, for a screen reader
@@ -165,8 +163,8 @@ private:
         bool operator==(const Link&) const = default;
     };
     struct Restore {
-        RestorePhase phase = RestorePhase::Idle;
-        QString note;
+        bool isOver = true;
+        ShownText text;
         bool operator==(const Restore&) const = default;
     };
     struct Reward {

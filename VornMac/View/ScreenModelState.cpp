@@ -10,22 +10,11 @@
 #include "VornMac/Text/UploadText.h"
 #include "VornMac/View/ScreenModel.h"
 
-#include <type_traits>
 #include <variant>
 
 // What ScreenModel shows of the application model.
 namespace vorn {
 namespace {
-
-/// Whether the enumerator `Shown` stands for `Case`, whose place in the variant is the enumerator's value.
-template <auto Shown, class Case, class Variant>
-constexpr bool standsFor = std::is_same_v<std::variant_alternative_t<static_cast<std::size_t>(Shown), Variant>, Case>;
-
-using Restore = ScreenModel::RestorePhase;
-static_assert(standsFor<Restore::Idle, phase::Idle, RestorePhase> &&
-              standsFor<Restore::Loading, phase::Loading, RestorePhase> &&
-              standsFor<Restore::Waiting, phase::Waiting, RestorePhase> &&
-              standsFor<Restore::Refused, phase::Refused, RestorePhase>);
 
 /// The fraction of an archive that is sent, as the bar shows it.
 double fractionOf(const UploadPhase& phase)
@@ -44,12 +33,8 @@ ScreenText consentText(const Consent& consent)
 
 ScreenModel::Restore ScreenModel::restore() const
 {
-    const auto phase = static_cast<RestorePhase>(model_->restorePhase().index());
-    if (phase == RestorePhase::Waiting) return {phase, shown(keychainWaitText())};
-    const auto& refusal = model_->keychainRefusal();
-    if (phase == RestorePhase::Refused && refusal)
-        return {phase, shown(keychainRefusalText(*refusal))};
-    return {phase, {}};
+    const RestorePhase& phase = model_->restorePhase();
+    return {std::holds_alternative<phase::Idle>(phase), ShownText(keychainText(phase, model_->keychainRefusal()))};
 }
 
 ScreenModel::Step ScreenModel::currentStep() const

@@ -8,28 +8,26 @@ Column {
 
     required property ScreenModel model
 
-    readonly property bool isRefused: model.restorePhase === ScreenModel.RestorePhase.Refused
-
     spacing: 16
 
     StatusLine {
         anchors.horizontalCenter: parent.horizontalCenter
-        text: root.model.restoreNote
-        tone: root.isRefused ? StatusLine.Warning : StatusLine.Waiting
+        text: root.model.keychain.status.text
+        tone: root.model.keychain.status.tone
         visible: text.length > 0
         width: Math.min(implicitWidth, root.width)
     }
     Row {
         anchors.horizontalCenter: parent.horizontalCenter
         spacing: 12
-        visible: root.isRefused
+        visible: root.model.keychain.retry.length > 0
 
         PrimaryButtonStyle {
-            label: "Try again"
+            label: root.model.keychain.retry
             onClicked: root.model.start()
         }
         OutlineButtonStyle {
-            label: "Link this Mac again"
+            label: root.model.keychain.primary
             onClicked: root.model.startSignedOut()
         }
     }

@@ -7,7 +7,6 @@ Rectangle {
     id: root
 
     required property ScreenModel model
-    readonly property bool isRestored: model.restorePhase === ScreenModel.RestorePhase.Idle
 
     color: Theme.background
     Component.onCompleted: model.start()
@@ -23,12 +22,12 @@ Rectangle {
         properties: ({
                 model: root.model
             })
-        screen: root.isRestored ? root.screenOf(root.model.step) : ""
+        screen: root.model.isRestored ? root.screenOf(root.model.step) : ""
     }
     KeychainNote {
         anchors.centerIn: parent
         model: root.model
-        visible: !root.isRestored
+        visible: !root.model.isRestored
         width: 560
         onVisibleChanged: {
             if (!visible)

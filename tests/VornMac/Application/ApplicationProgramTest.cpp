@@ -75,7 +75,7 @@ TEST_F(ApplicationProgram, ShowsItsWindowAndEndsWhileItsKeychainAsks)
     const TestBus bus;
     const FakeSecretService service(bus.address(), FakeSecretService::Fault::hangingDialog);
     const auto program =
-        fix.startWith(windowThat("{ model.restorePhaseChanged.connect(() => console.log(model.restoreNote));"
+        fix.startWith(windowThat("{ model.restorePhaseChanged.connect(() => console.log(model.keychain.status.text));"
                                  "model.start(); console.log('shown') }"),
                       {}, {{"DBUS_SESSION_BUS_ADDRESS", bus.address()}});
     fix.waitForLine(*program, "qml: shown");

@@ -42,22 +42,14 @@ protected:
         }
     }
 
-    static constexpr const char* allSignals[] = {"restorePhaseChanged",
-                                                 "stepChanged",
-                                                 "textChanged",
-                                                 "sessionChanged",
-                                                 "linkPhaseChanged",
-                                                 "qrPayloadChanged",
-                                                 "linkExpiresChanged",
-                                                 "linkSecondsLeftChanged",
-                                                 "consentChanged",
-                                                 "understandsUploadChanged",
-                                                 "agreesToShareChanged",
-                                                 "accessChanged",
-                                                 "scanPhaseChanged",
-                                                 "exportResultChanged",
-                                                 "canUploadChanged",
-                                                 "uploadFractionChanged",
+    static constexpr const char* allSignals[] = {"restorePhaseChanged",  "stepChanged",
+                                                 "textChanged",          "sessionChanged",
+                                                 "linkPhaseChanged",     "qrPayloadChanged",
+                                                 "linkExpiresChanged",   "linkSecondsLeftChanged",
+                                                 "consentChanged",       "understandsUploadChanged",
+                                                 "agreesToShareChanged", "accessChanged",
+                                                 "scanPhaseChanged",     "exportResultChanged",
+                                                 "canUploadChanged",     "uploadFractionChanged",
                                                  "rewardChanged"};
 
     ScreenFixture fix_;
@@ -108,24 +100,23 @@ TEST_F(Signals, TellOfTheKeychain)
     fix.store = keychain;
     fix.launch();
     ScreenModel& screen = fix_.show();
-    EXPECT_EQ(fix_.value("restorePhase"), "Loading");
-    EXPECT_EQ(fix_.value("restoreNote"), "");
+    EXPECT_EQ(fix_.value("isRestored"), "false");
+    EXPECT_EQ(fix_.screen().keychain().status.text, "");
     watch("half a second", [&] { fix.advance(500ms); });
-    EXPECT_EQ(fix_.value("restorePhase"), "Waiting");
-    EXPECT_EQ(fix_.value("restoreNote"), "Waiting for your keychain…");
+    EXPECT_EQ(fix_.screen().keychain().status.text, "Waiting for your keychain…");
     watch("refused", [&] { fix.runAll(); });
-    EXPECT_EQ(fix_.value("restorePhase"), "Refused");
-    EXPECT_EQ(fix_.value("restoreNote"),
+    EXPECT_EQ(fix_.screen().keychain().retry, "Try again");
+    EXPECT_EQ(fix_.screen().keychain().status.text,
               "Your keychain didn't let Vorn in, so it can't tell whether this Mac is linked.");
     watch("another try", [&] {
         screen.start();
         fix.run();
     });
-    EXPECT_EQ(fix_.value("restorePhase"), "Waiting");
+    EXPECT_EQ(fix_.screen().keychain().status.text, "Waiting for your keychain…");
     watch("refused again", [&] { fix.runAll(); });
     watch("linked anew", [&] { screen.startSignedOut(); });
-    EXPECT_EQ(fix_.value("restorePhase"), "Idle");
-    EXPECT_EQ(fix_.value("restoreNote"), "");
+    EXPECT_EQ(fix_.value("isRestored"), "true");
+    EXPECT_EQ(fix_.screen().keychain().status.text, "");
 }
 
 TEST_F(Signals, ComeOnceForOneChange)
