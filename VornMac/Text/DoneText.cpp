@@ -57,7 +57,7 @@ ScreenText textOf(const SubmissionStatus& submission, const std::string& questRe
 
 ScreenText doneText(const UploadOutcome& outcome)
 {
-    ScreenText text = textOf(outcome.submission, outcome.questReward);
+    ScreenText text = textOf(outcome.submission, rewardText(outcome.quest));
     const std::string next = nextUploadText(outcome.availability);
     if (outcome.submission.status.is(ReviewStatus::Kind::approved) && !next.empty()) text.lead.push_back(next);
     text.primary = "Back to your chat";

@@ -2,6 +2,7 @@
 
 #include "VornMac/Text/ScreenText.h"
 #include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/QuestRecords.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 
 #include <optional>
@@ -10,16 +11,16 @@
 /// The done screen: how a review stands, and what it earned. Dates are those of the user's zone. Threads: any.
 namespace vorn {
 
-/// What the end of an upload is told from. Whatever of the quest is to be shown at the end is read here.
+/// What the end of an upload is told from.
 struct UploadOutcome {
     SubmissionStatus submission;
-    std::string questReward;                       ///< stands in where the submission names no amount
+    std::optional<NimbrelState> quest;             ///< nothing before it is known
     std::optional<QuestAvailability> availability; ///< what the quest says about the next upload
 };
 
 ScreenText doneText(const UploadOutcome& outcome);
 
-/// How the review stands, as one line of a terminal.
+/// How the review stands, as one line of a terminal. `questReward` stands in where the submission names no amount.
 std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward);
 
 /// When a user whose upload was just paid may make the next; empty when no day is known.

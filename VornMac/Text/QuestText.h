@@ -2,6 +2,7 @@
 
 #include "VornMac/Text/ScreenText.h"
 #include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/QuestRecords.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 
 #include <optional>

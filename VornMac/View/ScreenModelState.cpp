@@ -60,7 +60,7 @@ ScreenText ScreenModel::currentText() const
     case vorn::Step::upload: return uploadText(model_->uploadPhase());
     case vorn::Step::done: break;
     }
-    return doneText({model_->submission().value_or(SubmissionStatus{}), model_->reward(), model_->availability()});
+    return doneText({model_->submission().value_or(SubmissionStatus{}), model_->nimbrel(), model_->availability()});
 }
 
 QString ScreenModel::position() const

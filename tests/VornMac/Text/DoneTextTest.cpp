@@ -20,7 +20,9 @@ SubmissionStatus submissionWith(const std::string& status)
 
 UploadOutcome outcome(const std::string& status)
 {
-    return {submissionWith(status), "$5.00", QuestAvailability(QuestAvailability::Cooldown{march})};
+    NimbrelState quest;
+    quest.quest.rewardUsd = 5;
+    return {submissionWith(status), quest, QuestAvailability(QuestAvailability::Cooldown{march})};
 }
 
 struct Case {
@@ -92,7 +94,7 @@ TEST_F(DoneText, NamesTheNextUploadOfWhoWasPaid)
 {
     EXPECT_THAT(doneText(outcome("approved")).lead, ElementsAre("The reward is in your Vorn balance.",
                                                                 "Upload again on Mar 2, 2026 with your newer chats."));
-    EXPECT_THAT(doneText({submissionWith("approved"), "$5.00", std::nullopt}).lead,
+    EXPECT_THAT(doneText({submissionWith("approved"), std::nullopt, std::nullopt}).lead,
                 ElementsAre("The reward is in your Vorn balance."));
     EXPECT_THAT(doneText(outcome("rejected")).lead, IsEmpty());
     EXPECT_EQ(nextUploadText(QuestAvailability(QuestAvailability::InReview{})), "");
@@ -104,6 +106,7 @@ TEST_F(DoneText, NamesTheSubmissionsOwnReward)
     UploadOutcome approved = outcome("approved");
     approved.submission.rewardUsd = "12.5";
     EXPECT_EQ(doneText(approved).title, "You earned $12.50");
+    EXPECT_EQ(doneText({submissionWith("approved"), std::nullopt, std::nullopt}).title, "You earned the quest reward");
 }
 
 } // namespace
