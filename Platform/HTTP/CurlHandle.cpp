@@ -31,11 +31,6 @@ std::string addressOf(const URL& url)
     return text.erase(authority, text.find('@', authority) + 1 - authority);
 }
 
-bool isThisMachine(const std::string& host)
-{
-    return host == "localhost" || host == "127.0.0.1" || host == "::1";
-}
-
 void setRequest(CURL* handle, const HTTPRequest& request)
 {
     set(handle, CURLOPT_URL, addressOf(request.url).c_str());
@@ -113,7 +108,7 @@ CurlList setProxy(CURL* handle, const HTTPRequest& request)
     set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // tokens are not for the proxy
     set(handle, CURLOPT_PROXYHEADER, list.get());
     // The environment names proxies for other machines; few people think of excepting their own.
-    if (isThisMachine(request.url.host())) set(handle, CURLOPT_PROXY, "");
+    if (request.url.isThisMachine()) set(handle, CURLOPT_PROXY, "");
     return list;
 }
 

@@ -147,7 +147,7 @@ std::optional<URL> URL::parse(std::string_view text)
 
 bool URL::isSecureOrLocal() const noexcept
 {
-    return scheme_ == "https" || (scheme_ == "http" && (host_ == "localhost" || host_ == "127.0.0.1"));
+    return scheme_ == "https" || (scheme_ == "http" && isThisMachine());
 }
 
 URL URL::appendingPathComponent(std::string_view component) const

@@ -21,7 +21,10 @@ public:
     const std::string& path() const noexcept { return path_; }     ///< as written; empty when there is none
     bool hasUserInfo() const noexcept { return hasUserInfo_; }
 
-    /// Whether what is sent there stays private: https, or http to "localhost" or "127.0.0.1" (this very machine).
+    /// Whether the host is this very machine: "localhost" or "127.0.0.1", and no other spelling of either.
+    bool isThisMachine() const noexcept { return host_ == "localhost" || host_ == "127.0.0.1"; }
+
+    /// Whether what is sent there stays private: https, or http to this machine.
     bool isSecureOrLocal() const noexcept;
 
     /// This URL with `component` after its path and one "/" between them; "/" in `component` separates, any other

@@ -131,6 +131,8 @@ TEST(URL, IsSecureOrLocal)
         {"http://127.0.0.1:8787", true}, {"http://host", false},
         {"http://127.0.0.2", false},     {"http://[::1]", false},
         {"http://192.168.1.2", false},   {"http://localhost.evil.example", false},
+        {"http://127.1", false},         {"http://0x7f000001", false},
+        {"http://loc%61lhost", false},   {"http://localhost.", false},
         {"ftp://localhost", false},      {"http://localhost@evil.example", false},
     };
     for (const auto& [text, expected] : cases) {
