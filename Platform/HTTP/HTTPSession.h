@@ -6,6 +6,7 @@
 #include "Platform/HTTP/URL.h"
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -47,6 +48,9 @@ struct HTTPResponse {
 /// Threads: any; the coroutine resumes on its own queue.
 class HTTPSession {
 public:
+    /// In bytes; a larger answer fails as `dataLengthExceedsMaximum`.
+    static constexpr std::size_t largestAnswer = std::size_t{16} * 1024 * 1024;
+
     virtual ~HTTPSession() = default;
 
     struct Options {
@@ -65,7 +69,7 @@ public:
 
     /// Sends `request` and gives the answer, whatever its status; once it has, the request's body is no longer read.
     /// Throws `URLError`, what the body throws; `Cancelled` once the awaiting task is cancelled, and the connection is
-    /// then closed without waiting for it. An answer larger than 16 MiB fails as `dataLengthExceedsMaximum`.
+    /// then closed without waiting for it.
     virtual Async<HTTPResponse> send(HTTPRequest request) = 0;
 };
 

@@ -90,8 +90,8 @@ void TransferEngine::run()
         int running = 0;
         curl_multi_perform(multi_.get(), &running);
         endFinished();
-        goOnWithBodies();
-        endAbandonedAndSilent();
+        resumeBodies();
+        endAbandonedAndStalled();
         sockets_.moveRelays(); // what it has written
         auto& awaited = sockets_.awaitedByRelays();
         curl_multi_poll(multi_.get(), awaited.data(), static_cast<unsigned>(awaited.size()), millisecondsToWait(),
@@ -140,17 +140,17 @@ void TransferEngine::endFinished()
 }
 
 /// After libcurl had its turn: it begins the next one by reading what has arrived.
-void TransferEngine::goOnWithBodies()
+void TransferEngine::resumeBodies()
 {
-    for (const auto& transfer : underWay_) transfer->goOn();
+    for (const auto& transfer : underWay_) transfer->resumeBody();
 }
 
-void TransferEngine::endAbandonedAndSilent()
+void TransferEngine::endAbandonedAndStalled()
 {
     const auto now = options_.now();
     for (const auto& transfer : Transfers(underWay_)) {
         const bool abandoned = transfer->isAbandoned();
-        if (!abandoned && !transfer->isSilent(now)) continue;
+        if (!abandoned && !transfer->isStalled(now)) continue;
         remove(transfer.get());
         abandoned ? transfer->drop() : transfer->fail(URLError::Code::timedOut);
     }

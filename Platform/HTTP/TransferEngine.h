@@ -36,8 +36,8 @@ private:
     bool takeArrivals();
     void begin(const std::shared_ptr<Transfer>& transfer);
     void endFinished();
-    void goOnWithBodies();
-    void endAbandonedAndSilent();
+    void resumeBodies();
+    void endAbandonedAndStalled();
     std::shared_ptr<Transfer> remove(const Transfer* transfer);
     int millisecondsToWait() const;
 

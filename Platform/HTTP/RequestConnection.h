@@ -1,0 +1,52 @@
+#pragma once
+
+#include "Platform/Base/FileDescriptor.h"
+
+#include <string>
+
+#include <curl/curl.h>
+
+namespace vorn {
+
+class OpenSockets;
+
+/// The connection on which a request goes out, once.
+/// libcurl sends a request again when the kept-alive connection it used dies before an answer. Nobody knows whether the
+/// first one was carried out, so there is no second: neither on another old connection (`begin`) nor on a new one
+/// (`open`).
+class RequestConnection {
+public:
+    /// `sockets` outlives the request.
+    void attach(OpenSockets& sockets) noexcept { sockets_ = &sockets; }
+
+    /// Makes a socket for a new connection; CURL_SOCKET_BAD when that fails or would be for a second try.
+    curl_socket_t open(const curl_sockaddr& address) noexcept;
+    /// The request goes out on the connection from `localPort` to `peerPort` of `peer`, behind a relay if it is to be.
+    /// False for a second try.
+    bool begin(int localPort, const char* peer, int peerPort, bool relayed) noexcept;
+    /// Whether libcurl wanted to send the request again.
+    bool wasTriedAgain() const noexcept { return triedAgain_; }
+
+    /// -1 before there is one.
+    int socket() const noexcept { return socket_.get(); }
+    /// Whether something has arrived since the last call that libcurl has not read. What it leaves lying counts once.
+    bool hasNewInput() noexcept;
+    /// Reads what has arrived, up to a size that refusals do not reach.
+    std::string readRest() const;
+
+    /// From now on, closing drops what was not sent yet: the system would go on sending it long after everybody has
+    /// left.
+    void resetOnClose() const noexcept;
+    void close() noexcept { socket_.reset(); }
+
+private:
+    bool mayGoOut() noexcept;
+
+    OpenSockets* sockets_ = nullptr;
+    FileDescriptor socket_{-1}; ///< the connection's once more, so that the number cannot become another one's
+    int waiting_ = 0;           ///< bytes that lay in the socket at the last look
+    bool begun_ = false;        ///< the request has gone out, or is about to
+    bool triedAgain_ = false;
+};
+
+} // namespace vorn
