@@ -2,7 +2,7 @@
 
 #include "NimbrelExportKit/Messages/MessageStatements.h"
 #include "NimbrelExportKit/Messages/RepeatedTexts.h"
-#include "NimbrelExportKit/Types/TypeTable.h"
+#include "NimbrelExportKit/Types/PreferredMIMEType.h"
 
 #include <algorithm>
 #include <string_view>

@@ -14,7 +14,7 @@ struct DeclaredType {
 };
 
 constexpr auto declaredTypes = std::to_array<DeclaredType>({
-#include "NimbrelExportKit/Types/TypeTable.inc"
+#include "NimbrelExportKit/Types/DeclaredTypes.inc"
 });
 static_assert(std::ranges::is_sorted(declaredTypes, {}, &DeclaredType::identifier), "the look-up is a binary search");
 

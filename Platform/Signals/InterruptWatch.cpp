@@ -10,13 +10,13 @@
 namespace vorn {
 namespace {
 
-/// Wakes the waiting thread when the watch ends. It is sent to that thread alone.
+/// Wakes the waiting thread when the watch ends; sent to that thread alone.
 constexpr int wakeUp = SIGUSR1;
 
 constexpr std::array endingSignals{SIGINT, SIGTERM, SIGHUP};
 constexpr std::chrono::milliseconds betweenLooks{20};
 
-/// Whether whoever started the program wants it to go on, as `nohup` and shells do for what runs in the background.
+/// Whether the signal was ignored at the start, as by `nohup` and by shells for background jobs.
 bool isIgnored(int number)
 {
     struct sigaction current{};
@@ -54,15 +54,15 @@ void InterruptWatch::waitForSignals()
         int number = 0;
         if (sigwait(&awaited_, &number) != 0) continue;
         if (number != wakeUp) {
-            heed(number);
+            onSignal(number);
             continue;
         }
         const std::lock_guard lock(mutex_);
-        if (ending_) return; // else it was sent by somebody else
+        if (ending_) return; // otherwise another process sent it
     }
 }
 
-void InterruptWatch::heed(int number)
+void InterruptWatch::onSignal(int number)
 {
     signal_ = number;
     const bool isFirst = !cancel_.isCancelled();

@@ -14,15 +14,14 @@
 
 namespace vorn {
 
-/// Turns SIGINT, SIGTERM and SIGHUP into a cancel, so that the work unwinds and deletes its files.
-/// Signals that the program was started to ignore stay ignored. A write beyond the limit of a file's size fails from
-/// now on, as on a full disk, instead of ending the process with its files in place. Make one in `main` before any
-/// other thread starts: it blocks these signals, and threads inherit that.
+/// Turns SIGINT, SIGTERM and SIGHUP into a cancel, so that work unwinds and deletes its files. Signals ignored at the
+/// start stay ignored. SIGXFSZ is ignored: a write beyond the file size limit fails as on a full disk. Construct it in
+/// `main` before any thread starts, as threads must inherit the blocked signals.
 class InterruptWatch {
 public:
-    /// For programs that wait for others, who may never answer, and keep nothing on disk.
+    /// For programs that may wait for ever and keep nothing on disk.
     struct Deadline {
-        std::function<void()> onInterrupt; ///< called once, on the watch's own thread, when a signal has come
+        std::function<void()> onInterrupt; ///< called once, on the watch's thread, on the first signal
         std::chrono::milliseconds grace; ///< a watch that still lives so long after that, or when another signal comes,
         std::string lastWords;           ///< ends the program on the spot, and this goes to standard error
     };
@@ -34,14 +33,13 @@ public:
 
     const CancelFlag& cancelFlag() const noexcept { return cancel_; }
 
-    /// The exit status of a program that the signal ended, as shells count: 128 and the signal's number.
+    /// The shell's exit status for a program that the signal ended: 128 plus its number.
     int exitStatus() const noexcept { return 128 + signal_.load(); }
 
-    /// While it lives, the program keeps nothing on disk, so that a signal may end it on the spot. For work that cannot
-    /// be told to stop.
+    /// While it lives, a signal ends the process at once. For work that cannot be cancelled and keeps nothing on disk.
     class NothingOnDisk {
     public:
-        /// `lastWords` go to standard error when a signal ends the program.
+        /// `lastWords` are written to standard error when a signal ends the process.
         NothingOnDisk(InterruptWatch& watch, std::string lastWords);
         ~NothingOnDisk();
         NothingOnDisk(NothingOnDisk&&) = delete;
@@ -52,7 +50,7 @@ public:
 
 private:
     void waitForSignals();
-    void heed(int number);
+    void onSignal(int number);
     void waitOut(const Deadline& deadline);
     bool isAwaitedSignalPending() const;
     [[noreturn]] void leave(const std::string& lastWords) const;

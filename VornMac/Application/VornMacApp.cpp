@@ -75,7 +75,8 @@ bool VornMacApp::isFirst()
 {
     const Log log(bundleIdentifier(), "app");
     instance_.emplace(
-        context(), [this] { mainWindow().bringToFront(); }, SingleInstance::Meeting{.name = bundleIdentifier()}, log);
+        context(), [this] { mainWindow().bringToFront(); }, SingleInstance::Rendezvous{.name = bundleIdentifier()},
+        log);
     if (instance_->start() == SingleInstance::Start::silent)
         std::fputs("VornMac: another one runs already, but does not answer\n", stderr);
     return instance_->start() == SingleInstance::Start::first;

@@ -13,17 +13,17 @@ namespace vorn {
 namespace {
 
 /// Removes a file when it goes, if there is one.
-class RemovedAtTheEnd {
+class TemporaryFile {
 public:
-    RemovedAtTheEnd(FileManager* files, std::filesystem::path path) : files_(files), path_(std::move(path)) {}
-    ~RemovedAtTheEnd()
+    TemporaryFile(FileManager* files, std::filesystem::path path) : files_(files), path_(std::move(path)) {}
+    ~TemporaryFile()
     {
         try {
             files_->remove(path_);
         } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): the next start sweeps it
         }
     }
-    RemovedAtTheEnd(RemovedAtTheEnd&&) = delete;
+    TemporaryFile(TemporaryFile&&) = delete;
 
     const std::filesystem::path& path() const noexcept { return path_; }
 
@@ -60,8 +60,8 @@ Async<> AppModel::runUpload(VornAPI api, Export content)
 
 Async<> AppModel::packAndSend(VornAPI api, Export content)
 {
-    const RemovedAtTheEnd archive(services_.files,
-                                  services_.files->temporaryDirectory() / temporarynames::archive.make());
+    const TemporaryFile archive(services_.files,
+                                services_.files->temporaryDirectory() / temporarynames::archive.make());
     const ArchiveFile packed = co_await pack(std::move(content), archive.path());
     if (decide::isTooLarge(packed.sizeBytes, nimbrel_)) {
         assign(uploadPhase_, {phase::Failed{archiveTooLarge}}, &AppModel::uploadPhaseChanged);

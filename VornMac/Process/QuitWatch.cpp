@@ -11,14 +11,14 @@ constexpr auto longestQuit = 5s;
 
 } // namespace
 
-QuitWatch::QuitWatch() : watch_(InterruptWatch::Deadline{[this] { hear(); }, longestQuit, ""})
+QuitWatch::QuitWatch() : watch_(InterruptWatch::Deadline{[this] { onSignal(); }, longestQuit, ""})
 {
 }
 
-void QuitWatch::hear()
+void QuitWatch::onSignal()
 {
     const std::lock_guard lock(mutex_);
-    heard_ = true;
+    signalled_ = true;
     if (delivery_ != nullptr) delivery_->deliver();
 }
 
@@ -27,7 +27,7 @@ QuitWatch::Delivery::Delivery(QuitWatch& watch, MainContext& context, std::funct
 {
     const std::lock_guard lock(watch_.mutex_);
     watch_.delivery_ = this;
-    if (watch_.heard_) deliver();
+    if (watch_.signalled_) deliver();
 }
 
 QuitWatch::Delivery::~Delivery()

@@ -37,10 +37,10 @@ public:
     };
 
 private:
-    void hear();
+    void onSignal();
 
     std::mutex mutex_; ///< guards what follows but the watch
-    bool heard_ = false;
+    bool signalled_ = false;
     Delivery* delivery_ = nullptr;
     InterruptWatch watch_; ///< the last: its thread uses the others
 };

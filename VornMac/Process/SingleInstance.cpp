@@ -32,13 +32,13 @@ bool tell(const std::filesystem::path& socket, std::chrono::steady_clock::time_p
 
 } // namespace
 
-SingleInstance::SingleInstance(MainContext& context, std::function<void()> onSecondStart, const Meeting& meeting,
+SingleInstance::SingleInstance(MainContext& context, std::function<void()> onSecondStart, const Rendezvous& rendezvous,
                                const Log& log)
     : context_(context), onSecondStart_(std::make_shared<std::function<void()>>(std::move(onSecondStart)))
 {
     std::signal(SIGPIPE, SIG_IGN); // a second start that has given up must not end this process
     try {
-        start_ = meet(runtimeFolder(), meeting);
+        start_ = meet(runtimeFolder(), rendezvous);
     } catch (const std::system_error& error) {
         lock_.reset();
         log.error("single instance not guarded: " + error.code().message());
@@ -53,15 +53,15 @@ SingleInstance::~SingleInstance()
     unlink(socket_.c_str()); // before the lock goes: after it, this is the socket of the next
 }
 
-SingleInstance::Start SingleInstance::meet(const std::filesystem::path& folder, const Meeting& meeting)
+SingleInstance::Start SingleInstance::meet(const std::filesystem::path& folder, const Rendezvous& rendezvous)
 {
-    const auto end = std::chrono::steady_clock::now() + meeting.patience;
+    const auto end = std::chrono::steady_clock::now() + rendezvous.patience;
     while (true) {
-        if (takeLock(folder / (meeting.name + ".lock"))) {
-            listen(folder / (meeting.name + ".socket"));
+        if (takeLock(folder / (rendezvous.name + ".lock"))) {
+            listen(folder / (rendezvous.name + ".socket"));
             return Start::first;
         }
-        if (tell(folder / (meeting.name + ".socket"), end)) return Start::told;
+        if (tell(folder / (rendezvous.name + ".socket"), end)) return Start::told;
         if (std::chrono::steady_clock::now() >= end) return Start::silent;
         std::this_thread::sleep_for(betweenTries); // it is just starting, or about to quit
     }

@@ -26,21 +26,22 @@ public:
     };
 
     /// What tells one application from others, and how long a second start waits for the first.
-    struct Meeting {
+    struct Rendezvous {
         std::string name; ///< the application's bundle identifier, as a part of file names
         std::chrono::milliseconds patience = std::chrono::seconds(1);
     };
 
     /// `onSecondStart` is posted to `context`; the second start is answered when it returns. It may let go of this
     /// object.
-    SingleInstance(MainContext& context, std::function<void()> onSecondStart, const Meeting& meeting, const Log& log);
+    SingleInstance(MainContext& context, std::function<void()> onSecondStart, const Rendezvous& rendezvous,
+                   const Log& log);
     ~SingleInstance();
     SingleInstance(SingleInstance&&) = delete;
 
     Start start() const noexcept { return start_; }
 
 private:
-    Start meet(const std::filesystem::path& folder, const Meeting& meeting);
+    Start meet(const std::filesystem::path& folder, const Rendezvous& rendezvous);
     bool takeLock(const std::filesystem::path& path);
     void listen(const std::filesystem::path& path);
     void answerUntilTheEnd();

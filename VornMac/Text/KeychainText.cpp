@@ -20,8 +20,7 @@ const char* refusalText(const KeychainError& refusal)
 
 ScreenText keychainText(const RestorePhase& phase, const std::optional<KeychainError>& refusal)
 {
-    if (std::holds_alternative<phase::Waiting>(phase))
-        return {.status = {Tone::waiting, "Waiting for your keychain…"}};
+    if (std::holds_alternative<phase::Waiting>(phase)) return {.status = {Tone::waiting, "Waiting for your keychain…"}};
     if (std::holds_alternative<phase::Refused>(phase) && refusal)
         return {.status = {Tone::warning, refusalText(*refusal)}, .retry = tryAgain, .primary = "Link this Mac again"};
     return {};

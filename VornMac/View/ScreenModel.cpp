@@ -9,7 +9,7 @@
 namespace vorn {
 
 ScreenModel::ScreenModel(AppModel& model, MainContext& context, Clock& clock)
-    : model_(&model), context_(&context), clock_(&clock), shown_(worked())
+    : model_(&model), context_(&context), clock_(&clock), shown_(derived())
 {
     follow();
     showExport();
@@ -47,7 +47,7 @@ void ScreenModel::follow()
 
 void ScreenModel::refresh()
 {
-    const Shown before = std::exchange(shown_, worked());
+    const Shown before = std::exchange(shown_, derived());
     std::vector<void (ScreenModel::*)()> changes;
     const auto compare = [&](const auto& part, void (ScreenModel::*signal)()) {
         if (before.*part != shown_.*part) changes.push_back(signal);

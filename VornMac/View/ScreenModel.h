@@ -201,7 +201,7 @@ private:
     ScreenModel(const ScreenModel& shown, QObject* parent);
 
     void follow();
-    Shown worked() const;
+    Shown derived() const;
     Restore restore() const;
     Step currentStep() const;
     ScreenText currentText() const;

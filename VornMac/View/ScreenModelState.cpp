@@ -113,7 +113,7 @@ QString ScreenModel::uploadPercentage() const
     return shown(percentText(shown_.uploadFraction));
 }
 
-ScreenModel::Shown ScreenModel::worked() const
+ScreenModel::Shown ScreenModel::derived() const
 {
     const LinkPhase& link = model_->linkPhase();
     Shown shown;

@@ -1,5 +1,5 @@
 #include "NimbrelExportKit/Types/DeclaredTypes.h"
-#include "NimbrelExportKit/Types/TypeTable.h"
+#include "NimbrelExportKit/Types/PreferredMIMEType.h"
 
 namespace vorn {
 

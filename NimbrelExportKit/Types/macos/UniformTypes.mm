@@ -1,4 +1,4 @@
-#include "NimbrelExportKit/Types/TypeTable.h"
+#include "NimbrelExportKit/Types/PreferredMIMEType.h"
 
 #import <Foundation/Foundation.h>
 #import <UniformTypeIdentifiers/UniformTypeIdentifiers.h>

@@ -37,7 +37,7 @@ struct SingleInstanceTest : ::testing::Test {
     std::unique_ptr<SingleInstance> first(std::chrono::milliseconds patience = 60s)
     {
         return std::make_unique<SingleInstance>(
-            context, [this] { ++asked; }, SingleInstance::Meeting{"com.vorn.test", patience}, Log("test", "app"));
+            context, [this] { ++asked; }, SingleInstance::Rendezvous{"com.vorn.test", patience}, Log("test", "app"));
     }
     /// A start on a thread of its own, as it would be in another process, while this one's context runs.
     Start second()
@@ -154,7 +154,8 @@ TEST_F(SingleInstanceTest, OneThatBeganToQuitSendsNobodyAway)
         arrived.notify_one();
     });
     std::optional<SingleInstance> running;
-    running.emplace(quitting, [this] { ++asked; }, SingleInstance::Meeting{"com.vorn.test", 60s}, Log("test", "app"));
+    running.emplace(
+        quitting, [this] { ++asked; }, SingleInstance::Rendezvous{"com.vorn.test", 60s}, Log("test", "app"));
     auto start = std::async(std::launch::async, [] {
         MainContext own;
         return SingleInstance(own, [] {}, {"com.vorn.test", 60s}, Log("test", "app")).start();
@@ -170,7 +171,7 @@ TEST_F(SingleInstanceTest, MayBeLetGoWhenAsked)
 {
     std::unique_ptr<SingleInstance> running;
     running = std::make_unique<SingleInstance>(
-        context, [&running] { running.reset(); }, SingleInstance::Meeting{"com.vorn.test", 60s}, Log("test", "app"));
+        context, [&running] { running.reset(); }, SingleInstance::Rendezvous{"com.vorn.test", 60s}, Log("test", "app"));
     EXPECT_EQ(second(), Start::told);
     EXPECT_EQ(running, nullptr);
 }

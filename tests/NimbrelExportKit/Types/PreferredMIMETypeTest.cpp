@@ -1,4 +1,4 @@
-#include "NimbrelExportKit/Types/TypeTable.h"
+#include "NimbrelExportKit/Types/PreferredMIMEType.h"
 
 #include "NimbrelExportKit/Types/DeclaredTypes.h"
 
@@ -23,7 +23,7 @@ void expectBothSay(std::string_view identifier, std::string_view mimeType)
     EXPECT_THAT(preferredMIMEType(identifier), Optional(StrEq(mimeType)));
 }
 
-TEST(TypeTable, KnowsWhatChatsCarry)
+TEST(PreferredMIMEType, KnowsWhatChatsCarry)
 {
     constexpr Declared cases[] = {
         {"public.jpeg", "image/jpeg"},
@@ -43,26 +43,26 @@ TEST(TypeTable, KnowsWhatChatsCarry)
     for (const auto& [identifier, mimeType] : cases) expectBothSay(identifier, mimeType);
 }
 
-TEST(TypeTable, KeepsParametersOfAType)
+TEST(PreferredMIMEType, KeepsParametersOfAType)
 {
     expectBothSay("public.utf8-plain-text", "text/plain;charset=utf-8");
 }
 
-TEST(TypeTable, ComparesIdentifiersWithoutRegardToCase)
+TEST(PreferredMIMEType, ComparesIdentifiersWithoutRegardToCase)
 {
     expectBothSay("PUBLIC.JPEG", "image/jpeg");
     expectBothSay("com.apple.iWork.Pages.sffpages", "application/x-iwork-pages-sffpages");
     expectBothSay("com.apple.iwork.pages.sffpages", "application/x-iwork-pages-sffpages");
 }
 
-TEST(TypeTable, FindsTheFirstAndTheLastRow)
+TEST(PreferredMIMEType, FindsTheFirstAndTheLastRow)
 {
     EXPECT_THAT(declaredMIMEType("com.adobe.flash.video"), Optional(StrEq("video/x-flv")));
     EXPECT_THAT(declaredMIMEType("vnd.android.package-archive"),
                 Optional(StrEq("application/vnd.android.package-archive")));
 }
 
-TEST(TypeTable, GivesNothingForTypesWithoutAMIMEType)
+TEST(PreferredMIMEType, IsNothingForTypesWithoutAMIMEType)
 {
     // Voice messages: declared by the system, without a MIME type.
     for (const std::string_view identifier : {"com.apple.coreaudio-format", "public.image", "public.movie"}) {
@@ -72,7 +72,7 @@ TEST(TypeTable, GivesNothingForTypesWithoutAMIMEType)
     }
 }
 
-TEST(TypeTable, GivesNothingForUnknownIdentifiers)
+TEST(PreferredMIMEType, IsNothingForUnknownIdentifiers)
 {
     for (const std::string_view identifier :
          {std::string_view(), std::string_view("public.jpe"), std::string_view("public.jpegx"),
