@@ -55,8 +55,8 @@ struct Promise<void> : PromiseOf<void> {
 
 } // namespace detail
 
-/// Work that waits: a coroutine that begins when it is awaited, or when a `Task` is made of it, and gives one `T`.
-/// Errors pass through as exceptions. Cancelling the task makes the await at which it stands, and each later one,
+/// Work that waits: a coroutine that begins when it is awaited, or when a `Task` is made of it, and returns one `T`.
+/// Errors are thrown out of the await. Cancelling the task makes the await at which it stands, and each later one,
 /// throw `Cancelled`, whatever it awaited ends with: a cancelled coroutine never sees another error or a result.
 /// Parameters are taken by value: the coroutine outlives the call that made it. A coroutine written as a lambda loses
 /// its captures with the lambda object; write a function, or keep the lambda in a variable.
@@ -96,7 +96,7 @@ public:
 
     Awaiter operator co_await() && noexcept { return Awaiter{frame_}; }
 
-    /// Gives the frame away, to what will run it.
+    /// Hands the frame over to whoever runs it.
     std::coroutine_handle<promise_type> release() && noexcept { return std::exchange(frame_, nullptr); }
 
 private:
@@ -114,7 +114,7 @@ Async<T> detail::PromiseOf<T>::get_return_object() noexcept
 
 namespace detail {
 
-/// Gives the job that runs the awaiting coroutine; never suspends.
+/// Returns the job that runs the awaiting coroutine; never suspends.
 struct CurrentJob {
     Job* job = nullptr;
 
@@ -140,10 +140,10 @@ private:
 
 } // namespace detail
 
-/// Throws `Cancelled` once the task is cancelled. For work that goes on for long without waiting.
+/// Throws `Cancelled` once the task is cancelled. For long work without awaits.
 Async<> checkCancellation();
 
-/// Runs `work` to its end though the task may be cancelled: for clean-up that must go out. Awaiting it then throws
+/// Runs `work` to its end even in a cancelled task, for clean-up that must not be skipped. Awaiting it then throws
 /// `Cancelled`, once the work has ended.
 template <class T>
 Async<T> shielded(Async<T> work)

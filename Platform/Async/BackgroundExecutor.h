@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// Where work goes that blocks or computes for long. Tests hand in one that runs it when told. Threads: any may post.
+/// Runs work that blocks or computes for long. Replaceable in tests. Threads: any may post.
 class BackgroundExecutor {
 public:
     virtual ~BackgroundExecutor() = default;
@@ -22,7 +22,7 @@ namespace detail {
 template <class Result, class Work>
 void runAndResume(Work& work, const CancelFlag& cancel, const Resume<Result>& resume)
 {
-    std::exception_ptr error; // this thread lets go of what it caught before the coroutine goes on with it
+    std::exception_ptr error; // handed over only after this thread has left its catch block
     try {
         cancel.check();
         if constexpr (std::is_void_v<Result>) {
@@ -39,16 +39,16 @@ void runAndResume(Work& work, const CancelFlag& cancel, const Resume<Result>& re
 
 } // namespace detail
 
-/// Runs `work(const CancelFlag&)` on `executor` and gives what it returns or throws. A cancelled task raises the flag
-/// and goes on only once `work` has ended, so that it may use what the awaiting coroutine owns: long work looks at the
-/// flag often.
+/// Runs `work(const CancelFlag&)` on `executor` and returns or throws what it does. Cancelling the task raises the
+/// flag; the await ends only when `work` has ended, so `work` may use what the awaiting coroutine owns. Long work must
+/// check the flag often.
 template <class Work, class Result = std::invoke_result_t<Work&, const CancelFlag&>>
 Async<Result> onBackground(BackgroundExecutor* executor, Work work)
 {
     auto cancel = std::make_shared<CancelFlag>();
     co_return co_await suspend<Result>(
         [executor, cancel, &work](Resume<Result> resume) -> CancelAction {
-            // `work` stays here: what it holds must not die on another thread while the coroutine already goes on.
+            // By reference: what `work` owns must not be destroyed on another thread while the coroutine runs on.
             executor->post(
                 [cancel, &work, resume = std::move(resume)] { detail::runAndResume<Result>(work, *cancel, resume); });
             return [cancel] { cancel->cancel(); };

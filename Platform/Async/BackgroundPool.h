@@ -4,11 +4,11 @@
 
 namespace vorn {
 
-/// A few threads for work that blocks or computes for long.
+/// Runs posted work on a few threads.
 class BackgroundPool final : public BackgroundExecutor {
 public:
     explicit BackgroundPool(unsigned threads = 2);
-    /// Waits for what is running; what has not begun is dropped.
+    /// Waits for running work; drops work that has not begun.
     ~BackgroundPool() override;
     BackgroundPool(BackgroundPool&&) = delete;
 

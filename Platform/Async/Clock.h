@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// What time it is and how long to wait. Handed in wherever time matters, so that tests decide how fast it goes.
+/// Tells the time and sleeps. Injected, so that tests control time.
 /// Threads: any.
 class Clock {
 public:
@@ -16,19 +16,19 @@ public:
 
     virtual ~Clock() = default;
 
-    /// The calendar's time, which users and servers may set.
+    /// The calendar time, which the user or a time server may set.
     virtual Instant date() const = 0;
-    /// Time since some fixed point. Never set; goes on while the machine sleeps.
+    /// Monotonic time since some fixed point; includes time that the machine sleeps.
     virtual Duration now() const = 0;
-    /// Ends once `now` is later by `duration`, at once when that is not positive.
+    /// Returns when `now` has advanced by `duration`; at once if that is not positive.
     virtual Async<> sleep(Duration duration) = 0;
 };
 
-/// The system's clock, with a thread that ends its sleeps.
+/// The system's clock, with one thread for its timers.
 class SystemClock final : public Clock {
 public:
     SystemClock();
-    /// The thread ends with the last sleep that is under way.
+    /// The thread ends with the last sleep in progress.
     ~SystemClock() override;
     SystemClock(SystemClock&&) = delete;
 

@@ -56,7 +56,7 @@ void Job::begin()
 
 void Job::resume(std::coroutine_handle<> at)
 {
-    const auto self = shared_from_this(); // the queue may let go of the job while it runs
+    const auto self = shared_from_this(); // the queue may release the job while it runs
     at.resume();
     if (body_.done()) queue_->release(self);
 }

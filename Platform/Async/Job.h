@@ -4,12 +4,12 @@
 #include <memory>
 #include <utility>
 
-/// What runs a coroutine. Nothing here is for use outside this folder: `Task`, `Async` and `suspend` are the interface.
+/// Runs coroutines. Internal to this folder; the interface is `Task`, `Async` and `suspend`.
 namespace vorn::detail {
 
 class WorkQueue;
 
-/// The leaf on which a job waits: the one place where a running coroutine gives its thread away.
+/// The awaiter on which a job is suspended.
 class Wait {
 public:
     /// The job was cancelled. Called on the job's own thread, at most once.
@@ -19,8 +19,8 @@ protected:
     ~Wait() = default;
 };
 
-/// One running coroutine with everything it awaits: a single line of work, which waits on one leaf at a time.
-/// Owned by its queue until it ends; everybody else holds it weakly. Threads: the queue's own.
+/// One running coroutine with everything it awaits; suspended on at most one leaf at a time.
+/// Owned by its queue until it ends; everything else holds it weakly. Threads: the queue's own.
 class Job : public std::enable_shared_from_this<Job> {
 public:
     /// Takes over `body`, a coroutine that has not begun.
@@ -28,21 +28,21 @@ public:
     ~Job();
     Job(Job&&) = delete;
 
-    /// Hands `job` to its queue, which begins it later: never inline, so that whoever starts a job finishes first.
+    /// Hands `job` to its queue, which begins it later, never inside this call.
     static void start(const std::shared_ptr<Job>& job);
 
-    /// From now on every await throws `Cancelled`, also the one whose result is on its way. A job that has not begun
-    /// never does.
+    /// From now on every await throws `Cancelled`, even one whose result has already been posted. A job that has not
+    /// begun never begins.
     void cancel();
 
     bool isCancelled() const noexcept { return cancelled_; }
-    /// Whether awaits throw: cancelled, and not inside of work that must be finished.
+    /// Whether awaits throw: cancelled and not shielded.
     bool isInterrupted() const noexcept { return cancelled_ && shields_ == 0; }
     void shield() noexcept { ++shields_; }
     void unshield() noexcept { --shields_; }
 
-    /// The coroutine at `at` waits on `leaf` for `answer`, which names this one wait: the leaf's own address does not,
-    /// as a loop puts every leaf into the same place of the frame.
+    /// Suspends the coroutine at `at` on `leaf`. `answer` identifies this wait; the address of the leaf does not, since
+    /// the awaiters of a loop share one address.
     void beginWait(Wait* leaf, const void* answer, std::coroutine_handle<> at) noexcept;
     void endWait() noexcept;
     bool waitsFor(const void* answer) const noexcept { return answer_ == answer; }

@@ -45,7 +45,7 @@ bool MainContext::shutDown(std::chrono::milliseconds limit)
 {
     const auto end = std::chrono::steady_clock::now() + limit;
     queue_->cancelJobs();
-    // Work that always posts more must not keep it from looking at the clock.
+    // One at a time: work that keeps posting must not outlast the limit.
     while (runningTasks() > 0 && std::chrono::steady_clock::now() < end && queue_->waitForWork(end)) queue_->runOne();
     queue_->expectWakeUp();
     return runningTasks() == 0;

@@ -10,30 +10,29 @@
 
 namespace vorn {
 
-/// A thread's queue of work, and the tasks that run on it: the thread that makes it is its own. Whatever loop that
-/// thread has drives it: a window's event loop, `runUntil` in a program without one, a test by hand. Threads: `post`
-/// any; everything else its own.
+/// The work queue of the thread that constructs it, and the tasks that run there. Driven by that thread's loop: an
+/// event loop, `runUntil`, or a test. Threads: `post` any; everything else its own.
 class MainContext {
 public:
-    /// `wakeUp` is called, on any thread, when work arrives that `runPending` should be called for: once until then,
-    /// and never after the context is gone. It only asks for that call; it must not make it, nor post.
+    /// `wakeUp` is called, on any thread, when work arrives; once until the next `runPending`, and never after the
+    /// context is destroyed. It must schedule that call without making it, and must not post.
     explicit MainContext(std::function<void()> wakeUp = {});
-    /// Drops what is left. Tasks should have been ended before with `shutDown`: those that still wait are destroyed
-    /// where they stand, without running their clean-up.
+    /// Drops remaining work. Call `shutDown` first: tasks that are still suspended are destroyed without running their
+    /// clean-up.
     ~MainContext();
     MainContext(MainContext&&) = delete;
 
     /// `work` must not throw.
     void post(std::function<void()> work) { queue_->post(std::move(work)); }
 
-    /// Runs what is queued now; what that posts waits for the next call (and calls `wakeUp`), so that an event loop
-    /// stays alive. May be called from inside of work that it runs.
+    /// Runs what is queued now. What that posts waits for the next call (and calls `wakeUp`), so that an event loop
+    /// gets its turn. Reentrant.
     void runPending();
-    /// Runs until nothing is queued, and gives whether there was anything.
+    /// Runs until nothing is queued; returns whether there was anything.
     bool runUntilIdle();
-    /// Runs work as it arrives, and sleeps in between, until `done` says so.
+    /// Runs work as it arrives until `done` returns true.
     void runUntil(const std::function<bool()>& done);
-    /// Runs `work` to its end, and everything else meanwhile.
+    /// Runs `work` to its end, and other work meanwhile.
     template <class T>
     T run(Async<T> work)
     {
@@ -44,14 +43,12 @@ public:
     }
 
     std::size_t runningTasks() const noexcept { return queue_->jobCount(); }
-    /// Cancels every task and runs until none is left. Not from inside of a task, which would wait for itself. Tasks
-    /// that clean-up begins meanwhile are not cancelled.
-    /// Sets no limit to the time this takes: whatever a cancel does not end at once, shielded clean-up and work on a
-    /// pool, needs a limit of its own (a request's `inactivityLimit`, a look at the `CancelFlag` every few
-    /// milliseconds).
+    /// Cancels every task and runs until none is left. Must not be called from a task, which would wait for itself.
+    /// Tasks started meanwhile, by clean-up, are not cancelled.
+    /// May take any time: shielded clean-up and background work need limits of their own (`inactivityLimit`, a check of
+    /// the `CancelFlag` every few milliseconds).
     void shutDown();
-    /// The same for at most `limit`, and gives whether none is left. What is left goes with the context, where it
-    /// stands.
+    /// The same for at most `limit`; returns whether none is left. The rest is destroyed with the context.
     bool shutDown(std::chrono::milliseconds limit);
 
 private:

@@ -10,16 +10,15 @@
 
 namespace vorn {
 
-/// Lets any number of callers share one run of the same work: who comes while it runs waits for its end, and the next
-/// one after that begins anew. No caller owns the run: one that is cancelled stops waiting, and it goes on for the
-/// others. It runs on the thread of the caller that began it, whose context must not be shut down before the others are
-/// done. Threads: any.
+/// Lets concurrent callers share one run of the same work; a call after its end begins another. Cancelling a caller
+/// ends only its wait: the run goes on for the others. It runs on the thread of the caller that began it, whose context
+/// must outlive the others' waits. Threads: any.
 template <class T>
 class SingleFlight {
 public:
     using Work = std::function<Async<T>()>;
 
-    /// Gives what the shared run gives or throws. `work` is called only if no run is under way.
+    /// Returns or throws what the shared run does. `work` is called only if no run is in progress.
     Async<T> run(Work work)
     {
         const auto state = state_;
@@ -32,7 +31,7 @@ public:
 
 private:
     struct State {
-        /// Adds a waiter, and gives whether it is the one that must begin the run.
+        /// Adds a waiter; returns whether it must begin the run.
         bool join(const Resume<T>& waiter)
         {
             const std::lock_guard lock(mutex);
@@ -40,7 +39,7 @@ private:
             return !std::exchange(running, true);
         }
 
-        /// The run is over, and whoever comes from now on begins another.
+        /// Ends the run: the next caller begins another.
         std::vector<Resume<T>> end()
         {
             const std::lock_guard lock(mutex);
@@ -53,7 +52,7 @@ private:
         std::vector<Resume<T>> waiters;
     };
 
-    /// Dies with the run and ends it for everybody, also when its coroutine is destroyed before it could begin.
+    /// Ends the run for all waiters when destroyed, even if its coroutine never began.
     class Landing {
     public:
         explicit Landing(std::shared_ptr<State> state) : state_(std::move(state)) {}

@@ -9,18 +9,18 @@
 
 namespace vorn {
 
-/// Stops what a suspended coroutine waits for. Called on the coroutine's own thread, at most once.
+/// Stops what a suspended coroutine waits for. Called on the coroutine's thread, at most once.
 using CancelAction = std::function<void()>;
 
-/// When the coroutine of a cancelled task goes on.
+/// When a cancelled await ends.
 enum class OnCancel {
-    leave,         ///< at once; what it waited for ends on its own, and its result is dropped
-    waitForResult, ///< when what it waited for has ended: it may use what the coroutine owns
+    leave,         ///< at once; the operation ends by itself, and its result is dropped
+    waitForResult, ///< when the operation has ended, as it may use what the coroutine owns
 };
 
 namespace detail {
 
-/// Where the answer to one suspended coroutine arrives, from any thread. The first one counts.
+/// Receives the result of one await, from any thread. The first one counts.
 template <class T>
 class Mailbox : public std::enable_shared_from_this<Mailbox<T>> {
 public:
@@ -30,7 +30,7 @@ public:
 
     bool fail(std::exception_ptr error) { return settle(Outcome<T>(std::in_place_index<2>, std::move(error))); }
 
-    /// Nobody is left who could answer.
+    /// The last `Resume` is gone: the await ends as cancelled.
     void abandon()
     {
         {
@@ -59,8 +59,7 @@ public:
         ended_.wait(lock, [this] { return settled_; });
     }
 
-    /// On the coroutine's own thread, once woken. Leaves nothing behind, as the mailbox may die later on the thread of
-    /// whoever answered.
+    /// Takes the result out, on the coroutine's thread, once woken: the mailbox may be destroyed later on another one.
     T take()
     {
         auto taken = std::exchange(outcome_, {});
@@ -84,8 +83,8 @@ private:
 
 } // namespace detail
 
-/// Ends one suspension, with a value or an error. Copyable; any thread; only the first call of all copies counts. When
-/// the last copy goes without a call, nobody will ever answer, and the suspension ends as cancelled.
+/// Ends one await with a value or an error. Copyable; any thread; the first call of all copies counts. Destroying the
+/// last copy without a call ends the await as cancelled.
 template <class T>
 class Resume {
 public:
@@ -115,7 +114,7 @@ class SuspendAwaiter final : public Wait {
 public:
     SuspendAwaiter(Start start, OnCancel onCancel) : start_(std::move(start)), onCancel_(onCancel) {}
     SuspendAwaiter(SuspendAwaiter&&) = delete;
-    /// Waiting still only when the whole job is torn down.
+    /// Still waiting here means the job is being destroyed.
     ~SuspendAwaiter()
     {
         if (box_ && job_->waitsFor(box_.get())) {
@@ -140,7 +139,7 @@ public:
             job_->endWait();
             throw; // into the coroutine, at this await
         }
-        if (job_->isInterrupted()) stop(); // cancelled from inside of `start`, when there was no action yet
+        if (job_->isInterrupted()) stop(); // cancelled inside `start`, before there was an action
         return true;
     }
 
@@ -153,7 +152,7 @@ public:
     void interrupt() override
     {
         const bool leaves = onCancel_ == OnCancel::leave;
-        if (leaves && !box_->fail(std::make_exception_ptr(Cancelled()))) return; // the result is on its way
+        if (leaves && !box_->fail(std::make_exception_ptr(Cancelled()))) return; // a result has been posted
         stop();
     }
 
@@ -172,11 +171,10 @@ private:
 
 } // namespace detail
 
-/// The primitive under everything that waits: `co_await suspend<T>(start)` calls `start(Resume<T>)`, which begins
-/// something and returns how to stop it (null when it cannot be stopped), and suspends until the `Resume` is called.
-/// What `start` throws is thrown here; it must not run the queue itself. The cancel action may be called after the
-/// `Resume` was. The coroutine goes on from its own queue, never from inside of `Resume` or a
-/// cancel.
+/// The primitive under every wait: `co_await suspend<T>(start)` calls `start(Resume<T>)`, which begins an operation and
+/// returns how to stop it (null if it cannot be stopped), and suspends until the `Resume` is called. What `start`
+/// throws is thrown here; it must not run the queue. The cancel action may be called after the `Resume`. The coroutine
+/// resumes from its queue, never inside `Resume` or a cancel.
 template <class T, class Start>
 auto suspend(Start start, OnCancel onCancel = OnCancel::leave)
 {

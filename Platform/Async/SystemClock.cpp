@@ -13,7 +13,7 @@
 
 namespace vorn {
 
-/// Ends sleeps on a thread of its own, the only one that touches them: others post to it.
+/// Ends sleeps on a thread of its own; only that thread touches them, others post to it.
 class SystemClock::Timers {
 public:
     Timers() : thread_([this] { run(); }) {}
@@ -45,8 +45,7 @@ private:
         }
     }
 
-    /// The system's own timers stand still while the machine sleeps: a wait of at most a second finds out soon after it
-    /// woke.
+    /// At most a second: the system's timers stop while the machine sleeps, and a sleep must end soon after it wakes.
     void waitForWork()
     {
         if (sleeps_.empty()) return queue_.waitForWork();

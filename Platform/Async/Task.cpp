@@ -13,7 +13,7 @@ Async<> endQuietly(Async<> work)
 {
     try {
         co_await std::move(work);
-    } catch (const Cancelled&) { // NOLINT(bugprone-empty-catch): a cancelled task has nothing more to say
+    } catch (const Cancelled&) { // NOLINT(bugprone-empty-catch): the regular end of a cancelled task
     } catch (const std::exception& error) {
         fatalError(std::string("a task ended with an error that nobody handles: ") + error.what());
     } catch (...) {

@@ -8,14 +8,14 @@ namespace vorn {
 
 class MainContext;
 
-/// A running coroutine that nobody awaits, cancelled when this handle is replaced or destroyed. Neither waits for the
-/// coroutine: it unwinds when its thread comes to it. An error that leaves the coroutine, other than `Cancelled`, is a
-/// mistake of the program and ends it.
+/// A running coroutine, cancelled when this handle is replaced or destroyed. Neither waits for it to unwind, which
+/// happens later on its thread. Any error but `Cancelled` that leaves the coroutine is a programming error and ends the
+/// process.
 /// Threads: the context's own.
 class Task {
 public:
     Task() = default;
-    /// Begins `work` as soon as the context runs; a task cancelled before never begins.
+    /// Begins `work` when the context next runs; a task cancelled before that never begins.
     Task(MainContext& context, Async<> work);
     ~Task() { cancel(); }
     Task(Task&& other) noexcept : job_(std::move(other.job_)) {}
@@ -29,7 +29,7 @@ public:
     void cancel() noexcept;
     bool isRunning() const noexcept { return !job_.expired(); }
 
-    /// Begins `work`, which then ends on its own; only shutting down the context cancels it.
+    /// Begins `work`, which only shutting down the context cancels.
     static void detached(MainContext& context, Async<> work);
     static void detached(const std::shared_ptr<detail::WorkQueue>& queue, Async<> work);
 

@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// Time since the machine started, asleep or awake. Never set.
+/// Monotonic time since the machine started, including sleep.
 std::chrono::nanoseconds timeSinceBoot() noexcept;
 
 } // namespace vorn

@@ -31,7 +31,7 @@ bool WorkQueue::runOne() noexcept
         work = std::move(work_.front());
         work_.pop_front();
     }
-    work(); // unlocked and taken out before: it may post, and it may run a loop of its own over this queue
+    work(); // unlocked: it may post, and may run a nested loop over this queue
     return true;
 }
 
@@ -62,7 +62,7 @@ bool WorkQueue::waitForWork(std::chrono::steady_clock::time_point end)
 void WorkQueue::close()
 {
     requireOwnThread("close it");
-    std::deque<std::function<void()>> dropped; // destroyed unlocked: what they hold may post
+    std::deque<std::function<void()>> dropped; // destroyed unlocked: their captures may post
     {
         const std::lock_guard lock(mutex_);
         closed_ = true;
@@ -78,7 +78,7 @@ void WorkQueue::close()
 bool WorkQueue::adopt(const std::shared_ptr<Job>& job)
 {
     requireOwnThread("start a task");
-    // A task may be started by what dies with a torn-down one. Each would keep the other alive: the job its queue too.
+    // Destroying a job may start another, which would keep the queue, and itself, alive for ever.
     if (closed_) return false;
     jobs_.insert(job);
     return true;

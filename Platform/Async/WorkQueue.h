@@ -13,22 +13,23 @@ namespace vorn::detail {
 
 class Job;
 
-/// Functions in the order they were posted, to be run on one thread, and the jobs that live on it. Outlives its
-/// `MainContext` for those who still want to post; once closed it drops what they post.
+/// Functions in the order they were posted, and the jobs of the thread that runs them. Outlives its `MainContext`: once
+/// closed it drops what is posted.
 class WorkQueue {
 public:
     explicit WorkQueue(std::function<void()> wakeUp) : wakeUp_(std::move(wakeUp)) {}
 
     void post(std::function<void()> work); ///< any thread
 
-    // All that follows: the queue's own thread, which is the one that made it.
-    bool runOne() noexcept; ///< an exception would leave the rest without a wake-up: it ends the process
+    bool runOne() noexcept; ///< false when empty; an exception out of the work ends the process
     std::size_t size() const;
-    /// Forgets that the hook was called: the next post calls it again.
+    /// Makes the next post call the hook again.
     void expectWakeUp();
     void waitForWork();
-    /// The same, no longer than until `end`; gives whether there is any.
+    /// The same until `end` at most; returns whether there is any.
     bool waitForWork(std::chrono::steady_clock::time_point end);
+
+    // All that follows: only on the thread that constructed the queue. The above may run on the threads of a pool.
     void close();
 
     bool adopt(const std::shared_ptr<Job>& job); ///< false once closed: the job is not kept
@@ -36,7 +37,7 @@ public:
     void cancelJobs();
     std::size_t jobCount() const noexcept { return jobs_.size(); }
 
-    /// Ends the process when called from another thread than the queue's own: that would be a race.
+    /// Ends the process, instead of racing, when called on another thread than the queue's own.
     void requireOwnThread(const char* what) const;
 
 private:
@@ -49,7 +50,7 @@ private:
     bool wakeUpCalled_ = false;
     bool closed_ = false; ///< changed on the queue's own thread alone, which may read it unlocked
 
-    std::mutex hookMutex_; ///< held while the hook runs: `close` waits for it, as the hook's loop dies next
+    std::mutex hookMutex_; ///< held while the hook runs, so that `close` waits: the hook's loop is destroyed next
     std::function<void()> wakeUp_;
 };
 

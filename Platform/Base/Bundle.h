@@ -14,8 +14,8 @@ public:
     /// A bundle with just these values.
     explicit Bundle(Values values) : values_(std::move(values)) {}
 
-    /// The running program's own bundle. `embedded` stands in for keys that it lacks: a command-line tool has no
-    /// property list, and other systems than macOS have no bundles.
+    /// The running program's own bundle. `embedded` supplies keys that it lacks: command-line tools, and systems other
+    /// than macOS, have no property list.
     static Bundle main(Values embedded);
 
     /// The value of `key`; nothing when it is missing or is not text.

@@ -5,7 +5,7 @@
 
 namespace vorn {
 
-/// What the running program's property list says under `key`, where the system has such a thing.
+/// The value of `key` in the running program's property list; nothing on systems without bundles.
 std::optional<std::string> mainBundleText(const std::string& key);
 
 } // namespace vorn

@@ -5,7 +5,7 @@
 
 namespace vorn {
 
-/// Thrown out of long work that somebody asked to stop.
+/// Thrown by work that was asked to stop.
 class Cancelled : public std::exception {
 public:
     const char* what() const noexcept override { return "cancelled"; }
@@ -23,7 +23,7 @@ public:
         if (isCancelled()) throw Cancelled();
     }
 
-    /// For work that nobody will stop.
+    /// A flag that is never raised.
     static const CancelFlag& never()
     {
         static const CancelFlag flag;

@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// The system's fastest way to do what `FileManager::copyFile` promises.
+/// Implements `FileManager::copyFile` the fastest way that the system has.
 void copyFileContent(const std::filesystem::path& from, const std::filesystem::path& to,
                      const FileManager::CopyProgress& progress);
 

@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// A point in time, without a calendar or a zone. Milliseconds on every system; the standard clock's own unit differs
-/// between systems and, where it is the nanosecond, ends in the year 2262.
+/// A point in time, without a calendar or a zone. In milliseconds: the standard clock's unit differs between systems,
+/// and nanoseconds end in the year 2262.
 using Instant = std::chrono::sys_time<std::chrono::milliseconds>;
 
 /// A point in time broken down by the Gregorian calendar.

@@ -21,7 +21,7 @@ FileDescriptor createPrivateFile(const std::filesystem::path& path) noexcept
 {
     constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
     FileDescriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, ownerOnly));
-    // The process's mask may have taken rights away from the owner too.
+    // The umask may have removed the owner's rights too.
     if (!file || fchmod(file.get(), ownerOnly) == 0) return file;
     const int code = errno;
     unlink(path.c_str());

@@ -22,19 +22,19 @@ public:
     int get() const noexcept { return number_; }
     explicit operator bool() const noexcept { return number_ >= 0; }
 
-    /// Closes now, for those who want to know: some file systems report a failed write only here.
+    /// Closes now and returns what `close` does: some file systems report a failed write only here.
     int reset() noexcept { return number_ < 0 ? 0 : close(std::exchange(number_, -1)); }
 
 private:
     int number_;
 };
 
-/// Opens a file for reading and waits for nobody: a pipe would keep its reader for ever. None, with `errno`, when that
-/// fails and when it is something else than a file.
+/// Opens a regular file for reading, without blocking on a pipe. On failure, or for anything else than a file, empty
+/// with `errno` set.
 FileDescriptor openRegularFile(const std::filesystem::path& path) noexcept;
 
-/// Makes a new file that only this user may read and write, whatever the process's mask, and opens it for writing.
-/// None, with `errno`, when that fails; also when there is a file already.
+/// Creates a file that only this user may read and write, whatever the umask, and opens it for writing. On failure,
+/// also if the file exists, empty with `errno` set.
 FileDescriptor createPrivateFile(const std::filesystem::path& path) noexcept;
 
 } // namespace vorn

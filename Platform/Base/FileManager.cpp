@@ -32,7 +32,7 @@ void writeAll(const FileDescriptor& file, ByteView bytes, const fs::path& path)
     }
 }
 
-/// False where the system cannot give the file its name, which others may get.
+/// False when an unnamed file could not be named here; a named one may still work.
 bool writeTo(IncompleteFile file, ByteView bytes, const fs::path& path)
 {
     if (!file.isOpen()) fail("cannot write", path, errno);
@@ -42,10 +42,10 @@ bool writeTo(IncompleteFile file, ByteView bytes, const fs::path& path)
     if (file.hasName()) fail("cannot write", path, errno);
     return false;
 }
-/// What the system's user database says of a user's home.
+/// A user's home in the system's user database.
 struct KnownHome {
     fs::path path;
-    int error = 0; ///< why it says nothing
+    int error = 0; ///< why there is none
 
     explicit operator bool() const noexcept { return error == 0; }
     const fs::path& operator*() const noexcept { return path; }
@@ -60,13 +60,13 @@ KnownHome homeOfUser(uid_t user)
     int code = 0;
     do {
         code = getpwuid_r(user, &entry, room.data(), room.size(), &found);
-        if (code == ERANGE) room.resize(room.size() * 2); // an entry may be long, such as one from a network
+        if (code == ERANGE) room.resize(room.size() * 2); // entries from a network may be long
     } while (code == EINTR || (code == ERANGE && room.size() <= longest));
     if (found == nullptr || *found->pw_dir == '\0') return {{}, code != 0 ? code : ENOENT};
     return {found->pw_dir};
 }
 
-/// Makes `folder` and those above it that are missing, for this user alone.
+/// Creates `folder` and missing folders above it (mode 0700).
 void createMissing(const fs::path& folder)
 {
     if (folder.empty() || fs::is_directory(folder)) return;
@@ -86,7 +86,7 @@ fs::path FileManager::homeDirectory()
 {
     const auto known = homeOfUser(getuid());
     if (known) return *known;
-    const char* chosen = std::getenv("HOME"); // containers run as users of any number
+    const char* chosen = std::getenv("HOME"); // containers run under user ids without an entry
     if (chosen == nullptr || *chosen != '/') fail("this user has no home directory", {}, known.error);
     return chosen;
 }
@@ -101,8 +101,7 @@ void FileManager::createPrivateDirectory(const fs::path& directory)
 {
     createMissing(directory.parent_path());
     if (mkdir(directory.c_str(), S_IRWXU) != 0) fail("cannot make the folder", directory, errno);
-    if (chmod(directory.c_str(), S_IRWXU) == 0)
-        return; // the process's mask may have taken rights away from the owner too
+    if (chmod(directory.c_str(), S_IRWXU) == 0) return; // the umask may have removed the owner's rights too
     const int code = errno;
     rmdir(directory.c_str());
     fail("cannot make the folder", directory, code);
@@ -118,7 +117,7 @@ bool FileManager::fileExists(const fs::path& path)
     std::error_code failure;
     const fs::file_type type = fs::status(path, failure).type();
     if (type != fs::file_type::none) return type != fs::file_type::not_found;
-    // Names that can lead to no file; anything else hides what is there.
+    // No file can have such a path; other errors may hide one.
     return failure != std::errc::filename_too_long && failure != std::errc::too_many_symbolic_link_levels;
 }
 

@@ -12,7 +12,7 @@
 namespace vorn::idna {
 namespace {
 
-/// More than any name has that DNS takes.
+/// Longer than any DNS name.
 constexpr std::size_t room = 1024;
 
 const UIDNA& standard()
@@ -44,7 +44,7 @@ std::optional<std::string> toASCII(std::string_view host)
     const std::int32_t size =
         uidna_nameToASCII_UTF8(&standard(), host.data(), static_cast<std::int32_t>(host.size()), name.data(),
                                static_cast<std::int32_t>(name.size()), &info, &failure);
-    // Two hyphens in the third place are refused for what they may once mean; names with them are in use.
+    // Names with hyphens in the third and fourth place are reserved, but in use.
     constexpr std::uint32_t allowed = UIDNA_ERROR_HYPHEN_3_4;
     if (U_FAILURE(failure) || (info.errors & ~allowed) != 0) return std::nullopt;
     std::string ascii(name.data(), static_cast<std::size_t>(size));

@@ -7,9 +7,8 @@
 /// Names of hosts outside ASCII (Unicode Technical Standard 46). Threads: any.
 namespace vorn::idna {
 
-/// `host`, labels between dots, in the form that resolvers know: "xn--bcher-kva.example" for "Bücher.example". Nothing
-/// where the standard, in its nontransitional form, allows no such name, or where what it maps to is no name. Takes
-/// well-formed UTF-8 without a dot at the end.
+/// The ASCII form of `host`: "xn--bcher-kva.example" for "Bücher.example". Nothing if nontransitional processing
+/// refuses it, or maps it to something that is no host name. Takes well-formed UTF-8 without a trailing dot.
 std::optional<std::string> toASCII(std::string_view host);
 
 } // namespace vorn::idna

@@ -14,10 +14,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Each time a sweep must have come between the making of a file and its lock.
+/// Attempts: each time, a sweep must have come between creating the file and locking it.
 constexpr int mostSweptBefore = 100;
 
-/// False when another process holds the lock. Where a file system has no locks, nobody sweeps either.
+/// False when another process holds the lock. A file system without locks is never swept.
 bool lock(const FileDescriptor& file)
 {
     return flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
@@ -52,7 +52,7 @@ IncompleteFile::~IncompleteFile()
 IncompleteFile IncompleteFile::unnamed(const fs::path& folder)
 {
     IncompleteFile made(folder, createUnnamedFile(folder.empty() ? "." : folder));
-    if (made.isOpen()) lock(made.file_); // nobody else can hold it
+    if (made.isOpen()) lock(made.file_); // no other process can hold it
     return made;
 }
 
@@ -81,7 +81,7 @@ bool IncompleteFile::moveTo(const fs::path& path)
     if (!hasName()) {
         if (nameFile(file_, path)) return true;
         if (errno != EEXIST) return false;
-        // Only a rename replaces in one step, and it takes a name.
+        // Only a rename replaces atomically, and it needs a name.
         fs::path name = folder_ / names.make();
         if (!nameFile(file_, name)) return false;
         name_ = std::move(name);
@@ -99,7 +99,7 @@ void IncompleteFile::sweep(const fs::path& folder) noexcept
         for (; !failure && entry != fs::directory_iterator(); entry.increment(failure)) {
             if (names.matches(entry->path().filename().native())) removeAbandoned(entry->path());
         }
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): without memory the next run sweeps
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): out of memory; the next run sweeps
     }
 }
 

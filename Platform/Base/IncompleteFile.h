@@ -7,14 +7,14 @@
 
 namespace vorn {
 
-/// A new private file that gets its name once it is whole; removed with the object before that. A process that is
-/// killed leaves nothing of an unnamed one. A named one stays, called ".incomplete-" and a UUID; it is locked while its
-/// process lives, so that `sweep` knows. Threads: any, one at a time. Errors: none is thrown, `errno` says why.
+/// A new private file that is moved to its path once it is whole, and removed with the object otherwise. A killed
+/// process leaves nothing of an unnamed file; a named one (".incomplete-" and a UUID) stays for `sweep`, and is locked
+/// while its process lives. Threads: any, one at a time. Errors: never throws; sets `errno`.
 class IncompleteFile {
 public:
     static constexpr UniqueName names{".incomplete-", ""};
 
-    /// In `folder`; not open where that fails, as for an unnamed one where the system has no such files.
+    /// In `folder`; not open on failure, such as a system without unnamed files.
     static IncompleteFile unnamed(const std::filesystem::path& folder);
     static IncompleteFile named(const std::filesystem::path& folder);
 
@@ -25,20 +25,20 @@ public:
     bool hasName() const noexcept { return !name_.empty(); }
     const FileDescriptor& descriptor() const noexcept { return file_; }
 
-    /// Whether all that was written has arrived: some file systems report a failed write only when a file is closed.
+    /// Whether all writes succeeded: some file systems report a failure only when a file is closed.
     bool finish() const noexcept;
-    /// Moves it to `path`, replacing what is there in one step.
+    /// Moves the file to `path`, replacing atomically what is there.
     bool moveTo(const std::filesystem::path& path);
 
-    /// Removes the named ones that this user's processes left in `folder` when they were killed; never one that is
-    /// still being written. What cannot be removed stays.
+    /// Removes the named files that this user's killed processes left in `folder`; never one that is being written.
+    /// Ignores failures.
     static void sweep(const std::filesystem::path& folder) noexcept;
 
 private:
     IncompleteFile(std::filesystem::path folder, FileDescriptor file);
 
     std::filesystem::path folder_;
-    std::filesystem::path name_; ///< empty while there is none to remove
+    std::filesystem::path name_; ///< empty when there is none to remove
     FileDescriptor file_;
 };
 

@@ -18,7 +18,7 @@ struct SinkInUse {
     std::shared_ptr<LogSink> sink;
 };
 
-/// Never destroyed: what is destroyed at exit may still log.
+/// Never destroyed: other destructors may log at exit.
 SinkInUse& sinkInUse()
 {
     static auto& inUse = *new SinkInUse;
@@ -41,7 +41,7 @@ std::string escape(char32_t scalar)
     }
 }
 
-/// `line` in well-formed UTF-8 with escapes for what would break it.
+/// `line` as well-formed UTF-8 with control characters escaped.
 std::string asOneLine(std::string_view line)
 {
     std::string result;
@@ -82,7 +82,7 @@ void Log::error(std::string_view line) const noexcept
             sink->write(subsystem_, category_, written);
         else
             writeToSystemLog(subsystem_, category_, written);
-    } catch (const std::exception& error) { // often called from clean-up, which has to go on
+    } catch (const std::exception& error) { // often called from clean-up, which must go on
         std::fprintf(stderr, "cannot write to the log: %s\n", error.what());
     }
 }

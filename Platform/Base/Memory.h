@@ -4,21 +4,21 @@
 #include <limits>
 #include <new>
 
-/// Memory by the hundred megabytes. Threads: any.
+/// Allocation for very large buffers. Threads: any.
 namespace vorn::memory {
 
-/// Memory for `size` bytes, for which the system is asked to use its large pages when the block is large: touching a
-/// gigabyte for the first time in small ones costs a quarter of a second more. Throws `std::bad_alloc`.
+/// Allocates `size` bytes, on large pages if the block is large: first touching a gigabyte in small ones takes a
+/// quarter of a second longer. Throws `std::bad_alloc`.
 void* allocate(std::size_t size);
 
-/// Frees what `allocate` gave.
+/// Frees a block from `allocate`.
 void release(void* block) noexcept;
 
-/// Gives memory that has been freed, but that the process still holds, back to the system. Worth calling after work
-/// that freed hundreds of megabytes in small pieces.
+/// Returns freed memory that the process still holds to the system. Worth it after freeing hundreds of megabytes in
+/// small pieces.
 void returnFreed() noexcept;
 
-/// An allocator for containers that grow large.
+/// For containers that grow large.
 template <class T>
 struct LargeBlockAllocator {
     using value_type = T; // NOLINT(readability-identifier-naming): the standard's name

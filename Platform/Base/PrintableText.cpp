@@ -16,7 +16,7 @@ bool isControl(char32_t scalar)
     return c0OrC1 || breaksLine;
 }
 
-/// Spaces without width, and the tags that spell a second, hidden text.
+/// Zero-width spaces, and the tag characters that can spell a hidden text.
 bool isInvisible(char32_t scalar)
 {
     const bool hasNoWidth = scalar == 0x00AD || scalar == 0x180E || scalar == 0x200B || scalar == 0xFEFF ||

@@ -13,8 +13,7 @@ namespace {
 
 constexpr std::string_view neutralTag = "en-US";
 
-/// What POSIX writes behind "@" where BCP 47 has a script after the language. Other words there say nothing about the
-/// language (such as "euro").
+/// The script that a POSIX modifier ("@latin") stands for; other modifiers, such as "euro", name none.
 std::string_view scriptOf(std::string_view modifier)
 {
     if (modifier == "latin") return "_Latn";

@@ -20,8 +20,7 @@ namespace {
 
 constexpr std::uint64_t highBits = 0x8080808080808080;
 
-/// Where the leading run of ASCII in `bytes` ends, rounded down to whole words: nearly all text is ASCII nearly
-/// everywhere.
+/// Length of the leading ASCII run in `bytes`, rounded down to whole words. Fast path: most text is ASCII.
 std::size_t skipASCII(std::string_view bytes, std::size_t from) noexcept
 {
     while (bytes.size() - from >= sizeof(std::uint64_t)) {

@@ -15,18 +15,18 @@ bool isWellFormed(std::string_view bytes) noexcept;
 /// recommends.
 std::string repaired(std::string_view bytes);
 
-/// As `repaired`, but well-formed bytes, which nearly all are, come back as they stand; others are repaired in `room`,
-/// to which the result then points.
+/// As `repaired`, without a copy of well-formed bytes: the result points to `bytes`, or to `room`, which then holds the
+/// repaired text.
 std::string_view repaired(std::string_view bytes, std::string& room);
 
 /// `text` without the white space and newlines at both ends: general categories Zs, Zl and Zp, U+0009–000D, U+0085.
 /// Takes well-formed text; the result points into it.
 std::string_view trimmed(std::string_view text) noexcept;
 
-/// `text` in lower case by Unicode's full mappings, in no language's special way. Takes well-formed text.
+/// `text` in lower case by Unicode's full mappings, independent of language. Takes well-formed text.
 std::string lowercased(std::string_view text);
 
-/// Adds `scalar` to the end of `text`; U+FFFD for what is no Unicode scalar.
+/// Appends `scalar` to `text`; U+FFFD for an invalid one.
 void append(std::string& text, char32_t scalar);
 
 /// The first `count` user-perceived characters of `text`, which may be many scalars each; none is split. Takes
@@ -36,7 +36,7 @@ std::string prefixOfCharacters(std::string_view text, std::size_t count);
 /// The Unicode scalars of `text`; U+FFFD stands for each ill-formed part.
 std::u32string scalars(std::string_view text);
 
-/// Whether `scalar` is a decimal digit of any script (general category Nd).
+/// Whether `scalar` is a decimal digit in any script (general category Nd).
 bool isDecimalDigit(char32_t scalar) noexcept;
 
 } // namespace vorn::text

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// A kind of file names, each `prefix`, a random UUID as `newUUID` writes it, and `suffix`.
+/// Names of the form `prefix`, a UUID as `newUUID` writes it, `suffix`.
 struct UniqueName {
     std::string_view prefix, suffix;
 

@@ -5,7 +5,7 @@
 
 namespace vorn {
 
-/// Small settings of the current user, by key. Threads: the one that made it.
+/// Small settings of the current user, by key. Threads: the one that constructed it.
 class UserDefaults {
 public:
     virtual ~UserDefaults() = default;
@@ -16,7 +16,7 @@ public:
     /// False when `key` is missing. A text counts as macOS counts it: "YES", "true" and numbers other than 0 are true.
     virtual bool boolean(const std::string& key) const = 0;
 
-    /// Kept for later runs. What cannot be kept counts for this run, and is logged.
+    /// Kept for later runs. A value that cannot be saved counts for this run, and the failure is logged.
     virtual void setBoolean(const std::string& key, bool value) = 0;
     virtual void setText(const std::string& key, const std::string& value) = 0; ///< the same
 };

@@ -16,7 +16,7 @@ extern char** environ; // NOLINT(readability-redundant-declaration): not every s
 namespace vorn {
 namespace {
 
-/// How a program is started, freed with the object.
+/// Owns the attributes with which a program is spawned.
 class SpawnPlan {
 public:
     SpawnPlan()
@@ -41,7 +41,7 @@ public:
     posix_spawnattr_t attributes{};
 
 private:
-    /// This program blocks the signals that it waits for, and ignores some; a browser that it starts must not.
+    /// Resets signals: this process blocks and ignores some, which a browser must not inherit.
     void setSignals()
     {
         sigset_t blocked{};
@@ -82,7 +82,7 @@ DetachedProgram::DetachedProgram(const std::string& program, std::vector<std::st
     std::promise<std::optional<int>> end;
     end_ = end.get_future().share();
     const pid_t process = start(program, std::move(arguments));
-    // The thread touches nothing else, so that it may go on after this object, and while the process ends.
+    // The thread owns all it uses: it may outlive this object and run while the process ends.
     std::thread([process, told = std::move(end)]() mutable { told.set_value(endOf(process)); }).detach();
 }
 

@@ -8,15 +8,15 @@
 
 namespace vorn {
 
-/// A program in a session of its own, which may outlive this process. It inherits the environment and the current
-/// folder; its standard streams lead nowhere, no other file is open in it, and no signal blocked.
+/// A program in its own session, which may outlive this process. Inherits the environment and the current folder, but
+/// no open files and no signal mask; its standard streams are /dev/null.
 class DetachedProgram {
 public:
-    /// Looks for a `program` without "/" in `PATH`. Throws `std::system_error` when it cannot be started.
+    /// Searches `PATH` for a `program` without "/". Throws `std::system_error` when it cannot be started.
     DetachedProgram(const std::string& program, std::vector<std::string> arguments);
 
-    /// Its exit status, 128 and the signal's number where one has ended it; nothing when it runs after `limit`, and
-    /// when this process was told not to learn how others end.
+    /// The exit status, or 128 plus the number of the signal that ended it; nothing if it still runs after `limit`, or
+    /// if SIGCHLD is ignored.
     std::optional<int> waitForEnd(std::chrono::milliseconds limit) const;
 
 private:

@@ -2,11 +2,11 @@
 
 namespace vorn {
 
-/// Makes this process a regular application, with an icon in the Dock and a menu bar, also when it was started from a
-/// terminal. Only macOS tells such processes apart. Threads: the main one.
+/// Makes this process a regular application, with an icon in the Dock and a menu bar, even when started from a
+/// terminal. Does nothing outside macOS. Threads: the main one.
 void becomeRegularApplication();
 
-/// Brings the application's windows before those of others. On Linux the window itself is asked instead.
+/// Brings the application's windows to the front. Does nothing on Linux, where each window is raised by itself.
 void activateApplication();
 
 } // namespace vorn

@@ -4,8 +4,7 @@
 
 namespace vorn {
 
-/// Closes every file in the program to be started but its standard streams. `flags` are those that the attributes will
-/// get.
+/// Makes the spawned program inherit no open files but its standard streams. `flags` are those set on the attributes.
 void inheritNothing(posix_spawn_file_actions_t& actions, short& flags);
 
 } // namespace vorn

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// Shows `item` selected in a window of the system's file manager, or its folder where that cannot be had. `opener` is
-/// the desktop's program that opens what it is given. Waits for neither. Throws `std::system_error`.
+/// Shows `item` selected in the file manager, or opens its folder with the program `opener` if there is none. Does not
+/// wait. Throws `std::system_error`.
 void revealItem(const std::filesystem::path& item, const std::string& opener);
 
 } // namespace vorn

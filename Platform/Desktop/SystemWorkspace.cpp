@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longestLook = 2s;
 
-/// The old process has quit when the new one opens: only a fresh one gets what has just been granted.
+/// Opens the new process after the old one has quit: permissions just granted apply to fresh processes only.
 constexpr const char* openLater = R"(sleep 1; /usr/bin/open "$0")";
 
 bool isBundle(const std::filesystem::path& application)
@@ -43,7 +43,7 @@ void SystemWorkspace::revealApplication()
 {
     try {
         revealItem(application_, programs_.open);
-    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the user sees that no window came
+    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the user sees that no window opened
     }
 }
 

@@ -6,24 +6,24 @@
 
 namespace vorn {
 
-/// The programs that the system's workspace starts. One without a "/" is looked for in `PATH`.
+/// The programs that `SystemWorkspace` starts; one without "/" is searched for in `PATH`.
 struct DesktopPrograms {
-    std::string open;  ///< opens what it is given, as the user would by a double click
-    std::string shell; ///< outlives this process, and then starts the application anew
+    std::string open;  ///< opens a file or URL, as a double click does
+    std::string shell; ///< outlives this process and restarts the application
 
     static DesktopPrograms ofSystem();
 };
 
-/// The user's own desktop. What it starts inherits nothing of this process but its environment, and survives it.
+/// The user's desktop. Programs it starts inherit only the environment, and outlive this process.
 class SystemWorkspace final : public Workspace {
 public:
-    /// `application` is what is shown and started anew, see `applicationOf`. `terminate` asks this process to end; it
-    /// is called from within `relaunch`, and may return.
+    /// `application` is what is shown and restarted, see `applicationOf`. `terminate` asks this process to end;
+    /// `relaunch` calls it, and it may return.
     SystemWorkspace(std::filesystem::path application, std::function<void()> terminate,
                     DesktopPrograms programs = DesktopPrograms::ofSystem());
 
-    /// Waits up to 2 seconds for the program that finds another one for `url`. One that takes longer shows a dialog or
-    /// has become that other one: this counts as taken.
+    /// Waits up to 2 seconds for the opener. One that takes longer shows a dialog, or has become the program that
+    /// handles `url`: that counts as opened.
     bool open(const std::string& url) override;
     void revealApplication() override;
     void relaunch() override;
@@ -34,7 +34,7 @@ private:
     DesktopPrograms programs_;
 };
 
-/// The application bundle (…/Name.app) that holds the file `executable`; where there is none, the file itself.
+/// The bundle (…/Name.app) that contains `executable`, else `executable` itself.
 std::filesystem::path applicationOf(const std::filesystem::path& executable);
 
 } // namespace vorn

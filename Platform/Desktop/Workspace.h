@@ -5,21 +5,19 @@
 
 namespace vorn {
 
-/// What the application asks the user's desktop for. Threads: the main one. Nothing here waits for the user.
+/// What the application asks of the desktop. Threads: the main one. Never waits for the user.
 class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    /// Opens `url` with the program that is there for it. Says whether one took it.
+    /// Opens `url` with the program for it; returns whether one took it.
     virtual bool open(const std::string& url) = 0;
 
-    /// Shows the running application, or the program's file where there is no bundle, selected in a window of the file
-    /// manager.
+    /// Shows the running application (without a bundle, the program's file) selected in the file manager.
     virtual void revealApplication() = 0;
 
-    /// Ends this process and starts the application anew, for what a system grants to fresh processes only. Where there
-    /// is no application bundle, or the helper that starts it cannot run, the process ends without it, or stays,
-    /// respectively.
+    /// Restarts the application, for permissions that apply to fresh processes only. Without an application bundle the
+    /// process just ends; if the helper that restarts it cannot run, the process stays.
     virtual void relaunch() = 0;
 };
 

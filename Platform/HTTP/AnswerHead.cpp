@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-constexpr std::size_t largest = 256 * 1024; // less than libcurl takes, which would call it a lost connection
+constexpr std::size_t largest = 256 * 1024; // below libcurl's own limit, which reads as a lost connection
 
 std::string_view withoutWhiteSpace(std::string_view text)
 {
@@ -47,7 +47,7 @@ void AnswerHead::begin(std::string_view statusLine)
 
 void AnswerHead::add(std::string_view line)
 {
-    const bool continues = line.front() == ' ' || line.front() == '\t'; // a folded line, which old servers send
+    const bool continues = line.front() == ' ' || line.front() == '\t'; // a folded line, from old servers
     if (continues && !headers_.empty()) {
         headers_.back().second.append(" ").append(withoutWhiteSpace(line));
         return;

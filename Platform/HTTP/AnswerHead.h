@@ -7,14 +7,14 @@
 
 namespace vorn {
 
-/// Puts an answer's head together from its lines. Heads of interim answers (1xx) are forgotten when the next begins;
-/// what follows the final head, the trailer of a chunked body, is not taken.
+/// Collects the head of an answer, line by line. Drops the heads of interim answers (1xx), and the trailer of a chunked
+/// body.
 class AnswerHead {
 public:
-    /// Takes one line with its line break. Gives false once heads have become too large together.
+    /// Takes one line with its line break. Returns false once the heads are too large together.
     bool take(std::string_view line);
 
-    /// Whether the head of the final answer has come to its end.
+    /// Whether the head of the final answer is complete.
     bool isFinal() const noexcept { return ended_ && status_ >= 200; }
     int status() const noexcept { return status_; }
     HTTPHeaders& headers() noexcept { return headers_; }

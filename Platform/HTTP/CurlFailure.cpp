@@ -10,7 +10,7 @@ URLError::Code connectFailureOf(int systemError) noexcept
     switch (systemError) {
     case ENETUNREACH:
     case ENETDOWN:
-    case EADDRNOTAVAIL: // no address of our own to connect from
+    case EADDRNOTAVAIL: // no local address to connect from
         return URLError::Code::notConnectedToInternet;
     case ETIMEDOUT: return URLError::Code::timedOut;
     default: return URLError::Code::cannotConnectToHost; // EHOSTUNREACH too: there is a network, the host is not on it
@@ -42,10 +42,10 @@ URLError::Code failureOf(CURLcode result, int systemError, bool onNetwork) noexc
     case CURLE_SSL_CRL_BADFILE:
     case CURLE_SSL_INVALIDCERTSTATUS:
     case CURLE_SSL_ISSUER_ERROR: return Code::secureConnectionFailed;
-    case CURLE_UNSUPPORTED_PROTOCOL: // what came has no status line; other schemes never get this far
+    case CURLE_UNSUPPORTED_PROTOCOL: // the answer has no status line; other schemes never get here
     case CURLE_WEIRD_SERVER_REPLY: return Code::badServerResponse;
     case CURLE_FILESIZE_EXCEEDED:
-    case CURLE_OUT_OF_MEMORY: // libcurl's word for a header line without an end
+    case CURLE_OUT_OF_MEMORY: // libcurl's code for an endless header line
         return Code::dataLengthExceedsMaximum;
     default: return Code::unknown;
     }

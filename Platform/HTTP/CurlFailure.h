@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// What went wrong, in the platform's words. `systemError` is the `errno` of the last call on the socket, or 0;
-/// `onNetwork` whether the machine is on any network.
+/// The code for a failure of libcurl. `systemError` is the `errno` of the last call on the socket, or 0; `onNetwork`
+/// whether the machine is on any network.
 URLError::Code failureOf(CURLcode result, int systemError, bool onNetwork) noexcept;
 
 } // namespace vorn

@@ -22,7 +22,7 @@ const char* nameOf(HTTPRequest::Method method) noexcept
     return "GET";
 }
 
-/// The URL without its user info, of which libcurl would make an `Authorization` header.
+/// The URL without its user info, which libcurl would send as an `Authorization` header.
 std::string addressOf(const URL& url)
 {
     std::string text = url.text();
@@ -37,15 +37,15 @@ void setRequest(CURL* handle, const HTTPRequest& request)
     set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     set(handle, CURLOPT_PATH_AS_IS, 1L);
     set(handle, CURLOPT_FOLLOWLOCATION, 0L);
-    // One request at a time goes out on a connection, which a cancel closes. HTTP/2 would share it between requests and
-    // let libcurl send refused ones again; for parts that follow each other it gains nothing.
+    // One request at a time per connection, which a cancel closes. HTTP/2 would share it between requests and let
+    // libcurl repeat refused ones; for parts sent one by one it gains nothing.
     set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
 }
 
 void setBody(CURL* handle, const HTTPRequest& request)
 {
     if (request.method == HTTPRequest::Method::get && !request.body) return;
-    // An upload under another name, rather than libcurl's POST: that one brings a Content-Type of its own.
+    // An upload with a custom method: libcurl's POST would add a Content-Type.
     const std::int64_t size = bodySizeOf(request);
     set(handle, CURLOPT_UPLOAD, 1L);
     set(handle, CURLOPT_CUSTOMREQUEST, nameOf(request.method));
@@ -85,8 +85,8 @@ void setConnection(CURL* handle, const HTTPRequest& request)
 {
     const auto limit = std::max<std::int64_t>(request.inactivityLimit.count(), 1);
     set(handle, CURLOPT_NOSIGNAL, 1L);
-    set(handle, CURLOPT_QUICK_EXIT, 1L); // a name that is still looked up holds up neither a cancel nor the end
-    // Half of it is for the first address of a host that has several.
+    set(handle, CURLOPT_QUICK_EXIT, 1L); // a pending name lookup must not delay a cancel or the end
+    // libcurl gives half of it to the first of several addresses.
     set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit));
 }
 
@@ -98,16 +98,16 @@ void setTrust(CURL* handle, const std::string& authorities)
     curl_blob blob{.data = const_cast<char*>(authorities.data()), .len = authorities.size(), .flags = CURL_BLOB_COPY};
     set(handle, CURLOPT_CAINFO_BLOB, &blob);
     set(handle, CURLOPT_CAPATH,
-        static_cast<const char*>(nullptr)); // the folder of the system's would count beside them
+        static_cast<const char*>(nullptr)); // the system's folder would be trusted too
 }
 
 CurlList setProxy(CURL* handle, const HTTPRequest& request)
 {
     CurlList list = listOf({"Proxy-Connection:", "User-Agent:"});
     set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
-    set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // tokens are not for the proxy
+    set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // keeps tokens from the proxy
     set(handle, CURLOPT_PROXYHEADER, list.get());
-    // The environment names proxies for other machines; few people think of excepting their own.
+    // Proxies of the environment are for other machines; few users except their own.
     if (request.url.isThisMachine()) set(handle, CURLOPT_PROXY, "");
     return list;
 }

@@ -14,7 +14,7 @@ namespace vorn {
 using CurlHandle = Owned<CURL, curl_easy_cleanup>;
 using CurlList = Owned<curl_slist, curl_slist_free_all>;
 
-/// Sets an option of `handle`. Throws `URLError`: this libcurl lacks something.
+/// Sets an option of `handle`. Throws `URLError` if this libcurl does not support it.
 template <class Value>
 void set(CURL* handle, CURLoption option, Value value)
 {
@@ -27,8 +27,8 @@ struct CurlHeaders {
     CurlList proxy; ///< for the proxy alone
 };
 
-/// Tells `handle` what to send and how, and whom to trust: the system's authorities, or those in `authorities` (PEM).
-/// The header lines that it gives must outlive the handle. Throws `URLError`.
+/// Configures `handle` for `request`, trusting the system's authorities or, if not empty, `authorities` (PEM). The
+/// returned header lines must outlive the handle. Throws `URLError`.
 CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::string& authorities);
 
 /// The body's size in bytes; 0 without one.

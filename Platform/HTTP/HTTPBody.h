@@ -10,17 +10,17 @@
 
 namespace vorn {
 
-/// What a request sends after its head. Not copied: a transfer asks for the next bytes when it can send them.
+/// The body of a request. Never copied: a transfer reads the next bytes when it can send them.
 class HTTPBody {
 public:
     virtual ~HTTPBody() = default;
 
-    /// In bytes; always the same.
+    /// In bytes; constant.
     virtual std::int64_t size() const noexcept = 0;
 
-    /// Puts the bytes from `at` on into `into`, as many as fit or are left, and gives how many. May be asked for the
-    /// same bytes again. Called on the session's own thread, and all of the session's transfers wait meanwhile: reading
-    /// a local file is fine, waiting for anything else is not. What it throws, the request fails with.
+    /// Copies the bytes from `at` on into `into`, as many as fit or are left, and returns how many. May be called again
+    /// for the same bytes. Runs on the session's thread and holds up all its transfers: reading a local file is fine,
+    /// any other waiting is not. The request fails with what it throws.
     virtual std::size_t read(std::int64_t at, std::span<std::byte> into) const = 0;
 };
 

@@ -10,7 +10,7 @@ namespace vorn {
 /// Names and values in their order.
 using HTTPHeaders = std::vector<std::pair<std::string, std::string>>;
 
-/// The value of the first header called `name`, in any case; null when there is none.
+/// The value of the first header named `name`, ignoring case; null when there is none.
 const std::string* findHeader(const HTTPHeaders& headers, std::string_view name) noexcept;
 
 } // namespace vorn

@@ -8,7 +8,7 @@
 namespace vorn {
 namespace {
 
-/// Line breaks in a header would end it and begin another one.
+/// A line break would end the header and begin another.
 bool isOneLine(std::string_view text)
 {
     return std::none_of(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n' || c == '\0'; });

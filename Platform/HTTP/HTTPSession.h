@@ -16,22 +16,21 @@
 
 namespace vorn {
 
-/// One request. Sent exactly as it stands: no header is added but `Host` and, with a body, `Content-Length`.
+/// One request. No header is added but `Host` and, with a body, `Content-Length`.
 struct HTTPRequest {
     enum class Method { get, post, put };
 
     Method method = Method::get;
     URL url;
     HTTPHeaders headers = {}; ///< a name or value with a line break in it fails as `URLError::Code::unknown`
-    /// The body, which the transfer keeps alive; null sends none. An empty body still sends its length. A PUT and a
-    /// POST without a body say `Content-Length: 0`.
+    /// Null sends no body, an empty body its length; a PUT or POST without a body sends `Content-Length: 0`.
     std::shared_ptr<const HTTPBody> body = {};
-    /// The longest silence in either direction before the transfer ends as timed out, a quarter of a second later at
-    /// most; not a limit of the whole.
+    /// How long nothing may move in either direction before the transfer times out (up to 250 ms later); no limit for
+    /// the whole transfer.
     std::chrono::milliseconds inactivityLimit{30'000};
-    /// Told how many bytes of the body have left so far, in growing steps, on the session's own thread, where it is
-    /// also destroyed. Not called again once the awaiting coroutine has been resumed. It must not throw, which would
-    /// end the process, and should return soon: all of the session's transfers, and a cancel of this one, wait for it.
+    /// Called with the growing number of body bytes sent, on the session's thread, where it is also destroyed. Not
+    /// called once the awaiting coroutine has been resumed. Must not throw, and must return soon: all of the session's
+    /// transfers, and a cancel of this one, wait for it.
     std::function<void(std::int64_t bytesSent)> onBodyProgress = {};
 };
 
@@ -40,12 +39,11 @@ struct HTTPResponse {
     HTTPHeaders headers;
     std::string body;
 
-    /// The value of the first header called `name`, in any case, without the white space around it.
+    /// The trimmed value of the first header named `name`, ignoring case.
     std::optional<std::string> header(std::string_view name) const;
 };
 
-/// Sends requests and gives their answers. Tests hand in one that answers from a script.
-/// Threads: any; the coroutine resumes on its own queue.
+/// Sends requests. Replaceable in tests. Threads: any; the coroutine resumes on its own queue.
 class HTTPSession {
 public:
     /// In bytes; a larger answer fails as `dataLengthExceedsMaximum`.
@@ -54,22 +52,21 @@ public:
     virtual ~HTTPSession() = default;
 
     struct Options {
-        /// Certificates (PEM) of the authorities to trust instead of the system's; empty: the system's.
+        /// Certificates (PEM) of the authorities to trust; empty: the system's.
         std::string authorities = {};
-        /// What silence is measured by; null: the steady clock. Called on the session's own thread.
+        /// The clock for inactivity; null: the steady clock. Called on the session's thread.
         std::function<std::chrono::steady_clock::time_point()> now = {};
     };
 
-    /// The real one: kept-alive connections, all on one thread of its own. Redirects are answers, there are no cookies
-    /// and no caches, and nothing is ever sent twice: a request on a connection that turns out dead fails. Destroying
-    /// it ends the thread and waits for that; transfers still under way end as `Cancelled`. A callback that owns the
-    /// last reference may destroy it on that very thread, which then ends soon after.
+    /// The real one: keeps connections alive, on one thread of its own. Redirects are answers; no cookies, no cache.
+    /// Never repeats a request: one on a dead connection fails. Destroying it joins the thread; pending transfers end
+    /// as `Cancelled`. A callback with the last reference may destroy it on that thread, which then ends soon after.
     static std::shared_ptr<HTTPSession> make(Options options);
     static std::shared_ptr<HTTPSession> make() { return make({}); }
 
-    /// Sends `request` and gives the answer, whatever its status; once it has, the request's body is no longer read.
-    /// Throws `URLError`, what the body throws; `Cancelled` once the awaiting task is cancelled, and the connection is
-    /// then closed without waiting for it.
+    /// Sends `request` and returns the answer, whatever its status; after that the body is no longer read. Throws
+    /// `URLError`, what the body throws, or `Cancelled` when the task is cancelled, which closes the connection without
+    /// waiting.
     virtual Async<HTTPResponse> send(HTTPRequest request) = 0;
 };
 

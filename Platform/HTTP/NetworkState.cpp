@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// Every interface gives itself an address of 169.254.0.0/16 or fe80::/10, whether there is a network or not.
+/// Interfaces assign themselves 169.254.0.0/16 and fe80::/10 without any network.
 bool reachesBeyondLink(const sockaddr& address) noexcept
 {
     if (address.sa_family == AF_INET) {
@@ -39,7 +39,7 @@ bool isUsable(const ifaddrs& entry) noexcept
 bool isOnNetwork() noexcept
 {
     ifaddrs* first = nullptr;
-    if (getifaddrs(&first) != 0) return true; // cannot tell: then the more common case
+    if (getifaddrs(&first) != 0) return true; // unknown: assume the common case
     const Owned<ifaddrs, freeifaddrs> list(first);
     for (const ifaddrs* entry = first; entry != nullptr; entry = entry->ifa_next) {
         if (isUsable(*entry)) return true;

@@ -12,7 +12,7 @@
 namespace vorn {
 namespace {
 
-/// One end of a connection. An IPv4 address is the same whether it is written as one of IPv6 or not.
+/// One end of a connection. IPv4 addresses are kept as IPv6-mapped ones, so that both forms compare equal.
 struct End {
     in6_addr address{};
     int port = -1;
@@ -44,7 +44,7 @@ End endOf(const sockaddr_storage& address) noexcept
     return {};
 }
 
-/// None, with a port of -1, for what is no address.
+/// Port -1 if `text` is no address.
 End endOf(const char* text, int port) noexcept
 {
     in_addr v4{};
@@ -75,14 +75,14 @@ int OpenSockets::open(int family, int type, int protocol)
 {
     const int result = socket(family, type, protocol);
     if (result < 0) return result;
-    fcntl(result, F_SETFD, FD_CLOEXEC); // programs that are started must not hold our connections open
+    fcntl(result, F_SETFD, FD_CLOEXEC); // child processes must not keep connections open
     sockets_.push_back({.number = result, .relay = nullptr});
     return result;
 }
 
 int OpenSockets::close(int socket)
 {
-    // libcurl's goodbye is lost with the relay. Sending it could raise SIGPIPE on the thread that ends the session.
+    // Drops libcurl's TLS goodbye: sending it could raise SIGPIPE on the thread that ends the session.
     std::erase_if(sockets_, [socket](const OpenSocket& open) { return open.number == socket; });
     return ::close(socket);
 }
@@ -104,7 +104,7 @@ void OpenSockets::putRelayBefore(int socket) noexcept
     if (found == sockets_.end() || found->relay) return;
     try {
         found->relay = std::make_unique<SocketRelay>(socket);
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): too few descriptors, or too little memory
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): no descriptors or memory left
     }
 }
 

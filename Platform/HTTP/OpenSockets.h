@@ -9,25 +9,25 @@
 
 namespace vorn {
 
-/// The sockets of a session's connections, to find the one that a request goes out on: a connection that is used again
-/// was opened by somebody else. Threads: the session's own.
+/// The sockets of a session's connections. Finds the one that a request uses, which an earlier request may have opened.
+/// Threads: the session's own.
 class OpenSockets {
 public:
-    /// Makes a socket; -1 with `errno` when that fails.
+    /// Creates a socket; on failure -1 with `errno` set.
     int open(int family, int type, int protocol);
     int close(int socket);
 
-    /// The socket that leads from `localPort` to `peerPort` of `peer`, an IP address; -1 if there is none. The local
-    /// port alone does not name it: the system gives the same one to connections to different peers. Behind a relay it
-    /// is another one than `open` gave, which stays in use.
+    /// The socket connected from `localPort` to `peerPort` of the IP address `peer`; -1 if there is none. The local
+    /// port alone is ambiguous: connections to different peers may share it. Behind a relay this is the relay's socket,
+    /// not the one from `open`.
     int find(int localPort, const char* peer, int peerPort) const noexcept;
 
-    /// Puts a relay before the connection of `socket`, as `find` gives it, unless it has one. Without one, where the
-    /// system lacks the means, the connection is as good as others, and a refusal that ends it may be lost.
+    /// Puts a relay before the connection of `socket` (from `find`) unless it has one. On failure the connection works
+    /// without, and a refusal that ends it may be lost.
     void putRelayBefore(int socket) noexcept;
     /// Has every relay move what it can.
     void moveRelays() noexcept;
-    /// What the relays wait for. Good until the next call.
+    /// What the relays wait for; valid until the next call.
     std::vector<curl_waitfd>& awaitedByRelays();
 
 private:
@@ -42,7 +42,7 @@ private:
     std::vector<curl_waitfd> awaited_;
 };
 
-/// From now on, closing `socket` drops what was not sent yet and resets the connection.
+/// Makes closing `socket` drop unsent bytes and reset the connection.
 void resetOnClose(int socket) noexcept;
 
 } // namespace vorn

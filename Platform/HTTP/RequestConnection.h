@@ -43,7 +43,7 @@ private:
     bool mayGoOut() noexcept;
 
     OpenSockets* sockets_ = nullptr;
-    FileDescriptor socket_{-1}; ///< the connection's once more, so that the number cannot become another one's
+    FileDescriptor socket_{-1}; ///< a duplicate: libcurl may close its own, and the number be reused
     int waiting_ = 0;           ///< bytes that lay in the socket at the last look
     bool begun_ = false;        ///< the request has gone out, or is about to
     bool triedAgain_ = false;

@@ -22,12 +22,12 @@ bool mayGoOn() noexcept
     return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
 }
 
-/// As libcurl's own: not blocking, not inherited.
+/// Non-blocking and not inherited, like libcurl's own.
 void prepare(int socket)
 {
     require(fcntl(socket, F_SETFD, FD_CLOEXEC) == 0, "fcntl");
     require(fcntl(socket, F_SETFL, O_NONBLOCK) == 0, "fcntl");
-    const int size = 256 * 1024; // a Mac's own are 8 KiB; a smaller one than wanted only costs turns
+    const int size = 256 * 1024; // macOS has 8 KiB by default; a smaller buffer costs only time
     setsockopt(socket, SOL_SOCKET, SO_SNDBUF, &size, sizeof size);
     setsockopt(socket, SOL_SOCKET, SO_RCVBUF, &size, sizeof size);
 }
@@ -89,8 +89,8 @@ void SocketRelay::move() noexcept
     if (near_ && in_.hasEnded() && in_.isEmpty()) passOnTheEnd();
 }
 
-/// After the last byte. A server may end its half and still listen; in a connection that is cut, libcurl's writes fail
-/// as well, but only once it has read all, as it looks at nothing after that.
+/// Called after the last byte. A server may end its half and still read. When the connection is cut, libcurl's writes
+/// must fail too, but only after it has read everything: it reads nothing after a failed write.
 void SocketRelay::passOnTheEnd() noexcept
 {
     shutdown(near_.get(), SHUT_WR);
@@ -102,7 +102,7 @@ void SocketRelay::passOnTheEnd() noexcept
 void SocketRelay::watch(std::vector<curl_waitfd>& watched) const
 {
     if (!near_) return;
-    // Without a wish there is no entry: a connection that is cut would be reported all the time.
+    // No entry without events: poll reports a cut connection at once, every time.
     const auto add = [&watched](int socket, int events) {
         if (events != 0) watched.push_back({.fd = socket, .events = static_cast<short>(events), .revents = 0});
     };

@@ -10,50 +10,50 @@
 
 namespace vorn {
 
-/// Stands between libcurl and a connection. libcurl gives a connection up when a write fails, without reading what the
-/// server has said before it cut it, and behind TLS only libcurl can read that. So it writes to a local pair of sockets
-/// instead, where no write fails before it has read all that has arrived. Threads: the session's own.
+/// Relays between libcurl and a connection. libcurl abandons a connection when a write fails, without reading what the
+/// server sent before the cut, and within TLS only libcurl can read that. Through a local socket pair no write fails
+/// before libcurl has read all that arrived. Threads: the session's own.
 class SocketRelay {
 public:
-    /// The descriptor `socket`, which may be in use, leads to the connection through this object from now on. Throws
-    /// `std::system_error`, and leaves it as it was.
+    /// Redirects the descriptor `socket`, which may be in use, through this object. Throws `std::system_error` and
+    /// changes nothing on failure.
     explicit SocketRelay(int socket);
     SocketRelay(SocketRelay&&) = delete;
 
     /// The connection itself.
     int connection() const noexcept { return connection_.get(); }
 
-    /// Moves what can be moved without waiting.
+    /// Moves what it can without blocking.
     void move() noexcept;
 
     /// Appends to `watched` what `move` waits for.
     void watch(std::vector<curl_waitfd>& watched) const;
 
 private:
-    /// Bytes on their way in one direction.
+    /// Bytes in transit in one direction.
     class Stream {
     public:
         bool isEmpty() const noexcept { return begin_ == end_; }
-        bool hasEnded() const noexcept { return ended_; }  ///< nothing more comes in
-        bool isBroken() const noexcept { return broken_; } ///< an end of its way failed
+        bool hasEnded() const noexcept { return ended_; }  ///< the source has ended
+        bool isBroken() const noexcept { return broken_; } ///< reading or writing failed
 
-        /// Gives whether bytes came in.
+        /// Returns whether bytes came in.
         bool takeFrom(int socket) noexcept;
-        /// Gives whether bytes went out.
+        /// Returns whether bytes went out.
         bool giveTo(int socket) noexcept;
-        /// What to wait for, as flags of `curl_waitfd`, where the bytes come from and where they go.
+        /// What to wait for at the source and at the target, as flags of `curl_waitfd`.
         short awaitedFrom() const noexcept;
         short awaitedTo() const noexcept;
 
     private:
         std::vector<char> bytes_ = std::vector<char>(128 * 1024);
-        std::size_t begin_ = 0, end_ = 0; ///< those that wait
+        std::size_t begin_ = 0, end_ = 0; ///< the range not yet written
         bool ended_ = false, broken_ = false;
     };
 
     void passOnTheEnd() noexcept;
 
-    int far_; ///< the end of the pair that libcurl holds, and closes
+    int far_; ///< libcurl's end of the pair, which it closes
     FileDescriptor connection_;
     FileDescriptor near_{-1}; ///< the other end
     Stream out_, in_;

@@ -6,7 +6,7 @@
 namespace vorn {
 namespace {
 
-/// So late, at most, a stall is noticed, whatever the limit.
+/// The latest that a stall is noticed, whatever the limit.
 constexpr std::chrono::milliseconds longestBetweenLooks{250};
 
 } // namespace

@@ -25,8 +25,8 @@ public:
     Time nextLook() const noexcept { return nextLook_; }
 
 private:
-    /// All that tells of a move. Where the system does not count what a connection has moved, libcurl does, though it
-    /// takes bytes that wait in the system's buffers for sent.
+    /// Everything that shows movement. libcurl's counts serve where the system has none; they take buffered bytes for
+    /// sent.
     struct Movement {
         SocketTraffic traffic;
         std::int64_t received = 0, sent = 0;

@@ -53,7 +53,7 @@ void Transfer::setCallbacks(OpenSockets& sockets)
     set(handle, CURLOPT_PREREQDATA, this);
     set(handle, CURLOPT_OPENSOCKETFUNCTION, &Transfer::onOpen);
     set(handle, CURLOPT_OPENSOCKETDATA, &connection_);
-    // Nothing of this transfer: the connection lives on, and libcurl remembers what it was opened with.
+    // Not this transfer: libcurl remembers the pointer for the life of the connection.
     set(handle, CURLOPT_CLOSESOCKETFUNCTION, &Transfer::onClose);
     set(handle, CURLOPT_CLOSESOCKETDATA, &sockets);
 }
@@ -63,8 +63,8 @@ std::size_t Transfer::onRead(char* to, std::size_t size, std::size_t count, void
     return static_cast<Transfer*>(self)->readBody({reinterpret_cast<std::byte*>(to), size * count});
 }
 
-/// A server that refuses may cut the connection at once, and sending into the cut would lose what it said. So what has
-/// arrived is read first. It need not be an answer: behind TLS there is talk that only libcurl understands.
+/// Pauses while input is unread: a server that refuses may cut the connection at once, and a write into the cut would
+/// lose its answer. The input need not be an answer; within TLS there are other records.
 std::size_t Transfer::readBody(std::span<std::byte> into) noexcept
 {
     const auto count = body_.peek(into);
@@ -131,8 +131,8 @@ bool Transfer::hasUnsentBody() const noexcept
     return sent < body_.size();
 }
 
-/// A server that refuses without reading the whole body may cut the connection at once. What it said still counts,
-/// also when our next bytes ran into the cut before libcurl read it: then it waits in the socket.
+/// A server that refuses without reading the whole body may cut the connection at once. Its answer still counts, even
+/// if our next write failed before libcurl read it: then it is still in the socket.
 bool Transfer::takeLateRefusal()
 {
     if (!hasUnsentBody()) return false;
@@ -180,7 +180,7 @@ void Transfer::failWith(std::exception_ptr error)
     resume_.fail(std::move(error));
 }
 
-/// Before the coroutine goes on: it may make the next body at once, and two at a time are too many.
+/// Called before the coroutine resumes: it may create the next body at once, and two are too large together.
 void Transfer::letGo() noexcept
 {
     progress_.destroy();

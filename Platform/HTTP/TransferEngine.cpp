@@ -20,7 +20,7 @@ CURLM* newMulti()
     return result;
 }
 
-/// Signals are for the program's own threads; a broken pipe is an error like any other here.
+/// Keeps signals off the session's thread; a broken pipe must be an error there.
 class SignalsBlocked {
 public:
     SignalsBlocked() noexcept
@@ -77,7 +77,7 @@ void TransferEngine::stop()
     }
     wake();
     if (thread_.get_id() == std::this_thread::get_id()) {
-        thread_.detach(); // a callback owned the last reference to the session
+        thread_.detach(); // called from a callback that owned the last reference
     } else {
         thread_.join();
     }
@@ -86,13 +86,13 @@ void TransferEngine::stop()
 void TransferEngine::run()
 {
     while (takeArrivals()) {
-        sockets_.moveRelays(); // what libcurl is to read
+        sockets_.moveRelays(); // input for libcurl
         int running = 0;
         curl_multi_perform(multi_.get(), &running);
         endFinished();
         resumeBodies();
         endAbandonedAndStalled();
-        sockets_.moveRelays(); // what it has written
+        sockets_.moveRelays(); // its output
         auto& awaited = sockets_.awaitedByRelays();
         curl_multi_poll(multi_.get(), awaited.data(), static_cast<unsigned>(awaited.size()), millisecondsToWait(),
                         nullptr);
@@ -100,7 +100,7 @@ void TransferEngine::run()
     for (const auto& transfer : Transfers(underWay_)) remove(transfer.get())->drop();
 }
 
-/// Gives false when it is time to end.
+/// Returns false when it is time to end.
 bool TransferEngine::takeArrivals()
 {
     Transfers arrived;
@@ -134,12 +134,12 @@ void TransferEngine::endFinished()
         if (message->msg != CURLMSG_DONE) continue;
         Transfer* transfer = nullptr;
         curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
-        const CURLcode result = message->data.result; // the message goes with its handle
+        const CURLcode result = message->data.result; // the message dies with its handle
         remove(transfer)->finish(result);
     }
 }
 
-/// After libcurl had its turn: it begins the next one by reading what has arrived.
+/// Called after libcurl has run: its next run begins by reading what has arrived.
 void TransferEngine::resumeBodies()
 {
     for (const auto& transfer : underWay_) transfer->resumeBody();

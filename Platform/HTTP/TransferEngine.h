@@ -13,20 +13,20 @@
 
 namespace vorn {
 
-/// The thread on which all transfers of a session run. Threads: `add`, `wake` and `stop` any; the rest its own.
+/// Runs all transfers of a session on one thread. Threads: `add`, `wake` and `stop` any; the rest its own.
 class TransferEngine {
 public:
-    /// Begins a thread, which keeps the engine alive until it has been stopped.
+    /// Starts the thread, which keeps the engine alive until it is stopped.
     static std::shared_ptr<TransferEngine> start(HTTPSession::Options options);
     explicit TransferEngine(HTTPSession::Options options); ///< for `start`
     TransferEngine(TransferEngine&&) = delete;
 
     /// Begins `transfer`; drops it once stopped.
     void add(std::shared_ptr<Transfer> transfer);
-    /// Has the thread look for abandoned transfers.
+    /// Makes the thread look for abandoned transfers.
     void wake() noexcept;
-    /// Drops every transfer and ends the thread, without waiting for names that are looked up. Once; on the thread
-    /// itself, which cannot wait for its own end, it returns before that.
+    /// Drops every transfer and joins the thread, without waiting for name lookups. Call it once. On the thread itself
+    /// it returns before the thread has ended.
     void stop();
 
 private:

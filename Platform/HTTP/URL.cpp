@@ -22,7 +22,7 @@ bool isSubDelimiter(char c) noexcept
     return subDelimiters.find(c) != std::string_view::npos;
 }
 
-/// `pchar` of RFC 3986, but for its percent escapes.
+/// `pchar` of RFC 3986 without percent escapes.
 bool isPathCharacter(char c) noexcept
 {
     return isUnreserved(c) || isSubDelimiter(c) || c == ':' || c == '@';
@@ -49,7 +49,7 @@ bool isScheme(std::string_view text)
     });
 }
 
-/// None at all, or a number that can be connected to.
+/// Empty, or a number from 1 to 65535.
 bool isPort(std::string_view text)
 {
     if (text.empty()) return true;

@@ -7,12 +7,11 @@
 
 namespace vorn {
 
-/// An absolute URL (RFC 3986) as it was written, taken apart once. A value; equal when written the same.
+/// An absolute URL (RFC 3986), kept as written. A value; equal when written the same.
 class URL {
 public:
-    /// Nothing when `text` is no absolute URL with a host: a missing scheme or host, a port that is none (0 too), and
-    /// anything in it that must be percent-encoded, as white space, control characters and all beyond ASCII must.
-    /// Which schemes are welcome is the caller's business.
+    /// Nothing unless `text` is an absolute URL with a host: refuses a missing scheme or host, an invalid port (0 too),
+    /// and any character that must be percent-encoded, such as white space or non-ASCII. Accepts any scheme.
     static std::optional<URL> parse(std::string_view text);
 
     const std::string& text() const noexcept { return text_; }
@@ -27,8 +26,8 @@ public:
     /// Whether what is sent there stays private: https, or http to this machine.
     bool isSecureOrLocal() const noexcept;
 
-    /// This URL with `component` after its path and one "/" between them; "/" in `component` separates, any other
-    /// character that a path does not allow is percent-encoded, "%" too. The query stays where it was.
+    /// This URL with "/" and `component` appended to its path. Characters that a path does not allow are
+    /// percent-encoded, "%" too; "/" is kept. The query stays.
     URL appendingPathComponent(std::string_view component) const;
 
     bool operator==(const URL& other) const noexcept { return text_ == other.text_; }

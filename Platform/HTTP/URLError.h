@@ -5,9 +5,8 @@
 
 namespace vorn {
 
-/// A transfer that brought no answer. `what()` is a sentence of the platform's; it names no URL, which may hold
-/// secrets. There is no code for a cancel, as that is no failure of a transfer: whoever cancels sees `Cancelled`, which
-/// no handler of errors takes for one.
+/// A transfer without an answer. `what()` is a sentence without the URL, which may hold secrets. A cancelled transfer
+/// throws `Cancelled` instead.
 class URLError : public std::exception {
 public:
     enum class Code {
@@ -20,7 +19,7 @@ public:
         notConnectedToInternet,
         timedOut,
         secureConnectionFailed,
-        badServerResponse, ///< what came is not HTTP, or breaks off
+        badServerResponse, ///< not HTTP, or truncated
         dataLengthExceedsMaximum,
         requestBodyStreamExhausted,
     };

@@ -10,17 +10,16 @@
 
 namespace vorn {
 
-/// Which secret of the user's: at most one is kept for each pair.
+/// Identifies a secret: at most one is kept for each pair.
 struct KeychainItem {
     std::string service; ///< whose: an application's bundle identifier
     std::string account; ///< which of its secrets
     bool operator==(const KeychainItem&) const = default;
 };
 
-/// The secrets that the system keeps for the current user: macOS's keychain, elsewhere the desktop's Secret Service.
-/// Secrets are bytes of any kind, NUL too.
-/// Threads: any. On Linux a call waits for at most `SecretServiceKeychain::defaultLimit`, but for `readPatiently`. On
-/// macOS the system may ask the user first, and the call waits for the answer.
+/// The current user's secrets: macOS's keychain, elsewhere the desktop's Secret Service. Secrets are any bytes.
+/// Threads: any. On Linux a call other than `readPatiently` takes at most `SecretServiceKeychain::defaultLimit`; on
+/// macOS it waits if the system asks the user.
 class Keychain {
 public:
     virtual ~Keychain() = default;
@@ -28,25 +27,24 @@ public:
     /// The current user's own.
     static std::shared_ptr<Keychain> system();
 
-    /// The secret of `item`; nothing when there is none. Throws `KeychainError` when that cannot be told.
+    /// The secret of `item`; nothing when there is none. Throws `KeychainError` when it cannot be read.
     virtual std::optional<std::string> read(const KeychainItem& item) = 0;
 
-    /// As `read`, but leaves a user who is asked for a password the time to give it: minutes. Not for a thread that
-    /// others wait for.
+    /// As `read`, but gives a user who is asked for a password minutes to enter it. Call it only from a thread that
+    /// nothing waits for.
     virtual std::optional<std::string> readPatiently(const KeychainItem& item) { return read(item); }
 
-    /// Keeps `bytes` as the secret of `item`, which must have none: `KeychainError::duplicateItem` otherwise. `label`
-    /// is what the system's own programs show. Throws `KeychainError`.
+    /// Stores `bytes` as the secret of `item`. `label` is shown by the system's programs. Throws `KeychainError`,
+    /// `duplicateItem` if there is a secret already.
     virtual void add(const KeychainItem& item, std::string_view bytes, const std::string& label) = 0;
 
-    /// Removes the secret of `item`. Says whether there is none any more; a secret that is left behind makes the `add`
-    /// that follows fail.
+    /// Removes the secret of `item`. Returns whether there is none left; otherwise a following `add` fails.
     virtual bool remove(const KeychainItem& item) noexcept = 0;
 
-    /// Removes the secret of `item` if `matches` says so of its bytes, as one call: it waits no longer than `read`.
-    /// Gives the secret that stays. `matches` owns what it uses: a call that was given up may still ask it. Throws
-    /// `KeychainError`.
-    // NOLINTNEXTLINE(performance-unnecessary-value-param): a keychain that waits takes it over
+    /// Removes the secret of `item` if `matches` returns true for it, in one call that takes no longer than `read`.
+    /// Returns the secret that stays. `matches` must own what it uses: a call that timed out may still invoke it.
+    /// Throws `KeychainError`.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): overriders move it
     virtual std::optional<std::string> removeIf(const KeychainItem& item, std::function<bool(std::string_view)> matches)
     {
         auto kept = read(item);
@@ -55,8 +53,8 @@ public:
         return std::nullopt;
     }
 
-    /// Removes the secret of `item` and adds `bytes`, as one call: together they wait no longer than either alone.
-    /// Throws `KeychainError`; the old secret may be gone by then.
+    /// Removes the secret of `item` and adds `bytes`, in one call that takes no longer than either alone. Throws
+    /// `KeychainError`, possibly after the old secret was removed.
     virtual void replace(const KeychainItem& item, std::string_view bytes, const std::string& label)
     {
         remove(item);

@@ -22,7 +22,7 @@ std::string unquoted(std::string_view value)
         const bool last = at + 1 == value.size();
         if (letter == '\\' && quote != '\'' && !last) {
             const char next = value[++at];
-            // Between double quotes a backslash is one unless it stands before a sign with a meaning.
+            // Between double quotes a backslash escapes only special characters.
             if (quote == '"' && std::string_view("\"\\$`").find(next) == std::string_view::npos) result += letter;
             result += next;
         } else if (letter == quote) {

@@ -13,7 +13,7 @@
 namespace vorn {
 namespace {
 
-/// Small enough to hear of a cancel soon, large enough that the calls cost nothing.
+/// Small enough to notice a cancel soon, large enough for the calls to cost nothing.
 constexpr std::size_t pieceSize = 32 * 1024 * 1024;
 
 [[noreturn]] void fail(const char* what, const std::filesystem::path& path)
@@ -35,7 +35,7 @@ FileDescriptor openTarget(const std::filesystem::path& path)
     return file;
 }
 
-/// The kernel's codes for "not between these two files"; any other failure is one of the copy itself.
+/// Whether the kernel cannot copy between these two files; other codes are failures of the copy itself.
 bool isUnsupported(int code)
 {
     return code == EXDEV || code == EINVAL || code == ENOSYS || code == EOPNOTSUPP || code == EPERM;
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    /// False when the kernel cannot do it for these two files; nothing has been copied then.
+    /// False if the kernel cannot copy between these files; nothing has been copied then.
     bool copyInKernel()
     {
         while (true) {
@@ -67,7 +67,7 @@ private:
             } else if (copied_ == 0 && isUnsupported(errno)) {
                 return false;
             } else if (errno != EINTR) {
-                failToWrite(); // it may have been the source; either is no refusal to read it
+                failToWrite(); // the source may be at fault, but this is no refusal to read it
             }
         }
     }

@@ -19,7 +19,7 @@ void* allocate(std::size_t size)
     const std::size_t whole = isLarge ? (size + largePage - 1) / largePage * largePage : size;
     void* block = isLarge ? std::aligned_alloc(largePage, whole) : std::malloc(size);
     if (block == nullptr && size > 0) throw std::bad_alloc();
-    if (isLarge) madvise(block, whole, MADV_HUGEPAGE); // a wish; refused where the system has none
+    if (isLarge) madvise(block, whole, MADV_HUGEPAGE); // a hint; failure does no harm
     return block;
 }
 

@@ -28,7 +28,7 @@ std::string utf8(const icu::UnicodeString& text)
     return text.toUTF8String(result);
 }
 
-/// A zone by its distance from UTC alone. The names of these count westwards.
+/// A zone by its offset alone. The sign in these names counts westwards.
 std::string zoneAtOffset(long secondsWest)
 {
     constexpr long hour = 3600;
@@ -37,8 +37,8 @@ std::string zoneAtOffset(long secondsWest)
     return hasName ? fmt::format("Etc/GMT{:+}", hoursWest) : "Etc/UTC";
 }
 
-/// What `TZ` may hold beside a zone's name: a colon before it, and the path of the zone's file. A rule instead of a
-/// name ("CET-1CEST") gives the zone of its standard time.
+/// `TZ` may hold a name with a colon before it, the path of a zone's file, or a rule ("CET-1CEST"), which yields the
+/// zone of its standard time.
 std::string zoneOfEnvironment(std::string_view value)
 {
     if (value.starts_with(':')) value.remove_prefix(1);
@@ -62,7 +62,7 @@ std::string zoneOfSystem()
 
 std::string timeZoneIdentifier()
 {
-    static std::mutex mutex; // ICU's search of the system's zone writes to static memory
+    static std::mutex mutex; // ICU's detection of the system's zone writes to static memory
     const std::lock_guard lock(mutex);
     const char* chosen = std::getenv("TZ");
     return chosen != nullptr ? zoneOfEnvironment(chosen) : zoneOfSystem();

@@ -8,10 +8,10 @@
 namespace vorn {
 namespace {
 
-/// The log's name for this process, with a life of its own: openlog keeps the pointer that it is given.
+/// The log's name for this process, never freed: openlog keeps the pointer.
 const char* keptIdentity(const std::string& subsystem)
 {
-    static auto& kept = *new std::set<std::string>; // never destroyed: what is destroyed at exit may still log
+    static auto& kept = *new std::set<std::string>; // never destroyed: other destructors may log at exit
     return kept.insert(subsystem).first->c_str();
 }
 

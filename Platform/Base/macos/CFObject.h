@@ -15,7 +15,7 @@ namespace vorn {
 template <class Reference>
 using CFOwned = Owned<std::remove_pointer_t<Reference>, CFRelease>;
 
-/// `text` as the system's; null when it is no UTF-8.
+/// `text` as a CFString; null if it is not UTF-8.
 inline CFOwned<CFStringRef> cfString(std::string_view text)
 {
     return CFOwned<CFStringRef>(CFStringCreateWithBytes(nullptr, reinterpret_cast<const UInt8*>(text.data()),
@@ -23,10 +23,10 @@ inline CFOwned<CFStringRef> cfString(std::string_view text)
                                                         false));
 }
 
-/// `string` as UTF-8; nothing when it cannot be written so, which a lone surrogate cannot.
+/// `string` as UTF-8; nothing if it holds a lone surrogate.
 inline std::optional<std::string> utf8(CFStringRef string)
 {
-    // The size leaves out the NUL that the copy writes.
+    // The size excludes the NUL that the copy writes.
     const CFIndex size = CFStringGetMaximumSizeForEncoding(CFStringGetLength(string), kCFStringEncodingUTF8) + 1;
     std::string text(static_cast<std::size_t>(size), '\0');
     if (!CFStringGetCString(string, text.data(), size, kCFStringEncodingUTF8)) return std::nullopt;

@@ -29,7 +29,7 @@ FileDescriptor openSource(const std::filesystem::path& path)
     return file;
 }
 
-/// Takes the rights away that a clone has from its source, and the lock, with which it could not be deleted.
+/// Removes the access rights that a clone inherits, and the lock flag, which would keep it from being deleted.
 bool makePrivate(const FileDescriptor& clone)
 {
     constexpr mode_t ownerOnly = S_IRUSR | S_IWUSR;
@@ -37,8 +37,7 @@ bool makePrivate(const FileDescriptor& clone)
     return errno == EPERM && fchflags(clone.get(), 0) == 0 && fchmod(clone.get(), ownerOnly) == 0;
 }
 
-/// Shares the blocks of the source where the file system can. False when no clone was made, for whatever reason: one
-/// that stands in the way of a copy too is met there.
+/// Clones the source where the file system can. False when no clone was made: a copy then reports what is wrong.
 bool clone(const FileDescriptor& source, const std::filesystem::path& to)
 {
     if (fclonefileat(source.get(), AT_FDCWD, to.c_str(), CLONE_NOOWNERCOPY) != 0) return false;
@@ -52,10 +51,10 @@ struct Watch {
     std::exception_ptr thrown;
 };
 
-/// Called by the system's copier from inside a C function: an exception may not pass through it.
+/// Called from C code, through which no exception may pass.
 int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/, const char* /*to*/, void* context)
 {
-    // To go on after an error is to try the same write again: on a full disk, for ever.
+    // Continuing after an error repeats the same write: on a full disk, for ever.
     if (stage == COPYFILE_ERR) return COPYFILE_QUIT;
     auto& watch = *static_cast<Watch*>(context);
     if (stage != COPYFILE_PROGRESS || !watch.progress) return COPYFILE_CONTINUE;
@@ -72,7 +71,7 @@ int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/
 
 using State = Owned<std::remove_pointer_t<copyfile_state_t>, copyfile_state_free>;
 
-/// The content alone: the source's rights, lists of access and flags are not for the copy.
+/// Copies the content alone, without access rights, ACLs and flags.
 void copyContent(const FileDescriptor& source, const std::filesystem::path& to,
                  const FileManager::CopyProgress& progress)
 {
@@ -87,7 +86,7 @@ void copyContent(const FileDescriptor& source, const std::filesystem::path& to,
         fail("cannot write", to);
     const int result = fcopyfile(source.get(), target.get(), state.get(), COPYFILE_DATA);
     if (watch.thrown) std::rethrow_exception(watch.thrown);
-    // It may have been the source; either is no refusal to read it.
+    // The source may be at fault, but this is no refusal to read it.
     if (result != 0 || target.reset() != 0) fail("cannot write", to);
 }
 

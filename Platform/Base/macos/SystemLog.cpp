@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// The system makes one for each pair and keeps it for ever; so do we.
+/// One for each pair, never released, as the system does.
 os_log_t logOf(const std::string& subsystem, const std::string& category)
 {
     static std::mutex mutex;
@@ -24,7 +24,7 @@ os_log_t logOf(const std::string& subsystem, const std::string& category)
 
 void writeToSystemLog(const std::string& subsystem, const std::string& category, const std::string& line)
 {
-    // Private text, the default for arguments, would show as "<private>".
+    // Arguments are private by default and would show as "<private>".
     os_log_error(logOf(subsystem, category), "%{public}s", line.c_str());
 }
 

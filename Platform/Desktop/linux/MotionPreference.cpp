@@ -9,13 +9,13 @@
 namespace vorn {
 namespace {
 
-constexpr const char* schemaName = "org.gnome.desktop.interface"; // other desktops keep theirs there too
+constexpr const char* schemaName = "org.gnome.desktop.interface"; // used by other desktops too
 constexpr const char* animates = "enable-animations";
 
 using Settings = Owned<GSettings, g_object_unref>;
 using Schema = Owned<GSettingsSchema, g_settings_schema_unref>;
 
-/// Null where the desktop has no such settings: asking GLib for those ends the process.
+/// Null where the desktop has no such settings: GLib ends the process when asked for missing ones.
 Settings interfaceSettings()
 {
     GSettingsSchemaSource* const source = g_settings_schema_source_get_default();
@@ -56,7 +56,7 @@ MotionWatch::MotionWatch(std::function<void(bool)> onChange)
     GSettings* const source = system_->settings.get();
     system_->connection =
         g_signal_connect(source, "changed::enable-animations", G_CALLBACK(&System::changed), system_.get());
-    reducesMotion(source); // GLib tells of the changes of keys that have been read
+    reducesMotion(source); // GLib reports changes only of keys that have been read
 }
 
 MotionWatch::~MotionWatch()

@@ -18,7 +18,7 @@ using Text = Owned<char, g_free>;
 using Bus = Owned<GDBusConnection, g_object_unref>;
 using Answer = Owned<GVariant, g_variant_unref>;
 
-/// A connection of its own: the one that GLib shares would end this process together with the bus.
+/// A connection of our own: losing the one that GLib shares ends the process.
 Bus connectToSessionBus()
 {
     const Text address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
@@ -29,7 +29,7 @@ Bus connectToSessionBus()
     return Bus(g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
 }
 
-/// Asks for it as desktops agree (freedesktop.org, "File Manager DBus Interface").
+/// Uses freedesktop.org's "File Manager DBus Interface".
 bool askFileManager(const std::filesystem::path& item)
 {
     const Text uri(g_filename_to_uri(item.c_str(), nullptr, nullptr));
@@ -48,7 +48,7 @@ void openFolderOf(const std::filesystem::path& item, const std::string& opener)
 {
     try {
         const DetachedProgram program(opener, {item.parent_path().native()});
-    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the user sees that no window came
+    } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): the user sees that no window opened
     }
 }
 
@@ -61,7 +61,7 @@ DesktopPrograms DesktopPrograms::ofSystem()
 
 void revealItem(const std::filesystem::path& item, const std::string& opener)
 {
-    // It owns copies alone, so that it may go on while the process ends.
+    // Owns all it uses: it may still run while the process ends.
     std::thread([item = std::filesystem::absolute(item), opener] {
         if (!askFileManager(item)) openFolderOf(item, opener);
     }).detach();

@@ -1,7 +1,7 @@
 #pragma once
 
-// Owners of GLib's objects and a wait for its calls back. GLib's headers do not go well with Qt's: for sources of this
-// folder alone.
+// Owners of GLib's objects, and waits for its callbacks. Only for sources of this folder: GLib's headers conflict with
+// Qt's.
 
 #include "Platform/Base/Owned.h"
 
@@ -22,7 +22,7 @@ inline void endSource(GSource* source) noexcept
 }
 using Source = Owned<GSource, endSource>;
 
-/// Receives what a function of GLib's failed with.
+/// Receives an error from GLib.
 class Failure {
 public:
     Failure() = default;
@@ -38,19 +38,20 @@ private:
     GError* error_ = nullptr;
 };
 
-/// The events of one thread, which waits for calls back in the order of its steps. Threads: the one that made it.
+/// A main context of its own for the current thread, on which it waits for callbacks. Threads: the one that constructed
+/// it.
 class Events {
 public:
     Events() { g_main_context_push_thread_default(context_.get()); }
     ~Events()
     {
-        bool more = true; // of what was on its way
+        bool more = true; // delivers what is pending
         while (more) more = g_main_context_iteration(context_.get(), FALSE) != FALSE;
         g_main_context_pop_thread_default(context_.get());
     }
     Events(Events&&) = delete;
 
-    /// Calls `call` with `data` once, in the midst of a wait, when `time` has passed.
+    /// Calls `call` with `data` once, during a wait, when `time` has passed.
     Source after(std::chrono::milliseconds time, GSourceFunc call, gpointer data) const
     {
         Source source(g_timeout_source_new(static_cast<guint>(time.count())));
@@ -59,7 +60,7 @@ public:
         return source;
     }
 
-    /// Starts an asynchronous function and attends to this thread's events until it calls back.
+    /// Starts an asynchronous function and runs events until it calls back.
     template <class Start>
     Object<GAsyncResult> wait(Start start) const
     {

@@ -5,9 +5,9 @@
 
 namespace vorn {
 
-/// Runs `work` on a thread of its own and waits for its end, for at most `limit`; then false. Work that has not ended
-/// by then goes on without a caller, so it must own all that it uses, and is expected to end soon by itself. What
-/// `work` throws ends the process. Throws `std::system_error` when there can be no more threads. Threads: any.
+/// Runs `work` on a thread of its own and returns whether it ended within `limit`. Otherwise it runs on detached, so it
+/// must own all it uses and should end soon. An exception out of `work` ends the process. Throws `std::system_error` if
+/// no thread can be started. Threads: any.
 bool runWithin(std::chrono::steady_clock::duration limit, std::function<void()> work);
 
 } // namespace vorn

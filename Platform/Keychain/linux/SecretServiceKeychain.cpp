@@ -24,7 +24,7 @@ using glib::Source;
 using Attributes = Owned<GHashTable, g_hash_table_unref>;
 using Value = Owned<SecretValue, secret_value_unref>;
 
-/// How an item is described to the service. Its name is the application's, which alone knows what it keeps.
+/// How an item is described to the service, under the name of the application.
 class Schema {
 public:
     explicit Schema(const KeychainItem& item) : name_(item.service + ".Item") {}
@@ -48,8 +48,8 @@ private:
         nullptr};
 };
 
-/// Libsecret's proxy of the service, which takes the bus that GLib shares whatever it is given, talked out of that: to
-/// lose the shared bus ends the process, and nobody may hang up on it.
+/// libsecret's proxy of the service, subclassed to use our own bus: it insists on the one that GLib shares, whose loss
+/// ends the process and which must not be closed.
 GType serviceOnOwnBus()
 {
     static const GType type = g_type_register_static_simple(
@@ -66,7 +66,7 @@ GType serviceOnOwnBus()
     return type;
 }
 
-/// GLib ends the call, not the process, when it is given something else: the answer would never come.
+/// Refuses invalid text: GLib would return from the call without ever answering.
 void requireText(const std::string& text)
 {
     if (!text::isWellFormed(text) || text.find('\0') != std::string::npos)
@@ -87,13 +87,13 @@ Attributes attributesOf(const KeychainItem& item)
     return attributes;
 }
 
-/// What came of a request: written by its thread, read once that has ended. `asksUser` at any time.
+/// The outcome of a request: written by its thread, read after its end; `asksUser` may be read at any time.
 struct Outcome {
     std::optional<std::string> bytes;
     std::optional<KeychainError> error;
     std::atomic<bool> asksUser = false;
 
-    /// Why there was no answer in time.
+    /// The status when there was no answer in time.
     std::int32_t lateStatus() const
     {
         return asksUser ? KeychainError::interactionNotAllowed : KeychainError::notAvailable;
@@ -113,10 +113,10 @@ std::int32_t statusOf(const Failure& failure, const Outcome& outcome)
 
 } // namespace
 
-/// The steps of one call, one after the other, on a thread of their own. Libsecret is used through its asynchronous
-/// functions alone: the synchronous ones do not return before a dialog is gone.
+/// The steps of one call, run on a thread of its own. Uses only libsecret's asynchronous functions: the synchronous
+/// ones do not return before a dialog is closed.
 class SecretServiceKeychain::Request {
-    /// What an asynchronous function gave. Throws what it failed with.
+    /// Returns the result of an asynchronous function, or throws its failure.
     template <class Finish, class... Arguments>
     auto finish(Finish function, Arguments... arguments)
     {
@@ -127,8 +127,8 @@ class SecretServiceKeychain::Request {
     }
 
 public:
-    /// Gives the steps up when `limit` nears its end; what is left of it is for their clean-up. While the user is
-    /// asked, that end is later by `patience`.
+    /// Cancels the steps at 90 % of `limit`; the rest is for their clean-up. While the user is asked, that is later by
+    /// `patience`.
     Request(Outcome& outcome, std::chrono::milliseconds limit, std::chrono::milliseconds patience)
         : outcome_(outcome), limit_(limit), patience_(patience)
     {

@@ -7,10 +7,10 @@
 
 namespace vorn {
 
-/// Secrets kept by the desktop's Secret Service (freedesktop.org's specification of that name), in its default
-/// collection, under the attributes "service" and "account" and a schema named "<service>.Item".
-/// A locked collection is unlocked first, for which the service may ask the user for a password.
-/// Every call connects anew: the session's bus and the service may have been restarted meanwhile.
+/// Secrets in the desktop's Secret Service (freedesktop.org), in its default collection, under the attributes "service"
+/// and "account" and a schema named "<service>.Item". A locked collection is unlocked first, for which the service may
+/// ask for a password.
+/// Every call connects anew, as the bus and the service may have been restarted.
 /// Errors: `notAvailable` without a bus or a service or when it does not answer in time; `interactionNotAllowed` when
 /// the collection is locked and was not unlocked in time; `userCanceled` when the dialog was dismissed or could not be
 /// shown; `authFailed` when the bus or the service refuses this program; `duplicateItem`; `parameter` for names that
@@ -37,7 +37,7 @@ public:
     bool remove(const KeychainItem& item) noexcept override;
     std::optional<std::string> removeIf(const KeychainItem& item,
                                         std::function<bool(std::string_view)> matches) override;
-    /// An item that cannot be removed is not added to: its failure is thrown, and the user is asked once.
+    /// Throws if the old item cannot be removed, without adding; the user is asked once.
     void replace(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
 
 private:

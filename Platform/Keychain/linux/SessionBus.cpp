@@ -19,7 +19,7 @@ std::string variable(const char* name)
     return value == nullptr ? "" : value;
 }
 
-/// `list`, whose addresses are tried in turn, without those that start a bus.
+/// `list` of addresses without those that would start a bus.
 std::string withoutAutolaunch(std::string_view list)
 {
     std::string kept;
@@ -33,8 +33,7 @@ std::string withoutAutolaunch(std::string_view list)
     return kept;
 }
 
-/// `path` as an address holds it: everything but a few signs as "%" and two digits (D-Bus specification, "Server
-/// Addresses").
+/// `path` escaped for an address (D-Bus specification, "Server Addresses").
 std::string escaped(std::string_view path)
 {
     std::string result;

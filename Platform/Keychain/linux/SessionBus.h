@@ -4,8 +4,8 @@
 
 namespace vorn {
 
-/// The address of the user's session bus: `DBUS_SESSION_BUS_ADDRESS` without what would start a bus (one started just
-/// for asking would know no keyring), else the socket "bus" in `XDG_RUNTIME_DIR`, else empty. Threads: any.
+/// The address of the user's session bus: `DBUS_SESSION_BUS_ADDRESS` without "autolaunch:" (a new bus would have no
+/// keyring), else the socket "bus" in `XDG_RUNTIME_DIR`, else empty. Threads: any.
 std::string sessionBusAddress();
 
 } // namespace vorn

@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// What the keychain is asked: pairs of keys and values. Null objects, which a dictionary cannot hold, are refused.
+/// A query dictionary. Refuses null objects, which it cannot hold.
 class Query {
 public:
     explicit Query(const KeychainItem& item)
@@ -84,7 +84,7 @@ bool SecurityKeychain::remove(const KeychainItem& item) noexcept
     try {
         const OSStatus status = SecItemDelete(Query(item).get());
         return status == errSecSuccess || status == errSecItemNotFound;
-    } catch (const std::exception&) { // names that are no text, or no memory
+    } catch (const std::exception&) { // invalid names, or out of memory
         return false;
     }
 }

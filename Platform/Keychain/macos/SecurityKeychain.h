@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// Generic passwords of macOS's keychain. What is added stays on this device and can be read after the first unlock.
+/// Generic passwords in macOS's keychain, on this device only, readable after the first unlock.
 /// Threads: any, as the Security framework allows.
 class SecurityKeychain : public Keychain {
 public:
