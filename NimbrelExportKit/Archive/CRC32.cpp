@@ -7,8 +7,8 @@ namespace {
 
 constexpr std::size_t sliceCount = 16;
 
-/// `slices[k][b]` is what the byte `b` does to a checksum that moves on by `k` more bytes. With these, the steps over
-/// a whole block do not wait for each other. `slices[0]` is the plain table.
+/// `slices[k][b]` is the contribution of byte `b` followed by `k` more bytes: the steps over a block become
+/// independent. `slices[0]` is the plain table.
 using Slices = std::array<std::array<std::uint32_t, 256>, sliceCount>;
 
 std::uint32_t stepOverEightBits(std::uint32_t value)
@@ -41,13 +41,13 @@ std::uint32_t byteAt(const std::byte* at, std::size_t offset)
     return std::to_integer<std::uint32_t>(at[offset]);
 }
 
-/// Four bytes in the checksum's bit order, whatever the machine's; compilers make one load of it.
+/// Four bytes as a little-endian word, on every machine; compiles to one load.
 std::uint32_t littleEndian(const std::byte* at)
 {
     return byteAt(at, 0) | byteAt(at, 1) << 8U | byteAt(at, 2) << 16U | byteAt(at, 3) << 24U;
 }
 
-/// What the four bytes of `word` do to the checksum at a distance of `after` bytes to the block's end.
+/// The contribution of the four bytes of `word`, `after` bytes before the block's end.
 std::uint32_t lookUp(const Slices& tables, std::uint32_t word, std::size_t after)
 {
     return tables[after + 3][word & 0xFFU] ^ tables[after + 2][(word >> 8U) & 0xFFU] ^
@@ -56,7 +56,7 @@ std::uint32_t lookUp(const Slices& tables, std::uint32_t word, std::size_t after
 
 std::uint32_t stepOverBlock(const Slices& tables, std::uint32_t crc, const std::byte* at)
 {
-    // Only the first four bytes wait for the block before: theirs come last.
+    // Last: only the first four bytes depend on the block before.
     const std::uint32_t independent = lookUp(tables, littleEndian(at + 4), 8) ^
                                       lookUp(tables, littleEndian(at + 8), 4) ^
                                       lookUp(tables, littleEndian(at + 12), 0);

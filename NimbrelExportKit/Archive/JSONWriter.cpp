@@ -14,7 +14,7 @@ constexpr Word everyByte(unsigned char byte)
     return Word{0x0101010101010101} * byte;
 }
 
-/// Eight bytes, the first one lowest on every machine.
+/// Eight bytes as a little-endian word, on every machine.
 Word load(const char* from)
 {
     Word word = 0;
@@ -23,8 +23,8 @@ Word load(const char* from)
     return word;
 }
 
-/// Sets the high bit of each byte below `limit` (at most 0x80). A borrow may set bits above the lowest that is right,
-/// so only "none" and the lowest one can be relied on.
+/// Sets the high bit of each byte below `limit` (at most 0x80). Only "none" and the lowest bit are reliable: a borrow
+/// may set bits above it.
 constexpr Word bytesBelow(Word word, unsigned char limit)
 {
     return (word - everyByte(limit)) & ~word & everyByte(0x80);
@@ -47,7 +47,7 @@ constexpr bool mustEscape(char byte)
 
 constexpr std::size_t blockSize = 32;
 
-/// Whether a whole block stands for itself. Without a branch in its loop it becomes a few vector instructions.
+/// Whether a whole block needs no escape. Branch-free, so that it is vectorised.
 bool isPlainBlock(const char* from)
 {
     Word found = 0;
@@ -57,7 +57,7 @@ bool isPlainBlock(const char* from)
 
 constexpr std::string_view hexDigits = "0123456789abcdef";
 
-/// "\u0000" to "\u001f", one behind another.
+/// "\u0000" to "\u001f", concatenated.
 constexpr auto controlEscapes = [] {
     std::array<char, std::size_t{6} * 0x20> all{};
     for (std::size_t i = 0; i < 0x20; ++i) {

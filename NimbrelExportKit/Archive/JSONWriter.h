@@ -10,17 +10,17 @@
 #include <optional>
 #include <string_view>
 
-/// JSON (RFC 8259) written in two passes by the same code: the first only counts, the second writes into memory of
-/// exactly that size and checks nothing.
+/// Writes JSON (RFC 8259) in two passes of the same code: the first counts, the second writes into memory of exactly
+/// that size, unchecked.
 namespace vorn::json {
 
-/// How many bytes at the start of `text` stand for themselves inside a JSON string.
+/// How many bytes at the start of `text` need no escape in a JSON string.
 std::size_t plainPrefix(std::string_view text) noexcept;
 
-/// What stands in a JSON string for `byte`, one that cannot stand for itself.
+/// The escape for `byte`, which needs one.
 std::string_view escape(char byte) noexcept;
 
-/// Counts what it is given.
+/// Counts bytes.
 class SizeSink {
 public:
     void append(std::string_view text) noexcept { size_ += text.size(); }
@@ -30,13 +30,13 @@ private:
     std::size_t size_ = 0;
 };
 
-/// Copies what it is given, one behind another, into memory that is known to be large enough.
+/// Appends bytes to memory that is large enough.
 class ByteSink {
 public:
     explicit ByteSink(std::byte* to) noexcept : at_(to) {}
     void append(std::string_view text) noexcept
     {
-        if (text.empty()) return; // it may lie nowhere, which memcpy forbids
+        if (text.empty()) return; // its pointer may be null, which memcpy forbids
         std::memcpy(at_, text.data(), text.size());
         at_ += text.size();
     }
@@ -46,14 +46,13 @@ private:
     std::byte* at_;
 };
 
-/// The values of a document. Texts are well-formed UTF-8 and written as they are, but for what JSON makes one escape;
-/// a slash stays bare.
+/// Writes the values of a document. Texts must be well-formed UTF-8; only what JSON requires is escaped, "/" is not.
 template <class Sink>
 class Writer {
 public:
     explicit Writer(Sink& sink) noexcept : sink_(sink) {}
 
-    /// Punctuation and keys, as they shall stand in the document.
+    /// Punctuation and keys, written verbatim.
     template <std::size_t size>
     void raw(const char (&literal)[size])
     {

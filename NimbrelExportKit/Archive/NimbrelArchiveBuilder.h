@@ -13,15 +13,15 @@
 
 namespace vorn {
 
-/// An archive that has been written.
+/// A written archive.
 struct ArchiveFile {
     std::filesystem::path url;
     std::int64_t sizeBytes = 0; ///< as the file system reports it
     bool operator==(const ArchiveFile&) const = default;
 };
 
-/// Packs the result of an export as it is uploaded: a ZIP archive of a manifest and the messages, both JSON (UTF-8).
-/// Threads: any; large results take seconds, so not the main one.
+/// Packs the result of an export for the upload: a ZIP archive of a manifest and the messages, both JSON (UTF-8).
+/// Threads: any but the main one: large results take seconds.
 namespace NimbrelArchiveBuilder {
 
 inline constexpr std::string_view manifestEntryName = "vorn-nimbrel-export.json";
@@ -30,9 +30,9 @@ inline constexpr std::string_view messagesEntryName = "vorn-nimbrel-messages.jso
 ByteBuffer manifestJSON(const NimbrelExportResult& result, const ExporterInfo& exporter, Instant exportedAt);
 ByteBuffer messagesJSON(const NimbrelExportResult& result);
 
-/// Writes the archive to `to`, replacing what is there. The file is the caller's to remove, also when reading its size
-/// is what failed; a failure before that leaves none. Errors: `ZipWriterError`, those of `files`, and `Cancelled` once
-/// `cancel` is raised: what is being compressed is finished first, and nothing is written after that.
+/// Writes the archive to `to`, replacing what is there. The caller removes the file, even when reading its size fails;
+/// earlier failures leave none. Errors: `ZipWriterError`, those of `files`, and `Cancelled` once `cancel` is raised:
+/// what is being compressed is finished first, and nothing is written after that.
 ArchiveFile writeArchive(const NimbrelExportResult& result, const ExporterInfo& exporter,
                          const std::filesystem::path& to, Instant exportedAt,
                          FileManager& files = FileManager::standard(), const CancelFlag& cancel = CancelFlag::never());

@@ -25,7 +25,7 @@ constexpr std::uint32_t mode0644 = 0x81A40000; ///< Unix mode 0100644 in the hig
 
 enum Method : std::uint16_t { stored = 0, deflated = 8 };
 
-/// Writes little-endian fields one behind another into memory that has room for them.
+/// Writes consecutive little-endian fields into memory that is large enough.
 class FieldWriter {
 public:
     explicit FieldWriter(std::byte* at) : at_(at) {}
@@ -60,7 +60,7 @@ DosDateTime dosDateTime(Instant instant)
             static_cast<std::uint16_t>(year << 9 | local.month << 5 | local.day)};
 }
 
-/// An entry as both of its headers describe it.
+/// What both headers of an entry contain.
 struct Member {
     const std::string& name;
     Method method;
@@ -69,7 +69,7 @@ struct Member {
     std::uint32_t packedSize;
     std::uint32_t size;
 
-    /// The 26 bytes that the two headers have in common.
+    /// The 26 bytes that both headers share.
     FieldWriter& writeShared(FieldWriter& to) const
     {
         to.u16(versionNeeded).u16(utf8Names).u16(method).u16(modified.time).u16(modified.date);
@@ -78,13 +78,13 @@ struct Member {
     }
 };
 
-/// An archive as it grows: the entries, and beside them the directory that goes behind them.
+/// An archive under construction: its entries, and the central directory that follows them.
 class Archive {
 public:
     explicit Archive(const Settings& settings) : deflate_(settings.encoder), largest_(settings.largest) {}
 
-    /// Takes address space for all of `entries`, so that nothing is moved when the next one comes. Memory is used
-    /// only where bytes are written.
+    /// Reserves address space for all of `entries`, so that nothing is moved later. Memory is used only where bytes are
+    /// written.
     void reserve(std::span<const ZipEntry> entries)
     {
         std::uint64_t sum = endRecordSize;

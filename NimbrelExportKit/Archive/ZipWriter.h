@@ -15,16 +15,16 @@
 
 namespace vorn {
 
-/// One file to be archived.
+/// One file of an archive.
 struct ZipEntry {
     std::string name;   ///< its path in the archive, UTF-8
-    ByteView data;      ///< its content, which somebody else keeps alive: documents are too large to be copied
+    ByteView data;      ///< borrowed: documents are too large to copy
     Instant modified{}; ///< written in local time, to two seconds
 
     bool operator==(const ZipEntry& other) const; ///< compares the bytes, not where they lie
 };
 
-/// What cannot be archived.
+/// Why something cannot be archived.
 class ZipWriterError : public std::exception {
 public:
     /// A name is empty, longer than 65,534 bytes, or begins with "/".
@@ -55,7 +55,7 @@ private:
 /// Threads: any.
 namespace ZipWriter {
 
-/// What tests put something else in place of.
+/// Overridable in tests.
 struct Settings {
     DeflateEncoder encoder = libdeflateEncoder();
     /// The largest size or offset. The value above it would mean "see the ZIP64 record".
@@ -63,7 +63,7 @@ struct Settings {
 };
 
 /// The archive of `entries`, in their order. An entry of at most 64 bytes, or that does not get smaller, is stored,
-/// others are deflated. Memory: the archive's, and address space for the data's size. Errors: `ZipWriterError`.
+/// others are deflated. Memory: the archive's, plus address space of the data's size. Errors: `ZipWriterError`.
 ByteBuffer archive(std::span<const ZipEntry> entries, const Settings& settings = {});
 
 /// Writes the archive of `entries` to `path`, replacing what was there; on failure nothing changes there.

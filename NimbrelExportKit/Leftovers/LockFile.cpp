@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longestSweep = 1s;
 constexpr auto betweenTries = 5ms;
-/// Each time somebody must have removed the file at just the wrong moment.
+/// Attempts: each time, another process must have removed the file at the wrong moment.
 constexpr int mostReplacements = 100;
 
 [[noreturn]] void fail(const char* what, int code)
@@ -33,7 +33,7 @@ FileDescriptor openPrivate(const std::filesystem::path& path)
     if (!file || fstat(file.get(), &facts) != 0) fail("cannot open the lock", errno);
     if (!S_ISREG(facts.st_mode) || facts.st_uid != geteuid() || (facts.st_mode & (S_IRWXG | S_IRWXO)) != 0)
         fail("the lock is not private", EPERM);
-    // The process's mask may have taken rights away from the owner too.
+    // The umask may have removed the owner's rights too.
     if ((facts.st_mode & ownerOnly) != ownerOnly && fchmod(file.get(), ownerOnly) != 0)
         fail("cannot open the lock", errno);
     return file;
@@ -82,7 +82,7 @@ void LockFile::removeFile() const noexcept
     unlink(path_.c_str());
 }
 
-/// Whoever ends alone removes the file. Others may have opened it before: they would lock what nobody will find again.
+/// The last process removes the file. One that has opened it before would then lock a file that no other finds.
 template <class Take>
 bool LockFile::takeFileInPlace(const Take& take)
 {

@@ -6,27 +6,26 @@
 
 namespace vorn {
 
-/// A file of this user alone that processes lock: many share it, or one is alone with it. The system lets go of a lock
-/// when its process ends, however that happens. Not inherited by programs that are started.
+/// A private file that processes lock, shared or exclusively. The system releases a lock when its process ends, however
+/// that happens. Not inherited by child processes.
 /// Errors: `std::system_error`.
 class LockFile {
 public:
-    /// Makes the file if it is missing. Refuses one of another user, one that others may open, and what is no file.
+    /// Creates the file if it is missing. Refuses a file of another user or open to others, and anything but a file.
     explicit LockFile(std::filesystem::path path);
 
-    /// Takes the lock for this process alone, without waiting. Whatever happens, it no longer shares it.
+    /// Tries to lock exclusively, without waiting. A shared lock is lost either way.
     bool tryAlone();
-    /// Shares the lock; others are alone with it for moments only, which this waits for. False when a second was not
-    /// enough. Also when this process was alone: another one may be so in between.
+    /// Locks shared, waiting up to a second for an exclusive lock, which others hold only briefly; false after that.
+    /// Downgrading from an exclusive lock is not atomic: another process may be exclusive in between.
     bool share();
 
-    /// As `tryAlone`, for one that has shared the lock up to now. False too when the file was removed meanwhile: nobody
-    /// can say who else shares it.
+    /// As `tryAlone`, from a shared lock. Also false when the file was removed: then it is unknown who else shares it.
     bool tryToEndAlone();
-    /// For one that is alone.
+    /// Requires the exclusive lock.
     void removeFile() const noexcept;
 
-    /// Whether others find the file that this process locks.
+    /// Whether the path still leads to the locked file.
     bool isInPlace() const;
 
 private:

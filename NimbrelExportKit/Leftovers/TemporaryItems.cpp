@@ -38,14 +38,14 @@ std::optional<Kind> kindOf(std::string_view name)
     return found == kinds.end() ? std::nullopt : std::optional(*found);
 }
 
-/// Whether the file system has no locks at all: then no process ever sweeps there.
+/// Whether the file system has no locks: then no process ever sweeps there.
 bool saysThatNobodyLocks(const std::error_code& code)
 {
     return code == std::errc::no_lock_available || code == std::errc::operation_not_supported ||
            code == std::errc::function_not_supported;
 }
 
-/// Whether this user made `path`, and as Vorn does: a link leads elsewhere.
+/// Whether `path` is of this user and of the right type. A link leads elsewhere.
 bool isOwn(const fs::path& path, const Kind& kind)
 {
     struct stat facts{};
@@ -111,8 +111,8 @@ void TemporaryItems::holdFor(const fs::path& item)
     if (!isName(item.filename().native())) return;
     const std::lock_guard guard(mutex_);
     try {
-        // Cleaners of temporary files may have taken the lock away: others would no longer find this one. Nothing is
-        // swept here, where this process may have items already.
+        // A cleaner of temporary files may have removed the lock file: other processes would lock another. Does not
+        // sweep: this process may already have items.
         if (!lock_ || !lock_->isInPlace()) share(std::make_unique<LockFile>(lockPath()));
     } catch (const std::system_error& error) {
         if (!saysThatNobodyLocks(error.code())) throw fs::filesystem_error("cannot share the lock", item, error.code());
@@ -138,7 +138,7 @@ void TemporaryItems::end()
     lock_->removeFile();
 }
 
-/// What fails here must not keep this process from sharing the lock.
+/// Never throws: a failed sweep must not keep this process from sharing the lock.
 void TemporaryItems::sweep() const noexcept
 {
     try {
@@ -154,13 +154,13 @@ void TemporaryItems::sweep() const noexcept
     }
 }
 
-/// Without the error's own text: it may name the item.
+/// Omits the error's own text, which may name the item.
 void TemporaryItems::logFailure(const std::exception& error) const noexcept
 {
     try {
         const auto* known = dynamic_cast<const std::system_error*>(&error);
         log_.error("temporary items not swept: " + (known != nullptr ? known->code().message() : "failed"));
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): without memory for the line there is none
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): no memory for the line
     }
 }
 

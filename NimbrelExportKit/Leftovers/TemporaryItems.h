@@ -13,12 +13,12 @@ namespace vorn {
 
 class LockFile;
 
-/// What this user's Vorn processes keep in the temporary directory: private copies of the Messages database, archives,
-/// and archives that are not finished. A process that is killed leaves them behind; the next one removes them when it
-/// starts, or, where another was alive at that time, the last one when it ends. What belongs to a living process stays,
-/// as long as that has one of these objects: make it before anything else is put there, make items with its `files`,
-/// and let it go last. Threads: any; it is made and let go on one. Nothing is thrown here: what cannot be removed is
-/// logged and stays for the next process.
+/// Sweeps what this user's killed processes left in the temporary directory: private copies of the Messages database,
+/// archives and unfinished files. Items are removed when a process starts, or, if another one was alive then, when the
+/// last one ends; never while a process with one of these objects lives. Construct it first, destroy it last, and
+/// create items through its `files`.
+/// Threads: any; constructed and destroyed on one. Errors: never throws; what cannot be removed is logged and stays for
+/// the next process.
 class TemporaryItems {
 public:
     TemporaryItems(std::filesystem::path directory, Log log) noexcept;
@@ -28,9 +28,8 @@ public:
     /// Whether an item of this name is one: of `temporarynames`, or an unfinished file.
     static bool isName(std::string_view name);
 
-    /// The system's files, for those who make items. Whatever kept this process from sharing the lock, it is tried
-    /// again before an item is made, for a second at most; none is made (`filesystem_error`) while another process may
-    /// sweep it.
+    /// The system's files, for creating items. Tries again, for up to a second, to share a lock that could not be
+    /// shared before; throws `filesystem_error` and creates nothing while another process may sweep.
     FileManager& files() noexcept { return files_; }
 
 private:
@@ -54,7 +53,7 @@ private:
 
     std::filesystem::path directory_;
     Log log_;
-    std::mutex mutex_;               ///< guards the lock once the object is made
+    std::mutex mutex_;               ///< guards the lock after construction
     std::unique_ptr<LockFile> lock_; ///< null when there is none; then nothing is swept
     Files files_{*this};
 };

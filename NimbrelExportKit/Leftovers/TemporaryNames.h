@@ -2,8 +2,8 @@
 
 #include "Platform/Base/UniqueName.h"
 
-/// What items in the temporary directory are called. An item of another name is never swept: `TemporaryItems` knows
-/// these alone, and unfinished files (`IncompleteFile`).
+/// Names of items in the temporary directory. `TemporaryItems` sweeps only these and unfinished files
+/// (`IncompleteFile`).
 namespace vorn::temporarynames {
 
 inline constexpr UniqueName snapshot{"vorn-messages-", ""}; ///< a folder with a private copy of the Messages database

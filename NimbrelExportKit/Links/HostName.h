@@ -9,7 +9,7 @@ namespace vorn::links {
 struct Host {
     std::size_t begin = 0;
     std::size_t end = 0;    ///< one past its last byte
-    std::size_t readTo = 0; ///< how far the text was read: no other link begins before it when this host makes none
+    std::size_t readTo = 0; ///< how far the text was read; if this host makes no link, none begins before it
     enum class Kind {
         none,       ///< not a host
         singleName, ///< one label: a machine of the local network
@@ -21,8 +21,8 @@ struct Host {
     std::string_view topLevel = {}; ///< the last label of a name
 };
 
-/// Reads the host that begins at `at`. A name ends where ASCII text that makes a complete host is followed by text of
-/// another script: "example.com" in "example.comです".
+/// Reads the host that begins at `at`. A name ends where a complete ASCII host is followed by another script:
+/// "example.com" in "example.comです".
 /// Refuses what a name may not be: labels that are empty, longer than 63 characters or bounded by '-' or '_'; an
 /// underscore in the last two labels; numbers at the end that make no IPv4 address.
 /// `before` is the character in front of the whole link, NUL when there is none: underscores there and behind the name

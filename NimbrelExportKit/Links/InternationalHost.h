@@ -5,12 +5,12 @@
 
 namespace vorn::links {
 
-/// Appends the name `host`, which holds letters outside ASCII, to `url` as resolvers know it: "xn--bcher-kva.de" for
-/// "bücher.de". False, and `url` stays as it is, where there is no such name. Threads: any.
+/// Appends the ASCII form of `host`, which has non-ASCII letters, to `url`: "xn--bcher-kva.de" for "bücher.de". False,
+/// without changing `url`, if there is none. Threads: any.
 bool appendHost(std::string_view host, std::string& url);
 
-/// Gives the host of an absolute `url` that form, where it is written with percent escapes or letters outside ASCII, as
-/// the system's detector may write it. False, and `url` stays as it is, where there is no such name. Threads: any.
+/// Rewrites the host of an absolute `url` to that form if it has percent escapes or non-ASCII letters, as the system's
+/// detector may return it. False, without changing `url`, if there is none. Threads: any.
 bool makeHostResolvable(std::string& url);
 
 } // namespace vorn::links

@@ -16,11 +16,11 @@ public:
     virtual ~LinkDetector() = default;
 
     /// Appends the absolute URL of each link in `text`, in order of appearance, repeats included. `text` is well-formed
-    /// UTF-8. A link without a scheme is given as `http://…`; on macOS links of other schemes may be among them.
-    /// Throws `Cancelled` soon after the detector's flag is raised, in the middle of a long text too.
+    /// UTF-8. A link without a scheme is returned as `http://…`; on macOS there may be other schemes.
+    /// Throws `Cancelled` soon after the detector's flag is raised, even within a long text.
     virtual void find(std::string_view text, std::vector<std::string>& urls) const = 0;
 
-    /// The platform's own detector where there is one, else ours; null when it cannot be made. `cancel` outlives it.
+    /// The system's detector where there is one, else ours; null on failure. `cancel` must outlive it.
     static std::unique_ptr<LinkDetector> make(const CancelFlag& cancel = CancelFlag::never());
 };
 

@@ -13,7 +13,7 @@ inline constexpr double referenceOffset = 978307200.0;
 
 using Date = std::chrono::sys_time<std::chrono::duration<double>>;
 
-/// Seconds since 1970, fractions kept; nothing for 0. Beyond ±10^12 a stamp counts nanoseconds, up to it seconds.
+/// Seconds since 1970, with fractions; nothing for 0. Stamps beyond ±10^12 are nanoseconds, others seconds.
 std::optional<double> unixSeconds(std::int64_t messagesDate) noexcept;
 
 /// The same instant as a date.

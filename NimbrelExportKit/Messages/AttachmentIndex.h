@@ -10,9 +10,8 @@
 namespace vorn {
 
 /// The attachments of messages, looked up by the message's ROWID. Threads: one at a time, lookups included.
-///
-/// Messages are looked up nearly in the order of their rows, so the place of the last answer is nearly always the place
-/// of the next; a hash table would miss the processor's cache for each of a million messages.
+/// Lookups come nearly in row order, so each begins at the last result; a hash table would miss the cache for each of a
+/// million messages.
 class AttachmentIndex {
 public:
     /// Reads the attachments of all messages in the chats that `bindings` bind to the placeholders `marks`. Empty when
@@ -35,7 +34,7 @@ private:
     void moveTo(std::int64_t message);
 
     std::vector<Entry> entries_;
-    std::size_t place_ = 0; ///< of the first entry that is not before the last message asked for
+    std::size_t place_ = 0; ///< of the first entry not before the last message looked up
 };
 
 } // namespace vorn

@@ -19,7 +19,7 @@ bool isPhoneNumber(std::string_view text)
                        [](char32_t scalar) { return text::isDecimalDigit(scalar) || isPhoneSign(scalar); });
 }
 
-/// "0" to "9" alone: digits of other scripts make a phone number, but do not count as its digits.
+/// "0" to "9" only: digits of other scripts are recognised in a phone number, but not kept.
 std::string asciiDigits(std::string_view text)
 {
     std::string digits;

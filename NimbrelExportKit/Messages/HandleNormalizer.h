@@ -9,8 +9,8 @@
 /// Threads: any.
 namespace vorn::HandleNormalizer {
 
-/// Trims and lower-cases; of a phone number (digits and the signs people write between them) keeps the digits and a
-/// leading "+". A leading 00 and national prefixes stay: +1555… and 1555… are different handles.
+/// Trims and lower-cases. Reduces phone numbers (digits and common separators) to digits and a leading "+". A leading
+/// 00 and national prefixes stay: +1555… and 1555… are different handles.
 std::string normalize(std::string_view handle);
 
 /// The normalised handles without empty ones.

@@ -27,12 +27,12 @@ bool isSet(const SQLiteRow& row, MessageColumn column)
     return row.int64OrZero(column) != 0;
 }
 
-/// The web links of one text after another, each link once in each text.
+/// Finds the web links of texts, each link once per text.
 class WebLinks {
 public:
     explicit WebLinks(const CancelFlag& cancel) : detector_(LinkDetector::make(cancel)) {}
 
-    /// Calls `onLink` with each URL. Most texts have none, and most others one.
+    /// Calls `onLink` with each URL. Most texts have none, most of the rest one.
     template <class OnLink>
     void in(std::string_view text, OnLink&& onLink)
     {
@@ -52,7 +52,7 @@ private:
     std::set<std::string_view> seen_;
 };
 
-/// Dates rows that the database left undated: at the latest time kept so far.
+/// Gives undated rows the latest time kept so far.
 class Timeline {
 public:
     /// The row's time in whole seconds; nothing for an undated row before every kept one.
@@ -104,8 +104,8 @@ public:
         webLinks_.in(body, [this](std::string_view url) { links_.push_back({lastMessage(), arena_.keep(url)}); });
     }
 
-    /// Call it once the statement has ended. Lists are filled in only now: while SQLite frees the rows that it sorted,
-    /// each small piece of memory costs a search through theirs.
+    /// Call it once the statement has ended. Lists are filled in only now: allocations are slow while SQLite frees the
+    /// rows that it sorted.
     Output finish()
     {
         for (Link& link : links_) output_.messages[link.message].links.push_back({std::move(link.url), std::nullopt});

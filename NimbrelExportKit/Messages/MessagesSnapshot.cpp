@@ -34,7 +34,7 @@ MessagesSnapshot MessagesSnapshot::take(const fs::path& source, FileManager& fil
     throwUnlessReadable(source);
     fs::path directory = fileManager.temporaryDirectory() / temporarynames::snapshot.make();
     fileManager.createPrivateDirectory(directory);
-    MessagesSnapshot snapshot(std::move(directory), fileManager); // from here on its destructor cleans up
+    MessagesSnapshot snapshot(std::move(directory), fileManager); // its destructor cleans up from here on
     try {
         fileManager.copyFile(source, snapshot.databaseURL(), progress);
     } catch (const fs::filesystem_error& error) {
@@ -63,7 +63,7 @@ void MessagesSnapshot::remove() noexcept
     if (directory_.empty()) return;
     try {
         fileManager_->remove(directory_);
-    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): left aside, as the header says
+    } catch (const std::exception&) { // NOLINT(bugprone-empty-catch): ignored, as the header says
     }
 }
 

@@ -6,13 +6,12 @@
 
 namespace vorn {
 
-/// A private copy of the Messages database and its write-ahead log, deleted when the object dies. The live database is
-/// only ever read: its owner may be writing to it.
+/// A private copy of the Messages database and its write-ahead log, deleted when the object dies. Never writes to the
+/// live database, which Messages may be writing.
 class MessagesSnapshot {
 public:
     /// Copies the database at `source` into a new folder of the temporary directory that only this user may enter.
-    /// Throws `NimbrelExportError` (no database, access denied) or the file manager's error; nothing is left behind
-    /// then.
+    /// Throws `NimbrelExportError` (no database, access denied) or the file manager's error, and leaves nothing behind.
     static MessagesSnapshot take(const std::filesystem::path& source,
                                  FileManager& fileManager = FileManager::standard(),
                                  const FileManager::CopyProgress& progress = {});
@@ -24,8 +23,7 @@ public:
     const std::filesystem::path& directory() const noexcept { return directory_; }
     std::filesystem::path databaseURL() const { return directory_ / "chat.db"; }
 
-    /// Deletes the folder with everything in it. A failure is left aside: the system empties its temporary directory
-    /// sooner or later, and nobody else may enter the folder. May be called again.
+    /// Deletes the folder with its content. Ignores failures: the folder is private, and swept later. Idempotent.
     void remove() noexcept;
 
 private:

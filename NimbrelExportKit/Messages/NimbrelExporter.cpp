@@ -13,7 +13,7 @@
 namespace vorn {
 namespace {
 
-/// Tells how far an export has come, and ends it when it was cancelled or when who is told throws.
+/// Reports progress, and ends the export when it is cancelled or the callback throws.
 class Watch {
 public:
     Watch(const NimbrelExporter::OnProgress& onProgress, const CancelFlag& cancel)
@@ -31,8 +31,7 @@ public:
         report(ExportProgress::Phase::reading, rows_);
     }
 
-    /// Asked from within SQLite, also while it sorts and gives no rows; an exception may not pass through its
-    /// functions.
+    /// Called by SQLite, even while it sorts and returns no rows; no exception may pass through it.
     bool endsReading() noexcept
     {
         try {
@@ -44,7 +43,7 @@ public:
         }
     }
 
-    /// Throws what ended the reading, if that was not SQLite itself.
+    /// Throws what ended the reading, unless SQLite itself failed.
     void rethrow() const
     {
         if (thrown_) std::rethrow_exception(thrown_);
@@ -66,7 +65,7 @@ private:
 SQLiteDatabase openSnapshot(const MessagesSnapshot& snapshot, Watch& watch)
 {
     SQLiteDatabase database(snapshot.databaseURL().string(), SQLiteDatabase::Mode::queryOnly);
-    // Sorting would otherwise spill private text into files outside the private folder.
+    // Otherwise sorting spills private text into files outside the private folder.
     database.execute("PRAGMA temp_store = MEMORY");
     database.stopWhen([&watch] { return watch.endsReading(); });
     return database;
@@ -101,7 +100,7 @@ NimbrelExportResult NimbrelExporter::export_(const std::vector<std::string>& han
             memory::returnFreed(); // sorting a large history took as much as its records
             return result;
         } catch (const SQLiteError& error) {
-            watch.rethrow(); // a statement that was ended has an error of its own
+            watch.rethrow(); // an interrupted statement reports an error of its own
             if (!error.isCorruption()) throw NimbrelExportError(NimbrelExportError::Database{error});
         }
     }

@@ -29,7 +29,7 @@ class NimbrelExporter {
 public:
     using OnProgress = std::function<void(const ExportProgress&)>;
 
-    /// How often the application copies the database before it gives up on a damaged copy.
+    /// How many copies to take before giving up on a damaged one.
     static constexpr int usualAttempts = 3;
 
     /// `attempts` below 1 counts as 1.
@@ -38,10 +38,9 @@ public:
 
     int attempts() const noexcept { return attempts_; }
 
-    /// The conversations with `handles`. Copies again, at once, when the copy turns out damaged: Messages may have been
+    /// The conversations with `handles`. Copies again at once if the copy is damaged, as Messages may have been
     /// writing. Throws `NimbrelExportError`, the file manager's error, or `Cancelled` soon after `cancel` is raised;
-    /// the copy is deleted before it returns or throws. `onProgress` is called on this thread. (The plain word is a
-    /// keyword of the language.)
+    /// the copy is deleted before it returns or throws. `onProgress` is called on this thread. ("export" is a keyword.)
     NimbrelExportResult export_(const std::vector<std::string>& handles, const OnProgress& onProgress = {},
                                 const CancelFlag& cancel = CancelFlag::never()) const;
 

@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// Texts that many records repeat, each kept once in an arena.
+/// Stores texts that many records repeat once, in an arena.
 class RepeatedTexts {
 public:
     explicit RepeatedTexts(TextArena& arena) : arena_(arena) {}

@@ -7,7 +7,7 @@ namespace {
 
 constexpr int sqliteError = 1; // SQLITE_ERROR, as for a table that is missing
 
-/// Optional columns are looked up in the table's plain ones: a generated column counts as absent there.
+/// Optional columns need no check: a generated one counts as absent.
 constexpr const char* computed = R"(
 SELECT s.name FROM sqlite_master s
 WHERE s.type IN ('table', 'view')

@@ -4,9 +4,8 @@
 
 namespace vorn {
 
-/// Throws `SQLiteError` when `database` computes rows that the export takes for stored ones: when a view or a virtual
-/// table stands in place of a table that it reads, or a generated column in place of one that every database has.
-/// Messages has none of these, and a small file could make them as large as it likes.
+/// Throws `SQLiteError` if a table that the export reads is a view or a virtual table, or a column that every database
+/// has is generated. Messages has none of these, and a small file could make them arbitrarily large.
 void requireStoredTables(const SQLiteDatabase& database);
 
 } // namespace vorn

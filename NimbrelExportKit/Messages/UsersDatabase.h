@@ -5,14 +5,13 @@
 
 namespace vorn {
 
-/// Nobody says where the current user's home is.
+/// The current user has no known home folder.
 class NoHomeFolder : public std::runtime_error {
 public:
     NoHomeFolder();
 };
 
-/// As `FullDiskAccess::messagesDatabaseURL`, for a program that can tell its user why there is none. Throws
-/// `NoHomeFolder`. Threads: any.
+/// As `FullDiskAccess::messagesDatabaseURL`, with an error for the user. Throws `NoHomeFolder`. Threads: any.
 std::filesystem::path usersMessagesDatabase();
 
 } // namespace vorn

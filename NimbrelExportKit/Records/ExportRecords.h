@@ -27,7 +27,7 @@ struct SkipTally {
     std::map<std::string, std::int64_t, std::less<>> counts;
 
     void add(std::string_view reason, std::int64_t n);
-    std::int64_t operator[](std::string_view reason) const; ///< 0 for a reason that never came up
+    std::int64_t operator[](std::string_view reason) const; ///< 0 for a reason that did not occur
     bool operator==(const SkipTally&) const = default;
 };
 

@@ -12,8 +12,8 @@
 
 namespace vorn {
 
-/// Messages by the million, with an arena for their texts. A value; moving is cheap, a copy has all texts to itself.
-/// Copy a message out of it, do not move it: its texts may lie in the list's arena.
+/// Up to millions of messages, with an arena for their texts. A value; cheap to move, a copy owns its texts. Copy
+/// messages out, never move them: their texts may lie in the list's arena.
 class MessageList {
 public:
     using Messages = std::vector<ExportedMessage, memory::LargeBlockAllocator<ExportedMessage>>;
@@ -34,7 +34,7 @@ public:
     }
     ~MessageList() = default;
 
-    /// Adds a message, to be filled in.
+    /// Appends an empty message.
     ExportedMessage& add() { return messages_.emplace_back(); }
     void push_back(ExportedMessage message) // NOLINT(readability-identifier-naming)
     {
@@ -42,7 +42,7 @@ public:
     }
     void reserve(std::size_t count) { messages_.reserve(count); }
 
-    /// Where the texts of this list's messages are kept.
+    /// The arena for the texts of this list's messages.
     TextArena& arena()
     {
         if (!arena_) arena_ = std::make_unique<TextArena>();

@@ -10,15 +10,13 @@
 namespace vorn {
 
 /// A text of a record: a value of 16 bytes, never changed in place, compared by what it says.
-///
-/// A large export holds millions of short texts. A string object of its own for each would cost twice the memory and
-/// leave it in pieces, so the texts of a message list lie one behind the other in an arena and are only borrowed. A
-/// copy always has its characters to itself; only a text that is moved out of its list still depends on the list's
-/// arena.
+/// A large export holds millions of short texts. String objects would take twice the memory and fragment it, so the
+/// texts of a message list are borrowed from an arena. A copy owns its characters; a text moved out of its list still
+/// depends on the arena.
 class RecordText {
 public:
     RecordText() noexcept = default;
-    RecordText(std::string_view text); // NOLINT(google-explicit-constructor): a record's text is given as any other
+    RecordText(std::string_view text); // NOLINT(google-explicit-constructor): converts like other texts
     RecordText(const std::string& text) : RecordText(std::string_view(text)) {} // NOLINT(google-explicit-constructor)
     RecordText(const char* text) : RecordText(std::string_view(text)) {}        // NOLINT(google-explicit-constructor)
 
@@ -57,7 +55,7 @@ private:
     bool owns_ = false;
 };
 
-/// Keeps the characters of many texts in few large blocks, until it dies. Threads: one at a time.
+/// Keeps the characters of many texts in a few large blocks. Threads: one at a time.
 class TextArena {
 public:
     TextArena();

@@ -14,18 +14,18 @@ namespace {
 
 constexpr int busyTimeoutMilliseconds = 2000;
 
-/// How many instructions of SQLite's machine pass between two questions whether to stop: about a millisecond.
+/// Virtual machine instructions between calls of `shouldStop`: about a millisecond.
 constexpr int stepsBetweenQuestions = 10'000;
 
 int openFlags(SQLiteDatabase::Mode mode)
 {
-    // Query-only connections open the file for writing all the same: SQLite must be able to read the copied log into
-    // an index of its own. The pragma forbids every change.
+    // Query-only connections open the file for writing too: SQLite must index the copied log. The pragma forbids
+    // changes.
     constexpr int both = SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX;
     return mode == SQLiteDatabase::Mode::create ? both | SQLITE_OPEN_CREATE : both;
 }
 
-/// What a file may ask of a query-only connection. Each is far more than Messages needs, and little for a machine.
+/// Limits for a query-only connection, each far above what Messages needs.
 constexpr std::array<std::pair<int, int>, 4> limits{{
     {SQLITE_LIMIT_LENGTH, 64 * 1024 * 1024}, // bytes of a value or a row
     {SQLITE_LIMIT_SQL_LENGTH, 1024 * 1024},  // the file's own statements too: they make its schema
@@ -33,7 +33,7 @@ constexpr std::array<std::pair<int, int>, 4> limits{{
     {SQLITE_LIMIT_ATTACHED, 0},
 }};
 
-/// The file's schema can call functions and change what statements mean: nothing of it is trusted.
+/// Distrusts the file's schema, which can call functions and change what statements mean.
 void distrustFile(sqlite3* handle)
 {
     sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
@@ -63,8 +63,8 @@ int bindValue(sqlite3_stmt* statement, int index, const SQLiteValue& value)
         value);
 }
 
-/// SQLite counts all its memory under one lock; that costs a large export a tenth of its time, and nobody asks.
-/// Refused, without harm, where something in the process has used SQLite before.
+/// Turns off memory statistics, whose lock costs a large export a tenth of its time. Has no effect, without harm, once
+/// the process has used SQLite.
 void stopCountingMemory()
 {
     [[maybe_unused]] static const int result = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
@@ -182,7 +182,7 @@ SQLiteDatabase::SQLiteDatabase(const std::string& path, Mode mode)
     if (mode == Mode::create) return;
     distrustFile(handle);
     execute("PRAGMA query_only = ON");
-    // Closing would move the log into the file, which changes nothing that anybody still reads.
+    // Skips moving the log into the file on closing: nothing reads it any more.
     sqlite3_db_config(handle, SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr);
 }
 

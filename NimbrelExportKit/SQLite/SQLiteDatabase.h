@@ -23,8 +23,8 @@ namespace vorn {
 /// A value bound to a parameter: an integer, a text, a blob or NULL.
 using SQLiteValue = std::variant<std::int64_t, std::string, ByteBuffer, std::nullptr_t>;
 
-/// The row that a statement stands on. Valid only inside the row closure of `SQLiteDatabase::query`: copy out what you
-/// need. Columns count from 0; NULL reads as nothing.
+/// The current row of a statement. Valid only inside the callback of `SQLiteDatabase::query`: copy out what you need.
+/// Columns count from 0; NULL reads as nothing.
 class SQLiteRow {
 public:
     explicit SQLiteRow(sqlite3_stmt* statement) noexcept : statement_(statement) {}
@@ -39,8 +39,8 @@ public:
     /// An empty blob is an empty buffer, not nothing.
     std::optional<ByteBuffer> blob(int column) const;
 
-    /// As `text` and `blob`, but without a copy and without repair. Dead after the row, or after another reading of the
-    /// same column as a different type.
+    /// As `text` and `blob`, without copy and repair. Invalid after the row, or after reading the column as another
+    /// type.
     std::optional<std::string_view> rawText(int column) const;
     std::optional<ByteView> blobView(int column) const;
 
@@ -55,7 +55,7 @@ private:
 class SQLiteDatabase {
 public:
     enum class Mode {
-        create,    ///< read-write; the file is made if it is missing
+        create,    ///< read-write; creates a missing file
         queryOnly, ///< never makes the file, refuses every change, and takes the file for one that a stranger may have
                    ///< made
     };
@@ -64,10 +64,10 @@ public:
     /// Opens `path`. Here and in later calls, waits up to 2 seconds for another process's lock.
     SQLiteDatabase(const std::string& path, Mode mode);
 
-    /// Runs one or more statements that give no rows.
+    /// Runs one or more statements that return no rows.
     void execute(const std::string& sql) const;
 
-    /// Runs one statement to its end and leaves its rows aside.
+    /// Runs one statement, discarding rows.
     void run(const std::string& sql, const std::vector<SQLiteValue>& bindings) const;
 
     /// Calls `onRow` for each row, in SQLite's order. What `onRow` throws reaches the caller after the statement is
@@ -78,8 +78,8 @@ public:
     /// as it stands: pass fixed names only.
     std::set<std::string> columns(const std::string& table) const;
 
-    /// Asks `shouldStop` every few thousand steps of SQLite's machine from now on; true ends the running statement with
-    /// SQLITE_INTERRUPT. A sort of a million rows is one call, so a question between rows would come too late.
+    /// From now on, asks `shouldStop` every few thousand virtual machine steps; true ends the running statement with
+    /// SQLITE_INTERRUPT. Asking between rows would be too late: sorting a million rows is one step.
     void stopWhen(std::function<bool()> shouldStop);
 
 private:

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// A failure of SQLite, with the stage at which it came.
+/// A failure of SQLite, with its stage.
 class SQLiteError : public std::exception {
 public:
     enum class Stage { open, prepare, bind, step, execute };
@@ -21,7 +21,7 @@ public:
 
     const std::string& message() const noexcept { return message_; }
 
-    /// Whether the file itself is damaged or is no database: a fresh copy may be sound.
+    /// Whether the file is damaged or no database: a new copy may be sound.
     bool isCorruption() const noexcept;
 
     /// Such as "SQLite prepare failed (1): no such table: chat".

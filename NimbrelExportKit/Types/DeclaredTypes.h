@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// The MIME type that `typeIdentifier` is declared with in the table of this folder; nothing when the table has none.
-/// Identifiers compare without regard to the case of ASCII letters, as uniform type identifiers do. Threads: any.
+/// The MIME type of `typeIdentifier` in the table of this folder; nothing when it has none. Ignores the case of ASCII
+/// letters, as uniform type identifiers do. Threads: any.
 std::optional<std::string> declaredMIMEType(std::string_view typeIdentifier);
 
 } // namespace vorn

@@ -7,7 +7,7 @@
 namespace vorn {
 
 /// The preferred MIME type of a uniform type identifier such as "public.jpeg"; nothing when the identifier is unknown,
-/// or known without one. The platform's own database answers where there is one, else the table of this folder.
+/// or known without one. From the system's database where there is one, else from the table of this folder.
 /// Threads: any.
 std::optional<std::string> preferredMIMEType(std::string_view typeIdentifier);
 
