@@ -33,6 +33,7 @@ protected:
     void showCode(const std::string& json = linkJSON())
     {
         fix_.launch();
+        fix_.runAll(); // a keychain is read in the background first
         fix_.answer(ModelFixture::links, json);
     }
 
