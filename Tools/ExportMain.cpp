@@ -1,17 +1,17 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
-#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
+#include "NimbrelExportKit/Messages/TemporaryItems.h"
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "Platform/Base/InterruptWatch.h"
 #include "Platform/Base/SHA256.h"
-#include "Platform/Signals/InterruptWatch.h"
 #include "Tools/Export/ExportFailure.h"
 #include "Tools/Export/ExportOptions.h"
 #include "Tools/Export/ExportStatistics.h"
 #include "Tools/Support/Preflight.h"
 #include "Tools/Support/ProgressLine.h"
 #include "VornMac/Text/ErrorText.h"
-#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Wire/Application.h"
 
 #include <cerrno>
 #include <chrono>

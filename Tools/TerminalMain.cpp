@@ -1,12 +1,12 @@
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "Platform/Base/CancelFlag.h"
+#include "Platform/Base/InterruptWatch.h"
 #include "Platform/Base/PrintableText.h"
-#include "Platform/Signals/InterruptWatch.h"
 #include "Tools/Support/Preflight.h"
 #include "Tools/Terminal/CommandFailure.h"
 #include "Tools/Terminal/TerminalCommand.h"
 #include "VornMac/Composition/LiveServices.h"
-#include "VornMac/Defaults/OverrideKeys.h"
+#include "VornMac/Composition/OverrideKeys.h"
 #include "VornMac/Text/ErrorText.h"
 
 #include <atomic>

@@ -1,9 +1,9 @@
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "VornMac/Application/CommandLine.h"
 #include "VornMac/Application/DisplayWatch.h"
+#include "VornMac/Application/ProcessStart.h"
+#include "VornMac/Application/QuitWatch.h"
 #include "VornMac/Application/VornMacApp.h"
-#include "VornMac/Process/ProcessStart.h"
-#include "VornMac/Process/QuitWatch.h"
 #include "VornMac/Text/ErrorText.h"
 
 #include <cstdio>

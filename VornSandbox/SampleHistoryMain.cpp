@@ -1,6 +1,6 @@
 #include "Platform/Base/Dates.h"
+#include "Platform/Base/InterruptWatch.h"
 #include "Platform/Base/PrintableText.h"
-#include "Platform/Signals/InterruptWatch.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 
 #include <CLI/CLI.hpp>

@@ -1,4 +1,4 @@
-#include "Platform/Signals/InterruptWatch.h"
+#include "Platform/Base/InterruptWatch.h"
 #include "VornSandbox/Service/SandboxService.h"
 #include "VornSandbox/Service/ServiceOptions.h"
 

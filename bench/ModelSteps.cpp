@@ -3,7 +3,7 @@
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
 
 #include <algorithm>
 #include <chrono>

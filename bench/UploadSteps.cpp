@@ -7,8 +7,8 @@
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/MainContext.h"
 #include "Platform/Base/SHA256.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
-#include "VornMacCore/Upload/MultipartUploader.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
+#include "VornMacCore/Client/MultipartUploader.h"
 
 #include <chrono>
 #include <cstdint>

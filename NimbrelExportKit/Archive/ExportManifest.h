@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 #include "Platform/Base/Bundle.h"
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/SystemFacts.h"

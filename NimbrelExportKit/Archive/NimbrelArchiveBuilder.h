@@ -1,7 +1,7 @@
 #pragma once
 
 #include "NimbrelExportKit/Archive/ExportManifest.h"
-#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 #include "Platform/Base/Bytes.h"
 #include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/Dates.h"

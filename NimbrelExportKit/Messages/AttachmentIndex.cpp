@@ -1,8 +1,8 @@
 #include "NimbrelExportKit/Messages/AttachmentIndex.h"
 
 #include "NimbrelExportKit/Messages/MessageStatements.h"
+#include "NimbrelExportKit/Messages/PreferredMIMEType.h"
 #include "NimbrelExportKit/Messages/RepeatedTexts.h"
-#include "NimbrelExportKit/Types/PreferredMIMEType.h"
 
 #include <algorithm>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/ExportRecords.h"
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/ExportRecords.h"
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 #include "Platform/Base/CancelFlag.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,8 +1,8 @@
 #include "NimbrelExportKit/Messages/MessagesSnapshot.h"
 
-#include "NimbrelExportKit/Leftovers/TemporaryNames.h"
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/TemporaryNames.h"
 
 #include <utility>
 

@@ -3,9 +3,9 @@
 #include "NimbrelExportKit/Messages/MessageReader.h"
 #include "NimbrelExportKit/Messages/MessagesSnapshot.h"
 #include "NimbrelExportKit/Messages/NimbrelChatLocator.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "Platform/Base/Memory.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 
 #include <algorithm>
 #include <exception>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 #include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/FileManager.h"
 

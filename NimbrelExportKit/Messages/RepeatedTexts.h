@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/RecordText.h"
+#include "NimbrelExportKit/Messages/RecordText.h"
 
 #include <functional>
 #include <map>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 
 namespace vorn {
 

@@ -1,6 +1,6 @@
 #include "Tools/Export/ExportFailure.h"
 
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/ErrorText.h"
 

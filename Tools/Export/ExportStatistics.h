@@ -1,7 +1,7 @@
 #pragma once
 
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
-#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NimbrelExportKit/Records/ExportRecords.h"
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 #include "VornMac/Text/Consent.h"
 #include "VornMac/Text/ScreenText.h"
 

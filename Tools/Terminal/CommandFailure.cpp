@@ -5,7 +5,7 @@
 #include "Platform/HTTP/URLError.h"
 #include "VornMac/Text/ErrorText.h"
 #include "VornMacCore/Client/APIError.h"
-#include "VornMacCore/Upload/UploadError.h"
+#include "VornMacCore/Client/UploadError.h"
 
 namespace vorn {
 namespace {

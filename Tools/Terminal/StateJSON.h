@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/QuestAvailability.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 
 #include <optional>

@@ -2,7 +2,7 @@
 
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Support/MistakeText.h"
-#include "VornMac/Defaults/OverrideKeys.h"
+#include "VornMac/Composition/OverrideKeys.h"
 
 #include <algorithm>
 #include <vector>

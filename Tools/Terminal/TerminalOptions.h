@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornMac/Defaults/ArgumentDefaults.h"
+#include "VornMac/Composition/ArgumentDefaults.h"
 
 #include <optional>
 #include <string>

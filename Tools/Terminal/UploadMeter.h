@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Async/Clock.h"
-#include "VornMacCore/Upload/UploadProgress.h"
+#include "VornMacCore/Client/UploadProgress.h"
 
 #include <cstdint>
 #include <deque>

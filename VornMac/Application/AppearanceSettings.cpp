@@ -1,6 +1,6 @@
 #include "VornMac/Application/AppearanceSettings.h"
 
-#include "VornMac/Defaults/OverrideKeys.h"
+#include "VornMac/Composition/OverrideKeys.h"
 #include "VornMac/System/Appearance.h"
 
 namespace vorn {

@@ -1,8 +1,8 @@
 #include "VornMac/Application/CommandLine.h"
 
 #include "Platform/Base/PrintableText.h"
-#include "VornMac/Defaults/OverrideKeys.h"
-#include "VornMacCore/Application/Application.h"
+#include "VornMac/Composition/OverrideKeys.h"
+#include "VornMacCore/Wire/Application.h"
 
 #include <algorithm>
 #include <array>

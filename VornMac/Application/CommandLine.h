@@ -1,7 +1,7 @@
 #pragma once
 
-#include "VornMac/Defaults/ArgumentDefaults.h"
-#include "VornMac/Defaults/LayeredDefaults.h"
+#include "VornMac/Composition/ArgumentDefaults.h"
+#include "VornMac/Composition/LayeredDefaults.h"
 
 #include <optional>
 #include <span>

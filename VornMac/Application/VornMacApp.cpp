@@ -1,6 +1,6 @@
 #include "VornMac/Application/VornMacApp.h"
 
-#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Wire/Application.h"
 
 #include <chrono>
 #include <cstdio>

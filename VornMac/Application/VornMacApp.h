@@ -4,10 +4,10 @@
 #include "VornMac/Application/AppearanceSettings.h"
 #include "VornMac/Application/EventLoopContext.h"
 #include "VornMac/Application/MainWindow.h"
+#include "VornMac/Application/QuitWatch.h"
+#include "VornMac/Application/SingleInstance.h"
 #include "VornMac/Composition/LiveServices.h"
 #include "VornMac/Model/AppModel.h"
-#include "VornMac/Process/QuitWatch.h"
-#include "VornMac/Process/SingleInstance.h"
 #include "VornMac/View/ScreenModel.h"
 
 #include <memory>

@@ -1,12 +1,12 @@
 #include "VornMac/Composition/LiveServices.h"
 
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
-#include "VornMac/Defaults/OverrideKeys.h"
-#include "VornMacCore/Application/Application.h"
+#include "VornMac/Composition/OverrideKeys.h"
 #include "VornMacCore/Client/APIConfiguration.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
-#include "VornMacCore/Sessions/KeychainTokenStore.h"
-#include "VornMacCore/Sessions/RememberingTokenStore.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
+#include "VornMacCore/Client/KeychainTokenStore.h"
+#include "VornMacCore/Client/RememberingTokenStore.h"
+#include "VornMacCore/Wire/Application.h"
 
 #include <utility>
 

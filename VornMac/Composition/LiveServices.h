@@ -1,14 +1,14 @@
 #pragma once
 
-#include "NimbrelExportKit/Leftovers/TemporaryItems.h"
+#include "NimbrelExportKit/Messages/TemporaryItems.h"
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/Clock.h"
 #include "Platform/Async/DetachedThreads.h"
 #include "Platform/Async/MainContext.h"
 #include "Platform/Desktop/SystemWorkspace.h"
 #include "Platform/Keychain/Keychain.h"
-#include "VornMac/Defaults/LayeredDefaults.h"
-#include "VornMac/Defaults/SettingsDefaults.h"
+#include "VornMac/Composition/LayeredDefaults.h"
+#include "VornMac/Composition/SettingsDefaults.h"
 #include "VornMac/Model/AppServices.h"
 
 #include <filesystem>

@@ -4,7 +4,7 @@
 #include "VornMac/Model/Decisions.h"
 #include "VornMac/Text/Consent.h"
 #include "VornMac/Text/QuestText.h"
-#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Wire/Application.h"
 
 #include <array>
 #include <utility>

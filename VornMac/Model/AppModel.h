@@ -1,15 +1,15 @@
 #pragma once
 
+#include "NimbrelExportKit/Messages/ExportRecords.h"
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
-#include "NimbrelExportKit/Records/ExportRecords.h"
 #include "Platform/Base/Log.h"
 #include "Platform/Keychain/KeychainError.h"
 #include "VornMac/Model/Announcements.h"
 #include "VornMac/Model/AppServices.h"
 #include "VornMac/Model/Step.h"
 #include "VornMac/Text/Phases.h"
-#include "VornMacCore/Quest/QuestAvailability.h"
-#include "VornMacCore/Upload/UploadProgress.h"
+#include "VornMacCore/Client/UploadProgress.h"
+#include "VornMacCore/Wire/QuestAvailability.h"
 
 #include <cstdint>
 #include <exception>

@@ -2,7 +2,7 @@
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Model/Decisions.h"
 #include "VornMac/Model/Timing.h"
-#include "VornMacCore/Identity/DeviceIdentity.h"
+#include "VornMacCore/Wire/DeviceIdentity.h"
 
 #include <utility>
 #include <variant>

@@ -1,11 +1,11 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
-#include "NimbrelExportKit/Leftovers/TemporaryNames.h"
+#include "NimbrelExportKit/Messages/TemporaryNames.h"
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Model/Decisions.h"
 #include "VornMac/Text/Consent.h"
-#include "VornMacCore/Identity/DeviceIdentity.h"
-#include "VornMacCore/Upload/MultipartUploader.h"
+#include "VornMacCore/Client/MultipartUploader.h"
+#include "VornMacCore/Wire/DeviceIdentity.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "VornMac/Model/Decisions.h"
 
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "VornMac/Text/ErrorText.h"
 #include "VornMacCore/Client/APIError.h"
 

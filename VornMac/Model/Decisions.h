@@ -3,7 +3,7 @@
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
 #include "VornMac/Model/Step.h"
 #include "VornMac/Text/Phases.h"
-#include "VornMacCore/Upload/UploadProgress.h"
+#include "VornMacCore/Client/UploadProgress.h"
 #include "VornMacCore/Wire/LinkingRecords.h"
 #include "VornMacCore/Wire/QuestRecords.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "VornMac/Text/ScreenText.h"
-#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/QuestAvailability.h"
 #include "VornMacCore/Wire/QuestRecords.h"
 #include "VornMacCore/Wire/SubmissionRecords.h"
 

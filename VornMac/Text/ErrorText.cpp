@@ -1,11 +1,11 @@
 #include "VornMac/Text/ErrorText.h"
 
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/Base/Match.h"
 #include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Client/APIError.h"
-#include "VornMacCore/Upload/UploadError.h"
+#include "VornMacCore/Client/UploadError.h"
 
 #include <utility>
 

@@ -2,7 +2,7 @@
 
 #include "VornMac/Text/Phases.h"
 #include "VornMac/Text/ScreenText.h"
-#include "VornMacCore/Quest/QuestAvailability.h"
+#include "VornMacCore/Wire/QuestAvailability.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #include "VornMac/Text/QuestText.h"
 
 #include "Platform/Base/Match.h"
-#include "VornMacCore/Quest/RejectionCopy.h"
-#include "VornMacCore/Quest/RewardFormat.h"
+#include "VornMacCore/Wire/RejectionCopy.h"
+#include "VornMacCore/Wire/RewardFormat.h"
 
 namespace vorn {
 

@@ -1,7 +1,7 @@
 #include "VornMacCore/Client/APITransport.h"
 
-#include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/HTTPAnswer.h"
+#include "VornMacCore/Wire/Application.h"
 
 #include <chrono>
 #include <utility>

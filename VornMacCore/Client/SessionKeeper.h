@@ -1,8 +1,8 @@
 #pragma once
 
 #include "VornMacCore/Client/APITransport.h"
-#include "VornMacCore/Sessions/RefreshCoordinator.h"
-#include "VornMacCore/Sessions/TokenStore.h"
+#include "VornMacCore/Client/RefreshCoordinator.h"
+#include "VornMacCore/Client/TokenStore.h"
 
 #include <memory>
 #include <mutex>

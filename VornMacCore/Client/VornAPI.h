@@ -3,7 +3,7 @@
 #include "Platform/Async/Async.h"
 #include "Platform/HTTP/HTTPSession.h"
 #include "VornMacCore/Client/APIConfiguration.h"
-#include "VornMacCore/Sessions/TokenStore.h"
+#include "VornMacCore/Client/TokenStore.h"
 #include "VornMacCore/Wire/WireRecords.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornMacCore/JSON/JSONRecord.h"
+#include "VornMacCore/Wire/JSONRecord.h"
 #include "VornMacCore/Wire/WireRecords.h"
 
 #include <string>

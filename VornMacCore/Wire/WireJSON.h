@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornMacCore/JSON/JSONErrors.h"
+#include "VornMacCore/Wire/JSONErrors.h"
 #include "VornMacCore/Wire/WireRecords.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
 #include "Platform/Base/FileDescriptor.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 #include "VornSandbox/Service/Settings.h"
 
 #include <chrono>

@@ -1,6 +1,6 @@
 #include "bench/Window/BenchWindow.h"
 
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
 #include "bench/Window/NearService.h"
 #include "bench/Window/TimedApplication.h"
 

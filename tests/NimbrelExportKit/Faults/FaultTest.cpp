@@ -1,8 +1,8 @@
 // Every call to the system and to SQLite fails once: the right error comes out, or the same archive, and nothing stays
 // behind in the temporary directory either way.
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/Base/Bundle.h"
 #include "tests/NimbrelExportKit/Faults/FaultInjection.h"
 #include "tests/support/MessagesFixture.h"

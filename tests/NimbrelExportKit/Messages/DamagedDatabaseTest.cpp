@@ -1,5 +1,5 @@
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "tests/support/MessagesFixture.h"
 #include "tests/support/RefusingFileManager.h"
 #include "tests/support/TemporaryFolder.h"

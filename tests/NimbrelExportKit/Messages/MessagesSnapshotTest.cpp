@@ -1,5 +1,5 @@
 #include "NimbrelExportKit/Messages/MessagesSnapshot.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "tests/support/RefusingFileManager.h"
 #include "tests/support/TemporaryFolder.h"
 

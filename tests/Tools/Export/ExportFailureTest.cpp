@@ -1,6 +1,6 @@
 #include "Tools/Export/ExportFailure.h"
 
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

@@ -1,6 +1,6 @@
 // scripts/compare-exports on this one system, with what two systems could disagree about played by hand.
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
 #include "Platform/Base/SHA256.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,9 +1,9 @@
 #include "Tools/Terminal/CommandFailure.h"
 
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Client/APIError.h"
-#include "VornMacCore/Upload/UploadError.h"
+#include "VornMacCore/Client/UploadError.h"
 
 #include <memory>
 #include <stdexcept>

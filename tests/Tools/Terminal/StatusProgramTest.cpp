@@ -1,5 +1,5 @@
 // What status and sign-out say and do.
-#include "VornMacCore/Application/Application.h"
+#include "VornMacCore/Wire/Application.h"
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <gmock/gmock.h>

@@ -1,9 +1,9 @@
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
-#include "VornMacCore/Application/Application.h"
 #include "VornMacCore/Client/APIConfiguration.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
-#include "VornMacCore/Sessions/KeychainTokenStore.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
+#include "VornMacCore/Client/KeychainTokenStore.h"
+#include "VornMacCore/Wire/Application.h"
 #include "tests/Tools/Terminal/QRReader.h"
 #include "tests/support/MessagesFixture.h"
 

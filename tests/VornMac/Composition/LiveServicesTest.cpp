@@ -1,7 +1,7 @@
 #include "VornMac/Composition/LiveServices.h"
 
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
-#include "VornMacCore/Sessions/RememberingTokenStore.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
+#include "VornMacCore/Client/RememberingTokenStore.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 

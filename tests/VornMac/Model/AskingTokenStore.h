@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Platform/Keychain/KeychainError.h"
-#include "VornMacCore/Sessions/TokenStore.h"
+#include "VornMacCore/Client/TokenStore.h"
 
 #include <optional>
 

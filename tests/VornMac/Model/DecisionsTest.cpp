@@ -1,6 +1,6 @@
 #include "VornMac/Model/Decisions.h"
 
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "VornMacCore/Client/APIError.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
-#include "VornMacCore/Sessions/KeychainTokenStore.h"
-#include "VornMacCore/Sessions/RememberingTokenStore.h"
+#include "VornMacCore/Client/KeychainTokenStore.h"
+#include "VornMacCore/Client/RememberingTokenStore.h"
 #include "tests/VornMac/Model/ModelFixture.h"
-#include "tests/VornMacCore/Sessions/ScriptedKeychain.h"
+#include "tests/VornMacCore/Client/ScriptedKeychain.h"
 #include "tests/support/service/ServiceAnswers.h"
 
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
 #include "tests/support/MessagesFixture.h"
 #include "tests/support/RefusingFileManager.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,10 +1,10 @@
 #include "VornMac/Text/ErrorText.h"
 
+#include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
-#include "NimbrelExportKit/Records/NimbrelExportError.h"
 #include "Platform/HTTP/URLError.h"
 #include "VornMacCore/Client/APIError.h"
-#include "VornMacCore/Upload/UploadError.h"
+#include "VornMacCore/Client/UploadError.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "VornMacCore/Client/VornAPI.h"
 
 #include "Platform/HTTP/URLError.h"
-#include "VornMacCore/JSON/JSONErrors.h"
+#include "VornMacCore/Wire/JSONErrors.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/ServiceFixture.h"
 

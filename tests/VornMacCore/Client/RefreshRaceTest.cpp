@@ -1,5 +1,5 @@
+#include "VornMacCore/Client/InMemoryTokenStore.h"
 #include "VornMacCore/Client/VornAPI.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "tests/support/service/HeldHTTPSession.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/ServiceFixture.h"

@@ -1,6 +1,6 @@
 #include "Platform/Async/Suspend.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
 #include "VornMacCore/Client/VornAPI.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "tests/support/service/HeldHTTPSession.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/Started.h"

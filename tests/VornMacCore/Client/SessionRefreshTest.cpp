@@ -1,5 +1,5 @@
 #include "VornMacCore/Client/VornAPI.h"
-#include "VornMacCore/JSON/JSONErrors.h"
+#include "VornMacCore/Wire/JSONErrors.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/ServiceFixture.h"
 

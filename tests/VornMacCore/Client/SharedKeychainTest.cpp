@@ -1,6 +1,6 @@
 #include "Platform/Async/BackgroundPool.h"
+#include "VornMacCore/Client/RememberingTokenStore.h"
 #include "VornMacCore/Client/VornAPI.h"
-#include "VornMacCore/Sessions/RememberingTokenStore.h"
 #include "tests/support/service/ServiceAnswers.h"
 #include "tests/support/service/ServiceFixture.h"
 

@@ -1,6 +1,6 @@
 #include "tests/VornMacCore/Wire/WireAnswers.h"
 
-#include "VornMacCore/JSON/JSONErrors.h"
+#include "VornMacCore/Wire/JSONErrors.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

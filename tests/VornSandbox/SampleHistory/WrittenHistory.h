@@ -1,6 +1,6 @@
 #pragma once
 
-#include "NimbrelExportKit/SQLite/SQLiteDatabase.h"
+#include "Platform/SQLite/SQLiteDatabase.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 #include "tests/support/TemporaryFolder.h"
 

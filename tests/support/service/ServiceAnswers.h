@@ -1,6 +1,6 @@
 #pragma once
 
-#include "VornMacCore/Sessions/StoredSession.h"
+#include "VornMacCore/Client/StoredSession.h"
 #include "VornMacCore/Wire/WireRecords.h"
 
 #include <string>

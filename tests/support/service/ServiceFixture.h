@@ -2,8 +2,8 @@
 
 #include "Platform/Async/MainContext.h"
 #include "VornMacCore/Client/APIError.h"
+#include "VornMacCore/Client/InMemoryTokenStore.h"
 #include "VornMacCore/Client/VornAPI.h"
-#include "VornMacCore/Sessions/InMemoryTokenStore.h"
 #include "tests/support/http/LoopbackServer.h"
 #include "tests/support/log/CapturedLog.h"
 #include "tests/support/service/ServiceRequest.h"

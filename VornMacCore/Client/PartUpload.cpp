@@ -1,0 +1,104 @@
+#include "VornMacCore/Client/PartUpload.h"
+
+#include "VornMacCore/Client/HTTPAnswer.h"
+
+#include <chrono>
+#include <optional>
+#include <utility>
+
+namespace vorn {
+namespace {
+
+using namespace std::chrono_literals;
+
+/// Returns the URL if a part of the archive may be sent there. Anything else counts as unreadable: the archive leaves
+/// encrypted or stays on this machine, and a URL never carries user info.
+std::optional<URL> acceptablePartURL(const std::string& text)
+{
+    auto url = URL::parse(text);
+    if (!url || !url->isSecureOrLocal() || url->hasUserInfo()) return std::nullopt;
+    return url;
+}
+
+} // namespace
+
+PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
+                       PartPlan plan, std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress)
+    : api_(std::move(api)), transfer_(std::move(transfer)), background_(&background), plan_(plan),
+      submissionId_(std::move(submissionId)), asset_(std::move(asset)), progress_(std::move(progress))
+{
+    for (const PresignedPart& part : asset_.parts) urls_.insert_or_assign(part.partNumber, part.url);
+}
+
+Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file)
+{
+    const auto openFile = [&file, this](const CancelFlag&) { return PartReader(std::move(file), plan_); };
+    const PartReader reader = co_await onBackground(background_, openFile);
+    std::vector<CompletedPart> completed;
+    for (std::int64_t part = 1; part <= plan_.partCount(); ++part) {
+        co_await checkCancellation();
+        completed.push_back(co_await send(part, reader.read(part)));
+    }
+    co_return completed;
+}
+
+Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
+{
+    const auto sent = plan_.range(part).begin + body->size();
+    bool refreshed = false; // at most one fresh URL for each part
+    while (true) {
+        const HTTPResponse response = co_await put(part, co_await urlOf(part, &refreshed), body);
+        if (response.status == 403 && !std::exchange(refreshed, true)) { // expired, most likely
+            co_await fetchWindow(part);
+            continue;
+        }
+        if (!isSuccess(response.status)) throw UploadError(UploadError::PartRefused{part, response.status});
+        const auto tag = response.header("ETag");
+        if (!tag || tag->empty()) throw UploadError(UploadError::MissingETag{part});
+        report(sent);
+        co_return CompletedPart{part, *tag};
+    }
+}
+
+Async<URL> PartUpload::urlOf(std::int64_t part, bool* refreshed)
+{
+    while (true) {
+        const auto known = urls_.find(part);
+        if (known != urls_.end()) {
+            if (auto url = acceptablePartURL(known->second)) co_return *std::move(url);
+        }
+        if (std::exchange(*refreshed, true)) throw UploadError(UploadError::PartRefused{part, 0});
+        co_await fetchWindow(part);
+    }
+}
+
+Async<> PartUpload::fetchWindow(std::int64_t part)
+{
+    const PartPlan::Window window = plan_.window(part);
+    const PartUrls fresh = co_await api_.partUrls(submissionId_, asset_.assetId, window.first, window.count);
+    for (const PresignedPart& each : fresh.parts) urls_.insert_or_assign(each.partNumber, each.url);
+}
+
+Async<HTTPResponse> PartUpload::put(std::int64_t part, URL url, Body body) const
+{
+    HTTPRequest request{
+        .method = HTTPRequest::Method::put,
+        .url = std::move(url),
+        .headers = {},
+        .body = std::move(body),
+        .inactivityLimit = 120s,
+        .onBodyProgress = nullptr,
+    };
+    request.onBodyProgress = [progress = progress_, begin = plan_.range(part).begin,
+                              total = plan_.totalSize](std::int64_t bytesSent) {
+        if (progress) progress({begin + bytesSent, total});
+    };
+    return httpAnswer(transfer_, std::move(request));
+}
+
+void PartUpload::report(std::int64_t bytesSent) const
+{
+    if (progress_) progress_({bytesSent, plan_.totalSize});
+}
+
+} // namespace vorn
