@@ -109,11 +109,11 @@ std::optional<json> manifestOf(const Zip& zip)
 }
 
 /// Hands over one message after the other, so that no more than one is ever held.
-void readMessages(const Zip& zip, const std::function<void(const json&)>& onMessage)
+void readMessages(const Zip& zip, const std::function<void(json&& message)>& onMessage)
 {
     using Event = json::parse_event_t;
     Entry entry(zip, messagesName, "A message", largestMessage);
-    const auto watch = [&](int depth, Event event, const json& value) {
+    const auto watch = [&](int depth, Event event, json& value) {
         const bool opens = event == Event::object_start || event == Event::array_start;
         if (opens && depth > deepestMessage) throw ArchiveError("A message is nested too deeply.");
         if (depth == 0 && event != Event::array_start && event != Event::array_end) {
@@ -121,7 +121,7 @@ void readMessages(const Zip& zip, const std::function<void(const json&)>& onMess
         }
         if (depth != 1 || opens) return true;
         entry.beginItem();
-        onMessage(value);
+        onMessage(std::move(value));
         return false; // leaves it out of the array
     };
     std::istream stream(&entry);
@@ -253,23 +253,29 @@ ArchiveVerdict inspectArchive(const std::filesystem::path& archive)
     }
 }
 
-MessagePages::MessagePages(const std::filesystem::path& archive) : messages_("", SQLiteDatabase::Mode::create)
+MessagePages::MessagePages(const std::filesystem::path& archive) : pages_("", SQLiteDatabase::Mode::create)
 {
     const Zip zip(archive);
     manifest_ = manifestOf(zip).value_or(nullptr);
-    messages_.execute("CREATE TABLE message(number INTEGER PRIMARY KEY, json TEXT NOT NULL); BEGIN");
-    readMessages(zip, [this](const json& message) {
-        messages_.run("INSERT INTO message VALUES (?, ?)", {count_++, message.dump()});
+    pages_.execute("CREATE TABLE page(number INTEGER PRIMARY KEY, messages TEXT NOT NULL); BEGIN");
+    json page = json::array();
+    const auto keep = [&] {
+        pages_.run("INSERT INTO page VALUES (?, ?)", {(count_ - 1) / perPage, page.dump()});
+        page.clear();
+    };
+    readMessages(zip, [&](json&& message) {
+        page.push_back(std::move(message));
+        if (++count_ % perPage == 0) keep();
     });
-    messages_.execute("COMMIT");
+    if (!page.empty()) keep();
+    pages_.execute("COMMIT");
 }
 
 json MessagePages::page(std::int64_t page) const
 {
     json messages = json::array();
-    if (page < 0 || page > count_ / perPage) return messages; // far beyond, the first number would not fit
-    messages_.query("SELECT json FROM message WHERE number >= ? ORDER BY number LIMIT ?", {page * perPage, perPage},
-                    [&](const SQLiteRow& row) { messages.push_back(json::parse(row.text(0).value_or("null"))); });
+    pages_.query("SELECT messages FROM page WHERE number = ?", {page},
+                 [&](const SQLiteRow& row) { messages = json::parse(row.text(0).value_or("[]")); });
     return messages;
 }
 

@@ -46,7 +46,7 @@ public:
     nlohmann::json page(std::int64_t page) const;
 
 private:
-    SQLiteDatabase messages_;
+    SQLiteDatabase pages_;
     nlohmann::json manifest_;
     std::int64_t count_ = 0;
 };
