@@ -260,7 +260,7 @@ void Submissions::assemble(const Submission& submission, const std::string& sha2
         while (part.read(piece.data(), static_cast<std::streamsize>(piece.size())) || part.gcount() > 0) {
             const std::string_view bytes = std::string_view(piece).substr(0, static_cast<std::size_t>(part.gcount()));
             hash.update(bytesOf(bytes));
-            archive.write(bytes.data(), part.gcount());
+            archive.write(piece.data(), part.gcount());
             size += part.gcount();
         }
     }
