@@ -26,7 +26,7 @@ ByteBuffer randomBytes(std::size_t size)
     return bytes;
 }
 
-// First in this file, so that nothing has asked for the table before when the case runs by itself.
+// First in this file: the table must not have been built when this case runs by itself.
 TEST(CRC32, BuildsOneTableWhenTwoThreadsAskFirst)
 {
     const std::array<std::uint32_t, 256>* tables[2] = {};

@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// Compresses well, and takes several of the pieces in which results are read back.
+/// Compresses well, and is verified in several pieces.
 std::string longText()
 {
     std::string text;
@@ -130,7 +130,7 @@ TEST(Deflate, GivesNothingForAResultAsLargeAsTheData)
     EXPECT_EQ(compressedSize(answering(padded(packed, blocks - 1)), text), text.size() - 5);
 }
 
-/// Each is what a faulty encoder could make of the data.
+/// Possible outputs of a faulty encoder.
 TEST(Deflate, GivesNothingWhenTheResultDoesNotInflateToTheData)
 {
     const std::string text = longText();

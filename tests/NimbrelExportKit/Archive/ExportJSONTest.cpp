@@ -114,7 +114,7 @@ TEST(ExportJSON, WritesAnEmptyManifestWithEveryKey)
               R"("format":"vorn.nimbrel-imessage","formatVersion":1,"messageCount":0,"skipped":{}})");
 }
 
-/// Results as no database would hold them, the same ones on each run.
+/// Random results, the same on each run.
 class OddResults {
 public:
     explicit OddResults(std::uint32_t seed) : random_(seed) {}

@@ -80,7 +80,7 @@ TEST(JSONWriter, PutsCommasBetweenTheValuesOfAList)
     EXPECT_EQ(list({1, 2, 3}), "1,2,3");
 }
 
-/// Texts are looked at in blocks and words: every length, start and place of a byte to escape must come out the same.
+/// Texts are scanned in blocks and words: tries every length, start and position of a byte to escape.
 TEST(JSONWriter, FindsAByteToEscapeWhereverItIs)
 {
     for (const char found : {'"', '\\', '\0', '\n', '\x1F'}) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-/// Entries to archive, and what comes of archiving them.
+/// Entries to archive, and the archive made of them.
 namespace vorn::testing {
 
 using namespace std::chrono_literals;
@@ -42,7 +42,7 @@ inline std::string noise(std::size_t size)
     return bytes;
 }
 
-/// What archiving `entries` fails with; nothing when it does not.
+/// The failure of archiving `entries`; nothing when it succeeds.
 inline std::optional<ZipWriterError> failure(const std::vector<ZipEntry>& entries,
                                              const ZipWriter::Settings& settings = {})
 {

@@ -9,7 +9,7 @@ namespace {
 
 using namespace vorn::testing;
 
-/// Address space that nobody may read: an entry of it must be refused by its size alone.
+/// Inaccessible address space: an entry of it must be refused by its size alone.
 class UnreadableBytes {
 public:
     explicit UnreadableBytes(std::size_t size)

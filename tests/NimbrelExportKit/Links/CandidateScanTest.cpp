@@ -190,7 +190,7 @@ TEST(CandidateScan, SparesTheSystemsDetectorPlainText)
     }
 }
 
-/// Whatever our own detector finds, it finds around a mark as well.
+/// The scan must let through whatever our own detector finds.
 TEST(CandidateScan, TakesEveryCandidateForAMark)
 {
     for (const std::string_view text :

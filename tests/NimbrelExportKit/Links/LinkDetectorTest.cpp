@@ -7,7 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// What every detector gives alike, the system's and our own.
+// What both detectors find, the system's and our own.
 
 TEST(LinkDetector, FindsAddressesInOrderRepeatsIncluded)
 {

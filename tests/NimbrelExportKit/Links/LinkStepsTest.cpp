@@ -1,4 +1,4 @@
-// The detector's work grows with the size of a text, whatever the text is: held by counting steps, not by time.
+// The detector's work is linear in the size of any text. Counts steps, not time.
 #include "NimbrelExportKit/Links/TextLinkDetector.h"
 #include "tests/support/steps/StepCount.h"
 
@@ -9,7 +9,7 @@ namespace {
 
 using testing::stepsOf;
 
-/// What a text begins with, and what it repeats from there.
+/// The beginning of a text, and what it repeats after it.
 struct Hostile {
     const char* name;
     std::string_view head;

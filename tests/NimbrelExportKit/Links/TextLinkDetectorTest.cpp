@@ -288,7 +288,7 @@ TEST(TextLinkDetector, FindsNothingInEmptyText)
     expectNoLinks({"", " ", ".", "://", "a.", ".a"});
 }
 
-// A detector that read such text again from each place would not come to an end within the test's time limit.
+// A detector that rereads such text from each position exceeds the test's time limit.
 TEST(TextLinkDetector, ComesToAnEndOnHostileText)
 {
     const auto repeated = [](std::string_view piece) {

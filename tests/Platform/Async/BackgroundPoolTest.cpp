@@ -17,7 +17,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-/// Keeps a pool's only thread busy until it is told to go on.
+/// Keeps a pool's only thread busy until released.
 class Blocker {
 public:
     explicit Blocker(BackgroundPool& pool)
@@ -81,7 +81,7 @@ TEST(OnBackground, ThrowsWhatTheWorkThrows)
     }
 }
 
-/// Tells on which thread it died.
+/// Records the thread on which it is destroyed.
 struct Witness {
     explicit Witness(std::thread::id* at) : diedAt(at) {}
     ~Witness() { *diedAt = std::this_thread::get_id(); }

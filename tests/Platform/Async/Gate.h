@@ -12,7 +12,7 @@ namespace vorn {
 /// What happened, in order.
 using Journal = std::vector<std::string>;
 
-/// A place to wait at; the test answers by hand. Outlives the tasks that wait at it.
+/// An awaitable that the test answers by hand. Must outlive the tasks that wait on it.
 template <class T = void>
 struct Gate {
     std::vector<Resume<T>> resumes; ///< one for each wait
@@ -39,7 +39,7 @@ struct Gate {
     void fail(std::exception_ptr error) const { resumes.back().fail(std::move(error)); }
 };
 
-/// Waits at `gate` and writes down how that ended.
+/// Waits on `gate` and records how that ended.
 inline Async<> waitAndTell(Gate<>* gate, Journal* journal, OnCancel onCancel = OnCancel::leave)
 {
     journal->emplace_back("began");

@@ -178,7 +178,7 @@ TEST(MainContext, TakesPostsOfManyThreadsAndKeepsTheOrderOfEach)
     for (const auto& own : got) EXPECT_TRUE(std::is_sorted(own.begin(), own.end()));
 }
 
-/// An event loop: it comes only when it was woken.
+/// An event loop: runs only when woken.
 TEST(MainContext, NoWakeUpIsLostWhileThreadsPostAndTheLoopRuns)
 {
     constexpr int posts = 2000;
@@ -220,7 +220,7 @@ TEST(MainContext, TheHookIsNeverCalledAfterTheContextIsGone)
     }
 }
 
-/// Counts its living copies, as a thing that a frame owns.
+/// Counts its living copies.
 struct Owned {
     explicit Owned(int* alive) : alive_(alive) { ++*alive_; }
     Owned(const Owned& other) : Owned(other.alive_) {}
@@ -259,7 +259,7 @@ TEST(MainContext, TornDownDestroysEveryTaskWhereItStands)
     for (const auto& gate : gates) gate.answer(); // too late, and harmless
 }
 
-/// Begins a task when it dies: a last message that somebody sends from a destructor.
+/// Starts a task in its destructor, such as a last message.
 struct LastWish {
     MainContext* context;
     int* alive;
@@ -315,7 +315,7 @@ TEST(MainContext, ShutDownCancelsEveryTaskAndWaitsForTheirCleanUp)
     EXPECT_EQ(context.runningTasks(), 0U);
 }
 
-/// Says when a coroutine lets go of what it holds.
+/// Records when a coroutine destroys what it owns.
 class Farewell {
 public:
     explicit Farewell(Journal* journal) : journal_(journal) {}

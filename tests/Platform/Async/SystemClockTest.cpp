@@ -49,7 +49,7 @@ TEST_F(SystemClockTest, SleepsOfNothingOrLessEndWithoutWaiting)
 {
     for (const auto duration : {Clock::Duration::zero(), Clock::Duration(-1h), Clock::Duration::min()}) {
         const Task task(context, sleepAndTell(&clock, duration, "slept", &journal));
-        context.runPending(); // one turn: it never gives its thread away
+        context.runPending(); // one turn: it never suspends
         EXPECT_FALSE(task.isRunning());
     }
     EXPECT_THAT(journal, ElementsAre("slept", "slept", "slept"));

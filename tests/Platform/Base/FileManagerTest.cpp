@@ -51,7 +51,7 @@ TEST(FileManager, MakesFoldersThatOnlyThisUserMayEnter)
     EXPECT_THROW(files().createPrivateDirectory(folder / "far/above/private"), fs::filesystem_error);
 }
 
-/// Takes every right away from new files for as long as it lives.
+/// A umask that removes every right from new files.
 class ScopedMask {
 public:
     explicit ScopedMask(mode_t mask) : old_(umask(mask)) {}
@@ -83,7 +83,7 @@ TEST(FileManager, WritesFilesWithTheLongestNames)
     EXPECT_EQ(readFile(folder / name), "new");
 }
 
-/// The path that a failed copy blames.
+/// The path in the error of a failed copy.
 fs::path blamed(const fs::path& from, const fs::path& to)
 {
     try {

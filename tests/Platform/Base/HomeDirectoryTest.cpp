@@ -1,4 +1,4 @@
-// A program of its own, as it brings its own user database.
+// A separate program: it replaces the user database.
 #include "Platform/Base/FileManager.h"
 #include "tests/support/ScopedEnvironment.h"
 

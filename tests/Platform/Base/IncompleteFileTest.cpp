@@ -90,7 +90,7 @@ TEST(IncompleteFile, IsAllThatIsSwept)
     EXPECT_THAT(elsewhere.names(), ElementsAre("kept"));
 }
 
-/// A process that the system kills in the middle of a write of 4 MiB.
+/// A process that the system kills during a write of 4 MiB.
 void writeAndBeKilled(const fs::path& path)
 {
     const pid_t child = fork();

@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How a child process that runs `body` ends; -1 when a signal ended it.
+/// The exit status of a child process that runs `body`; -1 when a signal ended it.
 template <class Body>
 int exitCodeOf(Body&& body)
 {
@@ -26,7 +26,7 @@ int exitCodeOf(Body&& body)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// Waits until the watch has heard a signal.
+/// Waits until the watch has received a signal.
 bool hears(const InterruptWatch& watch)
 {
     while (!watch.cancelFlag().isCancelled()) sched_yield();
@@ -146,7 +146,7 @@ TEST(InterruptWatch, LeavesIgnoredSignalsIgnored)
                   std::signal(SIGHUP, SIG_IGN);
                   const InterruptWatch watch;
                   kill(getpid(), SIGHUP);
-                  kill(getpid(), SIGTERM); // heard after it, if that was heard
+                  kill(getpid(), SIGTERM); // received after it, if that was
                   return hears(watch) ? watch.exitStatus() : 0;
               }),
               128 + SIGTERM);

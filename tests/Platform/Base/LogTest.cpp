@@ -77,7 +77,7 @@ TEST(Log, TakesLinesFromSeveralThreadsWhileItsSinkChanges)
     EXPECT_EQ(log.lines().size(), 3 * lines);
 }
 
-/// A full disk, say.
+/// Fails, like a full disk.
 class FailingSink : public LogSink {
 public:
     void write(std::string_view /*subsystem*/, std::string_view /*category*/, std::string_view /*line*/) override

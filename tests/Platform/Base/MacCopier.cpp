@@ -39,7 +39,7 @@ int failWith(int code)
 
 using Piece = std::array<std::byte, 64 * 1024>;
 
-/// -1 when it failed and the program does not want to go on.
+/// -1 when it failed and the program does not continue.
 ssize_t writePiece(int to, const Piece& piece, std::size_t size, copyfile_state_t state)
 {
     MacCopier& copier = macCopier();

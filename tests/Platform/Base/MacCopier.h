@@ -2,18 +2,17 @@
 
 namespace vorn::testing {
 
-/// How the functions behave that macOS copies files with: in this test program they work on ordinary files, with the
-/// traps of the real ones. Threads: one.
+/// Doubles of macOS's copy functions, which work on ordinary files with the traps of the real ones. Threads: one.
 struct MacCopier {
-    bool clones = true;       ///< else the file system cannot
-    bool locksClones = false; ///< as clones of a locked file are: nothing about one changes until its flags are cleared
-    int writeError = 0;       ///< what writes fail with, unless 0
+    bool clones = true;       ///< whether the file system can clone
+    bool locksClones = false; ///< as clones of a locked file: unchangeable until their flags are cleared
+    int writeError = 0;       ///< the error of writes; 0 for none
 
     // What happened.
     int clonesMade = 0;
     int pieces = 0;
     bool locked = false;
-    bool wentOnAfterError = false; ///< for ever, had the copier not given up
+    bool wentOnAfterError = false; ///< which would repeat for ever
 };
 
 /// The behaviour from now on.

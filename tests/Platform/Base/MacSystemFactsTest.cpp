@@ -15,7 +15,7 @@ namespace {
 
 using Type = CFDouble::Type;
 
-/// What a Mac says of itself in this test program; nothing where it has nothing to say.
+/// The facts of a simulated Mac; empty where it has none.
 struct Mac {
     std::optional<std::string> name, zone, locale, version;
     CFTypeRef bundleValue = nullptr; ///< of every key

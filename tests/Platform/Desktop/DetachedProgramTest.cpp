@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// How a shell ends that runs `script`.
+/// The exit status of a shell that runs `script`.
 std::optional<int> endOfScript(const std::string& script)
 {
     return DetachedProgram("/bin/sh", {"-c", script}).waitForEnd(60s);

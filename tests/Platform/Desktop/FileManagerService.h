@@ -9,7 +9,7 @@ typedef struct _GMainLoop GMainLoop;
 
 namespace vorn::testing {
 
-/// A file manager on a session bus, which remembers what it is asked to show.
+/// A file manager on a session bus that records what it is asked to show.
 class FileManagerService {
 public:
     /// Returns once it is on the bus.
@@ -17,7 +17,7 @@ public:
     ~FileManagerService();
     FileManagerService(FileManagerService&&) = delete;
 
-    /// The first item that it is asked to show; waits for that.
+    /// Waits for the first item that it is asked to show, and returns it.
     std::string shownItem() { return shown_.get_future().get(); }
 
 private:

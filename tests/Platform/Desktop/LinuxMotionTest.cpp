@@ -21,7 +21,7 @@ public:
         settings_.reset(g_settings_new("org.gnome.desktop.interface"));
     }
     void animate(bool value) { g_settings_set_boolean(settings_.get(), "enable-animations", value ? TRUE : FALSE); }
-    /// Delivers what has changed, as an event loop does.
+    /// Delivers changes, as an event loop does.
     static void deliver()
     {
         while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
@@ -75,11 +75,11 @@ TEST(MotionPreference, TellsOfChanges)
 
 TEST(MotionPreferenceDeathTest, LivesWithoutTheDesktopsSettings)
 {
-    GTEST_FLAG_SET(death_test_style, "threadsafe"); // anew: GLib has looked for its schemas before
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // in a new process: GLib looks for its schemas once
     EXPECT_EXIT(
         {
             for (const char* variable : {"XDG_DATA_DIRS", "XDG_DATA_HOME", "GSETTINGS_SCHEMA_DIR"})
-                setenv(variable, "/dev/null", 1); // no folder at all: nobody would remove one after this exit
+                setenv(variable, "/dev/null", 1); // not a temporary folder, which would be left behind
             const MotionWatch watch([](bool) {});
             std::exit(systemReducesMotion() || hasSchema() ? 1 : 0);
         },

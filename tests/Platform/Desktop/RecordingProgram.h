@@ -8,7 +8,7 @@
 
 namespace vorn::testing {
 
-/// A program that writes down its arguments, one a line, and then does what it is told to.
+/// A program that records its arguments, one a line, and then runs a given command.
 class RecordingProgram {
 public:
     explicit RecordingProgram(const std::string& then = "exit 0")

@@ -3,7 +3,7 @@
 
 namespace vorn {
 
-// A system that does not say what a connection has moved.
+// A system that does not count what a connection has moved.
 
 SocketTraffic trafficOf(int /*socket*/) noexcept
 {

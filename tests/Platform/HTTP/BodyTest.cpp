@@ -3,7 +3,7 @@
 namespace vorn::testing {
 namespace {
 
-/// Announces `size` bytes, gives `given`, then does what `end` does.
+/// Announces `size` bytes, returns `given`, then calls `end`.
 class BreakingBody final : public HTTPBody {
 public:
     using End = std::function<std::size_t()>;

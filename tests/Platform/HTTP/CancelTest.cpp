@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t part = 8 * 1024 * 1024;
 
-/// What became of a request that runs beside the test.
+/// A request that runs beside the test, and its outcome.
 enum class Outcome { none, answered, cancelled, failed };
 
 class Cancelling : public SessionFixture {
@@ -108,7 +108,7 @@ TEST_F(Cancelling, WhileReceivingCutsTheConnection)
 
 TEST_F(Cancelling, CountsAlsoWhenTheAnswerIsOnItsWay)
 {
-    // The answer has been posted to the coroutine's queue, which has not come to it yet.
+    // The answer has been posted to the coroutine's queue, but not run.
     std::atomic<int> posted = 0;
     MainContext queue([&posted] { ++posted; });
     server.answer({});

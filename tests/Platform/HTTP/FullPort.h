@@ -14,8 +14,7 @@
 
 namespace vorn::testing {
 
-/// A port of this machine on which connecting takes for ever: so many wait to be accepted already that the system
-/// answers no more.
+/// A local port on which connecting never ends: its queue of connections is full, so the system does not answer.
 class FullPort {
 public:
     FullPort()

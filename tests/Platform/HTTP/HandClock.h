@@ -8,8 +8,8 @@
 
 namespace vorn::testing {
 
-/// What a session measures silence by, standing still until it is moved on: a busy machine cannot make a transfer time
-/// out, and a test need not wait for it. The session looks at it often, as real time goes. Threads: any.
+/// An inactivity clock that only the test advances: a busy machine cannot make a transfer time out, and no test waits.
+/// The session polls it often. Threads: any.
 class HandClock {
 public:
     HTTPSession::Options options() const

@@ -7,7 +7,7 @@
 
 namespace vorn::testing {
 
-/// `size` bytes, all "x", which a disk gives at once up to `at`, and from there on only after `event`.
+/// `size` bytes "x"; reading beyond `at` waits for `event`, like a slow disk.
 class HeldBody final : public HTTPBody {
 public:
     HeldBody(std::int64_t size, std::int64_t at, std::shared_future<void> event)

@@ -12,7 +12,7 @@ constexpr std::size_t part = 8 * 1024 * 1024;
 
 class Progress : public SessionFixture {
 protected:
-    /// Sends the PUT of `size` bytes and gives what was reported until it returned.
+    /// Sends a PUT of `size` bytes and returns what was reported until it ended.
     std::vector<std::int64_t> reported(std::size_t size)
     {
         std::mutex mutex;
@@ -60,7 +60,7 @@ TEST_F(Progress, StopsShortOfARefusal)
     EXPECT_LT(seen.back(), static_cast<std::int64_t>(4 * part));
 }
 
-/// On the session's thread, where nobody could catch it.
+/// On the session's thread, where it cannot be caught.
 void reportToOneWhoThrows()
 {
     LoopbackServer server;

@@ -17,7 +17,7 @@ struct Authority {
     TestAuthority authority;
 };
 
-/// A server that refuses before it has read the body, without TLS or (with `true`) inside of it.
+/// A server that refuses before it has read the body, over TCP or (with `true`) TLS.
 class Refusal : Authority, public SessionFixture, public ::testing::WithParamInterface<bool> {
 protected:
     Refusal() : SessionFixture(GetParam() ? authority.identityOf({}) : nullptr, options()) {}
@@ -81,8 +81,8 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
     const auto asked = put(part);
     for (const auto& [name, handler] : refusals) {
         SCOPED_TRACE(name);
-        for (int time = 0; time < 20; ++time) { // where in the body the refusal arrives is up to chance
-            beginAnew();                        // else it might be sent on a connection that is about to die
+        for (int time = 0; time < 20; ++time) { // the refusal arrives at a random place in the body
+            beginAnew();                        // otherwise it might use a connection that is about to close
             server.script(handler);
             const HTTPResponse response = send(asked);
             EXPECT_EQ(response.status, 403);
@@ -91,7 +91,7 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
     }
 }
 
-/// Keeps the processors busy, so that threads stop at other places than usual.
+/// Keeps the processors busy, to vary the interleaving of threads.
 class Load {
 public:
     Load()

@@ -25,7 +25,7 @@ inline void PrintTo(URLError::Code code, std::ostream* to)
 
 namespace testing {
 
-/// The URL that `text` is; the test ends when it is none.
+/// Parses `text`; ends the test if it is no URL.
 inline URL urlOf(const std::string& text)
 {
     auto url = URL::parse(text);
@@ -53,7 +53,7 @@ inline std::shared_ptr<const BytesBody> bodyOf(std::string_view text)
     return std::make_shared<const BytesBody>(bytesOf(text));
 }
 
-/// A real session, and a server to talk to.
+/// A real session and a server.
 class SessionFixture : public ::testing::Test {
 protected:
     using Method = HTTPRequest::Method;
@@ -73,7 +73,7 @@ protected:
     HTTPRequest put(std::size_t size) const { return request(Method::put, server.url(), bodyOf(size)); }
 
     HTTPResponse send(HTTPRequest request) { return context.run(session->send(std::move(request))); }
-    /// What `request` fails with; nothing when it succeeds.
+    /// The failure of `request`; nothing when it succeeds.
     std::optional<URLError::Code> failureOf(HTTPRequest request)
     {
         try {

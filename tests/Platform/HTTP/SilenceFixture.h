@@ -11,7 +11,7 @@ struct OwnTime {
     HandClock clock;
 };
 
-/// A session that measures silence by a clock which the test moves on. Connections are made in real time.
+/// A session whose inactivity clock the test advances. Connecting takes real time.
 class SilenceFixture : protected OwnTime, public SessionFixture {
 protected:
     static constexpr std::chrono::milliseconds limit{1600}; ///< which has the session look every tenth of a second
@@ -25,7 +25,7 @@ protected:
         return asked;
     }
 
-    /// In a handler: lets most of the limit pass, and the session see that.
+    /// In a handler: lets most of the limit pass, and the session notice.
     void passTime(Exchange& exchange)
     {
         clock.advance(limit * 6 / 10);

@@ -20,7 +20,7 @@ namespace {
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// A connection over TCP: `client` is what a relay is put before.
+/// A TCP connection; the relay is put before `client`.
 class SocketRelayTest : public ::testing::Test {
 protected:
     SocketRelayTest() : handlesPipes_(std::signal(SIGPIPE, SIG_IGN)) // as the session's thread, which blocks it

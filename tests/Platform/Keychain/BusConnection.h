@@ -7,7 +7,7 @@ typedef struct _GMainContext GMainContext;
 
 namespace vorn::testing {
 
-/// A connection to a session bus, with calls that wait. Threads: the one that made it.
+/// A connection to a session bus, with blocking calls. Threads: the one that constructed it.
 class BusConnection {
 public:
     explicit BusConnection(const std::string& address);

@@ -173,7 +173,7 @@ private:
                                                 &askerLeft, nullptr);
     }
 
-    /// Secrets travel as they are: the other algorithm is not supported.
+    /// Secrets are sent in plain: the other algorithm is not supported.
     static void openSession(GVariant* arguments, GDBusMethodInvocation* call)
     {
         const char* algorithm = nullptr;

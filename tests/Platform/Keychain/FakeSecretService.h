@@ -6,15 +6,15 @@
 
 namespace vorn::testing {
 
-/// A Secret Service with one locked item for every search, and with the faults of real ones. It runs on a thread of its
+/// A Secret Service that returns one locked item for every search, with the faults of real ones, on a thread of its
 /// own.
 class FakeSecretService {
 public:
     enum class Fault {
         silent,        ///< answers nothing
-        hangingDialog, ///< asks for a password that nobody gives, and cannot be told to stop
+        hangingDialog, ///< shows a password dialog that is never answered and cannot be dismissed
         dismissed,     ///< the user closes the dialog
-        refusing,      ///< lets nobody in
+        refusing,      ///< denies access
     };
 
     /// Returns once the service is on the bus at `address`.

@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// A keychain that forgets everything with the test. Threads: any.
+/// A keychain in memory. Threads: any.
 class InMemoryKeychain : public Keychain {
 public:
     std::optional<std::string> read(const KeychainItem& item) override

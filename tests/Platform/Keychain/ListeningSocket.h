@@ -11,7 +11,7 @@
 
 namespace vorn::testing {
 
-/// A socket of the file system to which programs can connect, and which says nothing.
+/// A Unix socket that accepts connections and never answers.
 class ListeningSocket {
 public:
     explicit ListeningSocket(const std::filesystem::path& path)

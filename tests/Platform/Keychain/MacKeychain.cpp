@@ -14,7 +14,7 @@ MacKeychain& macKeychain()
 
 namespace {
 
-/// What a function fails with, from its query; 0 to go on.
+/// The status that a function fails with; 0 if it does not.
 OSStatus begin(const char* function, const MacKeychain::Pairs& query)
 {
     MacKeychain& keychain = macKeychain();

@@ -19,7 +19,7 @@ TEST(RunWithin, RunsWorkOnAnotherThreadToItsEnd)
     EXPECT_NE(ranOn, std::this_thread::get_id());
 }
 
-/// Says when it is destroyed.
+/// Signals when it is destroyed.
 class Owned {
 public:
     ~Owned() { gone_.set_value(); }

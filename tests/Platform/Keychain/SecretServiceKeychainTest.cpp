@@ -26,7 +26,7 @@ using Fault = FakeSecretService::Fault;
 
 const KeychainItem item{"com.example.vorn", "desktop-session"};
 
-/// Longer than any test may take: a call with this limit that returns has not waited for it.
+/// Longer than any test: a call with this limit that returns did not wait for it.
 constexpr auto forever = std::chrono::hours(24);
 constexpr auto soon = 300ms;
 
@@ -187,7 +187,7 @@ TEST(SecretServiceKeychain, FailsOnALockedCollectionThatNobodyUnlocks)
     EXPECT_EQ(keychain.read(other), std::nullopt);
 }
 
-/// A port of this computer, to which programs can connect.
+/// A local TCP port that accepts connections.
 class ListeningPort {
 public:
     ListeningPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))

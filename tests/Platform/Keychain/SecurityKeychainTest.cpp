@@ -19,7 +19,7 @@ using ::testing::Optional;
 using Pairs = MacKeychain::Pairs;
 using Call = MacKeychain::Call;
 
-/// An empty keychain, in which nothing may leak.
+/// An empty keychain; fails on leaks.
 class SecurityWorld : public KeychainWorld {
 public:
     SecurityWorld() { macKeychain() = {}; }
@@ -121,7 +121,7 @@ TEST_F(SecurityKeychainTest, AsksNothingOfTheSystemForNamesThatAreNoText)
     EXPECT_THAT(mac().calls, IsEmpty());
 }
 
-/// The doubles notice what they are there for.
+/// The doubles themselves detect leaks.
 TEST(MacDoubles, CountWhatIsAlive)
 {
     const std::size_t before = liveCFObjects();

@@ -10,8 +10,8 @@
 
 namespace vorn::testing {
 
-/// A session bus of the test's own, which the environment names while it lives. It starts no services. It ends with
-/// this object, also when the test program crashes.
+/// A session bus for the test, named in the environment. Starts no services. Ends with this object, even when the test
+/// program crashes.
 class TestBus {
 public:
     TestBus();
@@ -35,7 +35,7 @@ public:
     /// Returns once the service is on the bus.
     explicit TestKeyring(const TestBus& bus);
 
-    /// Locks the collection; there is nobody here to ask for its password.
+    /// Locks the collection; no password dialog can be shown here.
     void lock() const;
 
 private:
