@@ -19,6 +19,7 @@
 #include <gmock/gmock.h>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace vorn {
 namespace {
@@ -124,6 +125,15 @@ TEST_F(SingleInstanceTest, AKilledOneLeavesNothingInTheWay)
     const auto running = first(0s);
     EXPECT_EQ(running->start(), Start::first);
     EXPECT_EQ(second(), Start::told);
+}
+
+/// As in containers, whose processes have the same numbers and whose host has another name each time.
+TEST_F(SingleInstanceTest, AFileThatNobodyLocksIsNoLockWhateverItSays)
+{
+    for (const std::string host : {"other-host", ""}) {
+        testing::writeFile(folder / "com.vorn.test.lock", std::to_string(getpid()) + "\nVornMac\n" + host + "\n");
+        EXPECT_EQ(first(0s)->start(), Start::first);
+    }
 }
 
 TEST_F(SingleInstanceTest, DoesNotWaitForASilentOne)
