@@ -11,9 +11,9 @@ struct ProcessStart {
 
     static ProcessStart current();
 
-    /// Whether somebody wrote the arguments and can be told what is wrong with them: at a shell, or in a script. An
-    /// application that is opened, by a double click or by "open", is a child of the first process and has no terminal;
-    /// its arguments may come from the system, and it starts whatever they are.
+    /// Whether the process was started at a shell or by a script, so that wrong arguments can be reported. An opened
+    /// application (double click, "open") is a child of the first process and has no terminal; it must start whatever
+    /// its arguments are.
     bool isFromShell() const noexcept { return hasTerminal || parent != 1; }
 };
 

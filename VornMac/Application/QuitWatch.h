@@ -8,19 +8,19 @@
 
 namespace vorn {
 
-/// Lets SIGTERM, SIGINT and SIGHUP quit the application as its user would. One that has not ended 5 seconds after the
-/// first, or when another one comes, is ended on the spot: what it leaves in the temporary directory, the next start
-/// removes. Make it in `main` before anything else: every later thread must inherit that these signals are blocked.
+/// Makes SIGTERM, SIGINT and SIGHUP quit the application as its user would. 5 seconds after the first signal, or on the
+/// second, it ends the process at once; the next start removes what stays in the temporary directory. Construct it in
+/// `main` before anything else: all threads must inherit that these signals are blocked.
 class QuitWatch {
 public:
     QuitWatch();
     QuitWatch(QuitWatch&&) = delete;
 
-    /// The exit status of a program that a signal has ended, as shells count; 0 when none came.
+    /// The shell's exit status for a program ended by the signal; 0 when none came.
     int exitStatus() const noexcept { return watch_.cancelFlag().isCancelled() ? watch_.exitStatus() : 0; }
 
-    /// While it lives, the first signal posts `onQuit` to a context, once; at once when it has come before. Ends before
-    /// the context does.
+    /// While it lives, the first signal posts `onQuit` to the context, once; at once if it has already come. The
+    /// context must outlive it.
     class Delivery {
     public:
         Delivery(QuitWatch& watch, MainContext& context, std::function<void()> onQuit);
@@ -39,10 +39,10 @@ public:
 private:
     void onSignal();
 
-    std::mutex mutex_; ///< guards what follows but the watch
+    std::mutex mutex_; ///< guards the members below, except the watch
     bool signalled_ = false;
     Delivery* delivery_ = nullptr;
-    InterruptWatch watch_; ///< the last: its thread uses the others
+    InterruptWatch watch_; ///< last: its thread uses the others
 };
 
 } // namespace vorn

@@ -4,9 +4,9 @@
 
 namespace vorn {
 
-/// Where this user's processes meet: `XDG_RUNTIME_DIR` where it is as it should be, else the folder "vorn-<user's
-/// number>" in the temporary directory, which is made if it is missing. Nobody else may enter it; one that others could
-/// have made is refused. Throws `std::system_error`.
+/// The folder for sockets and locks of this user's processes: `XDG_RUNTIME_DIR` if it is private, else "vorn-<user id>"
+/// in the temporary directory, created if missing. Refuses a folder that others own or may enter. Throws
+/// `std::system_error`.
 std::filesystem::path runtimeFolder();
 
 } // namespace vorn
