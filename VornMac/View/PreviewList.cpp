@@ -14,6 +14,7 @@ void PreviewList::show(const AppModel::Export& found)
 void PreviewList::show(const std::vector<PreviewedMessage>& messages)
 {
     std::vector<Bubble> bubbles;
+    bubbles.reserve(messages.size());
     for (const PreviewedMessage& message : messages)
         bubbles.push_back({shown(message.text), shown(spokenText(message)), message.fromMe});
     showBubbles(std::move(bubbles));
