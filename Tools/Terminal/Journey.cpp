@@ -188,7 +188,7 @@ Async<> Journey::find()
 
 Async<> Journey::offerUpload()
 {
-    const AppModel::Export found = model_.exportResult();
+    const AppModel::ExportResult found = model_.exportResult();
     const auto availability = model_.availability();
     const ScreenText text = findText(model_.scanPhase(), availability);
     terminal_.say(text.title + ":");

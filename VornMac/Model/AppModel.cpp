@@ -132,7 +132,7 @@ void AppModel::dropUser()
     jobs_.cancel();
     assign(session_, {}, &AppModel::sessionChanged);
     assign(nimbrel_, {}, &AppModel::nimbrelChanged);
-    assign(export_, {}, &AppModel::exportResultChanged);
+    assign(exportResult_, {}, &AppModel::exportResultChanged);
     assign(submission_, {}, &AppModel::submissionChanged);
     assign(scanPhase_, {}, &AppModel::scanPhaseChanged);
     assign(uploadPhase_, {}, &AppModel::uploadPhaseChanged);

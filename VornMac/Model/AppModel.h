@@ -34,7 +34,7 @@ class AppModel : public QObject {
 
 public:
     /// The chat found on this Mac, freed in the background: a million messages take longer than a frame.
-    using Export = std::shared_ptr<const NimbrelExportResult>;
+    using ExportResult = std::shared_ptr<const NimbrelExportResult>;
 
     /// Restores the session of a store that answers at once and chooses the first step, without starting its work.
     explicit AppModel(AppServices services);
@@ -61,7 +61,7 @@ public:
 
     const ScanPhase& scanPhase() const noexcept { return scanPhase_; }
     const std::optional<NimbrelState>& nimbrel() const noexcept { return nimbrel_; }
-    const Export& exportResult() const noexcept { return export_; } ///< null without one
+    const ExportResult& exportResult() const noexcept { return exportResult_; } ///< null without one
     /// Of `exportResult`, counted in the background.
     std::optional<NimbrelExportStats> exportStatistics() const;
     std::optional<QuestAvailability> availability() const; ///< now; nothing before the quest is known
@@ -209,9 +209,9 @@ private:
     Async<FoundChat> readMessages(std::vector<std::string> handles);
     void showScanFailure(const std::exception& error);
 
-    Async<> runUpload(VornAPI api, Export content);
-    Async<> packAndSend(VornAPI api, Export content);
-    Async<ArchiveFile> pack(Export content, std::filesystem::path path);
+    Async<> runUpload(VornAPI api, ExportResult exportResult);
+    Async<> packAndSend(VornAPI api, ExportResult exportResult);
+    Async<ArchiveFile> pack(ExportResult exportResult, std::filesystem::path path);
     Async<SubmissionStatus> send(VornAPI api, std::filesystem::path archive);
     void reportProgress(const UploadProgress& progress);
     void finishUpload(const SubmissionStatus& status);
@@ -236,7 +236,7 @@ private:
     FullDiskAccessStatus access_;
     ScanPhase scanPhase_;
     std::optional<NimbrelState> nimbrel_;
-    Export export_;
+    ExportResult exportResult_;
     std::optional<NimbrelExportStats> statistics_; ///< of the last one
     UploadPhase uploadPhase_;
     UploadProgress uploadProgress_;

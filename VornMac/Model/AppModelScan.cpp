@@ -10,7 +10,7 @@ namespace vorn {
 namespace {
 
 /// Shares `result`; whichever owner is last, it is freed in the background.
-AppModel::Export shared(NimbrelExportResult result, BackgroundExecutor* background)
+AppModel::ExportResult shared(NimbrelExportResult result, BackgroundExecutor* background)
 {
     auto owned = std::make_unique<NimbrelExportResult>(std::move(result));
     return {owned.release(), [background](NimbrelExportResult* last) {
@@ -21,13 +21,13 @@ AppModel::Export shared(NimbrelExportResult result, BackgroundExecutor* backgrou
 } // namespace
 
 struct AppModel::FoundChat {
-    Export messages;
+    ExportResult exportResult;
     NimbrelExportStats statistics;
 };
 
 std::optional<NimbrelExportStats> AppModel::exportStatistics() const
 {
-    return export_ ? statistics_ : std::nullopt;
+    return exportResult_ ? statistics_ : std::nullopt;
 }
 
 void AppModel::prefetchNimbrel()
@@ -43,8 +43,8 @@ void AppModel::prefetchNimbrel()
 Async<> AppModel::runPrefetch(VornAPI api)
 {
     try {
-        const NimbrelState state = co_await api.nimbrelState();
-        assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
+        const NimbrelState nimbrel = co_await api.nimbrelState();
+        assign(nimbrel_, {nimbrel}, &AppModel::nimbrelChanged);
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
@@ -88,24 +88,24 @@ Async<> AppModel::runScan(VornAPI api)
 
 Async<> AppModel::findChat(VornAPI api)
 {
-    const NimbrelState state = co_await api.nimbrelState();
+    const NimbrelState nimbrel = co_await api.nimbrelState();
     {
         const auto whole = transition();
-        assign(nimbrel_, {state}, &AppModel::nimbrelChanged);
-        if (auto phase = decide::phaseBeforeReading(state)) {
+        assign(nimbrel_, {nimbrel}, &AppModel::nimbrelChanged);
+        if (auto phase = decide::phaseBeforeReading(nimbrel)) {
             assign(scanPhase_, *std::move(phase), &AppModel::scanPhaseChanged);
             co_return;
         }
     }
-    showFound(co_await readMessages(state.handles));
+    showFound(co_await readMessages(nimbrel.handles));
 }
 
 void AppModel::showFound(FoundChat found)
 {
     const auto whole = transition();
-    const bool hasMessages = !found.messages->messages.empty();
+    const bool hasMessages = !found.exportResult->messages.empty();
     statistics_ = found.statistics;
-    assign(export_, std::move(found.messages), &AppModel::exportResultChanged);
+    assign(exportResult_, std::move(found.exportResult), &AppModel::exportResultChanged);
     assign(scanPhase_, decide::phaseAfterReading(hasMessages), &AppModel::scanPhaseChanged);
 }
 
@@ -113,8 +113,8 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
 {
     const NimbrelExporter exporter(services_.messagesDatabase, NimbrelExporter::usualAttempts, *services_.files);
     const auto read = [&exporter, &handles, background = services_.background](const CancelFlag& cancel) {
-        const Export messages = shared(exporter.export_(handles, {}, cancel), background);
-        return FoundChat{messages, messages->stats()};
+        const ExportResult exportResult = shared(exporter.export_(handles, {}, cancel), background);
+        return FoundChat{exportResult, exportResult->stats()};
     };
     co_return co_await onBackground(services_.background, read);
 }

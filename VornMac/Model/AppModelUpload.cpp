@@ -43,13 +43,13 @@ void AppModel::upload()
     uploadProgress_ = {};
     assign(uploadPhase_, {phase::Preparing{}}, &AppModel::uploadPhaseChanged);
     jobs_.progress = std::make_shared<AppModel*>(this);
-    jobs_.chat = running(runUpload(pinnedTo(*session_), export_));
+    jobs_.chat = running(runUpload(pinnedTo(*session_), exportResult_));
 }
 
-Async<> AppModel::runUpload(VornAPI api, Export content)
+Async<> AppModel::runUpload(VornAPI api, ExportResult exportResult)
 {
     try {
-        co_await packAndSend(std::move(api), std::move(content));
+        co_await packAndSend(std::move(api), std::move(exportResult));
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
@@ -58,11 +58,11 @@ Async<> AppModel::runUpload(VornAPI api, Export content)
     }
 }
 
-Async<> AppModel::packAndSend(VornAPI api, Export content)
+Async<> AppModel::packAndSend(VornAPI api, ExportResult exportResult)
 {
     const TemporaryFile archive(services_.files,
                                 services_.files->temporaryDirectory() / temporarynames::archive.make());
-    const ArchiveFile packed = co_await pack(std::move(content), archive.path());
+    const ArchiveFile packed = co_await pack(std::move(exportResult), archive.path());
     if (decide::isTooLarge(packed.sizeBytes, nimbrel_)) {
         assign(uploadPhase_, {phase::Failed{archiveTooLarge}}, &AppModel::uploadPhaseChanged);
         co_return;
@@ -71,11 +71,11 @@ Async<> AppModel::packAndSend(VornAPI api, Export content)
     finishUpload(co_await send(std::move(api), archive.path()));
 }
 
-Async<ArchiveFile> AppModel::pack(Export content, std::filesystem::path path)
+Async<ArchiveFile> AppModel::pack(ExportResult exportResult, std::filesystem::path path)
 {
     const ExporterInfo exporter = ExporterInfo::current(services_.bundle);
     const auto write = [&, date = services_.clock->date(), files = services_.files](const CancelFlag& cancel) {
-        return NimbrelArchiveBuilder::writeArchive(*content, exporter, path, date, *files, cancel);
+        return NimbrelArchiveBuilder::writeArchive(*exportResult, exporter, path, date, *files, cancel);
     };
     co_return co_await onBackground(services_.background, write);
 }

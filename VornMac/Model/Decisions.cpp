@@ -55,9 +55,9 @@ CodeTurn codeTurn(const DeviceLinkPoll& answer)
     return CodeTurn::keepPolling;
 }
 
-std::optional<ScanPhase> phaseBeforeReading(const NimbrelState& state)
+std::optional<ScanPhase> phaseBeforeReading(const NimbrelState& nimbrel)
 {
-    return state.handles.empty() ? std::optional<ScanPhase>(phase::NotConfigured{}) : std::nullopt;
+    return nimbrel.handles.empty() ? std::optional<ScanPhase>(phase::NotConfigured{}) : std::nullopt;
 }
 
 ScanPhase phaseAfterReading(bool hasMessages)
@@ -74,9 +74,9 @@ FailedScan failedScan(const std::exception& error)
     return {.phase = errorText(error), .isLogged = isLogged};
 }
 
-bool isTooLarge(std::int64_t archiveBytes, const std::optional<NimbrelState>& state)
+bool isTooLarge(std::int64_t archiveBytes, const std::optional<NimbrelState>& nimbrel)
 {
-    return state && archiveBytes > state->maxBytes;
+    return nimbrel && archiveBytes > nimbrel->maxBytes;
 }
 
 std::optional<UploadPhase> phaseAfterProgress(const UploadPhase& now, const UploadProgress& progress)

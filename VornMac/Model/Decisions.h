@@ -34,7 +34,7 @@ enum class CodeTurn { keepPolling, showScanned, declined, expired, signIn };
 CodeTurn codeTurn(const DeviceLinkPoll& answer);
 
 /// What the find step shows of the quest before anything is read; nothing when the chat is to be read.
-std::optional<ScanPhase> phaseBeforeReading(const NimbrelState& state);
+std::optional<ScanPhase> phaseBeforeReading(const NimbrelState& nimbrel);
 ScanPhase phaseAfterReading(bool hasMessages);
 
 /// What follows a failed search. It may send the user to another step.
@@ -44,7 +44,7 @@ struct FailedScan {
 };
 FailedScan failedScan(const std::exception& error);
 
-bool isTooLarge(std::int64_t archiveBytes, const std::optional<NimbrelState>& state);
+bool isTooLarge(std::int64_t archiveBytes, const std::optional<NimbrelState>& nimbrel);
 
 /// The upload's phase once `progress` is reported; nothing when a report comes too late to count.
 std::optional<UploadPhase> phaseAfterProgress(const UploadPhase& now, const UploadProgress& progress);

@@ -6,9 +6,9 @@
 
 namespace vorn {
 
-void PreviewList::show(const AppModel::Export& found)
+void PreviewList::show(const AppModel::ExportResult& exportResult)
 {
-    show(found ? previewOf(found->messages) : std::vector<PreviewedMessage>{});
+    show(exportResult ? previewOf(exportResult->messages) : std::vector<PreviewedMessage>{});
 }
 
 void PreviewList::show(const std::vector<PreviewedMessage>& messages)

@@ -23,8 +23,9 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Shows the end of `found`, which may be null: at most six messages, whatever its size. Keeps nothing of it.
-    void show(const AppModel::Export& found);
+    /// Shows the end of `exportResult`, which may be null: at most six messages, whatever its size. Keeps nothing of
+    /// it.
+    void show(const AppModel::ExportResult& exportResult);
     void show(const std::vector<PreviewedMessage>& messages);
     /// Shows what `other` shows now.
     void show(const PreviewList& other);

@@ -22,7 +22,7 @@ struct ModelState {
     FullDiskAccessStatus access;
     ScanPhase scanPhase;
     std::optional<NimbrelState> nimbrel;
-    AppModel::Export exportResult;
+    AppModel::ExportResult exportResult;
     UploadPhase uploadPhase;
     std::optional<SubmissionStatus> submission;
 

@@ -20,7 +20,7 @@ ExportedMessage message(const std::string& text, bool fromMe = false)
     return result;
 }
 
-AppModel::Export exportOf(MessageList messages)
+AppModel::ExportResult exportOf(MessageList messages)
 {
     return std::make_shared<NimbrelExportResult>(NimbrelExportResult{{}, std::move(messages), {}});
 }
