@@ -183,6 +183,21 @@ TEST_P(Refusal, IsNotWaitedForWhereTheServerEndsItsHalf)
                 ::testing::Optional(URLError::Code::networkConnectionLost));
 }
 
+// What the server has not read cannot be what it accepts: the part counts as lost, and is sent again.
+TEST_P(Refusal, IsNotWhatAServerSaysThatAcceptsAndGoes)
+{
+    std::promise<void> accepted;
+    server.script([&accepted](Exchange& exchange) {
+        exchange.readBody(part / 4);
+        exchange.send("HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\ntaken");
+        exchange.reset();
+        accepted.set_value();
+    });
+    const auto body = std::make_shared<const HeldBody>(part, part / 4, accepted.get_future());
+    EXPECT_THAT(failureOf(request(Method::put, server.url(), body)),
+                ::testing::Optional(URLError::Code::networkConnectionLost));
+}
+
 INSTANTIATE_TEST_SUITE_P(Over, Refusal, ::testing::Bool(),
                          [](const auto& over) { return over.param ? std::string("TLS") : std::string("TCP"); });
 
