@@ -40,9 +40,9 @@ std::string asked(const std::string& label)
 } // namespace
 
 Journey::Journey(AppModel& model, MainContext& context, Clock& clock, const Terminal& terminal, Answers& answers,
-                 Manners manners)
-    : model_(model), context_(context), clock_(clock), terminal_(terminal), answers_(answers), manners_(manners),
-      changes_(model), linkPrinter_(terminal, manners.background)
+                 const TerminalOptions& options, bool isAttended)
+    : model_(model), context_(context), clock_(clock), terminal_(terminal), answers_(answers), options_(options),
+      isAttended_(isAttended), changes_(model), linkPrinter_(terminal, options.background)
 {
 }
 
@@ -53,7 +53,7 @@ void Journey::say(const std::vector<std::string>& lines) const
 
 Async<bool> Journey::confirms(std::string question)
 {
-    if (!manners_.saysYes) co_return co_await answers_.confirms(std::move(question));
+    if (!options_.yes) co_return co_await answers_.confirms(std::move(question));
     terminal_.say(question + " Yes.");
     co_return true;
 }
@@ -97,7 +97,7 @@ Async<> Journey::showStep(Step step)
 
 void Journey::tellOfTheSessionsEnd() const
 {
-    if (!manners_.isAttended) throw CommandFailure(TerminalStatus::notLinked, unlinked);
+    if (!isAttended_) throw CommandFailure(TerminalStatus::notLinked, unlinked);
     terminal_.say(unlinked);
 }
 
@@ -108,10 +108,10 @@ Async<> Journey::link()
     while (model_.step() == Step::link) {
         const LinkPhase phase = model_.linkPhase();
         // Where nobody watches, waiting for a person or for a service that is down would have no end.
-        if (!manners_.isAttended && hadCode && is<phase::Loading>(phase))
+        if (!isAttended_ && hadCode && is<phase::Loading>(phase))
             throw CommandFailure(TerminalStatus::notLinked, notInTime);
         if (std::exchange(shown, phase) != phase) linkPrinter_.show(phase, model_.qrPayload());
-        if (!manners_.isAttended && is<phase::Failed>(phase))
+        if (!isAttended_ && is<phase::Failed>(phase))
             throw CommandFailure(TerminalStatus::unreachable, std::string("This Mac could not be linked.") + runAgain);
         hadCode = hadCode || is<phase::Showing>(phase);
         co_await changes_.next();
@@ -151,8 +151,7 @@ Async<> Journey::access()
         const FullDiskAccessStatus status = model_.access();
         if (std::exchange(shown, status) != status) terminal_.say(accessText(status).status.text);
         const bool isGranted = status == FullDiskAccessStatus::granted;
-        if (!manners_.isAttended && (!isGranted || wasGranted))
-            throw CommandFailure(TerminalStatus::noAccess, accessMissing);
+        if (!isAttended_ && (!isGranted || wasGranted)) throw CommandFailure(TerminalStatus::noAccess, accessMissing);
         if (isGranted && wasGranted && !co_await answers_.confirms(asked(accessText(status).primary)))
             throw CommandFailure(TerminalStatus::declined, nothingSent);
         if (isGranted) {
@@ -177,7 +176,7 @@ Async<> Journey::find()
     if (is<phase::NotFound>(phase))
         throw CommandFailure(TerminalStatus::notFound, fmt::format("{}", fmt::join(text.hints, "\n")));
     if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
-        if (!manners_.isAttended) throw CommandFailure(TerminalStatus::failed, spokenWords(failed->lastWords));
+        if (!isAttended_) throw CommandFailure(TerminalStatus::failed, spokenWords(failed->lastWords));
         terminal_.say(spokenWords(failed->text));
         if (!co_await answers_.confirms(asked(text.retry))) throw CommandFailure(TerminalStatus::failed, "");
         if (model_.step() == Step::find) model_.scan();
@@ -215,7 +214,7 @@ Async<> Journey::upload()
         const ScreenText text = uploadText(phase);
         if (isNew && !is<phase::Idle>(phase) && !is<phase::Failed>(phase)) terminal_.say(text.status.text);
         if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
-            if (!manners_.isAttended) throw CommandFailure(TerminalStatus::refused, spokenWords(failed->lastWords));
+            if (!isAttended_) throw CommandFailure(TerminalStatus::refused, spokenWords(failed->lastWords));
             terminal_.say(spokenWords(failed->text));
             if (!co_await answers_.confirms(asked(text.retry))) throw CommandFailure(TerminalStatus::refused, "");
             if (model_.step() == Step::upload) model_.go(Step::find);

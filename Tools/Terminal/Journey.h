@@ -5,9 +5,9 @@
 #include "Tools/Terminal/LinkPrinter.h"
 #include "Tools/Terminal/ModelChanges.h"
 #include "Tools/Terminal/Terminal.h"
+#include "Tools/Terminal/TerminalOptions.h"
 #include "VornMac/Model/AppModel.h"
 
-#include <optional>
 #include <string>
 
 namespace vorn {
@@ -17,19 +17,14 @@ namespace vorn {
 /// Threads: the model's own. Errors: `CommandFailure` where the path ends without its goal.
 class Journey {
 public:
-    struct Manners {
-        bool saysYes = false;    ///< every question is answered yes, without asking
-        bool isAttended = false; ///< somebody is there: failures are tried again, and a phone is waited for
-        std::optional<TerminalOptions::Background> background{};
-    };
-
-    /// All of them must outlive it.
+    /// `isAttended` says that somebody is there: failures are tried again, and a phone is waited for. All references
+    /// must outlive it.
     Journey(AppModel& model, MainContext& context, Clock& clock, const Terminal& terminal, Answers& answers,
-            Manners manners);
+            const TerminalOptions& options, bool isAttended);
 
-    /// Until the Mac is linked, and gives the session.
+    /// Runs until the Mac is linked and returns the session.
     Async<StoredSession> toSession();
-    /// Until the review has ended or takes too long, and gives how the submission stands.
+    /// Runs until the review has ended or takes too long and returns the submission's status.
     Async<SubmissionStatus> toReward();
 
 private:
@@ -54,7 +49,8 @@ private:
     Clock& clock_;
     const Terminal& terminal_;
     Answers& answers_;
-    Manners manners_;
+    const TerminalOptions& options_;
+    bool isAttended_;
     ModelChanges changes_;
     LinkPrinter linkPrinter_;
     std::string lastReview_;

@@ -68,11 +68,6 @@ Async<> TerminalCommand::runCommand()
     return share();
 }
 
-Journey::Manners TerminalCommand::manners(bool waits) const
-{
-    return {.saysYes = options_.yes, .isAttended = waits, .background = options_.background};
-}
-
 Async<> TerminalCommand::share()
 {
     const AppModel& model = *services_.model;
@@ -80,8 +75,8 @@ Async<> TerminalCommand::share()
     if (options_.json) lines.emplace(model, stdout);
     if (!model.session()) sayWhatIsNotKept();
     const bool isAttended = services_.terminal->traits().isTerminal && !options_.yes;
-    Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_,
-                    manners(isAttended));
+    Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_, options_,
+                    isAttended);
     const SubmissionStatus submission = co_await journey.toReward();
     if (lines && !lines->hasWritten()) throw CommandFailure(TerminalStatus::failed, unprintable);
     if (!lines) print(textOf(submission));
@@ -108,8 +103,8 @@ Async<> TerminalCommand::link()
     }
     // A link that lasts for this run is of no use when the run ends with it.
     requireKeychain("The link could not be kept, so this Mac was not linked.");
-    Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_,
-                    manners(true));
+    Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_, options_,
+                    true);
     const StoredSession session = co_await journey.toSession();
     if (services_.keychain && services_.keychain->holdsSession("The link could not be kept.")) {
         services_.terminal->say(linkedText(printable(session.displayName)));

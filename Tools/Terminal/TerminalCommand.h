@@ -45,7 +45,6 @@ private:
     Async<> status();
     Async<> signOut();
 
-    Journey::Manners manners(bool waits) const;
     void sayWhatIsNotKept() const;
     StoredSession storedSession() const;
     Async<> revoke(StoredSession session) const;

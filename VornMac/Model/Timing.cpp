@@ -11,7 +11,9 @@ constexpr std::chrono::milliseconds shortestPollInterval = 1s;
 constexpr std::chrono::milliseconds longestPollInterval = 24h;
 constexpr auto lifetimeOfUndatedLink = 120s;
 constexpr auto linkGrace = 5s;
-constexpr auto longestWatch = 1200s;
+constexpr auto longestWatch = 20min;
+constexpr auto reviewInterval = 5s;
+constexpr auto personsReviewInterval = 30s;
 
 } // namespace
 
@@ -29,7 +31,7 @@ Instant pollDeadline(const DeviceLink& link, Instant arrival)
 std::optional<Clock::Duration> nextReviewPoll(const SubmissionStatus& last, Clock::Duration watchedFor)
 {
     if (watchedFor >= longestWatch) return std::nullopt;
-    return last.status.is(ReviewStatus::Kind::reviewPending) ? 30s : 5s;
+    return last.status.is(ReviewStatus::Kind::reviewPending) ? personsReviewInterval : reviewInterval;
 }
 
 } // namespace vorn::timing
