@@ -6,6 +6,7 @@
 #include "VornMac/Text/QuestText.h"
 #include "VornMacCore/Wire/Application.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -32,7 +33,7 @@ const AppModel::StepWork& AppModel::workOf(Step step)
         StepWork{Step::upload, nullptr, nullptr},
         StepWork{Step::done, nullptr, &AppModel::stopReviewWatch},
     };
-    return table.at(static_cast<std::size_t>(step));
+    return *std::ranges::find(table, step, &StepWork::step); // every step has a row
 }
 
 // The step's signal comes first: the screen that is left must not show what follows.

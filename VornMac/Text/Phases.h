@@ -21,7 +21,7 @@ using Failed = ErrorText;
 using Idle = Plain<struct IdleTag>;       ///< nothing was begun, or the session has ended since
 using Loading = Plain<struct LoadingTag>; ///< the service is asked, or the chat is read
 
-using Waiting = Plain<struct WaitingTag>; ///< the same, for so long that the user wonders
+using Waiting = Plain<struct WaitingTag>; ///< `Loading`, for so long that the user wonders
 using Refused = Plain<struct RefusedTag>; ///< the keychain did not let the program in
 
 using Showing = Plain<struct ShowingTag>;   ///< the code waits for the phone

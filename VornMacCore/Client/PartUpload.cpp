@@ -44,7 +44,7 @@ Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file
 
 Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
 {
-    const auto sent = plan_.range(part).begin + body->size();
+    const auto sentAfterwards = plan_.range(part).begin + body->size();
     bool refreshed = false; // at most one fresh URL for each part
     while (true) {
         const HTTPResponse response = co_await put(part, co_await urlOf(part, &refreshed), body);
@@ -55,7 +55,7 @@ Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
         if (!isSuccess(response.status)) throw UploadError(UploadError::PartRefused{part, response.status});
         const auto tag = response.header("ETag");
         if (!tag || tag->empty()) throw UploadError(UploadError::MissingETag{part});
-        report(sent);
+        report(sentAfterwards);
         co_return CompletedPart{part, *tag};
     }
 }
