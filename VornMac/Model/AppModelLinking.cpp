@@ -92,7 +92,7 @@ Async<AppModel::LinkOutcome> AppModel::poll(DeviceLink link)
         case decide::CodeTurn::showScanned: assign(linkPhase_, {phase::Scanned{}}, &AppModel::linkPhaseChanged); break;
         case decide::CodeTurn::declined: co_return {LinkOutcome::Rejected{}};
         case decide::CodeTurn::expired: co_return {LinkOutcome::Expired{}};
-        case decide::CodeTurn::signIn: co_return {*std::move(answer.session)};
+        case decide::CodeTurn::signIn: co_return {std::move(answer.session).value_or(DesktopSession{})};
         }
     }
     co_return {LinkOutcome::Expired{}};
