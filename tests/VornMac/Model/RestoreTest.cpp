@@ -163,7 +163,7 @@ TEST_F(Restore, KeepsNobodyFromQuitting)
 {
     fix_.launch();
     EXPECT_EQ(fix_.background.waiting(), 1U);
-    EXPECT_TRUE(fix_.context.shutDown(1ms)) << "nobody has answered";
+    EXPECT_TRUE(fix_.context.shutDown(1min)) << "nobody has answered";
     EXPECT_EQ(keychain_->asked, 0);
 }
 
