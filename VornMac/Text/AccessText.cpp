@@ -43,7 +43,7 @@ ScreenText accessText(FullDiskAccessStatus status)
                                "the switch: turn Vorn off and on again."
                              : "",
             .retry = isDenied ? quitAndReopen : "",
-            .primary = goOn,
+            .primary = status == FullDiskAccessStatus::granted ? goOn : openSettings,
             .back = goBack};
 }
 

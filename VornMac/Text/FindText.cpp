@@ -4,6 +4,8 @@
 #include "VornMac/Text/CommonText.h"
 #include "VornMac/Text/QuestText.h"
 
+#include <string_view>
+
 namespace vorn {
 namespace {
 
@@ -12,16 +14,17 @@ struct Finding {
     const char* title;
     StatusText status{};
     std::vector<std::string> hints{};
-    const char* retry = "Look again";
+    const char* primary = ""; ///< empty where there is nothing to upload: what leads on is to look again
 };
 
 constexpr const char* notAvailable = "Not available yet";
+constexpr const char* uploadChat = "Upload chat";
 
 Finding looking()
 {
     return {.title = "Looking in Messages…",
             .status = {Tone::waiting, "Reading a private copy of your Messages history…"},
-            .retry = ""};
+            .primary = uploadChat};
 }
 
 Finding notFound()
@@ -42,7 +45,7 @@ Finding findingOf(const ScanPhase& phase)
             return {notAvailable, {Tone::warning, "Nimbrel export isn't set up yet. Try again later."}};
         },
         [](phase::NotFound) { return notFound(); },
-        [](phase::Found) -> Finding { return {.title = "Found on this Mac", .retry = ""}; },
+        [](phase::Found) -> Finding { return {.title = "Found on this Mac", .primary = uploadChat}; },
         [](const phase::Failed& failed) -> Finding { return {somethingWrong, {Tone::bad, failed.text}}; },
     };
     return std::visit(finding, phase);
@@ -54,13 +57,16 @@ ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailabilit
 {
     const Finding finding = findingOf(phase);
     const bool isFound = std::holds_alternative<phase::Found>(phase);
+    // Nobody asks how a review stands while it is only told of here.
+    const bool isInReview = isFound && availability && availability->is<QuestAvailability::InReview>();
+    const bool isDeadEnd = std::string_view(finding.primary).empty();
     return {.title = finding.title,
             .subtitle = yourChat,
             .status = finding.status,
             .remark = isFound && availability ? availabilityNote(*availability) : StatusText{},
             .hints = finding.hints,
-            .retry = finding.retry,
-            .primary = "Upload chat",
+            .retry = isDeadEnd || isInReview ? "Look again" : "",
+            .primary = finding.primary,
             .back = goBack,
             .caption = "Only on this Mac. Nothing is uploaded yet."};
 }

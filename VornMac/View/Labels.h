@@ -35,7 +35,6 @@ class Labels : public QObject {
     Q_PROPERTY(QString messagesService READ messagesService CONSTANT)
     Q_PROPERTY(vorn::PreviewList* exampleConversation READ exampleConversation CONSTANT)
 
-    Q_PROPERTY(QString openSettings READ openSettings CONSTANT)
     Q_PROPERTY(QString showInFinder READ showInFinder CONSTANT)
     Q_PROPERTY(QString settingsPath READ settingsPath CONSTANT)
     Q_PROPERTY(QString settingsPane READ settingsPane CONSTANT)
@@ -64,7 +63,6 @@ public:
     static QString messagesService() { return vorn::messagesService; }
     PreviewList* exampleConversation() { return &example_; }
 
-    static QString openSettings() { return vorn::openSettings; }
     static QString showInFinder() { return vorn::showInFinder; }
     static QString settingsPath() { return vorn::settingsPath; }
     static QString settingsPane() { return vorn::settingsPane; }

@@ -9,6 +9,13 @@ StepScreen {
     readonly property bool isGranted: model.access === ScreenModel.Access.Granted
 
     step: 2
+    onBack: model.go(ScreenModel.Step.Consent)
+    onPrimary: {
+        if (isGranted)
+            model.go(ScreenModel.Step.Find);
+        else
+            model.openFullDiskAccessSettings();
+    }
 
     // Only a change while the screen shows leads on: a database that opens can still fail to be read, and the way back to
     // here must not bounce.
@@ -28,11 +35,6 @@ StepScreen {
         }
     }
 
-    TwoToneTitle {
-        primary: root.model.text.title
-        secondary: root.model.text.subtitle
-        width: parent.width
-    }
     Words {
         color: Theme.secondary
         text: root.model.text.lead[0]
@@ -44,30 +46,27 @@ StepScreen {
         text: root.model.text.steps[0]
         width: parent.width
     }
-    NumberedStep {
-        done: root.isGranted
-        number: 2
-        text: root.model.text.steps[1]
+    Column {
+        spacing: 4
         width: parent.width
+
+        NumberedStep {
+            done: root.isGranted
+            number: 2
+            text: root.model.text.steps[1]
+            width: parent.width
+        }
+        QuietLinkStyle {
+            label: Labels.showInFinder
+            x: 36 // in line with the step that it helps with
+            onClicked: root.model.revealAppInFinder()
+        }
     }
     NumberedStep {
         done: root.isGranted
         number: 3
         text: root.model.text.steps[2]
         width: parent.width
-    }
-    Flow {
-        spacing: 12
-        width: parent.width
-
-        OutlineButtonStyle {
-            label: Labels.openSettings
-            onClicked: root.model.openFullDiskAccessSettings()
-        }
-        OutlineButtonStyle {
-            label: Labels.showInFinder
-            onClicked: root.model.revealAppInFinder()
-        }
     }
     StatusLine {
         text: root.model.text.status.text
@@ -89,13 +88,6 @@ StepScreen {
             label: root.model.text.retry
             onClicked: root.model.relaunch()
         }
-    }
-    ActionRow {
-        backTitle: root.model.text.back
-        primaryEnabled: root.isGranted
-        primaryTitle: root.model.text.primary
-        onBack: root.model.go(ScreenModel.Step.Consent)
-        onPrimary: root.model.go(ScreenModel.Step.Find)
     }
 
     preview: PreviewPanel {

@@ -6,12 +6,9 @@ StepScreen {
     id: root
 
     step: 1
+    primaryEnabled: model.understandsUpload && model.agreesToShare
+    onPrimary: model.acceptConsent()
 
-    TwoToneTitle {
-        primary: root.model.text.title
-        secondary: root.model.text.subtitle
-        width: parent.width
-    }
     Section {
         title: root.model.consent.reads.heading
         width: parent.width
@@ -62,11 +59,6 @@ StepScreen {
             width: parent.width
             onChosen: isOn => root.model.agreesToShare = isOn
         }
-    }
-    ActionRow {
-        primaryEnabled: root.model.understandsUpload && root.model.agreesToShare
-        primaryTitle: root.model.text.primary
-        onPrimary: root.model.acceptConsent()
     }
 
     preview: PreviewPanel {

@@ -7,12 +7,9 @@ StepScreen {
     id: root
 
     step: 5
+    primaryIsQuiet: !model.isRewardPaid && !model.isRewardLost // the review goes on: stay and see
+    onPrimary: model.go(ScreenModel.Step.Find)
 
-    TwoToneTitle {
-        primary: root.model.text.title
-        secondary: root.model.text.subtitle
-        width: parent.width
-    }
     Repeater {
         model: root.model.text.lead
 
@@ -43,10 +40,6 @@ StepScreen {
             text: root.model.text.hints[1] ?? ""
             width: parent.width
         }
-    }
-    ActionRow {
-        primaryTitle: root.model.text.primary
-        onPrimary: root.model.go(ScreenModel.Step.Find)
     }
 
     preview: PreviewPanel {

@@ -6,13 +6,22 @@ import Vorn.View
 StepScreen {
     id: root
 
-    step: 3
+    /// Whether what leads on is to look again, because there is nothing to upload.
+    readonly property bool isDeadEnd: model.text.primary.length === 0
 
-    TwoToneTitle {
-        primary: root.model.text.title
-        secondary: root.model.text.subtitle
-        width: parent.width
+    step: 3
+    otherTitle: isDeadEnd ? "" : model.text.retry
+    primaryEnabled: isDeadEnd || model.canUpload
+    primaryTitle: isDeadEnd ? model.text.retry : model.text.primary
+    onBack: model.go(ScreenModel.Step.Consent)
+    onOther: model.go(ScreenModel.Step.Find)
+    onPrimary: {
+        if (isDeadEnd)
+            model.go(ScreenModel.Step.Find);
+        else
+            model.upload();
     }
+
     StatusLine {
         text: root.model.text.status.text
         tone: root.model.text.status.tone
@@ -45,18 +54,6 @@ StepScreen {
         tone: root.model.text.remark.tone
         visible: text.length > 0
         width: parent.width
-    }
-    OutlineButtonStyle {
-        label: root.model.text.retry
-        visible: label.length > 0
-        onClicked: root.model.go(ScreenModel.Step.Find)
-    }
-    ActionRow {
-        backTitle: root.model.text.back
-        primaryEnabled: root.model.canUpload
-        primaryTitle: root.model.text.primary
-        onBack: root.model.go(ScreenModel.Step.Consent)
-        onPrimary: root.model.upload()
     }
 
     preview: LocalPreview {

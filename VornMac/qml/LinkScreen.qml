@@ -6,15 +6,11 @@ StepScreen {
     id: root
 
     step: 0
+    primaryTitle: model.text.retry
+    onPrimary: model.startLinking()
 
-    TwoToneTitle {
-        primary: root.model.text.title
-        secondary: root.model.text.subtitle
-        width: parent.width
-    }
     FieldLabel {
         text: root.model.text.heading
-        topPadding: 4
         width: parent.width
     }
     NumberedStep {
@@ -42,11 +38,6 @@ StepScreen {
         text: root.model.text.status.text
         tone: root.model.text.status.tone
         width: parent.width
-    }
-    OutlineButtonStyle {
-        label: root.model.text.retry
-        visible: label.length > 0
-        onClicked: root.model.startLinking()
     }
     Words {
         color: Theme.secondary

@@ -12,8 +12,23 @@ Rectangle {
     Component.onCompleted: model.start()
 
     VornGlyph {
-        x: Theme.sideMargin
+        x: Theme.sideMargin - width / 12 // its ink, which begins within its box, is in line with the words below
         y: 39
+    }
+    WindowGrid {
+        id: grid
+        height: root.height
+        width: root.width
+    }
+    Rectangle {
+        color: Theme.panel
+        height: grid.bottom - grid.top
+        objectName: "panel"
+        radius: Theme.panelRadius
+        visible: root.model.isRestored
+        width: Theme.panelWidth
+        x: grid.right - width
+        y: grid.top
     }
     CrossFade {
         id: screens

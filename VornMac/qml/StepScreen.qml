@@ -8,7 +8,11 @@ OnboardingLayout {
 
     required property ScreenModel model
 
+    backTitle: model.text.back
     position: model.position
+    primaryTitle: model.text.primary
+    subtitle: model.text.subtitle
+    title: model.text.title
     totalSteps: 6
 
     /// Goes on showing what it shows now, whatever becomes of the model; its controls do nothing any more.

@@ -7,16 +7,9 @@ StepScreen {
     id: root
 
     step: 4
+    primaryTitle: model.text.retry
+    onPrimary: model.go(ScreenModel.Step.Find)
 
-    TwoToneTitle {
-        primary: root.model.text.title
-        secondary: root.model.text.subtitle
-        width: parent.width
-    }
-    Item {
-        height: 4
-        width: 1
-    }
     GradientProgressBar {
         label: Labels.archiveName
         percentage: root.model.uploadPercentage
@@ -27,11 +20,6 @@ StepScreen {
         text: root.model.text.status.text
         tone: root.model.text.status.tone
         width: parent.width
-    }
-    ActionRow {
-        primaryTitle: root.model.text.retry
-        visible: primaryTitle.length > 0
-        onPrimary: root.model.go(ScreenModel.Step.Find)
     }
 
     preview: PreviewPanel {

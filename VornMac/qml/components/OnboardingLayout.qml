@@ -1,81 +1,79 @@
 import QtQuick
 
-/// A form beside a preview, as wide as is good to read and in the middle of any window. A form that is too high for the
-/// window scrolls.
+/// A form beside a preview, as wide as is good to read and in the middle of any window. The step dots, the title and the
+/// actions stand at one place whatever the form holds; a form that is too high for the room between them scrolls.
 FocusScope {
     id: root
 
     required property int step // from 0
     required property int totalSteps
     required property string position // of the step, for a screen reader
-    default property alias form: column.data
+    required property string title
+    required property string subtitle
+    property alias backTitle: actions.backTitle
+    property alias otherTitle: actions.otherTitle
+    property alias primaryTitle: actions.primaryTitle
+    property alias primaryEnabled: actions.primaryEnabled
+    property alias primaryIsQuiet: actions.primaryIsQuiet
+    default property alias form: body.form
     property alias preview: area.data
 
-    readonly property real columnsGap: Math.max(48, Math.min(96, (width - 2 * Theme.sideMargin - Theme.panelWidth) * 0.12))
-    readonly property real contentWidth: Math.min(width - 2 * Theme.sideMargin, Theme.widestContent)
+    signal back
+    signal other
+    signal primary
 
     readonly property Item focused: Window.activeFocusItem
-    onFocusedChanged: scroller.reveal(focused)
+    onFocusedChanged: body.reveal(focused)
 
-    Flickable {
-        id: scroller
-
-        /// Scrolls until `item` is seen whole, if it stands in the form.
-        function reveal(item: Item) {
-            if (!interactive || !scroller.holds(item))
-                return;
-            const top = item.mapToItem(contentItem, 0, 0).y - column.x;
-            const bottom = top + item.height + 2 * column.x;
-            contentY = Math.max(0, Math.min(top, Math.max(contentY, bottom - height)));
-        }
-        function holds(item: Item): bool {
-            for (let each = item; each; each = each.parent) {
-                if (each === column)
-                    return true;
-            }
-            return false;
-        }
-
-        readonly property real room: root.height - Theme.topMargin - Theme.bottomMargin
-
-        anchors.left: parent.left
-        anchors.leftMargin: (root.width - root.contentWidth) / 2 - 8
-        boundsBehavior: Flickable.StopAtBounds
-        clip: contentHeight > height
-        contentHeight: Math.max(height, column.implicitHeight + 16)
-        interactive: contentHeight > height
-        width: Math.min(Theme.formWidth, root.contentWidth - root.columnsGap - Theme.panelWidth) + 16
-        height: room + 8
-        y: Theme.topMargin - 4
-
-        Column {
-            id: column
-            spacing: Theme.wideGap
-            width: scroller.width - 16
-            x: 8
-            y: Math.max(8, (scroller.height - implicitHeight) / 2)
-
-            StepDots {
-                bottomPadding: 4
-                current: root.step
-                position: root.position
-                total: root.totalSteps
-            }
-        }
+    Keys.onPressed: event => {
+        if (event.key === Qt.Key_PageUp || event.key === Qt.Key_PageDown)
+            event.accepted = body.turnPage(event.key === Qt.Key_PageDown);
     }
 
+    WindowGrid {
+        id: grid
+        height: root.height
+        width: root.width
+    }
+    StepDots {
+        current: root.step
+        position: root.position
+        total: root.totalSteps
+        x: grid.left
+        y: grid.top + 16
+    }
+    TwoToneTitle {
+        id: heading
+        primary: root.title
+        secondary: root.subtitle
+        width: grid.formWidth
+        x: grid.left
+        y: grid.top + 44
+    }
+    ScrollingForm {
+        id: body
+        anchors.bottom: actions.top
+        anchors.bottomMargin: Theme.wideGap
+        anchors.top: heading.bottom
+        anchors.topMargin: Theme.wideGap
+        width: grid.formWidth
+        x: grid.left
+    }
+    ActionRow {
+        id: actions
+        primaryTitle: ""
+        width: grid.formWidth
+        x: grid.left
+        y: grid.bottom - height
+        onBack: root.back()
+        onOther: root.other()
+        onPrimary: root.primary()
+    }
     Item {
         id: area
-        anchors.bottom: parent.bottom
-        anchors.bottomMargin: bottomRoom
-        anchors.right: parent.right
-        anchors.rightMargin: (root.width - root.contentWidth) / 2
-        anchors.top: parent.top
-        anchors.topMargin: Theme.topMargin + spare
+        height: grid.bottom - grid.top
         width: Theme.panelWidth
-
-        // On a high window the panel keeps its shape, and stays level with the form.
-        readonly property real spare: Math.max(0, (root.height - Theme.topMargin - Theme.bottomMargin - 680) / 2)
-        readonly property real bottomRoom: Theme.bottomMargin + spare
+        x: grid.right - width
+        y: grid.top
     }
 }

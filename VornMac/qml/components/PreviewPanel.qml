@@ -1,7 +1,8 @@
 import QtQuick
 
-/// The panel beside a form: what is shown lies in it, with a caption at its foot.
-Rectangle {
+/// What lies in the panel beside a form, with a caption at its foot. The panel itself belongs to the window: it stands
+/// still while what is in it changes.
+Item {
     id: root
 
     required property string caption
@@ -11,9 +12,7 @@ Rectangle {
 
     readonly property real captionRoom: caption.length > 0 ? words.implicitHeight + 18 : 0
 
-    color: Theme.panel
     implicitWidth: Theme.panelWidth
-    radius: Theme.panelRadius
 
     Item {
         id: area

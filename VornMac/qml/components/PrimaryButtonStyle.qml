@@ -4,13 +4,18 @@ import QtQuick
 PushButton {
     id: root
 
+    /// Only outlined: there is nothing that has to be done.
+    property bool isQuiet: false
+
     contentItem: ButtonText {
-        color: root.enabled ? Theme.primaryText : Theme.disabledText
+        color: !root.enabled ? Theme.disabledText : root.isQuiet ? Theme.ink : Theme.primaryText
         font: root.font
         text: root.label
     }
     background: Rectangle {
-        color: root.enabled ? Theme.primaryFill : Theme.disabledFill
+        border.color: Theme.border
+        border.width: root.isQuiet ? 1 : 0
+        color: root.isQuiet ? (root.hovered && root.enabled ? Theme.pill : "transparent") : root.enabled ? Theme.primaryFill : Theme.disabledFill
         radius: root.cornerRadius
     }
 }

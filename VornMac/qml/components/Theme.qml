@@ -53,6 +53,7 @@ QtObject {
     readonly property int panelWidth: 440
     readonly property int formWidth: 480
     readonly property int widestContent: 1096
+    readonly property int highestContent: 680
     /// Between the window's edges and what it shows. At the top are the mark and the account menu.
     readonly property int sideMargin: 42
     readonly property int topMargin: 96

@@ -14,6 +14,7 @@ TestCase {
         id: component
         ActionRow {
             primaryTitle: "Go on"
+            width: 480
         }
     }
     SignalSpy {
@@ -33,8 +34,15 @@ TestCase {
         back.clear();
         return row;
     }
+    function buttons(item) {
+        return Array.from(item.children).reduce((found, child) => found.concat(child.label !== undefined ? [child] : buttons(child)), []).filter(child => child.visible);
+    }
     function button(row, text) {
-        return Array.from(row.children).find(child => child.label === text && child.visible) ?? null;
+        return buttons(row).find(child => child.label === text) ?? null;
+    }
+    function frameOf(row, text) {
+        const found = button(row, text);
+        return found.mapToItem(row, 0, 0, found.width, found.height);
     }
 
     function test_tellsWhichButtonIsPressed() {
@@ -49,7 +57,34 @@ TestCase {
     function test_hasNoWayBackWithoutATitle() {
         const row = make({});
         verify(button(row, "Go on"));
-        compare(Array.from(row.children).filter(child => child.visible && child.label !== undefined).length, 1);
+        compare(buttons(row).length, 1);
+    }
+    function test_hasTheWayBackAtTheLeftAndWhatLeadsOnAtTheRight() {
+        const row = make({ backTitle: "Back", otherTitle: "Else", width: 480 });
+        waitForRendering(row);
+        compare(frameOf(row, "Back").x, -8); // its words stand at 0
+        verify(frameOf(row, "Back").right < frameOf(row, "Else").left);
+        verify(frameOf(row, "Else").right < frameOf(row, "Go on").left);
+        compare(frameOf(row, "Go on").right, 480);
+        row.otherTitle = "";
+        row.backTitle = "";
+        compare(buttons(row).length, 1);
+        compare(frameOf(row, "Go on").right, 480);
+    }
+    function test_tellsOfTheThirdButton() {
+        const row = make({ otherTitle: "Else" });
+        const other = createTemporaryQmlObject("import QtTest; SignalSpy { signalName: 'other' }", test);
+        other.target = row;
+        mouseClick(button(row, "Else"));
+        compare(other.count, 1);
+        compare(primary.count, 0);
+    }
+    function test_isQuietWhereNothingHasToBeDone() {
+        const row = make({ primaryIsQuiet: true });
+        const loud = button(make({}), "Go on").background.color;
+        verify(button(row, "Go on").background.color !== loud);
+        row.primaryIsQuiet = false;
+        compare(button(row, "Go on").background.color, loud);
     }
     function test_canBeOff() {
         const row = make({ primaryEnabled: false });

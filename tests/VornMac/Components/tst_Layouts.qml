@@ -36,6 +36,8 @@ TestCase {
         OnboardingLayout {
             position: "Step 3 of 6"
             step: 2
+            subtitle: "Your chat"
+            title: "Found"
             totalSteps: 6
             width: 1180
             height: 760

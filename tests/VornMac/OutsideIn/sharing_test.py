@@ -32,7 +32,7 @@ class Sharing(Scenario):
         window = self.start_linked()
         window.wait_for_screen(NOT_FOUND)
         window.wait_for(NO_CHAT)
-        self.assertFalse(window.is_enabled("Upload chat"))
+        self.assertFalse(window.shows("Upload chat"))
         expected = self.make_history("--force")  # the history has come
         window.press("Look again")
         window.wait_for_screen(FOUND)

@@ -62,6 +62,7 @@ const std::vector<Control>& allControls()
         {"3-access-denied", "Quit & Reopen Vorn", [](auto& fix) { return called(fix, "relaunch"); }},
         {"3-access-denied", "Back", leadsTo(Step::consent)},
         {"3-access-granted", "Continue", leadsTo(Step::find)},
+        {"4-find-found-in-review", "Look again", [](auto& fix) { return fix.model.asked(ModelFixture::quest) == 2; }},
         {"4-find-failed", "Look again", [](auto& fix) { return fix.model.asked(ModelFixture::quest) == 2; }},
         {"4-find-found", "Back", leadsTo(Step::consent)},
         {"4-find-found", "Upload chat", leadsTo(Step::upload)},
@@ -108,13 +109,7 @@ TEST(Controls, ThatAreOffTakeNoFocusAndDoNothing)
     for (const Case& row : {
              Case{"2-consent", "Continue"},
              Case{"2-consent-understood", "Continue"},
-             Case{"3-access-denied", "Continue"},
-             Case{"3-access-no-database", "Continue"},
              Case{"4-find-loading", "Upload chat"},
-             Case{"4-find-unavailable", "Upload chat"},
-             Case{"4-find-not-configured", "Upload chat"},
-             Case{"4-find-not-found", "Upload chat"},
-             Case{"4-find-failed", "Upload chat"},
              Case{"4-find-found-in-review", "Upload chat"},
              Case{"4-find-found-cooldown", "Upload chat"},
          }) {
@@ -149,6 +144,41 @@ TEST(Controls, AreOnWhereTheUserCanGoOn)
         WindowFixture fix;
         play(fix, row.scene);
         EXPECT_TRUE(fix.isEnabled(row.name));
+    }
+}
+
+TEST(Controls, LeadOnOnlyByTheNextThingToDo)
+{
+    struct Case {
+        const char* scene;
+        const char* next;
+        const char* later;
+    };
+    for (const Case& row :
+         {Case{"3-access-denied", "Open System Settings", "Continue"},
+          Case{"3-access-no-database", "Open System Settings", "Continue"},
+          Case{"3-access-granted", "Continue", "Open System Settings"},
+          Case{"4-find-unavailable", "Look again", "Upload chat"},
+          Case{"4-find-not-configured", "Look again", "Upload chat"},
+          Case{"4-find-not-found", "Look again", "Upload chat"}, Case{"4-find-failed", "Look again", "Upload chat"},
+          Case{"4-find-found", "Upload chat", "Look again"}}) {
+        SCOPED_TRACE(row.scene);
+        WindowFixture fix;
+        play(fix, row.scene);
+        EXPECT_TRUE(fix.isEnabled(row.next));
+        EXPECT_FALSE(fix.shows(row.later));
+    }
+}
+
+TEST(Controls, LeadQuietlyAwayFromAReviewThatGoesOn)
+{
+    for (const auto& [scene, isQuiet] : {std::pair("6-done-analyzing", true), std::pair("6-done-review-pending", true),
+                                         std::pair("6-done-approved", false), std::pair("6-done-rejected", false),
+                                         std::pair("6-done-expired", false)}) {
+        SCOPED_TRACE(scene);
+        WindowFixture fix;
+        play(fix, scene);
+        EXPECT_EQ(fix.named("Back to your chat")->property("isQuiet").toBool(), isQuiet);
     }
 }
 

@@ -62,16 +62,19 @@ const Texts consent = {
 const Texts accessHead = {"Allow Full Disk Access", "So Vorn can read Messages",
                           "macOS keeps your Messages history behind Full Disk Access. Vorn opens a private copy, reads "
                           "only your Nimbrel conversation, and deletes the copy right after."};
-const Texts accessSteps = {"1", "Open System Settings → Privacy & Security → Full Disk Access.",
-                           "2", "Turn on Vorn. Not in the list? Click +, or drag Vorn in from Finder.",
-                           "3", "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."};
+const Texts accessSteps = {"1",
+                           "Open System Settings → Privacy & Security → Full Disk Access.",
+                           "2",
+                           "Turn on Vorn. Not in the list? Click +, or drag Vorn in from Finder.",
+                           "Show Vorn in Finder",
+                           "3",
+                           "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."};
 const Texts accessStepsDone = {"Open System Settings → Privacy & Security → Full Disk Access.",
                                "Turn on Vorn. Not in the list? Click +, or drag Vorn in from Finder.",
-                               "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."};
-const Texts accessButtons = {"Open System Settings", "Show Vorn in Finder"};
-const Texts accessEnd = {
-    "Continue",
-    "Back",
+                               "Show Vorn in Finder", "If macOS asks to quit and reopen Vorn, choose Quit & Reopen."};
+const Texts openSettings = {"Back", "Open System Settings"};
+const Texts goOn = {"Back", "Continue"};
+const Texts settingsPane = {
     "System Settings → Privacy & Security",
     "Full Disk Access",
     "Allow the applications below to access data like Mail, Messages, Safari and Time Machine backups.",
@@ -86,9 +89,9 @@ const Texts denied = {"Waiting for access…",
 
 // Find.
 
-const Texts findActions = {"Upload chat", "Back"};
+const Texts findActions = {"Back", "Upload chat"};
 const Texts previewCaption = {"Only on this Mac. Nothing is uploaded yet."};
-const Texts lookAgain = {"Look again"};
+const Texts lookAgain = {"Back", "Look again"};
 const Texts statistics = {"Found on this Mac",
                           "Your Nimbrel chat",
                           "Messages",
@@ -106,14 +109,15 @@ const Texts preview = {
     "Done. Two tickets for Thursday at 7 pm are in your mail.",
     "The number 12 tram stops right in front of it, if you would rather not look for a place to park.",
     "Perfect, thank you"};
-const Texts found = findActions + preview + previewCaption + badge;
+const Texts chat = preview + previewCaption + badge;
+const Texts found = findActions + chat;
 const Texts tooSmall = {
     "There isn't enough Nimbrel conversation yet. Keep chatting and come back with a few conversations "
     "and at least 10 of your own messages."};
 
-Texts notFound(const std::string& title, const Texts& content, const Texts& more = lookAgain)
+Texts notFound(const std::string& title, const Texts& content, const Texts& actions = lookAgain)
 {
-    return Texts{title, "Your Nimbrel chat"} + content + more + findActions + previewCaption + badge;
+    return Texts{title, "Your Nimbrel chat"} + content + actions + previewCaption + badge;
 }
 
 // Upload and done.
@@ -150,19 +154,20 @@ std::vector<Case> allCases()
                                linkNote + Texts{"Confirm on your phone", "New code in ", "1:56"}},
         {"1-link-rejected",
          linkHead + linkSteps + Texts{"Your phone declined the link. Here's a new code."} + linkNote}, // none yet
-        {"1-link-failed", linkHead + linkSteps + Texts{"You're offline. Vorn will retry.", "Try again"} + linkNote},
+        {"1-link-failed",
+         linkHead + linkSteps + Texts{"You're offline. Vorn will retry."} + linkNote + Texts{"Try again"}},
         {"2-consent", consent + badge},
         {"2-consent-understood", consent + badge},
         {"2-consent-ready", consent + badge},
-        {"3-access-denied", accessHead + accessSteps + accessButtons + denied + accessEnd + badge},
+        {"3-access-denied", accessHead + accessSteps + denied + openSettings + settingsPane + badge},
         {"3-access-no-database",
-         accessHead + accessSteps + accessButtons +
+         accessHead + accessSteps +
              Texts{"Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you "
                    "text Nimbrel from, then come back."} +
-             accessEnd + badge},
-        {"3-access-granted",
-         accessHead + accessStepsDone + accessButtons + Texts{"Access granted."} + accessEnd + badge},
-        {"4-find-loading", notFound("Looking in Messages…", {"Reading a private copy of your Messages history…"}, {})},
+             openSettings + settingsPane + badge},
+        {"3-access-granted", accessHead + accessStepsDone + Texts{"Access granted."} + goOn + settingsPane + badge},
+        {"4-find-loading",
+         notFound("Looking in Messages…", {"Reading a private copy of your Messages history…"}, findActions)},
         {"4-find-unavailable", notFound("Not available yet", {"Nimbrel export isn't available yet. Check back soon."})},
         {"4-find-not-configured", notFound("Not available yet", {"Nimbrel export isn't set up yet. Try again later."})},
         {"4-find-not-found",
@@ -173,7 +178,8 @@ std::vector<Case> allCases()
               "in iCloud is on so your history syncs here."})},
         {"4-find-failed", notFound("Something went wrong", {"Vorn can't reach the server right now."})},
         {"4-find-found", statistics + found},
-        {"4-find-found-in-review", statistics + Texts{"Your last upload is being checked."} + found},
+        {"4-find-found-in-review",
+         statistics + Texts{"Your last upload is being checked.", "Back", "Look again", "Upload chat"} + chat},
         {"4-find-found-cooldown", statistics + Texts{"Paid. You can upload again on Mar 15, 2026."} + found},
         {"4-find-found-rejected", statistics + Texts{"Last time: " + tooSmall.front()} + found},
         {"5-upload-preparing", uploading({"Packing your chat…"}), reward},

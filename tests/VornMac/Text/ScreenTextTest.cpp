@@ -50,6 +50,9 @@ TEST(AccessText, HelpsOnlyWhileAccessIsMissing)
         EXPECT_EQ(accessText(status).retry, "");
         EXPECT_EQ(accessText(status).note, "");
     }
+    EXPECT_EQ(accessText(FullDiskAccessStatus::granted).primary, "Continue");
+    for (const auto status : {FullDiskAccessStatus::denied, FullDiskAccessStatus::noDatabase})
+        EXPECT_EQ(accessText(status).primary, "Open System Settings");
     EXPECT_EQ(accessText(FullDiskAccessStatus::granted).status, (StatusText{Tone::good, "Access granted."}));
     EXPECT_EQ(accessText(FullDiskAccessStatus::noDatabase).status,
               (StatusText{Tone::warning, "Messages isn't set up on this Mac. Sign in to Messages with the Apple ID you "
@@ -91,6 +94,7 @@ TEST(FindText, FollowsThePhase)
         EXPECT_EQ(text.title, each.title);
         EXPECT_EQ(text.status, each.status);
         EXPECT_EQ(text.retry, each.retry);
+        EXPECT_EQ(text.primary, text.retry.empty() ? "Upload chat" : ""); // one of them leads on
         EXPECT_THAT(text.hints, SizeIs(std::holds_alternative<phase::NotFound>(each.phase) ? 2 : 0));
     }
 }
@@ -102,6 +106,14 @@ TEST(FindText, RemarksOnTheLastUploadOnceTheChatIsFound)
               (StatusText{Tone::waiting, "Your last upload is being checked."}));
     EXPECT_EQ(findText(phase::Loading{}, availability).remark, StatusText{});
     EXPECT_EQ(findText(phase::Found{}, std::nullopt).remark, StatusText{});
+}
+
+TEST(FindText, OffersToLookAgainWhileAReviewGoesOn)
+{
+    const ScreenText text = findText(phase::Found{}, QuestAvailability(QuestAvailability::InReview{}));
+    EXPECT_EQ(text.retry, "Look again");
+    EXPECT_EQ(text.primary, "Upload chat");
+    EXPECT_EQ(findText(phase::Loading{}, QuestAvailability(QuestAvailability::InReview{})).retry, "");
 }
 
 TEST(UploadText, FollowsThePhase)

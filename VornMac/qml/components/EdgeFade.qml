@@ -1,0 +1,24 @@
+import QtQuick
+
+/// Over the edge of what scrolls: what goes on behind it fades away, rather than being cut.
+Rectangle {
+    id: root
+
+    property color surface: Theme.background
+    property bool isAtBottom: false
+
+    readonly property color clear: Qt.rgba(surface.r, surface.g, surface.b, 0)
+
+    color: "transparent"
+    gradient: Gradient {
+        GradientStop {
+            color: root.isAtBottom ? root.clear : root.surface
+            position: 0
+        }
+        GradientStop {
+            color: root.isAtBottom ? root.surface : root.clear
+            position: 1
+        }
+    }
+    height: 24
+}

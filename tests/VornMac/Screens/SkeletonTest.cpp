@@ -1,0 +1,146 @@
+#include "tests/VornMac/Window/HandDrivenAnimations.h"
+#include "tests/VornMac/Window/Scenes.h"
+
+#include <map>
+#include <string_view>
+
+#include <gmock/gmock.h>
+
+// What stands still while everything else changes.
+namespace vorn::testing {
+namespace {
+
+/// Whether `item` is of QML's type `type`, or of one made from it.
+bool is(const QQuickItem* item, const std::string& type)
+{
+    for (const QMetaObject* meta = item->metaObject(); meta != nullptr; meta = meta->superClass()) {
+        if (std::string_view(meta->className()).starts_with(type + "_QMLTYPE")) return true;
+    }
+    return false;
+}
+
+/// The shown items of QML's type `type`.
+std::vector<QQuickItem*> itemsOf(WindowFixture& fix, const std::string& type)
+{
+    auto items = itemsBelow(fix.window().contentItem(), [](QQuickItem* item) { return item->isVisible(); });
+    std::erase_if(items, [&](const QQuickItem* item) { return !is(item, type); });
+    return items;
+}
+
+QRectF frameOf(const QQuickItem* item)
+{
+    return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
+}
+
+/// The corner of a part that keeps its place, whatever it says.
+using Places = std::map<std::string, QPointF>;
+
+Places placesIn(WindowFixture& fix)
+{
+    Places places;
+    for (const char* type : {"StepDots", "TwoToneTitle", "PreviewPanel"}) {
+        const auto items = itemsOf(fix, type);
+        if (items.size() == 1) places[type] = frameOf(items.front()).topLeft();
+    }
+    for (const auto* item : itemsOf(fix, "PrimaryButtonStyle")) places["primary"] = frameOf(item).bottomRight();
+    for (const auto* item : itemsOf(fix, "BackButtonStyle")) places["back"] = frameOf(item).bottomLeft();
+    const auto* panel = fix.window().findChild<QQuickItem*>("panel");
+    places["panel"] = frameOf(panel).topLeft();
+    places["panel's end"] = frameOf(panel).bottomRight();
+    return places;
+}
+
+bool hasSteps(const Scene& scene)
+{
+    return !scene.name.starts_with("0-");
+}
+
+TEST(Skeleton, StandsAtOnePlaceInEveryPhase)
+{
+    std::map<int, Places> all; // by the window's width
+    for (const Scene& scene : allScenes()) {
+        if (!hasSteps(scene)) continue;
+        WindowFixture fix;
+        scene.play(fix);
+        for (const QSize& size : {QSize(1040, 700), QSize(1180, 760), QSize(2560, 1440)}) {
+            SCOPED_TRACE(::testing::Message() << scene.name << " at " << size.width());
+            fix.window().resize(size);
+            fix.lay();
+            const Places places = placesIn(fix);
+            for (const char* part : {"StepDots", "TwoToneTitle", "PreviewPanel"})
+                EXPECT_TRUE(places.contains(part)) << part;
+            for (const auto& [part, place] : places)
+                EXPECT_EQ(all[size.width()].try_emplace(part, place).first->second, place) << part;
+        }
+    }
+    for (const auto& [width, places] : all) EXPECT_TRUE(places.contains("primary") && places.contains("back")) << width;
+}
+
+TEST(Skeleton, BeginsAndEndsWithThePanel)
+{
+    WindowFixture fix;
+    play(fix, "4-find-found");
+    fix.window().resize(1180, 760);
+    fix.lay();
+    Places places = placesIn(fix);
+    EXPECT_EQ(places["StepDots"], QPointF(42, 112));
+    EXPECT_EQ(places["TwoToneTitle"], QPointF(42, 140));
+    EXPECT_EQ(places["panel"], QPointF(698, 96));
+    EXPECT_EQ(places["panel's end"], QPointF(1138, 716));
+    EXPECT_EQ(places["primary"], QPointF(522, 716));
+    EXPECT_EQ(places["back"].y(), 716);
+}
+
+TEST(Skeleton, KeepsThePanelOutOfTheFade)
+{
+    HandDrivenAnimations animations;
+    WindowFixture fix(WindowFixture::Motion::full);
+    play(fix, "4-find-found");
+    animations.pass(1000);
+    fix.model.model().go(Step::consent);
+    fix.settle();
+    animations.pass(100);
+    EXPECT_EQ(itemsOf(fix, "TwoToneTitle").size(), 2U) << "one that goes and one that comes";
+    const auto* panel = fix.window().findChild<QQuickItem*>("panel");
+    ASSERT_TRUE(panel->isVisible());
+    for (const QQuickItem* around = panel; around != nullptr; around = around->parentItem())
+        EXPECT_EQ(around->opacity(), 1);
+    animations.pass(1000);
+}
+
+TEST(Skeleton, ShowsThatAFormScrolls)
+{
+    for (const auto& [scale, scrolls] : {std::pair(1.0, false), std::pair(1.5, true)}) {
+        WindowFixture fix;
+        play(fix, "2-consent");
+        Appearance::shared().setTextScale(scale);
+        fix.window().resize(fix.window().minimumSize());
+        fix.lay();
+        const auto* form = itemsOf(fix, "ScrollingForm").front();
+        EXPECT_EQ(form->property("scrolls").toBool(), scrolls);
+        const auto fades = itemsOf(fix, "EdgeFade");
+        ASSERT_EQ(fades.size(), 2U);
+        EXPECT_EQ(fades.front()->opacity(), 0) << "nothing is above";
+        EXPECT_EQ(fades.back()->opacity(), scrolls ? 1 : 0);
+    }
+}
+
+TEST(Skeleton, TurnsAFormsPagesByKey)
+{
+    WindowFixture fix;
+    play(fix, "2-consent");
+    Appearance::shared().setTextScale(1.5);
+    fix.window().resize(fix.window().minimumSize());
+    fix.lay();
+    const auto fades = itemsOf(fix, "EdgeFade");
+    fix.press(Qt::Key_Tab);
+    for (int presses = 0; presses < 4; ++presses) fix.press(Qt::Key_PageUp);
+    EXPECT_EQ(fades.front()->opacity(), 0);
+    EXPECT_EQ(fades.back()->opacity(), 1);
+    for (int presses = 0; presses < 4; ++presses) fix.press(Qt::Key_PageDown);
+    EXPECT_EQ(fades.front()->opacity(), 1);
+    EXPECT_EQ(fades.back()->opacity(), 0) << "the end is reached";
+}
+
+} // namespace
+} // namespace vorn::testing
