@@ -1,18 +1,15 @@
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/InterruptWatch.h"
 #include "Platform/Base/PrintableText.h"
-#include "VornSandbox/SampleHistory/SampleHistory.h"
+#include "VornSandbox/SampleHistoryTool/SampleHistoryCommandLine.h"
 
-#include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
-#include <limits>
 #include <optional>
 #include <string>
 #include <system_error>
@@ -22,66 +19,6 @@ namespace {
 using namespace vorn;
 
 constexpr int failure = 1;
-constexpr int wrongCommandLine = 2;
-
-struct CommandLine {
-    std::filesystem::path output;
-    SampleHistoryOptions options;
-    bool json = false;
-};
-
-/// Decimal digits alone: the library takes a leading zero for a number to the base 8.
-CLI::Validator numberUpTo(std::uint64_t most)
-{
-    return {[most](const std::string& text) {
-                std::uint64_t value = 0;
-                std::from_chars(text.data(), text.data() + text.size(), value);
-                const bool fits = std::to_string(value) == text && value <= most;
-                return fits ? std::string()
-                            : fmt::format("\"{}\" is not a whole number from 0 to {}", printable(text), most);
-            },
-            ""};
-}
-
-/// Reads the arguments; an exit code when there is nothing more to do.
-std::optional<int> parse(int argc, char** argv, CommandLine& line)
-{
-    CLI::App app{
-        "Writes a Messages database with an invented history: conversations with an assistant and with others.",
-        "vorn-sample-history"};
-    const auto numberOfRows = numberUpTo(SampleHistoryOptions::mostMessages);
-    std::string until;
-    app.add_option("--output", line.output, "The database to write, such as chat.db");
-    app.add_option("--messages", line.options.messages, "Rows of all conversations")
-        ->check(numberOfRows)
-        ->capture_default_str();
-    app.add_option("--seed", line.options.seed, "Equal seeds give equal histories")
-        ->check(numberUpTo(std::numeric_limits<decltype(line.options.seed)>::max()))
-        ->capture_default_str();
-    app.add_option("--handle", line.options.handles, "A handle of the assistant; may be repeated")
-        ->allow_extra_args(false);
-    app.add_option("--in-log", line.options.inLog, "So many of the newest rows stay in the write-ahead log")
-        ->check(numberOfRows)
-        ->capture_default_str();
-    app.add_option("--until", until, "No row is later than this time, such as 2026-03-01T09:15:00Z");
-    app.add_flag("--only-assistant", line.options.onlyAssistant, "No conversations with others");
-    app.add_flag("--force", line.options.replaceExisting, "Replace a database that is there");
-    app.add_flag("--json", line.json, "Print the summary as JSON");
-    app.set_version_flag("--version", "vorn-sample-history " VORN_VERSION);
-    try {
-        app.parse(argc, argv);
-        if (app.count("--output") == 0) throw CLI::RequiredError("--output"); // after what is misspelt
-        if (line.output == "-") throw CLI::ValidationError("--output", "must be a file, not standard output");
-        if (const auto at = parseInternetDateTime(until)) {
-            line.options.until = std::chrono::floor<std::chrono::seconds>(*at).time_since_epoch().count();
-        } else if (!until.empty()) {
-            throw CLI::ValidationError("--until", "not a time such as 2026-03-01T09:15:00Z: " + printable(until));
-        }
-    } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : wrongCommandLine;
-    }
-    return std::nullopt;
-}
 
 void to(nlohmann::json& json, const SampleConversation& conversation)
 {
@@ -140,7 +77,7 @@ void printText(const SampleHistorySummary& summary, const std::filesystem::path&
     for (const std::string& handle : summary.handles) fmt::print("  --handle {}\n", handle);
 }
 
-void run(CommandLine& line, const InterruptWatch& interrupts)
+void run(SampleHistoryCommandLine& line, const InterruptWatch& interrupts)
 {
     line.options.cancel = &interrupts.cancelFlag();
     const auto summary = writeSampleHistory(line.output, line.options);
@@ -151,8 +88,8 @@ void run(CommandLine& line, const InterruptWatch& interrupts)
 
 int main(int argc, char** argv)
 {
-    CommandLine line;
-    if (const auto code = parse(argc, argv, line)) return *code;
+    SampleHistoryCommandLine line;
+    if (const auto code = SampleHistoryCommandLine::parse(argc, argv, line)) return *code;
     const InterruptWatch interrupts;
     try {
         run(line, interrupts);
@@ -161,7 +98,7 @@ int main(int argc, char** argv)
         return interrupts.exitStatus();
     } catch (const std::invalid_argument& error) {
         fmt::print(stderr, "vorn-sample-history: {}\n", error.what());
-        return wrongCommandLine;
+        return SampleHistoryCommandLine::wrong;
     } catch (const std::filesystem::filesystem_error& error) {
         const bool isThere = error.code() == std::errc::file_exists;
         fmt::print(stderr, "vorn-sample-history: {}\n",

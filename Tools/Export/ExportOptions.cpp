@@ -15,6 +15,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr const char* program = "vorn-export";
 constexpr const char* description =
     "Packs your one-to-one conversation with the assistant from a Messages database into the archive\n"
     "that the service reviews. The database is only read, from a private copy that is deleted right after.";
@@ -73,30 +74,39 @@ ExportOptionsEnd mistake(const std::string& text)
     return {mistakeText(text), true};
 }
 
-} // namespace
-
-std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const char* const* argv, Instant now)
-{
-    ExportOptions options;
+/// What is read as text first.
+struct Texts {
     std::string database;
     std::string output;
     std::string time;
+};
 
-    CLI::App app(description, "vorn-export");
+void addOptions(CLI::App& app, ExportOptions& options, Texts& texts)
+{
     app.footer(exitStatuses);
     app.set_version_flag("--version", "vorn-export " VORN_VERSION);
-    app.add_option("--database", database, "The Messages database (default: this user's own)")->type_name("DB");
+    app.add_option("--database", texts.database, "The Messages database (default: this user's own)")->type_name("DB");
     app.add_option("--handle", options.handles,
                    "A phone number, e-mail address or business identifier of the assistant; repeatable")
         ->allow_extra_args(false)
         ->check(CLI::Validator(checkHandle, ""))
         ->type_name("H");
-    app.add_option("--output", output, "Where the archive goes; what is there is replaced")->type_name("OUT.zip");
-    app.add_option("--exported-at", time, "The time that the archive states (default: now)")
+    app.add_option("--output", texts.output, "Where the archive goes; what is there is replaced")->type_name("OUT.zip");
+    app.add_option("--exported-at", texts.time, "The time that the archive states (default: now)")
         ->check(CLI::Validator(checkTime, ""))
         ->type_name("TIME");
     app.add_flag("--json", options.json, "Print the statistics as JSON");
     app.add_flag("--allow-empty", options.allowEmpty, "Write an archive also where there is nothing to put into it");
+}
+
+} // namespace
+
+std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const char* const* argv, Instant now)
+{
+    ExportOptions options;
+    Texts texts;
+    CLI::App app(description, program);
+    addOptions(app, options, texts);
     try {
         app.parse(argc, argv);
     } catch (const CLI::CallForHelp&) {
@@ -112,15 +122,24 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     // Not "required": what is missing would be told before what is misspelt.
     for (const char* option : {"--handle", "--output"})
         if (app.count(option) == 0) return mistake(option + std::string(" is required"));
-    if (output == "-") return mistake("--output must be a file: an archive is not for standard output");
-    options.isUsersOwn = database.empty();
-    options.database = options.isUsersOwn ? usersDatabase() : fs::path(database);
-    options.output = output;
-    options.exportedAt = parseInternetDateTime(time).value_or(now); // checked, or not given
-    if (output.empty() || touchesDatabase(options.output, options.database)) {
+    if (texts.output == "-") return mistake("--output must be a file: an archive is not for standard output");
+    options.isUsersOwn = texts.database.empty();
+    options.database = options.isUsersOwn ? usersDatabase() : fs::path(texts.database);
+    options.output = texts.output;
+    options.exportedAt = parseInternetDateTime(texts.time).value_or(now); // checked, or not given
+    if (texts.output.empty() || touchesDatabase(options.output, options.database)) {
         return ExportOptionsEnd{"--output must be a file of its own, not the database\n", true};
     }
     return options;
+}
+
+void describeExportOptions(const std::function<void(const CLI::App&)>& read)
+{
+    ExportOptions options;
+    Texts texts;
+    CLI::App app(description, program);
+    addOptions(app, options, texts);
+    read(app);
 }
 
 } // namespace vorn

@@ -3,9 +3,14 @@
 #include "Platform/Base/Dates.h"
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <variant>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace vorn {
 
@@ -28,5 +33,8 @@ struct ExportOptionsEnd {
 
 /// Reads the command line. `now` is the default time of the export.
 std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const char* const* argv, Instant now);
+
+/// Hands `read` all options with their help. It is gone once `read` returns.
+void describeExportOptions(const std::function<void(const CLI::App&)>& read);
 
 } // namespace vorn

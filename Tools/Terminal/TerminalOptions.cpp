@@ -13,6 +13,7 @@
 namespace vorn {
 namespace {
 
+constexpr const char* program = "vorn-terminal";
 // Lines of 79 columns at most: CLI11 wraps neither of the two.
 constexpr const char* description = "Vorn for Mac in a terminal: links this Mac to your account, asks what you agree\n"
                                     "to, finds your chat with Nimbrel in Messages, uploads it, and shows what the\n"
@@ -81,6 +82,8 @@ void addWholePath(CLI::App& app, TerminalOptions& options)
 
 void addCommands(CLI::App& app, TerminalOptions& options, Texts& texts)
 {
+    app.footer(overridesHelp() + footer);
+    app.set_version_flag("--version", "vorn-terminal " VORN_VERSION);
     app.require_subcommand(0, 1);
     addWholePath(app, options);
     addCommand(app, options, Command::link, "link", "Shows a QR code for your phone and links this Mac to your account",
@@ -128,9 +131,7 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     const auto wrongOverride = overrides::mistakeOnLine(options.defaults, arguments, overrides::Program::terminal);
     std::ranges::reverse(arguments); // as CLI11 takes them
 
-    CLI::App app(description, "vorn-terminal");
-    app.footer(overridesHelp() + footer);
-    app.set_version_flag("--version", "vorn-terminal " VORN_VERSION);
+    CLI::App app(description, program);
     addCommands(app, options, texts);
     try {
         app.parse(arguments);
@@ -150,6 +151,15 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     }
     if (const std::string wrong = mistakeIn(texts, options); !wrong.empty()) return mistake(wrong);
     return options;
+}
+
+void describeTerminalOptions(const std::function<void(const CLI::App&)>& read)
+{
+    TerminalOptions options;
+    Texts texts;
+    CLI::App app(description, program);
+    addCommands(app, options, texts);
+    read(app);
 }
 
 } // namespace vorn

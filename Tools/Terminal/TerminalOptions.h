@@ -2,9 +2,14 @@
 
 #include "VornMac/Composition/ArgumentDefaults.h"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <variant>
+
+namespace CLI {
+class App;
+}
 
 namespace vorn {
 
@@ -30,5 +35,8 @@ struct TerminalOptionsEnd {
 
 /// Reads the command line.
 std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc, const char* const* argv);
+
+/// Hands `read` all options with their help. It is gone once `read` returns.
+void describeTerminalOptions(const std::function<void(const CLI::App&)>& read);
 
 } // namespace vorn

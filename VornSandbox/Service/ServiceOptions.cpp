@@ -12,6 +12,8 @@
 namespace vorn::sandbox {
 namespace {
 
+constexpr const char* program = "vorn-sandbox";
+constexpr const char* description = "Runs the service on this computer alone, with a page that plays the phone.";
 constexpr int wrongCommandLine = 2;
 constexpr double longestSeconds = 10.0 * 365 * 24 * 3600;
 constexpr std::int64_t largestArchive = std::int64_t{1} << 50;
@@ -125,6 +127,26 @@ void addReview(CLI::App& app, Settings& settings, Texts& texts)
     addSeconds(app, "--cooldown", settings.cooldown, "After an approval the next upload waits so many seconds");
 }
 
+void addOptions(CLI::App& app, ServiceOptions& options, Texts& texts)
+{
+    app.add_option("--port", options.port, "The port on 127.0.0.1; 0 takes any free one")
+        ->check(wholeWithin(0, 65535))
+        ->capture_default_str();
+    addAccount(app, options.settings);
+    addUploads(app, options.settings);
+    addReview(app, options.settings, texts);
+    app.add_option("--fault", texts.faults,
+                   fmt::format("OPERATION=EFFECT[xN][@K]: goes wrong N times from the K-th request on; may be repeated."
+                               " OPERATION is {}; EFFECT is listed below",
+                               fmt::join(operations, ", ")))
+        ->allow_extra_args(false);
+    app.add_option("--state", texts.state, "Keeps everything in this folder; without it, all is gone at the end")
+        ->check(notEmpty())
+        ->type_name("FOLDER");
+    app.footer(effects);
+    app.set_version_flag("--version", "vorn-sandbox " VORN_VERSION);
+}
+
 void take(const Texts& texts, ServiceOptions& options)
 {
     const auto review = ReviewPlan::parse(texts.review);
@@ -168,23 +190,9 @@ std::optional<ReviewPlan> ReviewPlan::parse(std::string_view text)
 
 std::optional<int> ServiceOptions::parse(int argc, const char* const* argv, ServiceOptions& options)
 {
-    CLI::App app{"Runs the service on this computer alone, with a page that plays the phone.", "vorn-sandbox"};
+    CLI::App app{description, program};
     Texts texts;
-    app.add_option("--port", options.port, "The port on 127.0.0.1; 0 takes any free one")
-        ->check(wholeWithin(0, 65535))
-        ->capture_default_str();
-    addAccount(app, options.settings);
-    addUploads(app, options.settings);
-    addReview(app, options.settings, texts);
-    app.add_option("--fault", texts.faults,
-                   fmt::format("OPERATION=EFFECT[xN][@K]: goes wrong N times from the K-th request on; may be repeated."
-                               " OPERATION is {}; EFFECT is listed below",
-                               fmt::join(operations, ", ")))
-        ->allow_extra_args(false);
-    app.add_option("--state", texts.state, "Keeps everything in this folder; without it, all is gone at the end")
-        ->check(notEmpty());
-    app.footer(effects);
-    app.set_version_flag("--version", "vorn-sandbox " VORN_VERSION);
+    addOptions(app, options, texts);
     try {
         app.parse(argc, argv);
         take(texts, options);
@@ -192,6 +200,15 @@ std::optional<int> ServiceOptions::parse(int argc, const char* const* argv, Serv
         return app.exit(error) == 0 ? 0 : wrongCommandLine;
     }
     return std::nullopt;
+}
+
+void ServiceOptions::describe(const std::function<void(const CLI::App&)>& read)
+{
+    CLI::App app{description, program};
+    ServiceOptions options;
+    Texts texts;
+    addOptions(app, options, texts);
+    read(app);
 }
 
 } // namespace vorn::sandbox

@@ -4,9 +4,14 @@
 #include "VornSandbox/Service/Settings.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
+
+namespace CLI {
+class App;
+}
 
 namespace vorn::sandbox {
 
@@ -19,6 +24,9 @@ struct ServiceOptions {
 
     /// Reads the arguments; an exit code, after printing why, when there is nothing to run.
     static std::optional<int> parse(int argc, const char* const* argv, ServiceOptions& options);
+
+    /// Hands `read` all options with their help. It is gone once `read` returns.
+    static void describe(const std::function<void(const CLI::App&)>& read);
 };
 
 } // namespace vorn::sandbox
