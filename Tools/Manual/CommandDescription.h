@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace vorn {
+
+/// One option or argument of a program.
+struct OptionDescription {
+    /// Whose completion a value has.
+    enum class Value { none, text, file, folder, oneOf };
+
+    std::vector<std::string> names; ///< as typed: "-h", "--help"
+    std::string help;
+    std::string valueName{};    ///< empty for a flag
+    std::string defaultValue{}; ///< empty where the help has none
+    Value value = Value::none;
+    bool repeats = false;
+    bool isPositional = false;
+
+    /// The words of `Value::oneOf`.
+    std::vector<std::string> words() const;
+};
+
+/// All that a program's help says, for its manual and its completions.
+struct CommandDescription {
+    std::string name;
+    std::string text;
+    std::string footer{};
+    std::vector<OptionDescription> options{};
+    std::vector<CommandDescription> commands{};
+};
+
+/// Which completion a value called `valueName` in a help has.
+OptionDescription::Value valueCalled(const std::string& valueName);
+
+CommandDescription describe(const CLI::App& app);
+
+} // namespace vorn
