@@ -3,6 +3,7 @@
 #include "Tools/Manual/Completions.h"
 #include "Tools/Manual/ManualPage.h"
 #include "Tools/Terminal/TerminalOptions.h"
+#include "VornMac/Application/CommandLine.h"
 #include "VornMac/Composition/OverrideKeys.h"
 #include "VornSandbox/SampleHistoryTool/SampleHistoryCommandLine.h"
 #include "VornSandbox/Service/ServiceOptions.h"
@@ -16,15 +17,17 @@
 #include <string>
 #include <vector>
 
+#include <CLI/CLI.hpp>
+
 namespace vorn {
 namespace {
 
 namespace fs = std::filesystem;
 
 /// The keys of user defaults are no options of the library that reads the rest of the line.
-void addOverrides(CommandDescription& program)
+void addOverrides(CommandDescription& program, overrides::Program which)
 {
-    for (const overrides::Key& key : overrides::keysOf(overrides::Program::terminal)) {
+    for (const overrides::Key& key : overrides::keysOf(which)) {
         program.options.push_back({.names = {"-" + std::string(key.name)},
                                    .help = key.help,
                                    .valueName = key.value,
@@ -38,9 +41,13 @@ std::vector<CommandDescription> allPrograms()
     const auto add = [&](const CLI::App& app) { programs.push_back(describe(app)); };
     describeExportOptions(add);
     describeTerminalOptions(add);
-    addOverrides(programs.back());
+    addOverrides(programs.back(), overrides::Program::terminal);
     sandbox::ServiceOptions::describe(add);
     SampleHistoryCommandLine::describe(add);
+    CLI::App window(CommandLine::purpose, "VornMac");
+    window.set_version_flag("--version");
+    add(window);
+    addOverrides(programs.back(), overrides::Program::window);
     return programs;
 }
 

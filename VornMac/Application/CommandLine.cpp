@@ -15,10 +15,7 @@ namespace {
 
 std::string help()
 {
-    std::string text = "Usage: VornMac [-Key value]...\n"
-                       "\n"
-                       "Shares your Nimbrel chat from this computer. Without arguments, opens the window.\n"
-                       "\n";
+    std::string text = fmt::format("Usage: VornMac [-Key value]...\n\n{}\n\n", CommandLine::purpose);
     const auto line = [&](const std::string& option, const char* meaning) {
         text += fmt::format("  {:<35} {}\n", option, meaning);
     };

@@ -14,6 +14,10 @@ namespace vorn {
 /// options from the rest.
 class CommandLine {
 public:
+    /// What the program does, for its help and its manual.
+    static constexpr const char* purpose =
+        "Shares your Nimbrel chat from this computer. Without arguments, opens the window.";
+
     CommandLine(int argc, char** argv);
     CommandLine(CommandLine&&) = delete; ///< Qt keeps pointing to what is here
 

@@ -9,7 +9,8 @@ import tempfile
 import unittest
 
 BIN = sys.argv.pop(1)
-PROGRAMS = ["vorn-export", "vorn-terminal", "vorn-sandbox", "vorn-sample-history"]
+TOOLS = ["vorn-export", "vorn-terminal", "vorn-sandbox", "vorn-sample-history"]
+PROGRAMS = TOOLS + ["VornMac"]
 
 
 def output_of(*command):
@@ -58,7 +59,7 @@ class Manuals(unittest.TestCase):
     def test_pages_hold_every_line_of_the_help(self):
         def words(text):
             return re.sub(r"[\s,=\[\]]+|\.\.\.", " ", text)
-        for program in PROGRAMS:
+        for program in TOOLS:
             page = re.sub(r"\\f[BIR]|\\&", "", self.read_page(program))
             page = words(page.replace("\\-", "-").replace("\\e", "\\"))
             for line in output_of(f"{BIN}/{program}", "--help").splitlines():
@@ -73,6 +74,13 @@ class Manuals(unittest.TestCase):
         self.assertIn(".SH NAME\nvorn\\-terminal \\- Vorn for Mac in a terminal\n", page)
         self.assertIn(".SH EXIT STATUS\n0 done; 2 wrong arguments;", page)
         self.assertIn("\\fB\\-\\-background\\fR \\fIdark|light\\fR\n", page)
+
+    def test_the_window_has_a_page_with_its_keys(self):
+        page = self.read_page("VornMac")
+        for line in output_of(f"{BIN}/VornMac", "--help").splitlines():
+            if found := re.match(r"  -(Vorn\w+) (\S+) +(.+)", line):
+                self.assertIn("\\fB\\-{}\\fR \\fI{}\\fR\n{}\n".format(*found.groups()), page)
+        self.assertIn("VornMac \\- Shares your Nimbrel chat from this computer\n", page)
 
     def test_bash_completes_options_commands_and_values(self):
         self.assertEqual(self.bash("vorn-export", "--a"), ["--allow-empty"])
