@@ -44,7 +44,7 @@ public:
             fmt::format("cd {} && target='--target=x86_64-apple-macos13.3 -c' && link='-arch x86_64 -platform_version "
                         "macos 13.3 13.3' && {} $target library.c && {} $target program.c && {} $link -dylib library.o "
                         "-install_name {} -o library.dylib && {} $link -rpath {} program.o library.dylib -o "
-                        "Vorn.app/Contents/MacOS/VornMac",
+                        "Vorn.app/Contents/MacOS/Vorn",
                         folder_.path().string(), CLANG, CLANG, MACHO_LINKER, name, MACHO_LINKER, folder));
     }
 
@@ -88,8 +88,8 @@ TEST(CheckBundle, NamesLibrariesOfHomebrewAndWhereTheyAreLookedFor)
     const auto checked = fix.check();
     EXPECT_EQ(checked->exitCode(), 1) << checked->errors();
     EXPECT_THAT(checked->output(),
-                HasSubstr("libraries: Contents/MacOS/VornMac needs /opt/homebrew/opt/fmt/lib/libfmt.dylib\n"));
-    EXPECT_THAT(checked->output(), HasSubstr("VornMac needs /usr/local/lib (a folder to look in)\n"));
+                HasSubstr("libraries: Contents/MacOS/Vorn needs /opt/homebrew/opt/fmt/lib/libfmt.dylib\n"));
+    EXPECT_THAT(checked->output(), HasSubstr("Vorn needs /usr/local/lib (a folder to look in)\n"));
 }
 
 TEST(CheckBundle, NamesLibrariesThatTheBundleLacks)
@@ -98,7 +98,7 @@ TEST(CheckBundle, NamesLibrariesThatTheBundleLacks)
     fix.program("@rpath/libanswer.dylib", "@executable_path/../Frameworks");
     const auto checked = fix.check();
     EXPECT_EQ(checked->exitCode(), 1) << checked->errors();
-    EXPECT_THAT(checked->output(), HasSubstr("VornMac needs @rpath/libanswer.dylib, which is not in the bundle\n"));
+    EXPECT_THAT(checked->output(), HasSubstr("Vorn needs @rpath/libanswer.dylib, which is not in the bundle\n"));
 }
 
 TEST(CheckBundle, SaysWhatIsWrongWithTheSignature)
