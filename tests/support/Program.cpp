@@ -94,6 +94,14 @@ void Program::signal(int number) const
     kill(process_, number);
 }
 
+void Program::terminate()
+{
+    if (process_ < 0) return;
+    signal(SIGTERM);
+    signal(SIGCONT); // it may be stopped
+    exitCode();
+}
+
 int Program::exitCode()
 {
     int status = 0;

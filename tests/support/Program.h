@@ -27,6 +27,9 @@ public:
 
     void signal(int number) const;
 
+    /// Asks it to end and waits until it has, unless it has ended: killed, as by the destructor, it cannot tidy up.
+    void terminate();
+
     /// Waits for its end and gives its exit code; -1 when a signal ended it.
     int exitCode();
 

@@ -27,6 +27,8 @@ class Sandbox {
 public:
     /// `options` go to the program.
     explicit Sandbox(const std::vector<std::string>& options = {}, int port = 0);
+    ~Sandbox() { program_.terminate(); }
+    Sandbox(Sandbox&&) = delete;
 
     const std::string& url() const { return url_; }
     int port() const;

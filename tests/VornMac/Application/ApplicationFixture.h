@@ -51,6 +51,8 @@ private:
 class ServiceProgram {
 public:
     ServiceProgram();
+    ~ServiceProgram() { program_.terminate(); }
+    ServiceProgram(ServiceProgram&&) = delete;
 
     const std::string& url() const { return url_; }
     /// Waits until the service has logged `text`.
