@@ -51,5 +51,22 @@ TEST(JourneyWindow, WatchesTheReviewOfASecondUploadAfterALostSession)
     window->waitFor("You earned $12.50.");
 }
 
+TEST(JourneyWindow, SaysNothingOfTheOldCodeOnceTheSessionIsLost)
+{
+    const LinkedFixture fix;
+    Sandbox sandbox({"--fault", "quest=401x1", "--fault", "refresh=401x1"});
+    const auto window = fix.shareInWindow(sandbox.url(), {});
+    const std::string redeemed = fix.codeOn(*window);
+    sandbox.approve(sandbox.scan(redeemed));
+    window->waitFor("Your Mac is no longer linked. Link it again.\r\n");
+    const std::size_t lost = window->shown().size();
+    const std::string next = fix.codeOn(*window, redeemed);
+    EXPECT_THAT(window->shown().substr(lost), Not(HasSubstr("Scanned")));
+    sandbox.approve(sandbox.scan(next));
+    window->waitFor("I understand what's uploaded [y/N]\r\n");
+    window->answer("n");
+    EXPECT_EQ(window->exitCode(), 11);
+}
+
 } // namespace
 } // namespace vorn
