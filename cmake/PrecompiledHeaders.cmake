@@ -1,6 +1,11 @@
 # Headers that are parsed once for many files, which halves the time of a build. With them a file also compiles without the
 # includes that it needs: the build against libc++ goes without them and finds what is missing.
-option(VORN_PRECOMPILE "Share precompiled headers" ON)
+# A cross build looks at sources with whatever headers of the other system there are; one of all of Qt needs them all.
+set(default ON)
+if(CMAKE_CROSSCOMPILING)
+  set(default OFF)
+endif()
+option(VORN_PRECOMPILE "Share precompiled headers" ${default})
 
 set(standard_headers
     <algorithm> <array> <atomic> <chrono> <condition_variable> <coroutine> <cstdint> <cstring> <exception> <filesystem>
