@@ -3,6 +3,7 @@
 #include "Platform/Base/Bytes.h"
 #include "Platform/Base/CancelFlag.h"
 
+#include <array>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -27,7 +28,11 @@ public:
     static std::string hexDigestOfFile(const std::filesystem::path& path, const CancelFlag* cancel = nullptr);
 
 private:
-    struct Context;
+    struct Context; // the system's own
+    using Digest = std::array<unsigned char, 32>;
+
+    Digest digest();
+
     std::unique_ptr<Context> context_;
 };
 
