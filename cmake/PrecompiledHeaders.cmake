@@ -32,6 +32,9 @@ endfunction()
 
 # vorn_precompiled_pair(<name> [HEADERS …] [LINKS …]): <name>, and <name>_qt for what links Qt.
 function(vorn_precompiled_pair name)
+  if(NOT VORN_PRECOMPILE)
+    return()
+  endif()
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINKS")
   vorn_precompiled(${name} HEADERS ${standard_headers} ${arg_HEADERS} LINKS ${arg_LINKS})
   vorn_precompiled(${name}_qt HEADERS ${standard_headers} ${qt_headers} ${arg_HEADERS} LINKS Qt6::Quick ${arg_LINKS})
