@@ -1,15 +1,18 @@
 """Runs the programs for real: a service of this computer, a made-up history, and a user of their own."""
 import os
+import shlex
 import subprocess
 import tempfile
 
 from documents import BIN, output_of
+from recorder import Recorder
 
 HANDLE = "+15550102030"
 
 
 class RealRun:
-    """A user with a home, a temporary and a runtime folder, and a service. All of it goes at the end."""
+    """A user with a home, a temporary and a runtime folder, and a service with a recorder before it. All of it goes at
+    the end."""
 
     def __init__(self, *options):
         self.folder = tempfile.TemporaryDirectory()
@@ -22,12 +25,14 @@ class RealRun:
         self.service = subprocess.Popen([os.path.join(BIN, "vorn-sandbox"), "--port", "0", "--delay", "0.1", *options],
                                         stdout=subprocess.PIPE, stderr=self.log, text=True,
                                         env={**self.environment, "TMPDIR": self.make("service")})
-        self.url = self.service.stdout.readline().strip()
+        self.recorder = Recorder(self.service.stdout.readline().strip())
 
     def __enter__(self):
+        self.recorder.__enter__()
         return self
 
     def __exit__(self, *_):
+        self.recorder.__exit__()
         self.service.terminate()
         self.service.wait()
         self.service.stdout.close()
@@ -47,9 +52,12 @@ class RealRun:
             output_of("vorn-sample-history", "--output", database, "--messages", str(messages), "--handle", HANDLE)
         return database
 
-    def start(self, program, *arguments, **more):
-        line = [os.path.join(BIN, program), *arguments, "-VornAPIBaseURLOverride", self.url,
+    def line(self, program, *arguments):
+        return [os.path.join(BIN, program), *arguments, "-VornAPIBaseURLOverride", self.recorder.url,
                 "-VornMessagesDatabaseOverride", self.history()]
+
+    def start(self, program, *arguments, **more):
+        line = self.line(program, *arguments)
         return subprocess.Popen(line, env=self.environment, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
                                 cwd=self.path("home"), **more)
 
@@ -59,12 +67,14 @@ class RealRun:
         output, errors = program.communicate(timeout=60)
         return program.returncode, output, errors
 
-    def requests(self):
-        """The requests that the service has answered: method, path, status."""
-        self.log.flush()
-        with open(self.path("service.log"), encoding="utf-8") as log:
-            lines = [line.split() for line in log]
-        return [line[:3] for line in lines if line and line[0] in ("GET", "POST", "PUT")]
+    def with_keychain(self, *commands):
+        """Runs `commands`, lines of programs, one after the other with a keychain that is open."""
+        script = "printf test | gnome-keyring-daemon --unlock --components=secrets >/dev/null 2>&1\n"
+        script += "\n".join(shlex.join(command) for command in commands)
+        hidden = ("DBUS_SESSION_BUS_ADDRESS", "DISPLAY")
+        environment = {key: value for key, value in self.environment.items() if key not in hidden}
+        return subprocess.run(["dbus-run-session", "--", "bash", "-euc", script], check=True, capture_output=True,
+                              text=True, env=environment, cwd=self.path("home"), timeout=60)
 
     def files(self, *folders):
         """The files below `folders`, by their names in this user's folder."""

@@ -90,7 +90,8 @@ class Texts(unittest.TestCase):
         for row in self.rows:
             said = any(pattern_of(row).match(text) for text in self.said)
             spoken = row.removeprefix("VornMac: ")
-            self.assertTrue(said or any(self.holds(data, spoken) for data in self.bytes.values()), f"nobody says: {row}")
+            held = any(self.holds(data, spoken) for data in self.bytes.values())
+            self.assertTrue(said or held, f"nobody says: {row}")
 
 
 class Places(unittest.TestCase):
@@ -143,9 +144,9 @@ class Files(unittest.TestCase):
             patterns = list(self.named())
             for file in while_open | left:
                 self.assertTrue(any(pattern.match(file) for pattern in patterns), f"{file} is not named")
-            self.assertEqual({file for file in left if file.startswith("tmp/vorn-n") or file.startswith("tmp/vorn-m")}, set())
-            commands = [line for block in code_blocks(section(USING, "Remove everything")) for line in block.splitlines()
-                        if line.startswith("rm ")]
+            self.assertEqual([file for file in left if file.startswith(("tmp/vorn-n", "tmp/vorn-m"))], [])
+            lines = "".join(code_blocks(section(USING, "Remove everything"))).splitlines()
+            commands = [line for line in lines if line.startswith("rm ")]
             self.assertEqual(len(commands), 2)
             for command in commands:
                 here = command.replace("/tmp/", user.path("tmp") + "/")

@@ -1,0 +1,82 @@
+"""Stands between a client and the service, and keeps what they say to each other."""
+import http.client
+import json
+import threading
+from dataclasses import dataclass
+from http.server import BaseHTTPRequestHandler, ThreadingHTTPServer
+
+
+@dataclass
+class Exchange:
+    method: str
+    path: str
+    headers: dict
+    sent: bytes
+    status: int
+    answered: bytes
+
+    def request(self):
+        return json.loads(self.sent) if self.sent else None
+
+    def answer(self):
+        return json.loads(self.answered) if self.answered else None
+
+
+class Recorder:
+    """Passes everything on to `service`. Addresses of parts in its answers lead here too."""
+
+    def __init__(self, service):
+        self.exchanges = []
+        host = service.removeprefix("http://")
+        exchanges = self.exchanges
+
+        class Handler(BaseHTTPRequestHandler):
+            protocol_version = "HTTP/1.1"
+
+            def pass_on(self):
+                sent = self.rfile.read(int(self.headers.get("Content-Length", 0)))
+                headers = dict(self.headers.items())
+                here = headers["Host"]
+                onward = http.client.HTTPConnection(host, timeout=60)
+                try:
+                    onward.request(self.command, self.path, sent if "Content-Length" in headers else None,
+                                   {**headers, "Host": host})
+                    answer = onward.getresponse()
+                    answered = answer.read().replace(host.encode(), here.encode())
+                except (OSError, http.client.HTTPException):
+                    self.close_connection = True  # as the service did
+                    return
+                finally:
+                    onward.close()
+                exchanges.append(Exchange(self.command, self.path, headers, sent, answer.status, answered))
+                self.send_response_only(answer.status)
+                for name in ("Content-Type", "ETag"):
+                    if answer.getheader(name):
+                        self.send_header(name, answer.getheader(name))
+                self.send_header("Content-Length", str(len(answered)))
+                self.end_headers()
+                self.wfile.write(answered)
+
+            do_GET = do_POST = do_PUT = pass_on
+
+            def log_message(self, *_):
+                pass
+
+        class Server(ThreadingHTTPServer):
+            daemon_threads = True
+
+            def handle_error(self, *_):  # a client that is gone
+                pass
+
+        self.server = Server(("127.0.0.1", 0), Handler)
+        self.url = f"http://127.0.0.1:{self.server.server_port}"
+        self.thread = threading.Thread(target=self.server.serve_forever)
+        self.thread.start()
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.server.shutdown()
+        self.thread.join()
+        self.server.server_close()
