@@ -84,8 +84,8 @@ void addScreens(Texts& texts)
     add(texts, linkText(phase::Rejected{}).status.text);
     add(texts, accessText(FullDiskAccessStatus::noDatabase).status.text);
     add(texts, accessText(FullDiskAccessStatus::denied));
-    for (const ScanPhase& phase : {ScanPhase(phase::Unavailable{}), ScanPhase(phase::NotConfigured{}),
-                                   ScanPhase(phase::NotFound{})})
+    for (const ScanPhase& phase :
+         {ScanPhase(phase::Unavailable{}), ScanPhase(phase::NotConfigured{}), ScanPhase(phase::NotFound{})})
         add(texts, findText(phase, std::nullopt));
     add(texts, keychainText(phase::Waiting{}, std::nullopt));
     for (const auto status : {KeychainError::userCanceled, KeychainError::authFailed})

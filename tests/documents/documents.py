@@ -33,7 +33,7 @@ def tables(text):
 
 
 def code_blocks(text):
-    return re.findall(r"^```\w*\n(.*?)^```", text, re.MULTILINE | re.DOTALL)
+    return re.findall(r"^```(?!mermaid)\w*\n(.*?)^```", text, re.MULTILINE | re.DOTALL)
 
 
 def output_of(program, *arguments, **more):
