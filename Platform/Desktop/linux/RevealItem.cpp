@@ -1,6 +1,7 @@
 #include "Platform/Desktop/RevealItem.h"
 
 #include "Platform/Base/Owned.h"
+#include "Platform/Base/linux/SessionBus.h"
 #include "Platform/Desktop/DetachedProgram.h"
 #include "Platform/Desktop/SystemWorkspace.h"
 
@@ -21,12 +22,12 @@ using Answer = Owned<GVariant, g_variant_unref>;
 /// A connection of our own: losing the one that GLib shares ends the process.
 Bus connectToSessionBus()
 {
-    const Text address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
-    if (!address) return nullptr;
+    const std::string address = sessionBusAddress();
+    if (address.empty()) return nullptr;
     // NOLINTNEXTLINE(clang-analyzer-optin.core.EnumCastOutOfRange): a set of flags
     constexpr auto flags = static_cast<GDBusConnectionFlags>(G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT |
                                                              G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
-    return Bus(g_dbus_connection_new_for_address_sync(address.get(), flags, nullptr, nullptr, nullptr));
+    return Bus(g_dbus_connection_new_for_address_sync(address.c_str(), flags, nullptr, nullptr, nullptr));
 }
 
 /// Uses freedesktop.org's "File Manager DBus Interface".

@@ -1,9 +1,9 @@
 #include "Platform/Keychain/linux/SecretServiceKeychain.h"
 
 #include "Platform/Base/Text.h"
+#include "Platform/Base/linux/SessionBus.h"
 #include "Platform/Keychain/linux/GLibEvents.h"
 #include "Platform/Keychain/linux/RunWithin.h"
-#include "Platform/Keychain/linux/SessionBus.h"
 
 #include <atomic>
 #include <system_error>

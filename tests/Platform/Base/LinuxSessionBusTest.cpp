@@ -1,4 +1,4 @@
-#include "Platform/Keychain/linux/SessionBus.h"
+#include "Platform/Base/linux/SessionBus.h"
 #include "tests/Platform/Keychain/ListeningSocket.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"

@@ -1,4 +1,4 @@
-#include "Platform/Keychain/linux/SessionBus.h"
+#include "Platform/Base/linux/SessionBus.h"
 
 #include "Platform/Base/ASCII.h"
 
