@@ -9,4 +9,8 @@ void becomeRegularApplication();
 /// Brings the application's windows to the front. Does nothing on Linux, where each window is raised by itself.
 void activateApplication();
 
+/// Asks for attention once, with the icon in the Dock, unless the application is in front. Returns whether there is a
+/// Dock: elsewhere each window asks for itself.
+bool bounceDockIcon();
+
 } // namespace vorn

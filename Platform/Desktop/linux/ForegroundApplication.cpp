@@ -10,4 +10,9 @@ void activateApplication()
 {
 }
 
+bool bounceDockIcon()
+{
+    return false;
+}
+
 } // namespace vorn

@@ -14,4 +14,10 @@ void activateApplication()
     [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
 }
 
+bool bounceDockIcon()
+{
+    [NSApplication.sharedApplication requestUserAttention:NSInformationalRequest]; // the other kind bounces for ever
+    return true;
+}
+
 } // namespace vorn

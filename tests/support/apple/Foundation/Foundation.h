@@ -19,6 +19,12 @@ enum : NSStringEncoding { NSUTF8StringEncoding = 4 };
 enum : NSMatchingOptions { NSMatchingReportProgress = 1 << 0 };
 enum : NSTextCheckingTypes { NSTextCheckingTypeLink = 1ULL << 5 };
 
+typedef unsigned long long NSActivityOptions;
+enum : NSActivityOptions {
+    NSActivityIdleSystemSleepDisabled = 1ULL << 20,
+    NSActivityUserInitiated = 0x00FFFFFFULL | NSActivityIdleSystemSleepDisabled
+};
+
 typedef struct _NSRange {
     NSUInteger location;
     NSUInteger length;
@@ -57,14 +63,38 @@ __attribute__((objc_root_class))
 - (nullable instancetype)initWithBytes:(const void*)bytes length:(NSUInteger)length encoding:(NSStringEncoding)encoding;
 @property(readonly) NSUInteger length;
 @property(nullable, readonly) const char* UTF8String;
+- (BOOL)isEqualToString:(NSString*)string;
 @end
 
 @interface NSArray<__covariant ObjectType> : NSObject <NSFastEnumeration>
++ (instancetype)arrayWithObjects:(const ObjectType _Nonnull[_Nonnull])objects count:(NSUInteger)count;
 @property(readonly) NSUInteger count;
 @end
 
 @interface NSMutableArray<ObjectType> : NSArray <ObjectType>
 - (void)addObject:(ObjectType)object;
+@end
+
+@interface NSBundle : NSObject
+@property(class, readonly, strong) NSBundle* mainBundle;
+@property(nullable, readonly, copy) NSString* bundleIdentifier;
+@end
+
+@interface NSOperationQueue : NSObject
+@property(class, readonly, strong) NSOperationQueue* mainQueue;
+- (void)addOperationWithBlock:(void (^)(void))block;
+@end
+
+@interface NSProcessInfo : NSObject
+@property(class, readonly, strong) NSProcessInfo* processInfo;
+- (id)beginActivityWithOptions:(NSActivityOptions)options reason:(NSString*)reason;
+- (void)endActivity:(id)activity;
+@end
+
+@interface NSUserDefaults : NSObject
+@property(class, readonly, strong) NSUserDefaults* standardUserDefaults;
+- (nullable id)objectForKey:(NSString*)key;
+- (BOOL)boolForKey:(NSString*)key;
 @end
 
 @interface NSURL : NSObject
