@@ -4,6 +4,7 @@
 #include "tests/Platform/Keychain/BusConnection.h"
 
 #include <array>
+#include <csignal>
 #include <stdexcept>
 
 #include <unistd.h>
@@ -62,6 +63,11 @@ TestBus::TestBus()
     address_ = lineFrom(reading);
     if (address_.empty()) throw std::runtime_error("no bus: " + daemon_->errors());
     variable_ = std::make_unique<ScopedEnvironment>("DBUS_SESSION_BUS_ADDRESS", address_);
+}
+
+void TestBus::freeze() const
+{
+    daemon_->signal(SIGSTOP);
 }
 
 TestKeyring::TestKeyring(const TestBus& bus) : bus_(bus)

@@ -21,6 +21,9 @@ public:
     /// Where its socket is, called "bus".
     const std::filesystem::path& folder() const { return folder_.path(); }
 
+    /// From now on it accepts connections and never answers.
+    void freeze() const;
+
 private:
     TemporaryFolder folder_;
     std::unique_ptr<Program> daemon_;
