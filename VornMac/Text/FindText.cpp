@@ -68,7 +68,7 @@ ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailabilit
             .retry = isDeadEnd || isInReview ? "Look again" : "",
             .primary = finding.primary,
             .back = goBack,
-            .caption = "Only on this Mac. Nothing is uploaded yet."};
+            .caption = isFound ? "Only on this Mac. Nothing is uploaded yet." : ""};
 }
 
 } // namespace vorn

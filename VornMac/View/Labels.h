@@ -2,6 +2,7 @@
 
 #include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/AccountText.h"
+#include "VornMac/Text/CommonText.h"
 #include "VornMac/Text/Consent.h"
 #include "VornMac/Text/LinkText.h"
 #include "VornMac/Text/Preview.h"
@@ -24,6 +25,9 @@ class Labels : public QObject {
     Q_PROPERTY(QString windowTitle READ windowTitle CONSTANT)
     Q_PROPERTY(QString account READ account CONSTANT)
     Q_PROPERTY(QString signOut READ signOut CONSTANT)
+
+    Q_PROPERTY(QString stepIsDone READ stepIsDone CONSTANT)
+    Q_PROPERTY(QString stepIsNext READ stepIsNext CONSTANT)
 
     Q_PROPERTY(QString codeName READ codeName CONSTANT)
     Q_PROPERTY(QString codeIsRead READ codeIsRead CONSTANT)
@@ -52,6 +56,9 @@ public:
     static QString windowTitle() { return vorn::windowTitle; }
     static QString account() { return vorn::account; }
     static QString signOut() { return vorn::signOutOfThisMac; }
+
+    static QString stepIsDone() { return vorn::stepIsDone; } ///< for a screen reader, as the next
+    static QString stepIsNext() { return vorn::stepIsNext; }
 
     static QString codeName() { return vorn::codeName; } ///< for a screen reader
     static QString codeIsRead() { return vorn::codeIsRead; }

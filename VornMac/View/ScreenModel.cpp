@@ -100,6 +100,7 @@ Async<> ScreenModel::runCountdown(Instant expiry)
         co_await clock_->sleep(*pause);
         setLinkSecondsLeft(countdown::secondsLeft(clock_->date(), expiry));
     }
+    refresh(); // the code has expired, though it is still polled for a while
 }
 
 void ScreenModel::setLinkSecondsLeft(int seconds)

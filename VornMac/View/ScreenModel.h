@@ -85,8 +85,8 @@ public:
 
     bool isCodeRead() const { return shown_.link.isCodeRead; } ///< by the phone, where the user has to confirm
     bool hasLinkFailed() const { return shown_.link.hasFailed; }
-    QString qrPayload() const { return shown_.qrPayload; } ///< a secret, for the phone
-    /// Whether there is a code of which it is known when it expires.
+    QString qrPayload() const { return shown_.qrPayload; } ///< a secret, for the phone; empty once it has expired
+    /// Whether such a code is shown of which it is known when it expires.
     bool linkExpires() const { return shown_.linkExpires; }
     /// Whole seconds until the code expires, a begun one counted; never below 0, and 0 unless `linkExpires`. Goes on
     /// while the link screen is shown.

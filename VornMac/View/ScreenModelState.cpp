@@ -122,8 +122,10 @@ ScreenModel::Shown ScreenModel::derived() const
     shown.text = ShownText(currentText());
     shown.user = user();
     shown.link = {std::holds_alternative<phase::Scanned>(link), std::holds_alternative<phase::Failed>(link)};
-    shown.qrPayload = vorn::shown(model_->qrPayload().value_or(""));
-    shown.linkExpires = model_->linkExpiresAt().has_value();
+    const auto expiry = model_->linkExpiresAt();
+    const bool hasExpired = expiry && *expiry <= clock_->date();
+    shown.qrPayload = hasExpired ? QString() : vorn::shown(model_->qrPayload().value_or(""));
+    shown.linkExpires = expiry && !hasExpired;
     shown.consent = ShownConsent(consentFor(model_->reward()));
     shown.understandsUpload = model_->understandsUpload();
     shown.agreesToShare = model_->agreesToShare();

@@ -1,9 +1,12 @@
 import QtQuick
 import Vorn.Components
+import Vorn.View
 
 /// Links this Mac to the account on the user's phone, by a code that the phone scans.
 StepScreen {
     id: root
+
+    readonly property string standing: model.isCodeRead ? Labels.stepIsDone : ""
 
     step: 0
     primaryTitle: model.text.retry
@@ -16,17 +19,21 @@ StepScreen {
     NumberedStep {
         done: root.model.isCodeRead
         number: 1
+        standing: root.standing
         text: root.model.text.steps[0]
         width: parent.width
     }
     NumberedStep {
         done: root.model.isCodeRead
         number: 2
+        standing: root.standing
         text: root.model.text.steps[1]
         width: parent.width
     }
     NumberedStep {
+        isNext: root.model.isCodeRead
         number: 3
+        standing: root.model.isCodeRead ? Labels.stepIsNext : ""
         text: root.model.text.steps[2]
         width: parent.width
     }

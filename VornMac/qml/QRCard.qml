@@ -3,7 +3,8 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The code on its plate, in a viewfinder. Once the phone has read it, it is covered; below, the time until the next one.
+/// The code on its plate, in a viewfinder, and below it the time until the next one. Once the phone has read it, it is
+/// covered, and while there is none, the shape of one waits for it.
 Item {
     id: root
 
@@ -14,7 +15,8 @@ Item {
     required property bool hasFailed
 
     readonly property bool hasCode: payload.length > 0
-    readonly property bool countsDown: hasCode && expires
+    readonly property bool countsDown: hasCode && expires && !isScanned
+    readonly property bool isAwaited: !hasCode && !isScanned && !hasFailed
 
     implicitHeight: finder.height + 24 + countdown.height
     implicitWidth: finder.width
@@ -34,7 +36,7 @@ Item {
     Rectangle {
         id: plate
         anchors.centerIn: finder
-        color: Theme.plate
+        color: root.hasCode || root.isScanned ? Theme.plate : Theme.card
         height: width
         radius: 20
         width: 300
@@ -46,16 +48,33 @@ Item {
             visible: root.hasCode && !root.isScanned
             width: 288
         }
-        Spinner {
+        CodeShape {
             anchors.centerIn: parent
-            size: 28
-            visible: !root.hasCode && !root.hasFailed
+            color: Theme.ink
+            height: width
+            opacity: 0.12
+            visible: root.isAwaited
+            width: 288
+            Accessible.ignored: true
+        }
+        Rectangle {
+            anchors.centerIn: parent
+            color: parent.color
+            height: width
+            radius: width / 2
+            visible: root.isAwaited
+            width: 64
+
+            Spinner {
+                anchors.centerIn: parent
+                size: 28
+            }
         }
         VornGlyph {
             anchors.centerIn: parent
             height: 56
             opacity: 0.35
-            visible: !root.hasCode && root.hasFailed
+            visible: root.hasFailed
             width: 56
         }
         Column {

@@ -8,26 +8,31 @@ Item {
     required property int number
     required property string text
     property bool done: false
+    /// Whether this is the one to do now.
+    property bool isNext: false
+    /// What a screen reader says of that.
+    property string standing: ""
 
     implicitHeight: Math.max(disc.height, words.y + words.implicitHeight)
     implicitWidth: disc.width + 12 + words.implicitWidth
 
     Accessible.role: Accessible.ListItem
     Accessible.name: root.number + ". " + root.text
+    Accessible.description: root.standing
 
     Rectangle {
         id: disc
-        color: Theme.pill
+        color: root.isNext ? Theme.primaryFill : Theme.pill
         height: 24
         radius: height / 2
         width: 24
-        border.color: Theme.border
+        border.color: root.isNext ? Theme.primaryFill : Theme.border
         border.width: 1
 
         Text {
             Accessible.ignored: true
             anchors.centerIn: parent
-            color: Theme.ink
+            color: root.isNext ? Theme.primaryText : Theme.ink
             font: Theme.fonts.caption
             text: root.number
             visible: !root.done

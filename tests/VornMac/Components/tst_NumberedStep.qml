@@ -35,5 +35,17 @@ TestCase {
         const step = createTemporaryObject(component, test);
         compare(step.Accessible.role, Accessible.ListItem);
         compare(step.Accessible.name, "2. Turn it on.");
+        compare(step.Accessible.description, "");
+        step.standing = "Done";
+        compare(step.Accessible.description, "Done");
+    }
+    function test_fillsItsDiscWhenItIsNext() {
+        const step = createTemporaryObject(component, test);
+        const disc = step.children[0];
+        verify(Qt.colorEqual(disc.color, Theme.pill));
+        step.isNext = true;
+        verify(Qt.colorEqual(disc.color, Theme.primaryFill));
+        verify(Qt.colorEqual(disc.children[0].color, Theme.primaryText));
+        verify(texts(step).includes("2"));
     }
 }

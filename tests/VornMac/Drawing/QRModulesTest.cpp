@@ -1,4 +1,5 @@
 #include "VornMac/Drawing/QRModules.h"
+#include "VornMac/Drawing/CodeShape.h"
 #include "tests/VornMac/Drawing/Drawn.h"
 #include "tests/VornMac/Window/CodeReader.h"
 
@@ -109,6 +110,23 @@ TEST(QRModules, PaintNothingThatFitsNoCodeAndDoNotLogIt)
     EXPECT_EQ(testing::paintedIn(testing::drawn(modules, side), {QPoint(), side}), 0);
     qInstallMessageHandler(nullptr);
     EXPECT_EQ(logged, "a code is too long to be shown");
+}
+
+TEST(CodeShape, LooksLikeACodeInWhichThereIsNothing)
+{
+    for (const double ratio : {1.0, 1.5, 2.0}) {
+        SCOPED_TRACE(ratio);
+        CodeShape shape;
+        const QImage ink = testing::drawn(shape, side, ratio);
+        const double painted = testing::paintedIn(ink, ink.rect());
+        EXPECT_GT(painted / (ink.width() * ink.height()), 0.2);
+        QImage picture(ink.size(), QImage::Format_RGB32);
+        picture.fill(Qt::white);
+        QPainter(&picture).drawImage(0, 0, ink);
+        const auto read = testing::codeIn(picture);
+        if (!read) GTEST_SKIP() << "there is no program to read codes with";
+        EXPECT_EQ(*read, "");
+    }
 }
 
 TEST(QRModules, TellOfAChangeOnce)

@@ -117,7 +117,7 @@ const Texts tooSmall = {
 
 Texts notFound(const std::string& title, const Texts& content, const Texts& actions = lookAgain)
 {
-    return Texts{title, "Your Nimbrel chat"} + content + actions + previewCaption + badge;
+    return Texts{title, "Your Nimbrel chat"} + content + actions + badge;
 }
 
 // Upload and done.
@@ -151,7 +151,7 @@ std::vector<Case> allCases()
         {"1-link-showing",
          linkHead + linkSteps + Texts{"Waiting for your phone"} + linkNote + Texts{"New code in ", "1:58"}},
         {"1-link-scanned", linkHead + linkStepsDone + Texts{"Scanned. Confirm Link this Mac on your phone."} +
-                               linkNote + Texts{"Confirm on your phone", "New code in ", "1:56"}},
+                               linkNote + Texts{"Confirm on your phone"}},
         {"1-link-rejected",
          linkHead + linkSteps + Texts{"Your phone declined the link. Here's a new code."} + linkNote}, // none yet
         {"1-link-failed",

@@ -185,6 +185,74 @@ TEST(LinkScreen, CoversTheCodeOnceItIsScanned)
     EXPECT_TRUE(fix.shows("Confirm on your phone"));
 }
 
+TEST(LinkScreen, StopsCountingAndLeadsToTheThirdStepOnceTheCodeIsScanned)
+{
+    WindowFixture fix;
+    play(fix, "1-link-showing");
+    EXPECT_THAT(fix.spoken(), Contains("StaticText: New code in 1:58"));
+    EXPECT_THAT(fix.spoken(), Contains("ListItem: 1. Open Vorn on your iPhone."));
+    fix.model.advance(2s);
+    fix.model.answer(ModelFixture::polls, pollJSON("scanned"));
+    fix.settle();
+    EXPECT_THAT(fix.words(), Not(Contains(HasSubstr("New code in "))));
+    EXPECT_THAT(fix.spoken(), Not(Contains(HasSubstr("New code in "))));
+    EXPECT_THAT(fix.spoken(), Contains("ListItem: 1. Open Vorn on your iPhone. – Done"));
+    EXPECT_THAT(fix.spoken(),
+                Contains("ListItem: 3. Point your camera at the code, then confirm on your phone. – Next"));
+}
+
+/// Whatever ends a code before it is confirmed.
+struct CodeEnd {
+    const char* name;
+    void (*end)(ModelFixture&);
+};
+
+constexpr CodeEnd codeEnds[] = {
+    {"declined",
+     [](ModelFixture& model) {
+         model.advance(2s);
+         model.answer(ModelFixture::polls, pollJSON("rejected"));
+     }},
+    {"taken back",
+     [](ModelFixture& model) {
+         model.advance(2s);
+         model.answer(ModelFixture::polls, pollJSON("expired"));
+     }},
+    {"expired", [](ModelFixture& model) { model.advance(118s); }},
+    {"lost",
+     [](ModelFixture& model) {
+         model.advance(2s);
+         model.fail(ModelFixture::polls, URLError::Code::timedOut);
+     }},
+};
+
+TEST(LinkScreen, ShowsNothingMoreOfACodeThatLeadsNowhere)
+{
+    for (const CodeEnd& each : codeEnds) {
+        SCOPED_TRACE(each.name);
+        WindowFixture fix;
+        play(fix, "1-link-showing");
+        ASSERT_TRUE(fix.shows("QR code to link this Mac"));
+        each.end(fix.model);
+        fix.settle();
+        EXPECT_FALSE(fix.shows("QR code to link this Mac"));
+        EXPECT_THAT(fix.words(), Not(Contains(HasSubstr("New code in "))));
+        EXPECT_EQ(codeIn(fix.picture()).value_or(""), "") << "what stands in its place is no code";
+    }
+}
+
+TEST(LinkScreen, ShowsTheCodeThatComesAfterADeclinedOne)
+{
+    WindowFixture fix;
+    play(fix, "1-link-rejected");
+    fix.model.advance(3s);
+    fix.model.answer(ModelFixture::links, linkJSON(2000, "2026-03-01T09:02:00Z"));
+    fix.settle();
+    EXPECT_TRUE(fix.shows("QR code to link this Mac"));
+    EXPECT_TRUE(fix.shows("Waiting for your phone"));
+    EXPECT_FALSE(fix.shows("Your phone declined the link. Here's a new code."));
+}
+
 TEST(LinkScreen, ShowsACodeThatIsReadInBothThemes)
 {
     for (const auto theme : {Appearance::Theme::light, Appearance::Theme::dark}) {

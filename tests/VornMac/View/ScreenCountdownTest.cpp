@@ -49,8 +49,29 @@ TEST_F(CodeCountdown, GoesFromTwoMinutesToZeroWithASignalForEachSecond)
         ASSERT_EQ(left(), second + 1);
         advance(1ns);
         ASSERT_EQ(left(), second);
-        ASSERT_THAT(fix_.told(), ElementsAre(Pair("linkSecondsLeftChanged", 1)));
+        if (second > 0) ASSERT_THAT(fix_.told(), ElementsAre(Pair("linkSecondsLeftChanged", 1)));
     }
+    EXPECT_THAT(fix_.told(), ElementsAre(Pair("linkExpiresChanged", 1), Pair("linkSecondsLeftChanged", 1),
+                                         Pair("qrPayloadChanged", 1)));
+}
+
+// The model polls it for a while longer, for a phone that has scanned it at the last moment.
+TEST_F(CodeCountdown, HidesTheCodeAtItsEnd)
+{
+    showCode();
+    advance(120s - 1ns);
+    EXPECT_EQ(fix_.screen().qrPayload(), "vorn://link/qr-canary-1");
+    advance(1ns);
+    EXPECT_EQ(fix_.screen().qrPayload(), "");
+    EXPECT_FALSE(fix_.screen().linkExpires());
+    EXPECT_TRUE(fix_.fix.model().qrPayload());
+}
+
+TEST_F(CodeCountdown, ShowsNothingOfACodeThatArrivesExpired)
+{
+    showCode("2026-03-01T09:00:00Z");
+    EXPECT_EQ(fix_.screen().qrPayload(), "");
+    EXPECT_FALSE(fix_.screen().linkExpires());
 }
 
 TEST_F(CodeCountdown, EndsAtZeroAndSleepsNoMore)

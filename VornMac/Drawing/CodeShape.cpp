@@ -1,0 +1,64 @@
+#include "VornMac/Drawing/CodeShape.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <QPainter>
+
+namespace vorn {
+namespace {
+
+constexpr int modules = 37;  // as many as a code to link has
+constexpr int quietZone = 4; // modules on each side, as around a code
+constexpr int eye = 7;       // the squares in three corners
+
+/// Within the square by which readers find a code, its light edge included.
+bool isInEye(int row, int column)
+{
+    const auto isNear = [](int place) { return place <= eye; };
+    const auto isFar = [](int place) { return place >= modules - eye - 1; };
+    return (isNear(row) && (isNear(column) || isFar(column))) || (isFar(row) && isNear(column));
+}
+
+bool isDarkInEye(int row, int column)
+{
+    const auto place = [](int module) { return module <= eye ? module : modules - 1 - module; };
+    const int edge = std::min({place(row), place(column), eye - 1 - place(row), eye - 1 - place(column)});
+    return edge == 0 || edge >= 2;
+}
+
+/// Without an order that the eye sees, and always the same.
+bool isDark(int row, int column)
+{
+    if (isInEye(row, column)) return isDarkInEye(row, column);
+    std::uint32_t mixed = static_cast<std::uint32_t>(row * modules + column + 1) * 2654435761U;
+    mixed ^= mixed >> 15U;
+    mixed *= 2246822519U;
+    return ((mixed >> 13U) & 1U) != 0;
+}
+
+} // namespace
+
+CodeShape::CodeShape(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    connect(this, &CodeShape::looksChanged, this, [this] { update(); });
+}
+
+void CodeShape::paint(QPainter* painter)
+{
+    const QPaintDevice* surface = painter->device();
+    const int side = std::min(surface->width(), surface->height());
+    const int module = side / (modules + 2 * quietZone);
+    const int left = (surface->width() - module * modules) / 2;
+    const int top = (surface->height() - module * modules) / 2;
+    painter->resetTransform(); // whole pixels, as those of a code
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    for (int row = 0; row < modules; ++row) {
+        for (int column = 0; column < modules; ++column) {
+            if (isDark(row, column))
+                painter->fillRect(left + column * module, top + row * module, module, module, color_);
+        }
+    }
+}
+
+} // namespace vorn
