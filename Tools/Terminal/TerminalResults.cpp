@@ -1,8 +1,8 @@
 #include "Tools/Terminal/TerminalResults.h"
 
 #include "Platform/Base/PrintableText.h"
-#include "Tools/Terminal/ByteText.h"
 #include "Tools/Terminal/StateJSON.h"
+#include "VornMac/Text/ByteText.h"
 #include "VornMac/Text/DoneText.h"
 #include "VornMac/Text/QuestText.h"
 

@@ -1,7 +1,7 @@
 #include "Tools/Terminal/UploadMeter.h"
 
 #include "Platform/Base/Text.h"
-#include "Tools/Terminal/ByteText.h"
+#include "VornMac/Text/ByteText.h"
 
 #include <algorithm>
 #include <cmath>

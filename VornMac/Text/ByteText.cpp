@@ -1,4 +1,4 @@
-#include "Tools/Terminal/ByteText.h"
+#include "VornMac/Text/ByteText.h"
 
 #include <fmt/format.h>
 
