@@ -209,8 +209,9 @@ Async<> Journey::upload()
         const UploadPhase phase = model_.uploadPhase();
         const bool isNew = !shown || shown->index() != phase.index();
         shown = phase;
-        if (is<phase::Uploading>(phase) || is<phase::Finishing>(phase)) display.show(model_.uploadProgress());
-        if (isNew && !is<phase::Uploading>(phase)) display.clear();
+        const UploadBar bar = uploadBar(phase);
+        if (bar.isMeasured) display.show(model_.uploadProgress());
+        if (isNew && !bar.isMoving()) display.clear();
         const ScreenText text = uploadText(phase);
         if (isNew && !is<phase::Idle>(phase) && !is<phase::Failed>(phase)) terminal_.say(text.status.text);
         if (const auto* failed = std::get_if<phase::Failed>(&phase)) {

@@ -2,6 +2,7 @@
 
 #include "Platform/Base/Text.h"
 #include "VornMac/Text/ByteText.h"
+#include "VornMac/Text/UploadText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -54,7 +55,7 @@ void UploadMeter::update(const UploadProgress& progress, Clock::Duration now)
 
 int UploadMeter::percent() const
 {
-    return static_cast<int>(progress_.fraction() * 100);
+    return wholePercents(progress_.fraction());
 }
 
 std::optional<double> UploadMeter::rate() const
@@ -67,13 +68,12 @@ std::optional<double> UploadMeter::rate() const
 
 std::string UploadMeter::percentText() const
 {
-    return fmt::format("{} %", percent());
+    return percentLabel(progress_.fraction());
 }
 
 std::string UploadMeter::amounts() const
 {
-    const ByteUnit unit = ByteUnit::fitting(progress_.totalBytes); // both in one, to be compared at a glance
-    return fmt::format("  {} of {}", unit.number(progress_.bytesSent), bytesText(progress_.totalBytes));
+    return "  " + partText(progress_.bytesSent, progress_.totalBytes);
 }
 
 std::string UploadMeter::rateText() const

@@ -30,4 +30,9 @@ std::string bytesText(std::int64_t size)
     return fmt::format("{} {}", unit.number(size), size == 1 ? "byte" : unit.name);
 }
 
+std::string partText(std::int64_t part, std::int64_t whole)
+{
+    return fmt::format("{} of {}", ByteUnit::fitting(whole).number(part), bytesText(whole));
+}
+
 } // namespace vorn

@@ -21,4 +21,7 @@ struct ByteUnit {
 /// "999 bytes", "546.2 kB", "9.0 MB".
 std::string bytesText(std::int64_t size);
 
+/// "3.4 of 8.1 MB": both in the unit of the whole, to be compared at a glance.
+std::string partText(std::int64_t part, std::int64_t whole);
+
 } // namespace vorn

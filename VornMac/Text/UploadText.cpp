@@ -1,8 +1,11 @@
 #include "VornMac/Text/UploadText.h"
 
 #include "Platform/Base/Match.h"
+#include "VornMac/Text/ByteText.h"
 #include "VornMac/Text/CommonText.h"
+#include "VornMac/Text/TimeLeft.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <fmt/format.h>
@@ -36,10 +39,42 @@ ScreenText uploadText(const UploadPhase& phase)
             .caption = rewardHeading};
 }
 
-std::string percentText(double fraction)
+UploadBar uploadBar(const UploadPhase& phase)
+{
+    constexpr UploadBar packing{.isBusy = true};
+    const Match bar{
+        [&](phase::Idle) { return packing; },
+        [&](phase::Preparing) { return packing; },
+        [](const phase::Uploading& uploading) { return UploadBar{.value = uploading.fraction, .isMeasured = true}; },
+        [](phase::Finishing) { return UploadBar{.value = 1, .isMeasured = true}; },
+        [](const phase::Failed&) { return UploadBar{}; },
+    };
+    return std::visit(bar, phase);
+}
+
+int wholePercents(double fraction)
 {
     constexpr double rounding = 1e-6; // 0.29 is a little less than 29 hundredths
-    return fmt::format("{} percent", static_cast<int>(std::floor(fraction * 100 + rounding)));
+    const int percents = static_cast<int>(std::floor(fraction * 100 + rounding));
+    return fraction < 1 ? std::min(percents, 99) : percents;
+}
+
+std::string percentText(double fraction)
+{
+    return fmt::format("{} percent", wholePercents(fraction));
+}
+
+std::string percentLabel(double fraction)
+{
+    return fmt::format("{} %", wholePercents(fraction));
+}
+
+std::string uploadAmounts(const UploadBar& bar, const UploadProgress& progress,
+                          std::optional<std::chrono::seconds> timeLeft)
+{
+    if (!bar.isMeasured || progress.totalBytes < 1) return "";
+    const std::string amounts = partText(progress.bytesSent, progress.totalBytes);
+    return timeLeft && bar.isMoving() ? amounts + ", " + timeLeftText(*timeLeft) : amounts;
 }
 
 } // namespace vorn

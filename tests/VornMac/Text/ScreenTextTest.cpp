@@ -129,14 +129,42 @@ TEST(UploadText, FollowsThePhase)
     EXPECT_EQ(uploadText(phase::Failed{"No."}).retry, "Try again");
 }
 
+TEST(UploadBar, FollowsThePhase)
+{
+    const UploadBar packing{.value = 0, .isMeasured = false, .isBusy = true};
+    EXPECT_EQ(uploadBar(phase::Idle{}), packing);
+    EXPECT_EQ(uploadBar(phase::Preparing{}), packing);
+    EXPECT_EQ(uploadBar(phase::Uploading{0.5}), (UploadBar{.value = 0.5, .isMeasured = true}));
+    EXPECT_EQ(uploadBar(phase::Finishing{}), (UploadBar{.value = 1, .isMeasured = true}));
+    EXPECT_EQ(uploadBar(phase::Failed{"No."}), UploadBar{});
+    EXPECT_TRUE(uploadBar(phase::Uploading{0}).isMoving());
+    EXPECT_FALSE(uploadBar(phase::Finishing{}).isMoving());
+    EXPECT_FALSE(uploadBar(phase::Preparing{}).isMoving());
+}
+
+TEST(UploadAmounts, SayHowMuchAndHowLongOnceItIsKnown)
+{
+    using namespace std::chrono_literals;
+    const UploadProgress progress{3'400'000, 8'100'000};
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Uploading{0.42}), progress, 2min), "3.4 of 8.1 MB, about 2 minutes left");
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Uploading{0.42}), progress, std::nullopt), "3.4 of 8.1 MB");
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Uploading{0}), {0, 999}, std::nullopt), "0 of 999 bytes");
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Finishing{}), {8'100'000, 8'100'000}, 1s), "8.1 of 8.1 MB");
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Uploading{0}), {}, std::nullopt), "") << "no report has come";
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Preparing{}), progress, 1s), "") << "an earlier upload's";
+    EXPECT_EQ(uploadAmounts(uploadBar(phase::Failed{"No."}), progress, 1s), "");
+}
+
 TEST(PercentText, IsWholeAndRoundedDown)
 {
+    EXPECT_EQ(percentLabel(0.429), "42 %");
     EXPECT_EQ(percentText(0), "0 percent");
     EXPECT_EQ(percentText(0.42), "42 percent");
     EXPECT_EQ(percentText(0.429), "42 percent");
     EXPECT_EQ(percentText(0.29), "29 percent");
     EXPECT_EQ(percentText(0.57), "57 percent");
     EXPECT_EQ(percentText(0.999), "99 percent");
+    EXPECT_EQ(percentText(1 - 1e-12), "99 percent");
     EXPECT_EQ(percentText(1), "100 percent");
 }
 
