@@ -8,6 +8,18 @@
 #include <QPainterPath>
 
 namespace vorn {
+namespace {
+
+/// The part of `bar` between two shares of its width, with round ends.
+QPainterPath roundedPart(const QRectF& bar, double from, double to)
+{
+    QPainterPath path;
+    const QRectF part(bar.left() + bar.width() * from, bar.top(), bar.width() * (to - from), bar.height());
+    path.addRoundedRect(part, bar.height() / 2, bar.height() / 2);
+    return path;
+}
+
+} // namespace
 
 AccentBar::AccentBar(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
@@ -22,21 +34,30 @@ void AccentBar::setValue(double value)
     update();
 }
 
+void AccentBar::setSweep(double sweep)
+{
+    if (std::exchange(sweep_, sweep) == sweep) return;
+    emit sweepChanged();
+    update();
+}
+
 void AccentBar::paint(QPainter* painter)
 {
-    const QRectF frame = boundingRect();
-    const qreal radius = frame.height() / 2;
-    QPainterPath track;
-    track.addRoundedRect(frame, radius, radius);
     painter->setRenderHint(QPainter::Antialiasing);
-    painter->fillPath(track, trackColor_);
-    if (value_ <= 0) return;
-    QPainterPath filled;
-    filled.addRoundedRect(QRectF(frame.topLeft(), QSizeF(frame.width() * value_, frame.height())), radius, radius);
+    painter->fillPath(roundedPart(boundingRect(), 0, 1), trackColor_);
+    if (value_ > 0) fill(*painter, 0, value_);
+    constexpr double light = 0.3; // how much of the bar it takes
+    const double head = sweep_ * (1 + light);
+    if (sweep_ >= 0) fill(*painter, head - light, head);
+}
+
+void AccentBar::fill(QPainter& painter, double from, double to) const
+{
+    const QRectF frame = boundingRect();
     QLinearGradient colours(frame.topLeft(), frame.topRight());
     colours.setColorAt(0, startColor_);
     colours.setColorAt(1, endColor_);
-    painter->fillPath(filled.intersected(track), colours);
+    painter.fillPath(roundedPart(frame, from, to).intersected(roundedPart(frame, 0, 1)), colours);
 }
 
 } // namespace vorn

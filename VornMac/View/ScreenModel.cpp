@@ -3,10 +3,16 @@
 #include "VornMac/Text/LinkText.h"
 #include "VornMac/View/Countdown.h"
 
+#include <chrono>
 #include <utility>
 #include <vector>
 
 namespace vorn {
+namespace {
+
+constexpr auto betweenLooks = std::chrono::seconds(1); // at the time that is left
+
+} // namespace
 
 ScreenModel::ScreenModel(AppModel& model, MainContext& context, Clock& clock)
     : model_(&model), context_(&context), clock_(&clock), shown_(derived())
@@ -35,8 +41,9 @@ void ScreenModel::follow()
          {&AppModel::restorePhaseChanged, &AppModel::sessionChanged, &AppModel::linkPhaseChanged,
           &AppModel::qrPayloadChanged, &AppModel::linkExpiresAtChanged, &AppModel::understandsUploadChanged,
           &AppModel::agreesToShareChanged, &AppModel::accessChanged, &AppModel::scanPhaseChanged,
-          &AppModel::nimbrelChanged, &AppModel::uploadPhaseChanged, &AppModel::submissionChanged})
+          &AppModel::nimbrelChanged, &AppModel::submissionChanged})
         on(signal, &ScreenModel::refresh);
+    on(&AppModel::uploadPhaseChanged, &ScreenModel::followUpload);
     on(&AppModel::stepChanged, &ScreenModel::enterStep);
     on(&AppModel::exportResultChanged, &ScreenModel::showExport);
     on(&AppModel::qrPayloadChanged, &ScreenModel::restartCountdown);
@@ -62,7 +69,7 @@ void ScreenModel::refresh()
     compare(&Shown::access, &ScreenModel::accessChanged);
     compare(&Shown::canUpload, &ScreenModel::canUploadChanged);
     compare(&Shown::isFound, &ScreenModel::scanPhaseChanged);
-    compare(&Shown::uploadFraction, &ScreenModel::uploadFractionChanged);
+    compare(&Shown::uploadBar, &ScreenModel::uploadBarChanged);
     compare(&Shown::reward, &ScreenModel::rewardChanged);
     compare(&Shown::text, &ScreenModel::textChanged);
     compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
@@ -111,6 +118,29 @@ void ScreenModel::setLinkSecondsLeft(int seconds)
 QString ScreenModel::linkTimeLeft() const
 {
     return shown(clockText(linkSecondsLeft_));
+}
+
+// The upload's time.
+
+void ScreenModel::followUpload()
+{
+    if (!vorn::uploadBar(model_->uploadPhase()).isMoving()) {
+        uploadWatch_ = {};
+        timeLeft_ = {};
+    } else {
+        timeLeft_.update(model_->uploadProgress(), clock_->now());
+        if (!uploadWatch_.isRunning()) uploadWatch_ = Task(*context_, runUploadWatch());
+    }
+    refresh();
+}
+
+// What is left grows less, or is no longer known, while nothing is reported too.
+Async<> ScreenModel::runUploadWatch()
+{
+    while (true) {
+        co_await clock_->sleep(betweenLooks);
+        refresh();
+    }
 }
 
 // The operations.

@@ -3,6 +3,7 @@
 #include "Platform/Async/Clock.h"
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Text/TimeLeft.h"
 #include "VornMac/View/PreviewList.h"
 #include "VornMac/View/ShownText.h"
 
@@ -54,8 +55,7 @@ class ScreenModel : public QObject {
     Q_PROPERTY(vorn::PreviewList* preview READ preview CONSTANT)
     Q_PROPERTY(bool canUpload READ canUpload NOTIFY canUploadChanged)
 
-    Q_PROPERTY(double uploadFraction READ uploadFraction NOTIFY uploadFractionChanged)
-    Q_PROPERTY(QString uploadPercentage READ uploadPercentage NOTIFY uploadFractionChanged)
+    Q_PROPERTY(vorn::ShownUploadBar uploadBar READ uploadBar NOTIFY uploadBarChanged)
 
     Q_PROPERTY(QString reward READ reward NOTIFY rewardChanged)
     Q_PROPERTY(bool isRewardPaid READ isRewardPaid NOTIFY rewardChanged)
@@ -107,9 +107,7 @@ public:
     PreviewList* preview() { return &preview_; }
     bool canUpload() const { return shown_.canUpload; }
 
-    /// 0…1, as the bar shows it: 1 while finishing, 0 before and after a failure.
-    double uploadFraction() const { return shown_.uploadFraction; }
-    QString uploadPercentage() const; ///< for a screen reader
+    const ShownUploadBar& uploadBar() const { return shown_.uploadBar; }
 
     QString reward() const { return shown_.reward.amount; } ///< the submission's, else the quest's: "$12.50"
     bool isRewardPaid() const { return shown_.reward.isPaid; }
@@ -147,7 +145,7 @@ signals:
     void scanPhaseChanged();
     void exportResultChanged();
     void canUploadChanged();
-    void uploadFractionChanged();
+    void uploadBarChanged();
     void rewardChanged();
 
 private:
@@ -188,7 +186,7 @@ private:
         Access access = Access::Denied;
         bool isFound = false;
         bool canUpload = false;
-        double uploadFraction = 0;
+        ShownUploadBar uploadBar;
         Reward reward;
     };
     /// The words about an export, which are worked out only when there is another.
@@ -208,6 +206,7 @@ private:
     User user() const;
     Access currentAccess() const;
     Reward currentReward() const;
+    ShownUploadBar currentUploadBar() const;
     Found found() const;
     void refresh();
     void showExport();
@@ -217,6 +216,9 @@ private:
     Async<> runCountdown(Instant expiry);
     void setLinkSecondsLeft(int seconds);
 
+    void followUpload();
+    Async<> runUploadWatch();
+
     AppModel* model_; ///< null in what stays as it was
     MainContext* context_;
     Clock* clock_;
@@ -225,6 +227,8 @@ private:
     PreviewList preview_;
     int linkSecondsLeft_ = 0;
     Task countdown_;
+    TimeLeft timeLeft_; ///< of the upload
+    Task uploadWatch_;  ///< while it sends
 };
 
 } // namespace vorn

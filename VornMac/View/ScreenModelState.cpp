@@ -16,13 +16,6 @@
 namespace vorn {
 namespace {
 
-/// The fraction of an archive that is sent, as the bar shows it.
-double fractionOf(const UploadPhase& phase)
-{
-    if (const auto* uploading = std::get_if<phase::Uploading>(&phase)) return uploading->fraction;
-    return std::holds_alternative<phase::Finishing>(phase) ? 1 : 0;
-}
-
 ScreenText consentText(const Consent& consent)
 {
     return {
@@ -108,9 +101,10 @@ ScreenModel::Found ScreenModel::found() const
     return found;
 }
 
-QString ScreenModel::uploadPercentage() const
+ShownUploadBar ScreenModel::currentUploadBar() const
 {
-    return shown(percentText(shown_.uploadFraction));
+    const UploadBar bar = vorn::uploadBar(model_->uploadPhase());
+    return {bar, uploadAmounts(bar, model_->uploadProgress(), timeLeft_.at(clock_->now()))};
 }
 
 ScreenModel::Shown ScreenModel::derived() const
@@ -132,7 +126,7 @@ ScreenModel::Shown ScreenModel::derived() const
     shown.access = currentAccess();
     shown.isFound = std::holds_alternative<phase::Found>(model_->scanPhase());
     shown.canUpload = model_->canUpload();
-    shown.uploadFraction = fractionOf(model_->uploadPhase());
+    shown.uploadBar = currentUploadBar();
     shown.reward = currentReward();
     return shown;
 }

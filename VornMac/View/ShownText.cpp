@@ -18,6 +18,12 @@ ShownStatus::ShownStatus(const StatusText& status) : tone(static_cast<int>(statu
 {
 }
 
+ShownUploadBar::ShownUploadBar(const UploadBar& bar, const std::string& amounts)
+    : value(bar.value), isBusy(bar.isBusy), percents(bar.isMeasured ? shown(percentLabel(bar.value)) : QString()),
+      percentage(shown(percentText(bar.value))), amounts(shown(amounts))
+{
+}
+
 ShownText::ShownText(const ScreenText& screen)
     : title(shown(screen.title)), subtitle(shown(screen.subtitle)), heading(shown(screen.heading)),
       lead(shown(screen.lead)), steps(shown(screen.steps)), status(screen.status), remark(screen.remark),

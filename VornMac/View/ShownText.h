@@ -2,6 +2,7 @@
 
 #include "VornMac/Text/Consent.h"
 #include "VornMac/Text/ScreenText.h"
+#include "VornMac/Text/UploadText.h"
 
 #include <string>
 #include <vector>
@@ -31,6 +32,28 @@ public:
 
     int tone = 0;
     QString text;
+};
+
+/// An `UploadBar` in numbers and words.
+class ShownUploadBar {
+    Q_GADGET
+    QML_ANONYMOUS
+    Q_PROPERTY(double value MEMBER value)
+    Q_PROPERTY(bool isBusy MEMBER isBusy)
+    Q_PROPERTY(QString percents MEMBER percents)
+    Q_PROPERTY(QString percentage MEMBER percentage)
+    Q_PROPERTY(QString amounts MEMBER amounts)
+
+public:
+    ShownUploadBar() = default;
+    ShownUploadBar(const UploadBar& bar, const std::string& amounts);
+    bool operator==(const ShownUploadBar&) const = default;
+
+    double value = 0; ///< 0…1
+    bool isBusy = false;
+    QString percents;   ///< empty while nothing is measured
+    QString percentage; ///< for a screen reader
+    QString amounts;    ///< how much of how much, and how long still
 };
 
 /// A `ScreenText`.

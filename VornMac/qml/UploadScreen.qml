@@ -11,9 +11,12 @@ StepScreen {
     onPrimary: model.go(ScreenModel.Step.Find)
 
     GradientProgressBar {
+        amounts: root.model.uploadBar.amounts
+        isBusy: root.model.uploadBar.isBusy
         label: Labels.archiveName
-        percentage: root.model.uploadPercentage
-        value: root.model.uploadFraction
+        percentage: root.model.uploadBar.percentage
+        percents: root.model.uploadBar.percents
+        value: root.model.uploadBar.value
         width: parent.width
     }
     StatusLine {

@@ -1,30 +1,50 @@
 import QtQuick
 import Vorn.Drawing
 
-/// How much is done, with a name above it. It eases from one value to the next; a screen reader is told the true one.
+/// How much is done, with a name above it and what is known of it in figures. It eases from one value to the next; a
+/// screen reader is told the true one. While nobody knows how much is done, a light runs along it.
 Column {
     id: root
 
     required property string label
     required property double value // 0…1
     required property string percentage // the value for a screen reader
+    property bool isBusy: false
+    property string percents: "" // the value beside the label
+    property string amounts: "" // below the bar, where there is room for them always
 
     spacing: 10
     Accessible.role: Accessible.ProgressBar
     Accessible.name: root.label
     Accessible.description: root.percentage
 
-    Words {
-        Accessible.ignored: true
-        font: Theme.fonts.bodyMedium
-        text: root.label
+    Item {
+        height: name.implicitHeight
         width: root.width
+
+        Words {
+            id: name
+            Accessible.ignored: true
+            anchors.left: parent.left
+            anchors.right: share.left
+            anchors.rightMargin: Theme.gap
+            font: Theme.fonts.bodyMedium
+            text: root.label
+        }
+        Words {
+            id: share
+            Accessible.ignored: true
+            anchors.right: parent.right
+            font: Theme.fonts.bodyMedium
+            text: root.percents
+        }
     }
     AccentBar {
         id: bar
         endColor: Theme.accentEnd
         height: 8
         startColor: Theme.accentStart
+        sweep: -1
         trackColor: Theme.border
         value: root.value
         width: root.width
@@ -35,5 +55,27 @@ Column {
                 easing.type: Easing.OutCubic
             }
         }
+        NumberAnimation on sweep {
+            duration: 1400
+            from: 0
+            loops: Animation.Infinite
+            running: root.isBusy && motion.isOn
+            to: 1
+            onRunningChanged: {
+                if (!running)
+                    bar.sweep = -1;
+            }
+        }
+    }
+    Motion {
+        id: motion
+        item: root
+    }
+    Words {
+        color: Theme.secondary
+        font: Theme.fonts.caption
+        height: letterHeight
+        text: root.amounts
+        width: root.width
     }
 }

@@ -6,7 +6,10 @@ SpinnerBlades {
     id: root
 
     property real size: 16
-    readonly property bool isSpinning: visible && Theme.motion(1) > 0
+    readonly property bool isSpinning: motion.isOn
+    readonly property Motion motion: Motion {
+        item: root
+    }
 
     color: Theme.secondary
     implicitHeight: size

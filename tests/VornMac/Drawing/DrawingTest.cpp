@@ -5,7 +5,9 @@
 #include "VornMac/Drawing/Symbol.h"
 #include "tests/VornMac/Drawing/Drawn.h"
 
+#include <cstdlib>
 #include <set>
+#include <tuple>
 
 #include <gmock/gmock.h>
 
@@ -80,6 +82,25 @@ TEST(AccentBar, FillsAsFarAsItsValue)
             count += isTrack ? 0 : 1;
         }
         EXPECT_NEAR(count, filled, 1);
+    }
+}
+
+TEST(AccentBar, HasALightRunAlongIt)
+{
+    for (const auto& [sweep, from, to] : {std::tuple(-1.0, 0, 0), std::tuple(0.0, 0, 0), std::tuple(0.5, 70, 130),
+                                          std::tuple(0.9, 174, 200), std::tuple(1.0, 200, 200)}) {
+        SCOPED_TRACE(sweep);
+        AccentBar bar;
+        bar.setProperty("startColor", QColor(255, 0, 0));
+        bar.setProperty("endColor", QColor(0, 0, 255));
+        bar.setProperty("trackColor", QColor(0, 255, 0));
+        bar.setValue(0);
+        bar.setSweep(sweep);
+        const QImage picture = drawn(bar, {200, 8});
+        for (int x = 0; x < 200; ++x) {
+            const bool isEdge = std::abs(x - from) <= 2 || std::abs(x - to) <= 2;
+            if (!isEdge) EXPECT_EQ(picture.pixelColor(x, 4).green() < 200, x > from && x < to) << x;
+        }
     }
 }
 

@@ -87,7 +87,9 @@ TEST(Reading, CoversEveryWordThatIsDrawn)
         for (const std::string& line : spokenLines(scene.reading)) all += line + "\n";
         for (const std::string& words : scene.words) {
             SCOPED_TRACE(scene.name);
-            if (words.size() > 1) EXPECT_THAT(all, HasSubstr(words)); // a single letter is a picture
+            const bool isPercentage = words.ends_with(" %"); // said as a word
+            const std::string said = isPercentage ? words.substr(0, words.size() - 1) + "percent" : words;
+            if (words.size() > 1) EXPECT_THAT(all, HasSubstr(said)); // a single letter is a picture
         }
     }
 }

@@ -60,7 +60,7 @@ ScreenModel& ScreenFixture::show()
     count(&ScreenModel::scanPhaseChanged, "scanPhaseChanged");
     count(&ScreenModel::exportResultChanged, "exportResultChanged");
     count(&ScreenModel::canUploadChanged, "canUploadChanged");
-    count(&ScreenModel::uploadFractionChanged, "uploadFractionChanged");
+    count(&ScreenModel::uploadBarChanged, "uploadBarChanged");
     return *screen_;
 }
 

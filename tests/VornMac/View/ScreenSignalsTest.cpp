@@ -49,7 +49,7 @@ protected:
                                                  "consentChanged",       "understandsUploadChanged",
                                                  "agreesToShareChanged", "accessChanged",
                                                  "scanPhaseChanged",     "exportResultChanged",
-                                                 "canUploadChanged",     "uploadFractionChanged",
+                                                 "canUploadChanged",     "uploadBarChanged",
                                                  "rewardChanged"};
 
     ScreenFixture fix_;

@@ -1,3 +1,4 @@
+#include "VornMac/Text/ByteText.h"
 #include "tests/VornMac/View/ScreenFixture.h"
 #include "tests/support/ScopedEnvironment.h"
 
@@ -36,25 +37,72 @@ TEST_F(UploadScreen, FollowsTheUpload)
 {
     fix_.fix.launchFound();
     ScreenModel& screen = fix_.show();
-    EXPECT_EQ(screen.uploadFraction(), 0);
+    EXPECT_EQ(screen.uploadBar().value, 0);
     screen.upload();
     EXPECT_EQ(fix_.value("step"), "Upload");
     EXPECT_EQ(screen.text().status.text, "Packing your chat…");
-    EXPECT_EQ(screen.uploadFraction(), 0);
+    EXPECT_EQ(screen.uploadBar().value, 0);
+    EXPECT_TRUE(screen.uploadBar().isBusy);
+    EXPECT_EQ(screen.uploadBar().percents, "");
+    EXPECT_EQ(screen.uploadBar().amounts, "");
     fix_.fix.runAll();
     fix_.fix.answer(ModelFixture::creates, openedJSON());
     fix_.fix.runAll();
     EXPECT_EQ(screen.text().status.text, "Uploading securely. Keep this window open.");
-    EXPECT_EQ(screen.uploadFraction(), 0);
+    EXPECT_EQ(screen.uploadBar().value, 0);
+    EXPECT_FALSE(screen.uploadBar().isBusy);
+    EXPECT_EQ(screen.uploadBar().percents, "0 %");
     const std::int64_t half = size() / 2;
     report(half);
     EXPECT_EQ(screen.text().status.text, "Uploading securely. Keep this window open.");
-    EXPECT_DOUBLE_EQ(screen.uploadFraction(), static_cast<double>(half) / static_cast<double>(size()));
+    EXPECT_DOUBLE_EQ(screen.uploadBar().value, static_cast<double>(half) / static_cast<double>(size()));
     report(size());
     EXPECT_EQ(screen.text().status.text, "Finishing up…");
-    EXPECT_EQ(screen.uploadFraction(), 1);
-    EXPECT_EQ(fix_.value("uploadPercentage"), "100 percent");
+    EXPECT_EQ(screen.uploadBar().value, 1);
+    EXPECT_EQ(screen.uploadBar().percentage, "100 percent");
     EXPECT_EQ(screen.text().retry, "");
+}
+
+TEST_F(UploadScreen, TellsHowMuchIsSentAndHowLongItStillTakes)
+{
+    fix_.fix.launchUploading();
+    ScreenModel& screen = fix_.show();
+    const auto amounts = [&](std::int64_t sent) { return QString::fromStdString(partText(sent, size())); };
+    report(size() / 100);
+    EXPECT_EQ(screen.uploadBar().amounts, amounts(size() / 100)) << "nothing of the time before it can be known";
+    for (int second = 2; second <= 40; ++second) {
+        fix_.fix.advance(1s);
+        report(size() * second / 100);
+    }
+    EXPECT_EQ(screen.uploadBar().amounts, amounts(size() * 40 / 100) + ", about a minute left");
+    fix_.told();
+    fix_.fix.advance(4999ms);
+    EXPECT_EQ(screen.uploadBar().amounts, amounts(size() * 40 / 100) + ", about a minute left");
+    fix_.fix.advance(1ms);
+    EXPECT_EQ(screen.uploadBar().amounts, amounts(size() * 40 / 100)) << "nothing moves: nobody knows";
+    EXPECT_EQ(fix_.told()["uploadBarChanged"], 1);
+    report(size());
+    EXPECT_EQ(screen.uploadBar().amounts, amounts(size()));
+    EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U) << "nothing is watched any more";
+}
+
+TEST_F(UploadScreen, ForgetsTheTimeOfAnEarlierUpload)
+{
+    fix_.fix.launchUploading();
+    ScreenModel& screen = fix_.show();
+    for (int second = 0; second <= 10; ++second) {
+        fix_.fix.advance(1s);
+        report(size() * second / 100);
+    }
+    EXPECT_TRUE(screen.uploadBar().amounts.endsWith(" left"));
+    screen.go(ScreenModel::Step::Find);
+    fix_.fix.answer(ModelFixture::quest, questJSON());
+    fix_.fix.runAll();
+    screen.upload();
+    EXPECT_EQ(screen.uploadBar().amounts, "");
+    fix_.fix.runAll();
+    EXPECT_EQ(screen.uploadBar().percents, "0 %");
+    EXPECT_FALSE(screen.uploadBar().amounts.contains("left"));
 }
 
 TEST_F(UploadScreen, ShowsAFailureAndAnEmptyBar)
@@ -68,7 +116,10 @@ TEST_F(UploadScreen, ShowsAFailureAndAnEmptyBar)
     fix_.fix.answer(ModelFixture::aborts);
     EXPECT_EQ(screen.text().status.text, "Part 1 of the upload failed (400).");
     EXPECT_EQ(screen.text().retry, "Try again");
-    EXPECT_EQ(screen.uploadFraction(), 0);
+    EXPECT_EQ(screen.uploadBar().value, 0);
+    EXPECT_FALSE(screen.uploadBar().isBusy);
+    EXPECT_EQ(screen.uploadBar().percents, "");
+    EXPECT_EQ(screen.uploadBar().amounts, "");
 }
 
 TEST(DoneScreen, ShowsHowTheSubmissionStands)

@@ -199,7 +199,12 @@ std::vector<Scene> uploadScenes()
          [](WindowFixture& fix) {
              uploading(fix);
              const HTTPRequest& part = fix.model.http->request(fix.model.http->waiting(Fixture::puts).value());
-             part.onBodyProgress(std::int64_t(double(bodyTextOf(part).size()) * 0.42));
+             const auto size = static_cast<std::int64_t>(bodyTextOf(part).size());
+             for (int second = 1; second <= 84; ++second) { // a network of some age
+                 fix.model.advance(1s);
+                 part.onBodyProgress(size * second / 200);
+                 fix.model.run();
+             }
          }},
         {"5-upload-finishing",
          [](WindowFixture& fix) {

@@ -1,0 +1,12 @@
+import QtQuick
+
+/// Whether what goes on moving may move: `item` can be seen, and the user wants motion.
+QtObject {
+    id: root
+
+    required property Item item
+
+    readonly property int visibility: item.Window.visibility
+    readonly property bool isWindowSeen: visibility !== Window.Hidden && visibility !== Window.Minimized && Qt.application.state !== Qt.ApplicationHidden
+    readonly property bool isOn: item.visible && isWindowSeen && Theme.motion(1) > 0
+}
