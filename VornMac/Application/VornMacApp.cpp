@@ -1,5 +1,6 @@
 #include "VornMac/Application/VornMacApp.h"
 
+#include "VornMac/Model/Timing.h"
 #include "VornMacCore/Wire/Application.h"
 
 #include <chrono>
@@ -56,7 +57,11 @@ VornMacApp::~VornMacApp()
 
 AppModel& VornMacApp::model()
 {
-    if (!model_) model_.emplace(services_.forModel(context()));
+    if (!model_) {
+        AppServices services = services_.forModel(context());
+        services.shortestUpload = timing::uploadIsShown;
+        model_.emplace(std::move(services));
+    }
     return *model_;
 }
 

@@ -210,7 +210,8 @@ private:
     void showScanFailure(const std::exception& error);
 
     Async<> runUpload(VornAPI api, ExportResult exportResult);
-    Async<> packAndSend(VornAPI api, ExportResult exportResult);
+    /// Returns nothing where the archive may not be sent.
+    Async<std::optional<SubmissionStatus>> packAndSend(VornAPI api, ExportResult exportResult);
     Async<ArchiveFile> pack(ExportResult exportResult, std::filesystem::path path);
     Async<SubmissionStatus> send(VornAPI api, std::filesystem::path archive);
     void reportProgress(const UploadProgress& progress);

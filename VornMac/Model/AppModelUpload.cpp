@@ -3,6 +3,7 @@
 #include "Platform/Base/CancelFlag.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Model/Decisions.h"
+#include "VornMac/Model/Timing.h"
 #include "VornMac/Text/Consent.h"
 #include "VornMacCore/Client/MultipartUploader.h"
 #include "VornMacCore/Wire/DeviceIdentity.h"
@@ -48,8 +49,14 @@ void AppModel::upload()
 
 Async<> AppModel::runUpload(VornAPI api, ExportResult exportResult)
 {
+    const auto began = services_.clock->now();
     try {
-        co_await packAndSend(std::move(api), std::move(exportResult));
+        const auto submission = co_await packAndSend(std::move(api), std::move(exportResult));
+        if (!submission) co_return;
+        const auto shownFor = services_.clock->now() - began;
+        if (const auto rest = timing::uploadStaysFor(shownFor, services_.shortestUpload))
+            co_await services_.clock->sleep(*rest);
+        finishUpload(*submission);
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
@@ -58,17 +65,17 @@ Async<> AppModel::runUpload(VornAPI api, ExportResult exportResult)
     }
 }
 
-Async<> AppModel::packAndSend(VornAPI api, ExportResult exportResult)
+Async<std::optional<SubmissionStatus>> AppModel::packAndSend(VornAPI api, ExportResult exportResult)
 {
     const TemporaryFile archive(services_.files,
                                 services_.files->temporaryDirectory() / temporarynames::archive.make());
     const ArchiveFile packed = co_await pack(std::move(exportResult), archive.path());
     if (decide::isTooLarge(packed.sizeBytes, nimbrel_)) {
         assign(uploadPhase_, {phase::Failed{archiveTooLarge}}, &AppModel::uploadPhaseChanged);
-        co_return;
+        co_return std::nullopt;
     }
     assign(uploadPhase_, {phase::Uploading{0}}, &AppModel::uploadPhaseChanged);
-    finishUpload(co_await send(std::move(api), archive.path()));
+    co_return co_await send(std::move(api), archive.path());
 }
 
 Async<ArchiveFile> AppModel::pack(ExportResult exportResult, std::filesystem::path path)

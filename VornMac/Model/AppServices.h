@@ -30,6 +30,8 @@ struct AppServices {
     Bundle bundle; ///< the application's
     /// For what may wait for a person, and the program's end not for it; null where `background` serves.
     BackgroundExecutor* patient = nullptr;
+    /// How long an upload is on its step at least, for who has to read that it happens.
+    Clock::Duration shortestUpload{};
 };
 
 } // namespace vorn

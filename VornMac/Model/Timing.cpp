@@ -28,6 +28,11 @@ Instant pollDeadline(const DeviceLink& link, Instant arrival)
     return link.expiresAtDate().value_or(arrival + lifetimeOfUndatedLink) + linkGrace;
 }
 
+std::optional<Clock::Duration> uploadStaysFor(Clock::Duration shownFor, Clock::Duration shortest)
+{
+    return shownFor < shortest ? std::optional(shortest - shownFor) : std::nullopt;
+}
+
 std::optional<Clock::Duration> nextReviewPoll(const SubmissionStatus& last, Clock::Duration watchedFor)
 {
     if (watchedFor >= longestWatch) return std::nullopt;

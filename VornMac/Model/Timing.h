@@ -27,6 +27,12 @@ inline constexpr Clock::Duration declinedIsShown = std::chrono::seconds(3);
 inline constexpr Clock::Duration linkFailureIsShown = std::chrono::seconds(5);
 inline constexpr Clock::Duration accessProbeInterval = std::chrono::milliseconds(1500);
 
+/// How long a window shows an upload at least, however small.
+inline constexpr Clock::Duration uploadIsShown = std::chrono::milliseconds(800);
+
+/// Returns how much longer an upload that has been shown for `shownFor` stays on its step; absent when that is over.
+std::optional<Clock::Duration> uploadStaysFor(Clock::Duration shownFor, Clock::Duration shortest);
+
 /// Returns the pause before the next poll of a submission last seen as `last` and watched for `watchedFor`; absent when
 /// that has been long enough. A review by a person is polled less often.
 std::optional<Clock::Duration> nextReviewPoll(const SubmissionStatus& last, Clock::Duration watchedFor);

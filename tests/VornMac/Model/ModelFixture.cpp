@@ -84,6 +84,7 @@ AppModel& ModelFixture::launch()
         .files = &files,
         .messagesDatabase = database(),
         .bundle = Bundle({{"CFBundleShortVersionString", "1.2.3"}}),
+        .shortestUpload = shortestUpload,
     });
     changes_ = std::make_unique<Notifications>(*model_);
     onLaunched ? onLaunched() : model_->start();

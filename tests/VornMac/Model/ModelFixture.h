@@ -90,6 +90,7 @@ public:
     InMemoryDefaults defaults;
     RecordingWorkspace workspace;
     RefusingFileManager files;
+    Clock::Duration shortestUpload{}; ///< as the model is given it
     MessagesFixture messages;
 
     // Where to begin.

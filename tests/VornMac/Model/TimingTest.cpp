@@ -35,6 +35,15 @@ TEST(Timing, GivesACodeFiveSecondsOfGrace)
     EXPECT_EQ(timing::pollDeadline(linkWith(1000, "soon"), arrival), arrival + 125s);
 }
 
+TEST(Timing, KeepsAnUploadOnItsStepForAsLongAsAsked)
+{
+    EXPECT_EQ(timing::uploadStaysFor(0ms, 800ms), 800ms);
+    EXPECT_EQ(timing::uploadStaysFor(799ms, 800ms), 1ms);
+    EXPECT_EQ(timing::uploadStaysFor(800ms, 800ms), std::nullopt);
+    EXPECT_EQ(timing::uploadStaysFor(1h, 800ms), std::nullopt);
+    EXPECT_EQ(timing::uploadStaysFor(0ms, 0ms), std::nullopt);
+}
+
 TEST(Timing, WatchesAReviewForTwentyMinutes)
 {
     EXPECT_EQ(timing::nextReviewPoll(submissionWith("analyzing"), 0s), 5s);

@@ -84,6 +84,59 @@ TEST_F(Upload, GoesFromTheArchiveToTheReview)
     EXPECT_EQ(fix_.changes().of("stepChanged"), 2);
 }
 
+/// An upload that is done before anybody could have read that it happens.
+class ShortUpload : public Upload {
+protected:
+    ShortUpload() { fix_.shortestUpload = 800ms; }
+    void upload(Clock::Duration sending)
+    {
+        fix_.launchUploading();
+        report(partSize());
+        fix_.advance(sending);
+        takePart();
+        fix_.answer(ModelFixture::completes, submissionJSON("analyzing"));
+    }
+};
+
+TEST_F(ShortUpload, StaysFinishingUntilItCouldBeRead)
+{
+    upload(300ms);
+    EXPECT_EQ(fix_.model().uploadPhase(), finishing);
+    EXPECT_EQ(fix_.model().step(), Step::upload);
+    EXPECT_THAT(fix_.leftovers(), IsEmpty());
+    fix_.advance(500ms - 1ns);
+    EXPECT_EQ(fix_.model().step(), Step::upload);
+    fix_.advance(1ns);
+    EXPECT_EQ(fix_.model().step(), Step::done);
+    EXPECT_EQ(fix_.model().submission().value().id, "sub-1");
+    EXPECT_EQ(fix_.model().uploadPhase(), idle);
+}
+
+TEST_F(ShortUpload, WaitsForNothingOnceItHasBeenRead)
+{
+    upload(800ms);
+    EXPECT_EQ(fix_.model().step(), Step::done);
+}
+
+TEST_F(ShortUpload, EndsWithTheUserWhoSignsOutWhileItStays)
+{
+    upload(0ms);
+    fix_.model().signOut();
+    fix_.run();
+    fix_.advance(1s);
+    EXPECT_EQ(fix_.model().step(), Step::link);
+    EXPECT_EQ(fix_.model().submission(), std::nullopt);
+}
+
+TEST_F(ShortUpload, TellsOfAFailureAtOnce)
+{
+    fix_.launchUploading();
+    fix_.http->answer(fix_.http->waiting(ModelFixture::puts).value(), 500);
+    fix_.run();
+    fix_.answer(ModelFixture::aborts);
+    EXPECT_EQ(fix_.model().uploadPhase(), failed("Part 1 of the upload failed (500)."));
+}
+
 TEST_F(Upload, TellsTermsSizeAndDevice)
 {
     fix_.launchFound().upload();
