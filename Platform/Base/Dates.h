@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,7 +26,24 @@ struct CalendarTime {
 /// `instant` on the wall clock of the user's current time zone (the `TZ` variable, else the system's setting).
 CalendarTime localTime(Instant instant);
 
-/// The day of `instant` in the user's time zone, as the user's language abbreviates it: "Mar 1, 2026". Threads: any.
+/// Writes times in the user's time zone, as the user's language does. It costs much to make and little to use.
+/// Threads: one at a time.
+class LocalDates {
+public:
+    /// With the settings that the user has now.
+    LocalDates();
+    ~LocalDates();
+    LocalDates(LocalDates&&) noexcept;
+
+    std::string day(Instant instant) const;  ///< abbreviated: "Mar 1, 2026"
+    std::string time(Instant instant) const; ///< with its seconds: "9:15:00 AM"
+
+private:
+    struct Formats;
+    std::unique_ptr<Formats> formats_;
+};
+
+/// The same for one day. Threads: any.
 std::string dayText(Instant instant);
 
 /// An internet date-time (RFC 3339) in UTC, whole seconds rounded down: "2026-03-01T09:15:00Z".

@@ -4,6 +4,7 @@
 #include "Platform/Base/Text.h"
 
 #include <array>
+#include <utility>
 
 #include <unicode/udat.h>
 #include <unicode/uloc.h>
@@ -15,7 +16,7 @@ namespace {
 using Format = Owned<UDateFormat, udat_close>;
 
 /// Null for a zone or a language that ICU does not know.
-Format dayFormat(const std::string& language, const std::string& zone)
+Format openFormat(UDateFormatStyle time, UDateFormatStyle day, const std::string& language, const std::string& zone)
 {
     std::array<char, ULOC_FULLNAME_CAPACITY> locale{};
     UErrorCode status = U_ZERO_ERROR;
@@ -23,24 +24,61 @@ Format dayFormat(const std::string& language, const std::string& zone)
     std::array<UChar, 128> id{};
     std::int32_t length = 0;
     u_strFromUTF8(id.data(), id.size(), &length, zone.c_str(), -1, &status);
-    Format format(udat_open(UDAT_NONE, UDAT_MEDIUM, locale.data(), id.data(), length, nullptr, 0, &status));
+    Format format(udat_open(time, day, locale.data(), id.data(), length, nullptr, 0, &status));
     return U_SUCCESS(status) != 0 ? std::move(format) : nullptr;
 }
 
+Format usersFormat(UDateFormatStyle time, UDateFormatStyle day)
+{
+    Format format = openFormat(time, day, localeIdentifier(), timeZoneIdentifier());
+    return format ? std::move(format) : openFormat(time, day, "en-US", "Etc/UTC");
+}
+
+/// Empty without a format.
+std::string written(const Format& format, Instant instant)
+{
+    if (!format) return {};
+    std::array<UChar, 128> characters{};
+    UErrorCode status = U_ZERO_ERROR;
+    const auto milliseconds = static_cast<UDate>(instant.time_since_epoch().count());
+    udat_format(format.get(), milliseconds, characters.data(), characters.size(), nullptr, &status);
+    std::array<char, 512> text{};
+    u_strToUTF8(text.data(), text.size(), nullptr, characters.data(), -1, &status);
+    return text.data();
+}
+
+constexpr std::size_t lengthOfDay = 10; // of an internet date-time
+constexpr std::size_t lengthOfTime = 8;
+
 } // namespace
+
+struct LocalDates::Formats {
+    Format day = usersFormat(UDAT_NONE, UDAT_MEDIUM);
+    Format time = usersFormat(UDAT_MEDIUM, UDAT_NONE);
+};
+
+LocalDates::LocalDates() : formats_(std::make_unique<Formats>())
+{
+}
+
+LocalDates::~LocalDates() = default;
+LocalDates::LocalDates(LocalDates&&) noexcept = default;
+
+std::string LocalDates::day(Instant instant) const
+{
+    const std::string day = written(formats_->day, instant);
+    return day.empty() ? internetDateTime(instant).substr(0, lengthOfDay) : day;
+}
+
+std::string LocalDates::time(Instant instant) const
+{
+    const std::string time = written(formats_->time, instant);
+    return time.empty() ? internetDateTime(instant).substr(lengthOfDay + 1, lengthOfTime) : time;
+}
 
 std::string dayText(Instant instant)
 {
-    Format format = dayFormat(localeIdentifier(), timeZoneIdentifier());
-    if (!format) format = dayFormat("en-US", "Etc/UTC");
-    if (!format) return internetDateTime(instant).substr(0, 10);
-    std::array<UChar, 128> day{};
-    UErrorCode status = U_ZERO_ERROR;
-    const auto milliseconds = static_cast<UDate>(instant.time_since_epoch().count());
-    udat_format(format.get(), milliseconds, day.data(), day.size(), nullptr, &status);
-    std::array<char, 512> text{};
-    u_strToUTF8(text.data(), text.size(), nullptr, day.data(), -1, &status);
-    return text.data();
+    return LocalDates().day(instant);
 }
 
 } // namespace vorn

@@ -34,13 +34,19 @@ bool reordersText(char32_t scalar)
 
 } // namespace
 
-std::string printable(std::string_view foreign)
+std::string printableWhole(std::string_view foreign)
 {
     std::string clean;
     for (const char32_t scalar : text::scalars(foreign)) {
         if (isInvisible(scalar)) continue;
         text::append(clean, isControl(scalar) || reordersText(scalar) ? U'\uFFFD' : scalar);
     }
+    return clean;
+}
+
+std::string printable(std::string_view foreign)
+{
+    const std::string clean = printableWhole(foreign);
     const std::string cut = text::prefixOfCharacters(clean, longest);
     return cut.size() < clean.size() ? cut + "…" : clean;
 }

@@ -10,4 +10,7 @@ namespace vorn {
 /// 300 characters are cut and end in "…". Threads: any.
 std::string printable(std::string_view foreign);
 
+/// The same, of any length.
+std::string printableWhole(std::string_view foreign);
+
 } // namespace vorn

@@ -74,5 +74,27 @@ TEST(DayText, IsOfTheUsersLanguageAndZone)
     }
 }
 
+TEST(LocalDates, WriteDayAndTimeInTheUsersLanguageAndZone)
+{
+    const Instant newYear = std::chrono::sys_days(std::chrono::year(2026) / 1 / 1) + std::chrono::minutes(30);
+    struct Case {
+        const char* language;
+        const char* zone;
+        const char* day;
+        const char* time;
+    };
+    for (const auto& [language, zone, day, time] :
+         {Case{"en_US.UTF-8", "America/New_York", "Dec 31, 2025", "7:30:00\u202FPM"},
+          Case{"de_DE.UTF-8", "Europe/Berlin", "01.01.2026", "01:30:00"},
+          Case{"nonsense", "No/Where", "Jan 1, 2026", "00:30:00"}}) {
+        SCOPED_TRACE(std::string(language) + " " + zone);
+        const testing::ScopedEnvironment all("LC_ALL", language);
+        const testing::ScopedEnvironment timeZone("TZ", zone);
+        const LocalDates dates;
+        EXPECT_EQ(dates.day(newYear), day);
+        EXPECT_EQ(dates.time(newYear), time);
+    }
+}
+
 } // namespace
 } // namespace vorn

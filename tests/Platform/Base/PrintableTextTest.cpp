@@ -51,5 +51,10 @@ TEST(PrintableText, CutsWhatWouldFillTheScreen)
     EXPECT_EQ(printable(std::string(301, 'x')), std::string(300, 'x') + "…");
 }
 
+TEST(PrintableText, IsWholeWhereAllOfItIsAskedFor)
+{
+    EXPECT_EQ(printableWhole(std::string(301, 'x') + "\x1B[2J"), std::string(301, 'x') + "\uFFFD[2J");
+}
+
 } // namespace
 } // namespace vorn
