@@ -7,17 +7,6 @@
 #include <fmt/format.h>
 
 namespace vorn {
-namespace {
-
-/// What the system says, without the paths that the library adds.
-std::string reasonOf(const std::exception& error)
-{
-    const auto* failure = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
-    return failure != nullptr ? failure->code().message() : error.what();
-}
-
-} // namespace
-
 std::optional<ExportFailure> failureOfFinding(const NimbrelExportResult& result)
 {
     if (!result.messages.empty()) return std::nullopt;
@@ -35,7 +24,7 @@ ExportFailure failureOfReading(const std::exception& error)
     }
     if (failure == nullptr) {
         return {ExportStatus::copyFailed,
-                fmt::format("Vorn couldn't make its private copy of your Messages history: {}.", reasonOf(error))};
+                fmt::format("Vorn couldn't make its private copy of your Messages history: {}.", systemReason(error))};
     }
     if (failure->is<NimbrelExportError::NoDatabase>()) return {ExportStatus::noDatabase, errorText(*failure).text};
     if (failure->is<NimbrelExportError::AccessDenied>()) return {ExportStatus::accessDenied, accessRefused()};
@@ -46,8 +35,7 @@ ExportFailure failureOfReading(const std::exception& error)
 
 ExportFailure failureOfWriting(const std::exception& error, const std::filesystem::path& output)
 {
-    return {ExportStatus::outputNotWritable,
-            fmt::format("Vorn couldn't write the archive to {}: {}.", output.string(), reasonOf(error))};
+    return {ExportStatus::outputNotWritable, archiveNotWritten(output.string(), error)};
 }
 
 } // namespace vorn

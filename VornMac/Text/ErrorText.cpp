@@ -7,6 +7,7 @@
 #include "VornMacCore/Client/APIError.h"
 #include "VornMacCore/Client/UploadError.h"
 
+#include <filesystem>
 #include <utility>
 
 #include <fmt/format.h>
@@ -95,6 +96,17 @@ ErrorText errorText(const std::exception& error)
     if (dynamic_cast<const NoHomeFolder*>(&error) != nullptr)
         return {"This user has no home folder, so there is no Messages history here. HOME can name one."};
     return {unknownProblem()};
+}
+
+std::string systemReason(const std::exception& error)
+{
+    const auto* failure = dynamic_cast<const std::filesystem::filesystem_error*>(&error);
+    return failure != nullptr ? failure->code().message() : error.what();
+}
+
+std::string archiveNotWritten(const std::string& path, const std::exception& error)
+{
+    return fmt::format("Vorn couldn't write the archive to {}: {}.", path, systemReason(error));
 }
 
 std::string commandText(const std::exception& error)

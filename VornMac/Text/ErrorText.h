@@ -22,6 +22,12 @@ inline constexpr const char* runAgain = " Run it again.";
 /// What a command that ends with `error` tells the user: where there was no answer at all, to run it again.
 std::string commandText(const std::exception& error);
 
+/// What the system says in `error`, without the paths that the library adds.
+std::string systemReason(const std::exception& error);
+
+/// Why the archive could not be written to `path`.
+std::string archiveNotWritten(const std::string& path, const std::exception& error);
+
 // What is wrong, for those who know it without an error.
 
 inline constexpr const char* somethingWrong = "Something went wrong"; ///< a title, or a sentence with its stop

@@ -2,6 +2,7 @@
 
 #include "VornMac/Text/ErrorText.h"
 
+#include <string>
 #include <variant>
 
 namespace vorn {
@@ -40,6 +41,11 @@ struct Uploading {
     bool operator==(const Uploading&) const = default;
 };
 
+struct Saved {
+    std::string name; ///< of the file
+    bool operator==(const Saved&) const = default;
+};
+
 } // namespace phase
 
 /// Of reading the stored session.
@@ -48,5 +54,7 @@ using LinkPhase = std::variant<phase::Loading, phase::Showing, phase::Scanned, p
 using ScanPhase = std::variant<phase::Idle, phase::Loading, phase::Unavailable, phase::NotConfigured, phase::NotFound,
                                phase::Found, phase::Failed>;
 using UploadPhase = std::variant<phase::Idle, phase::Preparing, phase::Uploading, phase::Finishing, phase::Failed>;
+/// Of saving a copy of the archive for the user.
+using CopyPhase = std::variant<phase::Idle, phase::Preparing, phase::Saved, phase::Failed>;
 
 } // namespace vorn

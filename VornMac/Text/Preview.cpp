@@ -1,6 +1,7 @@
 #include "VornMac/Text/Preview.h"
 
 #include "Platform/Base/Text.h"
+#include "VornMac/Text/DrawableText.h"
 
 #include <algorithm>
 #include <string_view>
@@ -11,30 +12,12 @@ namespace {
 constexpr std::size_t previewed = 6;
 constexpr std::size_t longest = 140; ///< characters
 
-/// Fonts draw control characters as boxes, or not at all.
-std::string withoutControls(std::string_view text)
-{
-    std::string clean;
-    const std::u32string scalars = text::scalars(text);
-    for (std::size_t at = 0; at < scalars.size(); ++at) {
-        const char32_t scalar = scalars[at];
-        const bool isControl = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
-        const bool endsLine = scalar == U'\r' && at + 1 < scalars.size() && scalars[at + 1] == U'\n';
-        if (endsLine) continue; // with the next
-        if (scalar == U'\n' || !isControl)
-            text::append(clean, scalar);
-        else
-            text::append(clean, scalar == U'\t' ? U' ' : U'\uFFFD');
-    }
-    return clean;
-}
-
 std::string excerpt(const ExportedMessage& message)
 {
     const std::string_view text = message.text;
     if (text.empty()) return message.attachments.empty() ? "…" : "Attachment";
     const std::string first = text::prefixOfCharacters(text, longest);
-    return withoutControls(first) + (first.size() < text.size() ? "…" : "");
+    return drawable(first) + (first.size() < text.size() ? "…" : "");
 }
 
 } // namespace
@@ -50,7 +33,7 @@ std::vector<PreviewedMessage> previewOf(const MessageList& messages)
 
 std::string spokenText(const PreviewedMessage& message)
 {
-    return (message.fromMe ? std::string("You") : assistantName) + ": " + message.text;
+    return std::string(message.fromMe ? userName : assistantName) + ": " + message.text;
 }
 
 std::vector<PreviewedMessage> exampleConversation()

@@ -9,9 +9,7 @@ namespace vorn {
 
 /// One message of the preview. A value.
 struct PreviewedMessage {
-    /// Its first 140 characters, or a word for one without text. Line breaks are kept, a tab is a space, and other
-    /// control characters show as U+FFFD.
-    std::string text;
+    std::string text; ///< its first 140 characters as `drawable` gives them, or a word for one without text
     bool fromMe = false;
     bool operator==(const PreviewedMessage&) const = default;
 };
@@ -27,6 +25,7 @@ std::vector<PreviewedMessage> previewOf(const MessageList& messages);
 std::vector<PreviewedMessage> exampleConversation();
 
 inline constexpr const char* conversation = "Messages"; ///< what a screen reader calls one
+inline constexpr const char* userName = "You";
 inline constexpr const char* assistantName = "Nimbrel";
 inline constexpr const char* assistantInitial = "N";
 inline constexpr const char* messagesService = "iMessage";
