@@ -66,6 +66,7 @@ void AppModel::SessionJobs::cancel()
     prefetch.cancel();
     cancelChat();
     review.cancel();
+    copy.cancel();
 }
 
 bool AppModel::hasAcceptedConsent() const
@@ -137,6 +138,7 @@ void AppModel::dropUser()
     assign(submission_, {}, &AppModel::submissionChanged);
     assign(scanPhase_, {}, &AppModel::scanPhaseChanged);
     assign(uploadPhase_, {}, &AppModel::uploadPhaseChanged);
+    assign(copyPhase_, {}, &AppModel::copyPhaseChanged);
     setUnderstandsUpload(false);
     setAgreesToShare(false);
 }

@@ -70,7 +70,8 @@ public:
     const UploadPhase& uploadPhase() const noexcept { return uploadPhase_; }
     const UploadProgress& uploadProgress() const noexcept { return uploadProgress_; } ///< in bytes; `uploadPhase` tells
     const std::optional<SubmissionStatus>& submission() const noexcept { return submission_; }
-    std::string reward() const; ///< "$12.50", else "the quest reward"
+    const CopyPhase& copyPhase() const noexcept { return copyPhase_; } ///< of a copy of what was found last
+    std::string reward() const;                                        ///< "$12.50", else "the quest reward"
 
     /// Counts the sessions that have begun and ended.
     std::int64_t sessionGeneration() const noexcept { return sessionGeneration_; }
@@ -106,6 +107,9 @@ public:
     /// Does nothing unless `canUpload`.
     void upload();
     void watchSubmission(const std::string& id);
+    /// Writes the archive of `exportResult` to `path`, as an upload at this time would send it, and sends nothing. Does
+    /// nothing without one.
+    void saveCopy(const std::filesystem::path& path);
 
     // The access screen.
 
@@ -128,6 +132,7 @@ signals:
     void exportResultChanged();
     void uploadPhaseChanged();
     void submissionChanged();
+    void copyPhaseChanged();
     /// The review is no longer watched: it is over or takes too long. Not emitted when the session ended first.
     void reviewWatchEnded();
 
@@ -157,6 +162,7 @@ private:
         Task prefetch;
         Task chat; ///< a scan or an upload
         Task review;
+        Task copy;
         std::shared_ptr<AppModel*> progress; ///< where the upload reports to, from other threads; expires with it
 
         void cancelChat();
@@ -216,6 +222,7 @@ private:
     Async<SubmissionStatus> send(VornAPI api, std::filesystem::path archive);
     void reportProgress(const UploadProgress& progress);
     void finishUpload(const SubmissionStatus& status);
+    Async<> runCopy(ExportResult exportResult, std::filesystem::path path);
     Async<> runReviewWatch(VornAPI api, std::string id);
     /// Returns whether the session outlived the watch.
     Async<bool> watch(VornAPI api, std::string id);
@@ -242,6 +249,7 @@ private:
     UploadPhase uploadPhase_;
     UploadProgress uploadProgress_;
     std::optional<SubmissionStatus> submission_;
+    CopyPhase copyPhase_;
 
     std::int64_t sessionGeneration_ = 0;
     std::optional<Clock::Duration> lastCodeRequest_;

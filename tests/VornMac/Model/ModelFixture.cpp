@@ -39,6 +39,7 @@ Notifications::Notifications(const AppModel& model)
     count(&AppModel::exportResultChanged, "exportResultChanged");
     count(&AppModel::uploadPhaseChanged, "uploadPhaseChanged");
     count(&AppModel::submissionChanged, "submissionChanged");
+    count(&AppModel::copyPhaseChanged, "copyPhaseChanged");
 }
 
 int Notifications::of(const std::string& signal) const
