@@ -73,6 +73,9 @@ public:
     const CopyPhase& copyPhase() const noexcept { return copyPhase_; } ///< of a copy of what was found last
     std::string reward() const;                                        ///< "$12.50", else "the quest reward"
 
+    /// For what screens work out for themselves.
+    BackgroundExecutor& background() const noexcept { return *services_.background; }
+
     /// Counts the sessions that have begun and ended.
     std::int64_t sessionGeneration() const noexcept { return sessionGeneration_; }
 

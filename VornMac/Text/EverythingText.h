@@ -16,9 +16,10 @@ inline constexpr const char* everythingTitle = "Everything";
 inline constexpr const char* everythingSubtitle = "That would be uploaded";
 inline constexpr const char* searchMessages = "Search messages";
 inline constexpr const char* clearSearch = "Clear search";
-inline constexpr const char* saveCopy = "Save a copy…";
+inline constexpr const char* saveCopyLabel = "Save a copy…";
+inline constexpr const char* archiveKind = "ZIP archive (*.zip)"; ///< as file dialogs filter
 inline constexpr const char* leftOutHeading = "Left out";
-inline constexpr const char* besideHeading = "Besides";
+inline constexpr const char* besidesHeading = "Besides";
 
 /// Why messages were left out, and how many. A value.
 struct LeftOutRow {

@@ -15,7 +15,7 @@ constexpr auto betweenLooks = std::chrono::seconds(1); // at the time that is le
 } // namespace
 
 ScreenModel::ScreenModel(AppModel& model, MainContext& context, Clock& clock)
-    : model_(&model), context_(&context), clock_(&clock), shown_(derived())
+    : model_(&model), context_(&context), clock_(&clock), shown_(derived()), everything_(&model, &context)
 {
     follow();
     showExport();
@@ -24,7 +24,7 @@ ScreenModel::ScreenModel(AppModel& model, MainContext& context, Clock& clock)
 
 ScreenModel::ScreenModel(const ScreenModel& shown, QObject* parent)
     : QObject(parent), model_(nullptr), context_(nullptr), clock_(nullptr), shown_(shown.shown_), found_(shown.found_),
-      linkSecondsLeft_(shown.linkSecondsLeft_)
+      everything_(nullptr, nullptr), linkSecondsLeft_(shown.linkSecondsLeft_)
 {
     preview_.show(shown.preview_);
 }

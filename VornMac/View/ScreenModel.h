@@ -4,6 +4,7 @@
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/Text/TimeLeft.h"
+#include "VornMac/View/Everything.h"
 #include "VornMac/View/PreviewList.h"
 #include "VornMac/View/ShownText.h"
 
@@ -53,6 +54,7 @@ class ScreenModel : public QObject {
     Q_PROPERTY(QStringList statisticsLabels READ statisticsLabels NOTIFY exportResultChanged)
     Q_PROPERTY(QStringList statisticsValues READ statisticsValues NOTIFY exportResultChanged)
     Q_PROPERTY(vorn::PreviewList* preview READ preview CONSTANT)
+    Q_PROPERTY(vorn::Everything* everything READ everything CONSTANT)
     Q_PROPERTY(bool canUpload READ canUpload NOTIFY canUploadChanged)
 
     Q_PROPERTY(vorn::ShownUploadBar uploadBar READ uploadBar NOTIFY uploadBarChanged)
@@ -105,6 +107,7 @@ public:
     QStringList statisticsLabels() const { return found_.labels; } ///< empty before something is found
     QStringList statisticsValues() const { return found_.values; } ///< one each
     PreviewList* preview() { return &preview_; }
+    Everything* everything() { return &everything_; }
     bool canUpload() const { return shown_.canUpload; }
 
     const ShownUploadBar& uploadBar() const { return shown_.uploadBar; }
@@ -225,6 +228,7 @@ private:
     Shown shown_;
     Found found_;
     PreviewList preview_;
+    Everything everything_;
     int linkSecondsLeft_ = 0;
     Task countdown_;
     TimeLeft timeLeft_; ///< of the upload

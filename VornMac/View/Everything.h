@@ -1,0 +1,115 @@
+#pragma once
+
+#include "Platform/Async/MainContext.h"
+#include "VornMac/Model/AppModel.h"
+#include "VornMac/View/EverythingList.h"
+#include "VornMac/View/ShownText.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+#include <QUrl>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// The page over the find screen that shows all that would be uploaded and what was left out, and saves a copy of it.
+/// It closes by itself with what it shows: when the step changes, the session ends, or the chat is looked for again.
+/// Threads: the model's.
+class Everything : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("ScreenModel makes it.")
+
+    Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
+    Q_PROPERTY(vorn::EverythingList* messages READ messages CONSTANT)
+    Q_PROPERTY(QString words READ words WRITE setWords NOTIFY wordsChanged)
+    Q_PROPERTY(QString listed READ listed NOTIFY listedChanged)
+    Q_PROPERTY(QString nothingFound READ nothingFound NOTIFY listedChanged)
+    Q_PROPERTY(QStringList leftOutLabels READ leftOutLabels NOTIFY isOpenChanged)
+    Q_PROPERTY(QStringList leftOutCounts READ leftOutCounts NOTIFY isOpenChanged)
+    Q_PROPERTY(QStringList leftOutReasons READ leftOutReasons NOTIFY isOpenChanged)
+    Q_PROPERTY(QString leftOutNote READ leftOutNote NOTIFY isOpenChanged)
+    Q_PROPERTY(QStringList besides READ besides NOTIFY isOpenChanged)
+    Q_PROPERTY(vorn::ShownStatus copyStatus READ copyStatus NOTIFY copyStatusChanged)
+    Q_PROPERTY(bool isSaving READ isSaving NOTIFY copyStatusChanged)
+    Q_PROPERTY(QUrl suggestedFile READ suggestedFile CONSTANT)
+
+    // Words that depend on nothing.
+    Q_PROPERTY(QString seeLabel READ seeLabel CONSTANT)
+    Q_PROPERTY(QString title READ title CONSTANT)
+    Q_PROPERTY(QString subtitle READ subtitle CONSTANT)
+    Q_PROPERTY(QString searchLabel READ searchLabel CONSTANT)
+    Q_PROPERTY(QString clearLabel READ clearLabel CONSTANT)
+    Q_PROPERTY(QString leftOutHeading READ leftOutHeading CONSTANT)
+    Q_PROPERTY(QString besidesHeading READ besidesHeading CONSTANT)
+    Q_PROPERTY(QString saveLabel READ saveLabel CONSTANT)
+    Q_PROPERTY(QString backLabel READ backLabel CONSTANT)
+    Q_PROPERTY(QString fileKind READ fileKind CONSTANT)
+
+public:
+    /// `context` is the model's; both outlive this, and `context` is shut down before it goes. Without them it stays
+    /// closed, and its operations do nothing.
+    Everything(AppModel* model, MainContext* context);
+    ~Everything() override;
+
+    bool isOpen() const noexcept { return isOpen_; }
+    EverythingList* messages() { return &messages_; }
+    QString words() const { return words_; }
+    void setWords(const QString& words);
+    QString listed() const;       ///< how many messages are listed
+    QString nothingFound() const; ///< in place of a list without rows; empty where there are some
+    QStringList leftOutLabels() const { return leftOut_.labels; }
+    QStringList leftOutCounts() const { return leftOut_.counts; }   ///< one each
+    QStringList leftOutReasons() const { return leftOut_.reasons; } ///< one each
+    QString leftOutNote() const { return leftOut_.note; }
+    QStringList besides() const { return leftOut_.besides; }
+    ShownStatus copyStatus() const;
+    bool isSaving() const;
+    static QUrl suggestedFile();
+
+    static QString seeLabel();
+    static QString title();
+    static QString subtitle();
+    static QString searchLabel();
+    static QString clearLabel();
+    static QString leftOutHeading();
+    static QString besidesHeading();
+    static QString saveLabel();
+    static QString backLabel();
+    static QString fileKind();
+
+    /// Does nothing before a chat is found.
+    Q_INVOKABLE void open();
+    Q_INVOKABLE void close();
+    /// Saves a copy of the archive to the local file `file`.
+    Q_INVOKABLE void saveCopy(const QUrl& file);
+
+signals:
+    void isOpenChanged();
+    void wordsChanged();
+    void listedChanged();
+    void copyStatusChanged();
+
+private:
+    struct LeftOut {
+        QStringList labels;
+        QStringList counts;
+        QStringList reasons;
+        QString note;
+        QStringList besides;
+    };
+
+    bool isFound() const;
+    void closeUnlessFound();
+    void setOpen(bool isOpen);
+
+    AppModel* model_;
+    MainContext* context_;
+    bool isOpen_ = false;
+    QString words_;
+    LeftOut leftOut_;
+    EverythingList messages_;
+};
+
+} // namespace vorn
