@@ -9,19 +9,30 @@ namespace vorn {
 namespace {
 
 constexpr qreal largestRadius = 18;
-constexpr qreal tailWidth = 6; // kept free on both sides, so that bubbles with and without a tail line up
 
-/// At the right bottom corner of `body`: down its side to a point outside, and back under the corner.
-QPainterPath tailOf(const QRectF& body)
+/// `body` with a tail that curls out of its right bottom corner: every curve goes on in the direction in which the one
+/// before it ends, save at the tip.
+QPainterPath tailed(const QRectF& body, qreal radius)
 {
     const qreal right = body.right();
     const qreal bottom = body.bottom();
-    QPainterPath tail(QPointF(right - largestRadius, bottom - largestRadius));
-    tail.lineTo(right, bottom - largestRadius);
-    tail.cubicTo(right, bottom - 6, right + 2, bottom - 2, right + tailWidth, bottom);
-    tail.cubicTo(right + 1, bottom + 0.5, right - 4, bottom - 0.5, right - 7.5, bottom - 3.5); // on the corner's arc
-    tail.closeSubpath();
-    return tail;
+    QPainterPath shape(QPointF(right - radius, body.top()));
+    shape.arcTo(QRectF(right - 2 * radius, body.top(), 2 * radius, 2 * radius), 90, -90);
+    shape.lineTo(right, bottom - 14);
+    shape.cubicTo(right, bottom - 6, right + 3, bottom - 2, right + BubbleShape::tailWidth, bottom - 0.8);
+    shape.cubicTo(right + 5, bottom, right + 2, bottom, right - 4, bottom);
+    shape.lineTo(body.left() + radius, bottom);
+    shape.arcTo(QRectF(body.left(), bottom - 2 * radius, 2 * radius, 2 * radius), 270, -90);
+    shape.arcTo(QRectF(body.left(), body.top(), 2 * radius, 2 * radius), 180, -90);
+    shape.closeSubpath();
+    return shape;
+}
+
+QPainterPath rounded(const QRectF& body, qreal radius)
+{
+    QPainterPath shape;
+    shape.addRoundedRect(body, radius, radius);
+    return shape;
 }
 
 } // namespace
@@ -35,10 +46,7 @@ void BubbleShape::paint(QPainter* painter)
 {
     const QRectF body = boundingRect().adjusted(tailWidth, 0, -tailWidth, 0);
     const qreal radius = std::min(largestRadius, body.height() / 2);
-    QPainterPath shape;
-    shape.setFillRule(Qt::WindingFill);
-    shape.addRoundedRect(body, radius, radius);
-    if (tail_ != NoTail) shape = shape.united(tailOf(body));
+    const QPainterPath shape = tail_ == NoTail ? rounded(body, radius) : tailed(body, radius);
     painter->setRenderHint(QPainter::Antialiasing);
     if (tail_ == LeftTail) {
         painter->translate(boundingRect().width(), 0);

@@ -9,9 +9,8 @@ PreviewPanel {
     required property PreviewList messages
     required property bool showsMessages
 
-    MessageThread {
+    ChatCard {
         anchors.fill: parent
-        name: Labels.conversation
         turns: root.messages
         visible: root.showsMessages
     }
@@ -19,6 +18,7 @@ PreviewPanel {
         anchors.fill: parent
         name: Labels.conversation
         redacted: true
+        surface: Theme.panel
         turns: ListModel {
             ListElement {
                 fromMe: true

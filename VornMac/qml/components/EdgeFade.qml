@@ -9,7 +9,7 @@ Rectangle {
 
     readonly property color clear: Qt.rgba(surface.r, surface.g, surface.b, 0)
 
-    color: "transparent"
+    color: surface // hidden by the gradient, but nothing is drawn without one
     gradient: Gradient {
         GradientStop {
             color: root.isAtBottom ? root.clear : root.surface

@@ -1,7 +1,8 @@
 import QtQuick
 import Vorn.Drawing
 
-/// One message as its bubble, on the side of who wrote it. A redacted one shows bars where words would be.
+/// One message as its bubble, on the side of who wrote it, as wide as its longest line. A redacted one shows bars where
+/// words would be.
 Item {
     id: root
 
@@ -13,6 +14,8 @@ Item {
     property real gapBelow: 0
 
     readonly property real widest: width * 0.8
+    readonly property int padding: 12
+    readonly property real side: padding + bubble.tailRoom // between the words and the shape's edge
     readonly property color fill: fromMe ? Theme.outgoingBubble : Theme.incomingBubble
 
     implicitHeight: bubble.height + gapBelow
@@ -24,25 +27,26 @@ Item {
         id: bubble
         anchors.right: root.fromMe ? parent.right : undefined
         color: root.fill
-        height: Math.ceil(root.redacted ? bars.height + 24 : words.height + 16)
+        height: Math.ceil(root.redacted ? bars.height + 2 * root.padding : words.lastBaseline + root.padding)
         opacity: root.redacted ? 0.55 : 1
         tail: !root.hasTail ? BubbleShape.NoTail : root.fromMe ? BubbleShape.RightTail : BubbleShape.LeftTail
-        width: Math.ceil(root.redacted ? bars.width : words.width) + 36
+        width: Math.max(height + 2 * tailRoom, Math.ceil(root.redacted ? bars.width : words.contentWidth) + 2 * root.side)
 
+        // As wide as a line may be, since what is narrower is known only once it is laid out.
         Words {
             id: words
+
+            readonly property real lastBaseline: y + contentHeight - belowBaseline
+
             Accessible.ignored: true
-            anchors.centerIn: parent
             color: root.fromMe ? Theme.outgoingInk : Theme.ink
             text: root.text
             visible: !root.redacted
-            width: Math.min(root.widest - 36, Math.ceil(measure.advanceWidth) + 1)
+            width: root.widest - 2 * root.side
             wrapMode: Text.Wrap
-        }
-        TextMetrics {
-            id: measure
-            font: words.font
-            text: root.longestLine()
+            x: (bubble.width - contentWidth) / 2 - (effectiveHorizontalAlignment === Text.AlignRight ? width - contentWidth : 0)
+            // As far from a capital's top to the bubble's as from the last baseline to its bottom.
+            y: root.padding - (baselineOffset - capitalHeight)
         }
         Column {
             id: bars
@@ -65,9 +69,5 @@ Item {
                 width: root.widest * 0.4
             }
         }
-    }
-
-    function longestLine(): string {
-        return text.split("\n").reduce((longest, line) => line.length > longest.length ? line : longest, "");
     }
 }

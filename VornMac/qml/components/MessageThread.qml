@@ -1,29 +1,46 @@
 import QtQuick
 
 /// A conversation, newest at the bottom. `turns` is a model with the roles `text`, `spoken` and `fromMe`. What does not fit
-/// scrolls, from the newest on.
+/// scrolls, from the newest on, and fades at the edges behind which it goes on.
 Flickable {
     id: root
 
     required property string name // for a screen reader
     property alias turns: bubbles.model
     property bool redacted: false
-    /// Whether a short conversation stands at the top rather than at the bottom.
-    property bool startsAtTop: false
+    /// What it lies on, which it fades into.
+    property color surface: Theme.card
 
     boundsBehavior: Flickable.StopAtBounds
-    clip: contentHeight > height
+    clip: interactive
     contentHeight: Math.max(height, column.implicitHeight)
     contentY: contentHeight - height
     interactive: contentHeight > height
     activeFocusOnTab: interactive
     Accessible.role: Accessible.List
+    Accessible.focusable: interactive
     Accessible.name: root.name
     Accessible.ignored: redacted
 
+    // What is declared in here would scroll along.
+    EdgeFade {
+        height: 32
+        opacity: Math.max(0, Math.min(1, root.contentY / height))
+        parent: root
+        surface: root.surface
+        width: root.width
+    }
+    EdgeFade {
+        anchors.bottom: parent.bottom
+        isAtBottom: true
+        opacity: Math.max(0, Math.min(1, (root.contentHeight - root.height - root.contentY) / height))
+        parent: root
+        surface: root.surface
+        width: root.width
+    }
     FocusRing {
         anchors.margins: 0
-        parent: root // what is declared here would scroll along
+        parent: root
         shown: root.activeFocus
     }
 
@@ -33,7 +50,7 @@ Flickable {
     Column {
         id: column
         width: root.width
-        y: root.startsAtTop ? 0 : root.contentHeight - implicitHeight
+        y: root.contentHeight - implicitHeight
 
         Repeater {
             id: bubbles

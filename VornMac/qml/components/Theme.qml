@@ -48,6 +48,7 @@ QtObject {
     readonly property int section: 24
     readonly property int controlHeight: 40
     readonly property int controlRadius: 12
+    readonly property int cardRadius: 18
     readonly property int panelRadius: 24
     readonly property int panelPadding: 26
     readonly property int panelWidth: 440

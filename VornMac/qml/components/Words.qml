@@ -6,6 +6,9 @@ Text {
 
     /// How high the letters of a line are, for what stands level with the first.
     readonly property real letterHeight: metrics.height
+    readonly property real capitalHeight: capital.tightBoundingRect.height
+    /// What a line takes below its baseline.
+    readonly property real belowBaseline: metrics.height * lineHeight - metrics.ascent
 
     color: Theme.ink
     font: Theme.fonts.body
@@ -19,5 +22,10 @@ Text {
     FontMetrics {
         id: metrics
         font: root.font
+    }
+    TextMetrics {
+        id: capital
+        font: root.font
+        text: "H"
     }
 }

@@ -64,6 +64,41 @@ TestCase {
         verify(shape(lengthy).width <= 0.8 * 400 + 1);
         verify(!words(lengthy).truncated);
     }
+    function test_isAsWideAsItsLongestLine() {
+        const bubble = createTemporaryObject(component, test, { text: "A line that is too long to stand on one line alone\nand a short one" });
+        const text = words(bubble);
+        compare(text.lineCount, 3);
+        const room = 2 * (bubble.padding + shape(bubble).tailRoom);
+        verify(text.contentWidth < bubble.widest - room, "no line fills the room that it has");
+        compare(shape(bubble).width, Math.ceil(text.contentWidth) + room);
+        verify(Math.abs(text.x - (bubble.padding + shape(bubble).tailRoom)) < 1);
+    }
+    function test_holdsTextFromTheRightInItsOwnWidth() {
+        const bubble = createTemporaryObject(component, test, { text: "שלום, מתי נסגר המוזיאון היום? בשש. הכניסה האחרונה בחמש וחצי" });
+        const text = words(bubble);
+        compare(text.effectiveHorizontalAlignment, Text.AlignRight);
+        const right = text.x + text.width; // where every line ends
+        verify(Math.abs(shape(bubble).width - right - (bubble.padding + shape(bubble).tailRoom)) < 1);
+    }
+    // As far from a capital's top to the bubble's as from the last baseline to its bottom.
+    function test_centresItsTextByTheEye_data() {
+        return [{ tag: "one line", text: "HHHHHHHH" }, { tag: "two lines", text: "HHHHHHHH\nHHHHHHHH" }];
+    }
+    function test_centresItsTextByTheEye(row) {
+        const bubble = createTemporaryObject(component, test, { fromMe: true, text: row.text });
+        waitForRendering(bubble);
+        const picture = grabImage(bubble);
+        const middle = Math.round(shape(bubble).x + shape(bubble).width / 2); // off the round corners
+        let ink = [];
+        for (let y = 0; y < shape(bubble).height; ++y) {
+            for (let x = middle - 10; x < middle + 10; ++x) {
+                if (picture.red(x, y) > 140)
+                    ink.push(y);
+            }
+        }
+        verify(Math.abs(ink[0] - 12) <= 1, "above " + ink[0]);
+        verify(Math.abs(shape(bubble).height - 1 - ink[ink.length - 1] - 12) <= 1, "below " + ink[ink.length - 1] + " of " + shape(bubble).height);
+    }
     function test_saysWhoSpeaks() {
         compare(createTemporaryObject(component, test).Accessible.name, "Nimbrel: Hello");
         compare(createTemporaryObject(component, test, { redacted: true }).Accessible.name, "");

@@ -134,6 +134,22 @@ TEST(BubbleShape, HasItsTailOnTheSideThatSpeaks)
     }
 }
 
+TEST(BubbleShape, CurlsItsTailWithoutANotch)
+{
+    BubbleShape bubble;
+    bubble.setProperty("color", QColor(Qt::blue));
+    bubble.setProperty("tail", BubbleShape::RightTail);
+    const QImage picture = drawn(bubble, {120, 40});
+    const auto reach = [&](int y) { // of the row, to the right
+        int x = 119;
+        while (picture.pixelColor(x, y).alpha() < 128) --x;
+        return x;
+    };
+    for (int y = 20; y < 39; ++y) EXPECT_GE(reach(y + 1), reach(y)) << "outwards all the way down, at " << y;
+    EXPECT_GE(reach(39), 116);
+    for (int x = 30; x < 112; ++x) EXPECT_GT(picture.pixelColor(x, 38).alpha(), 250) << "flat below, at " << x;
+}
+
 TEST(CornerBrackets, LieInTheFourCornersOnly)
 {
     CornerBrackets brackets;

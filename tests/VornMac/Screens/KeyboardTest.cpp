@@ -46,7 +46,8 @@ Names focusable(WindowFixture& fix)
 {
     Names names;
     for (const Read& read : fix.reading()) {
-        if (read.isControl() && read.state.focusable) names.push_back(read.name);
+        const bool scrolls = read.role == QAccessible::List;
+        if ((read.isControl() || scrolls) && read.state.focusable) names.push_back(read.name);
     }
     return names;
 }

@@ -70,7 +70,10 @@ TEST(Reading, SaysNothingTwice)
         const auto& reading = scene.reading;
         std::map<std::pair<int, std::string>, int> siblings;
         for (const Read& read : reading) {
-            if (read.name.empty()) continue;
+            const bool isMessage = read.role == QAccessible::ListItem && read.parent >= 0 &&
+                                   reading[static_cast<std::size_t>(read.parent)].role ==
+                                       QAccessible::List; // of which two may say the same
+            if (read.name.empty() || isMessage) continue;
             SCOPED_TRACE(scene.name + ", " + read.name);
             EXPECT_EQ(++siblings[std::pair(read.parent, read.name)], 1);
             if (read.parent < 0) continue;

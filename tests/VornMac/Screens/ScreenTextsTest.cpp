@@ -110,7 +110,8 @@ const Texts preview = {
     "Done. Two tickets for Thursday at 7 pm are in your mail.",
     "The number 12 tram stops right in front of it, if you would rather not look for a place to park.",
     "Perfect, thank you"};
-const Texts chat = preview + previewCaption + badge;
+const Texts chatHead = {"N", "Nimbrel", "iMessage"};
+const Texts chat = chatHead + preview + previewCaption + badge;
 const Texts found = findActions + chat;
 const Texts tooSmall = {
     "There isn't enough Nimbrel conversation yet. Keep chatting and come back with a few conversations "
@@ -120,6 +121,31 @@ Texts notFound(const std::string& title, const Texts& content, const Texts& acti
 {
     return Texts{title, "Your Nimbrel chat"} + content + actions + badge;
 }
+
+/// The find screen on a chat of one day: `mine` and `theirs` count its messages.
+Texts foundChat(const std::string& mine, const std::string& theirs, const Texts& messages)
+{
+    return Texts{"Found on this Mac",
+                 "Your Nimbrel chat",
+                 "Messages",
+                 std::to_string(messages.size()),
+                 "Your messages",
+                 mine,
+                 "Nimbrel replies",
+                 theirs,
+                 "Dates",
+                 "Jan 13, 2026 – Jan 13, 2026"} +
+           findActions + chatHead + messages + previewCaption + badge;
+}
+
+std::string repeated(const std::string& text, std::size_t size)
+{
+    std::string all;
+    while (all.size() < size) all += text;
+    return all.substr(0, size);
+}
+
+const Texts longMessages = {repeated("As long as it may be. ", 140) + "…", repeated("And as long again. ", 140) + "…"};
 
 // Upload and done.
 
@@ -195,6 +221,21 @@ std::vector<Case> allCases()
          statistics + Texts{"Your last upload is being checked.", "Back", "Look again", "Upload chat"} + chat},
         {"4-find-found-cooldown", statistics + Texts{"Paid. You can upload again on Mar 15, 2026."} + found},
         {"4-find-found-rejected", statistics + Texts{"Last time: " + tooSmall.front()} + found},
+        {"4-find-one-message", foundChat("1", "0", {"Hi"})},
+        {"4-find-attachments", foundChat("2", "1", {"Attachment", "Attachment", "Attachment"})},
+        {"4-find-right-to-left",
+         foundChat("2", "2",
+                   {"שלום, מתי נסגר המוזיאון היום?", "בשש. הכניסה האחרונה בחמש וחצי, וביום חמישי פתוח עד תשע בערב.",
+                    "متى يغلق المتحف اليوم؟",
+                    "في السادسة مساءً، وآخر دخول في الخامسة والنصف. Museum Café يغلق قبل ذلك."})},
+        {"4-find-emoji", foundChat("2", "2", {"☺", "♥♥♥ ☺", "Dinner ☕ at 8?\nOr later ☾", "See you ☺"})},
+        {"4-find-long-words", foundChat("2", "2",
+                                        {"Rindfleischetikettierungsüberwachungsaufgabenübertragungsgesetz",
+                                         "https://example.com/" + std::string(90, 'a'), std::string(60, 'W'), "ok"})},
+        {"4-find-long-chat",
+         foundChat("3", "3",
+                   longMessages + longMessages +
+                       Texts{longMessages.front(), "The newest. The newest. The newest. The newest."})},
         {"5-upload-preparing", uploading({"Packing your chat…"}), reward},
         {"5-upload-uploading",
          uploading({"42 %", sent + ", about 2 minutes left", "Uploading securely. Keep this window open."}), reward},

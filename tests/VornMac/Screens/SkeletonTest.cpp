@@ -27,6 +27,14 @@ std::vector<QQuickItem*> itemsOf(WindowFixture& fix, const std::string& type)
     return items;
 }
 
+/// The fades at a scrolling form's edges, the upper one first.
+std::vector<QQuickItem*> formFades(WindowFixture& fix)
+{
+    auto fades = itemsOf(fix, "EdgeFade");
+    std::erase_if(fades, [](const QQuickItem* fade) { return !is(fade->parentItem(), "ScrollingForm"); });
+    return fades;
+}
+
 QRectF frameOf(const QQuickItem* item)
 {
     return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
@@ -118,10 +126,31 @@ TEST(Skeleton, ShowsThatAFormScrolls)
         fix.lay();
         const auto* form = itemsOf(fix, "ScrollingForm").front();
         EXPECT_EQ(form->property("scrolls").toBool(), scrolls);
-        const auto fades = itemsOf(fix, "EdgeFade");
+        const auto fades = formFades(fix);
         ASSERT_EQ(fades.size(), 2U);
         EXPECT_EQ(fades.front()->opacity(), 0) << "nothing is above";
         EXPECT_EQ(fades.back()->opacity(), scrolls ? 1 : 0);
+    }
+}
+
+TEST(Skeleton, FadesALongChatAtItsTop)
+{
+    WindowFixture fix;
+    play(fix, "4-find-long-chat");
+    fix.lay();
+    const QRectF thread = frameOf(itemsOf(fix, "MessageThread").front());
+    const auto fades = itemsOf(fix, "EdgeFade");
+    const auto top = std::find_if(fades.begin(), fades.end(),
+                                  [&](const QQuickItem* fade) { return frameOf(fade).topLeft() == thread.topLeft(); });
+    ASSERT_NE(top, fades.end());
+    EXPECT_EQ(frameOf(*top).size(), QSizeF(thread.width(), 32));
+    EXPECT_EQ((*top)->opacity(), 1);
+    const QImage picture = fix.picture();
+    const auto card = fix.theme().property("card").value<QColor>();
+    const int y = qCeil(thread.top()); // below the header's line
+    for (int x = int(thread.left()) + 1; x < int(thread.right()); ++x) {
+        const QColor pixel = picture.pixelColor(x, y);
+        ASSERT_NEAR(pixel.green(), card.green(), 8) << x; // at most a pixel below the top
     }
 }
 
@@ -132,7 +161,7 @@ TEST(Skeleton, TurnsAFormsPagesByKey)
     Appearance::shared().setTextScale(1.5);
     fix.window().resize(fix.window().minimumSize());
     fix.lay();
-    const auto fades = itemsOf(fix, "EdgeFade");
+    const auto fades = formFades(fix);
     fix.press(Qt::Key_Tab);
     for (int presses = 0; presses < 4; ++presses) fix.press(Qt::Key_PageUp);
     EXPECT_EQ(fades.front()->opacity(), 0);

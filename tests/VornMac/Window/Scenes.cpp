@@ -1,6 +1,7 @@
 #include "tests/VornMac/Window/Scenes.h"
 
 #include "tests/VornMac/Model/AskingTokenStore.h"
+#include "tests/VornMac/Window/ThreadScenes.h"
 
 #include <chrono>
 #include <stdexcept>
@@ -246,7 +247,7 @@ const std::vector<Scene>& allScenes()
     static const std::vector<Scene> scenes = [] {
         std::vector<Scene> all;
         for (const auto& part : {keychainScenes(), linkScenes(), consentScenes(), accessScenes(), findScenes(),
-                                 uploadScenes(), doneScenes()})
+                                 threadScenes(), uploadScenes(), doneScenes()})
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();
