@@ -8,13 +8,14 @@ Item {
 
     required property string symbol
     required property string text
+    property color symbolColor: Theme.secondary
 
     implicitHeight: words.implicitHeight
     Accessible.role: Accessible.ListItem
     Accessible.name: root.text
 
     Symbol {
-        color: Theme.secondary
+        color: root.symbolColor
         height: 18
         name: root.symbol
         width: 18
@@ -26,6 +27,7 @@ Item {
         anchors.left: parent.left
         anchors.leftMargin: 30
         anchors.right: parent.right
+        color: Theme.secondary
         text: root.text
     }
 }

@@ -5,6 +5,7 @@ import Vorn.Components
 StepScreen {
     id: root
 
+    formGap: Theme.section
     step: 1
     primaryEnabled: model.understandsUpload && model.agreesToShare
     onPrimary: model.acceptConsent()
@@ -30,6 +31,7 @@ StepScreen {
 
         Bullet {
             symbol: "person.2.slash"
+            symbolColor: Theme.success
             text: root.model.consent.neverReads.points[0]
             width: parent.width
         }
@@ -39,12 +41,12 @@ StepScreen {
         width: parent.width
 
         Words {
+            color: Theme.secondary
             text: root.model.consent.next.points[0]
             width: parent.width
         }
     }
-    Column {
-        spacing: Theme.gap
+    ChoiceCard {
         width: parent.width
 
         ChoiceChip {

@@ -10,6 +10,7 @@ Column {
     spacing: 6
 
     FieldLabel {
+        color: Theme.ink
         text: root.title
         width: parent.width
     }

@@ -2,13 +2,15 @@ import QtQuick
 import QtQuick.Templates as T
 import Vorn.Drawing
 
-/// A choice that is made or not, with words that say what is chosen.
+/// A choice that is made or not, with words that say what is chosen. It has no frame: a `ChoiceCard` has one.
 T.AbstractButton {
     id: root
 
     required property string title
     property bool isOn: false
     property string symbol: ""
+
+    readonly property real cornerRadius: Theme.controlRadius - 4
 
     /// The user made the choice, or took it back.
     signal chosen(isOn: bool)
@@ -19,8 +21,8 @@ T.AbstractButton {
     }
 
     implicitWidth: implicitContentWidth + leftPadding + rightPadding
-    implicitHeight: Math.max(36, implicitContentHeight + 16)
-    leftPadding: 10
+    implicitHeight: Math.max(44, implicitContentHeight + 16)
+    leftPadding: 14
     rightPadding: 14
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
@@ -42,24 +44,24 @@ T.AbstractButton {
     Accessible.onToggleAction: root.flip()
 
     contentItem: Row {
-        spacing: 10
+        spacing: 12
 
         Rectangle {
             anchors.verticalCenter: parent.verticalCenter
-            border.color: root.isOn ? Theme.primaryFill : Theme.tertiary
+            border.color: !root.enabled ? Theme.disabledText : root.isOn ? Theme.ink : Theme.tertiary
             border.width: 1.5
-            color: root.isOn ? Theme.primaryFill : "transparent"
+            color: root.isOn && root.enabled ? Theme.primaryFill : "transparent"
             height: 18
-            radius: 6
+            radius: 5
             width: 18
 
             Symbol {
                 anchors.centerIn: parent
-                color: Theme.primaryText
-                height: 12
+                color: root.enabled ? Theme.primaryText : Theme.disabledText
+                height: 13
                 name: "checkmark"
                 visible: root.isOn
-                width: 12
+                width: 13
             }
         }
         Symbol {
@@ -72,24 +74,26 @@ T.AbstractButton {
         }
         ButtonText {
             anchors.verticalCenter: parent.verticalCenter
-            color: Theme.ink
+            color: root.enabled ? Theme.ink : Theme.disabledText
             font: Theme.fonts.bodyMedium
             horizontalAlignment: Text.AlignLeft
             text: root.title
         }
     }
-    background: Rectangle {
-        border.color: root.isOn ? Theme.tertiary : Theme.border
-        border.width: 1
-        color: root.isOn || root.hovered ? Theme.pill : "transparent"
-        radius: Theme.controlRadius
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: 4
+            color: Theme.pill
+            radius: root.cornerRadius
+            visible: root.hovered && root.enabled
+        }
     }
 
-    HoverHandler {
-        cursorShape: Qt.PointingHandCursor
-    }
-
+    // Inside, as there are others around it.
     FocusRing {
+        anchors.margins: 3
+        cornerRadius: root.cornerRadius - 4
         shown: root.visualFocus
     }
 }

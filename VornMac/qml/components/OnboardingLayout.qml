@@ -16,6 +16,7 @@ FocusScope {
     property alias primaryEnabled: actions.primaryEnabled
     property alias primaryIsQuiet: actions.primaryIsQuiet
     default property alias form: body.form
+    property alias formGap: body.widestGap
     property alias preview: area.data
 
     signal back

@@ -6,6 +6,8 @@ Item {
     id: root
 
     default property alias form: column.data
+    /// Between two parts of it, where there is room; at least the usual gap.
+    property int widestGap: Theme.wideGap
 
     readonly property bool scrolls: scroller.interactive
 
@@ -55,7 +57,11 @@ Item {
 
         Column {
             id: column
-            spacing: Theme.wideGap
+
+            readonly property var parts: Array.from(children).filter(part => part.visible)
+            readonly property real filled: parts.reduce((sum, part) => sum + part.height, 0)
+
+            spacing: Math.max(Theme.wideGap, Math.min(root.widestGap, Math.floor((root.height - filled) / Math.max(1, parts.length - 1))))
             width: root.width
             x: scroller.ring
             y: scroller.ring

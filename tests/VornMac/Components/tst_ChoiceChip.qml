@@ -62,6 +62,42 @@ TestCase {
         compare(chosen.count, 0);
         verify(!chip.Accessible.focusable);
     }
+    function test_isHighEnoughToHit() {
+        verify(make({}).height >= 44);
+    }
+    function test_looksOtherThanOneThatIsOff() {
+        const box = chip => chip.contentItem.children[0];
+        const chosen = make({ isOn: true });
+        const off = make({ isOn: true, enabled: false });
+        compare(box(chosen).color, Theme.primaryFill);
+        verify(box(off).color !== Theme.primaryFill);
+        verify(box(off).border.color !== box(chosen).border.color);
+    }
+    Component {
+        id: card
+        ChoiceCard {
+            width: 300
+
+            ChoiceChip {
+                title: "One"
+                width: parent.width
+            }
+            ChoiceChip {
+                title: "Two"
+                width: parent.width
+            }
+        }
+    }
+    function test_saysOnACardWhenAllAreMade() {
+        const root = createTemporaryObject(card, test);
+        compare(root.implicitHeight, 44 + 1 + 44);
+        compare(root.border.color, Theme.border);
+        root.chips[0].isOn = true;
+        compare(root.border.color, Theme.border);
+        root.chips[1].isOn = true;
+        compare(root.border.color, Theme.ink);
+        verify(root.border.width > 1);
+    }
     function test_makesRoomForASymbol() {
         const bare = make({});
         const marked = make({ symbol: "link" });
