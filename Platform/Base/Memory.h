@@ -14,6 +14,9 @@ void* allocate(std::size_t size);
 /// Frees a block from `allocate`.
 void release(void* block) noexcept;
 
+/// Returns how many bytes the block of `malloc` at `block` has, at least those that were asked for.
+std::size_t sizeOf(const void* block) noexcept;
+
 /// Returns freed memory that the process still holds to the system. Worth it after freeing hundreds of megabytes in
 /// small pieces.
 void returnFreed() noexcept;

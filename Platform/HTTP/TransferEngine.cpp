@@ -1,10 +1,13 @@
 #include "Platform/HTTP/TransferEngine.h"
 
 #include "Platform/Base/Fatal.h"
+#include "Platform/Base/WipedMemory.h"
 
 #include <algorithm>
 #include <climits>
 #include <csignal>
+#include <cstdlib>
+#include <cstring>
 #include <utility>
 
 namespace vorn {
@@ -12,9 +15,16 @@ namespace {
 
 constexpr long idleConnections = 4;
 
+/// What libcurl frees is wiped: headers with tokens, and answers.
+CURLcode setUp()
+{
+    return curl_global_init_mem(CURL_GLOBAL_DEFAULT, &std::malloc, &memory::wipeAndFree, &memory::reallocateWiped,
+                                &strdup, &std::calloc);
+}
+
 CURLM* newMulti()
 {
-    static const CURLcode ready = curl_global_init(CURL_GLOBAL_DEFAULT);
+    static const CURLcode ready = setUp();
     CURLM* const result = ready == CURLE_OK ? curl_multi_init() : nullptr;
     if (result == nullptr) fatalError("libcurl cannot be set up");
     return result;

@@ -28,6 +28,11 @@ void release(void* block) noexcept
     std::free(block);
 }
 
+std::size_t sizeOf(const void* block) noexcept
+{
+    return malloc_usable_size(const_cast<void*>(block)); // reads it alone
+}
+
 void returnFreed() noexcept
 {
     malloc_trim(0);

@@ -18,6 +18,11 @@ void release(void* block) noexcept
     std::free(block);
 }
 
+std::size_t sizeOf(const void* block) noexcept
+{
+    return malloc_size(block);
+}
+
 void returnFreed() noexcept
 {
     malloc_zone_pressure_relief(nullptr, 0);

@@ -8,6 +8,7 @@ extern "C" {
 
 typedef struct _malloc_zone_t malloc_zone_t;
 
+size_t malloc_size(const void* block);
 size_t malloc_zone_pressure_relief(malloc_zone_t* zone, size_t goal);
 
 #ifdef __cplusplus

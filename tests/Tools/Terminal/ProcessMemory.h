@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+namespace vorn::testing {
+
+/// A text to look for in this process's memory, kept so that it is not found itself.
+class HiddenText {
+public:
+    explicit HiddenText(const std::string& text);
+
+    std::size_t size() const noexcept { return hidden_.size(); }
+    char at(std::size_t index) const noexcept { return static_cast<char>(hidden_[index] ^ mask); }
+
+private:
+    static constexpr char mask = 0x55;
+    std::string hidden_;
+};
+
+/// How often `text` stands in the memory of this process: in its heap, its stacks and its data. On Linux.
+std::size_t copiesInMemory(const HiddenText& text);
+
+} // namespace vorn::testing
