@@ -1,5 +1,5 @@
-"""Holds every command that a document shows: those of this project know their options, those that can be are run, and the
-rest are commands of systems that are named here.
+"""Holds every command that a document shows: those of this project know their options, those that can be are run, and
+the rest are commands of systems that are named here.
 
 Usage: commands_test.py BIN, the folder of the programs"""
 import os
@@ -12,11 +12,12 @@ from documents import BIN, ROOT, code_blocks, output_of, read, section
 from real_run import RealRun
 
 PROGRAMS = ["VornMac", "vorn-export", "vorn-terminal", "vorn-sandbox", "vorn-sample-history"]
-# What cannot be run here: of macOS, or what changes this computer. The test of docs/using.md reads those that name Vorn.
+# What cannot be run here: of macOS, or what changes this computer. using_test.py reads those that name Vorn.
 SYSTEMS = {"defaults", "log", "security", "tccutil", "sudo"}
 # Run by the tests of their documents.
 RUN_ELSEWHERE = {"rm", "unzip", "jsonschema"}
-DOCUMENTS = subprocess.run(["git", "ls-files", "*.md"], check=True, capture_output=True, text=True, cwd=ROOT).stdout.split()
+DOCUMENTS = subprocess.run(["git", "ls-files", "*.md"], check=True, capture_output=True, text=True,
+                           cwd=ROOT).stdout.split()
 
 
 def commands_in(document):
@@ -92,7 +93,7 @@ class Commands(unittest.TestCase):
     def test_no_other_command_is_shown(self):
         for document, command in all_commands():
             first = re.sub(r"^time ", "", command).split()[0]
-            ours = first in PROGRAMS or re.match(r"\./|scripts/|bench/|fuzz/|packaging/macos/|build/release/bin/|bench-|cmake$|ctest$", first)
+            ours = first in PROGRAMS or re.match(r"\./|(scripts|bench|fuzz|build|packaging)/|bench-|cmake$|ctest$", first)
             known = ours or first in SYSTEMS | RUN_ELSEWHERE | {"journalctl"}
             self.assertTrue(known, f"{document}: nobody tests {command}")
 

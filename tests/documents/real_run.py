@@ -1,8 +1,11 @@
 """Runs the programs for real: a service of this computer, a made-up history, and a user of their own."""
+import json
 import os
 import shlex
 import subprocess
 import tempfile
+import time
+import urllib.request
 
 from documents import BIN, output_of
 from recorder import Recorder
@@ -75,6 +78,31 @@ class RealRun:
         environment = {key: value for key, value in self.environment.items() if key not in hidden}
         return subprocess.run(["dbus-run-session", "--", "bash", "-euc", script], check=True, capture_output=True,
                               text=True, env=environment, cwd=self.path("home"), timeout=60)
+
+    def phone(self, path, record):
+        """Does what a tap on the phone does."""
+        request = urllib.request.Request(self.recorder.service + "/phone/links/" + path, json.dumps(record).encode(),
+                                         {"Content-Type": "application/json"})
+        with urllib.request.urlopen(request, timeout=20) as answer:
+            return json.load(answer)
+
+    def confirm(self, link):
+        """Scans and confirms the link of an answer that the recorder has."""
+        name = self.phone("scan", {"qrPayload": link["qrPayload"]})["linkId"]
+        self.phone(f"{name}/approve", {"userId": "usr_1"})
+
+    def wait_until(self, condition, what):
+        deadline = time.monotonic() + 30
+        while not (value := condition()):
+            assert time.monotonic() < deadline, f"{what}, after {[each.path for each in self.recorder.exchanges]}"
+            time.sleep(0.02)
+        return value
+
+    def wait_for(self, ending, number=1):
+        """The answer to the request with this number whose path ends so."""
+        def answers():
+            return [each.answer() for each in list(self.recorder.exchanges) if each.path.endswith(ending)]
+        return self.wait_until(lambda: answers()[number - 1:], f"nobody asked for {ending}")[0]
 
     def files(self, *folders):
         """The files below `folders`, by their names in this user's folder."""

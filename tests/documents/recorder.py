@@ -19,14 +19,22 @@ class Exchange:
         return json.loads(self.sent) if self.sent else None
 
     def answer(self):
-        return json.loads(self.answered) if self.answered else None
+        """Nothing for an answer that is no JSON."""
+        try:
+            return json.loads(self.answered)
+        except ValueError:
+            return {}
 
 
 class Recorder:
-    """Passes everything on to `service`. Addresses of parts in its answers lead here too."""
+    """Passes everything on to `service`. Addresses of parts in its answers lead here too. A request whose path ends as one
+    of `echoing` is not passed on: the answer repeats its token, as a careless service would."""
 
     def __init__(self, service):
+        self.service = service
         self.exchanges = []
+        self.echoing = echoing = []
+        self.arrived = arrived = []  # methods of requests, answered or not
         host = service.removeprefix("http://")
         exchanges = self.exchanges
 
@@ -35,8 +43,12 @@ class Recorder:
 
             def pass_on(self):
                 sent = self.rfile.read(int(self.headers.get("Content-Length", 0)))
+                arrived.append(self.command)
                 headers = dict(self.headers.items())
                 here = headers["Host"]
+                if echoing and self.path.endswith(tuple(echoing)):
+                    words = {"message": f"cannot take {headers.get('Authorization', 'this')}", "code": "echo"}
+                    return self.answer(500, {"Content-Type": "application/json"}, json.dumps(words).encode())
                 onward = http.client.HTTPConnection(host, timeout=60)
                 try:
                     onward.request(self.command, self.path, sent if "Content-Length" in headers else None,
@@ -49,13 +61,16 @@ class Recorder:
                 finally:
                     onward.close()
                 exchanges.append(Exchange(self.command, self.path, headers, sent, answer.status, answered))
-                self.send_response_only(answer.status)
-                for name in ("Content-Type", "ETag"):
-                    if answer.getheader(name):
-                        self.send_header(name, answer.getheader(name))
-                self.send_header("Content-Length", str(len(answered)))
+                kept = {name: answer.getheader(name) for name in ("Content-Type", "ETag") if answer.getheader(name)}
+                self.answer(answer.status, kept, answered)
+
+            def answer(self, status, headers, body):
+                self.send_response_only(status)
+                for name, value in headers.items():
+                    self.send_header(name, value)
+                self.send_header("Content-Length", str(len(body)))
                 self.end_headers()
-                self.wfile.write(answered)
+                self.wfile.write(body)
 
             do_GET = do_POST = do_PUT = pass_on
 
