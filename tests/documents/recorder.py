@@ -27,10 +27,11 @@ class Exchange:
 
 
 class Recorder:
-    """Passes everything on to `service`. Addresses of parts in its answers lead here too. A request whose path ends as one
-    of `echoing` is not passed on: the answer repeats its token, as a careless service would."""
+    """Passes everything on to `service`; with a `context` it speaks TLS. Addresses of parts in the answers lead here too. A
+    request whose path ends as one of `echoing` is not passed on: the answer repeats its token, as a careless service
+    would."""
 
-    def __init__(self, service):
+    def __init__(self, service, context=None):
         self.service = service
         self.exchanges = []
         self.echoing = echoing = []
@@ -84,7 +85,9 @@ class Recorder:
                 pass
 
         self.server = Server(("127.0.0.1", 0), Handler)
-        self.url = f"http://127.0.0.1:{self.server.server_port}"
+        if context:
+            self.server.socket = context.wrap_socket(self.server.socket, server_side=True)
+        self.url = f"{'https' if context else 'http'}://127.0.0.1:{self.server.server_port}"
         self.thread = threading.Thread(target=self.server.serve_forever)
         self.thread.start()
 
