@@ -87,4 +87,13 @@ std::string longReviewText()
     return std::string("The review takes longer. ") + elsewhere;
 }
 
+OutcomeNotice outcomeNotice(const UploadOutcome& outcome)
+{
+    const ScreenText text = doneText(outcome);
+    if (!text.status.text.empty()) return {text.title, text.status.text};
+    std::string body = text.subtitle + ".";
+    for (const std::string& sentence : text.lead) body += " " + sentence;
+    return {text.title, body};
+}
+
 } // namespace vorn

@@ -29,4 +29,14 @@ std::string nextUploadText(const std::optional<QuestAvailability>& availability)
 /// What a terminal says when it stops watching a review that goes on.
 std::string longReviewText();
 
+/// How a review ended, for a user who looks elsewhere: the words of the screen, as many as a notification shows.
+struct OutcomeNotice {
+    std::string title;
+    std::string body;
+    bool operator==(const OutcomeNotice&) const = default;
+};
+OutcomeNotice outcomeNotice(const UploadOutcome& outcome);
+
+inline constexpr const char* openVorn = "Open Vorn"; ///< what a click on it does, where desktops say that
+
 } // namespace vorn

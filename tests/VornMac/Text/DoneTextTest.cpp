@@ -101,6 +101,25 @@ TEST_F(DoneText, NamesTheNextUploadOfWhoWasPaid)
     EXPECT_EQ(nextUploadText(std::nullopt), "");
 }
 
+TEST_F(DoneText, IsANotificationInTheScreensWords)
+{
+    const OutcomeNotice earned{"You earned $5.00", "Thanks for your Nimbrel chat. The reward is in your Vorn balance. "
+                                                   "Upload again on Mar 2, 2026 with your newer chats."};
+    EXPECT_EQ(outcomeNotice(outcome("approved")), earned);
+    const OutcomeNotice undated{"You earned the quest reward",
+                                "Thanks for your Nimbrel chat. The reward is in your Vorn balance."};
+    EXPECT_EQ(outcomeNotice({submissionWith("approved"), std::nullopt, std::nullopt}), undated);
+    UploadOutcome nothingNew = outcome("rejected");
+    nothingNew.submission.rejectionReasonKey = "nothing_new_since_last";
+    EXPECT_EQ(outcomeNotice(nothingNew),
+              (OutcomeNotice{"Not accepted",
+                             "Nothing new since your last upload. Come back after more chats with Nimbrel."}));
+    EXPECT_EQ(outcomeNotice(outcome("rejected")), (OutcomeNotice{"Not accepted", "This upload wasn't accepted."}));
+    EXPECT_EQ(outcomeNotice(outcome("expired")),
+              (OutcomeNotice{"Upload stopped", "The upload didn't finish. Try again from your chat."}));
+    EXPECT_STREQ(openVorn, "Open Vorn");
+}
+
 TEST_F(DoneText, NamesTheSubmissionsOwnReward)
 {
     UploadOutcome approved = outcome("approved");
