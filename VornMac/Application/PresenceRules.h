@@ -1,0 +1,39 @@
+#pragma once
+
+#include "VornMac/Text/Phases.h"
+#include "VornMacCore/Wire/SubmissionRecords.h"
+
+#include <optional>
+
+/// What shows outside the window, as plain functions of the model's state. Threads: any.
+namespace vorn::presence {
+
+/// Whether the computer has to stay awake: something is packed, sent or acknowledged.
+bool staysAwake(const UploadPhase& phase);
+
+/// The bar on the application's icon, 0…100; nothing while nothing is sent.
+std::optional<int> percentOnIcon(const UploadPhase& phase);
+
+/// Whether `now` is an upload that the service has accepted since `before`.
+bool isAccepted(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
+
+/// Whether the review of `now` has ended since `before`.
+bool isReviewed(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
+
+/// What the user's surroundings say when a review ends.
+struct Surroundings {
+    bool isWindowActive = false;
+    bool reducesMotion = false;
+};
+
+/// How a user hears of the end of a review.
+struct Telling {
+    bool notifies = false; ///< and asks for attention
+    bool sounds = false;   ///< with the notification, or without one
+    bool operator==(const Telling&) const = default;
+};
+
+/// Only good news makes a sound. The window tells who looks at it; with reduced motion in silence.
+Telling tellingOf(const ReviewStatus& outcome, Surroundings surroundings);
+
+} // namespace vorn::presence
