@@ -56,13 +56,20 @@ void MainWindow::show(const std::function<void()>& onFirstFrame)
     geometry_->show();
 }
 
-void MainWindow::bringToFront()
+void MainWindow::bringToFront(const std::string& activationToken)
 {
+    // Where Qt looks for it, and takes it away.
+    if (!activationToken.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activationToken));
     window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
     window_->setVisible(true);
     window_->raise();
     window_->requestActivate();
     activateApplication();
+}
+
+void MainWindow::askForAttention()
+{
+    if (!bounceDockIcon()) window_->alert(0);
 }
 
 void MainWindow::dismiss()

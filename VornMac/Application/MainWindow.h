@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <stdexcept>
+#include <string>
 
 #include <QQmlEngine>
 #include <QQuickWindow>
@@ -38,8 +39,11 @@ public:
 
     /// Calls `onFirstFrame` once, on this thread, when the window is visible.
     void show(const std::function<void()>& onFirstFrame);
-    /// Raises the window, also when it was minimised.
-    void bringToFront();
+    /// Raises the window, also when it was minimised. A Wayland desktop lets only who has an `activationToken` of its
+    /// own do that.
+    void bringToFront(const std::string& activationToken = {});
+    /// Asks the user to look here, once, unless they do.
+    void askForAttention();
     /// Hides the window for good and saves where it was.
     void dismiss();
 

@@ -1,6 +1,8 @@
 #include "VornMac/Application/VornMacApp.h"
 
+#include "Platform/Desktop/SystemPresence.h"
 #include "VornMac/Model/Timing.h"
+#include "VornMac/System/Appearance.h"
 #include "VornMacCore/Wire/Application.h"
 
 #include <chrono>
@@ -87,11 +89,29 @@ bool VornMacApp::isFirst()
     return instance_->start() == SingleInstance::Start::first;
 }
 
+void VornMacApp::keepPresence()
+{
+    const ApplicationNames names{.identifier = bundleIdentifier(),
+                                 .name = QGuiApplication::applicationDisplayName().toStdString()};
+    presence_ = systemPresence(names, [this](const std::string& token) { mainWindow().bringToFront(token); });
+    QQuickWindow& window = mainWindow().window();
+    presenceKeeper_.emplace(model(), *presence_,
+                            PresenceKeeper::Window{
+                                .isActive = [&window] { return window.isActive(); },
+                                .reducesMotion = [] { return Appearance::shared().reducesMotion(); },
+                                .askForAttention = [this] { mainWindow().askForAttention(); },
+                            });
+    QObject::connect(&window, &QWindow::activeChanged, &*presenceKeeper_, [this, &window] {
+        if (window.isActive()) presenceKeeper_->withdraw();
+    });
+}
+
 int VornMacApp::run()
 {
     if (!isFirst()) return 0;
     delegate_.emplace([this] { quit(); });
     mainWindow();
+    keepPresence();
     AppDelegate::didFinishLaunching();
     mainWindow().show([] { AppDelegate::didShowWindow(); });
     delivery_.emplace(quitWatch_, context(), [this] { quit(); });

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "Platform/Desktop/DesktopPresence.h"
 #include "VornMac/Application/AppDelegate.h"
 #include "VornMac/Application/AppearanceSettings.h"
 #include "VornMac/Application/EventLoopContext.h"
 #include "VornMac/Application/MainWindow.h"
+#include "VornMac/Application/PresenceKeeper.h"
 #include "VornMac/Application/QuitWatch.h"
 #include "VornMac/Application/SingleInstance.h"
 #include "VornMac/Composition/LiveServices.h"
@@ -38,6 +40,7 @@ public:
 
 private:
     bool isFirst();
+    void keepPresence();
     MainContext& context() noexcept { return loop_.context(); }
 
     QuitWatch& quitWatch_;
@@ -51,6 +54,8 @@ private:
     std::optional<AppModel> model_;
     std::optional<ScreenModel> screenModel_;
     std::optional<MainWindow> mainWindow_;
+    std::unique_ptr<DesktopPresence> presence_;
+    std::optional<PresenceKeeper> presenceKeeper_;
     std::optional<AppDelegate> delegate_;
 };
 

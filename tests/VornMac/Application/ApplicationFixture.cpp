@@ -31,6 +31,7 @@ Program::Environment ApplicationFixture::environment(const Program::Environment&
                                             {"XDG_RUNTIME_DIR", runtime_.path().native()},
                                             {"XDG_CONFIG_HOME", configuration_.path().native()},
                                             {"DBUS_SESSION_BUS_ADDRESS", ""},
+                                            {"DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere/bus"},
                                             {"GSETTINGS_BACKEND", "memory"},
                                             {"QT_QPA_PLATFORM", "offscreen"},
                                             {"QT_QUICK_BACKEND", "software"},

@@ -1,6 +1,7 @@
 #include "VornMac/Application/MainWindow.h"
 
 #include "tests/VornMac/Application/KeptDefaults.h"
+#include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QGuiApplication>
@@ -97,6 +98,15 @@ TEST_F(MainWindowTest, ComesToTheFrontFromTheDock)
     made->bringToFront();
     EXPECT_EQ(made->window().visibility(), QWindow::Windowed);
     EXPECT_TRUE(QTest::qWaitForWindowActive(&made->window()));
+}
+
+TEST_F(MainWindowTest, ComesToTheFrontWithTheTokenThatLetsIt)
+{
+    const testing::ScopedEnvironment token("XDG_ACTIVATION_TOKEN", "");
+    const auto made = shown();
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "");
+    made->bringToFront("token-1");
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-1"); // no Wayland here takes it
 }
 
 TEST_F(MainWindowTest, StaysMaximisedWhenItComesToTheFront)

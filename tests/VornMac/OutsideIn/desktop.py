@@ -40,6 +40,7 @@ class Desktop:
             ["Xvfb", "-displayfd", "{}", "-screen", "0", self._size, "-fbdir", path, "-nolisten", "tcp", "-noreset"])
         os.environ["DBUS_SESSION_BUS_ADDRESS"] = self._start_for_line(
             ["dbus-daemon", "--nofork", "--nosyslog", "--config-file=" + path + "/bus.conf", "--print-address={}"])
+        os.environ["DBUS_SYSTEM_BUS_ADDRESS"] = os.environ["DBUS_SESSION_BUS_ADDRESS"]  # not the machine's
         return self
 
     def __exit__(self, *_):
