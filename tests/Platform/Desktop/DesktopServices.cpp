@@ -3,6 +3,7 @@
 #include "Platform/Base/FileDescriptor.h"
 
 #include <array>
+#include <deque>
 #include <functional>
 #include <future>
 #include <mutex>
@@ -94,12 +95,23 @@ public:
 private:
     void onThread(std::function<void()> work)
     {
-        const GSourceFunc call = [](gpointer function) -> gboolean {
-            (*static_cast<std::function<void()>*>(function))();
+        {
+            const std::lock_guard lock(mutex_); // GLib's own order is none that the thread sanitizer sees
+            work_.push_back(std::move(work));
+        }
+        const GSourceFunc doNext = [](gpointer self) -> gboolean {
+            static_cast<Services*>(self)->nextWork()();
             return G_SOURCE_REMOVE;
         };
-        const GDestroyNotify free = [](gpointer function) { delete static_cast<std::function<void()>*>(function); };
-        g_main_context_invoke_full(context_, G_PRIORITY_DEFAULT, call, new std::function(std::move(work)), free);
+        g_main_context_invoke(context_, doNext, this);
+    }
+
+    std::function<void()> nextWork()
+    {
+        const std::lock_guard lock(mutex_);
+        auto work = std::move(work_.front());
+        work_.pop_front();
+        return work;
     }
 
     void emit(const char* signal, GVariant* arguments)
@@ -204,6 +216,7 @@ private:
     mutable std::mutex mutex_; ///< guards what follows
     std::vector<std::string> calls_;
     FileDescriptor lock_{-1};
+    std::deque<std::function<void()>> work_;
     std::thread thread_;
 };
 
