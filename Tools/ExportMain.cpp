@@ -4,6 +4,7 @@
 #include "NimbrelExportKit/Messages/TemporaryItems.h"
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "Platform/Base/InterruptWatch.h"
+#include "Platform/Base/Memory.h"
 #include "Platform/Base/SHA256.h"
 #include "Tools/Export/ExportFailure.h"
 #include "Tools/Export/ExportOptions.h"
@@ -197,6 +198,7 @@ int runExport(const ExportOptions& options)
 
 int main(int argc, char** argv)
 {
+    vorn::memory::keepPrivate();
     const auto now = std::chrono::floor<vorn::Instant::duration>(std::chrono::system_clock::now());
     const auto parsed = vorn::parseExportOptions(argc, argv, now);
     if (const auto* options = std::get_if<vorn::ExportOptions>(&parsed)) return vorn::runExport(*options);

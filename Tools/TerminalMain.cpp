@@ -1,6 +1,7 @@
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
 #include "Platform/Base/CancelFlag.h"
 #include "Platform/Base/InterruptWatch.h"
+#include "Platform/Base/Memory.h"
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Support/Preflight.h"
 #include "Tools/Terminal/CommandFailure.h"
@@ -177,6 +178,7 @@ int runTerminal(const TerminalOptions& options, const Terminal& terminal)
 
 int main(int argc, char** argv)
 {
+    vorn::memory::keepPrivate();
     std::signal(SIGPIPE, SIG_IGN); // a service or a reader of our output that has gone is a failure, not our end
     const auto parsed = vorn::parseTerminalOptions(argc, argv);
     if (const auto* end = std::get_if<vorn::TerminalOptionsEnd>(&parsed)) {

@@ -1,4 +1,5 @@
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
+#include "Platform/Base/Memory.h"
 #include "VornMac/Application/CommandLine.h"
 #include "VornMac/Application/DisplayWatch.h"
 #include "VornMac/Application/ProcessStart.h"
@@ -44,6 +45,7 @@ int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
 
 int main(int argc, char** argv)
 {
+    vorn::memory::keepPrivate();
     vorn::CommandLine line(argc, argv);
     if (const auto answer = line.answer()) {
         std::fputs(answer->c_str(), stdout);

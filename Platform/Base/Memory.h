@@ -4,8 +4,13 @@
 #include <limits>
 #include <new>
 
-/// Allocation for very large buffers. Threads: any.
+/// The memory of this process: allocation for very large buffers, and who may read it. Threads: any.
 namespace vorn::memory {
+
+/// Has no crash leave the memory in a file. On Linux nobody else may read it either, programs of the same user and
+/// debuggers included. Call it at the start of a program that holds tokens or messages. Started programs are not
+/// closed to others, but leave no file unless they ask for one.
+void keepPrivate() noexcept;
 
 /// Allocates `size` bytes, on large pages if the block is large: first touching a gigabyte in small ones takes a
 /// quarter of a second longer. Throws `std::bad_alloc`.

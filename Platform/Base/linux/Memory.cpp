@@ -4,6 +4,8 @@
 
 #include <malloc.h>
 #include <sys/mman.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 
 namespace vorn::memory {
 namespace {
@@ -12,6 +14,16 @@ constexpr std::size_t largePage = 2 * 1024 * 1024;
 constexpr std::size_t worthLargePages = 4 * largePage;
 
 } // namespace
+
+void keepPrivate() noexcept
+{
+    rlimit core{};
+    if (getrlimit(RLIMIT_CORE, &core) == 0) {
+        core.rlim_cur = 0;
+        setrlimit(RLIMIT_CORE, &core);
+    }
+    prctl(PR_SET_DUMPABLE, 0); // a system may hand a crash to a program, which the limit does not prevent
+}
 
 void* allocate(std::size_t size)
 {

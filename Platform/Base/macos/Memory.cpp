@@ -3,8 +3,18 @@
 #include <cstdlib>
 
 #include <malloc/malloc.h>
+#include <sys/resource.h>
 
 namespace vorn::memory {
+
+void keepPrivate() noexcept
+{
+    rlimit core{};
+    if (getrlimit(RLIMIT_CORE, &core) == 0) {
+        core.rlim_cur = 0;
+        setrlimit(RLIMIT_CORE, &core);
+    }
+}
 
 void* allocate(std::size_t size)
 {
