@@ -7,6 +7,7 @@
 namespace vorn {
 namespace {
 
+constexpr const char* notAccepted = "Not accepted";
 constexpr const char* elsewhere = "The result also shows on the quest in the Vorn app.";
 
 /// A line of words that say two things, as a window's title has a line for each.
@@ -24,7 +25,7 @@ ScreenText approved(const std::string& earned)
 
 ScreenText rejected(const SubmissionStatus& submission)
 {
-    return {.title = "Not accepted", .subtitle = "This time", .status = {Tone::warning, rejectionText(submission)}};
+    return {.title = notAccepted, .subtitle = "This time", .status = {Tone::warning, rejectionText(submission)}};
 }
 
 ScreenText expired()
@@ -63,6 +64,18 @@ ScreenText doneText(const UploadOutcome& outcome)
     text.primary = "Back to your chat";
     text.caption = rewardHeading;
     return text;
+}
+
+RewardStatus rewardStatus(const ReviewStatus& review)
+{
+    switch (review.kind()) {
+    case ReviewStatus::Kind::approved: return {RewardStanding::paid, "Paid"};
+    case ReviewStatus::Kind::rejected: return {RewardStanding::refused, notAccepted};
+    case ReviewStatus::Kind::expired: return {RewardStanding::stopped, "Stopped"};
+    case ReviewStatus::Kind::reviewPending: return {RewardStanding::personChecking, "A person is checking"};
+    case ReviewStatus::Kind::analyzing: break;
+    }
+    return {RewardStanding::checking, "Checking"};
 }
 
 std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward)

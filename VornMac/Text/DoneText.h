@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VornMac/Text/RewardStatus.h"
 #include "VornMac/Text/ScreenText.h"
 #include "VornMacCore/Wire/QuestAvailability.h"
 #include "VornMacCore/Wire/QuestRecords.h"
@@ -19,6 +20,9 @@ struct UploadOutcome {
 };
 
 ScreenText doneText(const UploadOutcome& outcome);
+
+/// How the reward of an upload stands once it is under review.
+RewardStatus rewardStatus(const ReviewStatus& review);
 
 /// How the review stands, as one line of a terminal. `questReward` stands in where the submission names no amount.
 std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward);

@@ -71,4 +71,9 @@ ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailabilit
             .caption = isFound ? "Only on this Mac. Nothing is uploaded yet." : ""};
 }
 
+bool isLooking(const ScanPhase& phase)
+{
+    return std::holds_alternative<phase::Idle>(phase) || std::holds_alternative<phase::Loading>(phase);
+}
+
 } // namespace vorn

@@ -12,4 +12,7 @@ namespace vorn {
 /// `availability` is what the quest says about another upload; nothing before it is known.
 ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailability>& availability);
 
+/// Whether it is not known yet if there is a chat.
+bool isLooking(const ScanPhase& phase);
+
 } // namespace vorn

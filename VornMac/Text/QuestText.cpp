@@ -38,6 +38,12 @@ std::string earnedText(const SubmissionStatus& submission, const std::string& qu
     return RewardFormat::usd(submission.rewardUsd).value_or(questReward);
 }
 
+std::string countedText(const std::string& earned, double part)
+{
+    const auto whole = RewardFormat::dollars(earned);
+    return whole && part < 1 ? RewardFormat::usd(*whole * part) : earned;
+}
+
 std::string rejectionText(const SubmissionStatus& submission)
 {
     return RejectionCopy::text(submission.rejectionReasonKey);

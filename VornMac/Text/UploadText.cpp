@@ -13,6 +13,8 @@
 namespace vorn {
 namespace {
 
+constexpr const char* inProgress = "Uploading";
+
 StatusText statusOf(const UploadPhase& phase)
 {
     static const StatusText packing{Tone::waiting, "Packing your chat…"};
@@ -32,7 +34,7 @@ StatusText statusOf(const UploadPhase& phase)
 
 ScreenText uploadText(const UploadPhase& phase)
 {
-    return {.title = "Uploading",
+    return {.title = inProgress,
             .subtitle = yourChat,
             .status = statusOf(phase),
             .retry = std::holds_alternative<phase::Failed>(phase) ? tryAgain : "",
@@ -50,6 +52,19 @@ UploadBar uploadBar(const UploadPhase& phase)
         [](const phase::Failed&) { return UploadBar{}; },
     };
     return std::visit(bar, phase);
+}
+
+RewardStatus rewardStatus(const UploadPhase& phase)
+{
+    static const RewardStatus packing{RewardStanding::packing, "Packing"};
+    const Match status{
+        [](phase::Idle) { return packing; },
+        [](phase::Preparing) { return packing; },
+        [](const phase::Uploading&) -> RewardStatus { return {RewardStanding::sending, inProgress}; },
+        [](phase::Finishing) -> RewardStatus { return {RewardStanding::sending, "Finishing"}; },
+        [](const phase::Failed&) -> RewardStatus { return {RewardStanding::notSent, "Not sent"}; },
+    };
+    return std::visit(status, phase);
 }
 
 int wholePercents(double fraction)

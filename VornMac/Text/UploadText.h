@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VornMac/Text/Phases.h"
+#include "VornMac/Text/RewardStatus.h"
 #include "VornMac/Text/ScreenText.h"
 #include "VornMacCore/Client/UploadProgress.h"
 
@@ -25,6 +26,9 @@ struct UploadBar {
     bool isMoving() const { return isMeasured && value < 1; }
 };
 UploadBar uploadBar(const UploadPhase& phase);
+
+/// How the reward stands while its upload goes on.
+RewardStatus rewardStatus(const UploadPhase& phase);
 
 /// `fraction`, 0…1, in whole percents, rounded down: 100 is said when all is done.
 int wholePercents(double fraction);

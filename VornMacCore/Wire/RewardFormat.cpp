@@ -68,4 +68,9 @@ std::optional<std::string> usd(const std::optional<std::string>& amount)
     return amount ? usd(parse(*amount)) : std::nullopt;
 }
 
+std::optional<double> dollars(const std::string& text)
+{
+    return text.starts_with('$') ? parse(text.substr(1)) : std::nullopt;
+}
+
 } // namespace vorn::RewardFormat

@@ -82,6 +82,26 @@ TEST_F(DoneText, SaysHowAReviewStands)
     }
 }
 
+TEST_F(DoneText, SaysHowTheRewardStands)
+{
+    struct Card {
+        const char* status;
+        RewardStatus reward;
+        bool isFinal;
+    };
+    const RewardStatus checking{RewardStanding::checking, "Checking"};
+    for (const Card& each :
+         {Card{"approved", {RewardStanding::paid, "Paid"}, true},
+          Card{"rejected", {RewardStanding::refused, "Not accepted"}, true},
+          Card{"expired", {RewardStanding::stopped, "Stopped"}, true},
+          Card{"review_pending", {RewardStanding::personChecking, "A person is checking"}, false},
+          Card{"analyzing", checking, false}, Card{"from the future", checking, false}, Card{"", checking, false}}) {
+        SCOPED_TRACE(each.status);
+        EXPECT_EQ(rewardStatus(ReviewStatus(each.status)), each.reward);
+        EXPECT_EQ(ReviewStatus(each.status).isFinal(), each.isFinal);
+    }
+}
+
 TEST_F(DoneText, ComfortsWhoWaits)
 {
     EXPECT_THAT(doneText(outcome("analyzing")).hints,

@@ -39,6 +39,16 @@ TEST(EarnedText, IsTheSubmissionsOwnAmountWhereItHasOne)
     EXPECT_EQ(earnedText(submission, "the quest reward"), "the quest reward");
 }
 
+TEST(CountedText, GoesFromNothingToTheAmount)
+{
+    EXPECT_EQ(countedText("$12.50", 0), "$0.00");
+    EXPECT_EQ(countedText("$12.50", 0.5), "$6.25");
+    EXPECT_EQ(countedText("$12.50", 0.999), "$12.49");
+    EXPECT_EQ(countedText("$12.50", 1), "$12.50");
+    EXPECT_EQ(countedText("$1000000.00", 0.5), "$500000.00");
+    EXPECT_EQ(countedText("the quest reward", 0.5), "the quest reward");
+}
+
 TEST(RewardText, NamesTheAmountWhereItIsKnown)
 {
     EXPECT_EQ(rewardText(std::nullopt), "the quest reward");

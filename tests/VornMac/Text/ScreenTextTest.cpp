@@ -108,6 +108,18 @@ TEST(FindText, RemarksOnTheLastUploadOnceTheChatIsFound)
     EXPECT_EQ(findText(phase::Found{}, std::nullopt).remark, StatusText{});
 }
 
+TEST(FindText, CaptionsOnlyARealPreview)
+{
+    EXPECT_EQ(findText(phase::Found{}, std::nullopt).caption, "Only on this Mac. Nothing is uploaded yet.");
+    for (const ScanPhase& phase :
+         {ScanPhase(phase::Idle{}), ScanPhase(phase::Loading{}), ScanPhase(phase::Unavailable{}),
+          ScanPhase(phase::NotConfigured{}), ScanPhase(phase::NotFound{}), ScanPhase(phase::Failed{"No."})}) {
+        EXPECT_EQ(findText(phase, std::nullopt).caption, "");
+        EXPECT_EQ(isLooking(phase), phase.index() < 2);
+    }
+    EXPECT_FALSE(isLooking(phase::Found{}));
+}
+
 TEST(FindText, OffersToLookAgainWhileAReviewGoesOn)
 {
     const ScreenText text = findText(phase::Found{}, QuestAvailability(QuestAvailability::InReview{}));
@@ -140,6 +152,16 @@ TEST(UploadBar, FollowsThePhase)
     EXPECT_TRUE(uploadBar(phase::Uploading{0}).isMoving());
     EXPECT_FALSE(uploadBar(phase::Finishing{}).isMoving());
     EXPECT_FALSE(uploadBar(phase::Preparing{}).isMoving());
+}
+
+TEST(UploadText, SaysHowTheRewardStands)
+{
+    const RewardStatus packing{RewardStanding::packing, "Packing"};
+    EXPECT_EQ(rewardStatus(UploadPhase(phase::Idle{})), packing);
+    EXPECT_EQ(rewardStatus(UploadPhase(phase::Preparing{})), packing);
+    EXPECT_EQ(rewardStatus(UploadPhase(phase::Uploading{0.5})), (RewardStatus{RewardStanding::sending, "Uploading"}));
+    EXPECT_EQ(rewardStatus(UploadPhase(phase::Finishing{})), (RewardStatus{RewardStanding::sending, "Finishing"}));
+    EXPECT_EQ(rewardStatus(UploadPhase(phase::Failed{"No."})), (RewardStatus{RewardStanding::notSent, "Not sent"}));
 }
 
 TEST(UploadAmounts, SayHowMuchAndHowLongOnceItIsKnown)

@@ -104,6 +104,14 @@ TEST(RewardFormat, IsAbsentForEverythingElse)
     }
 }
 
+TEST(RewardFormat, ReadsWhatItWrote)
+{
+    for (const double amount : {0.0, 0.01, 12.5, 1234567.89, -1.5})
+        EXPECT_EQ(RewardFormat::dollars(RewardFormat::usd(amount)), amount);
+    for (const char* text : {"", "$", "12.50", "the quest reward", "$12.50 ", "$$1"})
+        EXPECT_EQ(RewardFormat::dollars(text), std::nullopt) << text;
+}
+
 TEST(RewardFormat, IsTheSameInEveryLocale)
 {
     const ScopedCommaLocale comma;
