@@ -1,6 +1,8 @@
 #include "VornMac/Drawing/AccentBar.h"
 #include "VornMac/Drawing/BubbleShape.h"
+#include "VornMac/Drawing/CheckMark.h"
 #include "VornMac/Drawing/CornerBrackets.h"
+#include "VornMac/Drawing/FallingPaper.h"
 #include "VornMac/Drawing/SoftShadow.h"
 #include "VornMac/Drawing/Symbol.h"
 #include "tests/VornMac/Drawing/Drawn.h"
@@ -21,9 +23,10 @@ TEST(Symbol, PaintsEveryNameInItsColour)
 {
     const QColor red(200, 0, 0);
     for (const char* name :
-         {"bubble.left.and.bubble.right", "checkmark", "checkmark.circle.fill", "chevron.down", "chevron.left",
-          "chevron.right", "exclamationmark.circle.fill", "externaldrive", "iphone.gen3.radiowaves.left.and.right",
-          "link", "person.2.slash", "terminal", "vorn.glyph", "xmark.circle.fill"}) {
+         {"arrow.up.circle.fill", "bubble.left.and.bubble.right", "bubble.slash", "checkmark", "checkmark.circle.fill",
+          "chevron.down", "chevron.left", "chevron.right", "exclamationmark.circle.fill", "externaldrive",
+          "iphone.gen3.radiowaves.left.and.right", "link", "person.2.slash", "person.fill", "shippingbox",
+          "stop.circle.fill", "terminal", "vorn.glyph", "xmark.circle.fill"}) {
         SCOPED_TRACE(name);
         Symbol symbol;
         symbol.setName(name);
@@ -113,6 +116,81 @@ TEST(AccentBar, RunsFromOneColourToTheOther)
     EXPECT_GT(picture.pixelColor(8, 4).red(), 230);
     EXPECT_NEAR(picture.pixelColor(100, 4).red(), 128, 4);
     EXPECT_GT(picture.pixelColor(191, 4).blue(), 230);
+}
+
+/// The pixels of `picture` that are more white than anything else.
+int whiteIn(const QImage& picture)
+{
+    int count = 0;
+    for (int y = 0; y < picture.height(); ++y)
+        for (int x = 0; x < picture.width(); ++x) count += picture.pixelColor(x, y).red() > 200 ? 1 : 0;
+    return count;
+}
+
+TEST(CheckMark, GrowsItsDiscAndThenWritesItsCheck)
+{
+    CheckMark mark;
+    mark.setProperty("color", QColor(0, 120, 0));
+    mark.setProperty("inkColor", QColor(Qt::white));
+    int disc = 0;
+    int check = 0;
+    for (const double progress : {0.0, 0.2, 0.45, 0.6, 0.75, 0.9, 1.0}) {
+        SCOPED_TRACE(progress);
+        mark.setProperty("progress", progress);
+        const QImage picture = drawn(mark, {56, 56});
+        const int painted = paintedIn(picture, picture.rect());
+        const int white = whiteIn(picture);
+        EXPECT_TRUE(progress == 0 ? painted == 0 : progress <= 0.45 ? painted > disc : painted == disc);
+        EXPECT_TRUE(progress <= 0.45 ? white == 0 : white > check);
+        disc = painted;
+        check = white;
+    }
+    EXPECT_NEAR(disc, 28 * 28 * 3.14, 120) << "the whole disc";
+}
+
+TEST(FallingPaper, FallsOnceFromTheTopToTheBottom)
+{
+    FallingPaper paper;
+    paper.setProperty("startColor", QColor(200, 0, 0));
+    paper.setProperty("endColor", QColor(0, 0, 200));
+    const auto middleAt = [&](double progress) {
+        paper.setProperty("progress", progress);
+        const QImage picture = drawn(paper, {440, 620});
+        double sum = 0;
+        int count = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            const int painted = paintedIn(picture, QRect(0, y, picture.width(), 1));
+            sum += double(painted) * y;
+            count += painted;
+        }
+        return count > 0 ? sum / count : -1;
+    };
+    EXPECT_EQ(middleAt(0), -1);
+    double before = 0;
+    for (const double progress : {0.1, 0.3, 0.5, 0.7, 0.9}) {
+        EXPECT_GT(middleAt(progress), before) << progress;
+        before = middleAt(progress);
+    }
+    EXPECT_EQ(middleAt(1), -1);
+}
+
+TEST(FallingPaper, HasTheColoursBetweenItsTwo)
+{
+    FallingPaper paper;
+    paper.setProperty("startColor", QColor(200, 0, 0));
+    paper.setProperty("endColor", QColor(0, 0, 200));
+    paper.setProperty("progress", 0.5);
+    const QImage picture = drawn(paper, {440, 620}).convertToFormat(QImage::Format_ARGB32);
+    std::set<int> reds;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor colour = picture.pixelColor(x, y);
+            if (colour.alpha() < 255) continue;
+            EXPECT_NEAR(colour.red() + colour.blue(), 200, 2);
+            reds.insert(colour.red() / 20);
+        }
+    }
+    EXPECT_GE(reds.size(), 5U);
 }
 
 TEST(BubbleShape, HasItsTailOnTheSideThatSpeaks)

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QColor>
+#include <QQuickPaintedItem>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// A check on a disc, as far as it is drawn: the disc grows first, then the check is written on it.
+class CheckMark : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+    Q_PROPERTY(double progress MEMBER progress_ NOTIFY looksChanged)
+    Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
+    Q_PROPERTY(QColor inkColor MEMBER inkColor_ NOTIFY looksChanged)
+
+public:
+    explicit CheckMark(QQuickItem* parent = nullptr);
+
+    void paint(QPainter* painter) override;
+
+signals:
+    void looksChanged();
+
+private:
+    double progress_ = 1; ///< 0…1
+    QColor color_ = Qt::black;
+    QColor inkColor_ = Qt::white;
+};
+
+} // namespace vorn
