@@ -1,6 +1,7 @@
 #include "VornMac/View/ScreenModel.h"
 
 #include "VornMac/Text/LinkText.h"
+#include "VornMac/Text/QuestText.h"
 #include "VornMac/View/Countdown.h"
 
 #include <chrono>
@@ -68,9 +69,10 @@ void ScreenModel::refresh()
     compare(&Shown::agreesToShare, &ScreenModel::agreesToShareChanged);
     compare(&Shown::access, &ScreenModel::accessChanged);
     compare(&Shown::canUpload, &ScreenModel::canUploadChanged);
-    compare(&Shown::isFound, &ScreenModel::scanPhaseChanged);
+    compare(&Shown::scan, &ScreenModel::scanPhaseChanged);
     compare(&Shown::uploadBar, &ScreenModel::uploadBarChanged);
     compare(&Shown::reward, &ScreenModel::rewardChanged);
+    compare(&Shown::isOutcomeFinal, &ScreenModel::outcomeChanged);
     compare(&Shown::text, &ScreenModel::textChanged);
     compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
     compare(&Shown::step, &ScreenModel::stepChanged);        // a screen that is made then reads everything
@@ -141,6 +143,21 @@ Async<> ScreenModel::runUploadWatch()
         co_await clock_->sleep(betweenLooks);
         refresh();
     }
+}
+
+// The reward.
+
+QString ScreenModel::countedReward(double part) const
+{
+    return shown(countedText(shown_.reward.amount.toStdString(), part));
+}
+
+bool ScreenModel::takeMoment()
+{
+    if (model_ == nullptr || model_->step() != vorn::Step::done) return false;
+    const SubmissionStatus latest = submission();
+    if (!latest.status.is(ReviewStatus::Kind::approved)) return false;
+    return std::exchange(celebrated_, latest.id) != latest.id;
 }
 
 // The operations.

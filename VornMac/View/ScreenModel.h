@@ -50,6 +50,7 @@ class ScreenModel : public QObject {
 
     Q_PROPERTY(Access access READ access NOTIFY accessChanged)
 
+    Q_PROPERTY(bool isLooking READ isLooking NOTIFY scanPhaseChanged)
     Q_PROPERTY(bool isFound READ isFound NOTIFY scanPhaseChanged)
     Q_PROPERTY(QStringList statisticsLabels READ statisticsLabels NOTIFY exportResultChanged)
     Q_PROPERTY(QStringList statisticsValues READ statisticsValues NOTIFY exportResultChanged)
@@ -59,9 +60,8 @@ class ScreenModel : public QObject {
 
     Q_PROPERTY(vorn::ShownUploadBar uploadBar READ uploadBar NOTIFY uploadBarChanged)
 
-    Q_PROPERTY(QString reward READ reward NOTIFY rewardChanged)
-    Q_PROPERTY(bool isRewardPaid READ isRewardPaid NOTIFY rewardChanged)
-    Q_PROPERTY(bool isRewardLost READ isRewardLost NOTIFY rewardChanged)
+    Q_PROPERTY(vorn::ShownReward reward READ reward NOTIFY rewardChanged)
+    Q_PROPERTY(bool isOutcomeFinal READ isOutcomeFinal NOTIFY outcomeChanged)
 
 public:
     enum class Step { Link, Consent, Access, Find, Upload, Done };
@@ -103,7 +103,8 @@ public:
 
     Access access() const { return shown_.access; }
 
-    bool isFound() const { return shown_.isFound; }
+    bool isLooking() const { return shown_.scan.isLooking; }
+    bool isFound() const { return shown_.scan.isFound; }
     QStringList statisticsLabels() const { return found_.labels; } ///< empty before something is found
     QStringList statisticsValues() const { return found_.values; } ///< one each
     PreviewList* preview() { return &preview_; }
@@ -112,9 +113,12 @@ public:
 
     const ShownUploadBar& uploadBar() const { return shown_.uploadBar; }
 
-    QString reward() const { return shown_.reward.amount; } ///< the submission's, else the quest's: "$12.50"
-    bool isRewardPaid() const { return shown_.reward.isPaid; }
-    bool isRewardLost() const { return shown_.reward.isLost; }
+    const ShownReward& reward() const { return shown_.reward; } ///< the submission's, else the quest's: "$12.50"
+    /// The reward's amount while it is counted up: `part` of it, 0…1.
+    Q_INVOKABLE QString countedReward(double part) const;
+    /// Whether the reward of a submission was paid since this was last asked: it is worth a moment once.
+    Q_INVOKABLE bool takeMoment();
+    bool isOutcomeFinal() const { return shown_.isOutcomeFinal; } ///< nothing more is to be waited for
 
     /// Begins the work of the first step; after a refusal, asks the keychain again.
     Q_INVOKABLE void start();
@@ -150,6 +154,7 @@ signals:
     void canUploadChanged();
     void uploadBarChanged();
     void rewardChanged();
+    void outcomeChanged();
 
 private:
     struct User {
@@ -168,11 +173,10 @@ private:
         ShownText text;
         bool operator==(const Restore&) const = default;
     };
-    struct Reward {
-        QString amount;
-        bool isPaid = false;
-        bool isLost = false;
-        bool operator==(const Reward&) const = default;
+    struct Scan {
+        bool isLooking = false;
+        bool isFound = false;
+        bool operator==(const Scan&) const = default;
     };
     /// What one signal tells of stands in one member.
     struct Shown {
@@ -187,10 +191,11 @@ private:
         bool understandsUpload = false;
         bool agreesToShare = false;
         Access access = Access::Denied;
-        bool isFound = false;
+        Scan scan;
         bool canUpload = false;
         ShownUploadBar uploadBar;
-        Reward reward;
+        ShownReward reward;
+        bool isOutcomeFinal = false;
     };
     /// The words about an export, which are worked out only when there is another.
     struct Found {
@@ -208,7 +213,8 @@ private:
     ScreenText currentText() const;
     User user() const;
     Access currentAccess() const;
-    Reward currentReward() const;
+    SubmissionStatus submission() const;
+    ShownReward currentReward() const;
     ShownUploadBar currentUploadBar() const;
     Found found() const;
     void refresh();
@@ -231,8 +237,9 @@ private:
     Everything everything_;
     int linkSecondsLeft_ = 0;
     Task countdown_;
-    TimeLeft timeLeft_; ///< of the upload
-    Task uploadWatch_;  ///< while it sends
+    TimeLeft timeLeft_;                     ///< of the upload
+    Task uploadWatch_;                      ///< while it sends
+    std::optional<std::string> celebrated_; ///< the last submission that was worth a moment
 };
 
 } // namespace vorn

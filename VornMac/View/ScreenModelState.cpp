@@ -53,7 +53,7 @@ ScreenText ScreenModel::currentText() const
     case vorn::Step::upload: return uploadText(model_->uploadPhase());
     case vorn::Step::done: break;
     }
-    return doneText({model_->submission().value_or(SubmissionStatus{}), model_->nimbrel(), model_->availability()});
+    return doneText({submission(), model_->nimbrel(), model_->availability()});
 }
 
 QString ScreenModel::position() const
@@ -79,14 +79,17 @@ ScreenModel::Access ScreenModel::currentAccess() const
     return Access::NoDatabase;
 }
 
-ScreenModel::Reward ScreenModel::currentReward() const
+SubmissionStatus ScreenModel::submission() const
 {
-    using Kind = ReviewStatus::Kind;
-    if (model_->step() != vorn::Step::done) return {shown(model_->reward())};
-    const SubmissionStatus submission = model_->submission().value_or(SubmissionStatus{});
-    const ReviewStatus& status = submission.status;
-    return {shown(earnedText(submission, model_->reward())), status.is(Kind::approved),
-            status.is(Kind::rejected) || status.is(Kind::expired)};
+    return model_->submission().value_or(SubmissionStatus{});
+}
+
+// An earlier upload's submission is known until the next has one: before the last step it says nothing.
+ShownReward ScreenModel::currentReward() const
+{
+    if (model_->step() != vorn::Step::done) return {model_->reward(), rewardStatus(model_->uploadPhase())};
+    const SubmissionStatus latest = submission();
+    return {earnedText(latest, model_->reward()), rewardStatus(latest.status)};
 }
 
 ScreenModel::Found ScreenModel::found() const
@@ -124,10 +127,11 @@ ScreenModel::Shown ScreenModel::derived() const
     shown.understandsUpload = model_->understandsUpload();
     shown.agreesToShare = model_->agreesToShare();
     shown.access = currentAccess();
-    shown.isFound = std::holds_alternative<phase::Found>(model_->scanPhase());
+    shown.scan = {vorn::isLooking(model_->scanPhase()), std::holds_alternative<phase::Found>(model_->scanPhase())};
     shown.canUpload = model_->canUpload();
     shown.uploadBar = currentUploadBar();
     shown.reward = currentReward();
+    shown.isOutcomeFinal = model_->step() == vorn::Step::done && submission().status.isFinal();
     return shown;
 }
 

@@ -18,6 +18,11 @@ ShownStatus::ShownStatus(const StatusText& status) : tone(static_cast<int>(statu
 {
 }
 
+ShownReward::ShownReward(const std::string& amount, const RewardStatus& status)
+    : amount(shown(amount)), standing(static_cast<int>(status.standing)), status(shown(status.text))
+{
+}
+
 ShownUploadBar::ShownUploadBar(const UploadBar& bar, const std::string& amounts)
     : value(bar.value), isBusy(bar.isBusy), percents(bar.isMeasured ? shown(percentLabel(bar.value)) : QString()),
       percentage(shown(percentText(bar.value))), amounts(shown(amounts))

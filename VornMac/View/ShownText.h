@@ -1,6 +1,7 @@
 #pragma once
 
 #include "VornMac/Text/Consent.h"
+#include "VornMac/Text/RewardStatus.h"
 #include "VornMac/Text/ScreenText.h"
 #include "VornMac/Text/UploadText.h"
 
@@ -32,6 +33,24 @@ public:
 
     int tone = 0;
     QString text;
+};
+
+/// An amount, and how a `RewardStatus` says that it stands. Its standing is a `RewardCard.Standing`.
+class ShownReward {
+    Q_GADGET
+    QML_ANONYMOUS
+    Q_PROPERTY(QString amount MEMBER amount)
+    Q_PROPERTY(int standing MEMBER standing)
+    Q_PROPERTY(QString status MEMBER status)
+
+public:
+    ShownReward() = default;
+    ShownReward(const std::string& amount, const RewardStatus& status);
+    bool operator==(const ShownReward&) const = default;
+
+    QString amount;
+    int standing = 0;
+    QString status;
 };
 
 /// An `UploadBar` in numbers and words.

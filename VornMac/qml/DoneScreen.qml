@@ -7,7 +7,7 @@ StepScreen {
     id: root
 
     step: 5
-    primaryIsQuiet: !model.isRewardPaid && !model.isRewardLost // the review goes on: stay and see
+    primaryIsQuiet: !model.isOutcomeFinal // stay and see
     onPrimary: model.go(ScreenModel.Step.Find)
 
     Repeater {
@@ -42,17 +42,8 @@ StepScreen {
         }
     }
 
-    preview: PreviewPanel {
+    preview: RewardPanel {
         anchors.fill: parent
-        caption: root.model.text.caption
-        isHeading: true
-
-        RewardCard {
-            amount: root.model.reward
-            anchors.centerIn: parent
-            isPaid: root.model.isRewardPaid
-            isStruck: root.model.isRewardLost
-            width: parent.width
-        }
+        model: root.model
     }
 }

@@ -59,6 +59,7 @@ StepScreen {
     preview: LocalPreview {
         anchors.fill: parent
         caption: root.model.text.caption
+        isLooking: root.model.isLooking
         messages: root.model.preview
         showsMessages: root.model.isFound
     }

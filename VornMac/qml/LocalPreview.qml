@@ -1,12 +1,14 @@
 import QtQuick
 import Vorn.Components
+import Vorn.Drawing
 import Vorn.View
 
-/// The end of the chat as it was found. Before that, the shape of one.
+/// The end of the chat as it was found; while it is looked for, the shape of one.
 PreviewPanel {
     id: root
 
     required property PreviewList messages
+    required property bool isLooking
     required property bool showsMessages
 
     ChatCard {
@@ -14,33 +16,17 @@ PreviewPanel {
         turns: root.messages
         visible: root.showsMessages
     }
-    MessageThread {
+    PlaceholderThread {
         anchors.fill: parent
-        name: Labels.conversation
-        redacted: true
-        surface: Theme.panel
-        turns: ListModel {
-            ListElement {
-                fromMe: true
-                spoken: ""
-                text: ""
-            }
-            ListElement {
-                fromMe: false
-                spoken: ""
-                text: ""
-            }
-            ListElement {
-                fromMe: true
-                spoken: ""
-                text: ""
-            }
-            ListElement {
-                fromMe: false
-                spoken: ""
-                text: ""
-            }
-        }
-        visible: !root.showsMessages
+        visible: root.isLooking
+    }
+    Symbol {
+        anchors.centerIn: parent
+        color: Theme.tertiary
+        height: 56
+        name: "bubble.slash"
+        visible: !root.isLooking && !root.showsMessages
+        width: 56
+        Accessible.ignored: true
     }
 }

@@ -3,21 +3,57 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// What the quest pays. Paid, it has a check mark; lost, it is struck through.
+/// What the quest pays, and how that stands: a symbol and a word. What is not paid is quiet.
 Item {
     id: root
 
+    enum Standing { Packing, Sending, NotSent, Checking, PersonChecking, Paid, Refused, Stopped }
+
+    required property string heading
     required property string amount
-    property bool isPaid: false
-    property bool isStruck: false
+    required property string status
+    required property int standing // a RewardCard.Standing
+
+    // Of the moment in which it is paid.
+    property string countedAmount: root.amount
+    property real checkDrawn: 1 // 0…1
+    property real checkOpacity: 1
+    property real contentScale: 1
+
+    readonly property bool isPaid: standing === RewardCard.Paid
+    readonly property bool isRefused: standing === RewardCard.Refused
+    readonly property bool isStopped: standing === RewardCard.Stopped
+
+    function symbolOf(standing: int): string {
+        switch (standing) {
+        case RewardCard.Packing:
+            return "shippingbox";
+        case RewardCard.Sending:
+            return "arrow.up.circle.fill";
+        case RewardCard.PersonChecking:
+            return "person.fill";
+        case RewardCard.Paid:
+            return "checkmark.circle.fill";
+        case RewardCard.NotSent:
+        case RewardCard.Refused:
+            return "xmark.circle.fill";
+        case RewardCard.Stopped:
+            return "stop.circle.fill";
+        default:
+            return ""; // a spinner
+        }
+    }
 
     implicitHeight: card.height
     Accessible.role: Accessible.StaticText
-    Accessible.name: amount + ", " + caption.text
+    Accessible.name: root.amount + ", " + caption.text
+    Accessible.description: root.status
 
     SoftShadow {
         anchors.fill: card
         anchors.margins: -blur
+        anchors.bottomMargin: -blur - 8
+        anchors.topMargin: 8 - blur
         blur: 24
         color: Theme.shadow
         radius: card.radius
@@ -25,65 +61,137 @@ Item {
     Rectangle {
         id: card
         color: Theme.card
-        height: column.height + 64
+        height: column.height + 56
         radius: 20
+        scale: root.contentScale
         width: parent.width
+        border.color: Theme.border
+        border.width: 1
 
         Column {
             id: column
             anchors.centerIn: parent
-            spacing: 10
+            spacing: 20
             width: parent.width - 48
 
-            Item {
-                anchors.horizontalCenter: parent.horizontalCenter
-                height: 52
-                width: 52
-
-                VornGlyph {
-                    anchors.fill: parent
-                    opacity: root.isStruck ? 0.4 : 1
-                }
-                Rectangle {
-                    color: Theme.card
-                    height: 24
-                    radius: 12
-                    visible: root.isPaid
-                    width: 24
-                    x: parent.width - 14
-                    y: parent.height - 14
-
-                    Symbol {
-                        anchors.centerIn: parent
-                        color: Theme.success
-                        height: 20
-                        name: "checkmark.circle.fill"
-                        width: 20
-                    }
-                }
-            }
             Words {
-                Accessible.ignored: true
-                color: root.isStruck ? Theme.secondary : Theme.ink
-                font.family: Theme.fonts.amount.family
-                font.pixelSize: Theme.fonts.amount.pixelSize
-                font.strikeout: root.isStruck
-                font.weight: Theme.fonts.amount.weight
-                fontSizeMode: Text.HorizontalFit
-                horizontalAlignment: Text.AlignHCenter
-                minimumPixelSize: 16
-                text: root.amount
-                width: parent.width
-                wrapMode: Text.NoWrap
-            }
-            Words {
-                id: caption
-                Accessible.ignored: true
                 color: Theme.secondary
                 font: Theme.fonts.label
                 horizontalAlignment: Text.AlignHCenter
-                text: Labels.questName
+                text: root.heading
                 width: parent.width
+            }
+            Item {
+                anchors.horizontalCenter: parent.horizontalCenter
+                height: 56
+                width: 56
+
+                VornGlyph {
+                    anchors.fill: parent
+                    opacity: root.isRefused ? 0.4 : root.isStopped ? 0.6 : 1
+                    visible: !root.isPaid
+                }
+                CheckMark {
+                    anchors.fill: parent
+                    color: Theme.success
+                    inkColor: Theme.outgoingInk
+                    opacity: root.checkOpacity
+                    progress: root.checkDrawn
+                    visible: root.isPaid
+                    Accessible.ignored: true
+                }
+            }
+            Column {
+                spacing: 4
+                width: parent.width
+
+                Item {
+                    height: amountRoom.height
+                    width: parent.width
+
+                    FontMetrics {
+                        id: amountRoom
+                        font: Theme.fonts.amount
+                    }
+                    // While it is counted, its digits grow to the right and its sign stands still.
+                    Words {
+                        id: figure
+                        Accessible.ignored: true
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: root.isRefused ? Theme.secondary : Theme.ink
+                        font: root.isRefused ? Theme.fonts.quietAmount : Theme.fonts.amount
+                        fontSizeMode: Text.HorizontalFit
+                        horizontalAlignment: root.countedAmount === root.amount ? Text.AlignHCenter : Text.AlignLeft
+                        leftPadding: root.countedAmount === root.amount ? 0 : Math.max(0, (width - whole.advanceWidth) / 2)
+                        minimumPixelSize: 16
+                        opacity: root.isStopped ? 0.6 : 1
+                        text: root.countedAmount
+                        width: parent.width
+                        wrapMode: Text.NoWrap
+                    }
+                    TextMetrics {
+                        id: whole
+                        font: Theme.fonts.amount
+                        text: root.amount
+                    }
+                    Rectangle {
+                        anchors.centerIn: parent
+                        color: Theme.tertiary
+                        height: 2
+                        visible: root.isRefused
+                        width: figure.contentWidth + 12
+                    }
+                }
+                Words {
+                    id: caption
+                    Accessible.ignored: true
+                    color: Theme.secondary
+                    font: Theme.fonts.label
+                    horizontalAlignment: Text.AlignHCenter
+                    text: Labels.questName
+                    width: parent.width
+                }
+            }
+            Rectangle {
+                anchors.horizontalCenter: parent.horizontalCenter
+                color: Theme.pill
+                height: statusWords.letterHeight + 16
+                radius: height / 2
+                width: statusRow.width + 24
+                border.color: Theme.divider
+                border.width: 1
+
+                Row {
+                    id: statusRow
+                    anchors.centerIn: parent
+                    spacing: 6
+
+                    Item {
+                        anchors.verticalCenter: parent.verticalCenter
+                        height: 16
+                        width: 16
+
+                        Symbol {
+                            anchors.fill: parent
+                            color: root.isPaid ? Theme.success : Theme.secondary
+                            name: root.symbolOf(root.standing)
+                            visible: name.length > 0
+                            Accessible.ignored: true
+                        }
+                        Spinner {
+                            anchors.centerIn: parent
+                            visible: root.standing === RewardCard.Checking
+                        }
+                    }
+                    Words {
+                        id: statusWords
+                        Accessible.ignored: true
+                        anchors.verticalCenter: parent.verticalCenter
+                        font: Theme.fonts.label
+                        lineHeight: 1
+                        text: root.status
+                    }
+                }
             }
         }
     }

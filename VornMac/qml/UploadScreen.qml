@@ -25,15 +25,8 @@ StepScreen {
         width: parent.width
     }
 
-    preview: PreviewPanel {
+    preview: RewardPanel {
         anchors.fill: parent
-        caption: root.model.text.caption
-        isHeading: true
-
-        RewardCard {
-            amount: root.model.reward
-            anchors.centerIn: parent
-            width: parent.width
-        }
+        model: root.model
     }
 }

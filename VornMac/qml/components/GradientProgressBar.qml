@@ -44,7 +44,6 @@ Column {
         endColor: Theme.accentEnd
         height: 8
         startColor: Theme.accentStart
-        sweep: -1
         trackColor: Theme.border
         value: root.value
         width: root.width

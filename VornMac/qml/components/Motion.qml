@@ -7,6 +7,6 @@ QtObject {
     required property Item item
 
     readonly property int visibility: item.Window.visibility
-    readonly property bool isWindowSeen: visibility !== Window.Hidden && visibility !== Window.Minimized && Qt.application.state !== Qt.ApplicationHidden
+    readonly property bool isWindowSeen: visibility !== Window.Hidden && visibility !== Window.Minimized
     readonly property bool isOn: item.visible && isWindowSeen && Theme.motion(1) > 0
 }

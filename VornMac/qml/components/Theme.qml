@@ -60,7 +60,8 @@ QtObject {
     readonly property int topMargin: 96
     readonly property int bottomMargin: 44
 
-    readonly property int crossFade: motion(220)
+    readonly property int fade: 220 // which is not motion
+    readonly property int crossFade: motion(fade)
     readonly property int progressEase: motion(200)
     readonly property int quick: motion(120)
 

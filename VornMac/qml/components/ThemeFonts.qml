@@ -13,6 +13,7 @@ QtObject {
     readonly property font button: of(14, Font.Medium)
 
     readonly property font amount: of(44, Font.DemiBold)
+    readonly property font quietAmount: of(36, Font.DemiBold)
     readonly property font badge: of(10, Font.Bold)
 
     function of(size: int, weight: int): font {

@@ -178,8 +178,9 @@ struct Case {
 
 std::vector<Case> allCases()
 {
-    const Texts reward = {"Reward", "$12.50", "Chat export quest", "A"};
-    const Texts earned = {"Reward", "$15.00", "Chat export quest", "A"};
+    const auto reward = [](const std::string& status, const std::string& amount = "$12.50") {
+        return Texts{"Reward", amount, "Chat export quest", status, "A"};
+    };
     const Texts back = {"Back to your chat"};
     return {
         {"0-keychain-waiting", {"Waiting for your keychain…"}},
@@ -193,6 +194,7 @@ std::vector<Case> allCases()
                                linkNote + Texts{"Confirm on your phone"}},
         {"1-link-rejected",
          linkHead + linkSteps + Texts{"Your phone declined the link. Here's a new code."} + linkNote}, // none yet
+        {"1-link-expired", linkHead + linkSteps + Texts{"Waiting for your phone"} + linkNote},
         {"1-link-failed",
          linkHead + linkSteps + Texts{"You're offline. Vorn will retry."} + linkNote + Texts{"Try again"}},
         {"2-consent", consent + badge},
@@ -236,22 +238,28 @@ std::vector<Case> allCases()
          foundChat("3", "3",
                    longMessages + longMessages +
                        Texts{longMessages.front(), "The newest. The newest. The newest. The newest."})},
-        {"5-upload-preparing", uploading({"Packing your chat…"}), reward},
+        {"5-upload-preparing", uploading({"Packing your chat…"}), reward("Packing")},
         {"5-upload-uploading",
-         uploading({"42 %", sent + ", about 2 minutes left", "Uploading securely. Keep this window open."}), reward},
-        {"5-upload-finishing", uploading({"100 %", sent, "Finishing up…"}), reward},
-        {"5-upload-failed", uploading({"Your chat is larger than the upload limit.", "Try again"}), reward},
-        {"6-done-analyzing", Texts{"Upload received", "Checking your chat"} + review + back, reward},
-        {"6-done-review-pending", Texts{"Upload received", "A person is checking it"} + review + back, reward},
+         uploading({"42 %", sent + ", about 2 minutes left", "Uploading securely. Keep this window open."}),
+         reward("Uploading")},
+        {"5-upload-finishing", uploading({"100 %", sent, "Finishing up…"}), reward("Finishing")},
+        {"5-upload-failed", uploading({"Your chat is larger than the upload limit.", "Try again"}), reward("Not sent")},
+        {"6-done-analyzing", Texts{"Upload received", "Checking your chat"} + review + back, reward("Checking")},
+        {"6-done-review-pending", Texts{"Upload received", "A person is checking it"} + review + back,
+         reward("A person is checking")},
         {"6-done-approved",
          Texts{"You earned $15.00", "Thanks for your Nimbrel chat", "The reward is in your Vorn balance.",
                "Upload again on Mar 15, 2026 with your newer chats."} +
              back,
-         earned},
-        {"6-done-rejected", Texts{"Not accepted", "This time"} + tooSmall + back, reward},
+         reward("Paid", "$15.00")},
+        {"6-done-approved-unknown-reward",
+         Texts{"You earned the quest reward", "Thanks for your Nimbrel chat", "The reward is in your Vorn balance."} +
+             back,
+         reward("Paid", "the quest reward")},
+        {"6-done-rejected", Texts{"Not accepted", "This time"} + tooSmall + back, reward("Not accepted")},
         {"6-done-expired",
          Texts{"Upload stopped", "Nothing was sent", "The upload didn't finish. Try again from your chat."} + back,
-         reward},
+         reward("Stopped")},
     };
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <optional>
 #include <string_view>
 
 #include <gmock/gmock.h>
@@ -111,6 +112,29 @@ TEST(FindScreen, KeepsTheUploadOffWhileThereIsNoQuest)
     EXPECT_FALSE(fix.isEnabled("Upload chat"));
 }
 
+TEST(FindScreen, ShowsTheShapeOfAChatOnlyWhileItLooks)
+{
+    const auto shows = [](WindowFixture& fix, std::string_view type) {
+        const auto items = itemsBelow(fix.window().contentItem(), [](QQuickItem* item) { return item->isVisible(); });
+        return std::any_of(items.begin(), items.end(), [&](const QQuickItem* item) {
+            return std::string_view(item->metaObject()->className()).starts_with(type) && item->height() >= 56;
+        });
+    };
+    for (const Scene& scene : allScenes()) {
+        if (!scene.name.starts_with("4-")) continue;
+        SCOPED_TRACE(scene.name);
+        WindowFixture fix;
+        scene.play(fix);
+        fix.settle();
+        const bool isLooking = scene.name == "4-find-loading";
+        const bool isFound = scene.name.starts_with("4-find-found");
+        EXPECT_EQ(shows(fix, "PlaceholderThread"), isLooking);
+        EXPECT_EQ(shows(fix, "MessageThread"), isFound);
+        EXPECT_EQ(shows(fix, "vorn::Symbol"), !isLooking && !isFound);
+        EXPECT_EQ(fix.shows("Only on this Mac. Nothing is uploaded yet."), isFound);
+    }
+}
+
 TEST(DoneScreen, TakesAnUnknownStatusForAnalyzing)
 {
     WindowFixture fix;
@@ -134,17 +158,101 @@ TEST(DoneScreen, SaysNothingOfTheNextUploadWhereItIsNotKnown)
     EXPECT_THAT(fix.words(), Contains("You earned $12.50")) << "the quest's, for the submission has none";
 }
 
-TEST(DoneScreen, StrikesTheAmountThroughWhereNothingIsPaid)
+/// How the amount on the reward card is drawn.
+struct DrawnAmount {
+    const char* scene;
+    int size;
+    const char* colour; ///< of Theme
+    double opacity;
+};
+
+TEST(DoneScreen, ShoutsNoAmountThatIsNotPaid)
 {
-    for (const auto& [scene, struck] : {std::pair("6-done-rejected", true), std::pair("6-done-expired", true),
-                                        std::pair("6-done-approved", false), std::pair("6-done-analyzing", false)}) {
+    for (const DrawnAmount& each :
+         {DrawnAmount{"6-done-analyzing", 44, "ink", 1}, DrawnAmount{"6-done-approved", 44, "ink", 1},
+          DrawnAmount{"6-done-rejected", 36, "secondary", 1}, DrawnAmount{"6-done-expired", 44, "ink", 0.6}}) {
+        SCOPED_TRACE(each.scene);
+        WindowFixture fix;
+        play(fix, each.scene);
+        const auto texts = drawnTexts(fix.window());
+        const auto amount =
+            std::find_if(texts.begin(), texts.end(), [](const DrawnText& text) { return text.text.startsWith("$"); });
+        ASSERT_NE(amount, texts.end());
+        EXPECT_EQ(amount->item->property("font").value<QFont>().pixelSize(), each.size);
+        EXPECT_EQ(amount->color, fix.theme().property(each.colour).value<QColor>());
+        EXPECT_NEAR(amount->opacity, each.opacity, 0.001);
+    }
+}
+
+TEST(DoneScreen, StrikesOnlyARefusedAmountThroughAndThinly)
+{
+    for (const char* scene : {"6-done-rejected", "6-done-expired", "6-done-approved", "6-done-analyzing"}) {
         SCOPED_TRACE(scene);
         WindowFixture fix;
         play(fix, scene);
-        for (const DrawnText& text : drawnTexts(fix.window())) {
-            if (text.text.startsWith("$")) EXPECT_EQ(text.item->property("font").value<QFont>().strikeOut(), struck);
-        }
+        const QColor strike = fix.theme().property("tertiary").value<QColor>();
+        const auto items = itemsBelow(fix.window().contentItem(), [](QQuickItem* item) { return item->isVisible(); });
+        const auto count = std::count_if(items.begin(), items.end(), [&](const QQuickItem* item) {
+            return item->height() == 2 && item->property("color").value<QColor>() == strike;
+        });
+        EXPECT_EQ(count, std::string_view(scene) == "6-done-rejected" ? 1 : 0);
     }
+}
+
+TEST(DoneScreen, FillsTheButtonThatLeavesOnceTheOutcomeIsFinal)
+{
+    for (const auto& [scene, isFinal] :
+         {std::pair("6-done-analyzing", false), std::pair("6-done-review-pending", false),
+          std::pair("6-done-approved", true), std::pair("6-done-rejected", true), std::pair("6-done-expired", true)}) {
+        SCOPED_TRACE(scene);
+        WindowFixture fix;
+        play(fix, scene);
+        EXPECT_EQ(fix.named("Back to your chat")->property("isQuiet").toBool(), !isFinal);
+    }
+}
+
+/// The words beside the symbol on the reward card, and what a screen reader says of it.
+TEST(RewardCard, TellsHowTheRewardStands)
+{
+    struct Case {
+        const char* scene;
+        const char* spoken;
+    };
+    for (const Case& each : {Case{"5-upload-preparing", "$12.50, Chat export quest – Packing"},
+                             Case{"5-upload-uploading", "$12.50, Chat export quest – Uploading"},
+                             Case{"5-upload-finishing", "$12.50, Chat export quest – Finishing"},
+                             Case{"5-upload-failed", "$12.50, Chat export quest – Not sent"},
+                             Case{"6-done-analyzing", "$12.50, Chat export quest – Checking"},
+                             Case{"6-done-review-pending", "$12.50, Chat export quest – A person is checking"},
+                             Case{"6-done-approved", "$15.00, Chat export quest – Paid"},
+                             Case{"6-done-rejected", "$12.50, Chat export quest – Not accepted"},
+                             Case{"6-done-expired", "$12.50, Chat export quest – Stopped"}}) {
+        SCOPED_TRACE(each.scene);
+        WindowFixture fix;
+        play(fix, each.scene);
+        EXPECT_THAT(fix.spoken(), Contains("StaticText: " + std::string(each.spoken)));
+    }
+}
+
+TEST(RewardCard, KeepsItsPlaceAndSizeInEveryPhase)
+{
+    std::optional<QRectF> before;
+    for (const Scene& scene : allScenes()) {
+        if (!scene.name.starts_with("5-") && !scene.name.starts_with("6-")) continue;
+        SCOPED_TRACE(scene.name);
+        WindowFixture fix;
+        scene.play(fix);
+        fix.lay();
+        const auto items = itemsBelow(fix.window().contentItem(), [](QQuickItem* item) { return item->isVisible(); });
+        const auto card = std::find_if(items.begin(), items.end(), [](const QQuickItem* item) {
+            return std::string_view(item->metaObject()->className()).starts_with("RewardCard");
+        });
+        ASSERT_NE(card, items.end());
+        const QRectF frame = (*card)->mapRectToScene(QRectF(0, 0, (*card)->width(), (*card)->height()));
+        if (before) EXPECT_EQ(frame, *before);
+        before = frame;
+    }
+    EXPECT_NEAR(before.value().center().y(), 406, 1) << "the middle of the panel";
 }
 
 TEST(LinkScreen, CountsDownEverySecondToZero)

@@ -1,4 +1,5 @@
 #include "tests/VornMac/Tour/PictureDifference.h"
+#include "tests/VornMac/Window/HandDrivenAnimations.h"
 #include "tests/VornMac/Window/Scenes.h"
 
 #include <cstdio>
@@ -26,12 +27,26 @@ struct TourOptions {
     std::string references; ///< empty: nothing is compared
 };
 
+/// Everything has come to rest.
 QImage pictureOf(const Scene& scene, Appearance::Theme theme, QSize size)
 {
+    HandDrivenAnimations animations;
     WindowFixture fix;
     Appearance::shared().setTheme(theme);
     scene.play(fix);
     fix.window().resize(size);
+    animations.pass(1000);
+    return fix.picture();
+}
+
+QImage pictureOf(const MovingScene& scene, Appearance::Theme theme, QSize size)
+{
+    HandDrivenAnimations animations;
+    WindowFixture fix(WindowFixture::Motion::full);
+    Appearance::shared().setTheme(theme);
+    play(fix, scene.scene);
+    fix.window().resize(size);
+    animations.pass(static_cast<int>(scene.after.count()));
     return fix.picture();
 }
 
@@ -44,11 +59,12 @@ bool matchesReference(const QImage& picture, const std::string& path)
     return false;
 }
 
-/// Takes every picture, and gives whether each could be written and looks as it should.
-bool takePictures(const TourOptions& options)
+/// Takes the pictures of `scenes`, and gives whether each could be written and looks as it should.
+template <class Scenes>
+bool takePictures(const Scenes& scenes, const TourOptions& options)
 {
     bool allWell = true;
-    for (const Scene& scene : allScenes()) {
+    for (const auto& scene : scenes) {
         if (scene.name.find(options.only) == std::string::npos) continue;
         for (const auto& [theme, suffix] :
              {std::pair(Appearance::Theme::light, "-light.png"), std::pair(Appearance::Theme::dark, "-dark.png")}) {
@@ -81,5 +97,8 @@ int main(int argc, char** argv)
     const QGuiApplication application(qtArguments, argv);
     ::testing::GTEST_FLAG(throw_on_failure) = true;
     std::filesystem::create_directories(options.folder);
-    return vorn::testing::takePictures(options) ? 0 : 1;
+    using namespace vorn::testing;
+    const bool standing = takePictures(allScenes(), options);
+    const bool moving = takePictures(movingScenes(), options);
+    return standing && moving ? 0 : 1;
 }

@@ -44,6 +44,7 @@ TEST_F(FindScreen, FollowsTheScan)
     fix_.fix.launch();
     fix_.show();
     EXPECT_EQ(fix_.value("isFound"), "false");
+    EXPECT_EQ(fix_.value("isLooking"), "true");
     fix_.fix.linkAs(testing::adasSession());
     fix_.screen().go(ScreenModel::Step::Find);
     EXPECT_EQ(text().title, "Looking in Messages…");
@@ -55,6 +56,7 @@ TEST_F(FindScreen, FollowsTheScan)
     fix_.fix.runAll();
     EXPECT_EQ(text().title, "Found on this Mac");
     EXPECT_EQ(fix_.value("isFound"), "true");
+    EXPECT_EQ(fix_.value("isLooking"), "false");
     EXPECT_EQ(fix_.value("statisticsLabels"), "Messages | Your messages | Nimbrel replies | Dates");
     EXPECT_EQ(fix_.screen().preview()->rowCount(), 3);
     EXPECT_EQ(fix_.value("canUpload"), "true");
@@ -85,6 +87,7 @@ TEST_F(FindScreen, TellsWhyNothingIsFound)
         EXPECT_EQ(fix.screen().text().title, each.title);
         EXPECT_EQ(fix.screen().text().status.text, each.line);
         EXPECT_EQ(fix.value("isFound"), "false");
+        EXPECT_EQ(fix.value("isLooking"), "false");
         EXPECT_EQ(fix.value("canUpload"), "false");
     }
 }
@@ -151,7 +154,7 @@ TEST_F(FindScreen, ForgetsWhatItFoundWithTheSession)
     EXPECT_EQ(fix_.value("isFound"), "false");
     EXPECT_EQ(fix_.value("statisticsValues"), "");
     EXPECT_EQ(text().remark.text, "");
-    EXPECT_EQ(fix_.value("reward"), "the quest reward");
+    EXPECT_EQ(fix_.screen().reward().amount, "the quest reward");
     EXPECT_EQ(fix_.value("canUpload"), "false");
     EXPECT_EQ(fix_.screen().preview()->rowCount(), 0);
 }

@@ -56,6 +56,7 @@ ScreenModel& ScreenFixture::show()
     count(&ScreenModel::consentChanged, "consentChanged");
     count(&ScreenModel::textChanged, "textChanged");
     count(&ScreenModel::rewardChanged, "rewardChanged");
+    count(&ScreenModel::outcomeChanged, "outcomeChanged");
     count(&ScreenModel::accessChanged, "accessChanged");
     count(&ScreenModel::scanPhaseChanged, "scanPhaseChanged");
     count(&ScreenModel::exportResultChanged, "exportResultChanged");

@@ -91,9 +91,9 @@ TEST_F(Screen, PassesTheTicksOnAndTheConsent)
     fix_.fix.launchSignedIn(false);
     ScreenModel& screen = fix_.show();
     EXPECT_EQ(fix_.value("step"), "Consent");
-    EXPECT_EQ(fix_.value("reward"), "the quest reward");
+    EXPECT_EQ(screen.reward().amount, "the quest reward");
     fix_.fix.answer(ModelFixture::quest, questJSON());
-    EXPECT_EQ(fix_.value("reward"), "$12.50");
+    EXPECT_EQ(screen.reward().amount, "$12.50");
     EXPECT_TRUE(screen.consent().next.points.value(0).contains("You earn $12.50"));
 
     EXPECT_FALSE(screen.understandsUpload());

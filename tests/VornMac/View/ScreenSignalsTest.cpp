@@ -50,7 +50,7 @@ protected:
                                                  "agreesToShareChanged", "accessChanged",
                                                  "scanPhaseChanged",     "exportResultChanged",
                                                  "canUploadChanged",     "uploadBarChanged",
-                                                 "rewardChanged"};
+                                                 "rewardChanged",        "outcomeChanged"};
 
     ScreenFixture fix_;
     ScreenFixture::Counts last_; ///< told during the last event
@@ -89,6 +89,8 @@ TEST_F(Signals, TellOfEveryChangeAndOfNothingElse)
     watch("a person looks", [&] { fix.answer(ModelFixture::review, submissionJSON("review_pending")); });
     watch("time for another", [&] { fix.advance(30s); });
     watch("still", [&] { fix.answer(ModelFixture::review, submissionJSON("review_pending")); });
+    watch("time for the last", [&] { fix.advance(30s); });
+    watch("paid", [&] { fix.answer(ModelFixture::review, submissionJSON("approved")); });
     watch("signed out", [&] { screen.signOut(); });
 }
 

@@ -61,6 +61,7 @@ TEST_F(UploadScreen, FollowsTheUpload)
     EXPECT_EQ(screen.uploadBar().value, 1);
     EXPECT_EQ(screen.uploadBar().percentage, "100 percent");
     EXPECT_EQ(screen.text().retry, "");
+    EXPECT_EQ(screen.reward().status, "Finishing");
 }
 
 TEST_F(UploadScreen, TellsHowMuchIsSentAndHowLongItStillTakes)
@@ -131,20 +132,23 @@ TEST(DoneScreen, ShowsHowTheSubmissionStands)
         const char* title;
         const char* earned;
         const char* line;
-        bool isPaid;
-        bool isLost;
+        RewardStanding standing;
+        bool isFinal;
     };
     for (const Case& each : {
-             Case{"analyzing", "null", "null", "Upload received", "$12.50", "", false, false},
-             Case{"review_pending", "null", "null", "Upload received", "$12.50", "", false, false},
-             Case{"approved", "null", R"("20")", "You earned $20.00", "$20.00", "", true, false},
-             Case{"approved", "null", "null", "You earned $12.50", "$12.50", "", true, false},
+             Case{"analyzing", "null", "null", "Upload received", "$12.50", "", RewardStanding::checking, false},
+             Case{"review_pending", "null", "null", "Upload received", "$12.50", "", RewardStanding::personChecking,
+                  false},
+             Case{"approved", "null", R"("20")", "You earned $20.00", "$20.00", "", RewardStanding::paid, true},
+             Case{"approved", "null", "null", "You earned $12.50", "$12.50", "", RewardStanding::paid, true},
              Case{"rejected", R"("wrong_provider")", "null", "Not accepted", "$12.50",
-                  "This upload didn't look like your Nimbrel chat.", false, true},
-             Case{"rejected", "null", "null", "Not accepted", "$12.50", "This upload wasn't accepted.", false, true},
+                  "This upload didn't look like your Nimbrel chat.", RewardStanding::refused, true},
+             Case{"rejected", "null", "null", "Not accepted", "$12.50", "This upload wasn't accepted.",
+                  RewardStanding::refused, true},
              Case{"expired", "null", "null", "Upload stopped", "$12.50",
-                  "The upload didn't finish. Try again from your chat.", false, true},
-             Case{"from the future", R"("wrong_provider")", "null", "Upload received", "$12.50", "", false, false},
+                  "The upload didn't finish. Try again from your chat.", RewardStanding::stopped, true},
+             Case{"from the future", R"("wrong_provider")", "null", "Upload received", "$12.50", "",
+                  RewardStanding::checking, false},
          }) {
         SCOPED_TRACE(each.status);
         ScreenFixture fix;
@@ -160,11 +164,43 @@ TEST(DoneScreen, ShowsHowTheSubmissionStands)
         EXPECT_EQ(fix.value("step"), "Done");
         EXPECT_EQ(screen.text().title, each.title);
         EXPECT_EQ(screen.text().status.text, each.line);
-        EXPECT_EQ(fix.value("reward"), each.earned);
-        EXPECT_EQ(screen.isRewardPaid(), each.isPaid);
-        EXPECT_EQ(screen.isRewardLost(), each.isLost);
+        EXPECT_EQ(screen.reward().amount, each.earned);
+        EXPECT_EQ(screen.reward().standing, static_cast<int>(each.standing));
+        EXPECT_EQ(screen.isOutcomeFinal(), each.isFinal);
         EXPECT_LE(screen.text().lead.size(), 1);
     }
+}
+
+TEST(DoneScreen, HasItsMomentOnceForEachRewardThatIsPaid)
+{
+    ScreenFixture fix;
+    fix.fix.launchDone();
+    ScreenModel& screen = fix.show();
+    EXPECT_FALSE(screen.takeMoment());
+    fix.fix.advance(5s);
+    fix.fix.answer(ModelFixture::review, submissionJSON("approved"));
+    QObject leaving;
+    EXPECT_FALSE(screen.asItWas(&leaving)->takeMoment()) << "what only fades out celebrates nothing";
+    EXPECT_TRUE(screen.takeMoment());
+    EXPECT_FALSE(screen.takeMoment());
+    EXPECT_EQ(screen.countedReward(0.5), "$6.25");
+    screen.go(ScreenModel::Step::Find);
+    screen.go(ScreenModel::Step::Done);
+    EXPECT_FALSE(screen.takeMoment()) << "it is known already";
+}
+
+TEST(DoneScreen, HasNoMomentForAnEarlierRewardWhileTheNextIsUploaded)
+{
+    ScreenFixture fix;
+    fix.fix.launchDone();
+    fix.fix.advance(5s);
+    fix.fix.answer(ModelFixture::review, submissionJSON("approved"));
+    fix.fix.answer(ModelFixture::quest, questJSON());
+    ScreenModel& screen = fix.show();
+    screen.go(ScreenModel::Step::Upload);
+    EXPECT_EQ(screen.reward().status, "Packing");
+    EXPECT_FALSE(screen.isOutcomeFinal());
+    EXPECT_FALSE(screen.takeMoment());
 }
 
 TEST(DoneScreen, IsAnalyzingBeforeAnythingIsKnown)

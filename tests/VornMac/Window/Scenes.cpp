@@ -120,6 +120,11 @@ std::vector<Scene> linkScenes()
         {"1-link-showing", [](WindowFixture& fix) { link(fix); }},
         {"1-link-scanned", [](WindowFixture& fix) { link(fix, "scanned"); }},
         {"1-link-rejected", [](WindowFixture& fix) { link(fix, "rejected"); }},
+        {"1-link-expired",
+         [](WindowFixture& fix) {
+             link(fix);
+             fix.model.advance(118s);
+         }},
         {"1-link-failed",
          [](WindowFixture& fix) {
              fix.model.launch();
@@ -234,6 +239,12 @@ std::vector<Scene> doneScenes()
              done(fix, outcome("approved", R"("rejectionReasonKey":null,"rewardUsd":"15.00")"));
              fix.model.answer(Fixture::quest, questWith(R"("status":"approved","availableAt":"2026-03-15T00:00:00Z")"));
          }},
+        {"6-done-approved-unknown-reward",
+         [](WindowFixture& fix) {
+             done(fix, outcome("approved", R"("rejectionReasonKey":null,"rewardUsd":null)"));
+             fix.model.answer(Fixture::quest, R"({"quest":{"id":"quest-1","rewardUsd":null,"status":"approved"},)"
+                                              R"("handles":["+15550102030"],"maxBytes":5000000000})");
+         }},
         {"6-done-rejected",
          reviewed(outcome("rejected", R"("rejectionReasonKey":"export_too_small","rewardUsd":null)"))},
         {"6-done-expired", reviewed(submissionJSON("expired"))},
@@ -251,6 +262,18 @@ const std::vector<Scene>& allScenes()
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();
+    return scenes;
+}
+
+const std::vector<MovingScene>& movingScenes()
+{
+    static const std::vector<MovingScene> scenes = {
+        {"4-find-loading-shimmer", "4-find-loading", 600ms},
+        {"5-upload-preparing-sweep", "5-upload-preparing", 700ms},
+        {"6-done-approved-moment-1", "6-done-approved", 120ms},
+        {"6-done-approved-moment-2", "6-done-approved", 350ms},
+        {"6-done-approved-moment-3", "6-done-approved", 900ms},
+    };
     return scenes;
 }
 
