@@ -1,7 +1,6 @@
 #include "bench/Window/BenchWindow.h"
 
 #include "VornMacCore/Client/InMemoryTokenStore.h"
-#include "bench/Window/NearService.h"
 #include "bench/Window/TimedApplication.h"
 
 #include <string>
@@ -39,7 +38,7 @@ BenchWindow::BenchWindow(const Options& options)
     const auto tokens = options.isSignedIn
                             ? std::make_shared<InMemoryTokenStore>(StoredSession("token", "refresh", "user-ada", "Ada"))
                             : std::make_shared<InMemoryTokenStore>();
-    const auto service = std::make_shared<NearService>(clock_);
+    const auto service = std::make_shared<NearService>(clock_, options.service);
     model_.emplace(AppServices{.context = &loop_.context(),
                                .clock = &clock_,
                                .background = &pool_,

@@ -6,6 +6,7 @@
 #include "VornMac/Application/MainWindow.h"
 #include "VornMac/Model/AppModel.h"
 #include "VornMac/View/ScreenModel.h"
+#include "bench/Window/NearService.h"
 
 #include <filesystem>
 #include <functional>
@@ -24,6 +25,7 @@ public:
         std::filesystem::path history;
         bool isSignedIn = true;
         bool hasConsented = true;
+        NearService::Options service{};
         std::function<void(AppModel&)> onModel = {}; ///< before anything else follows the model
     };
 

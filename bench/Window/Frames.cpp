@@ -36,7 +36,7 @@ double percentile(const std::vector<double>& sorted, double part)
 }
 
 /// `longestTurn` is that of the main thread, whatever it did: drawing, or making the next screen.
-void print(const char* name, std::vector<double> frames, double longestTurn, const char* limit = "16 ms a frame")
+void print(const char* name, std::vector<double> frames, double longestTurn, const char* limit = "8 ms a frame")
 {
     std::ranges::sort(frames);
     std::printf("%-34s %6zu %8.2f %8.2f %8.2f %8.2f   %s\n", name, frames.size(), percentile(frames, 0.5),
@@ -86,6 +86,33 @@ void measureProgress(BenchWindow& bench)
     bench.runUntil(Step::done);
 }
 
+/// The light over the shape of a chat, while the quest lets itself be waited for.
+void measureShimmer(const std::filesystem::path& history)
+{
+    BenchWindow bench({.history = history, .service = {.questTakes = 1h}});
+    TimedApplication::runFor(fade);
+    FrameWatch watch(bench.window());
+    TimedApplication::shared().takeLongestTurn();
+    TimedApplication::runFor(5s);
+    print("the shimmer of a search", watch.take(), TimedApplication::shared().takeLongestTurn());
+}
+
+/// From the approval until the last paper has fallen.
+void measureMoment(const std::filesystem::path& history)
+{
+    BenchWindow bench({.history = history, .service = {.approves = true}});
+    bench.runUntilFound();
+    bench.model().upload();
+    bench.runUntil(Step::done);
+    TimedApplication::runFor(fade);
+    FrameWatch watch(bench.window());
+    TimedApplication::runUntil([&] { return bench.model().submission()->status.isFinal(); });
+    watch.take(); // of the spinner
+    TimedApplication::shared().takeLongestTurn();
+    TimedApplication::runFor(2s);
+    print("the moment of a reward", watch.take(), TimedApplication::shared().takeLongestTurn());
+}
+
 } // namespace
 
 void measureFrames(const std::filesystem::path& history)
@@ -93,10 +120,14 @@ void measureFrames(const std::filesystem::path& history)
     std::printf("%-34s %6s %8s %8s %8s %8s   %s\n", "what moves, in milliseconds", "frames", "median", "95 of 100",
                 "longest", "turn", "limit");
     measureBareWindow();
-    BenchWindow bench({.history = history});
-    bench.runUntilFound();
-    for (const Pair& pair : pairs) measureFade(bench, pair);
-    measureProgress(bench);
+    {
+        BenchWindow bench({.history = history});
+        bench.runUntilFound();
+        for (const Pair& pair : pairs) measureFade(bench, pair);
+        measureProgress(bench);
+    }
+    measureShimmer(history);
+    measureMoment(history);
 }
 
 } // namespace vorn::bench

@@ -18,14 +18,15 @@ constexpr auto lifetimeOfCode = 10min;
 constexpr int progressReports = 20;
 constexpr auto betweenReports = 250ms; // an easing of the bar, and a rest
 
+constexpr const char* questPath = "/desktop/nimbrel";
 constexpr const char* quest =
     R"({{"quest":{{"id":"quest-1","rewardUsd":12.5,"status":"available"}},"handles":["{}"],"maxBytes":5000000000}})";
 constexpr const char* opened =
     R"({"submissionId":"sub-1","questId":"quest-1","attempt":1,"expiresInSeconds":3600,"assets":[
         {"assetId":"asset-1","position":0,"uploadId":"upload-1","parts":[
             {"partNumber":1,"url":"https://storage.example.com/part/1"}]}]})";
-constexpr const char* analyzing =
-    R"({"id":"sub-1","questId":"quest-1","status":"analyzing","rejectionReasonKey":null,"rewardUsd":null,"assetsRemaining":0})";
+constexpr const char* submission =
+    R"({{"id":"sub-1","questId":"quest-1","status":"{}","rejectionReasonKey":null,"rewardUsd":null,"assetsRemaining":0}})";
 
 std::string code(Instant now)
 {
@@ -44,7 +45,7 @@ Async<HTTPResponse> NearService::send(HTTPRequest request)
 
 Async<HTTPResponse> NearService::answer(std::string path)
 {
-    co_await clock_.sleep(wayAndBack);
+    co_await clock_.sleep(path.ends_with(questPath) ? options_.questTakes : Clock::Duration(wayAndBack));
     co_return HTTPResponse{200, {{"Content-Type", "application/json"}}, answerTo(path)};
 }
 
@@ -53,9 +54,10 @@ std::string NearService::answerTo(const std::string& path) const
     const std::string_view end = path;
     if (end.ends_with("/device-links")) return code(clock_.date());
     if (end.ends_with("/device-links/poll")) return R"({"status":"pending"})";
-    if (end.ends_with("/desktop/nimbrel")) return fmt::format(quest, handle);
+    if (end.ends_with(questPath)) return fmt::format(quest, handle);
     if (end.ends_with("/submissions")) return opened;
-    return analyzing;
+    const bool isPoll = end.ends_with("/sub-1");
+    return fmt::format(submission, options_.approves && isPoll ? "approved" : "analyzing");
 }
 
 Async<HTTPResponse> NearService::take(HTTPRequest part)
