@@ -8,6 +8,9 @@ namespace vorn {
 /// How things stand, which the symbol beside a status says.
 enum class Tone { waiting, good, warning, bad };
 
+/// The same for a screen reader.
+const char* toneText(Tone tone);
+
 /// One line of state. Empty where there is nothing to say.
 struct StatusText {
     Tone tone = Tone::waiting;

@@ -14,7 +14,9 @@ QStringList shown(const std::vector<std::string>& texts)
     return list;
 }
 
-ShownStatus::ShownStatus(const StatusText& status) : tone(static_cast<int>(status.tone)), text(shown(status.text))
+ShownStatus::ShownStatus(const StatusText& status)
+    : tone(static_cast<int>(status.tone)), spokenTone(status.text.empty() ? "" : toneText(status.tone)),
+      text(shown(status.text))
 {
 }
 

@@ -24,6 +24,7 @@ class ShownStatus {
     Q_GADGET
     QML_ANONYMOUS
     Q_PROPERTY(int tone MEMBER tone)
+    Q_PROPERTY(QString spokenTone MEMBER spokenTone)
     Q_PROPERTY(QString text MEMBER text)
 
 public:
@@ -32,6 +33,7 @@ public:
     bool operator==(const ShownStatus&) const = default;
 
     int tone = 0;
+    QString spokenTone; ///< empty where there is no text
     QString text;
 };
 

@@ -21,6 +21,7 @@ StepScreen {
         }
     }
     StatusLine {
+        spokenTone: root.model.text.status.spokenTone
         text: root.model.text.status.text
         tone: root.model.text.status.tone
         visible: text.length > 0

@@ -23,6 +23,7 @@ StepScreen {
     }
 
     StatusLine {
+        spokenTone: root.model.text.status.spokenTone
         text: root.model.text.status.text
         tone: root.model.text.status.tone
         visible: text.length > 0
@@ -50,6 +51,7 @@ StepScreen {
         width: parent.width
     }
     StatusLine {
+        spokenTone: root.model.text.remark.spokenTone
         text: root.model.text.remark.text
         tone: root.model.text.remark.tone
         visible: text.length > 0

@@ -12,6 +12,7 @@ Column {
 
     StatusLine {
         anchors.horizontalCenter: parent.horizontalCenter
+        spokenTone: root.model.keychain.status.spokenTone
         text: root.model.keychain.status.text
         tone: root.model.keychain.status.tone
         visible: text.length > 0

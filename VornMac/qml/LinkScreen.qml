@@ -42,6 +42,7 @@ StepScreen {
         width: 1
     }
     StatusLine {
+        spokenTone: root.model.text.status.spokenTone
         text: root.model.text.status.text
         tone: root.model.text.status.tone
         width: parent.width

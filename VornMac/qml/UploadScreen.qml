@@ -20,6 +20,7 @@ StepScreen {
         width: parent.width
     }
     StatusLine {
+        spokenTone: root.model.text.status.spokenTone
         text: root.model.text.status.text
         tone: root.model.text.status.tone
         width: parent.width

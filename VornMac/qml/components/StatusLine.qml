@@ -11,6 +11,8 @@ Item {
 
     required property int tone // a StatusLine.Tone
     required property string text
+    /// What a screen reader says of the symbol.
+    property string spokenTone: ""
 
     readonly property string symbol: symbolOf(tone)
 
@@ -44,6 +46,7 @@ Item {
     // The row speaks once, for both of its children.
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
+    Accessible.description: root.spokenTone
     onTextChanged: Announcer.announce(root, root.text)
 
     Item {

@@ -29,6 +29,11 @@ TestCase {
         return all(line).find(item => item.name !== undefined && item.color !== undefined) ?? null;
     }
 
+    function test_saysItsTone() {
+        const line = createTemporaryObject(component, test, { spokenTone: "Error", text: "No." });
+        compare(line.Accessible.name, "No.");
+        compare(line.Accessible.description, "Error");
+    }
     function test_showsItsTone_data() {
         return [{ tag: "good", tone: StatusLine.Good, name: "checkmark.circle.fill", color: Theme.success },
             { tag: "warning", tone: StatusLine.Warning, name: "exclamationmark.circle.fill", color: Theme.warning },

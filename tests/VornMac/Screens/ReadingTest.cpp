@@ -111,6 +111,29 @@ TEST(Reading, SaysHowFarTheUploadIs)
     EXPECT_THAT(fix.spoken(), Contains("ProgressBar: vorn-nimbrel-export.zip – 42 percent"));
 }
 
+TEST(Reading, SaysTheToneOfAStatus)
+{
+    struct Case {
+        const char* scene;
+        const char* spoken;
+    };
+    for (const Case& each :
+         {Case{"1-link-showing", "Waiting for your phone – In progress"},
+          Case{"1-link-scanned", "Scanned. Confirm Link this Mac on your phone. – OK"},
+          Case{"1-link-rejected", "Your phone declined the link. Here's a new code. – Attention"},
+          Case{"1-link-failed", "You're offline. Vorn will retry. – Error"},
+          Case{"0-keychain-waiting", "Waiting for your keychain… – In progress"},
+          Case{"3-access-granted", "Access granted. – OK"},
+          Case{"4-find-found-in-review", "Your last upload is being checked. – In progress"},
+          Case{"5-upload-failed", "Your chat is larger than the upload limit. – Error"},
+          Case{"6-done-expired", "The upload didn't finish. Try again from your chat. – Attention"}}) {
+        SCOPED_TRACE(each.scene);
+        WindowFixture fix;
+        play(fix, each.scene);
+        EXPECT_THAT(fix.spoken(), Contains("StaticText: " + std::string(each.spoken)));
+    }
+}
+
 TEST(Reading, NamesTheCodeAndItsTime)
 {
     WindowFixture fix;

@@ -128,6 +128,14 @@ TEST(FindText, OffersToLookAgainWhileAReviewGoesOn)
     EXPECT_EQ(findText(phase::Loading{}, QuestAvailability(QuestAvailability::InReview{})).retry, "");
 }
 
+TEST(ToneText, SaysWhatTheSymbolShows)
+{
+    EXPECT_STREQ(toneText(Tone::waiting), "In progress");
+    EXPECT_STREQ(toneText(Tone::good), "OK");
+    EXPECT_STREQ(toneText(Tone::warning), "Attention");
+    EXPECT_STREQ(toneText(Tone::bad), "Error");
+}
+
 TEST(UploadText, FollowsThePhase)
 {
     const StatusText packing{Tone::waiting, "Packing your chat…"};
