@@ -14,10 +14,11 @@ void CornerBrackets::paint(QPainter* painter)
 {
     const qreal inset = thickness_ / 2;
     const QRectF frame = boundingRect().adjusted(inset, inset, -inset, -inset);
+    const qreal turn = radius_ - inset;
     // The corner at the origin; the others are this one in the mirror.
     QPainterPath bracket(QPointF(0, armLength_));
-    bracket.lineTo(0, radius_);
-    bracket.arcTo(QRectF(0, 0, 2 * radius_, 2 * radius_), 180, -90);
+    bracket.lineTo(0, turn);
+    bracket.arcTo(QRectF(0, 0, 2 * turn, 2 * turn), 180, -90);
     bracket.lineTo(armLength_, 0);
 
     painter->setRenderHint(QPainter::Antialiasing);

@@ -27,7 +27,7 @@ private:
     QColor color_ = Qt::black;
     double thickness_ = 4;
     double armLength_ = 40; ///< from the corner along each side
-    double radius_ = 24;
+    double radius_ = 24;    ///< of the outer edge
 };
 
 } // namespace vorn

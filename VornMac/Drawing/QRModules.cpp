@@ -32,8 +32,6 @@ void drawModules(QPainter& painter, const QRMatrix& code, QSize pixels)
 QRModules::QRModules(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     setSmooth(false);
-    setFillColor(Qt::white);
-    setOpaquePainting(true);
 }
 
 void QRModules::setPayload(const QString& payload)

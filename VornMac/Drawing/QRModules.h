@@ -6,8 +6,9 @@
 
 namespace vorn {
 
-/// A QR code (ISO/IEC 18004, error correction level M), dark on light whatever the theme, with four light modules all
-/// around. A module is as many whole pixels of the screen as fit, so that none is blurred.
+/// The dark modules of a QR code (ISO/IEC 18004, error correction level M), with room for four light ones all around.
+/// It has no ground of its own: lay it on a light one, whatever the theme. A module is as many whole pixels of the
+/// screen as fit, so that none is blurred.
 class QRModules : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

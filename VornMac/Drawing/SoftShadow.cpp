@@ -1,5 +1,7 @@
 #include "VornMac/Drawing/SoftShadow.h"
 
+#include <algorithm>
+
 #include <QPainter>
 
 namespace vorn {
@@ -9,20 +11,22 @@ SoftShadow::SoftShadow(QQuickItem* parent) : QQuickPaintedItem(parent)
     connect(this, &SoftShadow::looksChanged, this, [this] { update(); });
 }
 
-// Stacked rounded rectangles of one faint colour: works without effects in every renderer.
+// Rounded rectangles inside each other, each in its own strength: works without effects in every renderer. They replace
+// each other: added up, so faint colours would be rounded away.
 void SoftShadow::paint(QPainter* painter)
 {
-    constexpr int layers = 12;
-    QColor layer = color_;
-    layer.setAlphaF(color_.alphaF() / layers);
+    const int layers = std::max(1, static_cast<int>(2 * blur_));
     painter->setRenderHint(QPainter::Antialiasing);
+    painter->setCompositionMode(QPainter::CompositionMode_Source);
     painter->setPen(Qt::NoPen);
-    painter->setBrush(layer);
     for (int index = 0; index < layers; ++index) {
-        const qreal inset = blur_ * index / layers;
-        const QRectF frame = boundingRect().adjusted(inset, inset, -inset, -inset);
-        const qreal corner = radius_ + blur_ - inset;
-        painter->drawRoundedRect(frame, corner, corner);
+        const qreal depth = (index + 0.5) / layers;
+        const qreal inset = 2 * blur_ * index / layers;
+        QColor layer = color_;
+        layer.setAlphaF(color_.alphaF() * static_cast<float>(depth * depth * (3 - 2 * depth))); // as a blur falls off
+        painter->setBrush(layer);
+        const qreal corner = std::max(radius_, radius_ + blur_ - inset);
+        painter->drawRoundedRect(boundingRect().adjusted(inset, inset, -inset, -inset), corner, corner);
     }
 }
 

@@ -6,7 +6,8 @@
 
 namespace vorn {
 
-/// The soft shadow of a card with round corners. Give it the card's size on every side plus `blur`, and lay it below.
+/// The soft shadow of a card with round corners: from `blur` outside its edges to as far inside. Give it the card's
+/// size on every side plus `blur`, and lay it below.
 class SoftShadow : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT

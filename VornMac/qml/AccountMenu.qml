@@ -62,9 +62,9 @@ PushButton {
         Symbol {
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.secondary
-            height: 12
+            height: 14
             name: "chevron.down"
-            width: 12
+            width: 14
         }
     }
     background: Rectangle {
@@ -92,21 +92,13 @@ PushButton {
         x: root.width - width
         y: root.height + 8
 
-        background: Item {
-            SoftShadow {
-                anchors.fill: parent
-                anchors.margins: -blur
-                blur: 20
-                color: Theme.shadow
-                radius: 14
-            }
-            Rectangle {
-                anchors.fill: parent
-                border.color: Theme.border
-                border.width: 1
-                color: Theme.card
-                radius: 14
-            }
+        background: Rectangle {
+            border.color: Theme.border
+            border.width: 1
+            color: Theme.card
+            radius: 14
+
+            CardShadow {}
         }
         contentItem: AccountMenuPanel {
             identity: root.identity

@@ -24,37 +24,32 @@ Item {
     ViewfinderCorners {
         id: finder
         height: width
-        width: 340
-    }
-    SoftShadow {
-        anchors.fill: plate
-        anchors.margins: -blur
-        blur: 20
-        color: Theme.shadow
-        radius: plate.radius
+        width: plate.width + 2 * 18
     }
     Rectangle {
         id: plate
+
+        readonly property bool hasPlate: root.hasCode || root.isScanned
+
         anchors.centerIn: finder
-        color: root.hasCode || root.isScanned ? Theme.plate : Theme.card
+        border.color: Theme.border
+        border.width: hasPlate ? 0 : 1
+        color: hasPlate ? Theme.plate : Theme.card
         height: width
         radius: 20
-        width: 300
+        width: 316
 
+        CardShadow {}
         QRCodeImage {
-            anchors.centerIn: parent
-            height: width
+            anchors.fill: parent
             payload: root.payload
             visible: root.hasCode && !root.isScanned
-            width: 288
         }
         CodeShape {
-            anchors.centerIn: parent
+            anchors.fill: parent
             color: Theme.ink
-            height: width
             opacity: 0.12
             visible: root.isAwaited
-            width: 288
             Accessible.ignored: true
         }
         Rectangle {

@@ -12,8 +12,8 @@ Rectangle {
     Component.onCompleted: model.start()
 
     VornGlyph {
-        x: Theme.sideMargin - width / 12 // its ink, which begins within its box, is in line with the words below
-        y: 39
+        x: grid.left - width / 12 // its ink, which begins within its box, is in line with the words below
+        y: grid.spare + 39
     }
     WindowGrid {
         id: grid
@@ -50,10 +50,8 @@ Rectangle {
         }
     }
     AccountMenu {
-        anchors.right: parent.right
-        anchors.rightMargin: 42
-        anchors.top: parent.top
-        anchors.topMargin: 36
+        x: grid.right - width
+        y: grid.spare + 36
         identity: root.model.identity
         initial: root.model.initial
         visible: root.model.isSignedIn

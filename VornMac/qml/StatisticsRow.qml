@@ -9,7 +9,7 @@ Item {
     required property string value
     property bool hasDivider: true
 
-    implicitHeight: Math.max(name.implicitHeight, figure.implicitHeight) + 24
+    implicitHeight: Math.max(44, name.implicitHeight + 24)
     Accessible.role: Accessible.StaticText
     Accessible.name: root.label + ": " + root.value
 
@@ -29,16 +29,16 @@ Item {
         anchors.leftMargin: 16
         anchors.right: figure.left
         anchors.rightMargin: 12
-        anchors.verticalCenter: parent.verticalCenter
         color: Theme.secondary
         text: root.label
+        y: (root.height - implicitHeight + belowLetters) / 2
     }
     DigitText {
         id: figure
         Accessible.ignored: true
         anchors.right: parent.right
         anchors.rightMargin: 16
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.baseline: name.baseline
         font: Theme.fonts.bodyMedium
         text: root.value
     }

@@ -4,9 +4,9 @@ import Vorn.Drawing
 
 /// The corners of a camera's viewfinder, around a code.
 CornerBrackets {
-    armLength: 44
+    armLength: 48
     color: Theme.ink
-    radius: 28
-    thickness: 4
+    radius: 38 // the plate's, and the gap between them
+    thickness: 3
     Accessible.ignored: true
 }

@@ -10,9 +10,40 @@ Row {
     property font font: Theme.fonts.body
     property color color: Theme.ink
 
-    /// Hebrew, Arabic and their neighbours, and the marks that turn the direction.
-    readonly property var rightToLeft: /[\u0590-\u08ff\u200f\u202b\u202e\u2067\ufb1d-\ufdff\ufe70-\ufefc\ud802\ud803\ud83a\ud83b]/
-    readonly property var pieces: rightToLeft.test(text) ? [text] : text.match(/[0-9](?![\u0300-\u036f\u20d0-\u20ff\ufe0f])|(?:[^0-9]|[0-9](?=[\u0300-\u036f\u20d0-\u20ff\ufe0f]))+/g) ?? []
+    readonly property var pieces: piecesOf(text)
+    /// Not a whole number of pixels: rounded up, digits would stand apart.
+    readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => metrics.advanceWidth(digit)))
+
+    baselineOffset: metrics.ascent
+    /// Whether `scalar` is of Hebrew, Arabic or their neighbours, or a mark that turns the direction.
+    function isRightToLeft(scalar: string): bool {
+        const code = scalar.codePointAt(0);
+        return /[\u0590-\u08ff\u200f\u202b\u202e\u2067\ufb1d-\ufdff\ufe70-\ufefc]/.test(scalar) || (code >= 0x10800 && code < 0x11000) || (code >= 0x1e800 && code < 0x1f000);
+    }
+
+    /// Whether `scalar` changes what stands before it: a digit with a mark, as in a keycap, is no digit.
+    function isMark(scalar: string): bool {
+        const code = scalar.codePointAt(0);
+        return /[\u0300-\u036f\u20d0-\u20ff\ufe00-\ufe0f\u200d]/.test(scalar) || (code >= 0xe0100 && code < 0xe01f0);
+    }
+
+    function piecesOf(text: string): var {
+        // Not the halves of those that UTF-16 writes in two, which Qt 6.4 iterates over.
+        const scalars = text.match(/[\ud800-\udbff][\udc00-\udfff]|[^]/g) ?? [];
+        if (scalars.some(isRightToLeft))
+            return [text];
+        const pieces = [];
+        let isOpen = false; // what is no digit goes on in the last piece
+        for (const scalar of scalars) {
+            const isDigit = scalar >= "0" && scalar <= "9";
+            if (pieces.length > 0 && (isMark(scalar) || (isOpen && !isDigit)))
+                pieces.push(pieces.pop() + scalar);
+            else
+                pieces.push(scalar);
+            isOpen = !isDigit;
+        }
+        return pieces;
+    }
 
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
@@ -37,7 +68,7 @@ Row {
             horizontalAlignment: Text.AlignHCenter
             text: modelData
             textFormat: Text.PlainText
-            width: isDigit ? Math.ceil(metrics.advanceWidth("0")) : implicitWidth
+            width: isDigit ? root.digitWidth : root.pieces.length === 1 ? implicitWidth : metrics.advanceWidth(modelData)
             // qmllint enable unqualified
         }
     }

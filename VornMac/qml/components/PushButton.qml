@@ -33,10 +33,6 @@ T.AbstractButton {
             clicked();
     }
 
-    HoverHandler {
-        cursorShape: root.enabled ? Qt.PointingHandCursor : Qt.ArrowCursor
-    }
-
     FocusRing {
         shown: root.visualFocus
         cornerRadius: root.cornerRadius

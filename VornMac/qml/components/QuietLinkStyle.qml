@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A button that keeps back: words alone, underlined while the pointer is on them.
+/// A button that keeps back: words alone, underlined while the pointer or the focus is on them.
 PushButton {
     id: root
 
@@ -13,7 +13,7 @@ PushButton {
         color: root.enabled ? Theme.ink : Theme.disabledText
         font.family: root.font.family
         font.pixelSize: root.font.pixelSize
-        font.underline: root.enabled
+        font.underline: root.enabled && (root.hovered || root.visualFocus)
         font.weight: root.font.weight
         horizontalAlignment: Text.AlignLeft
         text: root.label

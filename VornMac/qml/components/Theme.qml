@@ -36,7 +36,7 @@ QtObject {
     /// A line on a card, where a border would not be seen.
     readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
-    readonly property color shadow: isDark ? "#66000000" : "#140D1214"
+    readonly property color shadow: isDark ? "#59000000" : "#0F0D1214" // 35 % and 6 %
     /// The plate of a QR code is light in both appearances: phones read dark on light.
     readonly property color plate: "#FFFFFF"
     readonly property color plateInk: "#0D1214"
@@ -52,11 +52,14 @@ QtObject {
     readonly property int panelRadius: 24
     readonly property int panelPadding: 26
     readonly property int panelWidth: 440
-    readonly property int formWidth: 480
-    readonly property int widestContent: 1096
-    readonly property int highestContent: 680
+    readonly property int formWidth: 480 // grows on a wide window, to the widest
+    readonly property int widestForm: 560
+    readonly property int idealContent: 1098 // of the window as it first opens
+    readonly property int widestContent: 1280
+    readonly property int highestContent: 840
     /// Between the window's edges and what it shows. At the top are the mark and the account menu.
-    readonly property int sideMargin: 42
+    readonly property int leftMargin: 40
+    readonly property int rightMargin: 42
     readonly property int topMargin: 96
     readonly property int bottomMargin: 44
 

@@ -1,20 +1,23 @@
 import QtQuick
 
 /// Where the parts of a window of this size stand: the same on every screen, so that nothing but their content changes.
+/// They grow with the window up to what is good to read and then keep together in its middle, with the mark and the account
+/// menu at their edges.
 QtObject {
     id: root
 
     required property real width
     required property real height
 
-    readonly property real contentWidth: Math.min(width - 2 * Theme.sideMargin, Theme.widestContent)
-    readonly property real left: (width - contentWidth) / 2
+    readonly property real room: width - Theme.leftMargin - Theme.rightMargin
+    readonly property real contentWidth: Math.min(room, Theme.widestContent)
+    readonly property real left: Theme.leftMargin + Math.floor((room - contentWidth) / 2)
     readonly property real right: left + contentWidth
-    readonly property real columnsGap: Math.max(48, Math.min(96, (width - 2 * Theme.sideMargin - Theme.panelWidth) * 0.12))
+    readonly property real columnsGap: Math.max(48, Math.min(96, (room - Theme.panelWidth) * 0.12))
+    readonly property real widestForm: Math.min(Theme.widestForm, Theme.formWidth + Math.max(0, Math.floor((contentWidth - Theme.idealContent) * 0.44)))
     /// A window that is not shown yet has no size; readers are told nothing by what has none.
-    readonly property real formWidth: Math.max(400, Math.min(Theme.formWidth, contentWidth - columnsGap - Theme.panelWidth))
-    /// On a high window the form and the panel keep their shape.
-    readonly property real spare: Math.max(0, (height - Theme.topMargin - Theme.bottomMargin - Theme.highestContent) / 2)
+    readonly property real formWidth: Math.max(400, Math.min(widestForm, contentWidth - columnsGap - Theme.panelWidth))
+    readonly property real spare: Math.max(0, Math.floor((height - Theme.topMargin - Theme.bottomMargin - Theme.highestContent) / 2))
     readonly property real top: Theme.topMargin + spare
     readonly property real bottom: height - Theme.bottomMargin - spare
 }

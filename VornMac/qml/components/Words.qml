@@ -10,6 +10,9 @@ Text {
     /// What a line takes below its baseline.
     readonly property real belowBaseline: metrics.height * lineHeight - metrics.ascent
 
+    /// What the last line keeps free for another below it.
+    readonly property real belowLetters: metrics.height * (lineHeight - 1)
+
     color: Theme.ink
     font: Theme.fonts.body
     textFormat: Text.PlainText

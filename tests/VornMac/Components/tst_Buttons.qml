@@ -65,6 +65,16 @@ TestCase {
         button.forceActiveFocus(Qt.TabFocusReason);
         verify(button.visualFocus);
     }
+    function test_quietLinkIsUnderlinedWhileItIsMeant() {
+        const link = make(quiet, {});
+        verify(!link.contentItem.font.underline);
+        mouseMove(link);
+        tryVerify(() => link.contentItem.font.underline);
+        mouseMove(test, 599, 399);
+        tryVerify(() => !link.contentItem.font.underline);
+        link.forceActiveFocus(Qt.TabFocusReason);
+        verify(link.contentItem.font.underline);
+    }
     function test_doesNothingWhileItIsOff_data() {
         return styles();
     }

@@ -25,7 +25,7 @@ TestCase {
         const text = createTemporaryObject(component, test, { text: "9" });
         const one = text.width;
         text.text = "10";
-        tryVerify(() => text.width === 2 * one);
+        tryVerify(() => Math.abs(text.width - 2 * one) < 0.01);
     }
     Component {
         id: plain
@@ -48,6 +48,17 @@ TestCase {
         const whole = createTemporaryObject(plain, test, { text: row.text, font: text.font });
         if (pieces.length === 1)
             compare(text.implicitWidth, whole.implicitWidth);
+    }
+    function test_splitsNoCharacter_data() {
+        return [{ tag: "keycap", text: "1️⃣2", pieces: ["1️⃣", "2"] }, { tag: "two units", text: "1😀2𝟙3", pieces: ["1", "😀", "2", "𝟙", "3"] }, { tag: "mark of two units", text: "2󠄀3", pieces: ["2󠄀", "3"] }, { tag: "old script from the right", text: "12 𐤀", pieces: ["12 𐤀"] }];
+    }
+    function test_splitsNoCharacter(row) {
+        compare(createTemporaryObject(component, test, { text: row.text }).pieces, row.pieces);
+    }
+    function test_standsNoFurtherApartThanDigitsDo() {
+        const text = createTemporaryObject(component, test, { text: "00000000" });
+        const whole = createTemporaryObject(plain, test, { text: "00000000", font: text.font });
+        verify(text.width <= whole.implicitWidth * 1.04, text.width + " of " + whole.implicitWidth);
     }
     function test_showsNothingForNothing() {
         compare(createTemporaryObject(component, test, { text: "" }).implicitWidth, 0);

@@ -11,15 +11,15 @@
 namespace vorn {
 namespace {
 
-constexpr QSize side(288, 288);
+constexpr QSize side(316, 316);
 
-/// `payload` as the screen shows it: the item's own ground is white.
+/// `payload` as the screen shows it, on a white ground.
 QImage code(const QString& payload, double pixelRatio, QSize size = side)
 {
     QRModules modules;
     modules.setPayload(payload);
     QImage picture((QSizeF(size) * pixelRatio).toSize(), QImage::Format_RGB32);
-    picture.fill(modules.fillColor());
+    picture.fill(Qt::white);
     QPainter painter(&picture);
     painter.drawImage(0, 0, testing::drawn(modules, size, pixelRatio));
     return picture;

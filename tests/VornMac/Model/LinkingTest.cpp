@@ -47,7 +47,7 @@ TEST_F(Linking, AsksForACodeAndShowsIt)
     EXPECT_EQ(model.qrPayload(), std::nullopt);
     fix_.answer(ModelFixture::links, linkJSON());
     EXPECT_EQ(model.linkPhase(), showing);
-    EXPECT_EQ(model.qrPayload(), "vorn://link/qr-canary-1");
+    EXPECT_EQ(model.qrPayload(), testing::linkPayload);
     EXPECT_EQ(model.linkExpiresAt(), fix_.clock.date() + 15min);
     EXPECT_THAT(fix_.http->summaries(), ElementsAre(ModelFixture::links));
 }

@@ -193,8 +193,8 @@ std::vector<std::string> ModelFixture::leftovers() const
 std::string linkJSON(std::int64_t pollIntervalMs, const std::string& expiresAt)
 {
     return fmt::format(
-        R"({{"linkId":"link-1","pollSecret":"secret-canary-1","qrPayload":"vorn://link/qr-canary-1","expiresAt":"{}","pollIntervalMs":{}}})",
-        expiresAt, pollIntervalMs);
+        R"({{"linkId":"link-1","pollSecret":"secret-canary-1","qrPayload":"{}","expiresAt":"{}","pollIntervalMs":{}}})",
+        linkPayload, expiresAt, pollIntervalMs);
 }
 
 std::string pollJSON(const std::string& status)

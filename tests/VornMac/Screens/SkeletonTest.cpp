@@ -91,12 +91,51 @@ TEST(Skeleton, BeginsAndEndsWithThePanel)
     fix.window().resize(1180, 760);
     fix.lay();
     Places places = placesIn(fix);
-    EXPECT_EQ(places["StepDots"], QPointF(42, 112));
-    EXPECT_EQ(places["TwoToneTitle"], QPointF(42, 140));
+    EXPECT_EQ(places["StepDots"], QPointF(40, 112));
+    EXPECT_EQ(places["TwoToneTitle"], QPointF(40, 140));
     EXPECT_EQ(places["panel"], QPointF(698, 96));
     EXPECT_EQ(places["panel's end"], QPointF(1138, 716));
-    EXPECT_EQ(places["primary"], QPointF(522, 716));
+    EXPECT_EQ(places["primary"], QPointF(520, 716));
     EXPECT_EQ(places["back"].y(), 716);
+}
+
+TEST(Skeleton, KeepsMarkAndAccountAtTheContentsEdges)
+{
+    WindowFixture fix;
+    play(fix, "4-find-found");
+    for (const QSize& size : {QSize(1040, 700), QSize(1180, 760), QSize(1920, 1080), QSize(3840, 2160)}) {
+        SCOPED_TRACE(size.width());
+        fix.window().resize(size);
+        fix.lay();
+        Places places = placesIn(fix);
+        const QRectF mark = frameOf(itemsOf(fix, "VornGlyph").front());
+        const QRectF account = frameOf(fix.named("Account"));
+        const QRectF form = frameOf(itemsOf(fix, "StatisticsCard").front());
+        EXPECT_NEAR(mark.left() + mark.width() / 12, places["StepDots"].x(), 0.01) << "the ink, not its box";
+        EXPECT_EQ(form.left(), places["StepDots"].x());
+        EXPECT_EQ(account.right(), places["panel's end"].x());
+        EXPECT_EQ(account.top(), places["panel"].y() - 60);
+        EXPECT_LE(places["panel's end"].x() - places["StepDots"].x(), 1280) << "it keeps together";
+        if (size.width() > 1180) EXPECT_GT(form.width(), 480) << "it grows";
+    }
+}
+
+TEST(Skeleton, LinesUpTheFiguresOfTheChat)
+{
+    WindowFixture fix;
+    play(fix, "4-find-found");
+    fix.lay();
+    const auto rows = itemsOf(fix, "StatisticsRow");
+    ASSERT_EQ(rows.size(), 4U);
+    for (const QQuickItem* row : rows) {
+        EXPECT_EQ(row->height(), 44);
+        std::vector<double> baselines;
+        for (const QQuickItem* child : row->childItems()) {
+            if (is(child, "Words") || is(child, "DigitText")) baselines.push_back(child->y() + child->baselineOffset());
+        }
+        ASSERT_EQ(baselines.size(), 2U);
+        EXPECT_NEAR(baselines[0], baselines[1], 0.01);
+    }
 }
 
 TEST(Skeleton, KeepsThePanelOutOfTheFade)

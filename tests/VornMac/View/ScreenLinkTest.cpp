@@ -35,7 +35,7 @@ TEST_F(Screen, FollowsEveryPhaseOfLinking)
     fix_.fix.answer(ModelFixture::links, linkJSON());
     EXPECT_EQ(status(), "Waiting for your phone");
     EXPECT_EQ(fix_.value("isCodeRead"), "false");
-    EXPECT_EQ(fix_.value("qrPayload"), "vorn://link/qr-canary-1");
+    EXPECT_EQ(fix_.value("qrPayload"), testing::linkPayload);
 
     fix_.fix.advance(2s);
     fix_.fix.answer(ModelFixture::polls, pollJSON("scanned"));

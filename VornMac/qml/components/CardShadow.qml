@@ -1,0 +1,19 @@
+import QtQuick
+import Vorn.Drawing
+
+/// The shadow of the card that it is put into: down and soft, the same under everything.
+SoftShadow {
+    id: root
+
+    readonly property int drop: 10
+
+    anchors.bottomMargin: -blur - drop
+    anchors.fill: parent
+    anchors.leftMargin: -blur
+    anchors.rightMargin: -blur
+    anchors.topMargin: -blur + drop
+    blur: 32
+    color: Theme.shadow
+    radius: (parent as Rectangle)?.radius ?? 0
+    z: -1 // below the card
+}
