@@ -12,13 +12,12 @@ FocusScope {
     readonly property bool isFading: fade.running
 
     property Loader shown: first
+    readonly property StepScreen current: shown.item as StepScreen
     readonly property Loader going: shown === first ? second : first
 
     /// Has what is shown stay as it is until the next screen has taken its place.
     function freeze() {
-        const screen = shown.item as StepScreen;
-        if (screen)
-            screen.freeze();
+        current?.freeze();
     }
 
     onScreenChanged: show()

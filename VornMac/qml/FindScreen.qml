@@ -11,6 +11,7 @@ StepScreen {
 
     step: 3
     otherTitle: isDeadEnd ? "" : model.text.retry
+    primaryNeedsPurpose: !isDeadEnd // what leaves this Mac is pressed itself
     primaryEnabled: isDeadEnd || model.canUpload
     primaryTitle: isDeadEnd ? model.text.retry : model.text.primary
     onBack: model.go(ScreenModel.Step.Consent)

@@ -11,6 +11,11 @@ Rectangle {
     color: Theme.background
     Component.onCompleted: model.start()
 
+    // What no control has taken.
+    Keys.onPressed: event => {
+        event.accepted = !event.isAutoRepeat && takesKey(event.key, event.modifiers);
+    }
+
     VornGlyph {
         x: grid.left - width / 12 // its ink, which begins within its box, is in line with the words below
         y: grid.spare + 39
@@ -70,6 +75,33 @@ Rectangle {
         function onStepLeft() {
             screens.freeze();
         }
+    }
+
+    function takesKey(key: int, modifiers: int): bool {
+        const isCommand = modifiers === Qt.ControlModifier; // ⌘ on a Mac
+        if ((key === Qt.Key_Return || key === Qt.Key_Enter) && (modifiers & ~Qt.KeypadModifier) === Qt.NoModifier)
+            goOn();
+        else if ((key === Qt.Key_Escape && modifiers === Qt.NoModifier) || (isCommand && key === Qt.Key_BracketLeft))
+            screens.current?.goBack();
+        else if (isCommand && key === Qt.Key_R)
+            tryAgain();
+        else
+            return false;
+        return true;
+    }
+
+    function goOn() {
+        if (model.isRestored)
+            screens.current?.goOn();
+        else
+            tryAgain();
+    }
+
+    function tryAgain() {
+        if (model.isRestored)
+            screens.current?.tryAgain();
+        else if (model.keychain.retry.length > 0)
+            model.start();
     }
 
     function screenOf(step: int): url {

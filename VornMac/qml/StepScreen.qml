@@ -15,6 +15,27 @@ OnboardingLayout {
     title: model.text.title
     totalSteps: 6
 
+    /// Does what leads on, as Return does from anywhere.
+    function goOn() {
+        if (primaryTitle.length > 0 && primaryEnabled && !primaryIsQuiet && !primaryNeedsPurpose)
+            primary();
+    }
+
+    function goBack() {
+        if (backTitle.length > 0)
+            back();
+    }
+
+    /// Does again what failed or found nothing, where the actions offer that.
+    function tryAgain() {
+        if (model.text.retry.length === 0)
+            return;
+        if (primaryTitle === model.text.retry)
+            primary();
+        else if (otherTitle === model.text.retry)
+            other();
+    }
+
     /// Goes on showing what it shows now, whatever becomes of the model; its controls do nothing any more.
     function freeze() {
         root.model = root.model.asItWas(root);

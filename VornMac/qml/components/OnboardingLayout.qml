@@ -19,6 +19,9 @@ FocusScope {
     property alias formGap: body.widestGap
     property alias preview: area.data
 
+    /// Whether what leads on is to be pressed itself, and not by Return from anywhere.
+    property bool primaryNeedsPurpose: false
+
     signal back
     signal other
     signal primary

@@ -150,7 +150,7 @@ private:
 
 /// What a service's code says: as long as that of a real one.
 inline constexpr const char* linkPayload =
-    "vorn://link?code=qr-canary-1-5f0c1d7be2a94836a1c07d5e9b42f3681d6e0a7c94b25f83e1907ac4";
+    "vorn://link?code=qr-canary-1-5f0c1d7be2a94836a1c07d5e9b42f3681d6e0a7c94b25f83e190";
 
 std::string linkJSON(std::int64_t pollIntervalMs = 2000, const std::string& expiresAt = "2026-03-01T09:15:00Z");
 std::string pollJSON(const std::string& status);

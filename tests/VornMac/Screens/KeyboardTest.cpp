@@ -194,6 +194,97 @@ TEST(Keyboard, LeadsFromTheCodeToTheOutcomeAlone)
     EXPECT_EQ(fix.model.model().step(), Step::link);
 }
 
+TEST(Keyboard, PressesTheFilledButtonByReturnFromAnywhere)
+{
+    WindowFixture fix;
+    play(fix, "2-consent-ready");
+    fix.press(Qt::Key_Return);
+    EXPECT_NE(fix.model.model().step(), Step::consent);
+}
+
+TEST(Keyboard, PressesNoButtonThatIsOffByReturn)
+{
+    WindowFixture fix;
+    play(fix, "2-consent-understood");
+    fix.press(Qt::Key_Return);
+    EXPECT_EQ(fix.model.model().step(), Step::consent);
+}
+
+TEST(Keyboard, NeverUploadsByReturnAlone)
+{
+    WindowFixture fix;
+    play(fix, "4-find-found");
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) fix.press(key);
+    EXPECT_EQ(fix.model.model().step(), Step::find);
+    tabTo(fix, "Account");
+    fix.press(Qt::Key_Return); // opens the menu
+    fix.press(Qt::Key_Escape);
+    EXPECT_EQ(fix.model.model().step(), Step::find);
+}
+
+TEST(Keyboard, LeavesTheOutcomeToWhoIsWaiting)
+{
+    WindowFixture fix;
+    play(fix, "6-done-analyzing");
+    fix.press(Qt::Key_Return);
+    EXPECT_EQ(fix.model.model().step(), Step::done);
+}
+
+TEST(Keyboard, GoesBackByKey)
+{
+    struct Case {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+    };
+    for (const Case& row : {Case{Qt::Key_Escape, Qt::NoModifier}, Case{Qt::Key_BracketLeft, Qt::ControlModifier}}) {
+        SCOPED_TRACE(row.key);
+        WindowFixture fix;
+        play(fix, "4-find-found");
+        fix.press(row.key, row.modifiers);
+        EXPECT_EQ(fix.model.model().step(), Step::consent);
+        fix.press(row.key, row.modifiers);
+        EXPECT_EQ(fix.model.model().step(), Step::consent) << "there is no way back from here";
+    }
+}
+
+TEST(Keyboard, TriesAgainByKey)
+{
+    WindowFixture fix;
+    play(fix, "1-link-failed");
+    fix.press(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(fix.model.asked(ModelFixture::links), 2U);
+
+    for (const char* scene : {"4-find-failed", "4-find-found-in-review"}) {
+        SCOPED_TRACE(scene);
+        WindowFixture found;
+        play(found, scene);
+        const auto asked = found.model.asked(ModelFixture::quest);
+        found.press(Qt::Key_R, Qt::ControlModifier);
+        EXPECT_EQ(found.model.asked(ModelFixture::quest), asked + 1);
+    }
+}
+
+TEST(Keyboard, RestartsNothingByTheKeyThatTriesAgain)
+{
+    for (const char* scene : {"3-access-denied", "4-find-found", "1-link-showing"}) {
+        SCOPED_TRACE(scene);
+        WindowFixture fix;
+        play(fix, scene);
+        const auto words = fix.words();
+        fix.press(Qt::Key_R, Qt::ControlModifier);
+        EXPECT_EQ(fix.words(), words);
+        EXPECT_THAT(fix.model.workspace.calls, ::testing::IsEmpty());
+    }
+}
+
+TEST(Keyboard, AsksTheKeychainAgain)
+{
+    WindowFixture fix;
+    play(fix, "0-keychain-refused");
+    fix.press(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_FALSE(fix.shows("Try again"));
+}
+
 TEST(Keyboard, ClosesTheMenuAndGoesBackToItsButton)
 {
     WindowFixture fix;
