@@ -1,6 +1,7 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
 #include "NimbrelExportKit/Messages/TemporaryNames.h"
 #include "VornMac/Composition/LiveServices.h"
+#include "VornMac/Model/Timing.h"
 #include "VornMac/Text/Consent.h"
 #include "VornMacCore/Client/PartPlan.h"
 #include "VornMacCore/Wire/Application.h"
@@ -8,8 +9,43 @@
 #include "tests/documents/ProblemTexts.h"
 #include "tests/documents/WireFacts.h"
 
+#include <chrono>
+#include <cstdint>
 #include <cstdio>
 #include <exception>
+
+namespace {
+
+using namespace std::chrono_literals;
+using vorn::Clock;
+
+std::int64_t seconds(Clock::Duration duration)
+{
+    return std::chrono::duration_cast<std::chrono::seconds>(duration).count();
+}
+
+/// In seconds.
+nlohmann::ordered_json times()
+{
+    const vorn::Instant arrival{};
+    vorn::DeviceLink link;
+    link.expiresAt = "no time";
+    vorn::SubmissionStatus submission;
+    const auto everyOther = vorn::timing::nextReviewPoll(submission, 0s);
+    submission.status = "review_pending";
+    const auto everyReviewed = vorn::timing::nextReviewPoll(submission, 0s);
+    int watched = 0;
+    while (vorn::timing::nextReviewPoll(submission, std::chrono::seconds(watched))) ++watched;
+    return {{"undated link", seconds(vorn::timing::pollDeadline(link, arrival) - arrival)},
+            {"between codes", seconds(vorn::timing::codeInterval)},
+            {"after a failed link", seconds(vorn::timing::linkFailureIsShown)},
+            {"after a declined link", seconds(vorn::timing::declinedIsShown)},
+            {"between reviews", seconds(everyOther.value())},
+            {"between pending reviews", seconds(everyReviewed.value())},
+            {"reviews", watched}};
+}
+
+} // namespace
 
 /// Prints what documents say of the programs, as the programs have it: one JSON object, for the tests beside this file.
 int main()
@@ -18,6 +54,7 @@ try {
     const nlohmann::ordered_json facts{
         {"texts", vorn::testing::problemTexts()},
         {"records", vorn::testing::wireRecords()},
+        {"times", times()},
         {"places",
          {{"identifier", vorn::bundleIdentifier()},
           {"keychain account", item.account},

@@ -62,6 +62,19 @@ class Client(unittest.TestCase):
         for name, value in facts()["limits"].items():
             self.assertRegex(PROTOCOL, rf"(?<![\d,]){value:,}(?![\d,])", name)
 
+    def test_times_are_those_of_the_client(self):
+        words = {1: "", 3: "three", 5: "five", 20: "twenty", 30: "thirty"}
+        times = facts()["times"]
+        text = " ".join(PROTOCOL.split())
+        for sentence in (
+                f"where that cannot be read, until {times['undated link']} seconds after the link arrived",
+                f"at most one a {words[times['between codes']]}second",
+                f"After a failure it asks again in {words[times['after a failed link']]} seconds,"
+                f" after a refusal on the phone in {words[times['after a declined link']]}.",
+                f"every {words[times['between reviews']]} seconds, while its status is `review_pending` every"
+                f" {words[times['between pending reviews']]}, for {words[times['reviews'] // 60]} minutes at most"):
+            self.assertIn(sentence, text)
+
 
 class RealRuns(unittest.TestCase):
     """Runs the whole way in every way in which another route is called."""

@@ -37,6 +37,16 @@ class Settings(unittest.TestCase):
         self.assertEqual(keys, {key for key, row in self.rows().items() if row[2] == "yes"})
         self.assertLessEqual({row[2] for row in self.rows().values()}, {"yes", "no"})
 
+    def test_file_of_linux_is_read(self):
+        self.assertIn("`Key=value` below `[General]` in `~/.config/app.vorn.mac/defaults.ini`", USING)
+        with RealRun("--auto-approve", "--fault", "create-link=500") as user:
+            with open(os.path.join(user.make("home/.config/app.vorn.mac"), "defaults.ini"), "w", encoding="utf-8") as file:
+                file.write(f"[General]\nVornAPIBaseURLOverride={user.recorder.url}\n")
+            line = [os.path.join(BIN, "vorn-terminal"), "--yes", "--no-keychain"]
+            ended = subprocess.run(line, env=user.environment, capture_output=True, check=False, timeout=30)
+            self.assertEqual(ended.returncode, 7)
+            self.assertEqual([each.path for each in user.recorder.exchanges], ["/api/v1/auth/device-links"])
+
 
 class Statuses(unittest.TestCase):
     def table(self, number):
