@@ -27,9 +27,9 @@ class Exchange:
 
 
 class Recorder:
-    """Passes everything on to `service`; with a `context` it speaks TLS. Addresses of parts in the answers lead here too. A
-    request whose path ends as one of `echoing` is not passed on: the answer repeats its token, as a careless service
-    would."""
+    """Passes everything on to `service`; with a `context` it speaks TLS. Addresses of parts in the answers lead here
+    too. A request whose path ends as one of `echoing` is not passed on: the answer repeats its token, as a careless
+    service would."""
 
     def __init__(self, service, context=None):
         self.service = service

@@ -1,5 +1,5 @@
-"""Holds what docs/security.md says of secrets: real runs with faults, after which the log, what the programs printed and
-every file are searched for the tokens, secrets, addresses, handles and messages of that very run; and the memory of a
+"""Holds what docs/security.md says of secrets: real runs with faults, after which the log, what the programs printed
+and every file are searched for the tokens, secrets, addresses, handles and messages of that very run; and the memory of a
 program whose session has ended.
 
 Usage: security_test.py BIN CAUGHT_LOG, the folder of the programs and the module that keeps what they log"""
@@ -14,6 +14,7 @@ import unittest
 import zipfile
 
 from documents import output_of
+from process_memory import copies_in_memory
 from real_run import HANDLE, RealRun
 
 CAUGHT_LOG = sys.argv.pop(1)
@@ -89,27 +90,6 @@ class CaughtRun(RealRun):
             with open(self.path(name), "rb") as file:
                 found[name] = file.read()
         return found
-
-
-def copies_in_memory(process, texts):
-    """How often each text stands in what a process may write to."""
-    regions = []
-    with open(f"/proc/{process.pid}/maps", encoding="utf-8") as maps:
-        for line in maps:
-            addresses, rights = line.split()[:2]
-            if rights.startswith("rw"):
-                regions.append([int(address, 16) for address in addresses.split("-")])
-    count = dict.fromkeys(texts, 0)
-    with open(f"/proc/{process.pid}/mem", "rb", buffering=0) as memory:
-        for begin, end in regions:
-            try:
-                memory.seek(begin)
-                data = memory.read(end - begin)
-            except OSError:
-                continue
-            for text in texts:
-                count[text] += data.count(text.encode())
-    return list(count.values())
 
 
 class Secrets(unittest.TestCase):

@@ -40,7 +40,8 @@ class Settings(unittest.TestCase):
     def test_file_of_linux_is_read(self):
         self.assertIn("`Key=value` below `[General]` in `~/.config/app.vorn.mac/defaults.ini`", USING)
         with RealRun("--auto-approve", "--fault", "create-link=500") as user:
-            with open(os.path.join(user.make("home/.config/app.vorn.mac"), "defaults.ini"), "w", encoding="utf-8") as file:
+            settings = os.path.join(user.make("home/.config/app.vorn.mac"), "defaults.ini")
+            with open(settings, "w", encoding="utf-8") as file:
                 file.write(f"[General]\nVornAPIBaseURLOverride={user.recorder.url}\n")
             line = [os.path.join(BIN, "vorn-terminal"), "--yes", "--no-keychain"]
             ended = subprocess.run(line, env=user.environment, capture_output=True, check=False, timeout=30)
