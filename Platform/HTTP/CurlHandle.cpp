@@ -101,14 +101,13 @@ void setTrust(CURL* handle, const std::string& authorities)
         static_cast<const char*>(nullptr)); // the system's folder would be trusted too
 }
 
-CurlList setProxy(CURL* handle, const HTTPRequest& request)
+CurlList setProxy(CURL* handle, const std::optional<std::string>& proxy)
 {
     CurlList list = listOf({"Proxy-Connection:", "User-Agent:"});
     set(handle, CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(handle, CURLOPT_HEADEROPT, static_cast<long>(CURLHEADER_SEPARATE)); // keeps tokens from the proxy
     set(handle, CURLOPT_PROXYHEADER, list.get());
-    // Proxies of the environment are for other machines; few users except their own.
-    if (request.url.isThisMachine()) set(handle, CURLOPT_PROXY, "");
+    if (proxy) set(handle, CURLOPT_PROXY, proxy->c_str());
     return list;
 }
 
@@ -119,13 +118,14 @@ std::int64_t bodySizeOf(const HTTPRequest& request) noexcept
     return request.body ? request.body->size() : 0;
 }
 
-CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::string& authorities)
+CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::optional<std::string>& proxy,
+                      const std::string& authorities)
 {
     setRequest(handle, request);
     setBody(handle, request);
     setConnection(handle, request);
     setTrust(handle, authorities);
-    return {.request = setHeaders(handle, request), .proxy = setProxy(handle, request)};
+    return {.request = setHeaders(handle, request), .proxy = setProxy(handle, proxy)};
 }
 
 } // namespace vorn

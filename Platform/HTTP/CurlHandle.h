@@ -5,6 +5,7 @@
 #include "Platform/HTTP/URLError.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include <curl/curl.h>
@@ -27,9 +28,11 @@ struct CurlHeaders {
     CurlList proxy; ///< for the proxy alone
 };
 
-/// Configures `handle` for `request`, trusting the system's authorities or, if not empty, `authorities` (PEM). The
-/// returned header lines must outlive the handle. Throws `URLError`.
-CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::string& authorities);
+/// Configures `handle` for `request` through `proxy`, which is empty for none and absent for the environment's,
+/// trusting the system's authorities or, if not empty, `authorities` (PEM). The returned header lines must outlive the
+/// handle. Throws `URLError`.
+CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::optional<std::string>& proxy,
+                      const std::string& authorities);
 
 /// The body's size in bytes; 0 without one.
 std::int64_t bodySizeOf(const HTTPRequest& request) noexcept;

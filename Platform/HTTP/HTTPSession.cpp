@@ -1,5 +1,6 @@
 #include "Platform/HTTP/HTTPSession.h"
 
+#include "Platform/HTTP/ProxySearch.h"
 #include "Platform/HTTP/TransferEngine.h"
 #include "Platform/HTTP/URLError.h"
 
@@ -23,11 +24,13 @@ void check(const HTTPRequest& request)
     }
 }
 
-Async<HTTPResponse> sendOn(std::shared_ptr<TransferEngine> engine, HTTPRequest request)
+Async<HTTPResponse> sendOn(std::shared_ptr<TransferEngine> engine, std::shared_ptr<SystemProxy> proxies,
+                           HTTPRequest request)
 {
     check(request);
+    const auto proxy = co_await proxysearch::proxyFor(std::move(proxies), request.url);
     co_return co_await suspend<HTTPResponse>([&](Resume<HTTPResponse> resume) -> CancelAction {
-        auto transfer = std::make_shared<Transfer>(std::move(request), std::move(resume));
+        auto transfer = std::make_shared<Transfer>(std::move(request), proxy, std::move(resume));
         engine->add(transfer);
         return [transfer, weak = std::weak_ptr(engine)] {
             transfer->abandon();
@@ -38,13 +41,17 @@ Async<HTTPResponse> sendOn(std::shared_ptr<TransferEngine> engine, HTTPRequest r
 
 class KeptAliveSession final : public HTTPSession {
 public:
-    explicit KeptAliveSession(Options options) : engine_(TransferEngine::start(std::move(options))) {}
+    explicit KeptAliveSession(const Options& options)
+        : proxies_(options.proxies), engine_(TransferEngine::start(options))
+    {
+    }
     ~KeptAliveSession() override { engine_->stop(); }
     KeptAliveSession(KeptAliveSession&&) = delete;
 
-    Async<HTTPResponse> send(HTTPRequest request) override { return sendOn(engine_, std::move(request)); }
+    Async<HTTPResponse> send(HTTPRequest request) override { return sendOn(engine_, proxies_, std::move(request)); }
 
 private:
+    std::shared_ptr<SystemProxy> proxies_;
     std::shared_ptr<TransferEngine> engine_;
 };
 
@@ -59,7 +66,7 @@ std::optional<std::string> HTTPResponse::header(std::string_view name) const
 std::shared_ptr<HTTPSession> HTTPSession::make(Options options)
 {
     if (!options.now) options.now = &std::chrono::steady_clock::now;
-    return std::make_shared<KeptAliveSession>(std::move(options));
+    return std::make_shared<KeptAliveSession>(options);
 }
 
 } // namespace vorn

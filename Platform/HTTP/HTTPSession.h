@@ -3,6 +3,7 @@
 #include "Platform/Async/Async.h"
 #include "Platform/HTTP/HTTPBody.h"
 #include "Platform/HTTP/HTTPHeaders.h"
+#include "Platform/HTTP/SystemProxy.h"
 #include "Platform/HTTP/URL.h"
 
 #include <chrono>
@@ -56,6 +57,8 @@ public:
         std::string authorities = {};
         /// The clock for inactivity; null: the steady clock. Called on the session's thread.
         std::function<std::chrono::steady_clock::time_point()> now = {};
+        /// The system's proxies; null: only those that the environment names. A search counts to no inactivity.
+        std::shared_ptr<SystemProxy> proxies = {};
     };
 
     /// The real one: keeps connections alive, on one thread of its own. Redirects are answers; no cookies, no cache.

@@ -17,8 +17,8 @@ bool mayHideAnAnswer(CURLcode result) noexcept
 
 } // namespace
 
-Transfer::Transfer(HTTPRequest request, Resume<HTTPResponse> resume)
-    : request_(std::move(request)), resume_(std::move(resume)),
+Transfer::Transfer(HTTPRequest request, std::optional<std::string> proxy, Resume<HTTPResponse> resume)
+    : request_(std::move(request)), proxy_(std::move(proxy)), resume_(std::move(resume)),
       progress_(std::exchange(request_.onBodyProgress, nullptr)), body_(request_.body), stall_(request_.inactivityLimit)
 {
 }
@@ -33,7 +33,7 @@ void Transfer::prepare(const HTTPSession::Options& options, OpenSockets& sockets
     handle_.reset(curl_easy_init());
     if (!handle_) throw URLError(URLError::Code::unknown);
     set(handle_.get(), CURLOPT_PRIVATE, this);
-    headers_ = configure(handle_.get(), request_, options.authorities);
+    headers_ = configure(handle_.get(), request_, proxy_, options.authorities);
     setCallbacks(sockets);
 }
 

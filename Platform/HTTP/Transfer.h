@@ -12,7 +12,9 @@
 
 #include <cstddef>
 #include <exception>
+#include <optional>
 #include <span>
+#include <string>
 
 #include <curl/curl.h>
 
@@ -22,7 +24,8 @@ namespace vorn {
 /// for the constructor and `abandon`.
 class Transfer {
 public:
-    Transfer(HTTPRequest request, Resume<HTTPResponse> resume);
+    /// `proxy` is as `configure` takes it.
+    Transfer(HTTPRequest request, std::optional<std::string> proxy, Resume<HTTPResponse> resume);
     ~Transfer();
     Transfer(Transfer&&) = delete;
 
@@ -69,6 +72,7 @@ private:
     static int onClose(void* sockets, curl_socket_t socket) noexcept;
 
     HTTPRequest request_;
+    std::optional<std::string> proxy_;
     Resume<HTTPResponse> resume_;
     ProgressCallback progress_;
     BodyReader body_;

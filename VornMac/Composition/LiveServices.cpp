@@ -56,8 +56,9 @@ KeychainItem sessionItem()
 
 LiveServices::LiveServices(UserDefaults& defaults, std::filesystem::path messagesDatabase, Options options)
     : defaults_(defaults), messagesDatabase_(std::move(messagesDatabase)),
-      temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()), http_(HTTPSession::make()),
-      tokens_(tokenStore(options.keepsSession)), api_(configuration(defaults), http_, tokens_, &pool_),
+      temporaryItems_(FileManager::standard().temporaryDirectory(), applicationLog()),
+      http_(HTTPSession::make({.proxies = SystemProxy::ofSystem()})), tokens_(tokenStore(options.keepsSession)),
+      api_(configuration(defaults), http_, tokens_, &pool_),
       workspace_(std::move(options.application), std::move(options.quit))
 {
 }

@@ -34,11 +34,26 @@ TEST_F(Proxy, SeesNoTokenOfAnEncryptedRequest)
 
 TEST_F(Proxy, IsNotAskedForThisMachine)
 {
-    LoopbackServer proxyServer;
-    const ScopedEnvironment proxy("http_proxy", proxyServer.url(""));
-    server.answer({});
-    send(get());
-    EXPECT_EQ(proxyServer.connectionCount(), 0U);
+    for (const char* variable : {"http_proxy", "all_proxy", "ALL_PROXY"}) {
+        SCOPED_TRACE(variable);
+        LoopbackServer proxyServer;
+        const ScopedEnvironment proxy(variable, proxyServer.url(""));
+        server.answer({});
+        send(get());
+        EXPECT_EQ(proxyServer.connectionCount(), 0U);
+    }
+}
+
+TEST_F(Proxy, IsNotAskedForWhatTheEnvironmentExcepts)
+{
+    for (const char* scheme : {"http", "https"}) {
+        SCOPED_TRACE(scheme);
+        const ScopedEnvironment proxy("all_proxy", server.url(""));
+        const ScopedEnvironment excepted("no_proxy", "elsewhere.example,.invalid");
+        EXPECT_EQ(failureOf(request(Method::get, std::string(scheme) + "://somewhere.invalid/")),
+                  URLError::Code::cannotFindHost);
+        EXPECT_EQ(server.connectionCount(), 0U);
+    }
 }
 
 } // namespace

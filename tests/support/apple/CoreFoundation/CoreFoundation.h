@@ -22,9 +22,17 @@ typedef const struct __CFData* CFDataRef;
 typedef const struct __CFDictionary* CFDictionaryRef;
 typedef struct __CFDictionary* CFMutableDictionaryRef;
 typedef struct __CFBundle* CFBundleRef;
+typedef const struct __CFArray* CFArrayRef;
+typedef const struct __CFURL* CFURLRef;
+typedef struct __CFError* CFErrorRef;
+typedef struct __CFRunLoop* CFRunLoopRef;
+typedef struct __CFRunLoopSource* CFRunLoopSourceRef;
 typedef const struct __CFLocale* CFLocaleRef;
 typedef const struct __CFTimeZone* CFTimeZoneRef;
 typedef CFStringRef CFLocaleIdentifier;
+typedef CFStringRef CFRunLoopMode;
+typedef SInt32 CFRunLoopRunResult;
+typedef double CFTimeInterval;
 
 enum : CFStringEncoding { kCFStringEncodingUTF8 = 0x08000100 };
 
@@ -47,6 +55,7 @@ extern const CFDictionaryValueCallBacks kCFTypeDictionaryValueCallBacks;
 void CFRelease(CFTypeRef object);
 CFTypeRef CFRetain(CFTypeRef object);
 CFTypeID CFGetTypeID(CFTypeRef object);
+Boolean CFEqual(CFTypeRef one, CFTypeRef other);
 
 CFTypeID CFBooleanGetTypeID(void);
 Boolean CFBooleanGetValue(CFBooleanRef boolean);
@@ -69,6 +78,27 @@ CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef allocator, CFInd
                                                  const CFDictionaryKeyCallBacks* keys,
                                                  const CFDictionaryValueCallBacks* values);
 void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void* key, const void* value);
+const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key);
+
+CFIndex CFArrayGetCount(CFArrayRef array);
+const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index);
+
+CFURLRef CFURLCreateWithBytes(CFAllocatorRef allocator, const UInt8* bytes, CFIndex length, CFStringEncoding encoding,
+                              CFURLRef base);
+
+extern const CFRunLoopMode kCFRunLoopDefaultMode;
+CFRunLoopRef CFRunLoopGetCurrent(void);
+void CFRunLoopAddSource(CFRunLoopRef loop, CFRunLoopSourceRef source, CFRunLoopMode mode);
+CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode mode, CFTimeInterval seconds, Boolean returnAfterSourceHandled);
+void CFRunLoopSourceInvalidate(CFRunLoopSourceRef source);
+
+typedef struct {
+    CFIndex version;
+    void* info;
+    void* (*retain)(void* info);
+    void (*release)(void* info);
+    CFStringRef (*copyDescription)(void* info);
+} CFStreamClientContext;
 
 CFBundleRef CFBundleGetMainBundle(void);
 CFTypeRef CFBundleGetValueForInfoDictionaryKey(CFBundleRef bundle, CFStringRef key);
