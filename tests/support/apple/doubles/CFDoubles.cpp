@@ -47,6 +47,7 @@ void release(CFTypeRef object)
             release(key);
             release(value);
         }
+        for (const CFTypeRef item : released.items) release(item);
         bury(&released);
     }
 }
@@ -58,6 +59,13 @@ CFTypeRef CFDouble::make(Type type, std::string bytes)
     const auto* object = new CFDouble{type, std::move(bytes)};
     live().insert(object);
     return object;
+}
+
+CFArrayRef CFDouble::makeArray(std::vector<CFTypeRef> items)
+{
+    const CFTypeRef array = make(Type::array, "");
+    changeable(array).items = std::move(items);
+    return static_cast<CFArrayRef>(array);
 }
 
 std::size_t liveCFObjects()
@@ -111,6 +119,11 @@ CFTypeRef CFRetain(CFTypeRef object)
 CFTypeID CFGetTypeID(CFTypeRef object)
 {
     return static_cast<CFTypeID>(CFDouble::of(object).type);
+}
+
+Boolean CFEqual(CFTypeRef one, CFTypeRef other)
+{
+    return CFDouble::of(one).type == CFDouble::of(other).type && CFDouble::of(one).bytes == CFDouble::of(other).bytes;
 }
 
 CFTypeID CFBooleanGetTypeID()
@@ -217,6 +230,33 @@ void CFDictionarySetValue(CFMutableDictionaryRef dictionary, const void* key, co
     else
         CFRelease(kept);
     kept = &CFDouble::of(value);
+}
+
+const void* CFDictionaryGetValue(CFDictionaryRef dictionary, const void* key)
+{
+    EXPECT_EQ(CFDouble::of(dictionary).type, Type::dictionary);
+    const auto& pairs = CFDouble::of(dictionary).pairs;
+    const auto found = pairs.find(&CFDouble::of(key));
+    return found == pairs.end() ? nullptr : found->second;
+}
+
+CFIndex CFArrayGetCount(CFArrayRef array)
+{
+    EXPECT_EQ(CFDouble::of(array).type, Type::array);
+    return static_cast<CFIndex>(CFDouble::of(array).items.size());
+}
+
+const void* CFArrayGetValueAtIndex(CFArrayRef array, CFIndex index)
+{
+    return CFDouble::of(array).items.at(static_cast<std::size_t>(index));
+}
+
+CFURLRef CFURLCreateWithBytes(CFAllocatorRef /*allocator*/, const UInt8* bytes, CFIndex length,
+                              CFStringEncoding encoding, CFURLRef base)
+{
+    EXPECT_EQ(encoding, kCFStringEncodingUTF8);
+    EXPECT_EQ(base, nullptr);
+    return static_cast<CFURLRef>(CFDouble::make(Type::url, bytesAt(bytes, length)));
 }
 
 } // extern "C"
