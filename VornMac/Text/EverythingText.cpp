@@ -62,10 +62,10 @@ std::string leftOutNote(const SkipTally& skipped)
 std::vector<std::string> besideTexts(const NimbrelExportResult& result)
 {
     return {
-        "Each message has its identifier in Messages, that of its chat and, for a reply, that of the message replied "
+        "With each message its identifier in Messages, that of its chat and, for a reply, that of the message replied "
         "to.",
-        fmt::format("The archive also holds Nimbrel's addresses{}, these counts, when it was made, and the versions "
-                    "of Vorn and macOS.",
+        fmt::format("Nimbrel's addresses{}, these counts, when the archive was made, and the versions of Vorn and "
+                    "macOS.",
                     addressesText(result.agentHandles()))};
 }
 

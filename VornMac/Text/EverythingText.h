@@ -11,15 +11,14 @@
 /// All that would be uploaded, message by message, and what would not. Threads: any.
 namespace vorn {
 
-inline constexpr const char* seeEverything = "See everything that would be uploaded";
-inline constexpr const char* everythingTitle = "Everything";
-inline constexpr const char* everythingSubtitle = "That would be uploaded";
+inline constexpr const char* seeEverything = "See everything we upload";
+inline constexpr const char* everythingTitle = "Everything we upload";
 inline constexpr const char* searchMessages = "Search messages";
 inline constexpr const char* clearSearch = "Clear search";
 inline constexpr const char* saveCopyLabel = "Save a copy…";
 inline constexpr const char* archiveKind = "ZIP archive (*.zip)"; ///< as file dialogs filter
 inline constexpr const char* leftOutHeading = "Left out";
-inline constexpr const char* besidesHeading = "Besides";
+inline constexpr const char* besidesHeading = "Also in the archive";
 
 /// Why messages were left out, and how many. A value.
 struct LeftOutRow {

@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QStandardPaths>
 
 namespace vorn {
@@ -117,7 +118,7 @@ QString Everything::title()
 
 QString Everything::subtitle()
 {
-    return everythingSubtitle;
+    return yourChat;
 }
 
 QString Everything::searchLabel()
@@ -153,6 +154,11 @@ QString Everything::backLabel()
 QString Everything::fileKind()
 {
     return archiveKind;
+}
+
+QString Everything::fileSuffix()
+{
+    return QFileInfo(archiveName).suffix();
 }
 
 } // namespace vorn

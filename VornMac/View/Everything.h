@@ -25,6 +25,7 @@ class Everything : public QObject {
     Q_PROPERTY(vorn::EverythingList* messages READ messages CONSTANT)
     Q_PROPERTY(QString words READ words WRITE setWords NOTIFY wordsChanged)
     Q_PROPERTY(QString listed READ listed NOTIFY listedChanged)
+    Q_PROPERTY(bool isComplete READ isComplete NOTIFY listedChanged)
     Q_PROPERTY(QString nothingFound READ nothingFound NOTIFY listedChanged)
     Q_PROPERTY(QStringList leftOutLabels READ leftOutLabels NOTIFY isOpenChanged)
     Q_PROPERTY(QStringList leftOutCounts READ leftOutCounts NOTIFY isOpenChanged)
@@ -46,6 +47,7 @@ class Everything : public QObject {
     Q_PROPERTY(QString saveLabel READ saveLabel CONSTANT)
     Q_PROPERTY(QString backLabel READ backLabel CONSTANT)
     Q_PROPERTY(QString fileKind READ fileKind CONSTANT)
+    Q_PROPERTY(QString fileSuffix READ fileSuffix CONSTANT)
 
 public:
     /// `context` is the model's; both outlive this, and `context` is shut down before it goes. Without them it stays
@@ -57,7 +59,8 @@ public:
     EverythingList* messages() { return &messages_; }
     QString words() const { return words_; }
     void setWords(const QString& words);
-    QString listed() const;       ///< how many messages are listed
+    QString listed() const; ///< how many messages are listed
+    bool isComplete() const { return messages_.isComplete(); }
     QString nothingFound() const; ///< in place of a list without rows; empty where there are some
     QStringList leftOutLabels() const { return leftOut_.labels; }
     QStringList leftOutCounts() const { return leftOut_.counts; }   ///< one each
@@ -78,6 +81,7 @@ public:
     static QString saveLabel();
     static QString backLabel();
     static QString fileKind();
+    static QString fileSuffix();
 
     /// Does nothing before a chat is found.
     Q_INVOKABLE void open();

@@ -59,11 +59,28 @@ StepScreen {
         width: parent.width
     }
 
-    preview: LocalPreview {
+    preview: Item {
         anchors.fill: parent
-        caption: root.model.text.caption
-        isLooking: root.model.isLooking
-        messages: root.model.preview
-        showsMessages: root.model.isFound
+
+        LocalPreview {
+            anchors.bottomMargin: everything.visible ? everything.height - 4 : 0 // the caption stands above the link
+            anchors.fill: parent
+            caption: root.model.text.caption
+            isLooking: root.model.isLooking
+            messages: root.model.preview
+            showsMessages: root.model.isFound
+        }
+        QuietLinkStyle {
+            id: everything
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: 18
+            anchors.horizontalCenter: parent.horizontalCenter
+            label: root.model.everything.seeLabel
+            visible: root.model.isFound
+            onClicked: {
+                forceActiveFocus(focusReason); // a screen reader presses without
+                root.model.everything.open();
+            }
+        }
     }
 }

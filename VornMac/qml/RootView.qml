@@ -30,7 +30,7 @@ Rectangle {
         height: grid.bottom - grid.top
         objectName: "panel"
         radius: Theme.panelRadius
-        visible: root.model.isRestored
+        visible: root.model.isRestored && screens.visible
         width: Theme.panelWidth
         x: grid.right - width
         y: grid.top
@@ -43,6 +43,28 @@ Rectangle {
                 model: root.model
             })
         screen: root.model.isRestored ? root.screenOf(root.model.step) : ""
+        visible: everything.status === Loader.Null
+    }
+    // Over the find screen, which keeps its focus for the way back.
+    Loader {
+        id: everything
+
+        property int reason: Qt.PopupFocusReason
+
+        function show() {
+            const opener = root.Window.activeFocusItem as PushButton;
+            reason = opener?.visualFocus ? Qt.TabFocusReason : Qt.PopupFocusReason;
+            setSource("EverythingView.qml", {
+                model: root.model
+            });
+            forceActiveFocus(reason);
+        }
+        function hide() {
+            source = "";
+            screens.forceActiveFocus(reason);
+        }
+
+        anchors.fill: parent
     }
     KeychainNote {
         anchors.centerIn: parent
@@ -70,6 +92,15 @@ Rectangle {
         onSignOut: root.model.signOut()
     }
 
+    Connections {
+        target: root.model.everything
+        function onIsOpenChanged() {
+            if (root.model.everything.isOpen)
+                everything.show();
+            else
+                everything.hide();
+        }
+    }
     Connections {
         target: root.model
         function onStepLeft() {

@@ -66,6 +66,13 @@ const std::vector<Control>& allControls()
         {"4-find-failed", "Look again", [](auto& fix) { return fix.model.asked(ModelFixture::quest) == 2; }},
         {"4-find-found", "Back", leadsTo(Step::consent)},
         {"4-find-found", "Upload chat", leadsTo(Step::upload)},
+        {"4-find-found", "See everything we upload",
+         [](auto& fix) { return fix.shows("Everything we upload Your Nimbrel chat"); }},
+        {"4-find-everything-searched", "Clear search",
+         [](auto& fix) { return fix.screenModel().everything()->words().isEmpty(); }},
+        {"4-find-everything", "Save a copy…",
+         [](auto& fix) { return fix.window().template findChild<QObject*>("saveCopy") != nullptr; }},
+        {"4-find-everything", "Back", [](auto& fix) { return fix.shows("Found on this Mac Your Nimbrel chat"); }},
         {"5-upload-failed", "Try again", leadsTo(Step::find)},
         {"6-done-expired", "Back to your chat", leadsTo(Step::find)},
     };

@@ -15,10 +15,12 @@ namespace {
 using namespace std::chrono_literals;
 using Names = std::vector<std::string>;
 
-/// Whether the control that has the focus shows it.
+/// Whether the control that has the focus shows it: in itself, or around the field that it is a part of.
 bool showsFocus(WindowFixture& fix)
 {
     const auto* item = fix.window().activeFocusItem();
+    const bool isPart = item != nullptr && item->inherits("QQuickTextInput");
+    if (isPart) item = item->parentItem();
     const auto children = item != nullptr ? item->childItems() : QList<QQuickItem*>();
     return std::any_of(children.begin(), children.end(), [](const QQuickItem* child) {
         return std::string_view(child->metaObject()->className()).starts_with("FocusRing") && child->isVisible();
@@ -41,13 +43,14 @@ Names focusOrder(WindowFixture& fix, Qt::Key key)
     return order;
 }
 
-/// What can take the focus, in the order in which a screen reader comes to it.
+/// What can take the focus, in the order in which a screen reader comes to it: controls, fields and a list's current
+/// row.
 Names focusable(WindowFixture& fix)
 {
     Names names;
     for (const Read& read : fix.reading()) {
-        const bool scrolls = read.role == QAccessible::List;
-        if ((read.isControl() || scrolls) && read.state.focusable) names.push_back(read.name);
+        const bool isFurther = read.role == QAccessible::EditableText || read.role == QAccessible::List || read.role == QAccessible::ListItem;
+        if ((read.isControl() || isFurther) && read.state.focusable) names.push_back(read.name);
     }
     return names;
 }
@@ -68,7 +71,10 @@ TEST(Keyboard, GoesThroughEveryControlInReadingOrder)
         play(fix, scene.name);
         Names expected = focusable(fix);
         if (expected.empty()) continue;
-        EXPECT_EQ(focusOrder(fix, Qt::Key_Tab), expected);
+        const Names order = focusOrder(fix, Qt::Key_Tab);
+        std::ranges::rotate(expected,
+                            std::ranges::find(expected, order.front())); // something may have the focus already
+        EXPECT_EQ(order, expected);
     }
 }
 

@@ -111,7 +111,8 @@ const Texts preview = {
     "The number 12 tram stops right in front of it, if you would rather not look for a place to park.",
     "Perfect, thank you"};
 const Texts chatHead = {"N", "Nimbrel", "iMessage"};
-const Texts chat = chatHead + preview + previewCaption + badge;
+const Texts underChat = previewCaption + Texts{"See everything we upload"} + badge;
+const Texts chat = chatHead + preview + underChat;
 const Texts found = findActions + chat;
 const Texts tooSmall = {
     "There isn't enough Nimbrel conversation yet. Keep chatting and come back with a few conversations "
@@ -135,7 +136,7 @@ Texts foundChat(const std::string& mine, const std::string& theirs, const Texts&
                  theirs,
                  "Dates",
                  "Jan 13, 2026 – Jan 13, 2026"} +
-           findActions + chatHead + messages + previewCaption + badge;
+           findActions + chatHead + messages + underChat;
 }
 
 std::string repeated(const std::string& text, std::size_t size)
@@ -146,6 +147,55 @@ std::string repeated(const std::string& text, std::size_t size)
 }
 
 const Texts longMessages = {repeated("As long as it may be. ", 140) + "…", repeated("And as long again. ", 140) + "…"};
+
+// Everything.
+
+const Texts leftOut = {
+    "Everything we upload",
+    "Your Nimbrel chat",
+    "Left out",
+    "Reactions",
+    "3",
+    "Hearts, thumbs and other tapbacks.",
+    "Unsent messages",
+    "1",
+    "Whoever wrote them took them back.",
+    "Notices",
+    "1",
+    "What Messages itself notes in a chat, such as a new name.",
+    "Empty messages",
+    "1",
+    "They hold neither text nor an attachment.",
+    "The files of attachments are never read.",
+    "Also in the archive",
+    "With each message its identifier in Messages, that of its chat and, for a reply, that of the message replied to.",
+    "Nimbrel's addresses (+15550102030), these counts, when the archive was made, and the versions of Vorn and macOS."};
+const Texts pageActions = {"Back", "Save a copy…"};
+const Texts searching = {"Search messages", "10 messages"};
+const Texts closing = {"Jan 13, 2026", "You", "12:28:15\u202FPM · iMessage", "When does the museum close today?"};
+const Texts tickets = {"Nimbrel", "12:34:35\u202FPM · iMessage",
+                       "Done. They are in your mail, and here: https://museum.example/tickets/7f3a",
+                       "https://museum.example/tickets/7f3a"};
+const Texts tram = {
+    "Nimbrel", "12:36:10\u202FPM · iMessage · Edited · Reply",
+    "By tram 12 it takes eighteen minutes. The stop is right in front of the door, so there is no need to "
+    "look for a place to park, which on a Thursday evening takes longer than the way."};
+const Texts entrance = {"You", "12:39:20\u202FPM · iMessage", "Is this the entrance?", "Photo (image/heic)"};
+const Texts files = {"Jan 14, 2026", "You", "12:42:30\u202FPM · iMessage",
+                     "File (application/pdf)\nVideo (video/quicktime)"};
+const Texts beginning = closing +
+                        Texts{"Nimbrel",
+                              "12:29:50\u202FPM · iMessage",
+                              "At six. Last entry is half past five, and Thursdays it stays open until nine.",
+                              "You",
+                              "12:33:00\u202FPM · iMessage",
+                              "Then let's go on Thursday. Can you get two tickets for seven?"} +
+                        tickets + tram + entrance + files;
+const Texts end =
+    tram + entrance + files +
+    Texts{"Nimbrel", "12:44:05\u202FPM · iMessage", "It is.\nThe cloakroom is on the left,\nthe lift behind it.",
+          "You",     "12:48:50\u202FPM · SMS",      "תודה רבה!",
+          "Nimbrel", "12:52:00\u202FPM · iMessage", "You're welcome. Enjoy the evening."};
 
 // Upload and done.
 
@@ -169,11 +219,11 @@ Texts filledIn(Texts texts, const AppModel& model)
     return texts;
 }
 
-/// The panel's parts come in no order that matters to a reader of this table.
+/// The parts of a panel come in no order that matters to a reader of this table.
 struct Case {
     std::string scene;
     Texts texts;
-    Texts rewardPanel = {};
+    Texts panel = {};
 };
 
 std::vector<Case> allCases()
@@ -238,6 +288,13 @@ std::vector<Case> allCases()
          foundChat("3", "3",
                    longMessages + longMessages +
                        Texts{longMessages.front(), "The newest. The newest. The newest. The newest."})},
+        {"4-find-everything", leftOut + pageActions, searching + beginning + badge},
+        {"4-find-everything-by-key", leftOut + pageActions, searching + end + badge},
+        {"4-find-everything-searched", leftOut + pageActions, Texts{"2 of 10 messages"} + closing + tickets + badge},
+        {"4-find-everything-nothing", leftOut + pageActions,
+         Texts{"0 of 10 messages", "No message holds “ferry”."} + badge},
+        {"4-find-everything-saved", leftOut + Texts{"Saved as vorn-nimbrel-export.zip on this Mac."} + pageActions,
+         searching + beginning + badge},
         {"5-upload-preparing", uploading({"Packing your chat…"}), reward("Packing")},
         {"5-upload-uploading",
          uploading({"42 %", sent + ", about 2 minutes left", "Uploading securely. Keep this window open."}),
@@ -279,11 +336,14 @@ TEST(ScreenTexts, AreExactlyThoseOfTheirPhase)
         WindowFixture fix;
         play(fix, row.scene);
         Texts form = fix.words();
-        ASSERT_GE(form.size(), row.rewardPanel.size());
-        const Texts panel(form.end() - static_cast<std::ptrdiff_t>(row.rewardPanel.size()), form.end());
+        ASSERT_GE(form.size(), row.panel.size());
+        const Texts panel(form.end() - static_cast<std::ptrdiff_t>(row.panel.size()), form.end());
         form.resize(form.size() - panel.size());
         EXPECT_THAT(form, ElementsAreArray(filledIn(row.texts, fix.model.model())));
         EXPECT_THAT(panel, ::testing::UnorderedElementsAreArray(row.rewardPanel));
+
+        EXPECT_THAT(form, ElementsAreArray(row.texts));
+        EXPECT_THAT(panel, ::testing::UnorderedElementsAreArray(row.panel));
     }
 }
 

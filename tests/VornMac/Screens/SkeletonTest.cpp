@@ -58,9 +58,10 @@ Places placesIn(WindowFixture& fix)
     return places;
 }
 
+/// Before the steps, and on the page that lies over one, there are none.
 bool hasSteps(const Scene& scene)
 {
-    return !scene.name.starts_with("0-");
+    return !scene.name.starts_with("0-") && !scene.name.starts_with("4-find-everything");
 }
 
 TEST(Skeleton, StandsAtOnePlaceInEveryPhase)

@@ -40,12 +40,11 @@ TEST(Besides, TellsOfIdentifiersAndAddresses)
 {
     NimbrelExportResult result;
     result.chats = {{1, "guid-1", "+15550102030", {}}, {2, "guid-2", "n@x.example", {}}};
-    EXPECT_THAT(
-        besideTexts(result),
-        ElementsAre("Each message has its identifier in Messages, that of its chat and, for a reply, that of the "
-                    "message replied to.",
-                    "The archive also holds Nimbrel's addresses (+15550102030, n@x.example), these counts, when "
-                    "it was made, and the versions of Vorn and macOS."));
+    EXPECT_THAT(besideTexts(result),
+                ElementsAre("With each message its identifier in Messages, that of its chat and, for a reply, that of "
+                            "the message replied to.",
+                            "Nimbrel's addresses (+15550102030, n@x.example), these counts, when the archive was made, "
+                            "and the versions of Vorn and macOS."));
 }
 
 TEST(Listed, CountsMessages)

@@ -43,6 +43,48 @@ void fillChat(ModelFixture& model)
     model.messages.database().execute("COMMIT");
 }
 
+/// A chat with everything that a message can hold, and every reason to leave one out.
+void fillVariedChat(ModelFixture& model)
+{
+    std::int64_t date = 790'000'000;
+    const auto add = [&](MessageRow row) {
+        row.date = (date += 95) * 1'000'000'000;
+        return model.messages.message(row);
+    };
+    const auto said = [](bool fromMe, const char* text) {
+        return MessageRow{.text = std::string(text), .isFromMe = std::int64_t{fromMe}};
+    };
+    model.messages.database().execute("DELETE FROM chat_message_join");
+    const std::int64_t first = add(said(true, "When does the museum close today?"));
+    add(said(false, "At six. Last entry is half past five, and Thursdays it stays open until nine."));
+    add({.associatedMessageType = std::int64_t{2000}});
+    add(said(true, "Then let's go on Thursday. Can you get two tickets for seven?"));
+    add(said(false, "Done. They are in your mail, and here: https://museum.example/tickets/7f3a"));
+    MessageRow reply =
+        said(false, "By tram 12 it takes eighteen minutes. The stop is right in front of the door, so there "
+                    "is no need to look for a place to park, which on a Thursday evening takes longer than "
+                    "the way.");
+    reply.threadOriginatorGuid = "guid-" + std::to_string(first);
+    reply.dateEdited = std::int64_t{1};
+    add(reply);
+    add({.associatedMessageType = std::int64_t{2001}});
+    const std::int64_t photo = add(said(true, "Is this the entrance?"));
+    model.messages.attachment(photo, std::string("image/heic"), nullptr);
+    add(said(true, "")); // empty
+    date += 86'400;
+    const std::int64_t files = add(said(true, "\uFFFC"));
+    model.messages.attachment(files, std::string("application/pdf"), nullptr);
+    model.messages.attachment(files, std::string("video/quicktime"), nullptr);
+    add(said(false, "It is.\nThe cloakroom is on the left,\nthe lift behind it."));
+    add({.itemType = std::int64_t{2}});
+    add({.dateRetracted = std::int64_t{1}});
+    MessageRow text = said(true, "תודה רבה!");
+    text.service = std::string("SMS");
+    add(text);
+    add({.associatedMessageType = std::int64_t{2000}});
+    add(said(false, "You're welcome. Enjoy the evening."));
+}
+
 void link(WindowFixture& fix, const std::string& status = "")
 {
     fix.model.launch();
@@ -192,6 +234,46 @@ std::vector<Scene> findScenes()
     };
 }
 
+/// The page with everything that was found.
+void everything(WindowFixture& fix)
+{
+    fillVariedChat(fix.model);
+    fix.model.launchSignedIn();
+    fix.model.answer(Fixture::quest, questJSON());
+    fix.model.runAll();
+    fix.settle();
+    fix.screenModel().everything()->open();
+    fix.settle();
+}
+
+std::vector<Scene> everythingScenes()
+{
+    const auto searched = [](const char* words) {
+        return [words](WindowFixture& fix) {
+            everything(fix);
+            fix.screenModel().everything()->setWords(words);
+            fix.model.runAll();
+        };
+    };
+    return {
+        {"4-find-everything", everything},
+        {"4-find-everything-by-key",
+         [](WindowFixture& fix) {
+             everything(fix);
+             fix.lay(); // keys lead to what is seen
+             for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Up}) fix.press(key);
+         }},
+        {"4-find-everything-searched", searched("museum")},
+        {"4-find-everything-nothing", searched("ferry")},
+        {"4-find-everything-saved",
+         [](WindowFixture& fix) {
+             everything(fix);
+             fix.model.model().saveCopy(fix.model.folder / "vorn-nimbrel-export.zip");
+             fix.model.runAll();
+         }},
+    };
+}
+
 std::vector<Scene> uploadScenes()
 {
     return {
@@ -258,7 +340,7 @@ const std::vector<Scene>& allScenes()
     static const std::vector<Scene> scenes = [] {
         std::vector<Scene> all;
         for (const auto& part : {keychainScenes(), linkScenes(), consentScenes(), accessScenes(), findScenes(),
-                                 threadScenes(), uploadScenes(), doneScenes()})
+                                 threadScenes(), everythingScenes(), uploadScenes(), doneScenes()})
             all.insert(all.end(), part.begin(), part.end());
         return all;
     }();

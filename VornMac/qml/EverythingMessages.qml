@@ -1,0 +1,122 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorn.Components
+import Vorn.View
+
+/// Every message under its day, from the first on. Arrows lead from one to the next, and through one that is too high to
+/// be seen whole.
+ListView {
+    id: root
+
+    required property Everything page
+
+    readonly property real lineStep: 60
+
+    Accessible.name: Labels.conversation
+    Accessible.role: Accessible.List
+    activeFocusOnTab: count > 0
+    boundsBehavior: Flickable.StopAtBounds
+    cacheBuffer: 0 // what is made ahead is made late, when a search may have taken its row away
+    clip: true
+    highlightMoveDuration: 0
+    keyNavigationEnabled: false
+    model: page.messages
+    reuseItems: true
+    section.property: "day"
+    T.ScrollBar.vertical: ScrollBarStyle {}
+
+    section.delegate: Words {
+        required property string section
+
+        Accessible.role: Accessible.Heading
+        bottomPadding: 4
+        height: Math.ceil(implicitHeight)
+        color: Theme.secondary
+        font: Theme.fonts.label
+        leftPadding: 24
+        text: section
+        topPadding: 20
+        width: ListView.view ? ListView.view.width : 0
+    }
+    delegate: EverythingRow {
+        Accessible.focusable: ListView.isCurrentItem
+        width: ListView.view ? ListView.view.width : 0
+        // One that waits for its next use is not there for readers either.
+        ListView.onPooled: visible = false
+        ListView.onReused: visible = true
+    }
+
+    onActiveFocusChanged: {
+        if (activeFocus)
+            goTo(currentIndex, ListView.Contain);
+    }
+    Keys.onPressed: event => event.accepted = root.moves(event.key)
+
+    /// Goes where `key` leads; false where it leads nowhere.
+    function moves(key: int): bool {
+        if (count === 0)
+            return false;
+        switch (key) {
+        case Qt.Key_Up:
+            step(-1);
+            return true;
+        case Qt.Key_Down:
+            step(1);
+            return true;
+        case Qt.Key_PageUp:
+            turnPage(contentY, ListView.End);
+            return true;
+        case Qt.Key_PageDown:
+            turnPage(contentY + height - 1, ListView.Beginning);
+            return true;
+        case Qt.Key_Home:
+            goTo(0, ListView.Beginning);
+            return true;
+        case Qt.Key_End:
+            goTo(count - 1, ListView.End);
+            return true;
+        }
+        return false;
+    }
+
+    function step(by: int) {
+        const top = contentY;
+        const bottom = contentY + height;
+        if (!currentItem || currentItem.y + currentItem.height <= top || currentItem.y >= bottom)
+            return goTo(indexNear(by > 0 ? top : bottom - 1, by), ListView.Contain);
+        const hidden = by > 0 ? currentItem.y + currentItem.height - bottom : top - currentItem.y;
+        if (hidden > 1) {
+            contentY += by * Math.min(hidden, lineStep);
+            return;
+        }
+        const next = currentIndex + by;
+        goTo(next, ListView.Contain);
+        if (by < 0 && next >= 0 && currentItem.height > height)
+            positionViewAtIndex(next, ListView.End); // it is read from where one comes
+    }
+
+    /// What was at the edge `at` comes to the other one.
+    function turnPage(at: real, place: int) {
+        const down = place === ListView.Beginning;
+        const index = indexNear(at, down ? -1 : 1);
+        if (index >= 0 && itemAtIndex(index).height >= height)
+            contentY = Math.max(originY, Math.min(originY + contentHeight - height, contentY + (down ? 1 : -1) * (height - lineStep)));
+        else
+            goTo(index, place);
+    }
+
+    /// The row at `at`, or the next one in the direction `by` where a heading stands.
+    function indexNear(at: real, by: int): int {
+        let index = -1;
+        for (let y = at; index < 0 && y >= contentY && y < contentY + height; y += 8 * by)
+            index = indexAt(width / 2, y);
+        return index;
+    }
+
+    function goTo(index: int, place: int) {
+        if (index < 0 || index >= count)
+            return;
+        currentIndex = index;
+        positionViewAtIndex(index, place);
+    }
+}

@@ -1,0 +1,16 @@
+import QtQuick.Dialogs
+import Vorn.View
+
+/// Asks where a copy of the archive goes.
+FileDialog {
+    id: root
+
+    required property Everything page
+
+    defaultSuffix: page.fileSuffix
+    fileMode: FileDialog.SaveFile
+    nameFilters: [page.fileKind]
+    objectName: "saveCopy"
+    selectedFile: page.suggestedFile
+    onAccepted: page.saveCopy(selectedFile)
+}
