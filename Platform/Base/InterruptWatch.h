@@ -48,6 +48,17 @@ public:
         InterruptWatch& watch_;
     };
 
+    /// While it lives, SIGINT is somebody else's: of a program that has the terminal, which deals with it itself.
+    class InterruptPassedOver {
+    public:
+        explicit InterruptPassedOver(InterruptWatch& watch) : watch_(watch) { watch_.passesInterruptOver_ = true; }
+        ~InterruptPassedOver() { watch_.passesInterruptOver_ = false; }
+        InterruptPassedOver(InterruptPassedOver&&) = delete;
+
+    private:
+        InterruptWatch& watch_;
+    };
+
 private:
     void waitForSignals();
     void onSignal(int number);
@@ -57,6 +68,7 @@ private:
 
     CancelFlag cancel_;
     std::atomic<int> signal_ = 0;
+    std::atomic<bool> passesInterruptOver_ = false;
     std::optional<Deadline> deadline_;
     std::mutex mutex_; ///< guards what follows but the last two; held while the process is ended
     std::condition_variable ended_;
