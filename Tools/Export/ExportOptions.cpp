@@ -4,9 +4,9 @@
 #include "Platform/Base/PrintableText.h"
 #include "Platform/Base/Text.h"
 #include "Tools/Support/MistakeText.h"
+#include "Tools/Support/Preflight.h"
 
 #include <algorithm>
-#include <system_error>
 
 #include <CLI/CLI.hpp>
 
@@ -25,29 +25,6 @@ constexpr const char* exitStatuses =
     "5 the file is no database, or stayed unreadable; 6 another database error; 7 the output cannot be\n"
     "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 10 there is nothing\n"
     "to export, and nothing was written; 1 any other problem; 128+N ended by signal N.";
-
-/// `path` without links and detours, as far as it exists; in lower case, as some systems tell no difference.
-std::string comparable(const fs::path& path)
-{
-    std::error_code failure;
-    const fs::path resolved = fs::weakly_canonical(fs::absolute(path, failure), failure);
-    return text::lowercased((failure ? path : resolved).string());
-}
-
-/// Whether `output` is the database or one of the files that SQLite keeps beside it, even if they are not there yet.
-bool touchesDatabase(const fs::path& output, const fs::path& database)
-{
-    std::error_code failure;
-    const fs::path linked = fs::canonical(database, failure);
-    for (const fs::path& one : {database, linked}) {
-        for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
-            fs::path own = one;
-            own += suffix;
-            if (!one.empty() && comparable(own) == comparable(output)) return true;
-        }
-    }
-    return false;
-}
 
 /// Nothing for a user without a home: there is no Messages either.
 fs::path usersDatabase()
@@ -127,7 +104,7 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     options.database = options.isUsersOwn ? usersDatabase() : fs::path(texts.database);
     options.output = texts.output;
     options.exportedAt = parseInternetDateTime(texts.time).value_or(now); // checked, or not given
-    if (texts.output.empty() || touchesDatabase(options.output, options.database)) {
+    if (texts.output.empty() || preflight::touchesDatabase(options.output, options.database)) {
         return ExportOptionsEnd{"--output must be a file of its own, not the database\n", true};
     }
     return options;

@@ -3,16 +3,31 @@
 #include "Platform/Base/FileDescriptor.h"
 #include "Platform/Base/FileManager.h"
 #include "Platform/Base/PrintableText.h"
+#include "Platform/Base/Text.h"
 
 #include <array>
 #include <cerrno>
 #include <string_view>
+#include <system_error>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace vorn::preflight {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// `path` without links and detours, as far as it exists; in lower case, as some systems tell no difference.
+std::string comparable(const fs::path& path)
+{
+    std::error_code failure;
+    const fs::path resolved = fs::weakly_canonical(fs::absolute(path, failure), failure);
+    return text::lowercased((failure ? path : resolved).string());
+}
+
+} // namespace
 
 DatabaseFile databaseFileAt(const std::filesystem::path& path)
 {
@@ -33,6 +48,20 @@ std::string textOf(DatabaseFile file, const std::filesystem::path& path)
 {
     const std::string name = printable(path.string());
     return file == DatabaseFile::missing ? "There is no database at " + name + "." : name + " is no database.";
+}
+
+bool touchesDatabase(const fs::path& output, const fs::path& database)
+{
+    std::error_code failure;
+    const fs::path linked = fs::canonical(database, failure);
+    for (const fs::path& one : {database, linked}) {
+        for (const char* suffix : {"", "-wal", "-shm", "-journal"}) {
+            fs::path own = one;
+            own += suffix;
+            if (!one.empty() && comparable(own) == comparable(output)) return true;
+        }
+    }
+    return false;
 }
 
 std::optional<std::string> mistakeInTemporaryDirectory()

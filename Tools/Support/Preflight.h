@@ -21,6 +21,9 @@ DatabaseFile databaseFileAt(const std::filesystem::path& path);
 /// One line for the user about a `path` that is not plausible; fit for a terminal.
 std::string textOf(DatabaseFile file, const std::filesystem::path& path);
 
+/// Whether `output` is the database or one of the files that SQLite keeps beside it, even if they are not there yet.
+bool touchesDatabase(const std::filesystem::path& output, const std::filesystem::path& database);
+
 /// What is wrong with the folder for temporary files, as one line for the user; nothing when it is there. Private
 /// copies go into it, and nobody is to make it up with rights that let others in.
 std::optional<std::string> mistakeInTemporaryDirectory();
