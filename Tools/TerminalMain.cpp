@@ -104,7 +104,8 @@ private:
                 .api = services_.api(),
                 .keychain = keychainFor(options),
                 .model = &model_,
-                .terminal = &terminal_};
+                .terminal = &terminal_,
+                .interrupts = &interrupts_};
     }
 
     /// What ends the program when the jobs do not end in time. A line that changes may be on the terminal still.
@@ -125,7 +126,7 @@ private:
     Task task_;
 };
 
-/// The database that `share` reads, looked at once; the other commands read none.
+/// The database that `share` and `show` read, looked at once; the other commands read none.
 std::filesystem::path plausibleDatabase(const UserDefaults& defaults)
 {
     using preflight::DatabaseFile;
@@ -135,6 +136,12 @@ std::filesystem::path plausibleDatabase(const UserDefaults& defaults)
     const bool mayAppear = file == DatabaseFile::missing && !isGiven; // once Messages is set up
     if (file == DatabaseFile::plausible || mayAppear) return path;
     throw CommandFailure(TerminalStatus::noAccess, preflight::textOf(file, path));
+}
+
+void requireOwnFile(const std::optional<std::string>& copy, const std::filesystem::path& database)
+{
+    if (copy && preflight::touchesDatabase(*copy, database))
+        throw CommandFailure(TerminalStatus::wrongArguments, "--save must be a file of its own, not the database");
 }
 
 void requireTemporaryDirectory()
@@ -156,9 +163,11 @@ int runTerminal(const TerminalOptions& options, const Terminal& terminal)
         RunDefaults defaults(options.defaults.values());
         requireFitSettings(defaults.get());
         std::filesystem::path database;
-        if (options.command == TerminalOptions::Command::share) {
+        using Command = TerminalOptions::Command;
+        if (options.command == Command::share || options.command == Command::show) {
             requireTemporaryDirectory();
             database = plausibleDatabase(defaults.get());
+            requireOwnFile(options.copy, database);
         }
         return Run(options, defaults.get(), std::move(database), terminal).exitStatus();
     } catch (const CommandFailure& failure) {

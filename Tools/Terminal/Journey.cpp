@@ -3,6 +3,7 @@
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/ChatLines.h"
 #include "Tools/Terminal/CommandFailure.h"
+#include "Tools/Terminal/FindFailure.h"
 #include "Tools/Terminal/TimeLimit.h"
 #include "Tools/Terminal/UploadDisplay.h"
 #include "VornMac/Text/AccessText.h"
@@ -14,8 +15,6 @@
 
 #include <chrono>
 #include <utility>
-
-#include <fmt/ranges.h>
 
 namespace vorn {
 namespace {
@@ -171,17 +170,13 @@ Async<> Journey::find()
     if (model_.step() != Step::find) co_return;
     const ScanPhase phase = model_.scanPhase();
     const ScreenText text = findText(phase, std::nullopt);
-    if (is<phase::Unavailable>(phase) || is<phase::NotConfigured>(phase))
-        throw CommandFailure(TerminalStatus::notNow, text.status.text);
-    if (is<phase::NotFound>(phase))
-        throw CommandFailure(TerminalStatus::notFound, fmt::format("{}", fmt::join(text.hints, "\n")));
-    if (const auto* failed = std::get_if<phase::Failed>(&phase)) {
-        if (!isAttended_) throw CommandFailure(TerminalStatus::failed, spokenWords(failed->lastWords));
+    if (const auto* failed = std::get_if<phase::Failed>(&phase); failed != nullptr && isAttended_) {
         terminal_.say(spokenWords(failed->text));
         if (!co_await answers_.confirms(asked(text.retry))) throw CommandFailure(TerminalStatus::failed, "");
         if (model_.step() == Step::find) model_.scan();
         co_return;
     }
+    if (const auto failure = failureOfFinding(phase)) throw CommandFailure(*failure);
     co_await offerUpload();
 }
 

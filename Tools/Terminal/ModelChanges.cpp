@@ -6,9 +6,10 @@ namespace vorn {
 
 ModelChanges::ModelChanges(const AppModel& model)
 {
-    for (const auto signal : {&AppModel::stepChanged, &AppModel::sessionChanged, &AppModel::linkPhaseChanged,
-                              &AppModel::qrPayloadChanged, &AppModel::accessChanged, &AppModel::scanPhaseChanged,
-                              &AppModel::nimbrelChanged, &AppModel::uploadPhaseChanged, &AppModel::submissionChanged})
+    for (const auto signal :
+         {&AppModel::stepChanged, &AppModel::sessionChanged, &AppModel::linkPhaseChanged, &AppModel::qrPayloadChanged,
+          &AppModel::accessChanged, &AppModel::scanPhaseChanged, &AppModel::nimbrelChanged,
+          &AppModel::uploadPhaseChanged, &AppModel::submissionChanged, &AppModel::copyPhaseChanged})
         connect(&model, signal, this, &ModelChanges::tell);
     connect(&model, &AppModel::stepChanged, this, [this] { reviewWatchEnded_ = false; });
     connect(&model, &AppModel::reviewWatchEnded, this, [this] {

@@ -2,9 +2,17 @@
 
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Terminal/CommandFailure.h"
+#include "Tools/Terminal/EverythingLines.h"
+#include "Tools/Terminal/FindFailure.h"
+#include "Tools/Terminal/ModelChanges.h"
+#include "Tools/Terminal/Pager.h"
 #include "Tools/Terminal/StateLines.h"
 #include "Tools/Terminal/TimeLimit.h"
+#include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/AccountText.h"
+#include "VornMac/Text/ErrorText.h"
+#include "VornMac/Text/EverythingText.h"
+#include "VornMac/Text/FindText.h"
 #include "VornMac/Text/KeychainText.h"
 
 #include <cstdio>
@@ -61,6 +69,7 @@ Async<> TerminalCommand::runCommand()
 {
     switch (options_.command) {
     case TerminalOptions::Command::share: return share();
+    case TerminalOptions::Command::show: return show();
     case TerminalOptions::Command::link: return link();
     case TerminalOptions::Command::status: return status();
     case TerminalOptions::Command::signOut: return signOut();
@@ -81,6 +90,57 @@ Async<> TerminalCommand::share()
     if (lines && !lines->hasWritten()) throw CommandFailure(TerminalStatus::failed, unprintable);
     if (!lines) print(textOf(submission));
     requireAccepted(submission);
+}
+
+Async<> TerminalCommand::show()
+{
+    storedSession();
+    co_await findChat();
+    const AppModel::ExportResult found = services_.model->exportResult();
+    if (options_.copy) co_return co_await saveCopy();
+    list(*found);
+}
+
+/// As the find screen does.
+Async<> TerminalCommand::findChat()
+{
+    AppModel& model = *services_.model;
+    ModelChanges changes(model);
+    model.go(Step::find);
+    services_.terminal->say(findText(model.scanPhase(), std::nullopt).status.text);
+    while (model.step() == Step::find && std::holds_alternative<phase::Loading>(model.scanPhase()))
+        co_await changes.next();
+    if (model.step() == Step::access) throw CommandFailure(TerminalStatus::noAccess, accessMissing);
+    if (model.step() != Step::find) throw CommandFailure(TerminalStatus::notLinked, unlinked);
+    if (const auto failure = failureOfFinding(model.scanPhase())) throw CommandFailure(*failure);
+}
+
+/// Waits for the reader without regard to anything else: nothing is under way by then.
+void TerminalCommand::list(const NimbrelExportResult& found) const
+{
+    const InterruptWatch::InterruptPassedOver untilRead(*services_.interrupts);
+    Pager pager;
+    const TextSink sink = [&pager](std::string_view text) { return pager.write(text); };
+    std::optional<std::size_t> count;
+    if (options_.search)
+        count = listFound(found, *options_.search, sink);
+    else
+        listEverything(found, *services_.model->exportStatistics(), sink);
+    if (!pager.finish()) throw CommandFailure(TerminalStatus::failed, unprintable);
+    if (count == 0U) services_.terminal->say(nothingFoundText(printable(*options_.search)));
+    if (count > 0U) services_.terminal->say(listedText(*count, found.messages.size(), true));
+}
+
+Async<> TerminalCommand::saveCopy()
+{
+    AppModel& model = *services_.model;
+    ModelChanges changes(model);
+    model.saveCopy(*options_.copy);
+    services_.terminal->say(copyText(model.copyPhase()).text);
+    while (std::holds_alternative<phase::Preparing>(model.copyPhase())) co_await changes.next();
+    if (const auto* failed = std::get_if<phase::Failed>(&model.copyPhase()))
+        throw CommandFailure(TerminalStatus::failed, spokenWords(failed->lastWords));
+    services_.terminal->say(printable(copyText(model.copyPhase()).text));
 }
 
 void TerminalCommand::sayWhatIsNotKept() const

@@ -3,6 +3,7 @@
 #include "Platform/Async/BackgroundExecutor.h"
 #include "Platform/Async/Clock.h"
 #include "Platform/Async/MainContext.h"
+#include "Platform/Base/InterruptWatch.h"
 #include "Tools/Terminal/Journey.h"
 #include "Tools/Terminal/SessionKeychain.h"
 #include "Tools/Terminal/Terminal.h"
@@ -25,6 +26,7 @@ struct TerminalServices {
     std::optional<SessionKeychain> keychain; ///< behind the store; nothing when the keychain is left alone
     AppModel* model;
     const Terminal* terminal;
+    InterruptWatch* interrupts;
 };
 
 /// Runs one command of `vorn-terminal`, from its first line on the terminal to its result on standard output.
@@ -41,10 +43,14 @@ private:
     void requireKeychain(const std::string& consequence) const;
     Async<> runCommand();
     Async<> share();
+    Async<> show();
     Async<> link();
     Async<> status();
     Async<> signOut();
 
+    Async<> findChat();
+    Async<> saveCopy();
+    void list(const NimbrelExportResult& found) const;
     void sayWhatIsNotKept() const;
     StoredSession storedSession() const;
     Async<> revoke(StoredSession session) const;

@@ -46,6 +46,8 @@ using Background = TerminalOptions::Background;
 
 struct Texts {
     std::string submission;
+    std::string search;
+    std::string copy;
 };
 
 void addBackground(CLI::App& command, TerminalOptions& options)
@@ -86,6 +88,15 @@ void addCommands(CLI::App& app, TerminalOptions& options, Texts& texts)
     app.set_version_flag("--version", "vorn-terminal " VORN_VERSION);
     app.require_subcommand(0, 1);
     addWholePath(app, options);
+    addCommand(
+        app, options, Command::show, "show", "Shows every message that would be uploaded, and what is left out",
+        [&](CLI::App& show) {
+            CLI::Option* search =
+                show.add_option("--search", texts.search, "Only the messages that hold this")->type_name("WORDS");
+            show.add_option("--save", texts.copy, "Saves a copy of the archive, and sends nothing")
+                ->type_name("FILE")
+                ->excludes(search);
+        });
     addCommand(app, options, Command::link, "link", "Shows a QR code for your phone and links this Mac to your account",
                [&](CLI::App& link) { addBackground(link, options); });
     addCommand(app, options, Command::status, "status", "Shows who is linked and how the quest stands",
@@ -103,16 +114,18 @@ std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
     const bool isOnePart =
         !texts.submission.empty() && texts.submission != "." && texts.submission != ".." &&
         std::ranges::none_of(texts.submission, [](char c) { return c == '/' || c == '?' || c == '#'; });
-    const bool isAsked = options.submission.has_value();
-    return isAsked && !isOnePart ? "SUBMISSION must be a submission's identifier, as it is printed after an upload"
-                                 : "";
+    if (options.submission && !isOnePart)
+        return "SUBMISSION must be a submission's identifier, as it is printed after an upload";
+    if (options.copy == "" || options.copy == "-")
+        return "--save must be a file: an archive is not for standard output";
+    return "";
 }
 
 /// The mistake of a line with a word that is no command.
 std::string unknownCommand(const CLI::App& app)
 {
     const auto left = app.remaining();
-    return "There is no command \"" + printable(left.front()) + "\", only link, status or sign-out";
+    return "There is no command \"" + printable(left.front()) + "\", only show, link, status or sign-out";
 }
 
 TerminalOptionsEnd mistake(const std::string& text)
@@ -148,6 +161,11 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     if (wrongOverride) return mistake(*wrongOverride);
     if (app.got_subcommand("status") && app.get_subcommand("status")->count("SUBMISSION") > 0) {
         options.submission = texts.submission;
+    }
+    if (app.got_subcommand("show")) {
+        const CLI::App* show = app.get_subcommand("show");
+        if (show->count("--search") > 0) options.search = texts.search;
+        if (show->count("--save") > 0) options.copy = texts.copy;
     }
     if (const std::string wrong = mistakeIn(texts, options); !wrong.empty()) return mistake(wrong);
     return options;

@@ -15,11 +15,13 @@ namespace vorn {
 
 /// What the user asked `vorn-terminal` for.
 struct TerminalOptions {
-    enum class Command { share, link, status, signOut };
+    enum class Command { share, show, link, status, signOut };
     enum class Background { dark, light };
 
     Command command = Command::share;
     std::optional<std::string> submission{}; ///< whose status is asked for
+    std::optional<std::string> search{};     ///< what shown messages hold
+    std::optional<std::string> copy{};       ///< the file that a copy of the archive is saved to, instead of showing it
     bool yes = false;                        ///< to every question
     bool json = false;                       ///< results for programs
     bool keychain = true;                    ///< the session is looked for and kept there

@@ -84,7 +84,7 @@ class Manuals(unittest.TestCase):
 
     def test_bash_completes_options_commands_and_values(self):
         self.assertEqual(self.bash("vorn-export", "--a"), ["--allow-empty"])
-        self.assertEqual(self.bash("vorn-terminal", "s"), ["status", "sign-out"])
+        self.assertEqual(self.bash("vorn-terminal", "s"), ["show", "status", "sign-out"])
         self.assertEqual(self.bash("vorn-terminal", "--background", ""), ["dark", "light"])
         self.assertEqual(self.bash("vorn-terminal", "status", "--"), ["--help", "--json"])
         self.assertEqual(self.bash("vorn-export", "--handle", ""), [])

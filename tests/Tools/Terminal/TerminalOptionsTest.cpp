@@ -61,6 +61,17 @@ TEST(TerminalOptions, ReadsOverridesOfDefaultsAnywhere)
     }
 }
 
+TEST(TerminalOptions, ReadsWhatToShow)
+{
+    const TerminalOptions all = options({"show"});
+    EXPECT_EQ(all.command, TerminalOptions::Command::show);
+    EXPECT_FALSE(all.search);
+    EXPECT_FALSE(all.copy);
+    EXPECT_EQ(options({"show", "--search", "two words"}).search, "two words");
+    EXPECT_EQ(options({"show", "--search", ""}).search, "");
+    EXPECT_EQ(options({"show", "--save", "x.zip"}).copy, "x.zip");
+}
+
 TEST(TerminalOptions, RefusesWhatMakesNoSense)
 {
     struct Case {
@@ -68,7 +79,7 @@ TEST(TerminalOptions, RefusesWhatMakesNoSense)
         const char* text;
     };
     const std::vector<Case> cases = {
-        {{"fly"}, "There is no command \"fly\", only link, status or sign-out\n"},
+        {{"fly"}, "There is no command \"fly\", only show, link, status or sign-out\n"},
         {{"fly\x1B[2J", "--json"}, "There is no command \"fly\uFFFD[2J\", only "},
         {{"--fly"}, "The following argument was not expected: --fly"},
         {{"upload", "chat.zip"}, "There is no command \"upload\", only "},
@@ -82,6 +93,11 @@ TEST(TerminalOptions, RefusesWhatMakesNoSense)
         {{"-VornMesagesDatabaseOverride", "chat.db"}, "There is no -VornMesagesDatabaseOverride, only "},
         {{"fly", "-VornAPIBaseURLOverride", "nonsense"}, "-VornAPIBaseURLOverride must be an https address"},
         {{"status", "-VornAPIBaseURLOverride"}, "-VornAPIBaseURLOverride needs a value"},
+        {{"show", "--search"}, "--search"},
+        {{"show", "--save", ""}, "--save must be a file: an archive is not for standard output\n"},
+        {{"show", "--save", "-"}, "--save must be a file: an archive is not for standard output\n"},
+        {{"show", "--save", "x.zip", "--search", "x"}, "--s"},
+        {{"show", "--json"}, "The following argument was not expected: --json"},
         {{"status", "a/b"}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
         {{"status", ".."}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
         {{"status", ""}, "SUBMISSION must be a submission's identifier, as it is printed after an upload"},
@@ -102,9 +118,9 @@ TEST(TerminalOptions, EndsWithTheHelpAndTheVersion)
 {
     const auto help = std::get<TerminalOptionsEnd>(parse({"--help"}));
     EXPECT_FALSE(help.isMistake);
-    for (const char* text :
-         {"link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL", "-VornMessagesDatabaseOverride FILE",
-          "-VornSettingsFile FILE", "Exit status: 0 done", "128+N ended by signal N"}) {
+    for (const char* text : {"show ", "link ", "status ", "sign-out ", "--yes", "-VornAPIBaseURLOverride URL",
+                             "-VornMessagesDatabaseOverride FILE", "-VornSettingsFile FILE", "Exit status: 0 done",
+                             "128+N ended by signal N"}) {
         EXPECT_THAT(help.text, HasSubstr(text));
     }
     EXPECT_THAT(std::get<TerminalOptionsEnd>(parse({"status", "--help"})).text, HasSubstr("SUBMISSION"));
