@@ -340,9 +340,6 @@ TEST(ScreenTexts, AreExactlyThoseOfTheirPhase)
         const Texts panel(form.end() - static_cast<std::ptrdiff_t>(row.panel.size()), form.end());
         form.resize(form.size() - panel.size());
         EXPECT_THAT(form, ElementsAreArray(filledIn(row.texts, fix.model.model())));
-        EXPECT_THAT(panel, ::testing::UnorderedElementsAreArray(row.rewardPanel));
-
-        EXPECT_THAT(form, ElementsAreArray(row.texts));
         EXPECT_THAT(panel, ::testing::UnorderedElementsAreArray(row.panel));
     }
 }
