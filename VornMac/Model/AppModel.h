@@ -116,6 +116,9 @@ public:
 
     // The access screen.
 
+    /// Goes on to the search once the user has seen that access is granted, unless by then it is not, or the step was
+    /// left.
+    void goOnOnceAccessIsSeen();
     void openFullDiskAccessSettings();
     void revealAppInFinder();
     void relaunch();
@@ -205,12 +208,13 @@ private:
     Async<LinkOutcome> poll(DeviceLink link);
     void signedIn(const DesktopSession& session);
 
-    void stopAccessProbe() { accessTask_.cancel(); }
+    void stopAccessProbe();
     void stopReviewWatch() { jobs_.review.cancel(); }
 
     void prefetchNimbrel();
     Async<> runPrefetch(VornAPI api);
     Async<> runAccessProbe();
+    Async<> showAccess();
     Async<> runScan(VornAPI api);
     Async<> findChat(VornAPI api);
     struct FoundChat;
@@ -257,7 +261,7 @@ private:
     std::int64_t sessionGeneration_ = 0;
     std::optional<Clock::Duration> lastCodeRequest_;
 
-    Task restoreTask_, linkTask_, accessTask_;
+    Task restoreTask_, linkTask_, accessTask_, accessSeenTask_;
     SessionJobs jobs_;
 };
 

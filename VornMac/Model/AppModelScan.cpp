@@ -67,6 +67,23 @@ Async<> AppModel::runAccessProbe()
     }
 }
 
+void AppModel::stopAccessProbe()
+{
+    accessTask_.cancel();
+    accessSeenTask_.cancel();
+}
+
+void AppModel::goOnOnceAccessIsSeen()
+{
+    if (step_ == Step::access) accessSeenTask_ = running(showAccess());
+}
+
+Async<> AppModel::showAccess()
+{
+    co_await services_.clock->sleep(timing::accessIsSeen);
+    if (access_ == FullDiskAccessStatus::granted) go(Step::find);
+}
+
 void AppModel::scan()
 {
     const auto whole = transition();

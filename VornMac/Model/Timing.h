@@ -25,6 +25,8 @@ inline constexpr Clock::Duration keychainIsSlow = std::chrono::milliseconds(500)
 
 inline constexpr Clock::Duration declinedIsShown = std::chrono::seconds(3);
 inline constexpr Clock::Duration linkFailureIsShown = std::chrono::seconds(5);
+/// How long the user sees that access is granted before the next step takes its place.
+inline constexpr Clock::Duration accessIsSeen = std::chrono::milliseconds(600);
 inline constexpr Clock::Duration accessProbeInterval = std::chrono::milliseconds(1500);
 
 /// How long a window shows an upload at least, however small.

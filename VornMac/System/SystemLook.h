@@ -10,5 +10,7 @@ namespace vorn {
 double systemTextScale();
 /// The family of fonts that windows are written in.
 QString systemFontFamily();
+/// The path of what the desktop knows the running application by.
+QString applicationFile();
 
 } // namespace vorn

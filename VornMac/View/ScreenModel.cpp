@@ -206,6 +206,11 @@ void ScreenModel::startAccessProbe()
     if (model_ != nullptr) model_->startAccessProbe();
 }
 
+void ScreenModel::goOnOnceAccessIsSeen()
+{
+    if (model_ != nullptr) model_->goOnOnceAccessIsSeen();
+}
+
 void ScreenModel::openFullDiskAccessSettings()
 {
     if (model_ != nullptr) model_->openFullDiskAccessSettings();

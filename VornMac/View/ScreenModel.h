@@ -129,6 +129,7 @@ public:
     Q_INVOKABLE void acceptConsent();
     /// Looks at once whether the Messages database can be read, and goes on looking.
     Q_INVOKABLE void startAccessProbe();
+    Q_INVOKABLE void goOnOnceAccessIsSeen();
     Q_INVOKABLE void openFullDiskAccessSettings();
     Q_INVOKABLE void revealAppInFinder();
     Q_INVOKABLE void relaunch();

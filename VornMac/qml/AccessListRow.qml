@@ -3,20 +3,75 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// One application of the drawn list, with its switch. Without a symbol it is Vorn.
+/// One application of the drawn list, with its switch. Without a symbol it is Vorn. It can be dragged where it stands for
+/// a file.
 Item {
     id: root
 
     required property string name
     property string symbol: ""
     property bool isOn: false
-    property bool hasDivider: true
+    property bool pulses: false
+    property url draggedFile
 
-    implicitHeight: Math.max(56, label.implicitHeight + 24)
+    readonly property bool isSeen: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
+    readonly property bool isPulsing: pulses && !isOn && isSeen && Theme.motion(1) > 0
+
+    implicitHeight: Math.max(52, label.implicitHeight + 24)
     Accessible.role: Accessible.StaticText
     Accessible.name: Labels.switchText(name, isOn)
 
+    Drag.active: dragging.active
+    Drag.dragType: Drag.Automatic
+    Drag.mimeData: ({
+            "text/uri-list": root.draggedFile
+        })
+    Drag.supportedActions: Qt.CopyAction
+
+    DragHandler {
+        id: dragging
+        enabled: root.draggedFile.toString().length > 0
+        target: null
+    }
+    HoverHandler {
+        cursorShape: Qt.OpenHandCursor
+        enabled: dragging.enabled
+        onHoveredChanged: {
+            if (hovered)
+                icon.grabToImage(picture => root.Drag.imageSource = picture.url);
+        }
+    }
+    Rectangle {
+        id: glow
+        anchors.fill: parent
+        anchors.margins: 4
+        color: Theme.focusRing
+        opacity: 0
+        radius: 9
+
+        SequentialAnimation {
+            loops: Animation.Infinite
+            running: root.isPulsing
+            onStopped: glow.opacity = 0
+
+            NumberAnimation {
+                duration: Theme.pulse
+                easing.type: Easing.InOutSine
+                property: "opacity"
+                target: glow
+                to: 0.16
+            }
+            NumberAnimation {
+                duration: Theme.pulse
+                easing.type: Easing.InOutSine
+                property: "opacity"
+                target: glow
+                to: 0
+            }
+        }
+    }
     VornGlyph {
+        id: icon
         anchors.verticalCenter: parent.verticalCenter
         height: 32
         visible: root.symbol.length === 0
@@ -57,7 +112,7 @@ Item {
         anchors.right: parent.right
         anchors.rightMargin: 14
         anchors.verticalCenter: parent.verticalCenter
-        color: root.isOn ? Theme.success : Theme.tertiary
+        color: root.isOn ? Theme.switchOn : Theme.switchOff
         height: 22
         radius: height / 2
         width: 38
@@ -91,6 +146,5 @@ Item {
         anchors.right: parent.right
         color: Theme.divider
         height: 1
-        visible: root.hasDivider
     }
 }

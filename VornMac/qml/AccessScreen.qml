@@ -7,6 +7,8 @@ StepScreen {
     id: root
 
     readonly property bool isGranted: model.access === ScreenModel.Access.Granted
+    /// Without Messages there is nothing to give access to yet.
+    readonly property bool isMuted: model.access === ScreenModel.Access.NoDatabase
 
     step: 2
     onBack: model.go(ScreenModel.Step.Consent)
@@ -23,7 +25,7 @@ StepScreen {
         target: root.model
         function onAccessChanged() {
             if (root.model.step === ScreenModel.Step.Access && root.isGranted)
-                root.model.go(ScreenModel.Step.Find);
+                root.model.goOnOnceAccessIsSeen();
         }
     }
     // The user comes back from System Settings.
@@ -42,6 +44,7 @@ StepScreen {
     }
     NumberedStep {
         done: root.isGranted
+        isMuted: root.isMuted
         number: 1
         text: root.model.text.steps[0]
         width: parent.width
@@ -52,6 +55,7 @@ StepScreen {
 
         NumberedStep {
             done: root.isGranted
+            isMuted: root.isMuted
             number: 2
             text: root.model.text.steps[1]
             width: parent.width
@@ -64,6 +68,7 @@ StepScreen {
     }
     NumberedStep {
         done: root.isGranted
+        isMuted: root.isMuted
         number: 3
         text: root.model.text.steps[2]
         width: parent.width
@@ -100,6 +105,7 @@ StepScreen {
             anchors.right: parent.right
             anchors.verticalCenter: parent.verticalCenter
             granted: root.isGranted
+            pulses: root.model.access === ScreenModel.Access.Denied
         }
     }
 }

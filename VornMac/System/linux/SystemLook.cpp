@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QStandardPaths>
 
 namespace vorn {
 
@@ -17,6 +18,13 @@ double systemTextScale()
 QString systemFontFamily()
 {
     return QStringLiteral("Inter");
+}
+
+QString applicationFile()
+{
+    const QString entry = QStandardPaths::locate(QStandardPaths::ApplicationsLocation,
+                                                 QGuiApplication::desktopFileName() + QStringLiteral(".desktop"));
+    return entry.isEmpty() ? QCoreApplication::applicationFilePath() : entry;
 }
 
 } // namespace vorn

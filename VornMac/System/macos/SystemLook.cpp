@@ -1,5 +1,7 @@
 #include "VornMac/System/SystemLook.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFontDatabase>
 
 namespace vorn {
@@ -13,6 +15,13 @@ double systemTextScale()
 QString systemFontFamily()
 {
     return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
+}
+
+// Vorn.app/Contents/MacOS/Vorn; without a bundle, the executable.
+QString applicationFile()
+{
+    const QString bundle = QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../.."));
+    return bundle.endsWith(QStringLiteral(".app")) ? bundle : QCoreApplication::applicationFilePath();
 }
 
 } // namespace vorn

@@ -12,6 +12,8 @@ Item {
     property bool isNext: false
     /// What a screen reader says of that.
     property string standing: ""
+    /// Not what is to be done now.
+    property bool isMuted: false
 
     implicitHeight: Math.max(disc.height, words.y + words.implicitHeight)
     implicitWidth: disc.width + 12 + words.implicitWidth
@@ -22,7 +24,7 @@ Item {
 
     Rectangle {
         id: disc
-        color: root.isNext ? Theme.primaryFill : Theme.pill
+        color: root.isNext ? Theme.primaryFill : root.isMuted ? "transparent" : Theme.pill
         height: 24
         radius: height / 2
         width: 24
@@ -32,7 +34,7 @@ Item {
         Text {
             Accessible.ignored: true
             anchors.centerIn: parent
-            color: root.isNext ? Theme.primaryText : Theme.ink
+            color: root.isNext ? Theme.primaryText : root.isMuted ? Theme.secondary : Theme.ink
             font: Theme.fonts.caption
             text: root.number
             visible: !root.done
@@ -52,6 +54,7 @@ Item {
         anchors.left: disc.right
         anchors.leftMargin: 12
         anchors.right: parent.right
+        color: root.isMuted ? Theme.secondary : Theme.ink
         // Level with the number, on one line or on several.
         y: Math.max(0, (disc.height - letterHeight) / 2)
         text: root.text

@@ -37,6 +37,10 @@ QtObject {
     readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
     readonly property color shadow: isDark ? "#59000000" : "#0F0D1214" // 35 % and 6 %
+    /// The buttons of a drawn window: close, minimise, zoom.
+    readonly property var windowLights: ["#FF5F57", "#FEBC2E", "#28C840"]
+    readonly property color switchOn: outgoingBubble
+    readonly property color switchOff: isDark ? "#4A4A4E" : "#DADADD"
     /// The plate of a QR code is light in both appearances: phones read dark on light.
     readonly property color plate: "#FFFFFF"
     readonly property color plateInk: "#0D1214"
@@ -67,6 +71,7 @@ QtObject {
     readonly property int crossFade: motion(fade)
     readonly property int progressEase: motion(200)
     readonly property int quick: motion(120)
+    readonly property int pulse: 900
 
     /// `milliseconds`, or none where the user wants no motion.
     function motion(milliseconds: int): int {

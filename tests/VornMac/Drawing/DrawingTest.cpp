@@ -25,7 +25,7 @@ TEST(Symbol, PaintsEveryNameInItsColour)
     for (const char* name :
          {"arrow.up.circle.fill", "bubble.left.and.bubble.right", "bubble.slash", "checkmark", "checkmark.circle.fill",
           "chevron.down", "chevron.left", "chevron.right", "exclamationmark.circle.fill", "externaldrive",
-          "iphone.gen3.radiowaves.left.and.right", "link", "person.2.slash", "person.fill", "shippingbox",
+          "iphone.gen3.radiowaves.left.and.right", "link", "magnifyingglass", "minus", "paperclip", "person.2.slash", "person.fill", "plus", "shippingbox",
           "stop.circle.fill", "terminal", "vorn.glyph", "xmark.circle.fill"}) {
         SCOPED_TRACE(name);
         Symbol symbol;

@@ -93,7 +93,8 @@ void RandomWalk::checkJobs()
 
     const std::size_t sleeps = fix_.clock.pendingSleeps();
     if (step == Step::link) require(sleeps + links == 1, "the link step links");
-    if (step == Step::access) require(sleeps == 1, "the access step probes");
+    if (step == Step::access)
+        require(sleeps == 1 || sleeps == 2, "the access step probes, and shows that it is granted");
     if (step == Step::done) require(sleeps + reviews <= 1, "the done step watches at most");
     if (step == Step::consent || step == Step::find || step == Step::upload)
         require(sleeps == 0, "no other step waits");

@@ -42,6 +42,7 @@ void RandomWalk::addUserActions()
     add("tick the second box", 6, on(Step::consent), [this] { fix_.model().setAgreesToShare(dice_.chance(90)); });
     add("accept", 8, on(Step::consent), [this] { fix_.model().acceptConsent(); });
     add("continue to find", 8, on(Step::access), going(Step::find));
+    add("see the access", 4, on(Step::access), [this] { fix_.model().goOnOnceAccessIsSeen(); });
     add("back to consent", 1, signedIn, going(Step::consent));
     add("back to access", 1, signedIn, going(Step::access));
     add("back to find", 3, signedIn, going(Step::find));

@@ -270,6 +270,40 @@ TEST(Access, IsNotLookedForOnceTheStepWasLeft)
     EXPECT_EQ(fix.model().access(), FullDiskAccessStatus::denied);
 }
 
+TEST(Access, IsSeenForAMomentBeforeTheSearch)
+{
+    ModelFixture fix;
+    fix.setAccess(FullDiskAccessStatus::denied);
+    AppModel& model = fix.launchSignedIn();
+    fix.setAccess(FullDiskAccessStatus::granted);
+    fix.advance(1500ms);
+    model.goOnOnceAccessIsSeen();
+    fix.advance(600ms - 1ns);
+    EXPECT_EQ(model.step(), Step::access);
+    fix.advance(1ns);
+    EXPECT_EQ(model.step(), Step::find);
+    EXPECT_EQ(fix.clock.pendingSleeps(), 0U);
+}
+
+TEST(Access, LeadsNowhereOnceItIsGoneOrTheStepWasLeft)
+{
+    ModelFixture fix;
+    fix.setAccess(FullDiskAccessStatus::denied);
+    AppModel& model = fix.launchSignedIn();
+    model.goOnOnceAccessIsSeen();
+    fix.advance(1min);
+    EXPECT_EQ(model.step(), Step::access) << "it is denied";
+    fix.setAccess(FullDiskAccessStatus::granted);
+    fix.advance(1500ms);
+    model.goOnOnceAccessIsSeen();
+    model.go(Step::consent);
+    fix.advance(1min);
+    EXPECT_EQ(model.step(), Step::consent);
+    model.goOnOnceAccessIsSeen();
+    fix.advance(1min);
+    EXPECT_EQ(model.step(), Step::consent) << "only from the access step";
+}
+
 TEST(AccessScreen, OpensTheSettings)
 {
     ModelFixture fix;

@@ -165,7 +165,9 @@ TEST(Keyboard, LeadsFromTheCodeToTheOutcomeAlone)
     fix.press(Qt::Key_Space);
     EXPECT_EQ(fix.model.workspace.calls.size(), 1U);
     fix.model.setAccess(FullDiskAccessStatus::granted);
-    fix.model.advance(1500ms);
+    fix.model.advance(1500ms); // until the next look, and then until it is seen
+    fix.settle();
+    fix.model.advance(600ms);
     fix.settle();
 
     ASSERT_EQ(fix.model.model().step(), Step::find);
