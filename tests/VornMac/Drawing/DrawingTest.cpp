@@ -22,11 +22,29 @@ using testing::paintedIn;
 TEST(Symbol, PaintsEveryNameInItsColour)
 {
     const QColor red(200, 0, 0);
-    for (const char* name :
-         {"arrow.up.circle.fill", "bubble.left.and.bubble.right", "bubble.slash", "checkmark", "checkmark.circle.fill",
-          "chevron.down", "chevron.left", "chevron.right", "exclamationmark.circle.fill", "externaldrive",
-          "iphone.gen3.radiowaves.left.and.right", "link", "magnifyingglass", "minus", "paperclip", "person.2.slash", "person.fill", "plus", "shippingbox",
-          "stop.circle.fill", "terminal", "vorn.glyph", "xmark.circle.fill"}) {
+    for (const char* name : {"arrow.up.circle.fill",
+                             "bubble.left.and.bubble.right",
+                             "bubble.slash",
+                             "checkmark",
+                             "checkmark.circle.fill",
+                             "chevron.down",
+                             "chevron.left",
+                             "chevron.right",
+                             "exclamationmark.circle.fill",
+                             "externaldrive",
+                             "iphone.gen3.radiowaves.left.and.right",
+                             "link",
+                             "magnifyingglass",
+                             "minus",
+                             "paperclip",
+                             "person.2.slash",
+                             "person.fill",
+                             "plus",
+                             "shippingbox",
+                             "stop.circle.fill",
+                             "terminal",
+                             "vorn.glyph",
+                             "xmark.circle.fill"}) {
         SCOPED_TRACE(name);
         Symbol symbol;
         symbol.setName(name);

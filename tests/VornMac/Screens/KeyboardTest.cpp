@@ -49,7 +49,8 @@ Names focusable(WindowFixture& fix)
 {
     Names names;
     for (const Read& read : fix.reading()) {
-        const bool isFurther = read.role == QAccessible::EditableText || read.role == QAccessible::List || read.role == QAccessible::ListItem;
+        const bool isFurther = read.role == QAccessible::EditableText || read.role == QAccessible::List ||
+                               read.role == QAccessible::ListItem;
         if ((read.isControl() || isFurther) && read.state.focusable) names.push_back(read.name);
     }
     return names;
