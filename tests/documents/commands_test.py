@@ -44,7 +44,7 @@ def all_commands():
 def help_of(words):
     """The help of a program, and of its command if there is one."""
     text = output_of(words[0], "--help")
-    if words[0] == "vorn-terminal" and len(words) > 1 and re.fullmatch(r"link|status|sign-out", words[1]):
+    if len(words) > 1 and re.search(rf"(?m)^  {re.escape(words[1])}  +[A-Z]", text):
         text += output_of(words[0], words[1], "--help")
     return text
 
@@ -102,7 +102,8 @@ class Commands(unittest.TestCase):
         blocks = [code_blocks(section(readme, name))[0] for name in ("The whole way in a terminal", "Play the phone")]
         commands = [line.split("#")[0].split() for block in blocks for line in block.splitlines()]
         commands = [words[:2] for words in commands if words[0] == "vorn-terminal"]
-        self.assertEqual([words[1:] for words in commands], [[], ["link"], ["status"], ["sign-out"], ["link"]])
+        for command in ([], ["link"], ["status"], ["sign-out"]):
+            self.assertIn(command, [words[1:] for words in commands])
         with RealRun("--auto-approve") as user:
             # Nobody is there to answer the first.
             answer = user.with_keychain(*(user.line(*words, *([] if words[1:] else ["--yes"])) for words in commands))
