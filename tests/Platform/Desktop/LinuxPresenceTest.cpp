@@ -1,4 +1,5 @@
 #include "Platform/Desktop/SystemPresence.h"
+#include "Platform/Desktop/linux/MessageBus.h"
 
 #include "tests/Platform/Desktop/DesktopServices.h"
 #include "tests/Platform/Keychain/TestBus.h"
@@ -257,6 +258,35 @@ TEST_F(LinuxPresence, WaitsForNoBusThatHangs)
     g_main_context_iteration(nullptr, FALSE);
     presence.reset();
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
+}
+
+/// Whether a call without an answer ends as one, in time.
+void expectNoAnswer()
+{
+    MessageBus bus(MessageBus::Kind::session, 50ms);
+    bool isOver = false;
+    bus.call({"org.freedesktop.Notifications", "/org/freedesktop/Notifications", "org.freedesktop.Notifications"},
+             "GetCapabilities", g_variant_new("()"), [&isOver](GVariant* answer, GUnixFDList* files) {
+                 EXPECT_EQ(answer, nullptr);
+                 EXPECT_EQ(files, nullptr);
+                 isOver = true;
+             });
+    runUntil([&isOver] { return isOver; });
+}
+
+TEST(MessageBus, GivesUpOnABusThatHangs)
+{
+    const testing::TestBus bus;
+    bus.freeze();
+    expectNoAnswer();
+}
+
+TEST(MessageBus, GivesUpOnAServiceThatHangs)
+{
+    const testing::TestBus bus;
+    const DesktopServices services(bus.address(), {.kind = Kind::silent});
+    expectNoAnswer();
+    EXPECT_EQ(services.calls().size(), 1U);
 }
 
 } // namespace
