@@ -38,6 +38,11 @@ std::string earnedText(const SubmissionStatus& submission, const std::string& qu
     return RewardFormat::usd(submission.rewardUsd).value_or(questReward);
 }
 
+bool isAmount(const std::string& earned)
+{
+    return RewardFormat::dollars(earned).has_value();
+}
+
 std::string countedText(const std::string& earned, double part)
 {
     const auto whole = RewardFormat::dollars(earned);

@@ -23,6 +23,9 @@ std::string rewardText(const std::optional<NimbrelState>& quest);
 /// What `submission` earns: its own amount, else `questReward`.
 std::string earnedText(const SubmissionStatus& submission, const std::string& questReward);
 
+/// Whether `earned`, as above, is an amount rather than words.
+bool isAmount(const std::string& earned);
+
 /// `earned`, as above, while it is counted up: `part` of it, 0…1. Words are not counted, and stay as they are.
 std::string countedText(const std::string& earned, double part);
 

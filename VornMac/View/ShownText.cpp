@@ -1,5 +1,7 @@
 #include "VornMac/View/ShownText.h"
 
+#include "VornMac/Text/QuestText.h"
+
 namespace vorn {
 
 QString shown(const std::string& text)
@@ -21,7 +23,8 @@ ShownStatus::ShownStatus(const StatusText& status)
 }
 
 ShownReward::ShownReward(const std::string& amount, const RewardStatus& status)
-    : amount(shown(amount)), standing(static_cast<int>(status.standing)), status(shown(status.text))
+    : amount(shown(amount)), isAmount(vorn::isAmount(amount)), standing(static_cast<int>(status.standing)),
+      status(shown(status.text))
 {
 }
 

@@ -42,6 +42,7 @@ class ShownReward {
     Q_GADGET
     QML_ANONYMOUS
     Q_PROPERTY(QString amount MEMBER amount)
+    Q_PROPERTY(bool isAmount MEMBER isAmount)
     Q_PROPERTY(int standing MEMBER standing)
     Q_PROPERTY(QString status MEMBER status)
 
@@ -51,6 +52,7 @@ public:
     bool operator==(const ShownReward&) const = default;
 
     QString amount;
+    bool isAmount = false; ///< rather than words for one that is not known
     int standing = 0;
     QString status;
 };

@@ -11,6 +11,7 @@ Item {
 
     required property string heading
     required property string amount
+    required property bool isAmount // rather than words for one that is not known
     required property string status
     required property int standing // a RewardCard.Standing
 
@@ -20,6 +21,7 @@ Item {
     property real checkOpacity: 1
     property real contentScale: 1
 
+    readonly property font amountFont: !isAmount ? Theme.fonts.title : isRefused ? Theme.fonts.quietAmount : Theme.fonts.amount
     readonly property bool isPaid: standing === RewardCard.Paid
     readonly property bool isRefused: standing === RewardCard.Refused
     readonly property bool isStopped: standing === RewardCard.Stopped
@@ -106,7 +108,7 @@ Item {
                 width: parent.width
 
                 Item {
-                    height: amountRoom.height
+                    height: Math.ceil(amountRoom.height)
                     width: parent.width
 
                     FontMetrics {
@@ -119,8 +121,9 @@ Item {
                         Accessible.ignored: true
                         anchors.verticalCenter: parent.verticalCenter
                         color: root.isRefused ? Theme.secondary : Theme.ink
-                        font: root.isRefused ? Theme.fonts.quietAmount : Theme.fonts.amount
+                        font: root.amountFont
                         fontSizeMode: Text.HorizontalFit
+                        lineHeight: 1
                         horizontalAlignment: root.countedAmount === root.amount ? Text.AlignHCenter : Text.AlignLeft
                         leftPadding: root.countedAmount === root.amount ? 0 : Math.max(0, (width - whole.advanceWidth) / 2)
                         minimumPixelSize: 16
@@ -131,7 +134,7 @@ Item {
                     }
                     TextMetrics {
                         id: whole
-                        font: Theme.fonts.amount
+                        font: root.amountFont
                         text: root.amount
                     }
                     Rectangle {

@@ -31,6 +31,7 @@ PreviewPanel {
         anchors.centerIn: parent
         countedAmount: root.counted < 1 ? root.model.countedReward(root.counted) : amount
         heading: root.model.text.caption
+        isAmount: root.model.reward.isAmount
         standing: root.model.reward.standing
         status: root.model.reward.status
         width: parent.width

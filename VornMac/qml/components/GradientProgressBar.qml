@@ -73,7 +73,8 @@ Column {
     Words {
         color: Theme.secondary
         font: Theme.fonts.caption
-        height: letterHeight
+        height: Math.ceil(letterHeight)
+        lineHeight: 1
         text: root.amounts
         width: root.width
     }

@@ -184,6 +184,15 @@ TEST(DoneScreen, ShoutsNoAmountThatIsNotPaid)
     }
 }
 
+TEST(DoneScreen, WritesWordsForTheAmountInTheSizeOfATitle)
+{
+    WindowFixture fix;
+    play(fix, "6-done-approved-unknown-reward");
+    for (const DrawnText& text : drawnTexts(fix.window()))
+        if (text.text == "the quest reward") EXPECT_EQ(text.item->property("font").value<QFont>().pixelSize(), 28);
+    EXPECT_THAT(fix.words(), Contains("the quest reward"));
+}
+
 TEST(DoneScreen, StrikesOnlyARefusedAmountThroughAndThinly)
 {
     for (const char* scene : {"6-done-rejected", "6-done-expired", "6-done-approved", "6-done-analyzing"}) {

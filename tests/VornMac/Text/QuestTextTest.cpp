@@ -49,6 +49,12 @@ TEST(CountedText, GoesFromNothingToTheAmount)
     EXPECT_EQ(countedText("the quest reward", 0.5), "the quest reward");
 }
 
+TEST(EarnedText, IsAnAmountOrWords)
+{
+    EXPECT_TRUE(isAmount("$12.50"));
+    EXPECT_FALSE(isAmount("the quest reward"));
+}
+
 TEST(RewardText, NamesTheAmountWhereItIsKnown)
 {
     EXPECT_EQ(rewardText(std::nullopt), "the quest reward");
