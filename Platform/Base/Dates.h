@@ -26,7 +26,7 @@ struct CalendarTime {
 /// `instant` on the wall clock of the user's current time zone (the `TZ` variable, else the system's setting).
 CalendarTime localTime(Instant instant);
 
-/// Writes times in the user's time zone, as the user's language does. It costs much to make and little to use.
+/// Writes times in the user's time zone, as the user's region does. It costs much to make and little to use.
 /// Threads: one at a time.
 class LocalDates {
 public:

@@ -30,7 +30,7 @@ Format openFormat(UDateFormatStyle time, UDateFormatStyle day, const std::string
 
 Format usersFormat(UDateFormatStyle time, UDateFormatStyle day)
 {
-    Format format = openFormat(time, day, localeIdentifier(), timeZoneIdentifier());
+    Format format = openFormat(time, day, dateLocaleIdentifier(), timeZoneIdentifier());
     return format ? std::move(format) : openFormat(time, day, "en-US", "Etc/UTC");
 }
 

@@ -33,6 +33,9 @@ std::string timeZoneIdentifier();
 /// `LANG`, in this order. Threads: any.
 std::string localeIdentifier();
 
+/// The same for the format of dates, which a user may set apart from the language.
+std::string dateLocaleIdentifier();
+
 /// The BCP 47 tag of an ICU or POSIX locale name ("de_DE.UTF-8@euro", "en_US@rg=gbzzzz"). "en-US" for the C locale and
 /// for names that cannot be read.
 std::string languageTag(std::string_view localeName);

@@ -12,7 +12,7 @@ Item {
     property string symbol: ""
     property bool isOn: false
     property bool pulses: false
-    property url draggedFile
+    property string draggedFile // a URL; empty where there is none
 
     readonly property bool isSeen: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
     readonly property bool isPulsing: pulses && !isOn && isSeen && Theme.motion(1) > 0
@@ -30,7 +30,7 @@ Item {
 
     DragHandler {
         id: dragging
-        enabled: root.draggedFile.toString().length > 0
+        enabled: root.draggedFile.length > 0
         target: null
     }
     HoverHandler {

@@ -68,13 +68,28 @@ std::string timeZoneIdentifier()
     return chosen != nullptr ? zoneOfEnvironment(chosen) : zoneOfSystem();
 }
 
-std::string localeIdentifier()
+namespace {
+
+/// What the environment sets for `category`.
+std::string localeOf(const char* category)
 {
-    for (const char* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    for (const char* name : {"LC_ALL", category, "LANG"}) {
         const char* value = std::getenv(name);
         if (value != nullptr && *value != '\0') return languageTag(value); // empty counts as not set
     }
     return languageTag("C");
+}
+
+} // namespace
+
+std::string localeIdentifier()
+{
+    return localeOf("LC_MESSAGES");
+}
+
+std::string dateLocaleIdentifier()
+{
+    return localeOf("LC_TIME");
 }
 
 } // namespace vorn

@@ -15,4 +15,9 @@ std::string localeIdentifier()
     return languageTag(locale ? utf8(CFLocaleGetIdentifier(locale.get())).value_or("") : "");
 }
 
+std::string dateLocaleIdentifier()
+{
+    return localeIdentifier(); // one setting holds both
+}
+
 } // namespace vorn

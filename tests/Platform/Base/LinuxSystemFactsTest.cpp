@@ -91,6 +91,18 @@ TEST(LocaleIdentifier, FollowsTheEnvironment)
     EXPECT_EQ(localeIdentifier(), "en-US");
 }
 
+TEST(LocaleIdentifier, IsAnotherForDatesWhereTheUserSetsOne)
+{
+    const ScopedEnvironment language("LANG", "en_US.UTF-8");
+    const ScopedEnvironment all("LC_ALL", "");
+    const ScopedEnvironment none("LC_MESSAGES", "");
+    const ScopedEnvironment dates("LC_TIME", "de_DE.UTF-8");
+    EXPECT_EQ(localeIdentifier(), "en-US");
+    EXPECT_EQ(dateLocaleIdentifier(), "de-DE");
+    const ScopedEnvironment unset("LC_TIME", "");
+    EXPECT_EQ(dateLocaleIdentifier(), "en-US");
+}
+
 TEST(LocaleIdentifier, IsThatOfCProgramsWithoutAnEnvironment)
 {
     const ScopedEnvironment language("LANG", "");
