@@ -1,6 +1,7 @@
 #include "VornMac/Application/VornMacApp.h"
 
 #include "Platform/Desktop/SystemPresence.h"
+#include "VornMac/Application/ApplicationMenus.h"
 #include "VornMac/Model/Timing.h"
 #include "VornMac/System/Appearance.h"
 #include "VornMacCore/Wire/Application.h"
@@ -9,6 +10,7 @@
 #include <cstdio>
 #include <utility>
 
+#include <QDesktopServices>
 #include <QGuiApplication>
 
 namespace vorn {
@@ -113,6 +115,9 @@ int VornMacApp::run()
     mainWindow();
     keepPresence();
     AppDelegate::didFinishLaunching();
+    setMenuBar(applicationMenus(
+        [](const std::string& address) { QDesktopServices::openUrl(QUrl(QString::fromStdString(address))); },
+        [this] { quit(); }));
     mainWindow().show([] { AppDelegate::didShowWindow(); });
     delivery_.emplace(quitWatch_, context(), [this] { quit(); });
     QGuiApplication::exec();

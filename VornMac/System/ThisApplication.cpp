@@ -9,4 +9,9 @@ QUrl ThisApplication::file()
     return QUrl::fromLocalFile(applicationFile());
 }
 
+QVariantMap ThisApplication::dragged()
+{
+    return {{QStringLiteral("text/uri-list"), file().toString(QUrl::FullyEncoded)}};
+}
+
 } // namespace vorn

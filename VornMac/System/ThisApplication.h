@@ -2,6 +2,7 @@
 
 #include <QObject>
 #include <QUrl>
+#include <QVariantMap>
 #include <qqmlregistration.h>
 
 namespace vorn {
@@ -11,12 +12,14 @@ class ThisApplication : public QObject {
     Q_OBJECT
     QML_ELEMENT
     QML_SINGLETON
-    Q_PROPERTY(QUrl file READ file CONSTANT)
+    Q_PROPERTY(QVariantMap dragged READ dragged CONSTANT)
 
 public:
     /// What the desktop knows it by: on a Mac its bundle; elsewhere its desktop file where one is installed, else the
     /// executable.
     static QUrl file();
+    /// The same as the data of a drag, by MIME type.
+    static QVariantMap dragged();
 };
 
 } // namespace vorn

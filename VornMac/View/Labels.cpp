@@ -1,10 +1,17 @@
 #include "VornMac/View/Labels.h"
 
+#include <QCoreApplication>
+
 namespace vorn {
 
 Labels::Labels()
 {
     example_.show(vorn::exampleConversation());
+}
+
+QString Labels::version()
+{
+    return QString::fromStdString(versionText(QCoreApplication::applicationVersion().toStdString()));
 }
 
 QString Labels::switchText(const QString& application, bool isOn)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "VornMac/Text/AboutText.h"
 #include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/AccountText.h"
 #include "VornMac/Text/CommonText.h"
@@ -23,6 +24,12 @@ class Labels : public QObject {
     QML_SINGLETON
 
     Q_PROPERTY(QString windowTitle READ windowTitle CONSTANT)
+    Q_PROPERTY(QString about READ about CONSTANT)
+    Q_PROPERTY(QString version READ version CONSTANT)
+    Q_PROPERTY(QString help READ help CONSTANT)
+    Q_PROPERTY(QString helpAddress READ helpAddress CONSTANT)
+    Q_PROPERTY(QString privacy READ privacy CONSTANT)
+    Q_PROPERTY(QString privacyAddress READ privacyAddress CONSTANT)
     Q_PROPERTY(QString account READ account CONSTANT)
     Q_PROPERTY(QString signOut READ signOut CONSTANT)
 
@@ -54,6 +61,12 @@ public:
     Labels();
 
     static QString windowTitle() { return vorn::windowTitle; }
+    static QString about() { return aboutVorn; }
+    static QString version(); ///< of the running application
+    static QString help() { return vornHelp; }
+    static QString helpAddress() { return vorn::helpAddress; }
+    static QString privacy() { return vorn::privacy; }
+    static QString privacyAddress() { return vorn::privacyAddress; }
     static QString account() { return vorn::account; }
     static QString signOut() { return vorn::signOutOfThisMac; }
 

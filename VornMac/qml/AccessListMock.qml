@@ -79,7 +79,7 @@ Rectangle {
                 width: parent.width
 
                 AccessListRow {
-                    draggedFile: ThisApplication.file
+                    dragged: ThisApplication.dragged
                     isOn: root.granted
                     name: Labels.thisApplication
                     pulses: root.pulses

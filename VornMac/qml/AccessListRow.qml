@@ -12,7 +12,7 @@ Item {
     property string symbol: ""
     property bool isOn: false
     property bool pulses: false
-    property string draggedFile // a URL; empty where there is none
+    property var dragged: null // its data, by MIME type
 
     readonly property bool isSeen: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
     readonly property bool isPulsing: pulses && !isOn && isSeen && Theme.motion(1) > 0
@@ -23,14 +23,12 @@ Item {
 
     Drag.active: dragging.active
     Drag.dragType: Drag.Automatic
-    Drag.mimeData: ({
-            "text/uri-list": root.draggedFile
-        })
+    Drag.mimeData: root.dragged ?? {}
     Drag.supportedActions: Qt.CopyAction
 
     DragHandler {
         id: dragging
-        enabled: root.draggedFile.length > 0
+        enabled: root.dragged !== null
         target: null
     }
     HoverHandler {

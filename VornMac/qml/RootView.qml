@@ -92,6 +92,11 @@ Rectangle {
         onSignOut: root.model.signOut()
     }
 
+    AboutPanel {
+        id: about
+        parent: root
+        onClosed: screens.forceActiveFocus()
+    }
     Connections {
         target: root.model.everything
         function onIsOpenChanged() {
@@ -116,6 +121,8 @@ Rectangle {
             screens.current?.goBack();
         else if (isCommand && key === Qt.Key_R)
             tryAgain();
+        else if (key === Qt.Key_F1)
+            about.open();
         else
             return false;
         return true;

@@ -29,6 +29,6 @@ Text {
     TextMetrics {
         id: capital
         font: root.font
-        text: "H"
+        text: "1" // as high as a capital
     }
 }

@@ -36,7 +36,7 @@ bool pulses(WindowFixture& fix)
 QUrl draggedFrom(WindowFixture& fix, const char* name)
 {
     QQuickItem* item = row(fix, name);
-    QQmlExpression dragged(qmlContext(item), item, QStringLiteral("Drag.mimeData['text/uri-list'].toString()"));
+    QQmlExpression dragged(qmlContext(item), item, QStringLiteral("String(Drag.mimeData['text/uri-list'] ?? '')"));
     return dragged.evaluate().toUrl();
 }
 

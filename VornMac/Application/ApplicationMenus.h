@@ -1,0 +1,15 @@
+#pragma once
+
+#include "Platform/Desktop/MenuBar.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace vorn {
+
+/// The menus of the application: its own, Edit, Window and Help. `open` is given an address, `quit` ends the program.
+std::vector<Menu> applicationMenus(const std::function<void(const std::string&)>& open,
+                                   const std::function<void()>& quit);
+
+} // namespace vorn

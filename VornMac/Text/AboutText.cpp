@@ -1,0 +1,10 @@
+#include "VornMac/Text/AboutText.h"
+
+namespace vorn {
+
+std::string versionText(const std::string& version)
+{
+    return "Version " + version;
+}
+
+} // namespace vorn

@@ -1,0 +1,67 @@
+import QtQuick
+import QtQuick.Templates as T
+import Vorn.Components
+import Vorn.View
+
+/// What this is, which version of it, and where to read more.
+T.Popup {
+    id: root
+
+    closePolicy: T.Popup.CloseOnEscape | T.Popup.CloseOnPressOutside
+    focus: true
+    height: implicitContentHeight + topPadding + bottomPadding
+    implicitHeight: height
+    modal: true
+    padding: 28
+    width: 280
+    x: Math.round((parent.width - width) / 2)
+    y: Math.round((parent.height - height) / 2)
+
+    background: Rectangle {
+        border.color: Theme.border
+        border.width: 1
+        color: Theme.card
+        radius: Theme.cardRadius
+
+        CardShadow {}
+    }
+    contentItem: Column {
+        spacing: 6
+        Accessible.role: Accessible.Dialog
+        Accessible.name: Labels.about
+
+        VornGlyph {
+            anchors.horizontalCenter: parent.horizontalCenter
+            height: 76
+            width: 76
+        }
+        Words {
+            font.family: Theme.fonts.title.family
+            font.pixelSize: Theme.fonts.title.pixelSize * 0.7
+            font.weight: Font.DemiBold
+            horizontalAlignment: Text.AlignHCenter
+            text: Labels.windowTitle
+            width: parent.width
+        }
+        Words {
+            bottomPadding: 8
+            color: Theme.secondary
+            font: Theme.fonts.caption
+            horizontalAlignment: Text.AlignHCenter
+            text: Labels.version
+            width: parent.width
+        }
+        QuietLinkStyle {
+            anchors.horizontalCenter: parent.horizontalCenter
+            focus: true
+            focusReason: Qt.TabFocusReason // it was opened by key
+            label: Labels.help
+            onClicked: Qt.openUrlExternally(Labels.helpAddress)
+        }
+        QuietLinkStyle {
+            anchors.horizontalCenter: parent.horizontalCenter
+            label: Labels.privacy
+            onClicked: Qt.openUrlExternally(Labels.privacyAddress)
+        }
+    }
+}

@@ -1,0 +1,61 @@
+#include "tests/VornMac/Window/Scenes.h"
+
+#include <gmock/gmock.h>
+
+#include <QDesktopServices>
+#include <QUrl>
+
+// What the application says of itself.
+namespace vorn::testing {
+namespace {
+
+using ::testing::Contains;
+using ::testing::ElementsAre;
+using ::testing::Not;
+
+/// Takes the addresses that would be opened.
+class Browser : public QObject {
+    Q_OBJECT
+
+public:
+    Browser() { QDesktopServices::setUrlHandler("https", this, "open"); }
+    ~Browser() override { QDesktopServices::unsetUrlHandler("https"); }
+    Browser(Browser&&) = delete;
+
+    Q_INVOKABLE void open(const QUrl& address) { addresses.push_back(address.toString().toStdString()); }
+
+    std::vector<std::string> addresses;
+};
+
+TEST(About, NamesTheApplicationAndItsVersion)
+{
+    QCoreApplication::setApplicationVersion("1.2.3");
+    WindowFixture fix;
+    play(fix, "2-consent");
+    EXPECT_THAT(fix.words(), Not(Contains("Version 1.2.3")));
+    fix.press(Qt::Key_F1);
+    for (const char* text : {"Vorn", "Version 1.2.3", "Vorn Help", "Privacy"}) EXPECT_THAT(fix.words(), Contains(text));
+    EXPECT_THAT(fix.spoken(), Contains("Dialog: About Vorn"));
+    fix.press(Qt::Key_Escape);
+    EXPECT_THAT(fix.words(), Not(Contains("Version 1.2.3")));
+    EXPECT_EQ(fix.model.model().step(), Step::consent);
+}
+
+TEST(About, LeadsToHelpAndPrivacyByKey)
+{
+    Browser browser;
+    WindowFixture fix;
+    play(fix, "2-consent");
+    fix.press(Qt::Key_F1);
+    EXPECT_EQ(fix.focused(), "Vorn Help");
+    fix.press(Qt::Key_Return);
+    fix.press(Qt::Key_Tab);
+    EXPECT_EQ(fix.focused(), "Privacy");
+    fix.press(Qt::Key_Space);
+    EXPECT_THAT(browser.addresses, ElementsAre("https://vorn.example/help", "https://vorn.example/privacy"));
+}
+
+} // namespace
+} // namespace vorn::testing
+
+#include "AboutTest.moc"
