@@ -1,5 +1,6 @@
 #include "Tools/Export/ExportStatistics.h"
 
+#include "VornMac/Text/EverythingText.h"
 #include "VornMac/Text/StatisticsText.h"
 
 #include <fmt/format.h>
@@ -33,7 +34,7 @@ std::string textOf(const ExportStatistics& statistics)
                        line("First message", dateOf(stats.firstAt)) + line("Last message", dateOf(stats.lastAt));
     std::int64_t total = 0;
     for (const auto& [reason, count] : skipped.counts) total += count;
-    text += line("Left out", countText(total));
+    text += line(leftOutHeading, countText(total));
     for (const auto& [reason, count] : skipped.counts) text += line("  " + reason, countText(count));
     return text + line("Archive", archive.url.string()) + line("  size", countText(archive.sizeBytes) + " bytes") +
            line("  SHA-256", sha256);

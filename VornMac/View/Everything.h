@@ -19,7 +19,7 @@ namespace vorn {
 class Everything : public QObject {
     Q_OBJECT
     QML_ELEMENT
-    QML_UNCREATABLE("ScreenModel makes it.")
+    QML_UNCREATABLE("A ScreenModel has one.")
 
     Q_PROPERTY(bool isOpen READ isOpen NOTIFY isOpenChanged)
     Q_PROPERTY(vorn::EverythingList* messages READ messages CONSTANT)

@@ -21,6 +21,7 @@ ListView {
     highlightMoveDuration: 0
     keyNavigationEnabled: false
     model: page.messages
+    objectName: "everything"
     reuseItems: true
     section.property: "day"
     T.ScrollBar.vertical: ScrollBarStyle {}

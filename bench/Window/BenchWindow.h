@@ -35,6 +35,7 @@ public:
     BenchWindow(BenchWindow&&) = delete;
 
     AppModel& model() { return *model_; }
+    ScreenModel& screenModel() { return *screenModel_; }
     QQuickWindow& window() { return window_->window(); }
 
     void runUntil(Step step) const;

@@ -1,5 +1,5 @@
-/// What the screens cost. `bench-screens idle HISTORY`, `bench-screens frames HISTORY` and `bench-screens preview SIX
-/// HISTORY`; a HISTORY is what vorn-sample-history writes. Other programs must be still. QT_QPA_PLATFORM=offscreen and
+/// What the screens cost. `bench-screens idle HISTORY`, `bench-screens frames HISTORY`, `bench-screens everything HISTORY`
+/// and `bench-screens preview SIX HISTORY`; a HISTORY is what vorn-sample-history writes. Other programs must be still. QT_QPA_PLATFORM=offscreen and
 /// QT_QUICK_BACKEND=software measure it without a screen.
 
 #include "VornMac/Application/VornMacApp.h"
@@ -20,7 +20,7 @@ constexpr int wrongArguments = 2;
 
 int usage()
 {
-    std::fputs("Usage: bench-screens idle|frames HISTORY\n       bench-screens preview SIX HISTORY\n", stderr);
+    std::fputs("Usage: bench-screens idle|frames|everything HISTORY\n       bench-screens preview SIX HISTORY\n", stderr);
     return wrongArguments;
 }
 
@@ -30,6 +30,7 @@ int measure(const std::vector<std::string_view>& arguments)
     const std::string_view what = arguments.empty() ? "" : arguments[0];
     if (arguments.size() == 2 && what == "idle") return measureIdleScreens(arguments[1]), 0;
     if (arguments.size() == 2 && what == "frames") return measureFrames(arguments[1]), 0;
+    if (arguments.size() == 2 && what == "everything") return measureEverything(arguments[1]), 0;
     if (arguments.size() == 3 && what == "preview") return measurePreview(arguments[1], arguments[2]), 0;
     return usage();
 }

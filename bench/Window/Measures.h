@@ -13,5 +13,7 @@ void measureIdleScreens(const std::filesystem::path& history);
 void measureFrames(const std::filesystem::path& history);
 /// How soon the preview of a scanned chat is painted: of six messages, and of those of `history`.
 void measurePreview(const std::filesystem::path& six, const std::filesystem::path& history);
+/// What the page with every message of `history` costs: to open, to scroll, to search.
+void measureEverything(const std::filesystem::path& history);
 
 } // namespace vorn::bench
