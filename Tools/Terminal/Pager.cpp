@@ -12,7 +12,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
-extern char** environ; // NOLINT(readability-redundant-declaration): POSIX has it in no header
+extern char** environ; // NOLINT(readability-redundant-declaration): not every system's headers have it
 
 namespace vorn {
 namespace {
@@ -112,7 +112,8 @@ bool Pager::finish()
     }
     process_ = -1;
     constexpr int notFound = 127; // of a shell
-    return !failed_ && !(WIFEXITED(status) && WEXITSTATUS(status) == notFound);
+    const bool isMissing = WIFEXITED(status) && WEXITSTATUS(status) == notFound;
+    return !failed_ && !isMissing;
 }
 
 } // namespace vorn

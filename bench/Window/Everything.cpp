@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -25,14 +24,15 @@ using Steady = std::chrono::steady_clock;
 constexpr int rounds = 7;
 constexpr auto rest = 400ms;
 
-/// What of the process is in memory, in MiB; 0 where the system does not tell.
+/// What of the process is in memory, in MiB, as every system's ps tells it.
 double residentMiB()
 {
-    std::ifstream file("/proc/self/statm");
-    double whole = 0;
-    double pages = 0;
-    file >> whole >> pages;
-    return pages * static_cast<double>(sysconf(_SC_PAGESIZE)) / (1024 * 1024);
+    const std::string command = "ps -o rss= -p " + std::to_string(getpid());
+    std::FILE* ps = popen(command.c_str(), "r");
+    double kilobytes = 0;
+    if (ps != nullptr && std::fscanf(ps, "%lf", &kilobytes) != 1) kilobytes = 0;
+    if (ps != nullptr) pclose(ps);
+    return kilobytes / 1024;
 }
 
 double median(std::vector<double> values)

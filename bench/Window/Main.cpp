@@ -1,6 +1,6 @@
-/// What the screens cost. `bench-screens idle HISTORY`, `bench-screens frames HISTORY`, `bench-screens everything HISTORY`
-/// and `bench-screens preview SIX HISTORY`; a HISTORY is what vorn-sample-history writes. Other programs must be still. QT_QPA_PLATFORM=offscreen and
-/// QT_QUICK_BACKEND=software measure it without a screen.
+/// What the screens cost. `bench-screens idle HISTORY`, `bench-screens frames HISTORY`, `bench-screens everything
+/// HISTORY` and `bench-screens preview SIX HISTORY`; a HISTORY is what vorn-sample-history writes. Other programs must
+/// be still. QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software measure it without a screen.
 
 #include "VornMac/Application/VornMacApp.h"
 #include "VornMac/System/Appearance.h"
@@ -20,7 +20,8 @@ constexpr int wrongArguments = 2;
 
 int usage()
 {
-    std::fputs("Usage: bench-screens idle|frames|everything HISTORY\n       bench-screens preview SIX HISTORY\n", stderr);
+    std::fputs("Usage: bench-screens idle|frames|everything HISTORY\n       bench-screens preview SIX HISTORY\n",
+               stderr);
     return wrongArguments;
 }
 
