@@ -16,9 +16,18 @@ PreviewPanel {
         turns: root.messages
         visible: root.showsMessages
     }
-    PlaceholderThread {
+    Rectangle {
         anchors.fill: parent
+        border.color: Theme.border
+        border.width: 1
+        color: Theme.card
+        radius: Theme.cardRadius
         visible: root.isLooking
+
+        PlaceholderThread {
+            anchors.fill: parent
+            anchors.margins: 14
+        }
     }
     Symbol {
         anchors.centerIn: parent

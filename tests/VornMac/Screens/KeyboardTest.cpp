@@ -47,10 +47,14 @@ Names focusOrder(WindowFixture& fix, Qt::Key key)
 /// row.
 Names focusable(WindowFixture& fix)
 {
+    const auto reading = fix.reading();
+    // A list takes the focus for its rows where these can have it.
+    const bool hasRows =
+        std::ranges::any_of(reading, [](const Read& read) { return read.role == QAccessible::ListItem; });
     Names names;
-    for (const Read& read : fix.reading()) {
-        const bool isFurther = read.role == QAccessible::EditableText || read.role == QAccessible::List ||
-                               read.role == QAccessible::ListItem;
+    for (const Read& read : reading) {
+        const bool isFurther = read.role == QAccessible::EditableText || read.role == QAccessible::ListItem ||
+                               (read.role == QAccessible::List && !hasRows);
         if ((read.isControl() || isFurther) && read.state.focusable) names.push_back(read.name);
     }
     return names;

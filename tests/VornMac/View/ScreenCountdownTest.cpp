@@ -60,7 +60,7 @@ TEST_F(CodeCountdown, HidesTheCodeAtItsEnd)
 {
     showCode();
     advance(120s - 1ns);
-    EXPECT_EQ(fix_.screen().qrPayload(), "vorn://link/qr-canary-1");
+    EXPECT_EQ(fix_.screen().qrPayload(), testing::linkPayload);
     advance(1ns);
     EXPECT_EQ(fix_.screen().qrPayload(), "");
     EXPECT_FALSE(fix_.screen().linkExpires());
