@@ -81,7 +81,7 @@ void EverythingList::appendHits(const Hits& hits)
     if (hits.empty()) return;
     const int first = rowCount();
     beginInsertRows({}, first, first + static_cast<int>(hits.size()) - 1);
-    hits_->insert(hits_->end(), hits.begin(), hits.end());
+    if (hits_) hits_->insert(hits_->end(), hits.begin(), hits.end());
     endInsertRows();
 }
 
@@ -109,8 +109,8 @@ std::size_t EverythingList::placeOf(int row) const
 const MessageEntry& EverythingList::entryAt(std::size_t place) const
 {
     if (!lastEntry_ || lastEntry_->first != place)
-        lastEntry_.emplace(place, entryOf(exportResult_->messages[place], *dates_));
-    return lastEntry_->second;
+        lastEntry_.emplace(place, entryOf(exportResult_->messages[place], dates_.value()));
+    return lastEntry_->second; // NOLINT(bugprone-unchecked-optional-access): it was set above
 }
 
 QVariant EverythingList::data(const QModelIndex& index, int role) const
@@ -118,7 +118,8 @@ QVariant EverythingList::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= rowCount()) return {};
     const std::size_t place = placeOf(index.row());
     switch (role) {
-    case dayRole: return shown(dates_->day(timeOf(exportResult_->messages[place]))); // asked for of neighbours too
+    case dayRole:
+        return shown(dates_.value().day(timeOf(exportResult_->messages[place]))); // asked for of neighbours too
     case authorRole: return shown(entryAt(place).author);
     case detailRole: return shown(detailText(entryAt(place)));
     case textRole: return shown(entryAt(place).text);

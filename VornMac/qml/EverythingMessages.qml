@@ -1,5 +1,4 @@
 import QtQuick
-import QtQuick.Templates as T
 import Vorn.Components
 import Vorn.View
 
@@ -24,7 +23,27 @@ ListView {
     objectName: "everything"
     reuseItems: true
     section.property: "day"
-    T.ScrollBar.vertical: ScrollBarStyle {}
+
+    // Dragged by rows: where heights are guessed, a list that is sent beyond its end makes all rows on the way back.
+    ScrollBarStyle {
+        id: bar
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        anchors.top: parent.top
+        orientation: Qt.Vertical
+        parent: root
+        size: root.visibleArea.heightRatio
+        onPositionChanged: {
+            if (pressed)
+                root.jumpTo(position / (1 - size));
+        }
+    }
+    Binding {
+        property: "position"
+        target: bar
+        value: root.visibleArea.yPosition
+        when: !bar.pressed
+    }
 
     section.delegate: Words {
         required property string section
@@ -52,6 +71,11 @@ ListView {
             goTo(currentIndex, ListView.Contain);
     }
     Keys.onPressed: event => event.accepted = root.moves(event.key)
+
+    /// Shows the row at that part of the list, 0…1.
+    function jumpTo(part: real) {
+        positionViewAtIndex(Math.round(Math.max(0, Math.min(1, part)) * (count - 1)), ListView.Beginning);
+    }
 
     /// Goes where `key` leads; false where it leads nowhere.
     function moves(key: int): bool {
