@@ -1,7 +1,9 @@
+#include "tests/VornMac/Tour/ContactSheet.h"
 #include "tests/VornMac/Tour/PictureDifference.h"
 #include "tests/VornMac/Window/HandDrivenAnimations.h"
 #include "tests/VornMac/Window/Scenes.h"
 
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -59,21 +61,34 @@ bool matchesReference(const QImage& picture, const std::string& path)
     return false;
 }
 
+constexpr std::array themes{std::pair(Appearance::Theme::light, "light"), std::pair(Appearance::Theme::dark, "dark")};
+
 /// Takes the pictures of `scenes`, and gives whether each could be written and looks as it should.
 template <class Scenes>
-bool takePictures(const Scenes& scenes, const TourOptions& options)
+bool takePictures(const Scenes& scenes, const TourOptions& options, std::array<ContactSheet, themes.size()>& sheets)
 {
     bool allWell = true;
     for (const auto& scene : scenes) {
         if (scene.name.find(options.only) == std::string::npos) continue;
-        for (const auto& [theme, suffix] :
-             {std::pair(Appearance::Theme::light, "-light.png"), std::pair(Appearance::Theme::dark, "-dark.png")}) {
+        for (std::size_t index = 0; index < themes.size(); ++index) {
+            const auto [theme, suffix] = themes.at(index);
             const QImage picture = pictureOf(scene, theme, {options.width, options.height});
-            const std::string name = scene.name + suffix;
+            const std::string name = scene.name + "-" + suffix + ".png";
             allWell &= picture.save(QString::fromStdString(options.folder + "/" + name));
             if (!options.references.empty()) allWell &= matchesReference(picture, options.references + "/" + name);
+            sheets.at(index).add(picture);
         }
     }
+    return allWell;
+}
+
+bool takeTour(const TourOptions& options)
+{
+    std::array<ContactSheet, themes.size()> sheets;
+    bool allWell = takePictures(allScenes(), options, sheets);
+    allWell &= takePictures(movingScenes(), options, sheets);
+    for (std::size_t index = 0; index < themes.size(); ++index)
+        allWell &= sheets.at(index).save(options.folder + "/all-" + themes.at(index).second + ".png");
     return allWell;
 }
 
@@ -83,7 +98,9 @@ bool takePictures(const Scenes& scenes, const TourOptions& options)
 int main(int argc, char** argv)
 {
     vorn::testing::TourOptions options;
-    CLI::App app("Takes a picture of every screen in every phase, light and dark, on a made-up chat.", "vorn-tour");
+    CLI::App app(
+        "Takes a picture of every screen in every phase, light and dark, on a made-up chat; and one of all of them.",
+        "vorn-tour");
     app.add_option("folder", options.folder, "where the pictures go")->required();
     app.add_option("--width", options.width, "of the window")->capture_default_str();
     app.add_option("--height", options.height, "of the window")->capture_default_str();
@@ -97,8 +114,5 @@ int main(int argc, char** argv)
     const QGuiApplication application(qtArguments, argv);
     ::testing::GTEST_FLAG(throw_on_failure) = true;
     std::filesystem::create_directories(options.folder);
-    using namespace vorn::testing;
-    const bool standing = takePictures(allScenes(), options);
-    const bool moving = takePictures(movingScenes(), options);
-    return standing && moving ? 0 : 1;
+    return vorn::testing::takeTour(options) ? 0 : 1;
 }
