@@ -25,8 +25,7 @@ void EverythingList::show(AppModel::ExportResult exportResult, MainContext* cont
     exportResult_ = std::move(exportResult);
     context_ = context;
     background_ = background;
-    dates_.reset();
-    if (exportResult_) dates_.emplace();
+    dates_ = exportResult_ ? std::make_unique<LocalDates>() : nullptr;
     hits_.reset();
     isComplete_ = true;
     lastEntry_.reset();
@@ -109,7 +108,7 @@ std::size_t EverythingList::placeOf(int row) const
 const MessageEntry& EverythingList::entryAt(std::size_t place) const
 {
     if (!lastEntry_ || lastEntry_->first != place)
-        lastEntry_.emplace(place, entryOf(exportResult_->messages[place], dates_.value()));
+        lastEntry_.emplace(place, entryOf(exportResult_->messages[place], *dates_));
     return lastEntry_->second; // NOLINT(bugprone-unchecked-optional-access): it was set above
 }
 
@@ -118,8 +117,7 @@ QVariant EverythingList::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= rowCount()) return {};
     const std::size_t place = placeOf(index.row());
     switch (role) {
-    case dayRole:
-        return shown(dates_.value().day(timeOf(exportResult_->messages[place]))); // asked for of neighbours too
+    case dayRole: return shown(dates_->day(timeOf(exportResult_->messages[place]))); // asked for of neighbours too
     case authorRole: return shown(entryAt(place).author);
     case detailRole: return shown(detailText(entryAt(place)));
     case textRole: return shown(entryAt(place).text);

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -76,8 +77,8 @@ private:
     AppModel::ExportResult exportResult_;
     MainContext* context_ = nullptr;
     BackgroundExecutor* background_ = nullptr;
-    std::optional<LocalDates> dates_;
-    std::optional<Hits> hits_; ///< nothing without a search
+    std::unique_ptr<LocalDates> dates_; ///< null without a result
+    std::optional<Hits> hits_;          ///< nothing without a search
     bool isComplete_ = true;
     /// The roles of one row are asked for one after the other.
     mutable std::optional<std::pair<std::size_t, MessageEntry>> lastEntry_;
