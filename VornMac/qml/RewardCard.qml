@@ -51,15 +51,6 @@ Item {
     Accessible.name: root.amount + ", " + caption.text
     Accessible.description: root.status
 
-    SoftShadow {
-        anchors.fill: card
-        anchors.margins: -blur
-        anchors.bottomMargin: -blur - 8
-        anchors.topMargin: 8 - blur
-        blur: 24
-        color: Theme.shadow
-        radius: card.radius
-    }
     Rectangle {
         id: card
         color: Theme.card
@@ -70,6 +61,7 @@ Item {
         border.color: Theme.border
         border.width: 1
 
+        CardShadow {}
         Column {
             id: column
             anchors.centerIn: parent

@@ -118,7 +118,7 @@ Rectangle {
         if ((key === Qt.Key_Return || key === Qt.Key_Enter) && (modifiers & ~Qt.KeypadModifier) === Qt.NoModifier)
             goOn();
         else if ((key === Qt.Key_Escape && modifiers === Qt.NoModifier) || (isCommand && key === Qt.Key_BracketLeft))
-            screens.current?.goBack();
+            goBack();
         else if (isCommand && key === Qt.Key_R)
             tryAgain();
         else if (key === Qt.Key_F1)
@@ -128,14 +128,26 @@ Rectangle {
         return true;
     }
 
+    // What lies over a screen takes its keys away.
     function goOn() {
+        if (model.everything.isOpen)
+            return;
         if (model.isRestored)
             screens.current?.goOn();
         else
             tryAgain();
     }
 
+    function goBack() {
+        if (model.everything.isOpen)
+            model.everything.close();
+        else
+            screens.current?.goBack();
+    }
+
     function tryAgain() {
+        if (model.everything.isOpen)
+            return;
         if (model.isRestored)
             screens.current?.tryAgain();
         else if (model.keychain.retry.length > 0)

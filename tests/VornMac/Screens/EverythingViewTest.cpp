@@ -60,6 +60,20 @@ TEST(EverythingView, LeadsBackToItsLink)
     }
 }
 
+TEST(EverythingView, TakesTheKeysOfTheScreenBelow)
+{
+    WindowFixture fix;
+    play(fix, "4-find-found-in-review"); // where Ctrl+R looks again
+    fix.pressOn(link, Qt::Key_Return);
+    fix.press(Qt::Key_R, Qt::ControlModifier);
+    fix.press(Qt::Key_Return);
+    EXPECT_TRUE(isOpen(fix));
+    EXPECT_TRUE(fix.screenModel().isFound());
+    fix.press(Qt::Key_BracketLeft, Qt::ControlModifier);
+    EXPECT_FALSE(isOpen(fix));
+    EXPECT_EQ(fix.model.model().step(), Step::find);
+}
+
 TEST(EverythingView, LeadsBackToItsLinkForAReader)
 {
     WindowFixture fix;

@@ -49,8 +49,8 @@ Names focusable(WindowFixture& fix)
 {
     const auto reading = fix.reading();
     // A list takes the focus for its rows where these can have it.
-    const bool hasRows =
-        std::ranges::any_of(reading, [](const Read& read) { return read.role == QAccessible::ListItem; });
+    const bool hasRows = std::ranges::any_of(
+        reading, [](const Read& read) { return read.role == QAccessible::ListItem && read.state.focusable; });
     Names names;
     for (const Read& read : reading) {
         const bool isFurther = read.role == QAccessible::EditableText || read.role == QAccessible::ListItem ||
