@@ -39,17 +39,17 @@ void PresenceKeeper::followReview()
 
 void PresenceKeeper::tellOutcome(const SubmissionStatus& submission)
 {
-    const auto telling = presence::tellingOf(
+    const auto alert = presence::alertFor(
         submission.status, {.isWindowActive = window_.isActive(), .reducesMotion = window_.reducesMotion()});
-    if (!telling.notifies) {
-        if (telling.sounds) presence_.playSound();
+    if (!alert.notifies) {
+        if (alert.sounds) presence_.playSound();
         return;
     }
     OutcomeNotice notice = outcomeNotice({submission, model_.nimbrel(), model_.availability()});
     presence_.notify({.title = std::move(notice.title),
                       .body = std::move(notice.body),
                       .action = openVorn,
-                      .hasSound = telling.sounds});
+                      .hasSound = alert.sounds});
     hasNotified_ = true;
     window_.askForAttention();
 }

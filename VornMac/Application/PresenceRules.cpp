@@ -35,10 +35,10 @@ bool isReviewed(const std::optional<SubmissionStatus>& before, const std::option
     return now && now->status.isFinal() && (!wasReviewed || isAccepted(before, now));
 }
 
-Telling tellingOf(const ReviewStatus& outcome, Surroundings surroundings)
+Alert alertFor(const ReviewStatus& outcome, WindowState window)
 {
     const bool isGood = outcome.is(ReviewStatus::Kind::approved);
-    if (surroundings.isWindowActive) return {.notifies = false, .sounds = isGood && !surroundings.reducesMotion};
+    if (window.isWindowActive) return {.notifies = false, .sounds = isGood && !window.reducesMotion};
     return {.notifies = true, .sounds = isGood};
 }
 

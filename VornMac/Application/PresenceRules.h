@@ -20,20 +20,20 @@ bool isAccepted(const std::optional<SubmissionStatus>& before, const std::option
 /// Whether the review of `now` has ended since `before`.
 bool isReviewed(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
 
-/// What the user's surroundings say when a review ends.
-struct Surroundings {
+/// Of the application's own window, when a review ends.
+struct WindowState {
     bool isWindowActive = false;
     bool reducesMotion = false;
 };
 
-/// How a user hears of the end of a review.
-struct Telling {
+/// How a user is told of the end of a review.
+struct Alert {
     bool notifies = false; ///< and asks for attention
     bool sounds = false;   ///< with the notification, or without one
-    bool operator==(const Telling&) const = default;
+    bool operator==(const Alert&) const = default;
 };
 
 /// Only good news makes a sound. The window tells who looks at it; with reduced motion in silence.
-Telling tellingOf(const ReviewStatus& outcome, Surroundings surroundings);
+Alert alertFor(const ReviewStatus& outcome, WindowState window);
 
 } // namespace vorn::presence

@@ -67,9 +67,9 @@ TEST(PresenceRules, TellWhoLooksElsewhere)
     struct Case {
         const char* status;
         bool isActive, reducesMotion;
-        presence::Telling telling;
+        presence::Alert alert;
     };
-    for (const auto& [status, isActive, reducesMotion, telling] : {
+    for (const auto& [status, isActive, reducesMotion, alert] : {
              Case{"approved", false, false, {.notifies = true, .sounds = true}},
              Case{"approved", false, true, {.notifies = true, .sounds = true}},
              Case{"approved", true, false, {.notifies = false, .sounds = true}},
@@ -80,9 +80,9 @@ TEST(PresenceRules, TellWhoLooksElsewhere)
              Case{"expired", true, false, {.notifies = false, .sounds = false}},
          }) {
         SCOPED_TRACE(std::string(status) + (isActive ? ", active" : "") + (reducesMotion ? ", still" : ""));
-        EXPECT_EQ(presence::tellingOf(submission(status)->status,
-                                      {.isWindowActive = isActive, .reducesMotion = reducesMotion}),
-                  telling);
+        EXPECT_EQ(presence::alertFor(submission(status)->status,
+                                     {.isWindowActive = isActive, .reducesMotion = reducesMotion}),
+                  alert);
     }
 }
 
