@@ -232,13 +232,13 @@ private:
     AppModel* model_; ///< null in what stays as it was
     MainContext* context_;
     Clock* clock_;
+    TimeLeft timeLeft_; ///< of the upload; made before what is shown, which asks it
     Shown shown_;
     Found found_;
     PreviewList preview_;
     Everything everything_;
     int linkSecondsLeft_ = 0;
     Task countdown_;
-    TimeLeft timeLeft_;                     ///< of the upload
     Task uploadWatch_;                      ///< while it sends
     std::optional<std::string> celebrated_; ///< the last submission that was worth a moment
 };
