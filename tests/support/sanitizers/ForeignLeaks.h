@@ -1,0 +1,24 @@
+#pragma once
+
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#include <sanitizer/lsan_interface.h>
+#define VORN_TEST_LOOKS_FOR_LEAKS
+#endif
+#endif
+
+namespace vorn::testing {
+
+/// While it lives, what this thread allocates may leak: for libraries that do. Narrow its scope to their calls.
+class ForeignLeaks {
+public:
+#ifdef VORN_TEST_LOOKS_FOR_LEAKS
+    ForeignLeaks() { __lsan_disable(); }
+    ~ForeignLeaks() { __lsan_enable(); }
+#else
+    ForeignLeaks() {}
+#endif
+    ForeignLeaks(ForeignLeaks&&) = delete;
+};
+
+} // namespace vorn::testing
