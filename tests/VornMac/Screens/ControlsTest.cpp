@@ -1,4 +1,7 @@
 #include "tests/VornMac/Window/Scenes.h"
+#include "tests/support/sanitizers/ForeignLeaks.h"
+
+#include <optional>
 
 #include <gmock/gmock.h>
 
@@ -87,6 +90,8 @@ TEST(Controls, DoTheirWorkInEveryWay)
             WindowFixture fix;
             play(fix, control.scene);
             EXPECT_FALSE(control.hasWorked(fix));
+            std::optional<ForeignLeaks> ofQt; // its own dialog leaks the textures of its icons, made by whatever frame
+            if (control.name == std::string_view("Save a copy…")) ofQt.emplace();
             use(fix, control.name, way);
             EXPECT_TRUE(control.hasWorked(fix));
         }

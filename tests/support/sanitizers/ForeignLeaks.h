@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// While it lives, what this thread allocates may leak: for libraries that do. Narrow its scope to their calls.
+/// While it lives, what this thread allocates may leak: for libraries that do. Narrow its scope to what runs them.
 class ForeignLeaks {
 public:
 #ifdef VORN_TEST_LOOKS_FOR_LEAKS
