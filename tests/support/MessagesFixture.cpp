@@ -142,6 +142,23 @@ std::int64_t MessagesFixture::message(const MessageRow& row)
     return rowID;
 }
 
+void MessagesFixture::messages(std::int64_t count, std::int64_t apart, const MessageRow& row)
+{
+    const std::int64_t first = message(row);
+    lastMessage_ = first + count - 1;
+    database_.run("WITH RECURSIVE later (i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM later WHERE i + 1 < ?2) "
+                  "INSERT INTO message (ROWID, guid, text, attributedBody, is_from_me, date, service, "
+                  "associated_message_type, item_type, date_retracted, date_edited, thread_originator_guid) "
+                  "SELECT ?1 + i, 'guid-' || (?1 + i), text, attributedBody, i % 3 = 0, date + i * ?3, service, "
+                  "associated_message_type, item_type, date_retracted, date_edited, thread_originator_guid "
+                  "FROM message, later WHERE message.ROWID = ?1 AND ?2 > 1",
+                  {first, count, apart});
+    database_.run("INSERT INTO chat_message_join (chat_id, message_id, message_date) "
+                  "SELECT chat_id, message.ROWID, date FROM message, chat_message_join "
+                  "WHERE message_id = ?1 AND message.ROWID BETWEEN ?1 + 1 AND ?2",
+                  {first, lastMessage_});
+}
+
 void MessagesFixture::attachment(std::int64_t message, SQLiteValue mimeType, SQLiteValue typeIdentifier)
 {
     const std::int64_t rowID = ++lastAttachment_;

@@ -27,18 +27,16 @@ void fillChat(ModelFixture& model)
         {false, "The number 12 tram stops right in front of it, if you would rather not look for a place to park."},
         {true, "Perfect, thank you"},
     };
-    constexpr std::int64_t secondsPerMessage = 40;
-    std::int64_t seconds = 790'000'000;
+    constexpr std::int64_t apart = 40'000'000'000;
+    constexpr std::int64_t earlier = 1281;
+    std::int64_t date = 790'000'000'000'000'000 + apart;
     model.messages.database().execute("BEGIN"); // one commit: each waits for the disk
-    for (int earlier = 0; earlier < 1281; ++earlier) {
-        model.messages.message({.text = std::string("Earlier"),
-                                .isFromMe = std::int64_t{earlier % 3 == 0},
-                                .date = (seconds += secondsPerMessage) * 1'000'000'000});
-    }
+    model.messages.messages(earlier, apart,
+                            {.text = std::string("Earlier"), .isFromMe = std::int64_t{1}, .date = date});
+    date += (earlier - 1) * apart;
     for (const Turn& turn : turns) {
-        model.messages.message({.text = std::string(turn.text),
-                                .isFromMe = std::int64_t{turn.fromMe},
-                                .date = (seconds += secondsPerMessage) * 1'000'000'000});
+        model.messages.message(
+            {.text = std::string(turn.text), .isFromMe = std::int64_t{turn.fromMe}, .date = (date += apart)});
     }
     model.messages.database().execute("COMMIT");
 }
