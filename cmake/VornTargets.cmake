@@ -28,7 +28,7 @@ if(VORN_SANITIZE)
 endif()
 
 # Repeats of a test in another environment, pictures, other languages: a sanitizer finds nothing more in them.
-option(VORN_EVERY_TEST "Under sanitizers too, run every test, and each case in a process of its own" OFF)
+option(VORN_EVERY_TEST "Under sanitizers too, run every test in every repeat, and each case in a process of its own" OFF)
 if(VORN_SANITIZE AND NOT VORN_EVERY_TEST)
   set(VORN_FEWER_TESTS ON)
 endif()
@@ -138,8 +138,8 @@ function(vorn_add_shards name number)
 endfunction()
 
 # vorn_test(<name> [SINGLE_THREADED] [COST <number>] [SHARDS <number>] SOURCES … [LINKS …]): a GoogleTest program. CTest runs
-# its cases one by one, those of a higher COST first; under a sanitizer it runs the program whole or in SHARDS, as starting it
-# costs more than most cases. A SINGLE_THREADED one has nothing that the thread sanitizer could find.
+# it whole or in SHARDS, as starting it costs more than most cases, those of a higher COST first; with VORN_EVERY_TEST case by
+# case. A SINGLE_THREADED one has nothing that the thread sanitizer could find.
 function(vorn_test name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "SINGLE_THREADED" "COST;SHARDS" "SOURCES;LINKS")
   set(cost 0)
@@ -150,7 +150,7 @@ function(vorn_test name)
   if(arg_SHARDS)
     set(shards ${arg_SHARDS})
   endif()
-  set(limit 60)
+  set(limit 120)
   if(VORN_SANITIZE)
     set(limit 600)
   endif()
@@ -160,10 +160,10 @@ function(vorn_test name)
   vorn_use_precompiled(${name} LINKS ${arg_LINKS})
   if(arg_SINGLE_THREADED AND VORN_FEWER_TESTS AND VORN_SANITIZE MATCHES "thread")
     set_target_properties(${name} PROPERTIES EXCLUDE_FROM_ALL ON)
-  elseif(VORN_FEWER_TESTS)
-    vorn_add_shards(${name} ${shards} COMMAND ${name} PROPERTIES TIMEOUT 600 COST ${cost})
-  else()
+  elseif(VORN_EVERY_TEST)
     gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT ${limit} COST ${cost})
+  else()
+    vorn_add_shards(${name} ${shards} COMMAND ${name} PROPERTIES TIMEOUT ${limit} COST ${cost})
   endif()
 endfunction()
 
