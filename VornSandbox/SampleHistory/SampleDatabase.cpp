@@ -27,7 +27,7 @@ void SampleDatabase::execute(const char* sql)
     if (sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) fail();
 }
 
-void SampleDatabase::defineFunctions(std::span<const char* const> names)
+void SampleDatabase::defineFunctions(std::initializer_list<const char*> names)
 {
     const auto nothing = [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); };
     for (const char* name : names) {

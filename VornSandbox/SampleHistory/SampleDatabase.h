@@ -7,7 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
-#include <span>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -27,7 +27,7 @@ public:
     void execute(const char* sql);
 
     /// Makes functions of these names that do nothing, so that triggers which call them can fire.
-    void defineFunctions(std::span<const char* const> names);
+    void defineFunctions(std::initializer_list<const char*> names);
 
     /// From now on changes go to the write-ahead log, and stay there when the connection is closed.
     void beginLog();

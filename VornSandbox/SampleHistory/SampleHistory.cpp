@@ -4,9 +4,9 @@
 #include "Platform/Base/FileManager.h"
 #include "Platform/Base/UUID.h"
 #include "VornSandbox/SampleHistory/SampleCast.h"
+#include "VornSandbox/SampleHistory/SampleData.h"
 #include "VornSandbox/SampleHistory/SampleDatabase.h"
 #include "VornSandbox/SampleHistory/SamplePlan.h"
-#include "VornSandbox/SampleHistory/SampleSchema.h"
 #include "VornSandbox/SampleHistory/SampleWriter.h"
 
 #include <cerrno>
@@ -82,7 +82,7 @@ public:
 
     SampleHistorySummary run()
     {
-        database_.execute(sampleSchema::tables);
+        database_.execute(sampleData::tables);
         SampleWriter writer(database_, cast_);
         inTransaction([&] {
             writer.writeCast();
@@ -90,8 +90,8 @@ public:
         });
         // Ready-made indexes are sorted once; kept up row by row they would cost more than the rows.
         database_.execute("BEGIN");
-        database_.execute(sampleSchema::indexes);
-        database_.execute(sampleSchema::triggers);
+        database_.execute(sampleData::indexes);
+        database_.execute(sampleData::triggers);
         database_.execute("COMMIT");
         database_.execute("PRAGMA analysis_limit = 400; ANALYZE");
         database_.execute("PRAGMA journal_mode = WAL");
@@ -102,7 +102,9 @@ public:
 private:
     void writeLog(SampleWriter& writer)
     {
-        database_.defineFunctions(sampleSchema::functions);
+        // Those that the triggers expect.
+        database_.defineFunctions({"after_delete_message_plugin", "before_delete_attachment_path",
+                                   "delete_attachment_path", "verify_chat"});
         database_.beginLog();
         inTransaction([&] { writeRows(writer, options_.inLog); });
     }

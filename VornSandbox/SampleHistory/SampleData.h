@@ -1,0 +1,16 @@
+#pragma once
+
+/// The files of the folder "data", as they lie there.
+namespace vorn::sampleData {
+
+// The SQL that makes an empty Messages database of a current macOS. Run it in this order: tables, rows, indexes,
+// triggers. Some triggers call functions that only Messages registers with its connection, so rows go in before them
+// or through a connection that has functions of those names.
+extern const char* const tables;
+extern const char* const indexes;
+extern const char* const triggers;
+
+/// What the people of a history say, as JSON. A '#' and a letter stand for one of the words of that letter.
+extern const char* const texts;
+
+} // namespace vorn::sampleData
