@@ -1,6 +1,9 @@
 #include "VornSandbox/SampleHistory/SampleDatabase.h"
 
+#include "Platform/Base/Match.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
+
+#include <string>
 
 #include <sqlite3.h>
 
@@ -11,7 +14,7 @@ SampleDatabase::SampleDatabase(const std::filesystem::path& path, const CancelFl
     sqlite3* opened = nullptr;
     const int code = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     handle_.reset(opened);
-    if (code != SQLITE_OK) fail();
+    check(code);
     const auto isCancelled = [](void* flag) { return static_cast<const CancelFlag*>(flag)->isCancelled() ? 1 : 0; };
     constexpr int steps = 20'000; // of SQLite's machine: a few hundred microseconds
     if (cancel_ != nullptr) sqlite3_progress_handler(opened, steps, isCancelled, const_cast<CancelFlag*>(cancel_));
@@ -24,22 +27,21 @@ SampleDatabase::SampleDatabase(const std::filesystem::path& path, const CancelFl
 void SampleDatabase::execute(const char* sql)
 {
     checkCancelled();
-    if (sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr) != SQLITE_OK) fail();
+    check(sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr));
 }
 
 void SampleDatabase::defineFunctions(std::initializer_list<const char*> names)
 {
     const auto nothing = [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); };
     for (const char* name : names) {
-        if (sqlite3_create_function(handle(), name, -1, SQLITE_UTF8, nullptr, nothing, nullptr, nullptr) != SQLITE_OK)
-            fail();
+        check(sqlite3_create_function(handle(), name, -1, SQLITE_UTF8, nullptr, nothing, nullptr, nullptr));
     }
 }
 
 void SampleDatabase::beginLog()
 {
     execute("PRAGMA journal_mode = WAL; PRAGMA wal_autocheckpoint = 0");
-    if (sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr) != SQLITE_OK) fail();
+    check(sqlite3_db_config(handle(), SQLITE_DBCONFIG_NO_CKPT_ON_CLOSE, 1, nullptr));
 }
 
 void SampleDatabase::checkCancelled() const
@@ -47,57 +49,59 @@ void SampleDatabase::checkCancelled() const
     if (cancel_ != nullptr) cancel_->check();
 }
 
-void SampleDatabase::fail() const
+void SampleDatabase::check(int code, int expected) const
 {
+    if (code == expected) return;
     checkCancelled(); // an interrupted statement fails, but that is not what went wrong
     throw SampleHistoryError(handle_ ? sqlite3_errmsg(handle()) : "out of memory");
 }
 
-void SampleDatabase::Close::operator()(sqlite3* handle) const noexcept
+void SampleDatabase::close(sqlite3* handle) noexcept
 {
     sqlite3_close_v2(handle);
 }
 
-SampleStatement::SampleStatement(SampleDatabase& database, std::string_view sql) : database_(database)
+void SampleInsert::prepare(Row row)
 {
+    std::string columns;
+    std::string places;
+    for (const auto& [column, value] : row) {
+        columns.append(columns.empty() ? "" : ", ").append(column);
+        places.append(places.empty() ? "?" : ", ?");
+    }
+    const std::string sql = "INSERT INTO " + std::string(table_) + " (" + columns + ") VALUES (" + places + ")";
     sqlite3_stmt* prepared = nullptr;
-    const int code = sqlite3_prepare_v3(database.handle(), sql.data(), static_cast<int>(sql.size()),
+    const int code = sqlite3_prepare_v3(database_.handle(), sql.data(), static_cast<int>(sql.size()),
                                         SQLITE_PREPARE_PERSISTENT, &prepared, nullptr);
     statement_.reset(prepared);
-    if (code != SQLITE_OK) database_.fail();
+    database_.check(code);
 }
 
-void SampleStatement::bind(int index, std::int64_t value)
+void SampleInsert::run(Row row)
 {
-    if (sqlite3_bind_int64(statement_.get(), index, value) != SQLITE_OK) database_.fail();
+    if (!statement_) prepare(row);
+    sqlite3_stmt* const statement = statement_.get();
+    int index = 0;
+    // A null pointer would bind NULL instead of an empty text or blob.
+    const Match bind{[&](std::nullptr_t) { return sqlite3_bind_null(statement, index); },
+                     [&](std::int64_t number) { return sqlite3_bind_int64(statement, index, number); },
+                     [&](std::string_view text) {
+                         return sqlite3_bind_text64(statement, index, text.empty() ? "" : text.data(), text.size(),
+                                                    SQLITE_STATIC, SQLITE_UTF8);
+                     },
+                     [&](ByteView blob) {
+                         const void* const start = blob.empty() ? static_cast<const void*>("") : blob.data();
+                         return sqlite3_bind_blob64(statement, index, start, blob.size(), SQLITE_STATIC);
+                     }};
+    for (const auto& [column, value] : row) {
+        ++index;
+        database_.check(std::visit(bind, value));
+    }
+    database_.check(sqlite3_step(statement), SQLITE_DONE);
+    sqlite3_reset(statement);
 }
 
-void SampleStatement::bind(int index, std::string_view text)
-{
-    // A null pointer would bind NULL instead of an empty text.
-    const char* start = text.empty() ? "" : text.data();
-    if (sqlite3_bind_text64(statement_.get(), index, start, text.size(), SQLITE_STATIC, SQLITE_UTF8) != SQLITE_OK)
-        database_.fail();
-}
-
-void SampleStatement::bind(int index, ByteView blob)
-{
-    const void* start = blob.empty() ? static_cast<const void*>("") : blob.data();
-    if (sqlite3_bind_blob64(statement_.get(), index, start, blob.size(), SQLITE_STATIC) != SQLITE_OK) database_.fail();
-}
-
-void SampleStatement::bind(int index, std::nullptr_t)
-{
-    if (sqlite3_bind_null(statement_.get(), index) != SQLITE_OK) database_.fail();
-}
-
-void SampleStatement::step()
-{
-    if (sqlite3_step(statement_.get()) != SQLITE_DONE) database_.fail();
-    sqlite3_reset(statement_.get());
-}
-
-void SampleStatement::Finalize::operator()(sqlite3_stmt* statement) const noexcept
+void SampleInsert::finalize(sqlite3_stmt* statement) noexcept
 {
     sqlite3_finalize(statement);
 }

@@ -2,14 +2,14 @@
 
 #include "Platform/Base/Bytes.h"
 #include "Platform/Base/CancelFlag.h"
+#include "Platform/Base/Owned.h"
 
 #include <cstdint>
 #include <filesystem>
-#include <memory>
-#include <optional>
 #include <initializer_list>
-#include <string>
 #include <string_view>
+#include <utility>
+#include <variant>
 
 struct sqlite3; // the C API stays out of our headers
 struct sqlite3_stmt;
@@ -37,53 +37,34 @@ public:
 
     sqlite3* handle() const noexcept { return handle_.get(); }
 
-    [[noreturn]] void fail() const;
+    /// Throws what went wrong when `code` is not the expected one.
+    void check(int code, int expected = 0) const;
 
 private:
-    struct Close {
-        void operator()(sqlite3* handle) const noexcept;
-    };
+    static void close(sqlite3* handle) noexcept;
+
     const CancelFlag* cancel_;
-    std::unique_ptr<sqlite3, Close> handle_;
+    Owned<sqlite3, close> handle_;
 };
 
-/// A prepared statement that is run again and again.
-class SampleStatement {
+/// Adds rows to a table: one statement, prepared for the first row and run again for each.
+class SampleInsert {
 public:
-    SampleStatement(SampleDatabase& database, std::string_view sql);
+    using Value = std::variant<std::nullptr_t, std::int64_t, std::string_view, ByteView>;
+    using Row = std::initializer_list<std::pair<std::string_view, Value>>; ///< columns and what they hold
 
-    /// Runs the statement with one value for each parameter. Texts and blobs need to live until this returns.
-    template <class... Values>
-    void run(const Values&... values)
-    {
-        int index = 0;
-        (bind(++index, values), ...);
-        step();
-    }
+    SampleInsert(SampleDatabase& database, std::string_view table) : database_(database), table_(table) {}
+
+    /// Columns that are not named keep their default. Every row names the same ones in the same order.
+    void run(Row row);
 
 private:
-    void bind(int index, std::int64_t value);
-    void bind(int index, std::string_view text);
-    void bind(int index, ByteView blob);
-    void bind(int index, std::nullptr_t);
-    void bind(int index, bool value) { bind(index, std::int64_t{value ? 1 : 0}); }
-    void bind(int index, const std::string& text) { bind(index, std::string_view(text)); }
-    void bind(int index, const char* text) { bind(index, std::string_view(text)); }
-    void bind(int index, const ByteBuffer& blob) { bind(index, ByteView(blob)); }
+    void prepare(Row row);
+    static void finalize(sqlite3_stmt* statement) noexcept;
 
-    template <class T>
-    void bind(int index, const std::optional<T>& value)
-    {
-        value ? bind(index, *value) : bind(index, nullptr);
-    }
-
-    void step();
-
-    struct Finalize {
-        void operator()(sqlite3_stmt* statement) const noexcept;
-    };
     SampleDatabase& database_;
-    std::unique_ptr<sqlite3_stmt, Finalize> statement_;
+    std::string_view table_;
+    Owned<sqlite3_stmt, finalize> statement_;
 };
 
 } // namespace vorn

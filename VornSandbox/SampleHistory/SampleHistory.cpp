@@ -103,8 +103,8 @@ private:
     void writeLog(SampleWriter& writer)
     {
         // Those that the triggers expect.
-        database_.defineFunctions({"after_delete_message_plugin", "before_delete_attachment_path",
-                                   "delete_attachment_path", "verify_chat"});
+        database_.defineFunctions(
+            {"after_delete_message_plugin", "before_delete_attachment_path", "delete_attachment_path", "verify_chat"});
         database_.beginLog();
         inTransaction([&] { writeRows(writer, options_.inLog); });
     }

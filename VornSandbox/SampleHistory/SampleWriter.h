@@ -11,7 +11,7 @@ namespace vorn {
 /// Puts handles, chats and messages into the tables of a sample history. Threads and errors as `SampleDatabase`.
 class SampleWriter {
 public:
-    SampleWriter(SampleDatabase& database, const SampleCast& cast);
+    SampleWriter(SampleDatabase& database, const SampleCast& cast) : database_(database), cast_(cast) {}
 
     void writeCast();
 
@@ -23,10 +23,10 @@ private:
 
     SampleDatabase& database_;
     const SampleCast& cast_;
-    SampleStatement message_;
-    SampleStatement chatMessage_;
-    SampleStatement attachment_;
-    SampleStatement messageAttachment_;
+    SampleInsert message_{database_, "message"};
+    SampleInsert chatMessage_{database_, "chat_message_join"};
+    SampleInsert attachment_{database_, "attachment"};
+    SampleInsert messageAttachment_{database_, "message_attachment_join"};
     std::int64_t attachments_ = 0;
 };
 
