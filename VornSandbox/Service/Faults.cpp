@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <regex>
 #include <thread>
-#include <utility>
 
 namespace vorn::sandbox {
 namespace {
@@ -15,16 +15,39 @@ using nlohmann::json;
 constexpr auto slowBy = std::chrono::seconds(3);
 constexpr auto badURL = "file:///part";
 
+struct NamedEffect {
+    std::string_view name;
+    Fault::Effect effect;
+    std::vector<std::string_view> operations{}; ///< that it suits; none: all
+};
+
+const std::array effects{
+    NamedEffect{"drop", Fault::Effect::drop},
+    NamedEffect{"hang", Fault::Effect::hang},
+    NamedEffect{"garbage", Fault::Effect::garbage},
+    NamedEffect{"slow", Fault::Effect::slow},
+    NamedEffect{"no-asset", Fault::Effect::noAsset, {"create-submission"}},
+    NamedEffect{"bad-url", Fault::Effect::badURL, {"create-submission", "part-urls"}},
+    NamedEffect{"truncate", Fault::Effect::truncate},
+};
+
+bool readEffect(const std::string& text, Fault& fault)
+{
+    if (const auto status = wholeNumber(text)) {
+        fault.status = static_cast<int>(*status);
+        return true;
+    }
+    const auto named = std::ranges::find(effects, text, &NamedEffect::name);
+    if (named == effects.end()) return false;
+    fault.effect = named->effect;
+    return named->operations.empty() || std::ranges::count(named->operations, fault.operation) > 0;
+}
+
 Answer statusAnswer(int status)
 {
     if (status == 204 || status == 304) return {.status = status}; // these have no body
     return {.status = status,
             .body = fmt::format(R"({{"message":"The sandbox was told to answer {}.","code":"fault"}})", status)};
-}
-
-void dropAssets(json& body)
-{
-    body["assets"] = json::array();
 }
 
 /// The parts stand in the answer itself or, when it opens a submission, in its asset.
@@ -34,76 +57,17 @@ void spoilFirstURL(json& body)
     if (!holder["parts"].empty()) holder["parts"][0]["url"] = badURL;
 }
 
-void change(Answer& answer, void (*how)(json&))
-{
-    json body = json::parse(answer.body);
-    how(body);
-    answer.body = body.dump();
-}
-
-constexpr std::array<std::pair<std::string_view, Fault::Effect>, 7> effects{{
-    {"drop", Fault::Effect::drop},
-    {"hang", Fault::Effect::hang},
-    {"garbage", Fault::Effect::garbage},
-    {"slow", Fault::Effect::slow},
-    {"no-asset", Fault::Effect::noAsset},
-    {"bad-url", Fault::Effect::badURL},
-    {"truncate", Fault::Effect::truncate},
-}};
-
-std::optional<std::int64_t> positive(std::string_view text)
-{
-    const auto number = wholeNumber(text);
-    return number.value_or(0) > 0 ? number : std::nullopt;
-}
-
-/// Takes what follows the last `mark` off the end of `text`; `fine` turns false when that is no positive number.
-std::optional<std::int64_t> takeNumber(std::string_view& text, char mark, bool& fine)
-{
-    const auto at = text.rfind(mark);
-    if (at == std::string_view::npos) return std::nullopt;
-    const auto number = positive(text.substr(at + 1));
-    text = text.substr(0, at);
-    fine = fine && number.has_value();
-    return number;
-}
-
-bool readEffect(std::string_view text, Fault& fault)
-{
-    const auto named = std::ranges::find(effects, text, [](const auto& effect) { return effect.first; });
-    if (named != effects.end()) {
-        fault.effect = named->second;
-        return true;
-    }
-    const auto status = positive(text);
-    fault.status = static_cast<int>(std::min<std::int64_t>(status.value_or(0), 1000));
-    return fault.status >= 200 && fault.status <= 599;
-}
-
-/// Some effects spoil what only some operations answer.
-bool suits(const Fault& fault)
-{
-    if (fault.effect == Fault::Effect::noAsset) return fault.operation == "create-submission";
-    if (fault.effect == Fault::Effect::badURL) {
-        return fault.operation == "create-submission" || fault.operation == "part-urls";
-    }
-    return true;
-}
-
 } // namespace
 
 std::optional<Fault> Fault::parse(std::string_view text)
 {
-    const auto equals = text.find('=');
-    if (equals == std::string_view::npos) return std::nullopt;
-    Fault fault;
-    fault.operation = text.substr(0, equals);
-    std::string_view effect = text.substr(equals + 1);
-    bool fine = std::ranges::find(operations, fault.operation) != operations.end();
-    fault.from = takeNumber(effect, '@', fine).value_or(1);
-    fault.times = takeNumber(effect, 'x', fine);
-    fine = fine && readEffect(effect, fault) && suits(fault);
-    return fine ? std::optional(fault) : std::nullopt;
+    static const std::regex form("([a-z-]+)=([a-z-]+|[2-5][0-9]{2})(?:x([1-9][0-9]{0,17}))?(?:@([1-9][0-9]{0,17}))?");
+    std::cmatch parts;
+    if (!std::regex_match(text.begin(), text.end(), parts, form)) return std::nullopt;
+    Fault fault{
+        .operation = parts.str(1), .from = wholeNumber(parts.str(4)).value_or(1), .times = wholeNumber(parts.str(3))};
+    const bool isKnown = std::ranges::count(operations, fault.operation) > 0;
+    return isKnown && readEffect(parts.str(2), fault) ? std::optional(fault) : std::nullopt;
 }
 
 std::optional<Fault> FaultPlan::next(const std::string& operation)
@@ -126,18 +90,18 @@ std::optional<Answer> answerInstead(const Fault& fault)
     case Fault::Effect::hang: return Answer{.instead = Answer::Instead::hang};
     case Fault::Effect::garbage: return Answer{.body = "{\"status\": \xff<html>"};
     case Fault::Effect::slow: std::this_thread::sleep_for(slowBy); return std::nullopt;
-    case Fault::Effect::noAsset:
-    case Fault::Effect::badURL:
-    case Fault::Effect::truncate: return std::nullopt;
+    default: return std::nullopt;
     }
-    return std::nullopt;
 }
 
 void spoil(Answer& answer, const Fault& fault)
 {
-    if (fault.effect == Fault::Effect::noAsset) change(answer, dropAssets);
-    if (fault.effect == Fault::Effect::badURL) change(answer, spoilFirstURL);
     if (fault.effect == Fault::Effect::truncate) answer.instead = Answer::Instead::truncate;
+    if (fault.effect != Fault::Effect::noAsset && fault.effect != Fault::Effect::badURL) return;
+    json body = json::parse(answer.body);
+    if (fault.effect == Fault::Effect::noAsset) body["assets"] = json::array();
+    if (fault.effect == Fault::Effect::badURL) spoilFirstURL(body);
+    answer.body = body.dump();
 }
 
 } // namespace vorn::sandbox
