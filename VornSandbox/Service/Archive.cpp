@@ -1,6 +1,7 @@
 #include "VornSandbox/Service/Archive.h"
 
 #include "Platform/Base/Dates.h"
+#include "Platform/Base/Owned.h"
 #include "VornSandbox/Service/RequestChecks.h"
 
 #include <fmt/format.h>
@@ -11,7 +12,6 @@
 #include <initializer_list>
 #include <istream>
 #include <iterator>
-#include <memory>
 #include <set>
 #include <streambuf>
 #include <string>
@@ -33,38 +33,29 @@ constexpr std::size_t largestManifest = std::size_t{1024} * 1024;
 constexpr std::size_t largestMessage = std::size_t{64} * 1024 * 1024;
 constexpr int deepestMessage = 64;
 
-class Zip {
-public:
-    explicit Zip(const std::filesystem::path& file)
-    {
-        int code = 0;
-        zip_.reset(zip_open(file.c_str(), ZIP_RDONLY, &code));
-        if (zip_) return;
-        zip_error_t error;
-        zip_error_init_with_code(&error, code);
-        const std::string reason = zip_error_strerror(&error);
-        zip_error_fini(&error);
-        throw ArchiveError("The archive cannot be opened: " + reason + ".");
+using Zip = Owned<zip_t, zip_discard>;
+
+Zip openZip(const std::filesystem::path& file)
+{
+    int code = 0;
+    Zip zip(zip_open(file.c_str(), ZIP_RDONLY, &code));
+    if (zip) return zip;
+    zip_error_t error;
+    zip_error_init_with_code(&error, code);
+    const std::string reason = zip_error_strerror(&error);
+    zip_error_fini(&error);
+    throw ArchiveError("The archive cannot be opened: " + reason + ".");
+}
+
+std::vector<std::string> namesIn(const Zip& zip)
+{
+    std::vector<std::string> names;
+    for (zip_int64_t i = 0; i < zip_get_num_entries(zip.get(), 0); ++i) {
+        const char* name = zip_get_name(zip.get(), static_cast<zip_uint64_t>(i), ZIP_FL_ENC_RAW);
+        names.emplace_back(name == nullptr ? "" : name);
     }
-
-    std::vector<std::string> names() const
-    {
-        std::vector<std::string> names;
-        for (zip_int64_t i = 0; i < zip_get_num_entries(zip_.get(), 0); ++i) {
-            const char* name = zip_get_name(zip_.get(), static_cast<zip_uint64_t>(i), ZIP_FL_ENC_RAW);
-            names.emplace_back(name == nullptr ? "" : name);
-        }
-        return names;
-    }
-
-    zip_t* get() const noexcept { return zip_.get(); }
-
-private:
-    struct Discard {
-        void operator()(zip_t* zip) const noexcept { zip_discard(zip); }
-    };
-    std::unique_ptr<zip_t, Discard> zip_;
-};
+    return names;
+}
 
 /// An entry's bytes. libzip holds them against their checksum at the end. Of one `item`, at most `largest` bytes.
 class Entry : public std::streambuf {
@@ -91,10 +82,7 @@ protected:
     }
 
 private:
-    struct Close {
-        void operator()(zip_file_t* file) const noexcept { zip_fclose(file); }
-    };
-    std::unique_ptr<zip_file_t, Close> file_;
+    Owned<zip_file_t, zip_fclose> file_;
     std::string name_;
     const char* item_;
     std::size_t largest_;
@@ -217,8 +205,8 @@ struct Tally {
 
 Tally readWhole(const std::filesystem::path& archive)
 {
-    const Zip zip(archive);
-    if (zip.names() != std::vector<std::string>{manifestName, messagesName}) {
+    const Zip zip = openZip(archive);
+    if (namesIn(zip) != std::vector<std::string>{manifestName, messagesName}) {
         throw ArchiveError("The archive does not hold the manifest and then the messages, and nothing else.");
     }
     const auto manifest = manifestOf(zip);
@@ -255,7 +243,7 @@ ArchiveVerdict inspectArchive(const std::filesystem::path& archive)
 
 MessagePages::MessagePages(const std::filesystem::path& archive) : pages_("", SQLiteDatabase::Mode::create)
 {
-    const Zip zip(archive);
+    const Zip zip = openZip(archive);
     manifest_ = manifestOf(zip).value_or(nullptr);
     pages_.execute("CREATE TABLE page(number INTEGER PRIMARY KEY, messages TEXT NOT NULL); BEGIN");
     json page = json::array();
