@@ -1,5 +1,6 @@
 #include "VornSandbox/Service/HTTPFront.h"
 
+#include "Platform/Base/ASCII.h"
 #include "Platform/Base/FileDescriptor.h"
 
 #include <fmt/format.h>
@@ -48,12 +49,6 @@ std::string printable(std::string_view text, char first)
         result += plain ? std::string(1, c) : fmt::format("%{:02X}", static_cast<unsigned char>(c));
     }
     return result;
-}
-
-std::string lowerCase(std::string text)
-{
-    std::ranges::transform(text, text.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; });
-    return text;
 }
 
 /// The library adds the addresses of both ends to the headers.
@@ -156,13 +151,6 @@ private:
     std::list<std::future<void>> running_; ///< only the listening thread comes here
 };
 
-/// The library lets five connections wait to be accepted, and the system drops what comes beyond: ten requests at once
-/// would have some of them wait a second for their next try.
-class Listener : public httplib::Server {
-public:
-    void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
-};
-
 /// The connection ends before all that is announced was sent.
 void fillShort(httplib::Response& response, const Answer& answer)
 {
@@ -192,79 +180,60 @@ void RequestLog::line(const std::string& text)
     write_(text);
 }
 
-class HTTPFront::Server {
+/// The library lets five connections wait to be accepted, and the system drops what comes beyond: ten requests at once
+/// would have some of them wait a second for their next try.
+class HTTPFront::Listener : public httplib::Server {
 public:
-    Server(int port, Serve serve, RequestLog& log, const Patience& patience);
-    ~Server();
-    Server(Server&&) = delete;
-
-    int port() const { return port_; }
-
-private:
-    void configure(const Patience& patience);
-    void serve(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* reader);
-    Call callOf(const httplib::Request& request) const;
-    Answer answerTo(Call& call);
-    void hang(int remotePort) const;
-    void cut(int remotePort) const;
-    void fill(httplib::Response& response, Answer&& answer);
-    void refuse(const httplib::Request& request, httplib::Response& response);
-
-    Serve serve_;
-    RequestLog& log_;
-    Listener http_;
-    int port_ = -1;
-    std::atomic<bool> stopping_ = false;
-    std::thread thread_;
+    void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
 };
 
-HTTPFront::Server::Server(int port, Serve serve, RequestLog& log, const Patience& patience)
-    : serve_(std::move(serve)), log_(log)
+HTTPFront::HTTPFront(int port, Serve serve, RequestLog& log, const Patience& patience)
+    : serve_(std::move(serve)), log_(log), http_(std::make_unique<Listener>())
 {
     configure(patience);
-    port_ = port == 0 ? http_.bind_to_any_port("127.0.0.1") : (http_.bind_to_port("127.0.0.1", port) ? port : -1);
+    port_ = port == 0 ? http_->bind_to_any_port("127.0.0.1") : (http_->bind_to_port("127.0.0.1", port) ? port : -1);
     if (port_ < 0) throw std::runtime_error(fmt::format("cannot listen on 127.0.0.1:{}", port));
-    http_.letMoreWait();
-    thread_ = std::thread([this] { http_.listen_after_bind(); });
-    while (!http_.is_running()) std::this_thread::yield();
+    http_->letMoreWait();
+    thread_ = std::thread([this] { http_->listen_after_bind(); });
+    while (!http_->is_running()) std::this_thread::yield();
 }
 
-HTTPFront::Server::~Server()
+HTTPFront::~HTTPFront()
 {
     stopping_ = true;
-    http_.stop();
-    while (http_.is_running()) { // a connection may have been accepted after the last cut
+    http_->stop();
+    while (http_->is_running()) { // a connection may have been accepted after the last cut
         visitConnections(port_, [](const FileDescriptor& connection, int) { shutdown(connection.get(), SHUT_RDWR); });
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     thread_.join();
 }
 
-void HTTPFront::Server::configure(const Patience& patience)
+void HTTPFront::configure(const Patience& patience)
 {
-    http_.new_task_queue = [] { return new ThreadForEach; };
-    http_.set_tcp_nodelay(true); // otherwise every answer waits for the acknowledgement of its head
-    http_.set_read_timeout(patience.within);
-    http_.set_keep_alive_timeout(patience.between.count());
-    http_.set_keep_alive_max_count(mostRequestsOnOneConnection);
+    http_->new_task_queue = [] { return new ThreadForEach; };
+    http_->set_tcp_nodelay(true); // otherwise every answer waits for the acknowledgement of its head
+    http_->set_read_timeout(patience.within);
+    http_->set_keep_alive_timeout(patience.between.count());
+    http_->set_keep_alive_max_count(mostRequestsOnOneConnection);
     // The library shares the port with whoever asks for it unless told otherwise.
-    http_.set_socket_options([](int socket) {
+    http_->set_socket_options([](int socket) {
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
     });
     const auto plain = [this](const httplib::Request& request, httplib::Response& response) {
-        serve(request, response, nullptr);
+        handle(request, response, nullptr);
     };
     const auto withBody = [this](const httplib::Request& request, httplib::Response& response,
-                                 const httplib::ContentReader& reader) { serve(request, response, &reader); };
-    http_.Get(".*", plain).Options(".*", plain);
-    http_.Post(".*", withBody).Put(".*", withBody).Patch(".*", withBody).Delete(".*", withBody);
-    http_.set_error_handler(httplib::Server::Handler(
+                                 const httplib::ContentReader& reader) { handle(request, response, &reader); };
+    http_->Get(".*", plain).Options(".*", plain);
+    http_->Post(".*", withBody).Put(".*", withBody).Patch(".*", withBody).Delete(".*", withBody);
+    http_->set_error_handler(httplib::Server::Handler(
         [this](const httplib::Request& request, httplib::Response& response) { refuse(request, response); }));
 }
 
 /// What the library itself refuses comes here without a body.
-void HTTPFront::Server::refuse(const httplib::Request& request, httplib::Response& response)
+void HTTPFront::refuse(const httplib::Request& request, httplib::Response& response)
 {
     if (!response.body.empty()) return;
     response.set_content(errorAnswer(response.status, "bad_request", "That is no request this service takes.").body,
@@ -272,18 +241,18 @@ void HTTPFront::Server::refuse(const httplib::Request& request, httplib::Respons
     log_.request({.method = request.method, .path = request.path, .outcome = std::to_string(response.status)});
 }
 
-Call HTTPFront::Server::callOf(const httplib::Request& request) const
+Call HTTPFront::callOf(const httplib::Request& request) const
 {
     Call call{.method = request.method, .path = request.path, .servicePort = port_};
     for (const auto& [name, value] : request.params) call.query.emplace(name, value);
     for (const auto& [name, value] : request.headers) {
-        if (!isAddedByLibrary(name)) call.headers.emplace(lowerCase(name), value);
+        if (!isAddedByLibrary(name)) call.headers.emplace(ascii::lowercased(name), value);
     }
     return call;
 }
 
-void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response& response,
-                              const httplib::ContentReader* reader)
+void HTTPFront::handle(const httplib::Request& request, httplib::Response& response,
+                       const httplib::ContentReader* reader)
 {
     const auto begun = Steady::now();
     Call call = callOf(request);
@@ -308,7 +277,7 @@ void HTTPFront::Server::serve(const httplib::Request& request, httplib::Response
     fill(response, std::move(answer));
 }
 
-Answer HTTPFront::Server::answerTo(Call& call)
+Answer HTTPFront::answerTo(Call& call)
 {
     try {
         return serve_(call);
@@ -321,7 +290,7 @@ Answer HTTPFront::Server::answerTo(Call& call)
 }
 
 /// Until the client hangs up or the service ends; what the client says meanwhile is lost.
-void HTTPFront::Server::hang(int remotePort) const
+void HTTPFront::hang(int remotePort) const
 {
     visitConnections(port_, [&](const FileDescriptor& connection, int port) {
         std::array<char, 4096> lost{};
@@ -332,14 +301,14 @@ void HTTPFront::Server::hang(int remotePort) const
     });
 }
 
-void HTTPFront::Server::cut(int remotePort) const
+void HTTPFront::cut(int remotePort) const
 {
     visitConnections(port_, [&](const FileDescriptor& connection, int port) {
         if (port == remotePort) shutdown(connection.get(), SHUT_RDWR);
     });
 }
 
-void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
+void HTTPFront::fill(httplib::Response& response, Answer&& answer)
 {
     response.status = answer.status;
     for (const auto& [name, value] : answer.headers) response.set_header(name, value);
@@ -356,23 +325,6 @@ void HTTPFront::Server::fill(httplib::Response& response, Answer&& answer)
             sink.done();
             return true;
         });
-}
-
-HTTPFront::HTTPFront(int port, Serve serve, RequestLog& log, const Patience& patience)
-    : server_(std::make_unique<Server>(port, std::move(serve), log, patience))
-{
-}
-
-HTTPFront::~HTTPFront() = default;
-
-int HTTPFront::port() const
-{
-    return server_->port();
-}
-
-std::string HTTPFront::baseURL() const
-{
-    return serviceURL(port());
 }
 
 } // namespace vorn::sandbox

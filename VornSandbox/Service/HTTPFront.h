@@ -2,6 +2,7 @@
 
 #include "VornSandbox/Service/Call.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -9,6 +10,13 @@
 #include <mutex>
 #include <string>
 #include <string_view>
+#include <thread>
+
+namespace httplib { // the server library stays out of our headers
+class ContentReader;
+struct Request;
+struct Response;
+} // namespace httplib
 
 namespace vorn::sandbox {
 
@@ -38,7 +46,7 @@ private:
     Write write_;
 };
 
-/// An HTTP server on 127.0.0.1. The only place that names the server library.
+/// An HTTP server on 127.0.0.1.
 class HTTPFront {
 public:
     /// Answers a request; called on several threads at once. What it throws becomes an error answer.
@@ -57,12 +65,27 @@ public:
     ~HTTPFront();
     HTTPFront(HTTPFront&&) = delete;
 
-    int port() const;
-    std::string baseURL() const; ///< such as "http://127.0.0.1:8787"
+    int port() const { return port_; }
+    std::string baseURL() const { return serviceURL(port_); } ///< such as "http://127.0.0.1:8787"
 
 private:
-    class Server;
-    std::unique_ptr<Server> server_;
+    class Listener;
+
+    void configure(const Patience& patience);
+    void handle(const httplib::Request& request, httplib::Response& response, const httplib::ContentReader* reader);
+    Call callOf(const httplib::Request& request) const;
+    Answer answerTo(Call& call);
+    void hang(int remotePort) const;
+    void cut(int remotePort) const;
+    void fill(httplib::Response& response, Answer&& answer);
+    void refuse(const httplib::Request& request, httplib::Response& response);
+
+    Serve serve_;
+    RequestLog& log_;
+    std::unique_ptr<Listener> http_;
+    int port_ = -1;
+    std::atomic<bool> stopping_ = false;
+    std::thread thread_;
 };
 
 } // namespace vorn::sandbox
