@@ -25,6 +25,13 @@ RequestBody bodyOf(const Call& call, RequestBody::Keys keys)
 
 } // namespace
 
+/// A kept state may know more accounts than this run was started with: those of this run go with its connection.
+Accounts::Accounts(State& state, const Settings& settings) : state_(state), settings_(settings)
+{
+    state_.run("CREATE TEMP TABLE user(number INTEGER PRIMARY KEY, id AS ('usr_' || number), name TEXT NOT NULL)");
+    for (const std::string& name : settings_.users) state_.run("INSERT INTO user(name) VALUES (?)", {name});
+}
+
 std::vector<Route> Accounts::routes()
 {
     const auto to = [this](Answer (Accounts::*handler)(const Call&)) {
@@ -40,12 +47,9 @@ std::vector<Route> Accounts::routes()
             {"phone", "POST", "/phone/links/*/reject", to(&Accounts::reject)}};
 }
 
-std::string Accounts::nameOf(const std::string& user) const
+std::string Accounts::nameOf(const std::string& userId) const
 {
-    for (std::size_t i = 0; i < settings_.users.size(); ++i) {
-        if (userId(i) == user) return settings_.users[i];
-    }
-    return {};
+    return state_.text("SELECT name FROM user WHERE id = ?", {userId}).value_or("");
 }
 
 Answer Accounts::createLink(const Call& call)
@@ -105,7 +109,7 @@ void Accounts::advanceByItself(const std::string& linkId)
 {
     const std::string status = linkStatus(linkId);
     if (status == "pending") moveLink(linkId, "pending", "scanned");
-    if (status == "scanned") approveLink(linkId, userId(0));
+    if (status == "scanned") approveLink(linkId, "usr_1");
 }
 
 std::string Accounts::linkStatus(const std::string& linkId) const
@@ -222,36 +226,23 @@ std::int64_t Accounts::sessionOf(const Call& call) const
 
 std::string Accounts::authenticate(const Call& call) const
 {
-    const auto user = state_.text("SELECT userId FROM session WHERE id = ?", {sessionOf(call)}).value_or("");
-    // A kept state may know more accounts than this run was started with.
-    if (nameOf(user).empty()) throw ServiceError(401, "bad_token", "The account of that access token is gone.");
-    return user;
+    const auto user = state_.text("SELECT user.id FROM session JOIN user ON user.id = userId WHERE session.id = ?",
+                                  {sessionOf(call)});
+    if (!user) throw ServiceError(401, "bad_token", "The account of that access token is gone.");
+    return *user;
 }
 
 void Accounts::show(json& view) const
 {
-    view["users"] = view["links"] = view["macs"] = json::array();
-    for (std::size_t i = 0; i < settings_.users.size(); ++i) {
-        view["users"].push_back({{"id", userId(i)}, {"name", settings_.users[i]}});
-    }
-    state_.query("SELECT id, deviceName, osVersion, appVersion, status, expiresAt FROM link"
-                 " WHERE status IN ('pending', 'scanned') AND expiresAt > ? ORDER BY sequence DESC",
-                 {state_.now()}, [&](const SQLiteRow& row) {
-                     view["links"].push_back({{"id", row.text(0).value_or("")},
-                                              {"deviceName", row.text(1).value_or("")},
-                                              {"osVersion", row.text(2).value_or("")},
-                                              {"appVersion", row.text(3).value_or("")},
-                                              {"status", row.text(4).value_or("")},
-                                              {"expiresAt", row.int64OrZero(5)}});
-                 });
-    state_.query("SELECT deviceName, userId, createdAt FROM session WHERE NOT revoked ORDER BY id DESC", {},
-                 [&](const SQLiteRow& row) {
-                     const std::string user = nameOf(row.text(1).value_or(""));
-                     if (user.empty()) return;
-                     view["macs"].push_back({{"deviceName", row.text(0).value_or("")},
-                                             {"userName", user},
-                                             {"linkedAt", row.int64OrZero(2)}});
-                 });
+    view["users"] = state_.list("SELECT json_object('id', id, 'name', name) FROM user ORDER BY number");
+    view["links"] =
+        state_.list("SELECT json_object('id', id, 'deviceName', deviceName, 'osVersion', ifnull(osVersion, ''),"
+                    " 'appVersion', appVersion, 'status', status, 'expiresAt', expiresAt) FROM link"
+                    " WHERE status IN ('pending', 'scanned') AND expiresAt > ? ORDER BY sequence DESC",
+                    {state_.now()});
+    view["macs"] =
+        state_.list("SELECT json_object('deviceName', deviceName, 'userName', user.name, 'linkedAt', createdAt)"
+                    " FROM session JOIN user ON user.id = userId WHERE NOT revoked ORDER BY session.id DESC");
 }
 
 } // namespace vorn::sandbox

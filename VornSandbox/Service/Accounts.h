@@ -17,7 +17,7 @@ namespace vorn::sandbox {
 /// means that two hold it: the session ends for both. Threads: any.
 class Accounts {
 public:
-    Accounts(State& state, const Settings& settings) : state_(state), settings_(settings) {}
+    Accounts(State& state, const Settings& settings);
     Accounts(Accounts&&) = delete;
 
     std::vector<Route> routes();
@@ -26,7 +26,7 @@ public:
     /// Threads: hold the state's lock.
     std::string authenticate(const Call& call) const;
 
-    /// The name of the account; empty when there is none.
+    /// The name of the account; empty when there is none. Threads: hold the state's lock.
     std::string nameOf(const std::string& userId) const;
 
     /// Adds what the page shows of accounts, waiting links and linked Macs. Threads: hold the state's lock.
@@ -48,7 +48,6 @@ private:
     void advanceByItself(const std::string& linkId);
     nlohmann::json openSession(const std::string& userId, const std::string& deviceName);
     std::int64_t sessionOf(const Call& call) const;
-    std::string userId(std::size_t index) const { return "usr_" + std::to_string(index + 1); }
 
     State& state_;
     const Settings& settings_;

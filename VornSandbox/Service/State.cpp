@@ -1,12 +1,12 @@
 #include "VornSandbox/Service/State.h"
 
+#include "Platform/Base/ASCII.h"
 #include "Platform/Base/FileManager.h"
 #include "Platform/Base/SHA256.h"
 #include "Platform/Base/UUID.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <exception>
 #include <stdexcept>
@@ -99,10 +99,8 @@ void removeAbandoned(const fs::path& temporary)
 
 std::string randomDigits()
 {
-    std::string digits = newUUID();
+    std::string digits = ascii::lowercased(newUUID());
     std::erase(digits, '-');
-    std::ranges::transform(digits, digits.begin(),
-                           [](char c) { return c >= 'A' && c <= 'F' ? char(c - 'A' + 'a') : c; });
     return digits;
 }
 
@@ -183,6 +181,14 @@ std::optional<std::string> State::text(const std::string& sql, const std::vector
     std::optional<std::string> text;
     query(sql + " LIMIT 1", values, [&](const SQLiteRow& row) { text = row.text(0); });
     return text;
+}
+
+nlohmann::json State::list(const std::string& sql, const std::vector<SQLiteValue>& values) const
+{
+    nlohmann::json list = nlohmann::json::array();
+    query(sql, values,
+          [&](const SQLiteRow& row) { list.push_back(nlohmann::json::parse(row.text(0).value_or("null"))); });
+    return list;
 }
 
 std::string newIdentifier(std::string_view prefix)

@@ -4,6 +4,8 @@
 #include "Platform/SQLite/SQLiteDatabase.h"
 #include "VornSandbox/Service/Settings.h"
 
+#include <nlohmann/json.hpp>
+
 #include <chrono>
 #include <condition_variable>
 #include <cstdint>
@@ -67,6 +69,8 @@ public:
     /// The first column of the first row; nothing when there is no row, and for NULL.
     std::optional<std::int64_t> number(const std::string& sql, const std::vector<SQLiteValue>& values) const;
     std::optional<std::string> text(const std::string& sql, const std::vector<SQLiteValue>& values) const;
+    /// The first column of each row, read as JSON.
+    nlohmann::json list(const std::string& sql, const std::vector<SQLiteValue>& values = {}) const;
 
 private:
     SQLiteDatabase database_;

@@ -113,7 +113,7 @@ json Submissions::standingOf(const std::string& userId) const
     }
     if (last->status != "rejected") return {{"status", "submitted"}};
     json standing{{"status", "rejected"}};
-    if (last->reason) standing["rejectionReasonKey"] = *last->reason;
+    if (!last->reason.empty()) standing["rejectionReasonKey"] = last->reason;
     return standing;
 }
 
@@ -270,7 +270,7 @@ json Submissions::statusJSON(const Submission& submission) const
                 {"questId", questId},
                 {"status", status},
                 {"assetsRemaining", status == "uploading" ? 1 : 0}};
-    if (submission.reason) result["rejectionReasonKey"] = *submission.reason;
+    if (!submission.reason.empty()) result["rejectionReasonKey"] = submission.reason;
     // Text here, a number in the quest: that is how the service has it.
     if (status == "approved") result["rewardUsd"] = fmt::format("{:.2f}", settings_.rewardUsd);
     return result;
@@ -278,11 +278,7 @@ json Submissions::statusJSON(const Submission& submission) const
 
 json Submissions::viewOf(const Submission& submission) const
 {
-    json received = json::array();
-    if (submission.isOpen()) {
-        state_.query("SELECT number FROM part WHERE submissionId = ? ORDER BY number", {submission.id},
-                     [&](const SQLiteRow& row) { received.push_back(row.int64OrZero(0)); });
-    }
+    const char* const parts = "SELECT number FROM part WHERE submissionId = ? ORDER BY number";
     const std::string user = accounts_.nameOf(submission.userId);
     const bool inReview = submission.status == "review";
     const bool decidesByItself = inReview && settings_.review.kind != ReviewPlan::Kind::manual;
@@ -290,10 +286,10 @@ json Submissions::viewOf(const Submission& submission) const
             {"userName", user.empty() ? submission.userId : user},
             {"attempt", submission.attempt},
             {"status", shownStatus(submission)},
-            {"reason", submission.reason.value_or("")},
+            {"reason", submission.reason},
             {"sizeBytes", submission.sizeBytes},
             {"partCount", submission.partCount},
-            {"receivedParts", received},
+            {"receivedParts", submission.isOpen() ? state_.list(parts, {submission.id}) : json::array()},
             {"createdAt", submission.createdAt},
             {"inReview", inReview},
             {"decidesAt", decidesByItself ? submission.completedAt + 2 * settings_.reviewStep.count() : 0},
@@ -315,27 +311,12 @@ void Submissions::show(json& view) const
 std::vector<Submissions::Submission> Submissions::select(const std::string& where,
                                                          const std::vector<SQLiteValue>& values) const
 {
-    std::vector<Submission> found;
-    state_.query("SELECT id, userId, attempt, assetId, uploadId, sizeBytes, partCount, partSize, status, reason,"
-                 " createdAt, completedAt, decidedAt, finding FROM submission " +
-                     where,
-                 values, [&](const SQLiteRow& row) {
-                     found.push_back({.id = row.text(0).value_or(""),
-                                      .userId = row.text(1).value_or(""),
-                                      .attempt = row.int64OrZero(2),
-                                      .assetId = row.text(3).value_or(""),
-                                      .uploadId = row.text(4).value_or(""),
-                                      .sizeBytes = row.int64OrZero(5),
-                                      .partCount = row.int64OrZero(6),
-                                      .partSize = row.int64OrZero(7),
-                                      .status = row.text(8).value_or(""),
-                                      .reason = row.text(9),
-                                      .createdAt = row.int64OrZero(10),
-                                      .completedAt = row.int64OrZero(11),
-                                      .decidedAt = row.int64OrZero(12),
-                                      .finding = row.text(13).value_or("")});
-                 });
-    return found;
+    constexpr auto record =
+        "SELECT json_object('id', id, 'userId', userId, 'attempt', attempt, 'assetId', assetId, 'uploadId', uploadId,"
+        " 'sizeBytes', sizeBytes, 'partCount', partCount, 'partSize', partSize, 'status', status,"
+        " 'reason', ifnull(reason, ''), 'createdAt', createdAt, 'completedAt', ifnull(completedAt, 0),"
+        " 'decidedAt', ifnull(decidedAt, 0), 'finding', finding) FROM submission ";
+    return state_.list(record + where, values).get<std::vector<Submission>>();
 }
 
 /// `condition` is a fixed piece of SQL over the table's columns.

@@ -48,7 +48,7 @@ private:
         std::int64_t partCount = 0;
         std::int64_t partSize = 0;
         std::string status;
-        std::optional<std::string> reason; ///< of a rejection
+        std::string reason; ///< of a rejection
         std::int64_t createdAt = 0;
         std::int64_t completedAt = 0; ///< when the review began
         std::int64_t decidedAt = 0;   ///< when the review ended
@@ -57,6 +57,9 @@ private:
         std::int64_t sizeOfPart(std::int64_t number) const; ///< in bytes, exactly
         bool isOpen() const { return status == "open"; }
         bool hasArchive() const;
+
+        NLOHMANN_DEFINE_TYPE_INTRUSIVE(Submission, id, userId, attempt, assetId, uploadId, sizeBytes, partCount,
+                                       partSize, status, reason, createdAt, completedAt, decidedAt, finding)
     };
     struct Request {
         std::int64_t sizeBytes = 0;
@@ -93,8 +96,7 @@ private:
     std::vector<Submission> select(const std::string& where, const std::vector<SQLiteValue>& values) const;
     std::optional<Submission> newest(const std::string& userId, const std::string& condition) const;
     Submission require(const std::string& id) const;
-    Submission requireOpen(const std::string& id) const;
-    Submission requireAssembling(const std::string& id) const;
+    Submission requireStill(const std::string& status, const std::string& id) const;
     Submission own(const Call& call) const;
     std::filesystem::path folderOf(const std::string& id) const { return uploads_ / id; }
     std::filesystem::path partFile(const std::string& id, std::int64_t number) const;

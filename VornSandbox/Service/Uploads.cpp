@@ -88,11 +88,6 @@ bool isSHA256(const std::string& text)
     return text.size() == 64 && text.find_first_not_of("0123456789abcdef") == std::string::npos;
 }
 
-ServiceError notOpen(const std::string& status)
-{
-    return {409, "not_open", fmt::format("The submission takes no parts any more: it is {}.", status)};
-}
-
 } // namespace
 
 std::int64_t Submissions::Submission::sizeOfPart(std::int64_t number) const
@@ -105,18 +100,12 @@ std::filesystem::path Submissions::partFile(const std::string& id, std::int64_t 
     return folderOf(id) / ("part-" + std::to_string(number));
 }
 
-Submissions::Submission Submissions::requireOpen(const std::string& id) const
+Submissions::Submission Submissions::requireStill(const std::string& status, const std::string& id) const
 {
     Submission submission = require(id);
-    if (!submission.isOpen()) throw notOpen(submission.status);
-    return submission;
-}
-
-Submissions::Submission Submissions::requireAssembling(const std::string& id) const
-{
-    Submission submission = require(id);
-    if (submission.status != "assembling") throw notOpen(submission.status);
-    return submission;
+    if (submission.status == status) return submission;
+    throw ServiceError(409, "not_open",
+                       fmt::format("The submission takes no parts any more: it is {}.", submission.status));
 }
 
 Answer Submissions::partURLs(const Call& call)
@@ -137,7 +126,7 @@ Answer Submissions::partURLs(const Call& call)
     lock.lock();
     return Answer::of({{"submissionId", submission.id},
                        {"assetId", submission.assetId},
-                       {"parts", partsJSON(call, requireOpen(submission.id), from, count)},
+                       {"parts", partsJSON(call, requireStill("open", submission.id), from, count)},
                        {"expiresInSeconds", std::chrono::floor<std::chrono::seconds>(settings_.urlLifetime).count()}});
 }
 
@@ -174,7 +163,7 @@ std::pair<Submissions::Submission, std::int64_t> Submissions::expectPart(const C
     }
     if (state_.now() >= *expiresAt) throw ServiceError(403, "expired_url", "The upload URL has expired.");
     const auto id = state_.text("SELECT id FROM submission WHERE assetId = ?", {asset});
-    return {requireOpen(id.value_or("")), number};
+    return {requireStill("open", id.value_or("")), number};
 }
 
 // PUT /uploads/<asset>/<part>?expires=…&signature=…
@@ -184,7 +173,7 @@ Answer Submissions::putPart(const Call& call)
     const std::int64_t size = submission.sizeOfPart(number);
     checkPartFrame(call, size);
     auto lock = state_.lock(); // the folder may be going away just now
-    requireOpen(submission.id);
+    requireStill("open", submission.id);
     const std::filesystem::path folder = folderOf(submission.id);
     if (!std::filesystem::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
     IncomingPart part(folder / newIdentifier("incoming-"));
@@ -193,7 +182,7 @@ Answer Submissions::putPart(const Call& call)
     if (part.size() != size) throw ServiceError(400, "wrong_part_size", "The part broke off.");
     const std::string etag = part.finish();
     lock.lock();
-    requireOpen(submission.id);
+    requireStill("open", submission.id);
     std::filesystem::rename(part.file(), partFile(submission.id, number));
     state_.run("INSERT OR REPLACE INTO part VALUES (?, ?, ?, ?)", {submission.id, number, size, etag});
     return {.contentType = "text/plain", .headers = {{"ETag", etag}}};
@@ -222,7 +211,7 @@ Answer Submissions::complete(const Call& call)
         return Answer::of(statusJSON(reviewed));
     } catch (...) {
         if (!lock) lock.lock();
-        requireAssembling(submission.id); // when an abort has taken the files away, that is what went wrong
+        requireStill("assembling", submission.id); // when an abort has taken the files away, that is what went wrong
         state_.run("UPDATE submission SET status = 'open' WHERE id = ?", {submission.id});
         throw;
     }
@@ -231,7 +220,7 @@ Answer Submissions::complete(const Call& call)
 /// All parts must be listed in order, each with the ETag that it was answered with.
 void Submissions::beginAssembling(const std::string& id, const ListedParts& parts)
 {
-    const Submission now = requireOpen(id);
+    const Submission now = requireStill("open", id);
     if (static_cast<std::int64_t>(parts.size()) != now.partCount) {
         throw ServiceError(422, "bad_parts", fmt::format("{} parts are listed, not {}.", parts.size(), now.partCount));
     }
@@ -277,7 +266,7 @@ Submissions::Submission Submissions::beginReview(const Submission& submission, c
 {
     const ArchiveVerdict verdict = inspectArchive(archiveFile(submission.id));
     const auto lock = state_.lock();
-    requireAssembling(submission.id);
+    requireStill("assembling", submission.id);
     for (std::int64_t part = 1; part <= submission.partCount; ++part) {
         FileManager::standard().remove(partFile(submission.id, part));
     }
