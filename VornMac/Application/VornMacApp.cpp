@@ -4,6 +4,7 @@
 #include "VornMac/Application/ApplicationMenus.h"
 #include "VornMac/Model/Timing.h"
 #include "VornMac/System/Appearance.h"
+#include "VornMac/System/ThisApplication.h"
 #include "VornMacCore/Wire/Application.h"
 
 #include <chrono>
@@ -116,6 +117,7 @@ int VornMacApp::run()
     keepPresence();
     AppDelegate::didFinishLaunching();
     setMenuBar(applicationMenus(
+        ThisApplication::notices().toString().toStdString(),
         [](const std::string& address) { QDesktopServices::openUrl(QUrl(QString::fromStdString(address))); },
         [this] { quit(); }));
     mainWindow().show([] { AppDelegate::didShowWindow(); });

@@ -12,5 +12,7 @@ double systemTextScale();
 QString systemFontFamily();
 /// The path of what the desktop knows the running application by.
 QString applicationFile();
+/// The path of the text that names what the application is made of, and the licences of that.
+QString noticesFile();
 
 } // namespace vorn

@@ -14,4 +14,9 @@ QVariantMap ThisApplication::dragged()
     return {{QStringLiteral("text/uri-list"), file().toString(QUrl::FullyEncoded)}};
 }
 
+QUrl ThisApplication::notices()
+{
+    return QUrl::fromLocalFile(noticesFile());
+}
+
 } // namespace vorn

@@ -13,6 +13,7 @@ class ThisApplication : public QObject {
     QML_ELEMENT
     QML_SINGLETON
     Q_PROPERTY(QVariantMap dragged READ dragged CONSTANT)
+    Q_PROPERTY(QUrl notices READ notices CONSTANT)
 
 public:
     /// What the desktop knows it by: on a Mac its bundle; elsewhere its desktop file where one is installed, else the
@@ -20,6 +21,8 @@ public:
     static QUrl file();
     /// The same as the data of a drag, by MIME type.
     static QVariantMap dragged();
+    /// The text that names what it is made of, and the licences of that.
+    static QUrl notices();
 };
 
 } // namespace vorn

@@ -20,6 +20,7 @@ inline constexpr const char* closeEntry = "Close";
 inline constexpr const char* helpMenu = "Help";
 inline constexpr const char* vornHelp = "Vorn Help";
 inline constexpr const char* privacy = "Privacy";
+inline constexpr const char* notices = "Third-Party Notices";
 
 inline constexpr const char* helpAddress = "https://vorn.example/help";
 inline constexpr const char* privacyAddress = "https://vorn.example/privacy";

@@ -30,6 +30,7 @@ class Labels : public QObject {
     Q_PROPERTY(QString helpAddress READ helpAddress CONSTANT)
     Q_PROPERTY(QString privacy READ privacy CONSTANT)
     Q_PROPERTY(QString privacyAddress READ privacyAddress CONSTANT)
+    Q_PROPERTY(QString notices READ notices CONSTANT)
     Q_PROPERTY(QString account READ account CONSTANT)
     Q_PROPERTY(QString signOut READ signOut CONSTANT)
 
@@ -67,6 +68,7 @@ public:
     static QString helpAddress() { return vorn::helpAddress; }
     static QString privacy() { return vorn::privacy; }
     static QString privacyAddress() { return vorn::privacyAddress; }
+    static QString notices() { return vorn::notices; }
     static QString account() { return vorn::account; }
     static QString signOut() { return vorn::signOutOfThisMac; }
 

@@ -1,6 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 import Vorn.Components
+import Vorn.System
 import Vorn.View
 
 /// What this is, which version of it, and where to read more.
@@ -62,6 +63,11 @@ T.Popup {
             anchors.horizontalCenter: parent.horizontalCenter
             label: Labels.privacy
             onClicked: Qt.openUrlExternally(Labels.privacyAddress)
+        }
+        QuietLinkStyle {
+            anchors.horizontalCenter: parent.horizontalCenter
+            label: Labels.notices
+            onClicked: Qt.openUrlExternally(ThisApplication.notices)
         }
     }
 }

@@ -1,5 +1,6 @@
 #include "VornMac/System/SystemLook.h"
 
+#include <QDir>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QStandardPaths>
@@ -25,6 +26,13 @@ QString applicationFile()
     const QString entry = QStandardPaths::locate(QStandardPaths::ApplicationsLocation,
                                                  QGuiApplication::desktopFileName() + QStringLiteral(".desktop"));
     return entry.isEmpty() ? QCoreApplication::applicationFilePath() : entry;
+}
+
+// Packages may be installed without their folders of documentation, so it is not there.
+QString noticesFile()
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() +
+                           QStringLiteral("/../share/vorn/THIRD_PARTY_NOTICES.txt"));
 }
 
 } // namespace vorn

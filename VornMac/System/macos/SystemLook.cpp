@@ -5,6 +5,20 @@
 #include <QFontDatabase>
 
 namespace vorn {
+namespace {
+
+/// The path of what lies at `path` beside the executable's folder.
+QString beside(const QString& path)
+{
+    return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../") + path);
+}
+
+bool isBundle(const QString& folder)
+{
+    return folder.endsWith(QStringLiteral(".app"));
+}
+
+} // namespace
 
 // macOS has no system-wide text size.
 double systemTextScale()
@@ -20,8 +34,16 @@ QString systemFontFamily()
 // Vorn.app/Contents/MacOS/Vorn; without a bundle, the executable.
 QString applicationFile()
 {
-    const QString bundle = QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../.."));
-    return bundle.endsWith(QStringLiteral(".app")) ? bundle : QCoreApplication::applicationFilePath();
+    const QString bundle = beside(QStringLiteral(".."));
+    return isBundle(bundle) ? bundle : QCoreApplication::applicationFilePath();
+}
+
+// Without a bundle, where the build folder has it.
+QString noticesFile()
+{
+    const bool isInBundle = isBundle(beside(QStringLiteral("..")));
+    return beside(isInBundle ? QStringLiteral("Resources/THIRD_PARTY_NOTICES.txt")
+                             : QStringLiteral("share/vorn/THIRD_PARTY_NOTICES.txt"));
 }
 
 } // namespace vorn

@@ -16,7 +16,7 @@ std::vector<std::string> titlesOf(const Menu& menu)
 
 TEST(ApplicationMenus, AreThoseOfAMacsApplication)
 {
-    const auto menus = applicationMenus([](const std::string&) {}, [] {});
+    const auto menus = applicationMenus("", [](const std::string&) {}, [] {});
     ASSERT_EQ(menus.size(), 4U);
     EXPECT_EQ(menus[0].title, "Vorn");
     EXPECT_THAT(titlesOf(menus[0]),
@@ -26,17 +26,17 @@ TEST(ApplicationMenus, AreThoseOfAMacsApplication)
     EXPECT_EQ(menus[2].title, "Window");
     EXPECT_THAT(titlesOf(menus[2]), ElementsAre("Minimize", "Zoom", "", "Close"));
     EXPECT_EQ(menus[3].title, "Help");
-    EXPECT_THAT(titlesOf(menus[3]), ElementsAre("Vorn Help", "Privacy"));
+    EXPECT_THAT(titlesOf(menus[3]), ElementsAre("Vorn Help", "Privacy", "Third-Party Notices"));
 }
 
-TEST(ApplicationMenus, OpenHelpAndPrivacyAndQuit)
+TEST(ApplicationMenus, OpenHelpPrivacyAndNoticesAndQuit)
 {
     std::vector<std::string> opened;
     int quits = 0;
-    const auto menus =
-        applicationMenus([&](const std::string& address) { opened.push_back(address); }, [&] { ++quits; });
+    const auto menus = applicationMenus(
+        "file:///notices", [&](const std::string& address) { opened.push_back(address); }, [&] { ++quits; });
     for (const MenuItem& item : menus[3].items) item.action();
-    EXPECT_THAT(opened, ElementsAre("https://vorn.example/help", "https://vorn.example/privacy"));
+    EXPECT_THAT(opened, ElementsAre("https://vorn.example/help", "https://vorn.example/privacy", "file:///notices"));
     menus[0].items.back().action();
     EXPECT_EQ(quits, 1);
 }

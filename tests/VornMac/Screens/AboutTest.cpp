@@ -3,23 +3,32 @@
 #include <gmock/gmock.h>
 
 #include <QDesktopServices>
+#include <QFile>
 #include <QUrl>
 
 // What the application says of itself.
 namespace vorn::testing {
 namespace {
 
+using ::testing::_;
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::Not;
+using ::testing::StartsWith;
 
 /// Takes the addresses that would be opened.
 class Browser : public QObject {
     Q_OBJECT
 
 public:
-    Browser() { QDesktopServices::setUrlHandler("https", this, "open"); }
-    ~Browser() override { QDesktopServices::unsetUrlHandler("https"); }
+    Browser()
+    {
+        for (const char* scheme : {"https", "file"}) QDesktopServices::setUrlHandler(scheme, this, "open");
+    }
+    ~Browser() override
+    {
+        for (const char* scheme : {"https", "file"}) QDesktopServices::unsetUrlHandler(scheme);
+    }
     Browser(Browser&&) = delete;
 
     Q_INVOKABLE void open(const QUrl& address) { addresses.push_back(address.toString().toStdString()); }
@@ -34,14 +43,15 @@ TEST(About, NamesTheApplicationAndItsVersion)
     play(fix, "2-consent");
     EXPECT_THAT(fix.words(), Not(Contains("Version 1.2.3")));
     fix.press(Qt::Key_F1);
-    for (const char* text : {"Vorn", "Version 1.2.3", "Vorn Help", "Privacy"}) EXPECT_THAT(fix.words(), Contains(text));
+    for (const char* text : {"Vorn", "Version 1.2.3", "Vorn Help", "Privacy", "Third-Party Notices"})
+        EXPECT_THAT(fix.words(), Contains(text));
     EXPECT_THAT(fix.spoken(), Contains("Dialog: About Vorn"));
     fix.press(Qt::Key_Escape);
     EXPECT_THAT(fix.words(), Not(Contains("Version 1.2.3")));
     EXPECT_EQ(fix.model.model().step(), Step::consent);
 }
 
-TEST(About, LeadsToHelpAndPrivacyByKey)
+TEST(About, LeadsToHelpPrivacyAndNoticesByKey)
 {
     Browser browser;
     WindowFixture fix;
@@ -52,7 +62,13 @@ TEST(About, LeadsToHelpAndPrivacyByKey)
     fix.press(Qt::Key_Tab);
     EXPECT_EQ(fix.focused(), "Privacy");
     fix.press(Qt::Key_Space);
-    EXPECT_THAT(browser.addresses, ElementsAre("https://vorn.example/help", "https://vorn.example/privacy"));
+    fix.press(Qt::Key_Tab);
+    EXPECT_EQ(fix.focused(), "Third-Party Notices");
+    fix.press(Qt::Key_Return);
+    ASSERT_THAT(browser.addresses, ElementsAre("https://vorn.example/help", "https://vorn.example/privacy", _));
+    QFile notices(QUrl(QString::fromStdString(browser.addresses.back())).toLocalFile());
+    ASSERT_TRUE(notices.open(QFile::ReadOnly));
+    EXPECT_THAT(notices.readAll().toStdString(), StartsWith("Third-party notices\n==="));
 }
 
 } // namespace
