@@ -27,6 +27,9 @@ public:
     /// The current user's own.
     static std::shared_ptr<Keychain> system();
 
+    /// Whether it asks the user before a program reads what another one has added.
+    static bool keepsProgramsApart() noexcept;
+
     /// The secret of `item`; nothing when there is none. Throws `KeychainError` when it cannot be read.
     virtual std::optional<std::string> read(const KeychainItem& item) = 0;
 

@@ -1,6 +1,7 @@
 #include "VornMac/Composition/LiveServices.h"
 
 #include "NimbrelExportKit/Messages/UsersDatabase.h"
+#include "Platform/Base/BundleInfo.h"
 #include "VornMac/Composition/OverrideKeys.h"
 #include "VornMacCore/Client/APIConfiguration.h"
 #include "VornMacCore/Client/InMemoryTokenStore.h"
@@ -51,7 +52,13 @@ bool keepsSession(const UserDefaults& defaults)
 
 KeychainItem sessionItem()
 {
-    return {bundleIdentifier(), KeychainTokenStore::sessionAccount};
+    return sessionItem(Keychain::keepsProgramsApart(), mainBundleText("CFBundleIdentifier").has_value());
+}
+
+KeychainItem sessionItem(bool keepsProgramsApart, bool isInBundle)
+{
+    const bool isAlone = keepsProgramsApart && !isInBundle;
+    return {bundleIdentifier() + (isAlone ? ".terminal" : ""), KeychainTokenStore::sessionAccount};
 }
 
 LiveServices::LiveServices(UserDefaults& defaults, std::filesystem::path messagesDatabase, Options options)

@@ -38,8 +38,11 @@ std::filesystem::path messagesDatabase(const UserDefaults& defaults);
 /// Whether the window's session outlives the run; a run beside the user's own leaves the keychain alone.
 bool keepsSession(const UserDefaults& defaults);
 
-/// Where the keychain keeps the session of this application.
+/// Where the keychain keeps the session of this program: in one place for all of them, but for itself where the
+/// keychain keeps programs apart and this one is no application in a bundle. Otherwise each would make the other ask
+/// the user.
 KeychainItem sessionItem();
+KeychainItem sessionItem(bool keepsProgramsApart, bool isInBundle);
 
 /// Everything the model works with, on this very machine: the one place where the real services are put together, for
 /// the window and for the terminal. Shut down the context whose jobs use them before they go. Threads: the main one.

@@ -51,6 +51,7 @@ nlohmann::ordered_json times()
 int main()
 try {
     const vorn::KeychainItem item = vorn::sessionItem();
+    const vorn::KeychainItem itemOfTerminal = vorn::sessionItem(true, false);
     const nlohmann::ordered_json facts{
         {"texts", vorn::testing::problemTexts()},
         {"records", vorn::testing::wireRecords()},
@@ -58,6 +59,7 @@ try {
         {"places",
          {{"identifier", vorn::bundleIdentifier()},
           {"keychain account", item.account},
+          {"item of the terminal", itemOfTerminal.service},
           {"snapshot", vorn::temporarynames::snapshot.prefix},
           {"archive", vorn::temporarynames::archive.prefix},
           {"consent", vorn::consentKey("")}}},

@@ -110,16 +110,19 @@ class Places(unittest.TestCase):
         places = facts()["places"]
         table = section(USING, "Where things are")
         for name, value in places.items():
-            self.assertIn(f"`{value}" if name in ("identifier", "consent", "keychain account") else value, table, name)
+            self.assertIn(f"`{value}" if name in ("identifier", "consent", "keychain account", "item of the terminal") else value, table, name)
 
     def test_commands_name_the_application(self):
-        identifier = facts()["places"]["identifier"]
-        account = facts()["places"]["keychain account"]
+        places = facts()["places"]
+        identifier, account = places["identifier"], places["keychain account"]
+        items = [f"-s {service} -a {account}" for service in (identifier, places["item of the terminal"])]
+        removed = []
         for line in "".join(code_blocks(USING)).splitlines():
             if line.split()[0] in ("log", "journalctl", "defaults", "tccutil", "security"):
                 self.assertIn(identifier, line)
             if line.startswith("security"):
-                self.assertIn(f"-s {identifier} -a {account}", line)
+                removed.append(line.removeprefix("security delete-generic-password "))
+        self.assertEqual(removed, items)
 
 
 class Files(unittest.TestCase):

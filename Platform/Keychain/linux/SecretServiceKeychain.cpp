@@ -297,6 +297,11 @@ std::shared_ptr<Keychain> Keychain::system()
     return std::make_shared<SecretServiceKeychain>();
 }
 
+bool Keychain::keepsProgramsApart() noexcept
+{
+    return false;
+}
+
 std::optional<std::string> SecretServiceKeychain::read(const KeychainItem& item)
 {
     requireText(item);

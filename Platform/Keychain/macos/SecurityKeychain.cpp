@@ -52,6 +52,11 @@ std::shared_ptr<Keychain> Keychain::system()
     return std::make_shared<SecurityKeychain>();
 }
 
+bool Keychain::keepsProgramsApart() noexcept
+{
+    return true;
+}
+
 std::optional<std::string> SecurityKeychain::read(const KeychainItem& item)
 {
     Query query(item);

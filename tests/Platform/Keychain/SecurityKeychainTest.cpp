@@ -147,6 +147,7 @@ TEST(MacDoubles, FailATestThatReleasesTooOften)
 TEST(SystemKeychain, OfAMacIsSecuritys)
 {
     EXPECT_TRUE(std::dynamic_pointer_cast<SecurityKeychain>(Keychain::system()));
+    EXPECT_TRUE(Keychain::keepsProgramsApart());
 }
 
 } // namespace

@@ -44,6 +44,14 @@ TEST_F(LiveServicesTest, KeepTheSessionForTheRunAloneWhenToldSo)
     EXPECT_NE(dynamic_cast<InMemoryTokenStore*>(services({}, false).tokens.get()), nullptr);
 }
 
+TEST_F(LiveServicesTest, KeepTheTerminalsSessionApartWhereTheKeychainAsksBetweenPrograms)
+{
+    for (const bool keepsProgramsApart : {false, true})
+        EXPECT_EQ(sessionItem(keepsProgramsApart, true), (KeychainItem{"app.vorn.mac", "desktop-session"}));
+    EXPECT_EQ(sessionItem(false, false), (KeychainItem{"app.vorn.mac", "desktop-session"}));
+    EXPECT_EQ(sessionItem(true, false), (KeychainItem{"app.vorn.mac.terminal", "desktop-session"}));
+}
+
 TEST_F(LiveServicesTest, KeepSettingsWhereTheCommandLineSays)
 {
     services({}).defaults->setBoolean("key", true);
