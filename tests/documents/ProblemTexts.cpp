@@ -9,6 +9,7 @@
 #include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/DoneText.h"
 #include "VornMac/Text/ErrorText.h"
+#include "VornMac/Text/EverythingText.h"
 #include "VornMac/Text/FindText.h"
 #include "VornMac/Text/KeychainText.h"
 #include "VornMac/Text/LinkText.h"
@@ -92,6 +93,21 @@ void addScreens(Texts& texts)
         add(texts, keychainText(phase::Refused{}, KeychainError(status)));
 }
 
+/// The page with everything, and the same in a terminal.
+void addEverything(Texts& texts)
+{
+    NimbrelExportResult result;
+    result.chats.push_back({.rowID = 1, .guid = "chat", .handle = "nimbrel@example.com", .service = {}});
+    add(texts, leftOutNote(result.skipped));
+    for (const char* reason : {"reaction", "unsent", "system", "empty", "undated"}) result.skipped.counts[reason] = 2;
+    add(texts, leftOutNote(result.skipped));
+    for (const LeftOutRow& row : leftOutRows(result.skipped)) add(texts, row.reason);
+    for (const std::string& text : besideTexts(result)) add(texts, text);
+    add(texts, listedText(2, 3, true));
+    add(texts, nothingFoundText("words"));
+    add(texts, copyText(phase::Saved{"chat.zip"}).text);
+}
+
 void addReviews(Texts& texts)
 {
     for (const char* key : {"", "media_unreadable", "wrong_provider", "duplicate_media", "export_too_small",
@@ -134,6 +150,7 @@ std::vector<std::string> problemTexts()
     Texts texts;
     addErrors(texts);
     addScreens(texts);
+    addEverything(texts);
     addReviews(texts);
     addCommands(texts);
     return texts;
