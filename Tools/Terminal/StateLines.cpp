@@ -16,19 +16,6 @@ JSON jsonOf(const std::optional<Instant>& instant)
     return instant ? JSON(internetDateTime(*instant)) : JSON(nullptr);
 }
 
-const char* nameOf(Step step)
-{
-    switch (step) {
-    case Step::link: return "link";
-    case Step::consent: return "consent";
-    case Step::access: return "access";
-    case Step::find: return "find";
-    case Step::upload: return "upload";
-    case Step::done: return "done";
-    }
-    return "";
-}
-
 const char* nameOf(FullDiskAccessStatus status)
 {
     switch (status) {

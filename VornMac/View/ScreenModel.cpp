@@ -154,7 +154,7 @@ QString ScreenModel::countedReward(double part) const
 
 bool ScreenModel::takeMoment()
 {
-    if (model_ == nullptr || model_->step() != vorn::Step::done) return false;
+    if (model_ == nullptr || model_->step() != Step::done) return false;
     const SubmissionStatus latest = submission();
     if (!latest.status.is(ReviewStatus::Kind::approved)) return false;
     return std::exchange(celebrated_, latest.id) != latest.id;
@@ -176,9 +176,14 @@ void ScreenModel::startSignedOut()
     start();
 }
 
-void ScreenModel::go(Step step)
+void ScreenModel::backToConsent()
 {
-    if (model_ != nullptr) model_->go(allSteps.at(static_cast<std::size_t>(step)));
+    if (model_ != nullptr) model_->go(Step::consent);
+}
+
+void ScreenModel::lookForChat()
+{
+    if (model_ != nullptr) model_->go(Step::find);
 }
 
 void ScreenModel::startLinking()

@@ -3,6 +3,7 @@
 #include "Platform/Async/Clock.h"
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Model/Step.h"
 #include "VornMac/Text/TimeLeft.h"
 #include "VornMac/View/Everything.h"
 #include "VornMac/View/PreviewList.h"
@@ -31,7 +32,9 @@ class ScreenModel : public QObject {
 
     Q_PROPERTY(bool isRestored READ isRestored NOTIFY restorePhaseChanged)
     Q_PROPERTY(vorn::ShownText keychain READ keychain NOTIFY restorePhaseChanged)
-    Q_PROPERTY(Step step READ step NOTIFY stepChanged)
+    Q_PROPERTY(int step READ step NOTIFY stepChanged)
+    Q_PROPERTY(QString stepName READ stepName NOTIFY stepChanged)
+    Q_PROPERTY(int stepCount READ stepCount CONSTANT)
     Q_PROPERTY(vorn::ShownText text READ text NOTIFY textChanged)
     Q_PROPERTY(QString position READ position NOTIFY stepChanged)
     Q_PROPERTY(bool isSignedIn READ isSignedIn NOTIFY sessionChanged)
@@ -64,8 +67,6 @@ class ScreenModel : public QObject {
     Q_PROPERTY(bool isOutcomeFinal READ isOutcomeFinal NOTIFY outcomeChanged)
 
 public:
-    enum class Step { Link, Consent, Access, Find, Upload, Done };
-    Q_ENUM(Step)
     enum class Access { Granted, Denied, NoDatabase };
     Q_ENUM(Access)
 
@@ -78,7 +79,9 @@ public:
     /// No step is shown before: it is not known yet who is signed in.
     bool isRestored() const { return shown_.restore.isOver; }
     const ShownText& keychain() const { return shown_.restore.text; } ///< what is shown instead
-    Step step() const { return shown_.step; }
+    int step() const { return static_cast<int>(shown_.step); }        ///< from 0
+    QString stepName() const { return QString::fromUtf8(nameOf(shown_.step)); }
+    int stepCount() const { return static_cast<int>(stepNames.size()); }
     const ShownText& text() const { return shown_.text; } ///< of the step's screen
     QString position() const;                             ///< of the step among all, for a screen reader
     bool isSignedIn() const { return shown_.user.isSignedIn; }
@@ -124,7 +127,9 @@ public:
     Q_INVOKABLE void start();
     /// After a refusal: links this Mac, whatever is stored.
     Q_INVOKABLE void startSignedOut();
-    Q_INVOKABLE void go(Step step);
+    Q_INVOKABLE void backToConsent();
+    /// Looks for the chat, on the find screen; there, looks again.
+    Q_INVOKABLE void lookForChat();
     Q_INVOKABLE void startLinking();
     Q_INVOKABLE void acceptConsent();
     /// Looks at once whether the Messages database can be read, and goes on looking.
@@ -182,7 +187,7 @@ private:
     /// What one signal tells of stands in one member.
     struct Shown {
         Restore restore;
-        Step step = Step::Link;
+        Step step = Step::link;
         ShownText text;
         User user;
         Link link;
@@ -210,7 +215,6 @@ private:
     void follow();
     Shown derived() const;
     Restore restore() const;
-    Step currentStep() const;
     ScreenText currentText() const;
     User user() const;
     Access currentAccess() const;

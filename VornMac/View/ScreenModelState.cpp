@@ -30,35 +30,22 @@ ScreenModel::Restore ScreenModel::restore() const
     return {std::holds_alternative<phase::Idle>(phase), ShownText(keychainText(phase, model_->keychainRefusal()))};
 }
 
-ScreenModel::Step ScreenModel::currentStep() const
-{
-    switch (model_->step()) {
-    case vorn::Step::link: return Step::Link;
-    case vorn::Step::consent: return Step::Consent;
-    case vorn::Step::access: return Step::Access;
-    case vorn::Step::find: return Step::Find;
-    case vorn::Step::upload: return Step::Upload;
-    case vorn::Step::done: break;
-    }
-    return Step::Done;
-}
-
 ScreenText ScreenModel::currentText() const
 {
     switch (model_->step()) {
-    case vorn::Step::link: return linkText(model_->linkPhase());
-    case vorn::Step::consent: return consentText(consentFor(model_->reward()));
-    case vorn::Step::access: return accessText(model_->access());
-    case vorn::Step::find: return findText(model_->scanPhase(), model_->availability());
-    case vorn::Step::upload: return uploadText(model_->uploadPhase());
-    case vorn::Step::done: break;
+    case Step::link: return linkText(model_->linkPhase());
+    case Step::consent: return consentText(consentFor(model_->reward()));
+    case Step::access: return accessText(model_->access());
+    case Step::find: return findText(model_->scanPhase(), model_->availability());
+    case Step::upload: return uploadText(model_->uploadPhase());
+    case Step::done: break;
     }
     return doneText({submission(), model_->nimbrel(), model_->availability()});
 }
 
 QString ScreenModel::position() const
 {
-    return shown(stepText(static_cast<int>(shown_.step) + 1, static_cast<int>(allSteps.size())));
+    return shown(stepText(step() + 1, stepCount()));
 }
 
 ScreenModel::User ScreenModel::user() const
@@ -87,7 +74,7 @@ SubmissionStatus ScreenModel::submission() const
 // An earlier upload's submission is known until the next has one: before the last step it says nothing.
 ShownReward ScreenModel::currentReward() const
 {
-    if (model_->step() != vorn::Step::done) return {model_->reward(), rewardStatus(model_->uploadPhase())};
+    if (model_->step() != Step::done) return {model_->reward(), rewardStatus(model_->uploadPhase())};
     const SubmissionStatus latest = submission();
     return {earnedText(latest, model_->reward()), rewardStatus(latest.status)};
 }
@@ -115,7 +102,7 @@ ScreenModel::Shown ScreenModel::derived() const
     const LinkPhase& link = model_->linkPhase();
     Shown shown;
     shown.restore = restore();
-    shown.step = currentStep();
+    shown.step = model_->step();
     shown.text = ShownText(currentText());
     shown.user = user();
     shown.link = {std::holds_alternative<phase::Scanned>(link), std::holds_alternative<phase::Failed>(link)};
@@ -131,7 +118,7 @@ ScreenModel::Shown ScreenModel::derived() const
     shown.canUpload = model_->canUpload();
     shown.uploadBar = currentUploadBar();
     shown.reward = currentReward();
-    shown.isOutcomeFinal = model_->step() == vorn::Step::done && submission().status.isFinal();
+    shown.isOutcomeFinal = model_->step() == Step::done && submission().status.isFinal();
     return shown;
 }
 

@@ -10,11 +10,10 @@ StepScreen {
     /// Without Messages there is nothing to give access to yet.
     readonly property bool isMuted: model.access === ScreenModel.Access.NoDatabase
 
-    step: 2
-    onBack: model.go(ScreenModel.Step.Consent)
+    onBack: model.backToConsent()
     onPrimary: {
         if (isGranted)
-            model.go(ScreenModel.Step.Find);
+            model.lookForChat();
         else
             model.openFullDiskAccessSettings();
     }
@@ -24,7 +23,7 @@ StepScreen {
     Connections {
         target: root.model
         function onAccessChanged() {
-            if (root.model.step === ScreenModel.Step.Access && root.isGranted)
+            if (root.isGranted)
                 root.model.goOnOnceAccessIsSeen();
         }
     }
@@ -32,7 +31,7 @@ StepScreen {
     Connections {
         target: Application
         function onStateChanged() {
-            if (root.model.step === ScreenModel.Step.Access && Application.state === Qt.ApplicationActive)
+            if (Application.state === Qt.ApplicationActive)
                 root.model.startAccessProbe();
         }
     }

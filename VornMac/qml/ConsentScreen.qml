@@ -6,7 +6,6 @@ StepScreen {
     id: root
 
     formGap: Theme.section
-    step: 1
     primaryEnabled: model.understandsUpload && model.agreesToShare
     onPrimary: model.acceptConsent()
 

@@ -6,9 +6,8 @@ import Vorn.View
 StepScreen {
     id: root
 
-    step: 5
     primaryIsQuiet: !model.isOutcomeFinal // stay and see
-    onPrimary: model.go(ScreenModel.Step.Find)
+    onPrimary: model.lookForChat()
 
     Repeater {
         model: root.model.text.lead

@@ -9,16 +9,15 @@ StepScreen {
     /// Whether what leads on is to look again, because there is nothing to upload.
     readonly property bool isDeadEnd: model.text.primary.length === 0
 
-    step: 3
     otherTitle: isDeadEnd ? "" : model.text.retry
     primaryNeedsPurpose: !isDeadEnd // what leaves this Mac is pressed itself
     primaryEnabled: isDeadEnd || model.canUpload
     primaryTitle: isDeadEnd ? model.text.retry : model.text.primary
-    onBack: model.go(ScreenModel.Step.Consent)
-    onOther: model.go(ScreenModel.Step.Find)
+    onBack: model.backToConsent()
+    onOther: model.lookForChat()
     onPrimary: {
         if (isDeadEnd)
-            model.go(ScreenModel.Step.Find);
+            model.lookForChat();
         else
             model.upload();
     }

@@ -8,7 +8,6 @@ StepScreen {
 
     readonly property string standing: model.isCodeRead ? Labels.stepIsDone : ""
 
-    step: 0
     primaryTitle: model.text.retry
     onPrimary: model.startLinking()
 

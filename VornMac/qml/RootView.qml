@@ -42,7 +42,7 @@ Rectangle {
         properties: ({
                 model: root.model
             })
-        screen: root.model.isRestored ? root.screenOf(root.model.step) : ""
+        screen: root.model.isRestored ? root.screenOf(root.model.stepName) : ""
         visible: everything.status === Loader.Null
     }
     // Over the find screen, which keeps its focus for the way back.
@@ -154,7 +154,7 @@ Rectangle {
             model.start();
     }
 
-    function screenOf(step: int): url {
-        return Qt.resolvedUrl(["LinkScreen.qml", "ConsentScreen.qml", "AccessScreen.qml", "FindScreen.qml", "UploadScreen.qml", "DoneScreen.qml"][step]);
+    function screenOf(step: string): url {
+        return Qt.resolvedUrl(step.charAt(0).toUpperCase() + step.slice(1) + "Screen.qml");
     }
 }

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// What the six screens have in common: the model that they show, and where in the order of steps they stand.
+/// What all screens have in common: the model that they show, and where in the order of steps they stand.
 OnboardingLayout {
     id: root
 
@@ -11,9 +11,10 @@ OnboardingLayout {
     backTitle: model.text.back
     position: model.position
     primaryTitle: model.text.primary
+    step: model.step
     subtitle: model.text.subtitle
     title: model.text.title
-    totalSteps: 6
+    totalSteps: model.stepCount
 
     /// Does what leads on, as Return does from anywhere.
     function goOn() {

@@ -6,9 +6,8 @@ import Vorn.View
 StepScreen {
     id: root
 
-    step: 4
     primaryTitle: model.text.retry
-    onPrimary: model.go(ScreenModel.Step.Find)
+    onPrimary: model.lookForChat()
 
     GradientProgressBar {
         amounts: root.model.uploadBar.amounts

@@ -114,7 +114,7 @@ Texts textsNow(const AppModel& model, Instant date)
     Texts texts;
     addStep(texts, model, date);
     if (model.session()) add(texts, {account, signedInText(model.session()->displayName)});
-    texts.insert(stepText(static_cast<int>(model.step()) + 1, static_cast<int>(allSteps.size())));
+    texts.insert(stepText(static_cast<int>(model.step()) + 1, static_cast<int>(stepNames.size())));
     texts.erase("");
     return texts;
 }

@@ -22,7 +22,7 @@ constexpr const char* reader = R"(
 
     QtObject {
         required property ScreenModel model
-        readonly property bool isFind: model.step === ScreenModel.Step.Find
+        readonly property bool isFind: model.stepName === "find"
         readonly property bool isFound: model.isFound
         readonly property bool mayUpload: model.canUpload
         readonly property string title: model.text.title
@@ -32,7 +32,7 @@ constexpr const char* reader = R"(
         readonly property string label: Labels.account
         readonly property int bubbles: model.preview.rowCount()
         readonly property int last: ScreenModel.Access.NoDatabase
-        function leave() { model.go(ScreenModel.Step.Upload) }
+        function leave() { model.backToConsent() }
     }
 )";
 
@@ -76,7 +76,7 @@ TEST_F(QMLNames, AreReadFollowedAndCalled)
     EXPECT_EQ(object->property("title").toString(), "Found on this Mac");
 
     ASSERT_TRUE(QMetaObject::invokeMethod(object.get(), "leave"));
-    EXPECT_EQ(fix_.fix.model().step(), Step::upload);
+    EXPECT_EQ(fix_.fix.model().step(), Step::consent);
     EXPECT_FALSE(object->property("isFind").toBool());
 
     EXPECT_EQ(object->property("last").toInt(), 2);

@@ -159,7 +159,7 @@ TEST_F(CodeCountdown, EndsWithTheLinkScreen)
 {
     showCode();
     advance(10s);
-    fix_.screen().go(ScreenModel::Step::Upload); // which has no work of its own
+    fix_.fix.model().go(Step::upload); // which has no work of its own
     fix_.told();
     fix_.fix.run();
     EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U);

@@ -46,7 +46,7 @@ TEST_F(FindScreen, FollowsTheScan)
     EXPECT_EQ(fix_.value("isFound"), "false");
     EXPECT_EQ(fix_.value("isLooking"), "true");
     fix_.fix.linkAs(testing::adasSession());
-    fix_.screen().go(ScreenModel::Step::Find);
+    fix_.screen().lookForChat();
     EXPECT_EQ(text().title, "Looking in Messages…");
     EXPECT_EQ(fix_.value("statisticsLabels"), "");
     EXPECT_EQ(fix_.value("statisticsValues"), "");
@@ -142,7 +142,7 @@ TEST_F(FindScreen, OffersAnUploadOnceTheCooldownIsOverAndTheScreenIsEnteredAgain
     EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U); // a screen on which nothing happens wakes nobody
     fix_.fix.advance(10min);
     fix_.told();
-    fix_.screen().go(ScreenModel::Step::Upload);
+    fix_.fix.model().go(Step::upload);
     EXPECT_EQ(fix_.value("canUpload"), "true");
     EXPECT_EQ(fix_.told().at("canUploadChanged"), 1);
 }

@@ -26,7 +26,7 @@ TEST_F(Screen, FollowsEveryPhaseOfLinking)
 {
     fix_.fix.launch();
     fix_.show();
-    EXPECT_EQ(fix_.value("step"), "Link");
+    EXPECT_EQ(fix_.value("stepName"), "link");
     EXPECT_EQ(status(), "Getting a code…");
     EXPECT_EQ(fix_.value("qrPayload"), "");
     EXPECT_EQ(fix_.value("isSignedIn"), "false");
@@ -78,19 +78,19 @@ TEST_F(Screen, NamesWhoIsSignedIn)
     EXPECT_EQ(fix_.value("isSignedIn"), "true");
     EXPECT_EQ(fix_.value("identity"), "Signed in as ådá 🦊");
     EXPECT_EQ(fix_.value("initial"), "Å");
-    EXPECT_EQ(fix_.value("step"), "Consent");
+    EXPECT_EQ(fix_.value("stepName"), "consent");
 
     fix_.screen().signOut();
     EXPECT_EQ(fix_.value("isSignedIn"), "false");
     EXPECT_EQ(fix_.value("identity"), "");
-    EXPECT_EQ(fix_.value("step"), "Link");
+    EXPECT_EQ(fix_.value("stepName"), "link");
 }
 
 TEST_F(Screen, PassesTheTicksOnAndTheConsent)
 {
     fix_.fix.launchSignedIn(false);
     ScreenModel& screen = fix_.show();
-    EXPECT_EQ(fix_.value("step"), "Consent");
+    EXPECT_EQ(fix_.value("stepName"), "consent");
     EXPECT_EQ(screen.reward().amount, "the quest reward");
     fix_.fix.answer(ModelFixture::quest, questJSON());
     EXPECT_EQ(screen.reward().amount, "$12.50");
@@ -102,12 +102,12 @@ TEST_F(Screen, PassesTheTicksOnAndTheConsent)
     screen.acceptConsent();
     EXPECT_TRUE(screen.understandsUpload());
     EXPECT_FALSE(screen.agreesToShare());
-    EXPECT_EQ(fix_.value("step"), "Consent");
+    EXPECT_EQ(fix_.value("stepName"), "consent");
 
     screen.setProperty("agreesToShare", true);
     EXPECT_TRUE(fix_.fix.model().agreesToShare());
     screen.acceptConsent();
-    EXPECT_EQ(fix_.value("step"), "Find");
+    EXPECT_EQ(fix_.value("stepName"), "find");
 }
 
 TEST_F(Screen, ShowsWhetherMessagesCanBeRead)
@@ -115,7 +115,7 @@ TEST_F(Screen, ShowsWhetherMessagesCanBeRead)
     fix_.fix.setAccess(FullDiskAccessStatus::denied);
     fix_.fix.launchSignedIn();
     ScreenModel& screen = fix_.show();
-    EXPECT_EQ(fix_.value("step"), "Access");
+    EXPECT_EQ(fix_.value("stepName"), "access");
     EXPECT_EQ(fix_.value("access"), "Denied");
 
     fix_.fix.setAccess(FullDiskAccessStatus::noDatabase);
@@ -144,16 +144,25 @@ TEST_F(Screen, HasEveryStepOfTheModel)
 {
     fix_.fix.launchSignedIn();
     ScreenModel& screen = fix_.show();
-    const std::vector<const char*> names = {"Link", "Consent", "Access", "Find", "Upload", "Done"};
-    ASSERT_EQ(names.size(), allSteps.size());
-    for (std::size_t index = 0; index < allSteps.size(); ++index) {
-        fix_.fix.model().go(allSteps.at(index));
-        EXPECT_EQ(fix_.value("step"), names.at(index));
+    const std::vector<const char*> names = {"link", "consent", "access", "find", "upload", "done"};
+    EXPECT_EQ(fix_.value("stepCount"), "6");
+    for (std::size_t index = 0; index < names.size(); ++index) {
+        fix_.fix.model().go(static_cast<Step>(index));
+        EXPECT_EQ(fix_.value("step"), std::to_string(index));
+        EXPECT_EQ(fix_.value("stepName"), names.at(index));
         EXPECT_EQ(fix_.value("position"), fmt::format("Step {} of 6", index + 1));
         EXPECT_NE(screen.text().title, "");
-        screen.go(screen.step());
-        EXPECT_EQ(fix_.fix.model().step(), allSteps.at(index));
     }
+}
+
+TEST_F(Screen, LeadsBackToConsentAndToTheChat)
+{
+    fix_.fix.launchSignedIn();
+    ScreenModel& screen = fix_.show();
+    screen.backToConsent();
+    EXPECT_EQ(fix_.fix.model().step(), Step::consent);
+    screen.lookForChat();
+    EXPECT_EQ(fix_.fix.model().step(), Step::find);
 }
 
 } // namespace

@@ -131,9 +131,9 @@ TEST_F(Signals, ComeOnceForOneChange)
     watch("found", [&] { fix.runAll(); });
     EXPECT_THAT(last_, ElementsAre(Pair("canUploadChanged", 1), Pair("exportResultChanged", 1),
                                    Pair("scanPhaseChanged", 1), Pair("textChanged", 1)));
-    watch("another step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
+    watch("another step", [&] { fix_.fix.model().go(Step::upload); });
     EXPECT_THAT(last_, ElementsAre(Pair("stepChanged", 1), Pair("textChanged", 1)));
-    watch("the same step", [&] { fix_.screen().go(ScreenModel::Step::Upload); });
+    watch("the same step", [&] { fix_.fix.model().go(Step::upload); });
     EXPECT_THAT(last_, IsEmpty());
 }
 
@@ -185,7 +185,8 @@ TEST_F(Signals, BeginNothingByWhatIsKeptAsItWas)
     kept.openFullDiskAccessSettings();
     kept.revealAppInFinder();
     kept.relaunch();
-    kept.go(ScreenModel::Step::Find);
+    kept.backToConsent();
+    kept.lookForChat();
     kept.signOut();
     fix.runAll();
     EXPECT_THAT(fix.changes().counts(), IsEmpty());
@@ -204,7 +205,7 @@ TEST_F(Signals, TellOfTheStepWhenTheRestIsUpToDate)
     fix.advance(10min);
     std::vector<bool> seen;
     QObject::connect(&screen, &ScreenModel::stepChanged, &screen, [&] { seen.push_back(screen.canUpload()); });
-    screen.go(ScreenModel::Step::Upload);
+    fix.model().go(Step::upload);
     EXPECT_THAT(seen, ElementsAre(true));
 }
 

@@ -39,7 +39,7 @@ TEST_F(UploadScreen, FollowsTheUpload)
     ScreenModel& screen = fix_.show();
     EXPECT_EQ(screen.uploadBar().value, 0);
     screen.upload();
-    EXPECT_EQ(fix_.value("step"), "Upload");
+    EXPECT_EQ(fix_.value("stepName"), "upload");
     EXPECT_EQ(screen.text().status.text, "Packing your chat…");
     EXPECT_EQ(screen.uploadBar().value, 0);
     EXPECT_TRUE(screen.uploadBar().isBusy);
@@ -96,7 +96,7 @@ TEST_F(UploadScreen, ForgetsTheTimeOfAnEarlierUpload)
         report(size() * second / 100);
     }
     EXPECT_TRUE(screen.uploadBar().amounts.endsWith(" left"));
-    screen.go(ScreenModel::Step::Find);
+    screen.lookForChat();
     fix_.fix.answer(ModelFixture::quest, questJSON());
     fix_.fix.runAll();
     screen.upload();
@@ -111,7 +111,7 @@ TEST_F(UploadScreen, ShowsAFailureAndAnEmptyBar)
     fix_.fix.launchUploading();
     ScreenModel& screen = fix_.show();
     report(size() / 2);
-    fix_.screen().go(ScreenModel::Step::Upload);
+    fix_.fix.model().go(Step::upload);
     fix_.fix.http->answer(fix_.fix.http->waiting(ModelFixture::puts).value(), 400);
     fix_.fix.run();
     fix_.fix.answer(ModelFixture::aborts);
@@ -161,7 +161,7 @@ TEST(DoneScreen, ShowsHowTheSubmissionStands)
             fmt::format(
                 R"({{"id":"sub-1","questId":"quest-1","status":"{}","rejectionReasonKey":{},"rewardUsd":{},"assetsRemaining":0}})",
                 each.status, each.reason, each.reward));
-        EXPECT_EQ(fix.value("step"), "Done");
+        EXPECT_EQ(fix.value("stepName"), "done");
         EXPECT_EQ(screen.text().title, each.title);
         EXPECT_EQ(screen.text().status.text, each.line);
         EXPECT_EQ(screen.reward().amount, each.earned);
@@ -184,8 +184,8 @@ TEST(DoneScreen, HasItsMomentOnceForEachRewardThatIsPaid)
     EXPECT_TRUE(screen.takeMoment());
     EXPECT_FALSE(screen.takeMoment());
     EXPECT_EQ(screen.countedReward(0.5), "$6.25");
-    screen.go(ScreenModel::Step::Find);
-    screen.go(ScreenModel::Step::Done);
+    screen.lookForChat();
+    fix.fix.model().go(Step::done);
     EXPECT_FALSE(screen.takeMoment()) << "it is known already";
 }
 
@@ -197,7 +197,7 @@ TEST(DoneScreen, HasNoMomentForAnEarlierRewardWhileTheNextIsUploaded)
     fix.fix.answer(ModelFixture::review, submissionJSON("approved"));
     fix.fix.answer(ModelFixture::quest, questJSON());
     ScreenModel& screen = fix.show();
-    screen.go(ScreenModel::Step::Upload);
+    fix.fix.model().go(Step::upload);
     EXPECT_EQ(screen.reward().status, "Packing");
     EXPECT_FALSE(screen.isOutcomeFinal());
     EXPECT_FALSE(screen.takeMoment());
@@ -207,7 +207,8 @@ TEST(DoneScreen, IsAnalyzingBeforeAnythingIsKnown)
 {
     ScreenFixture fix;
     fix.fix.launchFound();
-    fix.show().go(ScreenModel::Step::Done);
+    fix.show();
+    fix.fix.model().go(Step::done);
     EXPECT_EQ(fix.screen().text().subtitle, "Checking your chat");
 }
 
