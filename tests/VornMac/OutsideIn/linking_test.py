@@ -28,7 +28,7 @@ class Linking(Scenario):
         window.press("Try again")
         window.wait_for("Waiting for your phone")
         self.assertFalse(window.shows("Try again"))
-        self.phone.confirm(self.phone.scan(self.phone.read_code(window)))
+        self.link_by_phone(window)
         window.wait_for_screen(CONSENT)
 
     def confirm_another_than(self, old, window):

@@ -143,6 +143,12 @@ class Scenario(unittest.TestCase):
         self.assertEqual(len(archives), 1, os.listdir(uploads))
         return messages_in(archives[0])
 
+    def link_by_phone(self, window):
+        """Plays the user with the phone, who scans the code and confirms."""
+        window.wait_for_screen(LINK)
+        window.wait_for("Waiting for your phone")
+        self.phone.confirm(self.phone.scan(self.phone.read_code(window)))
+
     def give_consent(self, window):
         window.wait_for_screen(CONSENT)
         window.toggle("I understand what's uploaded")

@@ -42,11 +42,14 @@ class Sharing(Scenario):
 
     def test_links_again_when_the_session_ends_in_the_middle(self):
         self.make_history()
-        window = self.start_linked("--fault", "create-submission=401", "--fault", "refresh=401")
+        window = self.start_vorn(self.start_service("--fault", "create-submission=401", "--fault", "refresh=401"))
+        self.link_by_phone(window)
+        self.give_consent(window)
         window.wait_for_screen(FOUND)
         window.press("Upload chat")
         window.wait_for_screen(LINK)
         self.assertFalse(window.shows("Account"))
+        self.link_by_phone(window)
         window.wait_for_screen(FOUND)  # linked anew: the consent stands
         self.assertEqual(window.wait_for("Account").description, "Signed in as Sam Rivera")
 

@@ -15,8 +15,7 @@ class SignedOut(Scenario):
     def test_leaves_no_token_in_the_memory(self):
         recorder = self.enterContext(Recorder(self.start_service().url))
         window = self.start_vorn(recorder)
-        window.wait_for_screen(LINK)
-        self.phone.confirm(self.phone.scan(self.phone.read_code(window)))
+        self.link_by_phone(window)
         window.wait_for_screen(CONSENT)
         answers = [each.answer() for each in recorder.exchanges if each.path.endswith("/poll")]
         session = [answer["session"] for answer in answers if "session" in answer][0]
