@@ -3,9 +3,9 @@
 /// The files of the folder "data", as they lie there.
 namespace vorn::sampleData {
 
-// The SQL that makes an empty Messages database of a current macOS. Run it in this order: tables, rows, indexes,
-// triggers. Some triggers call functions that only Messages registers with its connection, so rows go in before them
-// or through a connection that has functions of those names.
+// The SQL that makes an empty Messages database of a current macOS. Run it in this order: tables, handles and chats,
+// indexes, triggers. Some triggers call functions that only Messages registers with its connection: whoever adds a chat
+// after them, or removes anything, fails.
 extern const char* const tables;
 extern const char* const indexes;
 extern const char* const triggers;

@@ -30,14 +30,6 @@ void SampleDatabase::execute(const char* sql)
     check(sqlite3_exec(handle(), sql, nullptr, nullptr, nullptr));
 }
 
-void SampleDatabase::defineFunctions(std::initializer_list<const char*> names)
-{
-    const auto nothing = [](sqlite3_context* context, int, sqlite3_value**) { sqlite3_result_null(context); };
-    for (const char* name : names) {
-        check(sqlite3_create_function(handle(), name, -1, SQLITE_UTF8, nullptr, nothing, nullptr, nullptr));
-    }
-}
-
 void SampleDatabase::beginLog()
 {
     execute("PRAGMA journal_mode = WAL; PRAGMA wal_autocheckpoint = 0");

@@ -26,9 +26,6 @@ public:
     /// Runs one or more statements.
     void execute(const char* sql);
 
-    /// Makes functions of these names that do nothing, so that triggers which call them can fire.
-    void defineFunctions(std::initializer_list<const char*> names);
-
     /// From now on changes go to the write-ahead log, and stay there when the connection is closed.
     void beginLog();
 

@@ -95,20 +95,14 @@ public:
         database_.execute("COMMIT");
         database_.execute("PRAGMA analysis_limit = 400; ANALYZE");
         database_.execute("PRAGMA journal_mode = WAL");
-        if (options_.inLog > 0) writeLog(writer);
+        if (options_.inLog > 0) {
+            database_.beginLog();
+            inTransaction([&] { writeRows(writer, options_.inLog); });
+        }
         return plan_.summary();
     }
 
 private:
-    void writeLog(SampleWriter& writer)
-    {
-        // Those that the triggers expect.
-        database_.defineFunctions(
-            {"after_delete_message_plugin", "before_delete_attachment_path", "delete_attachment_path", "verify_chat"});
-        database_.beginLog();
-        inTransaction([&] { writeRows(writer, options_.inLog); });
-    }
-
     void writeRows(SampleWriter& writer, std::int64_t rows)
     {
         constexpr std::int64_t rowsBetweenReports = 4'096;
