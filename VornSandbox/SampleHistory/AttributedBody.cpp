@@ -75,11 +75,7 @@ public:
     /// A value of type "*".
     void cString(std::string_view value)
     {
-        const std::size_t known = indexOf(objects_, "*", value);
-        if (known < objects_.size()) return label(known);
-        put(newEntry);
-        objects_.push_back("*" + std::string(value));
-        sharedString(value);
+        if (!isKnown(objects_, "*", value)) sharedString(value);
     }
 
     /// Type and value of an array of chars, such as the content of a data object.
@@ -95,12 +91,20 @@ public:
 private:
     using Table = std::vector<std::string>;
 
-    static std::size_t indexOf(const Table& table, std::string_view prefix, std::string_view text)
+    /// Writes the label of what the table has; announces anything else as a new entry, which is to be spelled out.
+    bool isKnown(Table& table, std::string_view prefix, std::string_view text)
     {
         const auto matches = [&](const std::string& entry) {
             return entry.size() == prefix.size() + text.size() && entry.starts_with(prefix) && entry.ends_with(text);
         };
-        return static_cast<std::size_t>(std::ranges::find_if(table, matches) - table.begin());
+        const auto found = std::ranges::find_if(table, matches);
+        if (found != table.end()) {
+            integer(firstLabel + (found - table.begin()));
+            return true;
+        }
+        put(newEntry);
+        table.push_back(std::string(prefix).append(text));
+        return false;
     }
 
     void put(std::uint8_t value) { buffer_.push_back(static_cast<std::byte>(value)); }
@@ -109,24 +113,16 @@ private:
         const ByteView view = bytesOf(text);
         buffer_.insert(buffer_.end(), view.begin(), view.end());
     }
-    void label(std::size_t index) { integer(firstLabel + static_cast<std::int64_t>(index)); }
     void sharedString(std::string_view text)
     {
-        const std::size_t known = indexOf(strings_, "", text);
-        if (known < strings_.size()) return label(known);
-        put(newEntry);
-        bytes(text);
-        strings_.emplace_back(text);
+        if (!isKnown(strings_, "", text)) bytes(text);
     }
     void classes(Hierarchy hierarchy)
     {
         for (const auto& [name, version] : hierarchy) {
-            const std::size_t known = indexOf(objects_, "#", name);
-            if (known < objects_.size()) return label(known); // the classes above it are known with it
-            put(newEntry);
+            if (isKnown(objects_, "#", name)) return; // the classes above it are known with it
             sharedString(name);
             integer(version);
-            objects_.push_back("#" + std::string(name));
         }
         put(nilEntry);
     }
