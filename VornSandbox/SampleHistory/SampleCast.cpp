@@ -6,66 +6,53 @@
 #include <array>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 namespace vorn {
 namespace {
 
-struct Person {
-    std::string_view id;
-    std::string_view service;
-};
-
 // Numbers that are reserved for fiction, an address under a reserved domain, and the sender of a one-time code.
-constexpr std::array others{
-    Person{"+12125550101", "iMessage"},
-    Person{"+12125550102", "iMessage"},
-    Person{"+442079460103", "RCS"},
-    Person{"anna.keller@example.com", "iMessage"},
-    Person{"262966", "SMS"},
+const std::array others{
+    SampleHandle{"+12125550101", "iMessage"},
+    SampleHandle{"+12125550102", "iMessage"},
+    SampleHandle{"+442079460103", "RCS"},
+    SampleHandle{"anna.keller@example.com", "iMessage"},
+    SampleHandle{"262966", "SMS"},
 };
 
-class CastBuilder {
-public:
-    explicit CastBuilder(SampleCast& cast) : cast_(cast) {}
+/// A handle with its one-to-one conversation; its ROWID. Newer systems begin a conversation's guid with "any" and let
+/// it move between services.
+std::int64_t addPerson(SampleCast& cast, const SampleHandle& person, std::string_view guidPrefix, unsigned weight)
+{
+    cast.handles.push_back(person);
+    const auto rowID = static_cast<std::int64_t>(cast.handles.size());
+    cast.chats.push_back({.guid = std::string(guidPrefix) + ";-;" + person.id,
+                          .identifier = person.id,
+                          .service = person.service,
+                          .handles = {rowID},
+                          .weight = weight,
+                          .withAssistant = person.isAssistant});
+    return rowID;
+}
 
-    std::int64_t handle(std::string_view id, std::string_view service, bool isAssistant)
-    {
-        cast_.handles.push_back({std::string(id), std::string(service), isAssistant});
-        return static_cast<std::int64_t>(cast_.handles.size());
-    }
-
-    /// A one-to-one conversation. Newer systems begin its guid with "any" and let it move between services.
-    void oneToOne(std::int64_t handle, std::string_view guidPrefix, unsigned weight)
-    {
-        const SampleHandle& with = cast_.handles[static_cast<std::size_t>(handle - 1)];
-        cast_.chats.push_back({std::string(guidPrefix) + ";-;" + with.id,
-                               with.id,
-                               with.service,
-                               "",
-                               45,
-                               {handle},
-                               weight,
-                               with.isAssistant});
-    }
-
-    void group(std::string_view number, std::string_view displayName, std::vector<std::int64_t> handles,
-               unsigned weight)
-    {
-        const std::string identifier = "chat" + std::string(number);
-        cast_.chats.push_back({"iMessage;+;" + identifier, identifier, "iMessage", std::string(displayName), 43,
-                               std::move(handles), weight, false});
-    }
-
-private:
-    SampleCast& cast_;
-};
+void addGroup(SampleCast& cast, const std::string& number, const char* name, std::vector<std::int64_t> handles,
+              unsigned weight)
+{
+    cast.chats.push_back({.guid = "iMessage;+;chat" + number,
+                          .identifier = "chat" + number,
+                          .service = "iMessage",
+                          .displayName = name,
+                          .style = 43,
+                          .handles = std::move(handles),
+                          .weight = weight});
+}
 
 void check(const std::vector<std::string>& handles)
 {
     for (auto it = handles.begin(); it != handles.end(); ++it) {
         if (text::trimmed(*it).empty()) throw std::invalid_argument("a handle is blank");
         if (std::find(handles.begin(), it, *it) != it) throw std::invalid_argument("a handle is given twice: " + *it);
-        if (std::ranges::find(others, *it, &Person::id) != others.end()) {
+        if (std::ranges::find(others, *it, &SampleHandle::id) != others.end()) {
             throw std::invalid_argument("this handle belongs to somebody else in the history: " + *it);
         }
     }
@@ -91,24 +78,23 @@ SampleCast SampleCast::make(const SampleHistoryOptions& options)
     cast.assistant = assistantHandles(options);
     check(cast.assistant);
 
-    CastBuilder builder(cast);
     for (const std::string& id : cast.assistant) {
         const bool first = cast.chats.empty();
-        builder.oneToOne(builder.handle(id, "iMessage", true), first ? "any" : "iMessage", first ? 36 : 8);
+        addPerson(cast, {id, "iMessage", true}, first ? "any" : "iMessage", first ? 36 : 8);
     }
     if (options.onlyAssistant) return cast;
 
     const auto phone = std::ranges::find_if(cast.assistant, isPhoneNumber);
-    if (phone != cast.assistant.end()) builder.oneToOne(builder.handle(*phone, "SMS", true), "SMS", 6);
+    if (phone != cast.assistant.end()) addPerson(cast, {*phone, "SMS", true}, "SMS", 6);
 
-    std::array<std::int64_t, others.size()> friends{};
-    for (std::size_t i = 0; i < others.size(); ++i) {
-        friends[i] = builder.handle(others[i].id, others[i].service, false);
-        builder.oneToOne(friends[i], i == 0 ? "any" : others[i].service, i == 0 ? 15 : 5);
+    std::vector<std::int64_t> friends;
+    for (const SampleHandle& person : others) {
+        const bool first = friends.empty();
+        friends.push_back(addPerson(cast, person, first ? "any" : person.service, first ? 15 : 5));
     }
-    builder.group("413868532150947261", "Summer trip", {friends[0], friends[1], 1}, 9);
-    builder.group("872253640985122345", "", {friends[0], friends[1], friends[3]}, 7);
-    builder.group("590117324466381902", "Plans", {1}, 3); // everybody but the assistant has left: a group all the same
+    addGroup(cast, "413868532150947261", "Summer trip", {friends[0], friends[1], 1}, 9);
+    addGroup(cast, "872253640985122345", "", {friends[0], friends[1], friends[3]}, 7);
+    addGroup(cast, "590117324466381902", "Plans", {1}, 3); // everybody but the assistant has left: a group all the same
     return cast;
 }
 

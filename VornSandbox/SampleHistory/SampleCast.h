@@ -20,11 +20,11 @@ struct SampleChat {
     std::string guid;
     std::string identifier; ///< the participant, or "chat" and a number for a group
     std::string service;
-    std::string displayName; ///< of a named group
+    std::string displayName{}; ///< of a named group
     std::int64_t style = 45;
-    std::vector<std::int64_t> handles; ///< ROWIDs of the participants beside the user
-    unsigned weight = 1;               ///< its share of the rows, relative to the others'
-    bool withAssistant = false;        ///< one-to-one with the assistant: what an export reads
+    std::vector<std::int64_t> handles{}; ///< ROWIDs of the participants beside the user
+    unsigned weight = 1;                 ///< its share of the rows, relative to the others'
+    bool withAssistant = false;          ///< one-to-one with the assistant: what an export reads
 
     bool isGroup() const { return style == 43; }
 };
