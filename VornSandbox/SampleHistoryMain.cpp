@@ -14,53 +14,33 @@
 #include <string>
 #include <system_error>
 
+template <>
+struct nlohmann::adl_serializer<std::optional<std::int64_t>> {
+    static void to_json(json& json, std::optional<std::int64_t> value)
+    {
+        json = value ? nlohmann::json(*value) : nullptr;
+    }
+    static void from_json(const json& json, std::optional<std::int64_t>& value)
+    {
+        value = json.is_null() ? std::nullopt : std::optional(json.get<std::int64_t>());
+    }
+};
+
+namespace vorn {
+
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SampleConversation, guid, service, style, handles, exported, rows)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SampleExpectation, rows, kept, prompts, replies, skipped, attachmentTypes, edited,
+                                   threaded, withLinks, links, withAttachments, blobOnly, characters, keptInLog,
+                                   firstAt, lastAt)
+NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SampleHistorySummary, handles, conversations, messages, attachments, inLog, expected)
+
+} // namespace vorn
+
 namespace {
 
 using namespace vorn;
 
 constexpr int failure = 1;
-
-void to(nlohmann::json& json, const SampleConversation& conversation)
-{
-    json = {{"guid", conversation.guid},       {"service", conversation.service},   {"style", conversation.style},
-            {"handles", conversation.handles}, {"exported", conversation.exported}, {"rows", conversation.rows}};
-}
-
-template <class T>
-nlohmann::json orNull(const std::optional<T>& value)
-{
-    return value ? nlohmann::json(*value) : nlohmann::json();
-}
-
-nlohmann::json toJSON(const SampleExpectation& expected)
-{
-    return {{"rows", expected.rows},
-            {"kept", expected.kept},
-            {"prompts", expected.prompts},
-            {"replies", expected.replies},
-            {"skipped", expected.skipped},
-            {"attachmentTypes", expected.attachmentTypes},
-            {"edited", expected.edited},
-            {"threaded", expected.threaded},
-            {"withLinks", expected.withLinks},
-            {"links", expected.links},
-            {"withAttachments", expected.withAttachments},
-            {"blobOnly", expected.blobOnly},
-            {"characters", expected.characters},
-            {"keptInLog", expected.keptInLog},
-            {"firstAt", orNull(expected.firstAt)},
-            {"lastAt", orNull(expected.lastAt)}};
-}
-
-void printJSON(const SampleHistorySummary& summary)
-{
-    nlohmann::json conversations = nlohmann::json::array();
-    for (const SampleConversation& conversation : summary.conversations) to(conversations.emplace_back(), conversation);
-    const nlohmann::json json{{"handles", summary.handles},   {"conversations", conversations},
-                              {"messages", summary.messages}, {"attachments", summary.attachments},
-                              {"inLog", summary.inLog},       {"expected", toJSON(summary.expected)}};
-    fmt::print("{}\n", json.dump(2));
-}
 
 void printText(const SampleHistorySummary& summary, const std::filesystem::path& output)
 {
@@ -81,7 +61,7 @@ void run(SampleHistoryCommandLine& line, const InterruptWatch& interrupts)
 {
     line.options.cancel = &interrupts.cancelFlag();
     const auto summary = writeSampleHistory(line.output, line.options);
-    line.json ? printJSON(summary) : printText(summary, line.output);
+    line.json ? fmt::print("{}\n", nlohmann::json(summary).dump(2)) : printText(summary, line.output);
 }
 
 } // namespace
