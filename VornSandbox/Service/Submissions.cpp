@@ -239,20 +239,15 @@ void Submissions::settle()
 {
     if (settings_.review.kind == ReviewPlan::Kind::manual) return;
     const std::int64_t lasts = 2 * settings_.reviewStep.count();
-    const std::string due = "status = 'review' AND completedAt <= ?1";
-    const SQLiteValue begunBy = state_.now() - lasts;
-    if (!state_.number("SELECT 1 FROM submission WHERE " + due, {begunBy})) return; // nothing changes
+    const std::int64_t begunBy = state_.now() - lasts;
+    const std::string due = " status = 'review' AND completedAt <= ?1";
+    if (!state_.number("SELECT 1 FROM submission WHERE" + due, {begunBy})) return; // nothing changes
+    const std::int64_t isChecked = settings_.review.kind == ReviewPlan::Kind::checked ? 1 : 0;
     const auto& [status, reason] = settings_.review.outcome;
-    if (settings_.review.kind == ReviewPlan::Kind::checked) {
-        state_.run("UPDATE submission SET status = checkedStatus, reason = nullif(checkedReason, ''),"
-                   " decidedAt = completedAt + ?2 WHERE " +
-                       due,
-                   {begunBy, lasts});
-    } else {
-        state_.run("UPDATE submission SET status = ?3, reason = nullif(?4, ''), decidedAt = completedAt + ?2 WHERE " +
-                       due,
-                   {begunBy, lasts, status, reason});
-    }
+    state_.run("UPDATE submission SET decidedAt = completedAt + ?2, status = iif(?3, checkedStatus, ?4),"
+               " reason = nullif(iif(?3, checkedReason, ?5), '') WHERE" +
+                   due,
+               {begunBy, lasts, isChecked, status, reason});
 }
 
 /// "uploading", "analyzing", "review_pending", "approved", "rejected", "expired" or "aborted".
