@@ -1,6 +1,6 @@
 #include "VornSandbox/Service/Phone.h"
 
-#include "VornSandbox/Service/PhonePage.h"
+#include "VornSandbox/Service/EmbeddedFiles.h"
 
 #include <memory>
 #include <string_view>

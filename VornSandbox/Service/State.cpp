@@ -4,6 +4,7 @@
 #include "Platform/Base/FileManager.h"
 #include "Platform/Base/SHA256.h"
 #include "Platform/Base/UUID.h"
+#include "VornSandbox/Service/EmbeddedFiles.h"
 
 #include <fmt/format.h>
 
@@ -22,34 +23,6 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view temporaryPrefix = "vorn-sandbox-uploads-";
 constexpr fs::perms ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
-
-// Times are milliseconds since 1970. Secrets are kept as their hashes.
-constexpr auto schema = R"sql(
-PRAGMA journal_mode = WAL;
-PRAGMA synchronous = NORMAL;
-CREATE TABLE IF NOT EXISTS link(
-    sequence INTEGER PRIMARY KEY, id TEXT UNIQUE NOT NULL, pollHash TEXT NOT NULL, codeHash TEXT UNIQUE NOT NULL,
-    deviceName TEXT NOT NULL, platform TEXT NOT NULL, appVersion TEXT NOT NULL, osVersion TEXT,
-    createdAt INTEGER NOT NULL, expiresAt INTEGER NOT NULL, status TEXT NOT NULL, userId TEXT,
-    delivered INTEGER NOT NULL DEFAULT 0);
-CREATE TABLE IF NOT EXISTS session(
-    id INTEGER PRIMARY KEY, userId TEXT NOT NULL, deviceName TEXT NOT NULL, createdAt INTEGER NOT NULL,
-    accessHash TEXT UNIQUE NOT NULL, accessExpiresAt INTEGER NOT NULL, refreshHash TEXT UNIQUE NOT NULL,
-    revoked INTEGER NOT NULL DEFAULT 0);
-CREATE TABLE IF NOT EXISTS usedRefresh(hash TEXT PRIMARY KEY, sessionId INTEGER NOT NULL);
-CREATE TABLE IF NOT EXISTS submission(
-    sequence INTEGER PRIMARY KEY, id TEXT UNIQUE NOT NULL, userId TEXT NOT NULL, attempt INTEGER NOT NULL,
-    assetId TEXT UNIQUE NOT NULL, uploadId TEXT NOT NULL, sizeBytes INTEGER NOT NULL, partCount INTEGER NOT NULL,
-    partSize INTEGER NOT NULL, timezone TEXT, locale TEXT, status TEXT NOT NULL, reason TEXT, sha256 TEXT,
-    createdAt INTEGER NOT NULL, completedAt INTEGER, decidedAt INTEGER, checkedStatus TEXT, checkedReason TEXT,
-    finding TEXT NOT NULL DEFAULT '');
-CREATE TABLE IF NOT EXISTS part(
-    submissionId TEXT NOT NULL, number INTEGER NOT NULL, sizeBytes INTEGER NOT NULL, etag TEXT NOT NULL,
-    PRIMARY KEY(submissionId, number));
-CREATE TABLE IF NOT EXISTS partURL(
-    signatureHash TEXT PRIMARY KEY, assetId TEXT NOT NULL, number INTEGER NOT NULL, expiresAt INTEGER NOT NULL);
-CREATE INDEX IF NOT EXISTS partURLOfPart ON partURL(assetId, number);
-)sql";
 
 [[noreturn]] void fail(const char* what, const fs::path& file)
 {
@@ -150,7 +123,7 @@ State::State(const StateFolder& folder, Clock clock)
     : database_(folder.database(), SQLiteDatabase::Mode::create), clock_(std::move(clock))
 {
     try {
-        database_.execute(schema);
+        database_.execute(stateSchema);
     } catch (const SQLiteError& error) {
         const std::string place = fs::path(folder.database()).string();
         throw std::runtime_error(fmt::format("cannot keep the state in {}: {}", place, error.what()));

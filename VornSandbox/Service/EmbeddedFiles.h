@@ -2,11 +2,18 @@
 
 #include <string_view>
 
+namespace vorn::sandbox {
+
+/// What makes the tables of the state.
+extern const char* const stateSchema;
+
 /// The files of the page that plays the phone, as they lie in the folder "page".
-namespace vorn::sandbox::page {
+namespace page {
 
 extern const std::string_view html;
 extern const std::string_view style;
 extern const std::string_view script;
 
-} // namespace vorn::sandbox::page
+} // namespace page
+
+} // namespace vorn::sandbox
