@@ -27,12 +27,13 @@ if name == "arch": # the program behind the processor and the surroundings, foun
 with open(os.environ["CALLS"], "a") as file: file.write(json.dumps([name] + words) + "\\n")
 if os.environ.get("FAILS") and os.environ["FAILS"] in line: sys.exit(1)
 MACH_O = bytes.fromhex("cffaedfe")
+PLIST = b"<plist><dict><key>LSMinimumSystemVersion</key><string>13.4</string></dict></plist>"
 def put(path, content):
     os.makedirs(os.path.dirname(path), exist_ok=True)
     with open(path, "wb") as file: file.write(content)
 if name == "cmake" and words[0] == "--build":
     put(words[1] + "/bin/Vorn.app/Contents/MacOS/Vorn", MACH_O)
-    put(words[1] + "/bin/Vorn.app/Contents/Info.plist", b"plist")
+    put(words[1] + "/bin/Vorn.app/Contents/Info.plist", PLIST)
 if name == "macdeployqt":
     contents = words[0] + "/Contents/"
     put(contents + "Frameworks/QtCore.framework/Versions/A/QtCore", MACH_O)
@@ -106,6 +107,10 @@ class Releases(unittest.TestCase):
         joined = [call[-1].split("universal/Vorn.app/")[1] for call in self.calls("lipo")]
         self.assertEqual(joined, ["Contents/Frameworks/QtCore.framework/Versions/A/QtCore", "Contents/Frameworks/libfmt.dylib",
                                   "Contents/MacOS/Vorn", "Contents/PlugIns/platforms/libqcocoa.dylib"])
+
+    def test_builds_for_the_macos_that_is_asked_for(self):
+        answer = self.release(*RELEASE, "--dry-run", "--first-macos", "15.0")
+        self.assertEqual(answer.stdout.count(" -DCMAKE_OSX_DEPLOYMENT_TARGET=15.0\n"), 2)
 
     def test_joins_only_bundles_of_the_same_files(self):
         answer = self.release(*RELEASE, ONLY_INTEL="1")

@@ -27,6 +27,15 @@ public:
         testing::writeFile(folder_ / "library.c", "int answer(void) { return 42; }\n");
         testing::writeFile(folder_ / "program.c", "int answer(void); int main(void) { return answer(); }\n");
         signatureHolds(true);
+        promise("13.3");
+    }
+
+    /// The first macOS that the bundle says it runs on. What is linked here runs on 13.3.
+    void promise(const std::string& version) const
+    {
+        testing::writeFile(folder_ / "Vorn.app/Contents/Info.plist",
+                           "<plist><dict><key>LSMinimumSystemVersion</key><string>" + version +
+                               "</string></dict></plist>\n");
     }
 
     void signatureHolds(bool holds) const
@@ -78,7 +87,21 @@ TEST(CheckBundle, AcceptsLibrariesOfTheSystemAndOfTheBundle)
     const auto checked = fix.check();
     EXPECT_EQ(checked->exitCode(), 0) << checked->errors();
     EXPECT_EQ(checked->output(), "signature: holds\n"
-                                 "libraries: all of 2 programs and libraries stay with the bundle and the system\n");
+                                 "libraries: all of 2 programs and libraries stay with the bundle and the system\n"
+                                 "versions: all of 2 programs and libraries run on macOS 13.3\n");
+}
+
+TEST(CheckBundle, NamesWhatIsForALaterMacOSThanTheBundle)
+{
+    const BundleFixture fix;
+    fix.program("@rpath/libanswer.dylib", "@executable_path/../Frameworks");
+    fix.carryLibrary("libanswer.dylib");
+    fix.promise("13.2.1");
+    const auto checked = fix.check();
+    EXPECT_EQ(checked->exitCode(), 1) << checked->errors();
+    EXPECT_THAT(checked->output(), HasSubstr("versions: Contents/Frameworks/libanswer.dylib needs macOS 13.3\n"
+                                             "versions: Contents/MacOS/Vorn needs macOS 13.3\n"
+                                             "versions: NOT all of 2 programs and libraries run on macOS 13.2.1\n"));
 }
 
 TEST(CheckBundle, NamesLibrariesOfHomebrewAndWhereTheyAreLookedFor)
