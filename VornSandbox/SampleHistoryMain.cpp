@@ -14,24 +14,11 @@
 #include <string>
 #include <system_error>
 
-template <>
-struct nlohmann::adl_serializer<std::optional<std::int64_t>> {
-    static void to_json(json& json, std::optional<std::int64_t> value)
-    {
-        json = value ? nlohmann::json(*value) : nullptr;
-    }
-    static void from_json(const json& json, std::optional<std::int64_t>& value)
-    {
-        value = json.is_null() ? std::nullopt : std::optional(json.get<std::int64_t>());
-    }
-};
-
 namespace vorn {
 
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SampleConversation, guid, service, style, handles, exported, rows)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SampleExpectation, rows, kept, prompts, replies, skipped, attachmentTypes, edited,
-                                   threaded, withLinks, links, withAttachments, blobOnly, characters, keptInLog,
-                                   firstAt, lastAt)
+                                   threaded, withLinks, links, withAttachments, blobOnly, characters, keptInLog)
 NLOHMANN_DEFINE_TYPE_NON_INTRUSIVE(SampleHistorySummary, handles, conversations, messages, attachments, inLog, expected)
 
 } // namespace vorn
@@ -41,6 +28,15 @@ namespace {
 using namespace vorn;
 
 constexpr int failure = 1;
+
+void printJSON(const SampleHistorySummary& summary)
+{
+    const auto orNull = [](std::optional<std::int64_t> value) { return value ? nlohmann::json(*value) : nullptr; };
+    nlohmann::json json = summary;
+    json["expected"]["firstAt"] = orNull(summary.expected.firstAt);
+    json["expected"]["lastAt"] = orNull(summary.expected.lastAt);
+    fmt::print("{}\n", json.dump(2));
+}
 
 void printText(const SampleHistorySummary& summary, const std::filesystem::path& output)
 {
@@ -61,7 +57,7 @@ void run(SampleHistoryCommandLine& line, const InterruptWatch& interrupts)
 {
     line.options.cancel = &interrupts.cancelFlag();
     const auto summary = writeSampleHistory(line.output, line.options);
-    line.json ? fmt::print("{}\n", nlohmann::json(summary).dump(2)) : printText(summary, line.output);
+    line.json ? printJSON(summary) : printText(summary, line.output);
 }
 
 } // namespace

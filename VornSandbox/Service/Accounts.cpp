@@ -25,7 +25,8 @@ RequestBody bodyOf(const Call& call, RequestBody::Keys keys)
 
 } // namespace
 
-/// A kept state may know more accounts than this run was started with: those of this run go with its connection.
+/// The table of accounts lasts as long as the connection: a kept state may have sessions of accounts that this run
+/// lacks.
 Accounts::Accounts(State& state, const Settings& settings) : state_(state), settings_(settings)
 {
     state_.run("CREATE TEMP TABLE user(number INTEGER PRIMARY KEY, id AS ('usr_' || number), name TEXT NOT NULL)");

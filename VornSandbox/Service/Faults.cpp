@@ -63,7 +63,7 @@ std::optional<Fault> Fault::parse(std::string_view text)
 {
     static const std::regex form("([a-z-]+)=([a-z-]+|[2-5][0-9]{2})(?:x([1-9][0-9]{0,17}))?(?:@([1-9][0-9]{0,17}))?");
     std::cmatch parts;
-    if (!std::regex_match(text.begin(), text.end(), parts, form)) return std::nullopt;
+    if (!std::regex_match(text.data(), text.data() + text.size(), parts, form)) return std::nullopt;
     Fault fault{
         .operation = parts.str(1), .from = wholeNumber(parts.str(4)).value_or(1), .times = wholeNumber(parts.str(3))};
     const bool isKnown = std::ranges::count(operations, fault.operation) > 0;
@@ -90,8 +90,11 @@ std::optional<Answer> answerInstead(const Fault& fault)
     case Fault::Effect::hang: return Answer{.instead = Answer::Instead::hang};
     case Fault::Effect::garbage: return Answer{.body = "{\"status\": \xff<html>"};
     case Fault::Effect::slow: std::this_thread::sleep_for(slowBy); return std::nullopt;
-    default: return std::nullopt;
+    case Fault::Effect::noAsset:
+    case Fault::Effect::badURL:
+    case Fault::Effect::truncate: return std::nullopt;
     }
+    return std::nullopt;
 }
 
 void spoil(Answer& answer, const Fault& fault)
