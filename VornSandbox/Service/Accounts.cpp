@@ -38,10 +38,10 @@ std::vector<Route> Accounts::routes()
     const auto to = [this](Answer (Accounts::*handler)(const Call&)) {
         return [this, handler](const Call& call) { return (this->*handler)(call); };
     };
-    return {{"create-link", "POST", "/api/v1/auth/device-links", to(&Accounts::createLink)},
-            {"poll-link", "POST", "/api/v1/auth/device-links/poll", to(&Accounts::pollLink)},
-            {"refresh", "POST", "/api/v1/auth/desktop/refresh", to(&Accounts::refresh)},
-            {"logout", "POST", "/api/v1/auth/desktop/logout", to(&Accounts::logout)},
+    return {{"create-link", "POST", "/api/v1/auth/device-links", to(&Accounts::createLink), Frame::tokenless},
+            {"poll-link", "POST", "/api/v1/auth/device-links/poll", to(&Accounts::pollLink), Frame::tokenless},
+            {"refresh", "POST", "/api/v1/auth/desktop/refresh", to(&Accounts::refresh), Frame::tokenless},
+            {"logout", "POST", "/api/v1/auth/desktop/logout", to(&Accounts::logout), Frame::bodiless},
             {"phone", "POST", "/phone/links/scan", to(&Accounts::scanCode)},
             {"phone", "POST", "/phone/links/*/scan", to(&Accounts::scan)},
             {"phone", "POST", "/phone/links/*/approve", to(&Accounts::approve)},
@@ -55,8 +55,6 @@ std::string Accounts::nameOf(const std::string& userId) const
 
 Answer Accounts::createLink(const Call& call)
 {
-    refuseToken(call);
-    checkFrame(call, BodyRule::json);
     const RequestBody body = bodyOf(call, {"deviceName", "platform", "appVersion", "osVersion"});
     const std::string device = body.text("deviceName");
     const std::string platform = body.text("platform");
@@ -87,8 +85,6 @@ Answer Accounts::createLink(const Call& call)
 /// have it, and only once.
 Answer Accounts::pollLink(const Call& call)
 {
-    refuseToken(call);
-    checkFrame(call, BodyRule::json);
     const RequestBody body = bodyOf(call, {"linkId", "pollSecret"});
     const std::string id = body.text("linkId");
     const std::string pollHash = hashOf(body.text("pollSecret"));
@@ -188,8 +184,6 @@ json Accounts::openSession(const std::string& userId, const std::string& deviceN
 
 Answer Accounts::refresh(const Call& call)
 {
-    refuseToken(call);
-    checkFrame(call, BodyRule::json);
     const std::string hash = hashOf(bodyOf(call, {"refreshToken"}).text("refreshToken"));
     const auto lock = state_.lock();
     if (const auto reused = state_.number("SELECT sessionId FROM usedRefresh WHERE hash = ?", {hash})) {
@@ -208,7 +202,6 @@ Answer Accounts::refresh(const Call& call)
 
 Answer Accounts::logout(const Call& call)
 {
-    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
     state_.run("UPDATE session SET revoked = 1 WHERE id = ?", {sessionOf(call)});
     return Answer::of({{"status", "revoked"}});

@@ -78,6 +78,14 @@ struct Answer {
     enum class Instead { nothing, drop, hang, truncate } instead = Instead::nothing;
 };
 
+/// What the API wants a request to be, besides the keys of its body.
+enum class Frame {
+    own,      ///< its handler says
+    bodiless, ///< accepts JSON and brings no body
+    json,     ///< accepts JSON and brings a JSON body
+    tokenless ///< the same, and brings no token either
+};
+
 /// Which function answers what. In `pattern`, "*" stands for one whole segment of the path, such as
 /// "/submissions/*/abort". `operation` is the name that faults know it by.
 struct Route {
@@ -85,6 +93,7 @@ struct Route {
     std::string method;
     std::string_view pattern;
     std::function<Answer(const Call&)> handler;
+    Frame frame = Frame::own;
 };
 
 /// The route of the call, whose arguments it fills in. Throws `ServiceError`: 404 for an unknown path, 405 for a known

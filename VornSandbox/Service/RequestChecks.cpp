@@ -72,13 +72,15 @@ void guardRequest(const Call& call)
     }
 }
 
-void checkFrame(const Call& call, BodyRule rule)
+void checkFrame(const Call& call, Frame frame)
 {
+    if (frame == Frame::own) return;
+    if (frame == Frame::tokenless) refuseToken(call);
     if (!is(call.header("accept"), "application/json")) {
         throw ServiceError(406, "bad_accept", "The request does not accept application/json.");
     }
     const std::string* type = call.header("content-type");
-    if (rule == BodyRule::none) {
+    if (frame == Frame::bodiless) {
         if (call.hasBody()) throw ServiceError(400, "unexpected_body", "The request has a body, but takes none.");
         if (type != nullptr) throw ServiceError(400, "unexpected_content_type", "There is a Content-Type but no body.");
         return;

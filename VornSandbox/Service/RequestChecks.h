@@ -18,10 +18,8 @@ namespace vorn::sandbox {
 /// business, and changes in a form that a browser sends elsewhere without asking first.
 void guardRequest(const Call& call);
 
-enum class BodyRule { none, json };
-
-/// Checks "Accept", "Content-Type" and whether there is a body at all, as the API wants them.
-void checkFrame(const Call& call, BodyRule rule);
+/// Checks "Accept", "Content-Type" and whether there is a body at all.
+void checkFrame(const Call& call, Frame frame);
 
 /// The token of "Authorization: Bearer TOKEN"; 401 when there is none.
 std::string bearerToken(const Call& call);

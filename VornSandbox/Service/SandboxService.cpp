@@ -39,6 +39,7 @@ Answer SandboxService::serve(Call& call)
     if (fault) {
         if (auto answer = answerInstead(*fault)) return *std::move(answer);
     }
+    checkFrame(call, route.frame);
     Answer answer = route.handler(call);
     if (fault) spoil(answer, *fault);
     return answer;

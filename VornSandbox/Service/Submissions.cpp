@@ -78,12 +78,14 @@ std::vector<Route> Submissions::routes()
         return [this, handler](const Call& call) { return (this->*handler)(call); };
     };
     return {
-        {"quest", "GET", "/api/v1/desktop/nimbrel", to(&Submissions::quest)},
-        {"create-submission", "POST", "/api/v1/desktop/nimbrel/submissions", to(&Submissions::create)},
-        {"part-urls", "POST", "/api/v1/desktop/nimbrel/submissions/*/assets/*/part-urls", to(&Submissions::partURLs)},
-        {"complete", "POST", "/api/v1/desktop/nimbrel/submissions/*/assets/*/complete", to(&Submissions::complete)},
-        {"abort", "POST", "/api/v1/desktop/nimbrel/submissions/*/abort", to(&Submissions::abort)},
-        {"submission", "GET", "/api/v1/desktop/nimbrel/submissions/*", to(&Submissions::status)},
+        {"quest", "GET", "/api/v1/desktop/nimbrel", to(&Submissions::quest), Frame::bodiless},
+        {"create-submission", "POST", "/api/v1/desktop/nimbrel/submissions", to(&Submissions::create), Frame::json},
+        {"part-urls", "POST", "/api/v1/desktop/nimbrel/submissions/*/assets/*/part-urls", to(&Submissions::partURLs),
+         Frame::json},
+        {"complete", "POST", "/api/v1/desktop/nimbrel/submissions/*/assets/*/complete", to(&Submissions::complete),
+         Frame::json},
+        {"abort", "POST", "/api/v1/desktop/nimbrel/submissions/*/abort", to(&Submissions::abort), Frame::bodiless},
+        {"submission", "GET", "/api/v1/desktop/nimbrel/submissions/*", to(&Submissions::status), Frame::bodiless},
         {"put-part", "PUT", "/uploads/*/*", to(&Submissions::putPart)},
         {"phone", "POST", "/phone/submissions/*/outcome", to(&Submissions::decide)},
     };
@@ -91,7 +93,6 @@ std::vector<Route> Submissions::routes()
 
 Answer Submissions::quest(const Call& call)
 {
-    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
     settle();
     json quest = standingOf(accounts_.authenticate(call));
@@ -134,7 +135,6 @@ Submissions::Request Submissions::readRequest(const Call& call)
 /// Refused while one is in review or cooling down; an unfinished upload makes room for the new one.
 Answer Submissions::create(const Call& call)
 {
-    checkFrame(call, BodyRule::json);
     auto lock = state_.lock();
     const std::string user = accounts_.authenticate(call);
     lock.unlock();
@@ -193,7 +193,6 @@ void Submissions::refuseWrongPlan(const Request& request) const
 
 Answer Submissions::abort(const Call& call)
 {
-    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
     const Submission submission = own(call);
     if (submission.isOpen() || submission.status == "assembling") {
@@ -213,7 +212,6 @@ void Submissions::discard(const Submission& submission)
 
 Answer Submissions::status(const Call& call)
 {
-    checkFrame(call, BodyRule::none);
     const auto lock = state_.lock();
     settle();
     return Answer::of(statusJSON(own(call)));
