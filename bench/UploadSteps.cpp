@@ -78,8 +78,8 @@ void send(const std::string& url, const std::string& file)
     std::int64_t reports = 0;
     const MultipartUploader uploader(client.api, client.session, client.pool);
     const auto begin = SteadyClock::now();
-    client.context.run(
-        uploader.upload(file, "1", std::nullopt, [&reports](const UploadProgress& /*progress*/) { ++reports; }));
+    client.context.run(uploader.upload(file, {.termsVersion = "1", .device = {}},
+                                       [&reports](const UploadProgress& /*progress*/) { ++reports; }));
     const auto end = SteadyClock::now();
     fmt::print(R"({{"whole": {}, "hash": {}, "memory": {}, "idle": {}, "reports": {}}})"
                "\n",

@@ -13,7 +13,7 @@
 namespace vorn {
 namespace {
 
-/// Removes a file when it goes, if there is one.
+/// Removes a file, if there is one, at the end of its scope.
 class TemporaryFile {
 public:
     TemporaryFile(FileManager* files, std::filesystem::path path) : files_(files), path_(std::move(path)) {}
@@ -97,8 +97,8 @@ Async<SubmissionStatus> AppModel::send(VornAPI api, std::filesystem::path archiv
             if (const auto model = receiver.lock()) (*model)->reportProgress(progress);
         });
     };
-    co_return co_await uploader.upload(std::move(archive), Consent::termsVersion, currentDeviceSignals(),
-                                       std::move(report));
+    CreateSubmissionRequest request{.termsVersion = Consent::termsVersion, .device = currentDeviceSignals()};
+    co_return co_await uploader.upload(std::move(archive), std::move(request), std::move(report));
 }
 
 void AppModel::reportProgress(const UploadProgress& progress)

@@ -7,11 +7,10 @@
 #include "VornMacCore/Client/UploadProgress.h"
 #include "VornMacCore/Client/VornAPI.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 
 namespace vorn {
 
@@ -28,18 +27,24 @@ public:
     MultipartUploader(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
                       std::int64_t partSize = PartPlan::defaultPartSize);
 
-    /// Returns the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
+    /// Opens a submission with `request`, whose size and number of parts are filled in here, and sends `file`. Returns
+    /// the submission's status after the file has arrived. Throws `UploadError`, `APIError`, `URLError`,
     /// `std::filesystem::filesystem_error` for the file, `Cancelled`. The file is never held in memory.
-    Async<SubmissionStatus> upload(std::filesystem::path file, std::string termsVersion,
-                                   std::optional<DeviceSignals> device, Progress progress) const;
+    Async<SubmissionStatus> upload(std::filesystem::path file, CreateSubmissionRequest request,
+                                   Progress progress) const;
+
+    /// What an upload works with.
+    struct Services {
+        VornAPI api;
+        std::shared_ptr<HTTPSession> transfer;
+        BackgroundExecutor* background;
+    };
 
 private:
-    static Async<SubmissionStatus> run(MultipartUploader self, std::filesystem::path file, std::string termsVersion,
-                                       std::optional<DeviceSignals> device, Progress progress);
+    static Async<SubmissionStatus> run(MultipartUploader self, std::filesystem::path file,
+                                       CreateSubmissionRequest request, Progress progress);
 
-    VornAPI api_;
-    std::shared_ptr<HTTPSession> transfer_;
-    BackgroundExecutor* background_;
+    Services services_;
     std::int64_t partSize_;
 };
 

@@ -22,18 +22,24 @@ std::optional<URL> acceptablePartURL(const std::string& text)
 
 } // namespace
 
-PartUpload::PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background,
-                       PartPlan plan, std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress)
-    : api_(std::move(api)), transfer_(std::move(transfer)), background_(&background), plan_(plan),
-      submissionId_(std::move(submissionId)), asset_(std::move(asset)), progress_(std::move(progress))
+PartUpload::PartUpload(MultipartUploader::Services services, PartPlan plan, const SubmissionUpload& submission,
+                       MultipartUploader::Progress progress)
+    : services_(std::move(services)), plan_(plan), submissionId_(submission.submissionId),
+      asset_(submission.assets.front()), progress_(std::move(progress))
 {
     for (const PresignedPart& part : asset_.parts) urls_.insert_or_assign(part.partNumber, part.url);
+}
+
+Async<SubmissionStatus> PartUpload::sendAndComplete(std::filesystem::path file, std::string sha256)
+{
+    const CompleteAssetRequest complete{co_await sendAll(std::move(file)), std::move(sha256)};
+    co_return co_await services_.api.completeAsset(submissionId_, asset_.assetId, complete);
 }
 
 Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file)
 {
     const auto openFile = [&file, this](const CancelFlag&) { return PartReader(std::move(file), plan_); };
-    const PartReader reader = co_await onBackground(background_, openFile);
+    const PartReader reader = co_await onBackground(services_.background, openFile);
     std::vector<CompletedPart> completed;
     for (std::int64_t part = 1; part <= plan_.partCount(); ++part) {
         co_await checkCancellation();
@@ -75,7 +81,7 @@ Async<URL> PartUpload::urlOf(std::int64_t part, bool* refreshed)
 Async<> PartUpload::fetchWindow(std::int64_t part)
 {
     const PartPlan::Window window = plan_.window(part);
-    const PartUrls fresh = co_await api_.partUrls(submissionId_, asset_.assetId, window.first, window.count);
+    const PartUrls fresh = co_await services_.api.partUrls(submissionId_, asset_.assetId, window.first, window.count);
     for (const PresignedPart& each : fresh.parts) urls_.insert_or_assign(each.partNumber, each.url);
 }
 
@@ -93,7 +99,7 @@ Async<HTTPResponse> PartUpload::put(std::int64_t part, URL url, Body body) const
                               total = plan_.totalSize](std::int64_t bytesSent) {
         if (progress) progress({begin + bytesSent, total});
     };
-    return httpAnswer(transfer_, std::move(request));
+    return httpAnswer(services_.transfer, std::move(request));
 }
 
 void PartUpload::report(std::int64_t bytesSent) const

@@ -9,27 +9,27 @@
 
 namespace vorn {
 
-/// Sends the parts of one submission: keeps the URL of each and collects the answers.
+/// Sends the parts of a submission's one file: keeps the URL of each and collects the answers.
 class PartUpload {
 public:
-    PartUpload(VornAPI api, std::shared_ptr<HTTPSession> transfer, BackgroundExecutor& background, PartPlan plan,
-               std::string submissionId, UploadAsset asset, MultipartUploader::Progress progress);
+    /// `submission` has an asset.
+    PartUpload(MultipartUploader::Services services, PartPlan plan, const SubmissionUpload& submission,
+               MultipartUploader::Progress progress);
 
-    /// Sends every part of `file` and returns their tags in order. Must outlive the call.
-    Async<std::vector<CompletedPart>> sendAll(std::filesystem::path file);
+    /// Sends every part of `file`, and tells the service their tags in order. Must outlive the call.
+    Async<SubmissionStatus> sendAndComplete(std::filesystem::path file, std::string sha256);
 
 private:
     using Body = std::shared_ptr<const HTTPBody>;
 
+    Async<std::vector<CompletedPart>> sendAll(std::filesystem::path file);
     Async<CompletedPart> send(std::int64_t part, Body body);
     Async<URL> urlOf(std::int64_t part, bool* refreshed);
     Async<> fetchWindow(std::int64_t part);
     Async<HTTPResponse> put(std::int64_t part, URL url, Body body) const;
     void report(std::int64_t bytesSent) const;
 
-    VornAPI api_;
-    std::shared_ptr<HTTPSession> transfer_;
-    BackgroundExecutor* background_;
+    MultipartUploader::Services services_;
     PartPlan plan_;
     std::string submissionId_;
     UploadAsset asset_;

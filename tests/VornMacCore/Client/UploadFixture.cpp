@@ -139,7 +139,8 @@ void UploadFixture::start()
         }
         if (onProgress) onProgress(progress);
     };
-    task = Task(context, keepEnd(uploader.upload(file, "2026-01", device, keepReport), end_));
+    task =
+        Task(context, keepEnd(uploader.upload(file, {.termsVersion = "2026-01", .device = device}, keepReport), end_));
 }
 
 void UploadFixture::finish()

@@ -121,7 +121,7 @@ TEST(UploadReports, AreOptional)
     fix.takesPart();
     fix.completes();
     const MultipartUploader uploader(fix.api.value(), fix.session, fix.pool);
-    EXPECT_EQ(fix.context.run(uploader.upload(fix.file, "2026-01", std::nullopt, nullptr)).id, "s1");
+    EXPECT_EQ(fix.context.run(uploader.upload(fix.file, {.termsVersion = "2026-01", .device = {}}, nullptr)).id, "s1");
 }
 
 TEST(UploadReports, LetGoOfTheCallbackWithTheUpload)
@@ -134,7 +134,7 @@ TEST(UploadReports, LetGoOfTheCallbackWithTheUpload)
     {
         const MultipartUploader uploader(fix.api.value(), fix.session, fix.pool);
         const auto show = [shown](const UploadProgress& /*progress*/) {};
-        fix.context.run(uploader.upload(fix.file, "2026-01", std::nullopt, show));
+        fix.context.run(uploader.upload(fix.file, {.termsVersion = "2026-01", .device = {}}, show));
     }
     fix.api.reset();
     fix.session.reset(); // its thread has ended
