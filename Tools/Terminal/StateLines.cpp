@@ -26,11 +26,6 @@ const char* nameOf(FullDiskAccessStatus status)
     return "";
 }
 
-JSON named(const char* phase)
-{
-    return {{"phase", phase}};
-}
-
 template <class... Cases>
 JSON jsonOf(const std::variant<Cases...>& phase)
 {
@@ -39,17 +34,7 @@ JSON jsonOf(const std::variant<Cases...>& phase)
         [](const phase::Uploading& uploading) -> JSON {
             return {{"phase", "uploading"}, {"fraction", uploading.fraction}};
         },
-        [](phase::Idle) { return named("idle"); },
-        [](phase::Loading) { return named("loading"); },
-        [](phase::Showing) { return named("showing"); },
-        [](phase::Scanned) { return named("scanned"); },
-        [](phase::Rejected) { return named("rejected"); },
-        [](phase::Unavailable) { return named("unavailable"); },
-        [](phase::NotConfigured) { return named("notConfigured"); },
-        [](phase::NotFound) { return named("notFound"); },
-        [](phase::Found) { return named("found"); },
-        [](phase::Preparing) { return named("preparing"); },
-        [](phase::Finishing) { return named("finishing"); },
+        [](const auto& plain) -> JSON { return {{"phase", plain.name()}}; },
     };
     return std::visit(names, phase);
 }

@@ -1,8 +1,9 @@
 #include "VornMac/Application/PresenceRules.h"
 
-#include "Platform/Base/Match.h"
+#include "VornMac/Text/UploadText.h"
 
 #include <cmath>
+#include <variant>
 
 namespace vorn::presence {
 
@@ -13,15 +14,8 @@ bool staysAwake(const UploadPhase& phase)
 
 std::optional<int> percentOnIcon(const UploadPhase& phase)
 {
-    const Match percent{
-        [](const phase::Preparing&) -> std::optional<int> { return 0; },
-        [](const phase::Uploading& uploading) -> std::optional<int> {
-            return static_cast<int>(std::floor(uploading.fraction * 100));
-        },
-        [](const phase::Finishing&) -> std::optional<int> { return 100; },
-        [](const auto&) -> std::optional<int> { return std::nullopt; },
-    };
-    return std::visit(percent, phase);
+    if (std::holds_alternative<phase::Idle>(phase) || std::holds_alternative<phase::Failed>(phase)) return std::nullopt;
+    return static_cast<int>(std::floor(uploadBar(phase).value * 100));
 }
 
 bool isAccepted(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now)

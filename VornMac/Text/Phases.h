@@ -2,6 +2,8 @@
 
 #include "VornMac/Text/ErrorText.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
 #include <variant>
 
@@ -10,32 +12,41 @@ namespace vorn {
 /// How far the work of a step has come. Values: two are equal when they show the same.
 namespace phase {
 
-/// A case that carries nothing. `Tag` tells it from the others.
-template <class Tag>
+/// A phase's name, as programs are told it.
+template <std::size_t size>
+struct Name {
+    char text[size]{}; // NOLINT(modernize-avoid-c-arrays): a template argument
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays,google-explicit-constructor,hicpp-explicit-conversions): a literal is one
+    consteval Name(const char (&literal)[size]) { std::copy_n(literal, size, text); }
+};
+
+/// A case that carries nothing but its name.
+template <Name phaseName>
 struct Plain {
+    static constexpr const char* name() { return phaseName.text; }
     bool operator==(const Plain&) const = default;
 };
 
 /// The work stopped. Only linking is tried again by itself.
 using Failed = ErrorText;
 
-using Idle = Plain<struct IdleTag>;       ///< nothing was begun, or the session has ended since
-using Loading = Plain<struct LoadingTag>; ///< the service is asked, or the chat is read
+using Idle = Plain<"idle">;       ///< nothing was begun, or the session has ended since
+using Loading = Plain<"loading">; ///< the service is asked, or the chat is read
 
-using Waiting = Plain<struct WaitingTag>; ///< `Loading`, for so long that the user wonders
-using Refused = Plain<struct RefusedTag>; ///< the keychain did not let the program in
+using Waiting = Plain<"waiting">; ///< `Loading`, for so long that the user wonders
+using Refused = Plain<"refused">; ///< the keychain did not let the program in
 
-using Showing = Plain<struct ShowingTag>;   ///< the code waits for the phone
-using Scanned = Plain<struct ScannedTag>;   ///< the phone has read the code; the user has to confirm there
-using Rejected = Plain<struct RejectedTag>; ///< the phone declined; a new code follows
+using Showing = Plain<"showing">;   ///< the code waits for the phone
+using Scanned = Plain<"scanned">;   ///< the phone has read the code; the user has to confirm there
+using Rejected = Plain<"rejected">; ///< the phone declined; a new code follows
 
-using Unavailable = Plain<struct UnavailableTag>;     ///< there is no such quest for this user
-using NotConfigured = Plain<struct NotConfiguredTag>; ///< the service does not say whom the chat is with
-using NotFound = Plain<struct NotFoundTag>;           ///< there is no message of that chat on this Mac
-using Found = Plain<struct FoundTag>;
+using Unavailable = Plain<"unavailable">;     ///< there is no such quest for this user
+using NotConfigured = Plain<"notConfigured">; ///< the service does not say whom the chat is with
+using NotFound = Plain<"notFound">;           ///< there is no message of that chat on this Mac
+using Found = Plain<"found">;
 
-using Preparing = Plain<struct PreparingTag>; ///< the archive is being packed
-using Finishing = Plain<struct FinishingTag>; ///< everything is sent; the service has to acknowledge it
+using Preparing = Plain<"preparing">; ///< the archive is being packed
+using Finishing = Plain<"finishing">; ///< everything is sent; the service has to acknowledge it
 struct Uploading {
     double fraction = 0; ///< 0…1 of the archive's bytes
     bool operator==(const Uploading&) const = default;
