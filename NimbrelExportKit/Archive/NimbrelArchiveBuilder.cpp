@@ -4,7 +4,6 @@
 #include "NimbrelExportKit/Archive/ZipWriter.h"
 
 #include <array>
-#include <string>
 
 namespace vorn {
 
@@ -26,8 +25,8 @@ ArchiveFile NimbrelArchiveBuilder::writeArchive(const NimbrelExportResult& resul
     const ByteBuffer manifest = manifestJSON(result, exporter, exportedAt);
     const ByteBuffer messages = messagesJSON(result);
     cancel.check();
-    const std::array entries{ZipEntry{std::string(manifestEntryName), manifest, exportedAt},
-                             ZipEntry{std::string(messagesEntryName), messages, exportedAt}};
+    const std::array entries{ZipEntry{"vorn-nimbrel-export.json", manifest, exportedAt},
+                             ZipEntry{"vorn-nimbrel-messages.json", messages, exportedAt}};
     ZipWriter::write(entries, to, files, cancel);
     return {to, files.fileSize(to)};
 }

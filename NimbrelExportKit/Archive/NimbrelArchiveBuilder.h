@@ -9,7 +9,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <string_view>
 
 namespace vorn {
 
@@ -23,9 +22,6 @@ struct ArchiveFile {
 /// Packs the result of an export for the upload: a ZIP archive of a manifest and the messages, both JSON (UTF-8).
 /// Threads: any but the main one: large results take seconds.
 namespace NimbrelArchiveBuilder {
-
-inline constexpr std::string_view manifestEntryName = "vorn-nimbrel-export.json";
-inline constexpr std::string_view messagesEntryName = "vorn-nimbrel-messages.json";
 
 ByteBuffer manifestJSON(const NimbrelExportResult& result, const ExporterInfo& exporter, Instant exportedAt);
 ByteBuffer messagesJSON(const NimbrelExportResult& result);

@@ -38,12 +38,6 @@ ReadArchive readFrom(const std::filesystem::path& path)
     return readArchive(bytesOf(readFile(path)));
 }
 
-TEST(NimbrelArchiveBuilder, NamesItsEntries)
-{
-    EXPECT_EQ(manifestEntryName, "vorn-nimbrel-export.json");
-    EXPECT_EQ(messagesEntryName, "vorn-nimbrel-messages.json");
-}
-
 TEST(NimbrelArchiveBuilder, PutsTheManifestFirstAndTheMessagesSecond)
 {
     const TemporaryFolder folder;
