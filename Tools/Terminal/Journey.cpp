@@ -231,7 +231,7 @@ Async<> Journey::review()
     tellReview();
     if (const auto& submission = model_.submission(); submission && !submission->status.isFinal())
         terminal_.say(longReviewText());
-    if (const std::string next = nextUploadText(model_.availability()); !next.empty()) terminal_.say(next);
+    for (const std::string& line : questLines({{}, model_.nimbrel(), model_.availability()})) terminal_.say(line);
 }
 
 void Journey::tellReview()

@@ -35,20 +35,21 @@ std::string textOf(const SubmissionStatus& submission)
 
 std::string textOf(const StatusReport& report)
 {
-    const QuestWire& quest = report.quest.quest;
+    const QuestWire& quest = report.nimbrel.quest;
     const QuestAvailability availability(quest, report.now);
     std::string text = line("Linked as", report.user.displayName) + line("Quest", quest.title.value_or(quest.id)) +
                        line("  status", quest.status) + line("  next upload", availabilityLine(availability)) +
-                       line("  reward", rewardText(report.quest)) +
-                       line("  upload limit", bytesText(report.quest.maxBytes));
+                       line("  reward", rewardText(report.nimbrel)) +
+                       line("  upload limit", bytesText(report.nimbrel.maxBytes));
     if (report.submission)
-        text += textOf(*report.submission) + line("  review", reviewLine(*report.submission, rewardText(report.quest)));
+        text +=
+            textOf(*report.submission) + line("  review", reviewLine(*report.submission, rewardText(report.nimbrel)));
     return text;
 }
 
 std::string jsonOf(const StatusReport& report)
 {
-    const QuestWire& quest = report.quest.quest;
+    const QuestWire& quest = report.nimbrel.quest;
     const QuestAvailability availability(quest, report.now);
     return dump({{"user", {{"id", report.user.id}, {"displayName", report.user.displayName}}},
                  {"quest",
@@ -60,7 +61,7 @@ std::string jsonOf(const StatusReport& report)
                    {"availableAt", orNull(quest.availableAt)},
                    {"rejectionReasonKey", orNull(quest.rejectionReasonKey)},
                    {"rewardUsd", orNull(quest.rewardUsd)},
-                   {"maxBytes", report.quest.maxBytes}}},
+                   {"maxBytes", report.nimbrel.maxBytes}}},
                  {"submission", report.submission ? jsonOf(*report.submission) : JSON(nullptr)}});
 }
 

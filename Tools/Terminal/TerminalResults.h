@@ -14,7 +14,7 @@ std::string textOf(const SubmissionStatus& submission);
 /// What `status` tells.
 struct StatusReport {
     LinkedUser user;
-    NimbrelState quest;
+    NimbrelState nimbrel;
     Instant now; ///< when the quest's state was read
     std::optional<SubmissionStatus> submission;
 };

@@ -4,13 +4,16 @@
 #include "VornMac/Text/CommonText.h"
 #include "VornMac/Text/QuestText.h"
 
+#include <algorithm>
+#include <iterator>
+
 namespace vorn {
 namespace {
 
 constexpr const char* notAccepted = "Not accepted";
 constexpr const char* elsewhere = "The result also shows on the quest in the Vorn app.";
 
-/// A line of words that say two things, as a window's title has a line for each.
+/// A window's title, which has two lines, as one line.
 std::string sentences(const ScreenText& text)
 {
     return text.title + ". " + text.subtitle + ".";
@@ -58,9 +61,9 @@ ScreenText textOf(const SubmissionStatus& submission, const std::string& questRe
 
 ScreenText doneText(const UploadOutcome& outcome)
 {
-    ScreenText text = textOf(outcome.submission, rewardText(outcome.quest));
-    const std::string next = nextUploadText(outcome.availability);
-    if (outcome.submission.status.is(ReviewStatus::Kind::approved) && !next.empty()) text.lead.push_back(next);
+    ScreenText text = textOf(outcome.submission, rewardText(outcome.nimbrel));
+    if (outcome.submission.status.is(ReviewStatus::Kind::approved))
+        std::ranges::copy(questLines(outcome), std::back_inserter(text.lead));
     text.primary = "Back to your chat";
     text.caption = rewardHeading;
     return text;
@@ -89,10 +92,13 @@ std::string reviewLine(const SubmissionStatus& submission, const std::string& qu
     }
 }
 
-std::string nextUploadText(const std::optional<QuestAvailability>& availability)
+std::vector<std::string> questLines(const UploadOutcome& outcome)
 {
-    const auto* cooldown = availability ? std::get_if<QuestAvailability::Cooldown>(&availability->state()) : nullptr;
-    return cooldown == nullptr ? "" : "Upload again on " + dayText(cooldown->until) + " with your newer chats.";
+    std::vector<std::string> lines;
+    const auto& next = outcome.availability;
+    if (const auto* cooldown = next ? std::get_if<QuestAvailability::Cooldown>(&next->state()) : nullptr)
+        lines.push_back("Upload again on " + dayText(cooldown->until) + " with your newer chats.");
+    return lines;
 }
 
 std::string longReviewText()

@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// The done screen: how a review stands, and what it earned. Dates are those of the user's zone. Threads: any.
 namespace vorn {
@@ -15,7 +16,7 @@ namespace vorn {
 /// What the end of an upload is told from.
 struct UploadOutcome {
     SubmissionStatus submission;
-    std::optional<NimbrelState> quest;             ///< nothing before it is known
+    std::optional<NimbrelState> nimbrel;           ///< nothing before it is known
     std::optional<QuestAvailability> availability; ///< what the quest says about the next upload
 };
 
@@ -27,8 +28,8 @@ RewardStatus rewardStatus(const ReviewStatus& review);
 /// How the review stands, as one line of a terminal. `questReward` stands in where the submission names no amount.
 std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward);
 
-/// When a user whose upload was just paid may make the next; empty when no day is known.
-std::string nextUploadText(const std::optional<QuestAvailability>& availability);
+/// What the quest says of what comes after a review: when the user may make the next upload, where a day is known.
+std::vector<std::string> questLines(const UploadOutcome& outcome);
 
 /// What a terminal says when it stops watching a review that goes on.
 std::string longReviewText();

@@ -27,9 +27,9 @@ std::string availabilityLine(const QuestAvailability& availability)
     return note.empty() ? "You can upload your chat." : note;
 }
 
-std::string rewardText(const std::optional<NimbrelState>& quest)
+std::string rewardText(const std::optional<NimbrelState>& nimbrel)
 {
-    const auto amount = quest ? RewardFormat::usd(quest->quest.rewardUsd) : std::nullopt;
+    const auto amount = nimbrel ? RewardFormat::usd(nimbrel->quest.rewardUsd) : std::nullopt;
     return amount.value_or("the quest reward");
 }
 

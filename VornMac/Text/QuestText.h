@@ -18,7 +18,7 @@ StatusText availabilityNote(const QuestAvailability& availability);
 std::string availabilityLine(const QuestAvailability& availability);
 
 /// What an accepted upload earns: an amount, or "the quest reward" when that is not known.
-std::string rewardText(const std::optional<NimbrelState>& quest);
+std::string rewardText(const std::optional<NimbrelState>& nimbrel);
 
 /// What `submission` earns: its own amount, else `questReward`.
 std::string earnedText(const SubmissionStatus& submission, const std::string& questReward);
@@ -29,7 +29,7 @@ bool isAmount(const std::string& earned);
 /// `earned`, as above, while it is counted up: `part` of it, 0…1. Words are not counted, and stay as they are.
 std::string countedText(const std::string& earned, double part);
 
-/// Why `submission`, which was rejected, was.
+/// Why `submission` was rejected.
 std::string rejectionText(const SubmissionStatus& submission);
 
 inline constexpr const char* questName = "Chat export quest"; ///< under the amount

@@ -49,9 +49,9 @@ TEST(TerminalResults, TellAboutASubmission)
 TEST(TerminalResults, TellAboutTheQuest)
 {
     StatusReport report{{"user-1", "Ada"}, questWith("rejected"), march, {}};
-    report.quest.quest.title = "Share your chat";
-    report.quest.quest.rewardUsd = 12.5;
-    report.quest.quest.rejectionReasonKey = "wrong_provider";
+    report.nimbrel.quest.title = "Share your chat";
+    report.nimbrel.quest.rewardUsd = 12.5;
+    report.nimbrel.quest.rejectionReasonKey = "wrong_provider";
     EXPECT_EQ(textOf(report), "Linked as       Ada\n"
                               "Quest           Share your chat\n"
                               "  status        rejected\n"

@@ -117,8 +117,8 @@ TEST_F(DoneText, NamesTheNextUploadOfWhoWasPaid)
     EXPECT_THAT(doneText({submissionWith("approved"), std::nullopt, std::nullopt}).lead,
                 ElementsAre("The reward is in your Vorn balance."));
     EXPECT_THAT(doneText(outcome("rejected")).lead, IsEmpty());
-    EXPECT_EQ(nextUploadText(QuestAvailability(QuestAvailability::InReview{})), "");
-    EXPECT_EQ(nextUploadText(std::nullopt), "");
+    EXPECT_THAT(questLines({{}, {}, QuestAvailability(QuestAvailability::InReview{})}), IsEmpty());
+    EXPECT_THAT(questLines({}), IsEmpty());
 }
 
 TEST_F(DoneText, IsANotificationInTheScreensWords)

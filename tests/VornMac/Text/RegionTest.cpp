@@ -46,7 +46,8 @@ TEST_P(Regions, WriteTheDays)
     EXPECT_EQ(datesText(stats), first + " – " + last);
     const QuestAvailability cooldown{QuestAvailability::Cooldown{last_}};
     EXPECT_EQ(availabilityNote(cooldown).text, "Paid. You can upload again on " + last + ".");
-    EXPECT_EQ(nextUploadText(cooldown), "Upload again on " + last + " with your newer chats.");
+    EXPECT_THAT(questLines({{}, {}, cooldown}),
+                ::testing::ElementsAre("Upload again on " + last + " with your newer chats."));
 }
 
 TEST_P(Regions, ChangeNothingElse)
