@@ -22,18 +22,18 @@ AppModel::AppModel(AppServices services)
         restorePhase_ = phase::Loading{};
 }
 
-// `consent`, `find` and `upload` stop nothing when they are left: their jobs outlive the screen.
-const AppModel::StepWork& AppModel::workOf(Step step)
+// `consent` and `find` stop nothing when they are left: their jobs outlive the screen.
+AppModel::StepWork AppModel::workOf(Step step)
 {
     static constexpr std::array table{
         StepWork{Step::link, &AppModel::startLinking, &AppModel::stopLinking},
         StepWork{Step::consent, &AppModel::prefetchNimbrel, nullptr},
         StepWork{Step::access, &AppModel::startAccessProbe, &AppModel::stopAccessProbe},
         StepWork{Step::find, &AppModel::scan, nullptr},
-        StepWork{Step::upload, nullptr, nullptr},
         StepWork{Step::done, nullptr, &AppModel::stopReviewWatch},
     };
-    return *std::ranges::find(table, step, &StepWork::step); // every step has a row
+    const auto row = std::ranges::find(table, step, &StepWork::step);
+    return row == table.end() ? StepWork{step, nullptr, nullptr} : *row;
 }
 
 // The step's signal comes first: the screen that is left must not show what follows.

@@ -6,8 +6,8 @@
 #include "Platform/Keychain/KeychainError.h"
 #include "VornMac/Model/Announcements.h"
 #include "VornMac/Model/AppServices.h"
-#include "VornMac/Model/Step.h"
 #include "VornMac/Text/Phases.h"
+#include "VornMac/Text/Step.h"
 #include "VornMacCore/Client/UploadProgress.h"
 #include "VornMacCore/Wire/QuestAvailability.h"
 
@@ -145,13 +145,13 @@ signals:
 private:
     using Signal = void (AppModel::*)();
 
-    /// What a step begins when it is entered and stops when it is left.
+    /// What a step begins when it is entered and stops when it is left; a step without work has no row.
     struct StepWork {
         Step step;
         void (AppModel::*enter)();
         void (AppModel::*leave)();
     };
-    static const StepWork& workOf(Step step);
+    static StepWork workOf(Step step);
 
     template <class Value>
     void assign(Value& property, Value value, Signal changed, Announcements::Place place = Announcements::Place::last)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "NimbrelExportKit/Messages/FullDiskAccess.h"
-#include "VornMac/Model/Step.h"
 #include "VornMac/Text/Phases.h"
+#include "VornMac/Text/Step.h"
 #include "VornMacCore/Client/UploadProgress.h"
 #include "VornMacCore/Wire/LinkingRecords.h"
 #include "VornMacCore/Wire/QuestRecords.h"

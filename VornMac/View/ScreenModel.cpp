@@ -76,7 +76,7 @@ void ScreenModel::refresh()
     compare(&Shown::text, &ScreenModel::textChanged);
     compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
     compare(&Shown::step, &ScreenModel::stepChanged);        // a screen that is made then reads everything
-    for (const auto signal : changes) emit(this->*signal)(); // who hears of one may change the model, and so this again
+    for (const auto signal : changes) emit(this->*signal)(); // a slot may change the model and re-enter this
 }
 
 void ScreenModel::showExport()
@@ -174,71 +174,6 @@ void ScreenModel::startSignedOut()
     if (model_ == nullptr) return;
     model_->forgoSession();
     start();
-}
-
-void ScreenModel::backToConsent()
-{
-    if (model_ != nullptr) model_->go(Step::consent);
-}
-
-void ScreenModel::lookForChat()
-{
-    if (model_ != nullptr) model_->go(Step::find);
-}
-
-void ScreenModel::startLinking()
-{
-    if (model_ != nullptr) model_->startLinking();
-}
-
-void ScreenModel::setUnderstandsUpload(bool value)
-{
-    if (model_ != nullptr) model_->setUnderstandsUpload(value);
-}
-
-void ScreenModel::setAgreesToShare(bool value)
-{
-    if (model_ != nullptr) model_->setAgreesToShare(value);
-}
-
-void ScreenModel::acceptConsent()
-{
-    if (model_ != nullptr) model_->acceptConsent();
-}
-
-void ScreenModel::startAccessProbe()
-{
-    if (model_ != nullptr) model_->startAccessProbe();
-}
-
-void ScreenModel::goOnOnceAccessIsSeen()
-{
-    if (model_ != nullptr) model_->goOnOnceAccessIsSeen();
-}
-
-void ScreenModel::openFullDiskAccessSettings()
-{
-    if (model_ != nullptr) model_->openFullDiskAccessSettings();
-}
-
-void ScreenModel::revealAppInFinder()
-{
-    if (model_ != nullptr) model_->revealAppInFinder();
-}
-
-void ScreenModel::relaunch()
-{
-    if (model_ != nullptr) model_->relaunch();
-}
-
-void ScreenModel::upload()
-{
-    if (model_ != nullptr) model_->upload();
-}
-
-void ScreenModel::signOut()
-{
-    if (model_ != nullptr) model_->signOut();
 }
 
 } // namespace vorn

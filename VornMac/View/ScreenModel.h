@@ -3,7 +3,7 @@
 #include "Platform/Async/Clock.h"
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
-#include "VornMac/Model/Step.h"
+#include "VornMac/Text/Step.h"
 #include "VornMac/Text/TimeLeft.h"
 #include "VornMac/View/Everything.h"
 #include "VornMac/View/PreviewList.h"
@@ -91,18 +91,18 @@ public:
     bool isCodeRead() const { return shown_.link.isCodeRead; } ///< by the phone, where the user has to confirm
     bool hasLinkFailed() const { return shown_.link.hasFailed; }
     QString qrPayload() const { return shown_.qrPayload; } ///< a secret, for the phone; empty once it has expired
-    /// Whether such a code is shown of which it is known when it expires.
+    /// Whether a code is shown whose expiry is known.
     bool linkExpires() const { return shown_.linkExpires; }
-    /// Whole seconds until the code expires, a begun one counted; never below 0, and 0 unless `linkExpires`. Goes on
-    /// while the link screen is shown.
+    /// Whole seconds until the code expires, rounded up; never below 0, and 0 unless `linkExpires`. Counts down while
+    /// the link screen is shown.
     int linkSecondsLeft() const { return linkSecondsLeft_; }
     QString linkTimeLeft() const; ///< the same as "1:58"
 
     const ShownConsent& consent() const { return shown_.consent; }
     bool understandsUpload() const { return shown_.understandsUpload; }
-    void setUnderstandsUpload(bool value);
+    void setUnderstandsUpload(bool value) { call(&AppModel::setUnderstandsUpload, value); }
     bool agreesToShare() const { return shown_.agreesToShare; }
-    void setAgreesToShare(bool value);
+    void setAgreesToShare(bool value) { call(&AppModel::setAgreesToShare, value); }
 
     Access access() const { return shown_.access; }
 
@@ -127,19 +127,19 @@ public:
     Q_INVOKABLE void start();
     /// After a refusal: links this Mac, whatever is stored.
     Q_INVOKABLE void startSignedOut();
-    Q_INVOKABLE void backToConsent();
+    Q_INVOKABLE void backToConsent() { call(&AppModel::go, Step::consent); }
     /// Looks for the chat, on the find screen; there, looks again.
-    Q_INVOKABLE void lookForChat();
-    Q_INVOKABLE void startLinking();
-    Q_INVOKABLE void acceptConsent();
+    Q_INVOKABLE void lookForChat() { call(&AppModel::go, Step::find); }
+    Q_INVOKABLE void startLinking() { call(&AppModel::startLinking); }
+    Q_INVOKABLE void acceptConsent() { call(&AppModel::acceptConsent); }
     /// Looks at once whether the Messages database can be read, and goes on looking.
-    Q_INVOKABLE void startAccessProbe();
-    Q_INVOKABLE void goOnOnceAccessIsSeen();
-    Q_INVOKABLE void openFullDiskAccessSettings();
-    Q_INVOKABLE void revealAppInFinder();
-    Q_INVOKABLE void relaunch();
-    Q_INVOKABLE void upload();
-    Q_INVOKABLE void signOut();
+    Q_INVOKABLE void startAccessProbe() { call(&AppModel::startAccessProbe); }
+    Q_INVOKABLE void goOnOnceAccessIsSeen() { call(&AppModel::goOnOnceAccessIsSeen); }
+    Q_INVOKABLE void openFullDiskAccessSettings() { call(&AppModel::openFullDiskAccessSettings); }
+    Q_INVOKABLE void revealAppInFinder() { call(&AppModel::revealAppInFinder); }
+    Q_INVOKABLE void relaunch() { call(&AppModel::relaunch); }
+    Q_INVOKABLE void upload() { call(&AppModel::upload); }
+    Q_INVOKABLE void signOut() { call(&AppModel::signOut); }
 
 signals:
     void restorePhaseChanged();
@@ -184,7 +184,7 @@ private:
         bool isFound = false;
         bool operator==(const Scan&) const = default;
     };
-    /// What one signal tells of stands in one member.
+    /// Each signal tells of one member.
     struct Shown {
         Restore restore;
         Step step = Step::link;
@@ -212,6 +212,13 @@ private:
 
     ScreenModel(const ScreenModel& shown, QObject* parent);
 
+    /// Nothing happens in a copy by `asItWas`.
+    template <class... Taken, class... Given>
+    void call(void (AppModel::*operation)(Taken...), Given... given)
+    {
+        if (model_ != nullptr) (model_->*operation)(given...);
+    }
+
     void follow();
     Shown derived() const;
     Restore restore() const;
@@ -233,7 +240,7 @@ private:
     void followUpload();
     Async<> runUploadWatch();
 
-    AppModel* model_; ///< null in what stays as it was
+    AppModel* model_; ///< null in a copy by `asItWas`
     MainContext* context_;
     Clock* clock_;
     TimeLeft timeLeft_; ///< of the upload; made before what is shown, which asks it

@@ -1,12 +1,11 @@
 #include "Platform/Base/Text.h"
-#include "VornMac/Text/AccessText.h"
 #include "VornMac/Text/AccountText.h"
 #include "VornMac/Text/DoneText.h"
 #include "VornMac/Text/FindText.h"
 #include "VornMac/Text/KeychainText.h"
-#include "VornMac/Text/LinkText.h"
 #include "VornMac/Text/QuestText.h"
 #include "VornMac/Text/StatisticsText.h"
+#include "VornMac/Text/StepText.h"
 #include "VornMac/Text/UploadText.h"
 #include "VornMac/View/ScreenModel.h"
 
@@ -14,15 +13,6 @@
 
 // What ScreenModel shows of the application model.
 namespace vorn {
-namespace {
-
-ScreenText consentText(const Consent& consent)
-{
-    return {
-        .title = consent.title, .subtitle = consent.subtitle, .primary = consent.primary, .caption = consent.caption};
-}
-
-} // namespace
 
 ScreenModel::Restore ScreenModel::restore() const
 {
@@ -32,15 +22,12 @@ ScreenModel::Restore ScreenModel::restore() const
 
 ScreenText ScreenModel::currentText() const
 {
-    switch (model_->step()) {
-    case Step::link: return linkText(model_->linkPhase());
-    case Step::consent: return consentText(consentFor(model_->reward()));
-    case Step::access: return accessText(model_->access());
-    case Step::find: return findText(model_->scanPhase(), model_->availability());
-    case Step::upload: return uploadText(model_->uploadPhase());
-    case Step::done: break;
-    }
-    return doneText({submission(), model_->nimbrel(), model_->availability()});
+    return textOfStep({.step = model_->step(),
+                       .link = model_->linkPhase(),
+                       .access = model_->access(),
+                       .scan = model_->scanPhase(),
+                       .upload = model_->uploadPhase(),
+                       .outcome = {submission(), model_->nimbrel(), model_->availability()}});
 }
 
 QString ScreenModel::position() const

@@ -1,0 +1,24 @@
+#pragma once
+
+#include "NimbrelExportKit/Messages/FullDiskAccess.h"
+#include "VornMac/Text/DoneText.h"
+#include "VornMac/Text/Phases.h"
+#include "VornMac/Text/ScreenText.h"
+#include "VornMac/Text/Step.h"
+
+namespace vorn {
+
+/// What the words of a step's screen are chosen from.
+struct StepState {
+    Step step = Step::link;
+    LinkPhase link{};
+    FullDiskAccessStatus access = FullDiskAccessStatus::denied;
+    ScanPhase scan{};
+    UploadPhase upload{};
+    UploadOutcome outcome{}; ///< of the last upload; the quest's part is known before one
+};
+
+/// Returns the words of the step's screen. Threads: any.
+ScreenText textOfStep(const StepState& state);
+
+} // namespace vorn
