@@ -37,11 +37,6 @@ QPainterPath rounded(const QRectF& body, qreal radius)
 
 } // namespace
 
-BubbleShape::BubbleShape(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &BubbleShape::looksChanged, this, [this] { update(); });
-}
-
 void BubbleShape::paint(QPainter* painter)
 {
     const QRectF body = boundingRect().adjusted(tailWidth, 0, -tailWidth, 0);

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// A speech bubble behind a message: round corners, and a tail at the bottom of the side that speaks. Its body leaves
 /// `tailWidth` free on both sides, so that bubbles with and without a tail line up.
-class BubbleShape : public QQuickPaintedItem {
+class BubbleShape : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
@@ -20,14 +21,11 @@ public:
     Q_ENUM(Tail)
     static constexpr double tailWidth = 8;
 
-    explicit BubbleShape(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     static double tailRoom() { return tailWidth; }
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     QColor color_ = Qt::black;

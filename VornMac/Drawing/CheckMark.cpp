@@ -25,11 +25,6 @@ QPainterPath checkUntil(double part)
 
 } // namespace
 
-CheckMark::CheckMark(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &CheckMark::looksChanged, this, [this] { update(); });
-}
-
 void CheckMark::paint(QPainter* painter)
 {
     const double side = std::min(width(), height());

@@ -1,13 +1,14 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// A check on a disc, as far as it is drawn: the disc grows first, then the check is written on it.
-class CheckMark : public QQuickPaintedItem {
+class CheckMark : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double progress MEMBER progress_ NOTIFY looksChanged)
@@ -15,12 +16,9 @@ class CheckMark : public QQuickPaintedItem {
     Q_PROPERTY(QColor inkColor MEMBER inkColor_ NOTIFY looksChanged)
 
 public:
-    explicit CheckMark(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     double progress_ = 1; ///< 0…1

@@ -27,7 +27,7 @@ bool isDarkInEye(int row, int column)
     return edge == 0 || edge >= 2;
 }
 
-/// Without an order that the eye sees, and always the same.
+/// Looks random, and is always the same.
 bool isDark(int row, int column)
 {
     if (isInEye(row, column)) return isDarkInEye(row, column);
@@ -38,11 +38,6 @@ bool isDark(int row, int column)
 }
 
 } // namespace
-
-CodeShape::CodeShape(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &CodeShape::looksChanged, this, [this] { update(); });
-}
 
 void CodeShape::paint(QPainter* painter)
 {

@@ -1,24 +1,22 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// What a QR code looks like, without being one: it stands where a code will, and no reader finds anything in it.
-class CodeShape : public QQuickPaintedItem {
+class CodeShape : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
 
 public:
-    explicit CodeShape(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     QColor color_ = Qt::black;

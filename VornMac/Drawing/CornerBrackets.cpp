@@ -5,11 +5,6 @@
 
 namespace vorn {
 
-CornerBrackets::CornerBrackets(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &CornerBrackets::looksChanged, this, [this] { update(); });
-}
-
 void CornerBrackets::paint(QPainter* painter)
 {
     const qreal inset = thickness_ / 2;

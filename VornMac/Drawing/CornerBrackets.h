@@ -1,13 +1,14 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// The four corners of a camera's viewfinder around what is to be scanned.
-class CornerBrackets : public QQuickPaintedItem {
+class CornerBrackets : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
@@ -16,12 +17,9 @@ class CornerBrackets : public QQuickPaintedItem {
     Q_PROPERTY(double radius MEMBER radius_ NOTIFY looksChanged)
 
 public:
-    explicit CornerBrackets(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     QColor color_ = Qt::black;

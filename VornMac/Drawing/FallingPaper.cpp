@@ -30,11 +30,6 @@ QColor between(const QColor& one, const QColor& other, double part)
 
 } // namespace
 
-FallingPaper::FallingPaper(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &FallingPaper::looksChanged, this, [this] { update(); });
-}
-
 void FallingPaper::paint(QPainter* painter)
 {
     if (progress_ <= 0 || progress_ >= 1) return;

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
-/// Bits of coloured paper that fall once over the item's whole height, each time on the same ways. Nothing is drawn
+/// Bits of coloured paper that fall once over the item's whole height, each time along the same paths. Nothing is drawn
 /// before and after.
-class FallingPaper : public QQuickPaintedItem {
+class FallingPaper : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double progress MEMBER progress_ NOTIFY looksChanged)
@@ -16,12 +17,9 @@ class FallingPaper : public QQuickPaintedItem {
     Q_PROPERTY(QColor endColor MEMBER endColor_ NOTIFY looksChanged)
 
 public:
-    explicit FallingPaper(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     double progress_ = 1; ///< 0…1, of the time

@@ -6,13 +6,8 @@
 
 namespace vorn {
 
-SoftShadow::SoftShadow(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &SoftShadow::looksChanged, this, [this] { update(); });
-}
-
-// Rounded rectangles inside each other, each in its own strength: works without effects in every renderer. They replace
-// each other: added up, so faint colours would be rounded away.
+// Rounded rectangles inside each other, each in its own strength: works without effects in every renderer. Each
+// replaces what it covers: colours this faint would be rounded away if they were added up.
 void SoftShadow::paint(QPainter* painter)
 {
     const int layers = std::max(1, static_cast<int>(2 * blur_));

@@ -1,14 +1,15 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// The soft shadow of a card with round corners: from `blur` outside its edges to as far inside. Give it the card's
 /// size on every side plus `blur`, and lay it below.
-class SoftShadow : public QQuickPaintedItem {
+class SoftShadow : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
@@ -16,12 +17,9 @@ class SoftShadow : public QQuickPaintedItem {
     Q_PROPERTY(double radius MEMBER radius_ NOTIFY looksChanged)
 
 public:
-    explicit SoftShadow(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     QColor color_ = Qt::black; ///< where it is darkest

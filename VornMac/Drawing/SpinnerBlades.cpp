@@ -12,11 +12,6 @@ constexpr double faintest = 0.15;
 
 } // namespace
 
-SpinnerBlades::SpinnerBlades(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &SpinnerBlades::looksChanged, this, [this] { update(); });
-}
-
 void SpinnerBlades::turn()
 {
     ++turns_;

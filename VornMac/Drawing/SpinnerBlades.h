@@ -1,20 +1,21 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// The blades of a progress spinner around its centre, each fainter than the next.
-class SpinnerBlades : public QQuickPaintedItem {
+class SpinnerBlades : public PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
     Q_PROPERTY(int turns READ turns NOTIFY looksChanged)
 
 public:
-    explicit SpinnerBlades(QQuickItem* parent = nullptr);
+    using PaintedItem::PaintedItem;
 
     int turns() const noexcept { return turns_; } ///< blades that it has turned by so far
 
@@ -22,9 +23,6 @@ public:
     Q_INVOKABLE void turn();
 
     void paint(QPainter* painter) override;
-
-signals:
-    void looksChanged();
 
 private:
     QColor color_ = Qt::black;

@@ -106,56 +106,6 @@ QUrl Everything::suggestedFile()
     return QUrl::fromLocalFile(folder.filePath(archiveName));
 }
 
-QString Everything::seeLabel()
-{
-    return seeEverything;
-}
-
-QString Everything::title()
-{
-    return everythingTitle;
-}
-
-QString Everything::subtitle()
-{
-    return yourChat;
-}
-
-QString Everything::searchLabel()
-{
-    return searchMessages;
-}
-
-QString Everything::clearLabel()
-{
-    return clearSearch;
-}
-
-QString Everything::leftOutHeading()
-{
-    return vorn::leftOutHeading;
-}
-
-QString Everything::besidesHeading()
-{
-    return vorn::besidesHeading;
-}
-
-QString Everything::saveLabel()
-{
-    return saveCopyLabel;
-}
-
-QString Everything::backLabel()
-{
-    return goBack;
-}
-
-QString Everything::fileKind()
-{
-    return archiveKind;
-}
-
 QString Everything::fileSuffix()
 {
     return QFileInfo(archiveName).suffix();

@@ -2,6 +2,8 @@
 
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
+#include "VornMac/Text/CommonText.h"
+#include "VornMac/Text/EverythingText.h"
 #include "VornMac/View/EverythingList.h"
 #include "VornMac/View/ShownText.h"
 
@@ -71,16 +73,16 @@ public:
     bool isSaving() const;
     static QUrl suggestedFile();
 
-    static QString seeLabel();
-    static QString title();
-    static QString subtitle();
-    static QString searchLabel();
-    static QString clearLabel();
-    static QString leftOutHeading();
-    static QString besidesHeading();
-    static QString saveLabel();
-    static QString backLabel();
-    static QString fileKind();
+    static QString seeLabel() { return seeEverything; }
+    static QString title() { return everythingTitle; }
+    static QString subtitle() { return yourChat; }
+    static QString searchLabel() { return searchMessages; }
+    static QString clearLabel() { return clearSearch; }
+    static QString leftOutHeading() { return vorn::leftOutHeading; }
+    static QString besidesHeading() { return vorn::besidesHeading; }
+    static QString saveLabel() { return saveCopyLabel; }
+    static QString backLabel() { return goBack; }
+    static QString fileKind() { return archiveKind; }
     static QString fileSuffix();
 
     /// Does nothing before a chat is found.

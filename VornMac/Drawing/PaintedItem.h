@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QQuickPaintedItem>
+#include <qqmlregistration.h>
+
+namespace vorn {
+
+/// An item that is painted anew whenever its looks change.
+class PaintedItem : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ANONYMOUS
+
+public:
+    explicit PaintedItem(QQuickItem* parent = nullptr) : QQuickPaintedItem(parent)
+    {
+        connect(this, &PaintedItem::looksChanged, this, [this] { update(); });
+    }
+
+signals:
+    void looksChanged();
+};
+
+} // namespace vorn
