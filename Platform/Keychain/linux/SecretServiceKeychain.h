@@ -7,6 +7,8 @@
 
 namespace vorn {
 
+class SecretServiceRequest;
+
 /// Secrets in the desktop's Secret Service (freedesktop.org), in its default collection, under the attributes "service"
 /// and "account" and a schema named "<service>.Item". A locked collection is unlocked first, for which the service may
 /// ask for a password.
@@ -41,8 +43,7 @@ public:
     void replace(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
 
 private:
-    class Request;
-    using Steps = std::function<std::optional<std::string>(Request&)>;
+    using Steps = std::function<std::optional<std::string>(SecretServiceRequest&)>;
 
     /// `patience` is what a user who is asked gets beyond the limit.
     std::optional<std::string> perform(Steps steps, std::chrono::milliseconds patience = {}) const;
