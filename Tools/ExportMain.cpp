@@ -94,7 +94,7 @@ private:
                       setUp + preflight::textOf(file, options_.database)}};
     }
 
-    /// Reading takes a while; who will not get an archive in the end should hear it before.
+    /// Fails early if the output is unwritable: reading takes a while.
     void refuseUnwritableOutput() const
     {
         const std::filesystem::path folder = options_.output.has_parent_path() ? options_.output.parent_path() : ".";

@@ -84,7 +84,7 @@ public:
     }
 
 private:
-    /// Each gives how many bytes are part of the tail, 0 at its end.
+    /// Each returns how many bytes are part of the tail, 0 at its end.
     std::size_t acceptASCII(char c)
     {
         if (c <= ' ' || c == 0x7F || c == '<' || c == '>' || c == '`' || c == '\\') return 0;

@@ -14,7 +14,7 @@ constexpr bool beginsTail(std::string_view text, std::size_t at) noexcept
 /// Where the path, query and fragment that begin at `at` (a '/', '?' or '#') end, as a reader sees them: brackets that
 /// open inside close inside; quotation marks, sentence punctuation, text of a script without spaces and emoji that
 /// follow are left out. `before` is the character in front of the whole link, NUL when there is none: a quotation mark
-/// there ends the link at its twin. The codes of a `host` that only shortens links are letters and digits. Gives `at`
+/// there ends the link at its twin. The codes of a `host` that only shortens links are letters and digits. Returns `at`
 /// when nothing is left. Threads: any.
 std::size_t tailEnd(std::string_view text, std::size_t at, char before, std::string_view host = {});
 

@@ -96,7 +96,7 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
         if (key == left.end()) return mistake(error.what());
         return mistake("There is no " + printable(*key) + " here. --database names another database");
     }
-    // Not "required": what is missing would be told before what is misspelt.
+    // Not "required": CLI11 would report what is missing before what is misspelt.
     for (const char* option : {"--handle", "--output"})
         if (app.count(option) == 0) return mistake(option + std::string(" is required"));
     if (texts.output == "-") return mistake("--output must be a file: an archive is not for standard output");

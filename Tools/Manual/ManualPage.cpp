@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view exitStatus = "Exit status: ";
 
-/// `text` as it stands: a hyphen could be searched for no more, and a dot that begins a line would be a macro.
+/// `text` escaped: otherwise its hyphens could not be searched for, and a dot that begins a line would be a macro.
 std::string escaped(std::string_view text)
 {
     std::string out;

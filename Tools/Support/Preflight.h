@@ -25,7 +25,7 @@ std::string textOf(DatabaseFile file, const std::filesystem::path& path);
 bool touchesDatabase(const std::filesystem::path& output, const std::filesystem::path& database);
 
 /// What is wrong with the folder for temporary files, as one line for the user; nothing when it is there. Private
-/// copies go into it, and nobody is to make it up with rights that let others in.
+/// copies go into it, so it is never created here: it might let others in.
 std::optional<std::string> mistakeInTemporaryDirectory();
 
 } // namespace vorn::preflight

@@ -17,7 +17,7 @@ public:
     {
     }
 
-    /// Asks `question`, a sentence, and gives whether the answer was yes ("y" or "yes", in any case). The end of the
+    /// Asks `question`, a sentence, and returns whether the answer was yes ("y" or "yes", in any case). The end of the
     /// input is a no. What was typed at a terminal before the question is thrown away; what comes from a file or
     /// another program is not.
     Async<bool> confirms(std::string question);

@@ -12,7 +12,7 @@ namespace vorn {
 
 AppDelegate::AppDelegate(std::function<void()> quit)
 {
-    QGuiApplication::setQuitOnLastWindowClosed(false); // that would leave the loop without telling anybody first
+    QGuiApplication::setQuitOnLastWindowClosed(false); // that would leave the loop without calling `quit`
     connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, std::move(quit));
 }
 

@@ -39,8 +39,8 @@ public:
 
     /// Calls `onFirstFrame` once, on this thread, when the window is visible.
     void show(const std::function<void()>& onFirstFrame);
-    /// Raises the window, also when it was minimised. A Wayland desktop lets only who has an `activationToken` of its
-    /// own do that.
+    /// Raises the window, also when it was minimised. A Wayland desktop allows that only with an
+    /// `activationToken` that it has given out.
     void bringToFront(const std::string& activationToken = {});
     /// Asks the user to look here, once, unless they do.
     void askForAttention();

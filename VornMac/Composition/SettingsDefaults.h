@@ -16,7 +16,7 @@ class SettingsDefaults final : public UserDefaults {
 public:
     /// `identifier` is the application's bundle identifier, whose preferences macOS keeps.
     SettingsDefaults(const std::string& identifier, Log log);
-    /// Those in `file` instead, which no system knows of.
+    /// The settings in `file` instead, which the system does not know.
     SettingsDefaults(std::filesystem::path file, Log log);
 
     /// The settings for one run: those in the file that "-VornSettingsFile FILE" on the command line names, else the

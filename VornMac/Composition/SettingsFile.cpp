@@ -39,7 +39,7 @@ std::optional<SettingsStore::Value> SettingsFile::find(const std::string& key) c
 {
     makePrivate(file_);
     const QVariant value = QSettings(pathOf(file_), QSettings::IniFormat).value(settingsKey(key));
-    // A boolean is one until the file is read again, which has texts only.
+    // A boolean stays one until the file is read again: the file holds texts.
     if (value.metaType() == QMetaType::fromType<bool>()) return value.toBool();
     if (value.metaType() == QMetaType::fromType<QString>()) return value.toString().toStdString();
     return std::nullopt;

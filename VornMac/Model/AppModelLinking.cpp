@@ -37,7 +37,8 @@ void AppModel::endCode(LinkPhase next)
     assign(linkPhase_, std::move(next), &AppModel::linkPhaseChanged);
 }
 
-// Ends only with the sign-in or its cancel: a failed or declined attempt is shown for a while, then another follows.
+// Ends only when the user has signed in or when it is cancelled: a failed or declined attempt is shown for a while,
+// then another follows.
 Async<> AppModel::runLinkLoop()
 {
     while (true) {

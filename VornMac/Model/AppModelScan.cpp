@@ -123,7 +123,7 @@ void AppModel::showFound(FoundChat found)
     const bool hasMessages = !found.exportResult->messages.empty();
     statistics_ = found.statistics;
     assign(exportResult_, std::move(found.exportResult), &AppModel::exportResultChanged);
-    jobs_.copy.cancel(); // it would be told of as one of what is found now
+    jobs_.copy.cancel(); // or it would pass for a copy of what is found now
     assign(copyPhase_, {}, &AppModel::copyPhaseChanged);
     assign(scanPhase_, decide::phaseAfterReading(hasMessages), &AppModel::scanPhaseChanged);
 }

@@ -28,9 +28,9 @@ struct AppServices {
     FileManager* files;
     std::filesystem::path messagesDatabase;
     Bundle bundle; ///< the application's
-    /// For what may wait for a person, and the program's end not for it; null where `background` serves.
+    /// For work that may wait for a person, and for which the program's end does not wait; null uses `background`.
     BackgroundExecutor* patient = nullptr;
-    /// How long an upload is on its step at least, for who has to read that it happens.
+    /// The least time for which an upload is shown, so that the user can read what happens.
     Clock::Duration shortestUpload{};
 };
 

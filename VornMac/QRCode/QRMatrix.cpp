@@ -18,7 +18,7 @@ constexpr unsigned char darkBit = 1;  // the library's other bits say what a mod
 Code encode(std::string_view payload)
 {
     if (payload.empty() || payload.size() > longest) throw std::length_error("the text fits no QR code");
-    // As data with its length: a text of the library's would end at the first NUL.
+    // Passed with its length: the library's texts end at the first NUL.
     const auto* bytes = reinterpret_cast<const unsigned char*>(payload.data());
     Code code(QRcode_encodeData(static_cast<int>(payload.size()), bytes, 0, QR_ECLEVEL_M));
     if (!code) throw std::bad_alloc();

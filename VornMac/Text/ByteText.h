@@ -11,7 +11,7 @@ struct ByteUnit {
     std::string_view name; ///< "bytes", "kB" or "MB"
     double bytes = 1;
 
-    /// The largest one of which `size` has at least one.
+    /// The largest unit of which `size` holds at least one.
     static ByteUnit fitting(std::int64_t size);
 
     /// `size` in this unit, without its name: whole bytes, else one digit after the point.

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// `text`, well-formed, as it can be drawn: fonts have boxes for control characters, or nothing. Line breaks are kept,
-/// a tab is a space, and other control characters become U+FFFD. Threads: any.
+/// Returns `text`, well-formed, as it can be drawn: fonts have boxes for control characters, or nothing. Line breaks
+/// are kept, a tab is a space, and other control characters become U+FFFD. Threads: any.
 std::string drawable(std::string_view text);
 
 } // namespace vorn

@@ -31,7 +31,7 @@ struct LeftOutRow {
 /// What the reader left out, by reason; empty where it left out nothing.
 std::vector<LeftOutRow> leftOutRows(const SkipTally& skipped);
 
-/// What is left out of every archive, after a sentence that nothing else was where that is so.
+/// Says what every archive leaves out, and before that, where it is so, that nothing else was left out.
 std::string leftOutNote(const SkipTally& skipped);
 
 /// What the archive holds besides what is listed, in sentences.

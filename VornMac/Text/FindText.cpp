@@ -57,7 +57,7 @@ ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailabilit
 {
     const Finding finding = findingOf(phase);
     const bool isFound = std::holds_alternative<phase::Found>(phase);
-    // Nobody asks how a review stands while it is only told of here.
+    // This screen does not ask how a review goes on, so it offers to look again.
     const bool isInReview = isFound && availability && availability->is<QuestAvailability::InReview>();
     const bool isDeadEnd = std::string_view(finding.primary).empty();
     return {.title = finding.title,

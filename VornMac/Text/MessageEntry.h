@@ -23,7 +23,7 @@ struct MessageEntry {
     bool operator==(const MessageEntry&) const = default;
 };
 
-/// `message` as it is listed, its text whole in as far as it can be drawn.
+/// Lists `message`, its whole text included as far as it can be drawn.
 MessageEntry entryOf(const ExportedMessage& message, const LocalDates& dates);
 
 /// The time and the remarks: "9:15:00 AM · iMessage · Edited".

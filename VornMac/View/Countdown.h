@@ -7,7 +7,7 @@
 /// How a time that runs out is counted down in whole seconds. Plain functions: none reads a clock.
 namespace vorn::countdown {
 
-/// The seconds from `date` to `expiry`, one that has begun counted: it is 0 at the expiry and after it.
+/// The seconds from `date` to `expiry`, rounded up; 0 at the expiry and after it.
 int secondsLeft(Instant date, Instant expiry);
 
 /// How long it takes from `date` until that changes; nothing once it is 0.

@@ -40,7 +40,7 @@ public:
         spokenRole,
         fromMeRole
     };
-    /// So many messages are searched before what was found is shown: a few milliseconds.
+    /// How many messages are searched before what was found is shown: a few milliseconds' work.
     static constexpr std::size_t searchedAtOnce = 16'384;
 
     EverythingList();

@@ -55,7 +55,7 @@ BusNotifications::BusNotifications(MessageBus& session, ApplicationNames names,
                                    std::function<void(const std::string&)> onClick)
     : session_(session), names_(std::move(names)), onClick_(std::move(onClick))
 {
-    session_.listen(service, [this](const std::string& signal, GVariant* arguments) { hear(signal, arguments); });
+    session_.listen(service, [this](const std::string& signal, GVariant* arguments) { onSignal(signal, arguments); });
 }
 
 void BusNotifications::show(const Notification& notification)
@@ -97,7 +97,7 @@ void BusNotifications::close(std::uint32_t id)
     session_.call(service, "CloseNotification", g_variant_new("(u)", id), [](GVariant*, GUnixFDList*) {});
 }
 
-void BusNotifications::hear(const std::string& signal, GVariant* arguments)
+void BusNotifications::onSignal(const std::string& signal, GVariant* arguments)
 {
     if (g_variant_is_of_type(arguments, G_VARIANT_TYPE("(us)")) == FALSE) return;
     std::uint32_t id = 0;

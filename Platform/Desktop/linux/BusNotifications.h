@@ -25,7 +25,7 @@ public:
 private:
     void send(const Notification& notification, GVariant* capabilities);
     void close(std::uint32_t id);
-    void hear(const std::string& signal, GVariant* arguments);
+    void onSignal(const std::string& signal, GVariant* arguments);
 
     MessageBus& session_;
     const ApplicationNames names_;
