@@ -12,9 +12,15 @@ Row {
 
     readonly property var pieces: piecesOf(text)
     /// Not a whole number of pixels: rounded up, digits would stand apart.
-    readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => metrics.advanceWidth(digit)))
+    readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => widthOf(digit, metrics.font)))
 
     baselineOffset: metrics.ascent
+
+    /// `font` is the metrics' own: another one has this worked out again.
+    function widthOf(piece: string, font: font): real {
+        return metrics.advanceWidth(piece);
+    }
+
     /// Whether `scalar` is of Hebrew, Arabic or their neighbours, or a mark that turns the direction.
     function isRightToLeft(scalar: string): bool {
         const code = scalar.codePointAt(0);
@@ -68,7 +74,7 @@ Row {
             horizontalAlignment: Text.AlignHCenter
             text: modelData
             textFormat: Text.PlainText
-            width: isDigit ? root.digitWidth : root.pieces.length === 1 ? implicitWidth : metrics.advanceWidth(modelData)
+            width: isDigit ? root.digitWidth : root.pieces.length === 1 ? implicitWidth : root.widthOf(modelData, metrics.font)
             // qmllint enable unqualified
         }
     }

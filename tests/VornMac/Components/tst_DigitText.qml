@@ -27,6 +27,12 @@ TestCase {
         text.text = "10";
         tryVerify(() => Math.abs(text.width - 2 * one) < 0.01);
     }
+    function test_growsWithItsFont() {
+        const text = createTemporaryObject(component, test, { text: "Jan 10", font: Qt.font({ pixelSize: 14 }) });
+        text.font = Qt.font({ pixelSize: 28 });
+        const fresh = createTemporaryObject(component, test, { text: "Jan 10", font: text.font });
+        tryVerify(() => Math.abs(text.width - fresh.width) < 0.01);
+    }
     Component {
         id: plain
         Text {
