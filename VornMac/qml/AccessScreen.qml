@@ -10,6 +10,10 @@ StepScreen {
     /// Without Messages there is nothing to give access to yet.
     readonly property bool isMuted: model.access === ScreenModel.Access.NoDatabase
 
+    /// The first is to be done now, as the button does it; what the user did of the others nobody knows before all are done.
+    readonly property bool isFirstNext: model.access === ScreenModel.Access.Denied
+    readonly property string standing: isGranted ? Labels.stepIsDone : ""
+
     onBack: model.backToConsent()
     onPrimary: {
         if (isGranted)
@@ -44,7 +48,9 @@ StepScreen {
     NumberedStep {
         done: root.isGranted
         isMuted: root.isMuted
+        isNext: root.isFirstNext
         number: 1
+        standing: root.isFirstNext ? Labels.stepIsNext : root.standing
         text: root.model.text.steps[0]
         width: parent.width
     }
@@ -56,6 +62,7 @@ StepScreen {
             done: root.isGranted
             isMuted: root.isMuted
             number: 2
+            standing: root.standing
             text: root.model.text.steps[1]
             width: parent.width
         }
@@ -69,6 +76,7 @@ StepScreen {
         done: root.isGranted
         isMuted: root.isMuted
         number: 3
+        standing: root.standing
         text: root.model.text.steps[2]
         width: parent.width
     }

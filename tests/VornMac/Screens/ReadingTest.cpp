@@ -134,6 +134,32 @@ TEST(Reading, SaysTheToneOfAStatus)
     }
 }
 
+/// What is said after the name of each of the screen's numbered steps.
+std::vector<std::string> standings(WindowFixture& fix)
+{
+    std::vector<std::string> standings;
+    for (const Read& read : fix.reading()) {
+        if (read.role == QAccessible::ListItem) standings.push_back(read.description);
+    }
+    return standings;
+}
+
+TEST(Reading, SaysHowEachStepStands)
+{
+    struct Case {
+        const char* scene;
+        std::vector<std::string> standings;
+    };
+    for (const Case& each : {Case{"1-link-showing", {"", "", ""}}, Case{"1-link-scanned", {"Done", "Done", "Next"}},
+                             Case{"3-access-denied", {"Next", "", ""}}, Case{"3-access-no-database", {"", "", ""}},
+                             Case{"3-access-granted", {"Done", "Done", "Done"}}}) {
+        SCOPED_TRACE(each.scene);
+        WindowFixture fix;
+        play(fix, each.scene);
+        EXPECT_EQ(standings(fix), each.standings);
+    }
+}
+
 TEST(Reading, NamesTheCodeAndItsTime)
 {
     WindowFixture fix;
