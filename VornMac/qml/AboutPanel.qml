@@ -13,6 +13,11 @@ T.Popup {
     height: implicitContentHeight + topPadding + bottomPadding
     implicitHeight: height
     modal: true
+    // It was opened by key; Qt gives what has a popup's focus a reason of its own.
+    onOpened: (parent.Window.activeFocusItem as PushButton).focusReason = Qt.TabFocusReason
+    T.Overlay.modal: Rectangle {
+        color: Theme.scrim
+    }
     padding: 28
     width: 280
     x: Math.round((parent.width - width) / 2)
@@ -55,7 +60,6 @@ T.Popup {
         QuietLinkStyle {
             anchors.horizontalCenter: parent.horizontalCenter
             focus: true
-            focusReason: Qt.TabFocusReason // it was opened by key
             label: Labels.help
             onClicked: Qt.openUrlExternally(Labels.helpAddress)
         }

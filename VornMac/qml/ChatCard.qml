@@ -72,4 +72,9 @@ Rectangle {
         anchors.topMargin: 1
         name: Labels.conversation
     }
+    // Around the card: the thread, which clips, would cut it.
+    FocusRing {
+        cornerRadius: root.radius
+        shown: thread.activeFocus
+    }
 }

@@ -4,6 +4,7 @@ import QtQuick
 PushButton {
     id: root
 
+    cornerRadius: 8
     leftPadding: 10
     rightPadding: 10
     Accessible.role: Accessible.MenuItem
@@ -16,6 +17,6 @@ PushButton {
     }
     background: Rectangle {
         color: root.hovered || root.visualFocus ? Theme.pill : "transparent"
-        radius: 8
+        radius: root.cornerRadius
     }
 }

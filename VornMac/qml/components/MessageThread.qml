@@ -38,11 +38,6 @@ Flickable {
         surface: root.surface
         width: root.width
     }
-    FocusRing {
-        anchors.margins: 0
-        parent: root
-        shown: root.activeFocus
-    }
 
     Keys.onUpPressed: root.contentY = Math.max(0, root.contentY - 40)
     Keys.onDownPressed: root.contentY = Math.min(root.contentHeight - root.height, root.contentY + 40)

@@ -37,6 +37,8 @@ QtObject {
     readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
     readonly property color shadow: isDark ? "#59000000" : "#0F0D1214" // 35 % and 6 %
+    /// Over what cannot be used while a panel lies above it.
+    readonly property color scrim: isDark ? "#73000000" : "#33000000" // 45 % and 20 %
     /// The buttons of a drawn window: close, minimise, zoom.
     readonly property var windowLights: ["#FF5F57", "#FEBC2E", "#28C840"]
     readonly property color switchOn: outgoingBubble

@@ -58,6 +58,7 @@ TEST(About, LeadsToHelpPrivacyAndNoticesByKey)
     play(fix, "2-consent");
     fix.press(Qt::Key_F1);
     EXPECT_EQ(fix.focused(), "Vorn Help");
+    EXPECT_TRUE(fix.window().activeFocusItem()->property("visualFocus").toBool()) << "it was opened by key";
     fix.press(Qt::Key_Return);
     fix.press(Qt::Key_Tab);
     EXPECT_EQ(fix.focused(), "Privacy");

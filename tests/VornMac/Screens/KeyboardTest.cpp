@@ -15,16 +15,16 @@ namespace {
 using namespace std::chrono_literals;
 using Names = std::vector<std::string>;
 
-/// Whether the control that has the focus shows it: in itself, or around the field that it is a part of.
+/// Whether the control that has the focus shows it: in itself, or around what it is a part of.
 bool showsFocus(WindowFixture& fix)
 {
+    const auto isRing = [](const QQuickItem* item) {
+        return std::string_view(item->metaObject()->className()).starts_with("FocusRing") && item->isVisible();
+    };
     const auto* item = fix.window().activeFocusItem();
-    const bool isPart = item != nullptr && item->inherits("QQuickTextInput");
-    if (isPart) item = item->parentItem();
-    const auto children = item != nullptr ? item->childItems() : QList<QQuickItem*>();
-    return std::any_of(children.begin(), children.end(), [](const QQuickItem* child) {
-        return std::string_view(child->metaObject()->className()).starts_with("FocusRing") && child->isVisible();
-    });
+    if (item == nullptr) return false;
+    return std::ranges::any_of(item->childItems(), isRing) ||
+           std::ranges::any_of(item->parentItem()->childItems(), isRing);
 }
 
 /// What the focus comes to by pressing `key`, once around.
