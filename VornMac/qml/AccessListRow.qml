@@ -103,6 +103,7 @@ Item {
         anchors.right: knobTrack.left
         anchors.rightMargin: 12
         anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenterOffset: belowLetters / 2
         text: root.name
     }
     Rectangle {

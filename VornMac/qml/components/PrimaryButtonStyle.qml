@@ -16,6 +16,7 @@ PushButton {
         border.color: Theme.border
         border.width: root.isQuiet ? 1 : 0
         color: root.isQuiet ? (root.hovered && root.enabled ? Theme.pill : "transparent") : root.enabled ? Theme.primaryFill : Theme.disabledFill
+        opacity: root.hovered && root.enabled && !root.isQuiet ? 0.9 : 1
         radius: root.cornerRadius
     }
 }

@@ -18,7 +18,7 @@ T.AbstractButton {
     font: Theme.fonts.button
     focusPolicy: enabled ? Qt.StrongFocus : Qt.NoFocus
     hoverEnabled: true
-    opacity: enabled && down ? 0.75 : enabled && hovered ? 0.9 : 1
+    opacity: enabled && down ? 0.75 : 1
 
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()

@@ -86,7 +86,7 @@ FocusScope {
         }
 
         contentItem: Symbol {
-            color: Theme.tertiary
+            color: clearButton.hovered ? Theme.secondary : Theme.tertiary
             height: 18
             name: "xmark.circle.fill"
             width: 18
