@@ -190,11 +190,11 @@ std::vector<std::string> ModelFixture::leftovers() const
     return names;
 }
 
-std::string linkJSON(std::int64_t pollIntervalMs, const std::string& expiresAt)
+std::string linkJSON(std::int64_t pollIntervalMs, const std::string& expiresAt, const std::string& payload)
 {
     return fmt::format(
         R"({{"linkId":"link-1","pollSecret":"secret-canary-1","qrPayload":"{}","expiresAt":"{}","pollIntervalMs":{}}})",
-        linkPayload, expiresAt, pollIntervalMs);
+        payload, expiresAt, pollIntervalMs);
 }
 
 std::string pollJSON(const std::string& status)

@@ -152,7 +152,8 @@ private:
 inline constexpr const char* linkPayload =
     "vorn://link?code=qr-canary-1-5f0c1d7be2a94836a1c07d5e9b42f3681d6e0a7c94b25f83e190";
 
-std::string linkJSON(std::int64_t pollIntervalMs = 2000, const std::string& expiresAt = "2026-03-01T09:15:00Z");
+std::string linkJSON(std::int64_t pollIntervalMs = 2000, const std::string& expiresAt = "2026-03-01T09:15:00Z",
+                     const std::string& payload = linkPayload);
 std::string pollJSON(const std::string& status);
 std::string approvalJSON(const StoredSession& session);
 std::string questJSON(const std::string& status = "available", const std::string& handles = R"("+15550102030")",

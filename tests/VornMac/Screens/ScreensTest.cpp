@@ -372,13 +372,19 @@ TEST(LinkScreen, ShowsTheCodeThatComesAfterADeclinedOne)
 
 TEST(LinkScreen, ShowsACodeThatIsReadInBothThemes)
 {
-    for (const auto theme : {Appearance::Theme::light, Appearance::Theme::dark}) {
+    const std::string longer = linkPayload + std::string(120, 'x');
+    for (const std::string& payload : {std::string(linkPayload), longer}) {
         WindowFixture fix;
-        Appearance::shared().setTheme(theme);
-        play(fix, "1-link-showing");
-        const auto read = codeIn(fix.picture());
-        if (!read) GTEST_SKIP() << "there is no program to read codes with";
-        EXPECT_EQ(*read, linkPayload);
+        fix.model.launch();
+        fix.model.answer(ModelFixture::links, linkJSON(2000, "2026-03-01T09:01:58Z", payload));
+        for (const auto theme : {Appearance::Theme::light, Appearance::Theme::dark}) {
+            SCOPED_TRACE(::testing::Message()
+                         << payload.size() << " characters, dark " << (theme == Appearance::Theme::dark));
+            Appearance::shared().setTheme(theme);
+            const auto read = codeIn(fix.picture());
+            if (!read) GTEST_SKIP() << "there is no program to read codes with";
+            EXPECT_EQ(*read, payload);
+        }
     }
 }
 
