@@ -13,13 +13,13 @@ constexpr int gap = 8;
 bool ContactSheet::save(const std::string& path) const
 {
     if (frames_.empty()) return true;
-    const QSize cell = frames_.front().size() + QSize(gap, gap);
+    constexpr QSize step(cell.width() + gap, cell.height() + gap);
     const int rows = (static_cast<int>(frames_.size()) + columns - 1) / columns;
-    QImage sheet(columns * cell.width() + gap, rows * cell.height() + gap, QImage::Format_RGB32);
+    QImage sheet(columns * step.width() + gap, rows * step.height() + gap, QImage::Format_RGB32);
     sheet.fill(Qt::gray);
     QPainter painter(&sheet);
     for (int index = 0; const QImage& frame : frames_) {
-        painter.drawImage(gap + index % columns * cell.width(), gap + index / columns * cell.height(), frame);
+        painter.drawImage(gap + index % columns * step.width(), gap + index / columns * step.height(), frame);
         ++index;
     }
     painter.end();

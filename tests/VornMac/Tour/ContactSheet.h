@@ -7,18 +7,21 @@
 
 namespace vorn::testing {
 
-/// Pictures beside each other in rows of three, at half their size, as a film: what should stand still can be seen to.
+/// Pictures beside each other in rows of three, as a film: what should stand still can be seen to. They are of half the
+/// size of a window as it first opens, or as large as fits there.
 class ContactSheet {
 public:
     void add(const QImage& picture)
     {
-        frames_.push_back(picture.scaled(picture.size() / 2, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+        frames_.push_back(picture.scaled(cell, Qt::KeepAspectRatio, Qt::SmoothTransformation));
     }
 
     /// False where the file cannot be written.
     bool save(const std::string& path) const;
 
 private:
+    static constexpr QSize cell{590, 380};
+
     std::vector<QImage> frames_;
 };
 

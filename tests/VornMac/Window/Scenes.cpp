@@ -345,18 +345,6 @@ const std::vector<Scene>& allScenes()
     return scenes;
 }
 
-const std::vector<MovingScene>& movingScenes()
-{
-    static const std::vector<MovingScene> scenes = {
-        {"4-find-loading-shimmer", "4-find-loading", 600ms},
-        {"5-upload-preparing-sweep", "5-upload-preparing", 700ms},
-        {"6-done-approved-moment-1", "6-done-approved", 120ms},
-        {"6-done-approved-moment-2", "6-done-approved", 350ms},
-        {"6-done-approved-moment-3", "6-done-approved", 900ms},
-    };
-    return scenes;
-}
-
 void play(WindowFixture& fix, const std::string& name)
 {
     for (const Scene& scene : allScenes()) {

@@ -2,7 +2,6 @@
 
 #include "tests/VornMac/Window/WindowFixture.h"
 
-#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -17,13 +16,6 @@ struct Scene {
 
 /// Every screen in every phase, in the order in which a user may meet them.
 const std::vector<Scene>& allScenes();
-/// A moment of a scene in which something moves.
-struct MovingScene {
-    std::string name; ///< of its picture
-    std::string scene;
-    std::chrono::milliseconds after; ///< since it began
-};
-const std::vector<MovingScene>& movingScenes();
 
 /// Plays the scene `name`.
 void play(WindowFixture& fix, const std::string& name);
