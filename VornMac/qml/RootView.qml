@@ -39,6 +39,7 @@ Rectangle {
         id: screens
         anchors.fill: parent
         focus: true
+        objectName: "screens"
         properties: ({
                 model: root.model
             })

@@ -1,3 +1,4 @@
+#include "tests/VornMac/Window/HandDrivenAnimations.h"
 #include "tests/VornMac/Window/Scenes.h"
 #include "tests/support/service/ServiceAnswers.h"
 
@@ -94,7 +95,8 @@ QRectF seenOf(const QQuickItem* item)
     return seen & QRectF(QPointF(), item->window()->size());
 }
 
-TEST(Keyboard, ComesToNothingThatIsNotSeen)
+// In the smallest window and with large text, forms scroll.
+TEST(Keyboard, ComesToEveryControlAndSeesItWhole)
 {
     for (const Scene& scene : allScenes()) {
         for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
@@ -104,14 +106,49 @@ TEST(Keyboard, ComesToNothingThatIsNotSeen)
             Appearance::shared().setTextScale(1.5);
             fix.window().resize(fix.window().minimumSize());
             fix.lay();
+            Names visited;
             for (int presses = 0; presses < 12; ++presses) {
                 fix.press(key, key == Qt::Key_Backtab ? Qt::ShiftModifier : Qt::NoModifier);
                 const std::string name = fix.focused();
                 if (name.empty()) continue;
+                visited.push_back(name);
                 const QQuickItem* item = fix.window().activeFocusItem();
                 EXPECT_EQ(seenOf(item), item->mapRectToScene(item->boundingRect())) << name;
                 EXPECT_TRUE(showsFocus(fix)) << name;
             }
+            EXPECT_THAT(visited, ::testing::IsSupersetOf(focusable(fix)));
+        }
+    }
+}
+
+/// Whether what has the focus is there for the user, and is no part of the screen that goes.
+bool isFocusWell(QQuickWindow& window)
+{
+    const QQuickItem* item = window.activeFocusItem();
+    const auto* going = window.findChild<QQuickItem*>("screens")->property("going").value<QQuickItem*>();
+    return item != nullptr && item->isVisible() && item->isEnabled() && item != going && !going->isAncestorOf(item);
+}
+
+TEST(Keyboard, StaysWithTheScreenThatComes)
+{
+    for (const auto motion : {WindowFixture::Motion::reduced, WindowFixture::Motion::full}) {
+        HandDrivenAnimations animations;
+        WindowFixture fix(motion);
+        play(fix, "4-find-found");
+        animations.pass(1000);
+        // Each screen after each other that is reached from there.
+        for (const Step step : {Step::consent, Step::access, Step::consent, Step::find, Step::access, Step::find,
+                                Step::done, Step::find, Step::link, Step::consent}) {
+            SCOPED_TRACE(static_cast<int>(step));
+            fix.press(Qt::Key_Tab); // the focus is on something that goes
+            fix.model.model().go(step);
+            fix.settle();
+            EXPECT_TRUE(isFocusWell(fix.window())) << "while it fades";
+            animations.pass(1000);
+            EXPECT_TRUE(isFocusWell(fix.window()));
+            const Names reachable = focusable(fix);
+            fix.press(Qt::Key_Tab);
+            if (!reachable.empty()) EXPECT_THAT(reachable, ::testing::Contains(fix.focused()));
         }
     }
 }

@@ -388,6 +388,26 @@ TEST(LinkScreen, ShowsACodeThatIsReadInBothThemes)
     }
 }
 
+// By a clock that is far ahead every code has expired when it arrives.
+TEST(LinkScreen, GoesOnGettingACodeUntilTheClockIsRight)
+{
+    WindowFixture fix;
+    fix.model.launch();
+    for (std::size_t asked = 1; asked < 5; ++asked) {
+        ASSERT_EQ(fix.model.asked(ModelFixture::links), asked) << "a second lies between two";
+        fix.model.answer(ModelFixture::links, linkJSON(2000, "2026-03-01T08:00:00Z"));
+        fix.settle();
+        EXPECT_THAT(fix.words(), Contains("Getting a code…")) << "nobody waits for a phone that has nothing to scan";
+        EXPECT_FALSE(fix.shows("QR code to link this Mac"));
+        EXPECT_THAT(fix.words(), Not(Contains(HasSubstr("New code in "))));
+        fix.model.advance(1s);
+    }
+    fix.model.answer(ModelFixture::links, linkJSON());
+    fix.settle();
+    EXPECT_TRUE(fix.shows("QR code to link this Mac"));
+    EXPECT_TRUE(fix.shows("Waiting for your phone"));
+}
+
 TEST(LinkScreen, TakesAFreshCodeAtOnceWhenAskedTo)
 {
     WindowFixture fix;
