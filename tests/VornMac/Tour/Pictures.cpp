@@ -32,9 +32,17 @@ std::function<void(WindowFixture&)> scene(std::string name)
     return [name = std::move(name)](WindowFixture& window) { play(window, name); };
 }
 
+/// Something is found, and the user goes back.
+void leaveFind(WindowFixture& window)
+{
+    play(window, "4-find-found");
+    window.model.model().go(Step::consent);
+}
+
 std::vector<Picture> movingPictures()
 {
     return {
+        picture("2-consent-fading", {.play = leaveFind, .moment = 110ms}),
         picture("4-find-loading-shimmer", {.play = scene("4-find-loading"), .moment = 600ms}),
         picture("5-upload-preparing-sweep", {.play = scene("5-upload-preparing"), .moment = 700ms}),
         picture("6-done-approved-moment-1", {.play = scene("6-done-approved"), .moment = 120ms}),
