@@ -41,31 +41,23 @@ Item {
     }
     Rectangle {
         id: glow
+
+        property real phase: 0 // 0…1, and round again
+
         anchors.fill: parent
         anchors.margins: 4
         color: Theme.focusRing
-        opacity: 0
+        opacity: 0.08 * (1 - Math.cos(2 * Math.PI * phase))
         radius: 9
 
-        SequentialAnimation {
-            loops: Animation.Infinite
+        // A glow so slow looks the same in steps, and the window is drawn a few times a second instead of sixty.
+        Timer {
+            id: steps
+            interval: 100
+            repeat: true
             running: root.isPulsing
-            onStopped: glow.opacity = 0
-
-            NumberAnimation {
-                duration: Theme.pulse
-                easing.type: Easing.InOutSine
-                property: "opacity"
-                target: glow
-                to: 0.16
-            }
-            NumberAnimation {
-                duration: Theme.pulse
-                easing.type: Easing.InOutSine
-                property: "opacity"
-                target: glow
-                to: 0
-            }
+            onRunningChanged: glow.phase = 0
+            onTriggered: glow.phase = (glow.phase + steps.interval / Theme.pulse) % 1
         }
     }
     VornGlyph {

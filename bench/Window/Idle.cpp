@@ -61,6 +61,19 @@ void watchWithSpinner(const std::filesystem::path& denied)
     watch("access, spinner", access.window(), "10 frames/s");
 }
 
+/// What shimmers, pulses and turns stands still where nobody sees it.
+void watchHidden(const std::filesystem::path& history, const std::filesystem::path& denied)
+{
+    {
+        BenchWindow find({.history = history, .service = {.questTakes = 1h}});
+        find.window().hide();
+        watch("find, looking, hidden", find.window(), "0 frames/s");
+    }
+    BenchWindow access({.history = denied});
+    access.window().hide();
+    watch("access, pulsing, hidden", access.window(), "0 frames/s");
+}
+
 void watchScreens(const std::filesystem::path& history, const std::filesystem::path& denied)
 {
     {
@@ -98,6 +111,7 @@ void measureIdleScreens(const std::filesystem::path& history)
         watch("a bare window", bare.window(), "");
     }
     watchWithSpinner(denied);
+    watchHidden(history, denied);
     Appearance::shared().setReducesMotion(true); // which leaves all but what turns and eases
     watchScreens(history, denied);
     Appearance::shared().setReducesMotion(false);

@@ -73,7 +73,7 @@ QtObject {
     readonly property int crossFade: motion(fade)
     readonly property int progressEase: motion(200)
     readonly property int quick: motion(120)
-    readonly property int pulse: 900
+    readonly property int pulse: 1800 // there and back
 
     /// `milliseconds`, or none where the user wants no motion.
     function motion(milliseconds: int): int {
