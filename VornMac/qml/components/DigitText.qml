@@ -60,21 +60,22 @@ Row {
     }
 
     Repeater {
-        model: root.pieces
+        model: root.pieces.length // which stays while it counts, and so do the texts
 
         Text {
-            required property string modelData
+            required property int index
             // Qt 6.4 cannot bind a delegate to the ids around it.
             // qmllint disable unqualified
-            readonly property bool isDigit: modelData.length === 1 && modelData >= "0" && modelData <= "9"
+            readonly property string piece: root.pieces[index] ?? ""
+            readonly property bool isDigit: piece.length === 1 && piece >= "0" && piece <= "9"
 
             Accessible.ignored: true
             color: root.color
             font: root.font
             horizontalAlignment: Text.AlignHCenter
-            text: modelData
+            text: piece
             textFormat: Text.PlainText
-            width: isDigit ? root.digitWidth : root.pieces.length === 1 ? implicitWidth : root.widthOf(modelData, metrics.font)
+            width: isDigit ? root.digitWidth : root.pieces.length === 1 ? implicitWidth : root.widthOf(piece, metrics.font)
             // qmllint enable unqualified
         }
     }
