@@ -74,6 +74,21 @@ class AccessibleWindow:
             return button if button and can_be_pressed(button) else None
         self._act(self.wait_until(look, f"a button {name!r} that can be pressed"), "Press")
 
+    def press_until_shown(self, name, shown):
+        """Presses the button whenever it is there, until something else is shown. Returns how often that was."""
+        presses = 0
+
+        def look():
+            nonlocal presses
+            if self.shows(shown):
+                return True
+            if button := self._find(name, BUTTONS):
+                self._act(button, "Press")
+                presses += 1
+            return False
+        self.wait_until(look, repr(shown))
+        return presses
+
     def try_to_press(self, name):
         """Presses the button even if it is off."""
         self._act(self.wait_for(name, BUTTONS), "Press")
@@ -110,9 +125,15 @@ class AccessibleWindow:
             send(KEY_CODES[held], None, Atspi.KeySynthType.RELEASE)
 
     def items(self):
-        """What is shown, from the top of the window on."""
-        application = self._application()
-        return [] if application is None else list(self._below(application))
+        """What is shown, from the top of the window on; read again where something goes meanwhile."""
+        end = time.monotonic() + self._patience
+        while True:
+            try:
+                application = self._application()
+                return [] if application is None else list(self._below(application))
+            except GLib.Error:
+                if time.monotonic() > end:
+                    raise
 
     def _application(self):
         desktop = Atspi.get_desktop(0)
