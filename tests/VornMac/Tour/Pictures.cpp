@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr double tolerated = 0.0002;     // of the pixels: the dot of an i is more
-constexpr double toleratedMoving = 0.01; // what moves may be a frame late on a busy machine
+constexpr double tolerated = 0.0002;      // of the pixels: the dot of an i is more
+constexpr double toleratedMoving = 0.025; // what moves may be a frame late on a busy machine
 
 constexpr QSize smallest(1040, 700);
 constexpr QSize largest(3840, 2160);
