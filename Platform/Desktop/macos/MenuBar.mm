@@ -55,18 +55,28 @@ SEL selectorOf(MenuItem::Kind kind)
 
 NSMenuItem* entryOf(const MenuItem& item)
 {
-    if (item.kind == MenuItem::Kind::separator) return [NSMenuItem separatorItem];
+    // By value, as older headers name them otherwise.
+    constexpr NSUInteger optionKey = 1UL << 19;
+    constexpr NSUInteger commandKey = 1UL << 20;
+
     NSMenuItem* const entry = [[NSMenuItem alloc] initWithTitle:text(item.title)
                                                          action:selectorOf(item.kind)
                                                   keyEquivalent:text(item.key)];
-    if (item.kind == MenuItem::Kind::hideOthers)
-        entry.keyEquivalentModifierMask = NSEventModifierFlagCommand | NSEventModifierFlagOption;
+    if (item.kind == MenuItem::Kind::hideOthers) entry.keyEquivalentModifierMask = commandKey | optionKey;
     if (item.kind == MenuItem::Kind::action) {
         VornMenuAction* const action = [[VornMenuAction alloc] initWithAction:item.action];
         entry.target = action;
         entry.representedObject = action; // a target is not kept
     }
     return entry;
+}
+
+void add(const MenuItem& item, NSMenu* menu)
+{
+    if (item.kind == MenuItem::Kind::separator)
+        [menu addItem:[NSMenuItem separatorItem]];
+    else
+        [menu addItem:entryOf(item)];
 }
 
 bool isOfWindows(const Menu& menu)
@@ -83,7 +93,7 @@ void setMenuBar(const std::vector<Menu>& menus)
     NSMenu* const bar = [[NSMenu alloc] initWithTitle:text({})];
     for (const Menu& menu : menus) {
         NSMenu* const entries = [[NSMenu alloc] initWithTitle:text(menu.title)];
-        for (const MenuItem& item : menu.items) [entries addItem:entryOf(item)];
+        for (const MenuItem& item : menu.items) add(item, entries);
         NSMenuItem* const entry = [[NSMenuItem alloc] initWithTitle:text(menu.title) action:nil keyEquivalent:text({})];
         entry.submenu = entries;
         [bar addItem:entry];

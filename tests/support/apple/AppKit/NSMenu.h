@@ -5,10 +5,6 @@
 #include <AppKit/AppKit.h>
 
 typedef NSUInteger NSEventModifierFlags;
-enum : NSEventModifierFlags {
-    NSEventModifierFlagOption = 1UL << 19,
-    NSEventModifierFlagCommand = 1UL << 20,
-};
 
 #pragma clang assume_nonnull begin
 
