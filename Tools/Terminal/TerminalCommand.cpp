@@ -97,7 +97,7 @@ Async<> TerminalCommand::show()
     storedSession();
     co_await findChat();
     const AppModel::ExportResult found = services_.model->exportResult();
-    if (options_.copy) co_return co_await saveCopy();
+    if (const auto& path = options_.copy) co_return co_await saveCopy(*path);
     list(*found);
 }
 
@@ -121,21 +121,23 @@ void TerminalCommand::list(const NimbrelExportResult& found) const
     const InterruptWatch::InterruptPassedOver untilRead(*services_.interrupts);
     Pager pager;
     const TextSink sink = [&pager](std::string_view text) { return pager.write(text); };
-    std::optional<std::size_t> count;
-    if (options_.search)
-        count = listFound(found, *options_.search, sink);
+    const std::optional<std::string>& words = options_.search;
+    std::size_t count = 0;
+    if (words)
+        count = listFound(found, *words, sink);
     else
-        listEverything(found, *services_.model->exportStatistics(), sink);
+        listEverything(found, found.stats(), sink);
     if (!pager.finish()) throw CommandFailure(TerminalStatus::failed, unprintable);
-    if (count == 0U) services_.terminal->say(nothingFoundText(printable(*options_.search)));
-    if (count > 0U) services_.terminal->say(listedText(*count, found.messages.size(), true));
+    if (!words) return;
+    services_.terminal->say(count == 0 ? nothingFoundText(printable(*words))
+                                       : listedText(count, found.messages.size(), true));
 }
 
-Async<> TerminalCommand::saveCopy()
+Async<> TerminalCommand::saveCopy(std::filesystem::path path)
 {
     AppModel& model = *services_.model;
     ModelChanges changes(model);
-    model.saveCopy(*options_.copy);
+    model.saveCopy(path);
     services_.terminal->say(copyText(model.copyPhase()).text);
     while (std::holds_alternative<phase::Preparing>(model.copyPhase())) co_await changes.next();
     if (const auto* failed = std::get_if<phase::Failed>(&model.copyPhase()))

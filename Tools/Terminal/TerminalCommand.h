@@ -49,7 +49,7 @@ private:
     Async<> signOut();
 
     Async<> findChat();
-    Async<> saveCopy();
+    Async<> saveCopy(std::filesystem::path path);
     void list(const NimbrelExportResult& found) const;
     void sayWhatIsNotKept() const;
     StoredSession storedSession() const;
