@@ -275,5 +275,29 @@ TEST(SoftShadow, FadesOutwards)
     EXPECT_GT(middle, inner);
 }
 
+TEST(SoftShadow, IsTheSameAroundALargeCard)
+{
+    const auto shadowOf = [](QSize size) {
+        SoftShadow shadow;
+        shadow.setProperty("blur", 20);
+        shadow.setProperty("radius", 10);
+        shadow.setProperty("color", QColor(0, 0, 0, 128));
+        return drawn(shadow, size);
+    };
+    const QImage small = shadowOf({101, 101}); // too small for parts
+    const QImage large = shadowOf({401, 301});
+    static constexpr int middle = 50; // of the small one: what the edges consist of
+    const auto inSmall = [](int at, int length) {
+        constexpr int last = 2 * middle;
+        return at <= middle ? at : std::max(middle, at - (length - 1 - last));
+    };
+    for (int y = 0; y < large.height(); ++y) {
+        for (int x = 0; x < large.width(); ++x) {
+            ASSERT_EQ(large.pixel(x, y), small.pixel(inSmall(x, large.width()), inSmall(y, large.height())))
+                << x << ", " << y;
+        }
+    }
+}
+
 } // namespace
 } // namespace vorn
