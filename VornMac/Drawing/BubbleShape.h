@@ -9,7 +9,7 @@ namespace vorn {
 
 /// A speech bubble behind a message: round corners, and a tail at the bottom of the side that speaks. Its body leaves
 /// `tailWidth` free on both sides, so that bubbles with and without a tail line up.
-class BubbleShape : public PaintedItem {
+class BubbleShape : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)

@@ -8,7 +8,7 @@
 namespace vorn {
 
 /// A check on a disc, as far as it is drawn: the disc grows first, then the check is written on it.
-class CheckMark : public PaintedItem {
+class CheckMark : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double progress MEMBER progress_ NOTIFY looksChanged)

@@ -8,7 +8,7 @@
 namespace vorn {
 
 /// What a QR code looks like, without being one: it stands where a code will, and no reader finds anything in it.
-class CodeShape : public PaintedItem {
+class CodeShape : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)

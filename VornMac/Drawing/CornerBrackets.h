@@ -8,7 +8,7 @@
 namespace vorn {
 
 /// The four corners of a camera's viewfinder around what is to be scanned.
-class CornerBrackets : public PaintedItem {
+class CornerBrackets : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)

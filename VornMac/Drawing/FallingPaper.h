@@ -9,7 +9,7 @@ namespace vorn {
 
 /// Bits of coloured paper that fall once over the item's whole height, each time along the same paths. Nothing is drawn
 /// before and after.
-class FallingPaper : public PaintedItem {
+class FallingPaper : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(double progress MEMBER progress_ NOTIFY looksChanged)

@@ -5,7 +5,8 @@
 
 namespace vorn {
 
-/// An item that is painted anew whenever its looks change.
+/// An item that is painted anew whenever its looks change. Who derives from it writes its namespace too: the
+/// description of types for QML takes the name as it is written.
 class PaintedItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS

@@ -9,7 +9,7 @@ namespace vorn {
 
 /// The soft shadow of a card with round corners: from `blur` outside its edges to as far inside. Give it the card's
 /// size on every side plus `blur`, and lay it below.
-class SoftShadow : public PaintedItem {
+class SoftShadow : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)

@@ -8,7 +8,7 @@
 namespace vorn {
 
 /// The blades of a progress spinner around its centre, each fainter than the next.
-class SpinnerBlades : public PaintedItem {
+class SpinnerBlades : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
