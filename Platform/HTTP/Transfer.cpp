@@ -180,12 +180,15 @@ void Transfer::failWith(std::exception_ptr error)
     resume_.fail(std::move(error));
 }
 
-/// Called before the coroutine resumes: it may create the next body at once, and two are too large together.
+/// Called before the coroutine resumes: it may create the next body at once, and two are too large together; and once
+/// it has signed out, no header here may still hold the token.
 void Transfer::letGo() noexcept
 {
     progress_.destroy();
     handle_.reset();
+    headers_ = {};
     connection_.close();
+    request_.headers.clear();
     request_.body.reset();
     body_.close();
 }
