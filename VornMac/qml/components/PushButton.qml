@@ -10,7 +10,7 @@ T.AbstractButton {
     property string label: ""
     property real cornerRadius: Theme.controlRadius
 
-    implicitWidth: implicitContentWidth + leftPadding + rightPadding
+    implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding // or edges in line would not be, by a pixel
     implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
     padding: 0
     leftPadding: 20

@@ -4,7 +4,9 @@
 #include "tests/VornMac/Window/ThreadScenes.h"
 
 #include <chrono>
+#include <random>
 #include <stdexcept>
+#include <string>
 
 namespace vorn::testing {
 namespace {
@@ -39,6 +41,20 @@ void fillChat(ModelFixture& model)
             {.text = std::string(turn.text), .isFromMe = std::int64_t{turn.fromMe}, .date = (date += apart)});
     }
     model.messages.database().execute("COMMIT");
+}
+
+/// Some megabytes that do not pack well, as years of talking have.
+void fillLongChat(ModelFixture& model)
+{
+    std::minstd_rand random; // the same in each run
+    const auto word = [&random] {
+        std::string letters(2 + random() % 9, ' ');
+        for (char& letter : letters) letter = static_cast<char>('a' + random() % 26);
+        return letters + ' ';
+    };
+    std::string text;
+    while (text.size() < 3'600'000) text += word();
+    model.messages.message({.text = std::move(text), .isFromMe = std::int64_t{1}, .date = 790'000'000'000'000'000});
 }
 
 /// A chat with everything that a message can hold, and every reason to leave one out.
@@ -283,12 +299,13 @@ std::vector<Scene> uploadScenes()
          }},
         {"5-upload-uploading",
          [](WindowFixture& fix) {
+             fillLongChat(fix.model);
              uploading(fix);
              const HTTPRequest& part = fix.model.http->request(fix.model.http->waiting(Fixture::puts).value());
              const auto size = static_cast<std::int64_t>(bodyTextOf(part).size());
              for (int second = 1; second <= 84; ++second) { // a network of some age
                  fix.model.advance(1s);
-                 part.onBodyProgress(size * second / 200);
+                 part.onBodyProgress((size * second + 199) / 200);
                  fix.model.run();
              }
          }},
