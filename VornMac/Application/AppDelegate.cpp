@@ -7,6 +7,8 @@
 #include <QDir>
 #include <QGuiApplication>
 #include <QIcon>
+#include <QImageReader>
+#include <QPixmap>
 
 namespace vorn {
 
@@ -25,7 +27,11 @@ void AppDelegate::didFinishLaunching()
 void AppDelegate::didShowWindow()
 {
     QIcon icon;
-    for (const QFileInfo& file : QDir(":/icon").entryInfoList()) icon.addFile(file.filePath());
+    for (const QFileInfo& file : QDir(":/icon").entryInfoList()) {
+        QImageReader reader(file.filePath(), "PNG");
+        reader.setAutoDetectImageFormat(false); // or it asks the reader of every format, and each loads a library
+        icon.addPixmap(QPixmap::fromImageReader(&reader));
+    }
     if (!icon.isNull()) QGuiApplication::setWindowIcon(icon);
 }
 

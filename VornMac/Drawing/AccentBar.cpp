@@ -1,7 +1,6 @@
 #include "VornMac/Drawing/AccentBar.h"
 
 #include <algorithm>
-#include <utility>
 
 #include <QLinearGradient>
 #include <QPainter>
@@ -21,31 +20,11 @@ QPainterPath roundedPart(const QRectF& bar, double from, double to)
 
 } // namespace
 
-AccentBar::AccentBar(QQuickItem* parent) : QQuickPaintedItem(parent)
-{
-    connect(this, &AccentBar::coloursChanged, this, [this] { update(); });
-}
-
-void AccentBar::setValue(double value)
-{
-    const double bounded = std::clamp(value, 0.0, 1.0);
-    if (std::exchange(value_, bounded) == bounded) return;
-    emit valueChanged();
-    update();
-}
-
-void AccentBar::setSweep(double sweep)
-{
-    if (std::exchange(sweep_, sweep) == sweep) return;
-    emit sweepChanged();
-    update();
-}
-
 void AccentBar::paint(QPainter* painter)
 {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->fillPath(roundedPart(boundingRect(), 0, 1), trackColor_);
-    if (value_ > 0) fill(*painter, 0, value_);
+    if (value_ > 0) fill(*painter, 0, std::min(value_, 1.0));
     constexpr double light = 0.3; // how much of the bar it takes
     const double head = sweep_ * (1 + light);
     if (sweep_ >= 0) fill(*painter, head - light, head);

@@ -1,44 +1,33 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// A bar with round ends, filled from the left with a gradient of two colours; a square one is a disc. The gradient
 /// spans the whole bar, so its colour changes as it fills.
-class AccentBar : public QQuickPaintedItem {
+class AccentBar : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(double value READ value WRITE setValue NOTIFY valueChanged)
-    Q_PROPERTY(double sweep READ sweep WRITE setSweep NOTIFY sweepChanged)
-    Q_PROPERTY(QColor startColor MEMBER startColor_ NOTIFY coloursChanged)
-    Q_PROPERTY(QColor endColor MEMBER endColor_ NOTIFY coloursChanged)
-    Q_PROPERTY(QColor trackColor MEMBER trackColor_ NOTIFY coloursChanged)
+    Q_PROPERTY(double value MEMBER value_ NOTIFY looksChanged)
+    Q_PROPERTY(double sweep MEMBER sweep_ NOTIFY looksChanged)
+    Q_PROPERTY(QColor startColor MEMBER startColor_ NOTIFY looksChanged)
+    Q_PROPERTY(QColor endColor MEMBER endColor_ NOTIFY looksChanged)
+    Q_PROPERTY(QColor trackColor MEMBER trackColor_ NOTIFY looksChanged)
 
 public:
-    explicit AccentBar(QQuickItem* parent = nullptr);
-
-    double value() const noexcept { return value_; } ///< 0…1, how much is filled
-    void setValue(double value);
-
-    /// Where a light stands that runs along the bar: it enters at 0 and has left at 1. Below 0 there is none.
-    double sweep() const noexcept { return sweep_; }
-    void setSweep(double sweep);
+    using PaintedItem::PaintedItem;
 
     void paint(QPainter* painter) override;
-
-signals:
-    void valueChanged();
-    void sweepChanged();
-    void coloursChanged();
 
 private:
     void fill(QPainter& painter, double from, double to) const;
 
-    double value_ = 1;
-    double sweep_ = -1;
+    double value_ = 1;  ///< 0…1, how much is filled
+    double sweep_ = -1; ///< where a light that runs along the bar is: it enters at 0 and has left at 1; below 0, none
     QColor startColor_ = Qt::black;
     QColor endColor_ = Qt::black;
     QColor trackColor_ = Qt::transparent;

@@ -10,7 +10,8 @@ namespace {
 
 constexpr int modules = 37;  // as many as a code to link has
 constexpr int quietZone = 4; // modules on each side, as around a code
-constexpr int eye = 7;       // the squares in three corners
+constexpr int across = modules + 2 * quietZone;
+constexpr int eye = 7; // the squares in three corners
 
 /// Within the square by which readers find a code, its light edge included.
 bool isInEye(int row, int column)
@@ -39,19 +40,25 @@ bool isDark(int row, int column)
 
 } // namespace
 
+CodeShape::CodeShape(QQuickItem* parent) : PaintedItem(parent)
+{
+    setTextureSize({across, across}); // a pixel a module
+    setSmooth(false);
+}
+
+int CodeShape::modulesAcross()
+{
+    return across;
+}
+
 void CodeShape::paint(QPainter* painter)
 {
-    const QPaintDevice* surface = painter->device();
-    const int side = std::min(surface->width(), surface->height());
-    const int module = side / (modules + 2 * quietZone);
-    const int left = (surface->width() - module * modules) / 2;
-    const int top = (surface->height() - module * modules) / 2;
-    painter->resetTransform(); // whole pixels, as those of a code
-    painter->setRenderHint(QPainter::Antialiasing, false);
+    const QPaintDevice* surface = painter->device(); // a pixel a module, times the screen's
+    painter->resetTransform();
+    painter->scale(surface->width() / double(across), surface->height() / double(across));
     for (int row = 0; row < modules; ++row) {
         for (int column = 0; column < modules; ++column) {
-            if (isDark(row, column))
-                painter->fillRect(left + column * module, top + row * module, module, module, color_);
+            if (isDark(row, column)) painter->fillRect(quietZone + column, quietZone + row, 1, 1, color_);
         }
     }
 }

@@ -11,10 +11,15 @@ namespace vorn {
 class CodeShape : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
+    /// An item of as many points or a multiple of them has modules of one size.
+    Q_PROPERTY(int modulesAcross READ modulesAcross CONSTANT)
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
 
 public:
-    using PaintedItem::PaintedItem;
+    explicit CodeShape(QQuickItem* parent = nullptr);
+
+    /// Modules from edge to edge, the light ones around included.
+    static int modulesAcross();
 
     void paint(QPainter* painter) override;
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <utility>
 
 #include <QPainter>
 
@@ -29,16 +28,14 @@ void drawModules(QPainter& painter, const QRMatrix& code, QSize pixels)
 
 } // namespace
 
-QRModules::QRModules(QQuickItem* parent) : QQuickPaintedItem(parent)
+QRModules::QRModules(QQuickItem* parent) : PaintedItem(parent)
 {
+    setFlag(ItemHasContents, false);
+    connect(this, &QRModules::looksChanged, this, [this] {
+        setFlag(ItemHasContents, !payload_.isEmpty()); // or an empty image is kept
+        update();
+    });
     setSmooth(false);
-}
-
-void QRModules::setPayload(const QString& payload)
-{
-    if (std::exchange(payload_, payload) == payload) return;
-    emit payloadChanged();
-    update();
 }
 
 void QRModules::paint(QPainter* painter)

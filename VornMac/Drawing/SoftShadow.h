@@ -21,10 +21,10 @@ public:
 
     void paint(QPainter* painter) override;
 
-private:
-    void paintLayers(QPainter& painter, const QRectF& rect) const;
-    void paintParts(QPainter& painter, const QImage& small, qreal edge, qreal ratio) const;
+protected:
+    void geometryChange(const QRectF& now, const QRectF& before) override;
 
+private:
     QColor color_ = Qt::black; ///< where it is darkest
     double blur_ = 24;
     double radius_ = 16; ///< of the card

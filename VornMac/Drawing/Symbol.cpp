@@ -1,30 +1,15 @@
 #include "VornMac/Drawing/Symbol.h"
 
 #include <algorithm>
-#include <utility>
 
 #include <QPainter>
 #include <QSvgRenderer>
 
 namespace vorn {
 
-Symbol::Symbol(QQuickItem* parent) : QQuickPaintedItem(parent)
+Symbol::Symbol(QQuickItem* parent) : PaintedItem(parent)
 {
     setImplicitSize(16, 16);
-}
-
-void Symbol::setName(const QString& name)
-{
-    if (std::exchange(name_, name) == name) return;
-    emit nameChanged();
-    update();
-}
-
-void Symbol::setColor(const QColor& color)
-{
-    if (std::exchange(color_, color) == color) return;
-    emit colorChanged();
-    update();
 }
 
 void Symbol::paint(QPainter* painter)

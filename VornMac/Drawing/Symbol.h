@@ -1,37 +1,28 @@
 #pragma once
 
+#include "VornMac/Drawing/PaintedItem.h"
+
 #include <QColor>
-#include <QQuickPaintedItem>
 #include <QString>
 #include <qqmlregistration.h>
 
 namespace vorn {
 
 /// A vector symbol, drawn in one colour and as large as fits. `name` is that of a file in `symbols/`.
-class Symbol : public QQuickPaintedItem {
+class Symbol : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(QString name MEMBER name_ NOTIFY looksChanged)
+    Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
 
 public:
     explicit Symbol(QQuickItem* parent = nullptr);
 
-    const QString& name() const noexcept { return name_; }
-    void setName(const QString& name);
-    const QColor& color() const noexcept { return color_; }
-    /// Transparent, as at first, leaves the file's own colours.
-    void setColor(const QColor& color);
-
     void paint(QPainter* painter) override;
-
-signals:
-    void nameChanged();
-    void colorChanged();
 
 private:
     QString name_;
-    QColor color_ = Qt::transparent;
+    QColor color_ = Qt::transparent; ///< leaves the file's own colours
 };
 
 } // namespace vorn

@@ -46,8 +46,10 @@ Item {
             visible: root.hasCode && !root.isScanned
         }
         CodeShape {
-            anchors.fill: parent
+            anchors.centerIn: parent
             color: Theme.ink
+            height: width
+            width: parent.width - parent.width % modulesAcross
             opacity: 0.12
             visible: root.isAwaited
             Accessible.ignored: true

@@ -3,10 +3,29 @@ import Vorn.Components
 import Vorn.Drawing
 
 /// The corners of a camera's viewfinder, around a code.
-CornerBrackets {
-    armLength: 48
-    color: Theme.ink
-    radius: 38 // the plate's, and the gap between them
-    thickness: 3
-    Accessible.ignored: true
+Item {
+    component Corner: CornerBracket {
+        color: Theme.ink
+        height: width
+        radius: 38 // the plate's, and the gap between them
+        thickness: 3
+        width: 51
+        Accessible.ignored: true
+    }
+
+    Corner {}
+    Corner {
+        anchors.right: parent.right
+        isRight: true
+    }
+    Corner {
+        anchors.bottom: parent.bottom
+        isBottom: true
+    }
+    Corner {
+        anchors.bottom: parent.bottom
+        anchors.right: parent.right
+        isBottom: true
+        isRight: true
+    }
 }

@@ -1,21 +1,53 @@
 #pragma once
 
 #include <QImage>
-#include <QPainter>
-#include <QQuickPaintedItem>
+#include <QQuickItem>
+#include <QQuickRenderControl>
+#include <QQuickRenderTarget>
+#include <QQuickWindow>
 
 namespace vorn::testing {
 
-/// `item` as it paints itself, `pixelRatio` pixels a point, on nothing.
-inline QImage drawn(QQuickPaintedItem& item, QSize size, double pixelRatio = 1)
+/// A window without a screen, `pixelRatio` pixels a point, in which one item is drawn on nothing.
+class Canvas {
+public:
+    Canvas(QQuickItem& item, QSize size, double pixelRatio)
+        : item_(item), picture_((QSizeF(size) * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied)
+    {
+        picture_.setDevicePixelRatio(pixelRatio);
+        QQuickRenderTarget target = QQuickRenderTarget::fromPaintDevice(&picture_);
+        target.setDevicePixelRatio(pixelRatio);
+        window_.setColor(Qt::transparent);
+        window_.resize(size);
+        window_.setRenderTarget(target);
+        item_.setParentItem(window_.contentItem());
+        item_.setSize(size);
+    }
+    ~Canvas() { item_.setParentItem(nullptr); }
+    Canvas(Canvas&&) = delete;
+
+    /// The item as the renderer draws it in its next frame.
+    QImage frame()
+    {
+        picture_.fill(Qt::transparent);
+        control_.polishItems();
+        control_.sync();
+        control_.render();
+        QImage result = picture_;
+        result.setDevicePixelRatio(1);
+        return result;
+    }
+
+private:
+    QQuickItem& item_;
+    QImage picture_;
+    QQuickRenderControl control_;
+    QQuickWindow window_{&control_};
+};
+
+inline QImage drawn(QQuickItem& item, QSize size, double pixelRatio = 1)
 {
-    item.setSize(size);
-    QImage picture((QSizeF(size) * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.scale(pixelRatio, pixelRatio); // as the scene graph does; its surfaces know no ratio
-    item.paint(&painter);
-    return picture;
+    return Canvas(item, size, pixelRatio).frame();
 }
 
 /// How many pixels of `area` are painted at all.

@@ -17,7 +17,7 @@ constexpr QSize side(316, 316);
 QImage code(const QString& payload, double pixelRatio, QSize size = side)
 {
     QRModules modules;
-    modules.setPayload(payload);
+    modules.setProperty("payload", payload);
     QImage picture((QSizeF(size) * pixelRatio).toSize(), QImage::Format_RGB32);
     picture.fill(Qt::white);
     QPainter painter(&picture);
@@ -93,10 +93,20 @@ TEST(QRModules, PaintNothingWithoutAPayload)
 {
     QRModules modules;
     EXPECT_EQ(testing::paintedIn(testing::drawn(modules, side), {QPoint(), side}), 0);
-    modules.setPayload("a");
+    modules.setProperty("payload", "a");
     EXPECT_GT(testing::paintedIn(testing::drawn(modules, side), {QPoint(), side}), 0);
-    modules.setPayload("");
+    modules.setProperty("payload", "");
     EXPECT_EQ(testing::paintedIn(testing::drawn(modules, side), {QPoint(), side}), 0);
+}
+
+TEST(QRModules, AppearAndGoInAWindowThatIsShown)
+{
+    QRModules modules;
+    testing::Canvas canvas(modules, side, 1);
+    for (const bool there : {false, true, false, true}) {
+        modules.setProperty("payload", there ? "vorn://link/abc" : "");
+        EXPECT_EQ(testing::paintedIn(canvas.frame(), {QPoint(), side}) > 0, there);
+    }
 }
 
 TEST(QRModules, PaintNothingThatFitsNoCodeAndDoNotLogIt)
@@ -106,7 +116,7 @@ TEST(QRModules, PaintNothingThatFitsNoCodeAndDoNotLogIt)
     qInstallMessageHandler(
         [](QtMsgType, const QMessageLogContext&, const QString& text) { logged += text.toStdString(); });
     QRModules modules;
-    modules.setPayload("canary" + QString(3000, 'x'));
+    modules.setProperty("payload", "canary" + QString(3000, 'x'));
     EXPECT_EQ(testing::paintedIn(testing::drawn(modules, side), {QPoint(), side}), 0);
     qInstallMessageHandler(nullptr);
     EXPECT_EQ(logged, "a code is too long to be shown");
@@ -133,9 +143,9 @@ TEST(QRModules, TellOfAChangeOnce)
 {
     QRModules modules;
     int changes = 0;
-    QObject::connect(&modules, &QRModules::payloadChanged, [&changes] { ++changes; });
-    modules.setPayload("a");
-    modules.setPayload("a");
+    QObject::connect(&modules, &QRModules::looksChanged, [&changes] { ++changes; });
+    modules.setProperty("payload", "a");
+    modules.setProperty("payload", "a");
     EXPECT_EQ(changes, 1);
 }
 

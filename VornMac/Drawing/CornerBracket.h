@@ -7,14 +7,16 @@
 
 namespace vorn {
 
-/// The four corners of a camera's viewfinder around what is to be scanned.
-class CornerBrackets : public vorn::PaintedItem {
+/// One corner of a camera's viewfinder, with the turn in its own corner. Four small items are a tenth of the pixels
+/// that one around all of it would have.
+class CornerBracket : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
     Q_PROPERTY(double thickness MEMBER thickness_ NOTIFY looksChanged)
-    Q_PROPERTY(double armLength MEMBER armLength_ NOTIFY looksChanged)
     Q_PROPERTY(double radius MEMBER radius_ NOTIFY looksChanged)
+    Q_PROPERTY(bool isRight MEMBER isRight_ NOTIFY looksChanged)
+    Q_PROPERTY(bool isBottom MEMBER isBottom_ NOTIFY looksChanged)
 
 public:
     using PaintedItem::PaintedItem;
@@ -24,8 +26,9 @@ public:
 private:
     QColor color_ = Qt::black;
     double thickness_ = 4;
-    double armLength_ = 40; ///< from the corner along each side
-    double radius_ = 24;    ///< of the outer edge
+    double radius_ = 24; ///< of the outer edge
+    bool isRight_ = false;
+    bool isBottom_ = false;
 };
 
 } // namespace vorn
