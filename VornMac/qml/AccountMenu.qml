@@ -8,13 +8,10 @@ import Vorn.View
 PushButton {
     id: root
 
-    required property string identity
-    required property string initial
+    required property ScreenModel model
 
     /// Who opens the menu by the keyboard sees where its focus is, there and afterwards.
     property int menuReason: Qt.PopupFocusReason
-
-    signal signOut
 
     /// Closes the menu, and does not take the focus back.
     function dismiss() {
@@ -23,7 +20,8 @@ PushButton {
     }
 
     Accessible.name: Labels.account
-    Accessible.description: identity
+    Accessible.description: model.identity
+    visible: model.isSignedIn
     cornerRadius: height / 2
     implicitHeight: 34
     leftPadding: 12
@@ -55,7 +53,7 @@ PushButton {
                 color: Theme.outgoingInk
                 font: Theme.fonts.badge
                 objectName: "badge"
-                text: root.initial
+                text: root.model.initial
                 textFormat: Text.PlainText
             }
         }
@@ -101,10 +99,10 @@ PushButton {
             CardShadow {}
         }
         contentItem: AccountMenuPanel {
-            identity: root.identity
+            identity: root.model.identity
             onSignOut: {
                 menu.close();
-                root.signOut();
+                root.model.signOut();
             }
         }
     }

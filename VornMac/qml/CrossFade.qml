@@ -11,9 +11,9 @@ FocusScope {
     required property var properties
     readonly property bool isFading: fade.running
 
-    property Loader shown: first
-    readonly property StepScreen current: shown.item as StepScreen
-    readonly property Loader going: shown === first ? second : first
+    property FadingSheet shown: first
+    readonly property StepScreen current: shown.loader.item as StepScreen
+    readonly property FadingSheet going: shown === first ? second : first
 
     /// Has what is shown stay as it is until the next screen has taken its place.
     function freeze() {
@@ -24,29 +24,30 @@ FocusScope {
     Component.onCompleted: show()
 
     function show() {
-        if (shown.source === screen)
+        if (shown.loader.source === screen)
             return;
         fade.complete();
-        const isFirst = shown.status === Loader.Null;
+        const isFirst = shown.loader.status === Loader.Null;
         if (!isFirst)
             shown = going;
-        shown.setSource(screen, properties);
-        shown.focus = true;
+        shown.loader.setSource(screen, properties);
+        shown.loader.focus = true;
         if (isFirst)
             return;
         shown.opacity = 0;
         fade.start();
     }
 
-    Loader {
+    FadingSheet {
         id: first
         anchors.fill: parent
-        focus: true
+        isComing: root.isFading && root.shown === first
         z: root.shown === first ? 2 : 0
     }
-    Loader {
+    FadingSheet {
         id: second
         anchors.fill: parent
+        isComing: root.isFading && root.shown === second
         z: root.shown === second ? 2 : 0
     }
     // Over the screen that goes, below the one that comes.
@@ -58,23 +59,13 @@ FocusScope {
         z: 1
     }
 
-    ParallelAnimation {
+    NumberAnimation {
         id: fade
-
-        NumberAnimation {
-            duration: Theme.crossFade
-            easing.type: Easing.InOutQuad
-            property: "opacity"
-            target: root.shown
-            to: 1
-        }
-        NumberAnimation {
-            duration: Theme.crossFade
-            easing.type: Easing.InOutQuad
-            property: "opacity"
-            target: root.going
-            to: 0
-        }
-        onFinished: root.going.source = ""
+        duration: Theme.crossFade
+        easing.type: Easing.InOutQuad
+        property: "opacity"
+        target: root.shown
+        to: 1
+        onFinished: root.going.loader.source = ""
     }
 }

@@ -16,24 +16,14 @@ Rectangle {
         event.accepted = !event.isAutoRepeat && takesKey(event.key, event.modifiers);
     }
 
-    VornGlyph {
-        x: grid.left - width / 12 // its ink, which begins within its box, is in line with the words below
-        y: grid.spare + 39
-    }
     WindowGrid {
         id: grid
         height: root.height
         width: root.width
     }
-    Rectangle {
-        color: Theme.panel
-        height: grid.bottom - grid.top
-        objectName: "panel"
-        radius: Theme.panelRadius
+    WindowGround {
+        anchors.fill: parent
         visible: root.model.isRestored && screens.visible
-        width: Theme.panelWidth
-        x: grid.right - width
-        y: grid.top
     }
     CrossFade {
         id: screens
@@ -45,6 +35,11 @@ Rectangle {
             })
         screen: root.model.isRestored ? root.screenOf(root.model.stepName) : ""
         visible: everything.status === Loader.Null
+    }
+    // Above the ground that screens have while they fade.
+    VornGlyph {
+        x: grid.left - width / 12 // its ink, which begins within its box, is in line with the words below
+        y: grid.spare + 39
     }
     // Over the find screen, which keeps its focus for the way back.
     Loader {
@@ -77,26 +72,50 @@ Rectangle {
                 screens.forceActiveFocus();
         }
     }
-    AccountMenu {
+    // Made when somebody is signed in for the first time.
+    Loader {
+        id: account
+
+        readonly property bool isNeeded: root.model.isSignedIn
+
         x: grid.right - width
         y: grid.spare + 36
-        identity: root.model.identity
-        initial: root.model.initial
-        visible: root.model.isSignedIn
+        onIsNeededChanged: {
+            if (status === Loader.Null)
+                setSource("AccountMenu.qml", {
+                    model: root.model
+                });
+        }
+    }
+    Connections {
+        target: account.item as AccountMenu
         // A session may end while the menu is open.
-        onVisibleChanged: {
-            if (visible)
+        function onVisibleChanged() {
+            const menu = account.item as AccountMenu;
+            if (menu.visible)
                 return;
-            dismiss();
+            menu.dismiss();
             screens.forceActiveFocus();
         }
-        onSignOut: root.model.signOut()
     }
 
-    AboutPanel {
+    // Made when it is first asked for.
+    Loader {
         id: about
-        parent: root
-        onClosed: screens.forceActiveFocus()
+
+        function show() {
+            if (status === Loader.Null)
+                setSource("AboutPanel.qml", {
+                    parent: root
+                });
+            (item as AboutPanel).open();
+        }
+    }
+    Connections {
+        target: about.item as AboutPanel
+        function onClosed() {
+            screens.forceActiveFocus();
+        }
     }
     Connections {
         target: root.model.everything
@@ -123,7 +142,7 @@ Rectangle {
         else if (isCommand && key === Qt.Key_R)
             tryAgain();
         else if (key === Qt.Key_F1)
-            about.open();
+            about.show();
         else
             return false;
         return true;

@@ -327,7 +327,8 @@ TEST_F(FadingWindow, ShowsBothScreensFor220Milliseconds)
     EXPECT_TRUE(showsOld());
     EXPECT_TRUE(showsNew());
     for (const DrawnText& text : drawnTexts(fix_.window())) {
-        if (text.text == "Exactly what we upload" || text.text == "Looking in Messages…")
+        if (text.text == "Exactly what we upload") EXPECT_EQ(text.opacity, 1) << "below the other";
+        if (text.text == "Looking in Messages…")
             EXPECT_NEAR(text.opacity, 0.5, 0.01) << "in the middle of a curve that is the same forth and back";
     }
     animations_.pass(100);

@@ -29,6 +29,7 @@ Themed Stage::picture()
     for (std::size_t index = 0; index < themes.size(); ++index) {
         Appearance::shared().setTheme(themes.at(index).first);
         if (!moves_) rest();
+        if (moves_) window_.picture(); // the software renderer shows a layer a frame late
         pictures.at(index) = window_.picture();
     }
     return pictures;

@@ -1,0 +1,24 @@
+import QtQuick
+import Vorn.Components
+
+/// What lies below every screen: the window's colour, and the panel at its place.
+Rectangle {
+    id: root
+
+    color: Theme.background
+
+    WindowGrid {
+        id: grid
+        height: root.height
+        width: root.width
+    }
+    Rectangle {
+        color: Theme.panel
+        height: grid.bottom - grid.top
+        objectName: "panel"
+        radius: Theme.panelRadius
+        width: Theme.panelWidth
+        x: grid.right - width
+        y: grid.top
+    }
+}
