@@ -1,5 +1,6 @@
 #include "VornMac/View/Everything.h"
 
+#include "bench/Table.h"
 #include "bench/Window/BenchWindow.h"
 #include "bench/Window/FrameWatch.h"
 #include "bench/Window/Measures.h"
@@ -23,6 +24,7 @@ using Steady = std::chrono::steady_clock;
 
 constexpr int rounds = 7;
 constexpr auto rest = 400ms;
+constexpr double mebibyte = 1024 * 1024;
 
 /// What of the process is in memory, in MiB, as every system's ps tells it.
 double residentMiB()
@@ -35,17 +37,12 @@ double residentMiB()
     return kilobytes / 1024;
 }
 
-double median(std::vector<double> values)
-{
-    std::ranges::sort(values);
-    return values[values.size() / 2];
-}
-
-void print(const std::string& name, double value, const char* unit, const char* limit)
-{
-    std::printf("%-34s %10.2f %-6s %s\n", name.c_str(), value, unit, limit);
-    std::fflush(stdout);
-}
+/// What opening the page costs.
+struct Opening {
+    std::size_t messages = 0;
+    std::vector<double> painted; ///< milliseconds
+    double mebibytes = 0;
+};
 
 class PageBench {
 public:
@@ -53,41 +50,39 @@ public:
     {
         bench_.runUntilFound();
         TimedApplication::runFor(rest);
-        std::printf("%zu messages\n", bench_.model().exportResult()->messages.size());
     }
 
-    void measureOpening()
+    Opening measureOpening()
     {
         const double before = residentMiB();
-        std::vector<double> opened;
+        Opening opening;
+        opening.messages = bench_.model().exportResult()->messages.size();
         for (int round = 0; round < rounds; ++round) {
             if (round > 0) close();
-            opened.push_back(painted([this] { page().open(); }));
+            opening.painted.push_back(painted([this] { page().open(); }));
         }
-        print("opened and painted, median", median(opened), "ms", "the same for any size");
-        print("opened and painted, first", opened.front(), "ms", "the same for any size");
-        print("memory for it", residentMiB() - before, "MiB", "the same for any size");
+        opening.mebibytes = residentMiB() - before;
+        return opening;
     }
 
     /// Scrolls a little with every frame, then to places all over the list.
-    void measureScrolling()
+    void measureScrolling(Table& table)
     {
         QQuickItem& list = *bench_.window().findChild<QQuickItem*>("everything");
         FrameWatch watch(bench_.window());
-        TimedApplication::shared().takeLongestTurn();
         for (int step = 0; step < 120; ++step) {
             painted([&list, step] { list.setProperty("contentY", 60.0 * step); });
         }
-        printFrames("scrolled by hand", watch.take());
+        addFrames(table, "scrolled by hand, a frame", watch.take());
         for (int step = 0; step < 60; ++step) {
             painted([&list, step] {
                 QMetaObject::invokeMethod(&list, "jumpTo", Q_ARG(double, ((step * 37) % 60) / 61.0));
             });
         }
-        printFrames("jumped all over", watch.take());
+        addFrames(table, "jumped all over, a frame", watch.take());
     }
 
-    void measureSearching()
+    void measureSearching(Table& table)
     {
         for (const char* words : {"tram", "a", "nobody writes this"}) {
             const double before = residentMiB();
@@ -97,12 +92,15 @@ public:
             TimedApplication::runUntil([this] { return page().messages()->isSearch() || isDone(); });
             const double first = milliseconds(Steady::now() - begin);
             TimedApplication::runUntil([this] { return isDone(); });
-            const std::string name = std::string("\"") + words + "\", ";
-            print(name + "first", first, "ms", "");
-            print(name + "all " + std::to_string(page().messages()->count()), milliseconds(Steady::now() - begin), "ms",
-                  "");
-            print(name + "longest turn", TimedApplication::shared().takeLongestTurn(), "ms", "8 ms");
-            print(name + "memory", residentMiB() - before, "MiB", "4 bytes a message found");
+            const double all = milliseconds(Steady::now() - begin);
+            const auto found = page().messages()->count();
+            const std::string name = "search for \"" + std::string(words) + "\", " + std::to_string(found) + " found";
+            table.add(name + ": the first, all", {figure(first, "ms"), figure(all, "ms")});
+            const double turn = TimedApplication::shared().takeLongestTurn();
+            table.add(name + ": longest turn", {figure(turn, "ms"), ""}, {turn, 8, "8 ms"});
+            const double memory = residentMiB() - before;
+            table.add(name + ": memory", {figure(memory, "MiB"), ""},
+                      {memory, 16.0 * static_cast<double>(found) / mebibyte + 1, "16 bytes a message found + 1 MiB"});
             TimedApplication::inTurn([this] { page().setWords(""); });
             TimedApplication::runFor(rest);
         }
@@ -131,11 +129,10 @@ private:
         return milliseconds(watch.last() - begin);
     }
 
-    static void printFrames(const std::string& name, std::vector<double> frames)
+    static void addFrames(Table& table, const char* name, const std::vector<double>& frames)
     {
-        print(name + ", median", median(frames), "ms", "8 ms a frame");
-        print(name + ", longest", std::ranges::max(frames), "ms", "8 ms a frame");
-        print(name + ", longest turn", TimedApplication::shared().takeLongestTurn(), "ms", "");
+        const double longest = std::ranges::max(frames);
+        table.add(name, {figure(median(frames), "ms"), figure(longest, "ms")}, {longest, 8, "8 ms"});
     }
 
     BenchWindow bench_;
@@ -143,12 +140,22 @@ private:
 
 } // namespace
 
-void measureEverything(const std::filesystem::path& history)
+bool measureEverything(const std::filesystem::path& small, const std::filesystem::path& history)
 {
+    const Opening few = PageBench(small).measureOpening();
     PageBench page(history);
-    page.measureOpening();
-    page.measureScrolling();
-    page.measureSearching();
+    const Opening many = page.measureOpening();
+    Table table("The page with every message", {"Median", "Longest"});
+    const auto times = [](const Opening& opening) -> std::vector<std::string> {
+        return {figure(median(opening.painted), "ms"), figure(std::ranges::max(opening.painted), "ms")};
+    };
+    table.add("opened with " + std::to_string(few.messages), times(few));
+    table.add("opened with " + std::to_string(many.messages), times(many),
+              {median(many.painted), 1.25 * median(few.painted), "1.25 × the few"});
+    table.add("memory for it", {figure(many.mebibytes, "MiB"), ""}, {many.mebibytes, 8, "8 MiB"});
+    page.measureScrolling(table);
+    page.measureSearching(table);
+    return table.isReached();
 }
 
 } // namespace vorn::bench

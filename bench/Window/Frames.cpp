@@ -1,3 +1,4 @@
+#include "bench/Table.h"
 #include "bench/Window/BareWindow.h"
 #include "bench/Window/BenchWindow.h"
 #include "bench/Window/FrameWatch.h"
@@ -6,8 +7,8 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
+#include <string>
 #include <variant>
 #include <vector>
 
@@ -16,7 +17,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int rounds = 10;   // there and back
+constexpr int batches = 3;
+constexpr int rounds = 4;    // there and back, in each batch
 constexpr auto fade = 400ms; // and a rest
 
 struct Pair {
@@ -35,43 +37,84 @@ double percentile(const std::vector<double>& sorted, double part)
     return sorted[static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1))];
 }
 
-/// `longestTurn` is that of the main thread, whatever it did: drawing, or making the next screen.
-void print(const char* name, std::vector<double> frames, double longestTurn, const char* limit = "8 ms a frame")
+/// What was seen of one thing that moves: frame times in milliseconds, batch by batch.
+struct Moving {
+    std::vector<std::vector<double>> batches;
+    double longestTurn = 0; ///< of the main thread, whatever it did: drawing, or making the next screen
+
+    void take(FrameWatch& watch)
+    {
+        batches.push_back(watch.take());
+        longestTurn = std::max(longestTurn, TimedApplication::shared().takeLongestTurn());
+    }
+
+    std::vector<double> sorted() const
+    {
+        std::vector<double> all;
+        for (const auto& batch : batches) all.insert(all.end(), batch.begin(), batch.end());
+        std::ranges::sort(all);
+        return all;
+    }
+
+    /// Of all batches the one in the middle: a frame that is long each time is in every one, what another program did
+    /// is not.
+    double usualLongest() const
+    {
+        std::vector<double> longest;
+        for (const auto& batch : batches) longest.push_back(std::ranges::max(batch));
+        return median(longest);
+    }
+};
+
+std::vector<std::string> figuresOf(const Moving& moving)
 {
-    std::ranges::sort(frames);
-    std::printf("%-34s %6zu %8.2f %8.2f %8.2f %8.2f   %s\n", name, frames.size(), percentile(frames, 0.5),
-                percentile(frames, 0.95), frames.back(), longestTurn, limit);
-    std::fflush(stdout);
+    const std::vector<double> frames = moving.sorted();
+    return {std::to_string(frames.size()), figure(percentile(frames, 0.5), "ms"),
+            figure(percentile(frames, 0.95), "ms"), figure(moving.usualLongest(), "ms"),
+            figure(moving.longestTurn, "ms")};
 }
 
-void measureBareWindow()
+void add(Table& table, const char* name, const Moving& moving)
+{
+    table.add(name, figuresOf(moving), {moving.usualLongest(), 8, "8 ms a frame"});
+}
+
+void measureBareWindow(Table& table)
 {
     BareWindow bare;
     TimedApplication::runFor(fade);
     FrameWatch watch(bare.window());
     TimedApplication::shared().takeLongestTurn();
     bare.fade();
-    TimedApplication::runFor(2 * rounds * fade);
-    print("a bare window, fading", watch.take(), TimedApplication::shared().takeLongestTurn(), "");
+    Moving moving;
+    for (int batch = 0; batch < batches; ++batch) {
+        TimedApplication::runFor(2 * rounds * fade);
+        moving.take(watch);
+    }
+    table.add("a bare window, fading", figuresOf(moving));
 }
 
-void measureFade(BenchWindow& bench, const Pair& pair)
+void measureFade(Table& table, BenchWindow& bench, const Pair& pair)
 {
     bench.model().go(pair.from);
     TimedApplication::runFor(fade);
     FrameWatch watch(bench.window());
     TimedApplication::shared().takeLongestTurn();
-    for (int round = 0; round < rounds; ++round) {
-        for (const Step step : {pair.to, pair.from}) {
-            TimedApplication::inTurn([&bench, step] { bench.model().go(step); });
-            TimedApplication::runFor(fade);
+    Moving moving;
+    for (int batch = 0; batch < batches; ++batch) {
+        for (int round = 0; round < rounds; ++round) {
+            for (const Step step : {pair.to, pair.from}) {
+                TimedApplication::inTurn([&bench, step] { bench.model().go(step); });
+                TimedApplication::runFor(fade);
+            }
         }
+        moving.take(watch);
     }
-    print(pair.name, watch.take(), TimedApplication::shared().takeLongestTurn());
+    add(table, pair.name, moving);
 }
 
 /// From the first byte that is sent to the last.
-void measureProgress(BenchWindow& bench)
+void measureProgress(Table& table, BenchWindow& bench)
 {
     bench.model().go(Step::find);
     bench.runUntilFound();
@@ -82,23 +125,27 @@ void measureProgress(BenchWindow& bench)
     FrameWatch watch(bench.window());
     TimedApplication::shared().takeLongestTurn();
     TimedApplication::runUntil([&] { return !isUploading(); });
-    print("the bar of the upload", watch.take(), TimedApplication::shared().takeLongestTurn());
+    Moving moving;
+    moving.take(watch);
+    add(table, "the bar of the upload", moving);
     bench.runUntil(Step::done);
 }
 
 /// The light over the shape of a chat, while the quest lets itself be waited for.
-void measureShimmer(const std::filesystem::path& history)
+void measureShimmer(Table& table, const std::filesystem::path& history)
 {
     BenchWindow bench({.history = history, .service = {.questTakes = 1h}});
     TimedApplication::runFor(fade);
     FrameWatch watch(bench.window());
     TimedApplication::shared().takeLongestTurn();
     TimedApplication::runFor(5s);
-    print("the shimmer of a search", watch.take(), TimedApplication::shared().takeLongestTurn());
+    Moving moving;
+    moving.take(watch);
+    add(table, "the shimmer of a search", moving);
 }
 
 /// From the approval until the last paper has fallen.
-void measureMoment(const std::filesystem::path& history)
+void measureMoment(Table& table, const std::filesystem::path& history)
 {
     BenchWindow bench({.history = history, .service = {.approves = true}});
     bench.runUntilFound();
@@ -110,24 +157,26 @@ void measureMoment(const std::filesystem::path& history)
     watch.take(); // of the spinner
     TimedApplication::shared().takeLongestTurn();
     TimedApplication::runFor(2s);
-    print("the moment of a reward", watch.take(), TimedApplication::shared().takeLongestTurn());
+    Moving moving;
+    moving.take(watch);
+    add(table, "the moment of a reward", moving);
 }
 
 } // namespace
 
-void measureFrames(const std::filesystem::path& history)
+bool measureFrames(const std::filesystem::path& history)
 {
-    std::printf("%-34s %6s %8s %8s %8s %8s   %s\n", "what moves, in milliseconds", "frames", "median", "95 of 100",
-                "longest", "turn", "limit");
-    measureBareWindow();
+    Table table("What moves", {"Frames", "Median", "95 of 100", "Longest", "Longest turn"});
+    measureBareWindow(table);
     {
         BenchWindow bench({.history = history});
         bench.runUntilFound();
-        for (const Pair& pair : pairs) measureFade(bench, pair);
-        measureProgress(bench);
+        for (const Pair& pair : pairs) measureFade(table, bench, pair);
+        measureProgress(table, bench);
     }
-    measureShimmer(history);
-    measureMoment(history);
+    measureShimmer(table, history);
+    measureMoment(table, history);
+    return table.isReached();
 }
 
 } // namespace vorn::bench

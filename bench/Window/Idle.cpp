@@ -1,4 +1,5 @@
 #include "VornMac/System/Appearance.h"
+#include "bench/Table.h"
 #include "bench/Window/BareWindow.h"
 #include "bench/Window/BenchWindow.h"
 #include "bench/Window/FrameWatch.h"
@@ -6,8 +7,9 @@
 #include "bench/Window/TimedApplication.h"
 
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
+#include <string>
+#include <vector>
 
 #include <sys/resource.h>
 
@@ -30,7 +32,12 @@ double cpuMilliseconds()
     return of(usage.ru_utime) + of(usage.ru_stime);
 }
 
-void watch(const char* name, QQuickWindow& window, const char* limit)
+struct Watched {
+    double cpu = 0;    ///< milliseconds a second
+    double frames = 0; ///< a second
+};
+
+Watched watched(QQuickWindow& window)
 {
     TimedApplication::runFor(settling);
     const FrameWatch frames(window);
@@ -38,9 +45,19 @@ void watch(const char* name, QQuickWindow& window, const char* limit)
     TimedApplication::runFor(watching);
     const double seconds = std::chrono::duration<double>(watching).count();
     const double milliseconds = cpuMilliseconds() - before;
-    std::printf("%-34s %9.2f %8.3f %% %8.1f   %s\n", name, milliseconds / seconds, milliseconds / seconds / 10,
-                static_cast<double>(frames.count()) / seconds, limit);
-    std::fflush(stdout);
+    return {milliseconds / seconds, static_cast<double>(frames.count()) / seconds};
+}
+
+std::vector<std::string> figuresOf(const Watched& watched)
+{
+    return {figure(watched.cpu, "ms"), figure(watched.frames, "", 1)};
+}
+
+/// Of a window that draws `limit` frames a second at most, and one more where the second it is watched for begins.
+void watch(Table& table, const char* name, QQuickWindow& window, int limit)
+{
+    const Watched seen = watched(window);
+    table.add(name, figuresOf(seen), {seen.frames, limit + 0.1, std::to_string(limit)});
 }
 
 /// A database that is there and that nobody can open, not even root: a link that leads to itself.
@@ -51,70 +68,71 @@ std::filesystem::path deniedHistory()
     return path;
 }
 
-void watchWithSpinner(const std::filesystem::path& denied)
+void watchWithSpinner(Table& table, const std::filesystem::path& denied)
 {
     {
         BenchWindow link({.history = denied, .isSignedIn = false});
-        watch("link, spinner and countdown", link.window(), "11 frames/s");
+        watch(table, "link, spinner and countdown", link.window(), 11);
     }
     BenchWindow access({.history = denied});
-    watch("access, spinner", access.window(), "10 frames/s");
+    watch(table, "access, spinner", access.window(), 10);
 }
 
 /// What shimmers, pulses and turns stands still where nobody sees it.
-void watchHidden(const std::filesystem::path& history, const std::filesystem::path& denied)
+void watchHidden(Table& table, const std::filesystem::path& history, const std::filesystem::path& denied)
 {
     {
         BenchWindow find({.history = history, .service = {.questTakes = 1h}});
         find.window().hide();
-        watch("find, looking, hidden", find.window(), "0 frames/s");
+        watch(table, "find, looking, hidden", find.window(), 0);
     }
     BenchWindow access({.history = denied});
     access.window().hide();
-    watch("access, pulsing, hidden", access.window(), "0 frames/s");
+    watch(table, "access, pulsing, hidden", access.window(), 0);
 }
 
-void watchScreens(const std::filesystem::path& history, const std::filesystem::path& denied)
+void watchScreens(Table& table, const std::filesystem::path& history, const std::filesystem::path& denied)
 {
     {
         BenchWindow link({.history = denied, .isSignedIn = false});
-        watch("link, countdown alone", link.window(), "1 frame/s");
+        watch(table, "link, countdown alone", link.window(), 1);
     }
     {
         BenchWindow consent({.history = history, .hasConsented = false});
-        watch("consent", consent.window(), "0 frames/s");
+        watch(table, "consent", consent.window(), 0);
     }
     {
         BenchWindow access({.history = denied});
-        watch("access, probing each 1.5 s", access.window(), "0 frames/s");
+        watch(table, "access, probing each 1.5 s", access.window(), 0);
     }
     {
         BenchWindow find({.history = history});
         find.runUntilFound();
-        watch("find, found", find.window(), "0 frames/s");
+        watch(table, "find, found", find.window(), 0);
     }
     BenchWindow done({.history = history});
     done.runUntilFound();
     done.model().upload();
     done.runUntil(Step::done);
-    watch("done, asking each 5 s", done.window(), "0 frames/s");
+    watch(table, "done, asking each 5 s", done.window(), 0);
 }
 
 } // namespace
 
-void measureIdleScreens(const std::filesystem::path& history)
+bool measureIdleScreens(const std::filesystem::path& history)
 {
     const auto denied = deniedHistory();
-    std::printf("%-34s %9s %10s %8s   %s\n", "for ten seconds", "ms CPU/s", "of a core", "frames/s", "limit");
+    Table table("For ten seconds", {"CPU a second", "Frames a second"});
     {
         BareWindow bare;
-        watch("a bare window", bare.window(), "");
+        table.add("a bare window", figuresOf(watched(bare.window())));
     }
-    watchWithSpinner(denied);
-    watchHidden(history, denied);
+    watchWithSpinner(table, denied);
+    watchHidden(table, history, denied);
     Appearance::shared().setReducesMotion(true); // which leaves all but what turns and eases
-    watchScreens(history, denied);
+    watchScreens(table, history, denied);
     Appearance::shared().setReducesMotion(false);
+    return table.isReached();
 }
 
 } // namespace vorn::bench

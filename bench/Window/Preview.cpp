@@ -1,11 +1,10 @@
+#include "bench/Table.h"
 #include "bench/Window/BenchWindow.h"
 #include "bench/Window/FrameWatch.h"
 #include "bench/Window/Measures.h"
 #include "bench/Window/TimedApplication.h"
 
-#include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -46,31 +45,30 @@ void scan(const std::filesystem::path& history, Figures& figures)
     figures.messages = bench.model().exportResult()->messages.size();
 }
 
-double median(std::vector<double> times)
+std::string nameOf(const Figures& figures)
 {
-    std::ranges::sort(times);
-    return times[times.size() / 2];
+    return "preview of " + std::to_string(figures.messages);
 }
 
-void print(const Figures& figures)
+std::vector<std::string> textsOf(const Figures& figures)
 {
-    const std::string name = "preview of " + std::to_string(figures.messages);
-    std::printf("%-34s %8.2f %8.2f %8.2f   the same for any size\n", name.c_str(), median(figures.handled),
-                median(figures.frame), median(figures.painted));
+    return {figure(median(figures.handled), "ms"), figure(median(figures.frame), "ms"),
+            figure(median(figures.painted), "ms")};
 }
 
 } // namespace
 
-void measurePreview(const std::filesystem::path& six, const std::filesystem::path& history)
+bool measurePreview(const std::filesystem::path& six, const std::filesystem::path& history)
 {
     Figures few, many;
     for (int round = 0; round < rounds; ++round) {
         scan(six, few);
         scan(history, many);
     }
-    std::printf("%-34s %8s %8s %8s   %s\n", "what was found, in milliseconds", "handled", "frame", "painted", "limit");
-    print(few);
-    print(many);
+    Table table("What was found", {"Turn of the change", "Frame", "On the screen after"});
+    table.add(nameOf(few), textsOf(few));
+    table.add(nameOf(many), textsOf(many), {median(many.painted), 1.25 * median(few.painted), "1.25 × the few"});
+    return table.isReached();
 }
 
 } // namespace vorn::bench
