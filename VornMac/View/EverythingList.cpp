@@ -80,7 +80,10 @@ void EverythingList::appendHits(const Hits& hits)
     if (hits.empty()) return;
     const int first = rowCount();
     beginInsertRows({}, first, first + static_cast<int>(hits.size()) - 1);
-    if (hits_) hits_->insert(hits_->end(), hits.begin(), hits.end());
+    if (hits_) {
+        hits_->reserve(total()); // room that is not used takes no memory; room that grows leaves what it outgrew
+        hits_->insert(hits_->end(), hits.begin(), hits.end());
+    }
     endInsertRows();
 }
 
