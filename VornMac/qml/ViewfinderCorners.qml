@@ -9,7 +9,7 @@ Item {
         height: width
         radius: 38 // the plate's, and the gap between them
         thickness: 3
-        width: 51
+        width: 48 + thickness // an arm, and the round end of its stroke
         Accessible.ignored: true
     }
 

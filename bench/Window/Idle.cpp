@@ -53,11 +53,12 @@ std::vector<std::string> figuresOf(const Watched& watched)
     return {figure(watched.cpu, "ms"), figure(watched.frames, "", 1)};
 }
 
-/// Of a window that draws `limit` frames a second at most, and one more where the second it is watched for begins.
+/// Of a window that draws `limit` frames a second at most. One that draws may begin and end the watch with a frame; one
+/// that stands still draws none at all.
 void watch(Table& table, const char* name, QQuickWindow& window, int limit)
 {
     const Watched seen = watched(window);
-    table.add(name, figuresOf(seen), {seen.frames, limit + 0.1, std::to_string(limit)});
+    table.add(name, figuresOf(seen), {seen.frames, limit == 0 ? 0 : limit + 0.1, std::to_string(limit)});
 }
 
 /// A database that is there and that nobody can open, not even root: a link that leads to itself.

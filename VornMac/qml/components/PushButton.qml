@@ -10,7 +10,8 @@ T.AbstractButton {
     property string label: ""
     property real cornerRadius: Theme.controlRadius
 
-    implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding // or edges in line would not be, by a pixel
+    // Whole points: otherwise the edges of buttons below each other differ by a pixel.
+    implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding
     implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
     padding: 0
     leftPadding: 20
