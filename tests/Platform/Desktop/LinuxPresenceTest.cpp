@@ -260,10 +260,10 @@ TEST_F(LinuxPresence, WaitsForNoBusThatHangs)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
 }
 
-/// Whether a call without an answer ends as one, in time.
-void expectNoAnswer()
+/// Whether a call without an answer ends as one.
+void expectNoAnswer(std::chrono::milliseconds limit)
 {
-    MessageBus bus(MessageBus::Kind::session, 50ms);
+    MessageBus bus(MessageBus::Kind::session, limit);
     bool isOver = false;
     bus.call({"org.freedesktop.Notifications", "/org/freedesktop/Notifications", "org.freedesktop.Notifications"},
              "GetCapabilities", g_variant_new("()"), [&isOver](GVariant* answer, GUnixFDList* files) {
@@ -278,14 +278,14 @@ TEST(MessageBus, GivesUpOnABusThatHangs)
 {
     const testing::TestBus bus;
     bus.freeze();
-    expectNoAnswer();
+    expectNoAnswer(50ms);
 }
 
 TEST(MessageBus, GivesUpOnAServiceThatHangs)
 {
     const testing::TestBus bus;
     const DesktopServices services(bus.address(), {.kind = Kind::silent});
-    expectNoAnswer();
+    expectNoAnswer(1s); // in which the call has to get there
     EXPECT_EQ(services.calls().size(), 1U);
 }
 

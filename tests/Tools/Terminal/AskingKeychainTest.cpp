@@ -45,7 +45,8 @@ TEST(AskingKeychain, IsAskedOnceAndItsRefusalTold)
         const FakeSecretService service(bus.address(), FakeSecretService::Fault::dismissed);
         const auto program = fix.start(nowhere, {each.command});
         EXPECT_EQ(program->exitCode(), 10);
-        EXPECT_EQ(program->errors(), std::string("The keychain was not unlocked. ") + each.consequence + "\n");
+        EXPECT_EQ(fix.errorsBesideTheWait(*program),
+                  std::string("The keychain was not unlocked. ") + each.consequence + "\n");
         EXPECT_EQ(service.dialogs(), 1);
     }
 }

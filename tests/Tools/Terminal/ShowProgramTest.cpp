@@ -111,7 +111,7 @@ TEST(ShowProgramAlone, NeedsALink)
     const LinkedFixture fix;
     const auto program = fix.share("http://127.0.0.1:9", {"show"});
     EXPECT_EQ(program->exitCode(), 3);
-    EXPECT_EQ(program->errors(), "This Mac is not linked. Link it first.\n");
+    EXPECT_EQ(fix.errorsBesideTheWait(*program), "This Mac is not linked. Link it first.\n");
 }
 
 } // namespace

@@ -206,6 +206,14 @@ void TerminalFixture::waitForLine(const Program& program, const std::string& tex
     waitUntil([&] { return program.errors().find(text + "\n") != std::string::npos; }, text);
 }
 
+std::string TerminalFixture::errorsBesideTheWait(const Program& program)
+{
+    constexpr std::string_view line = "Waiting for your keychain…\n";
+    std::string result = program.errors();
+    if (const auto at = result.find(line); at != std::string::npos) result.erase(at, line.size());
+    return result;
+}
+
 void LinkedFixture::link(Sandbox& sandbox) const
 {
     KeychainTokenStore(bundleIdentifier(), KeychainTokenStore::sessionAccount).save(sandbox.link());

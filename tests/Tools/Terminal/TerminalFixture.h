@@ -100,6 +100,8 @@ public:
     static std::string codeOn(const Program& program, const std::string& seen = "");
     static std::string codeOn(const TerminalWindow& window, const std::string& seen = "");
     static void waitForLine(const Program& program, const std::string& text);
+    /// All that the program said, but the line about a keychain that takes half a second: on a busy machine many do.
+    static std::string errorsBesideTheWait(const Program& program);
 
     TemporaryFolder folder;
 
