@@ -74,13 +74,13 @@ public:
         for (int step = 0; step < 120; ++step) {
             painted([&list, step] { list.setProperty("contentY", 60.0 * step); });
         }
-        addFrames(table, "scrolled by hand", watch.take());
+        addFrames(table, "scrolled by hand", wallTimes(watch.take()));
         for (int step = 0; step < 60; ++step) {
             painted([&list, step] {
                 QMetaObject::invokeMethod(&list, "jumpTo", Q_ARG(double, ((step * 37) % 60) / 61.0));
             });
         }
-        addFrames(table, "jumped all over", watch.take());
+        addFrames(table, "jumped all over", wallTimes(watch.take()));
     }
 
     void measureSearching(Table& table)

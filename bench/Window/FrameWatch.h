@@ -15,8 +15,17 @@ inline double milliseconds(std::chrono::steady_clock::duration time)
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
-/// Measures each frame of a window that draws on its own thread: from the moment its turn comes to when it is on the
-/// screen, with the layout, what is taken over from the items, and the drawing.
+/// A frame in milliseconds.
+struct Frame {
+    double wall = 0; ///< from the moment its turn came to when it was on the screen
+    double cpu = 0;  ///< of the window's thread in that time: what other programs did meanwhile is not in it
+};
+
+/// The `wall` of each.
+std::vector<double> wallTimes(const std::vector<Frame>& frames);
+
+/// Measures each frame of a window that draws on its own thread, with the layout, what is taken over from the items,
+/// and the drawing.
 class FrameWatch final : public QObject {
 public:
     using Instant = std::chrono::steady_clock::time_point;
@@ -24,8 +33,8 @@ public:
     /// `window` outlives this object.
     explicit FrameWatch(QQuickWindow& window);
 
-    /// The frames since this was last asked, in milliseconds.
-    std::vector<double> take() { return std::exchange(frames_, {}); }
+    /// The frames since this was last asked.
+    std::vector<Frame> take() { return std::exchange(frames_, {}); }
     std::size_t count() const { return frames_.size(); }
     Instant last() const { return last_; } ///< when it was on the screen
 
@@ -35,9 +44,14 @@ protected:
 private:
     void note();
 
-    std::optional<Instant> begin_;
+    struct Begin {
+        Instant wall;
+        std::chrono::nanoseconds cpu;
+    };
+
+    std::optional<Begin> begin_;
     Instant last_;
-    std::vector<double> frames_;
+    std::vector<Frame> frames_;
 };
 
 } // namespace vorn::bench

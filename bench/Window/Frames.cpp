@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <iterator>
 #include <string>
 #include <variant>
 #include <vector>
@@ -37,9 +38,9 @@ double percentile(const std::vector<double>& sorted, double part)
     return sorted[static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1))];
 }
 
-/// What was seen of one thing that moves: frame times in milliseconds, batch by batch.
+/// What was seen of one thing that moves: batch by batch.
 struct Moving {
-    std::vector<std::vector<double>> batches;
+    std::vector<std::vector<Frame>> batches;
     double longestTurn = 0; ///< of the main thread, whatever it did: drawing, or making the next screen
 
     void take(FrameWatch& watch)
@@ -48,10 +49,11 @@ struct Moving {
         longestTurn = std::max(longestTurn, TimedApplication::shared().takeLongestTurn());
     }
 
+    /// The times of all frames.
     std::vector<double> sorted() const
     {
         std::vector<double> all;
-        for (const auto& batch : batches) all.insert(all.end(), batch.begin(), batch.end());
+        for (const auto& batch : batches) std::ranges::copy(wallTimes(batch), std::back_inserter(all));
         std::ranges::sort(all);
         return all;
     }
@@ -61,8 +63,16 @@ struct Moving {
     double usualLongest() const
     {
         std::vector<double> longest;
-        for (const auto& batch : batches) longest.push_back(std::ranges::max(batch));
+        for (const auto& batch : batches) longest.push_back(std::ranges::max(wallTimes(batch)));
         return median(longest);
+    }
+
+    /// Of all frames.
+    double mostCPU() const
+    {
+        double most = 0;
+        for (const auto& batch : batches) most = std::max(most, std::ranges::max(batch, {}, &Frame::cpu).cpu);
+        return most;
     }
 };
 
@@ -74,12 +84,14 @@ std::vector<std::string> figuresOf(const Moving& moving)
             figure(percentile(frames, 0.95), "ms"),
             figure(moving.usualLongest(), "ms"),
             figure(frames.back(), "ms"),
+            figure(moving.mostCPU(), "ms"),
             figure(moving.longestTurn, "ms")};
 }
 
 void add(Table& table, const char* name, const Moving& moving)
 {
-    table.add(name, figuresOf(moving), {moving.usualLongest(), 8, "8 ms, middle batch"});
+    table.add(name, figuresOf(moving),
+              {std::max(moving.usualLongest(), moving.mostCPU()), 8, "8 ms, middle batch and CPU of all"});
 }
 
 void measureBareWindow(Table& table)
@@ -169,8 +181,8 @@ void measureMoment(Table& table, const std::filesystem::path& history)
 
 bool measureFrames(const std::filesystem::path& history)
 {
-    Table table("What moves",
-                {"Frames", "Median", "95 of 100", "Longest, middle batch", "Longest of all", "Longest turn"});
+    Table table("What moves", {"Frames", "Median", "95 of 100", "Longest, middle batch", "Longest of all", "Most CPU",
+                               "Longest turn"});
     measureBareWindow(table);
     {
         BenchWindow bench({.history = history});

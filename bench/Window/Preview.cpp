@@ -41,7 +41,7 @@ void scan(const std::filesystem::path& history, Figures& figures)
     TimedApplication::runUntil([&frames] { return frames.count() > 0; });
     figures.handled.push_back(milliseconds(handled - changed));
     figures.painted.push_back(milliseconds(frames.last() - changed));
-    figures.frame.push_back(frames.take().front());
+    figures.frame.push_back(frames.take().front().wall);
     figures.messages = bench.model().exportResult()->messages.size();
 }
 
