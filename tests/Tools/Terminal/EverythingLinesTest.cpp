@@ -2,6 +2,7 @@
 
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
+#include "Platform/Base/Bytes.h"
 #include "Platform/Base/PrintableText.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 #include "tests/support/ScopedEnvironment.h"
@@ -135,8 +136,7 @@ TEST_F(EverythingLines, AreTheArchivesDocumentsMessageByMessage)
         parts.emplace_back(part);
         return true;
     });
-    const ByteBuffer bytes = NimbrelArchiveBuilder::messagesJSON(found);
-    const auto messages = nlohmann::json::parse(bytes.begin(), bytes.end());
+    const auto messages = nlohmann::json::parse(textOf(NimbrelArchiveBuilder::messagesJSON(found)));
     ASSERT_EQ(parts.size(), messages.size() + 1) << "the head comes first";
     for (std::size_t place = 0; place < messages.size(); ++place) {
         const auto& message = messages[place];

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <vector>
 
+#include <QPainter>
+
 #include <gmock/gmock.h>
 
 namespace vorn {

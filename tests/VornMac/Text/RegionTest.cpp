@@ -6,6 +6,7 @@
 #include "VornMacCore/Wire/RewardFormat.h"
 #include "tests/support/ScopedEnvironment.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 // The texts are English everywhere, and so is what they count; days alone are as the user's region writes them.

@@ -1,5 +1,6 @@
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
+#include "Platform/Base/Bytes.h"
 #include "VornMac/Text/EverythingText.h"
 #include "VornMac/Text/StatisticsText.h"
 #include "VornMac/View/EverythingList.h"
@@ -22,7 +23,7 @@ using Lines = std::vector<std::string>;
 
 json documentOf(const ByteBuffer& bytes)
 {
-    return json::parse(bytes.begin(), bytes.end());
+    return json::parse(textOf(bytes));
 }
 
 /// The rows of a list, each under the names of its roles.
