@@ -127,8 +127,8 @@ std::size_t markAt(std::string_view text, std::size_t at) noexcept
     return ascii(before) || ascii(text[at + 3]) ? at : npos;
 }
 
-/// The first place at or after `from` that `accept(text, place)` takes, which gives the result or npos, of those that
-/// `possible` marks sixteen at a time.
+/// Returns the first result of `accept(text, place)` other than npos, for places from `from` on; npos if there is none.
+/// Tries only places that `possible` marks, sixteen at a time.
 template <Halves (*possible)(const char*) noexcept, std::size_t (*accept)(std::string_view, std::size_t) noexcept>
 std::size_t firstPlace(std::string_view text, std::size_t from) noexcept
 {

@@ -22,7 +22,7 @@ struct WindowGeometry {
 
     /// "x y width height", and "maximized" or "fullScreen" where it is one.
     std::string text() const;
-    /// What `text` gave; nothing for anything else.
+    /// Reads what `text` returned; nothing for anything else.
     static std::optional<WindowGeometry> fromText(const std::string& text);
 
     /// The default size in the middle of `screen`, or the minimum where the screen is smaller than that size.

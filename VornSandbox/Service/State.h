@@ -52,7 +52,7 @@ public:
 
     std::unique_lock<std::mutex> lock() const { return std::unique_lock(mutex_); }
 
-    /// Sleeps until something was changed, `atMost` so long; gives up `lock` meanwhile.
+    /// Sleeps until something was changed, `atMost` so long; releases `lock` meanwhile.
     void waitForChange(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds atMost) const;
     /// Another one after every change.
     std::int64_t version() const { return version_; }

@@ -30,7 +30,7 @@ public:
     /// Asks it to end and waits until it has, unless it has ended: killed, as by the destructor, it cannot tidy up.
     void terminate();
 
-    /// Waits for its end and gives its exit code; -1 when a signal ended it.
+    /// Waits for its end and returns its exit code; -1 when a signal ended it.
     int exitCode();
 
     /// What it printed so far.

@@ -36,7 +36,7 @@ public:
     void waitForLog(const std::string& line) const;
 
     // What the user does on the phone.
-    /// Scans a code; gives the link's name.
+    /// Scans a code and returns the link's name.
     std::string scan(const std::string& qrPayload) const;
     void approve(const std::string& linkId) const;
     void decline(const std::string& linkId) const;

@@ -14,7 +14,7 @@ class ModelWatch : public QObject {
 public:
     explicit ModelWatch(const AppModel& model);
 
-    /// Looks for changes of which no signal has told, and gives all problems so far.
+    /// Looks for changes of which no signal has told, and returns all problems so far.
     std::vector<std::string> problems();
     /// The session's generation when `property` was last written.
     std::int64_t generationOf(const std::string& property) const;

@@ -41,7 +41,7 @@ inline void PrintTo(const UploadProgress& progress, std::ostream* out)
 
 namespace testing {
 
-// The requests of an upload as `UploadFixture::requests` gives them.
+// The requests of an upload as `UploadFixture::requests` returns them.
 inline const std::string opening = "POST /api/v1/desktop/nimbrel/submissions";
 inline const std::string askingForURLs = opening + "/s1/assets/a1/part-urls";
 inline const std::string completing = opening + "/s1/assets/a1/complete";
@@ -82,9 +82,9 @@ public:
     /// How long that took from the cancel to the end of the connection. Waits for it; ask once.
     Milliseconds timeToClose() { return timeToClose_.get_future().get(); }
 
-    /// Uploads the file and gives the end of it.
+    /// Uploads the file and returns how that ended.
     SubmissionStatus upload();
-    /// Uploads the file and gives the error with which that ends.
+    /// Uploads the file and returns the error with which that ends.
     template <class Error>
     Error uploadFails()
     {

@@ -165,7 +165,7 @@ void Connection::endRequest()
     underWay_.reset();
 }
 
-/// Waits for what `step` could not do without, and gives whether there was anything.
+/// Waits for what `step` could not do without, and returns whether there was anything.
 bool Connection::waitAfter(const Channel::Step& step) const
 {
     using Kind = Channel::Step::Kind;

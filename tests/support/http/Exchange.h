@@ -56,7 +56,7 @@ public:
     /// The head; the body as far as it was read.
     virtual const ReceivedRequest& request() const = 0;
 
-    /// Reads up to `bytes` more of the body and gives how many it was: fewer only at the body's end.
+    /// Reads up to `bytes` more of the body and returns how many they were: fewer only at the body's end.
     virtual std::size_t readBody(std::size_t bytes) = 0;
     void readWholeBody() { readBody(static_cast<std::size_t>(-1)); }
 

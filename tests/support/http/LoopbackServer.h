@@ -41,7 +41,7 @@ public:
     void answer(Answer answer);
     /// As `answer`, for what an answer cannot say: called once the head of the request is there, its body unread.
     void script(Handler handler);
-    /// For every request that has no script left, now and later: read whole, answered by what `responder` gives.
+    /// For every request that has no script left, now and later: read whole, answered by what `responder` returns.
     void respond(Responder responder);
     /// Called with each new connection before anything is read; what it sends comes before any request.
     void greet(std::function<void(Exchange&)> greeting);
@@ -58,7 +58,7 @@ public:
     /// The most requests that were under way (head received, answer not yet begun) at the same time.
     std::size_t mostRequestsAtOnce() const;
 
-    // Each waits up to ten seconds, and gives whether it happened.
+    // Each waits up to ten seconds, and returns whether it happened.
 
     bool waitForRequests(std::size_t count) const;
     bool waitForBodyBytes(std::size_t count) const; ///< of all requests together

@@ -22,7 +22,7 @@ public:
     bool hasEnded() const { return outcome_->value || outcome_->error; }
     bool hasFailed() const { return outcome_->error != nullptr; }
 
-    /// Runs `context` until the work has ended, and gives or throws what it ended with.
+    /// Runs `context` until the work has ended, and returns or throws what it ended with.
     T result(MainContext& context) const
     {
         context.runUntil([this] { return hasEnded(); });
