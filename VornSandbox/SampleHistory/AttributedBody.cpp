@@ -91,7 +91,8 @@ public:
 private:
     using Table = std::vector<std::string>;
 
-    /// Writes the label of what the table has; announces anything else as a new entry, which is to be spelled out.
+    /// Writes the label of a text that the table has, and returns true. Otherwise announces a new entry, which the
+    /// caller spells out.
     bool isKnown(Table& table, std::string_view prefix, std::string_view text)
     {
         const auto matches = [&](const std::string& entry) {

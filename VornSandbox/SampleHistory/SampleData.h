@@ -1,6 +1,6 @@
 #pragma once
 
-/// The files of the folder "data", as they lie there.
+/// The files of the folder "data", embedded unchanged.
 namespace vorn::sampleData {
 
 // The SQL that makes an empty Messages database of a current macOS. Run it in this order: tables, handles and chats,

@@ -29,12 +29,12 @@ public:
     /// From now on changes go to the write-ahead log, and stay there when the connection is closed.
     void beginLog();
 
-    /// Asks the flag now; SQLite asks it on its own during long statements.
+    /// Throws `Cancelled` once the flag is raised. During long statements SQLite asks by itself.
     void checkCancelled() const;
 
     sqlite3* handle() const noexcept { return handle_.get(); }
 
-    /// Throws what went wrong when `code` is not the expected one.
+    /// Throws SQLite's failure if `code` is not the expected one.
     void check(int code, int expected = 0) const;
 
 private:

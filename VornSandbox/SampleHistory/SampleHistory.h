@@ -25,13 +25,13 @@ struct SampleHistoryOptions {
     /// by SMS. Empty means a phone number and an e-mail address of our own.
     std::vector<std::string> handles = {};
 
-    std::int64_t inLog = 0; ///< so many of the newest rows stand in the write-ahead log only
+    std::int64_t inLog = 0; ///< how many of the newest rows are in the write-ahead log only
 
     /// Only the one-to-one conversations of the handles, without the SMS one: by default a single conversation.
     bool onlyAssistant = false;
 
     std::int64_t until = 1'772'356'500; ///< no row is later; seconds since 1970 (2026-03-01T09:15:00Z)
-    bool replaceExisting = false;       ///< else a file that is there is a failure
+    bool replaceExisting = false;       ///< otherwise an existing file is an error
 
     const CancelFlag* cancel = nullptr; ///< stops the writing; may be absent
     std::function<void(std::int64_t written, std::int64_t messages)> progress =
@@ -60,7 +60,7 @@ struct SampleExpectation {
     std::int64_t edited = 0;
     std::int64_t threaded = 0; ///< answers to one message in particular
     std::int64_t withLinks = 0;
-    std::int64_t links = 0; ///< each address once a message
+    std::int64_t links = 0; ///< each address once per message
     std::int64_t withAttachments = 0;
     std::int64_t blobOnly = 0;   ///< the text is in the attributed body alone
     std::int64_t characters = 0; ///< Unicode scalars of all texts, cleaned of placeholders and white space at the ends
@@ -80,7 +80,7 @@ struct SampleHistorySummary {
     bool operator==(const SampleHistorySummary&) const = default;
 };
 
-/// Raised when SQLite refuses, with its words.
+/// A failure of SQLite, in its words.
 class SampleHistoryError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -21,7 +21,7 @@ struct SampleAttachment {
     std::int64_t bytes = 0;
 };
 
-/// A row of table `message` and what hangs on it. Dates are nanoseconds since 2001-01-01T00:00:00Z, 0 for none. Empty
+/// A row of table `message` with its attachments. Dates are nanoseconds since 2001-01-01T00:00:00Z, 0 for none. Empty
 /// strings and buffers stand for NULL, except for `text` and `body`.
 struct SampleMessage {
     std::int64_t rowID = 0;
@@ -38,7 +38,7 @@ struct SampleMessage {
     std::int64_t dateEdited = 0;
     std::int64_t dateRetracted = 0;
 
-    std::int64_t itemType = 0; ///< not 0: what happened to the conversation, not what somebody wrote
+    std::int64_t itemType = 0; ///< not 0: something that happened to the conversation, not something written
     std::int64_t groupActionType = 0;
     std::int64_t otherHandle = 0;
     std::string groupTitle;

@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-// How often a sample history holds what. Chances in a thousand.
+// How many rows in a thousand are of which kind.
 constexpr unsigned reactions = 45;
 constexpr unsigned happenings = 3;
 constexpr unsigned happeningsInGroups = 14;

@@ -9,8 +9,8 @@
 
 namespace vorn {
 
-/// Chance from a seed, the same with every standard library: the engine's numbers are fixed by the language, those of
-/// the standard distributions are not, so none is used. Threads: one at a time.
+/// Random numbers from a seed, the same with every standard library. The standard fixes the numbers of the engine but
+/// not those of its distributions, so none of them is used. Threads: one at a time.
 class SampleRandom {
 public:
     explicit SampleRandom(std::uint64_t seed) : engine_(seed) {}

@@ -19,7 +19,7 @@ public:
     /// and neither begins nor ends with white space.
     void compose(SampleVoice voice, std::string& into);
 
-    /// A web address. It ends in a letter or a digit, so that no detector is in doubt where it ends.
+    /// A web address. Ends in a letter or a digit, so that all detectors agree on its end.
     void link(std::string& into);
 
 private:

@@ -19,7 +19,7 @@ constexpr const char* program = "vorn-sample-history";
 constexpr const char* description =
     "Writes a Messages database with an invented history: conversations with an assistant and with others.";
 
-/// Decimal digits alone: the library takes a leading zero for a number to the base 8.
+/// Decimal digits alone: the library reads a number with a leading zero as octal.
 CLI::Validator numberUpTo(std::uint64_t most)
 {
     return {[most](const std::string& text) {
@@ -64,7 +64,7 @@ std::optional<int> SampleHistoryCommandLine::parse(int argc, const char* const* 
     addOptions(app, line, until);
     try {
         app.parse(argc, argv);
-        if (app.count("--output") == 0) throw CLI::RequiredError("--output"); // after what is misspelt
+        if (app.count("--output") == 0) throw CLI::RequiredError("--output"); // reported after misspelt options
         if (line.output == "-") throw CLI::ValidationError("--output", "must be a file, not standard output");
         if (const auto at = parseInternetDateTime(until)) {
             line.options.until = std::chrono::floor<std::chrono::seconds>(*at).time_since_epoch().count();

@@ -20,10 +20,10 @@ struct SampleHistoryCommandLine {
     SampleHistoryOptions options;
     bool json = false;
 
-    /// Reads the arguments; an exit code, after printing why, when there is nothing more to do.
+    /// Reads the arguments. Returns an exit code, after printing why, when nothing is to be run.
     static std::optional<int> parse(int argc, const char* const* argv, SampleHistoryCommandLine& line);
 
-    /// Hands `read` all options with their help. It is gone once `read` returns.
+    /// Calls `read` with all options and their help, which are destroyed when it returns.
     static void describe(const std::function<void(const CLI::App&)>& read);
 };
 

@@ -12,7 +12,7 @@ using nlohmann::json;
 constexpr auto codePrefix = std::string_view("vorn://link?code=");
 constexpr std::size_t largestBody = 64 * std::size_t{1024};
 
-/// Unknown and wrongly proven links read the same: the answer tells nobody which ids exist.
+/// The same for an unknown link and for a wrong secret: the answer must not tell which links exist.
 ServiceError noSuchLink()
 {
     return {404, "unknown_link", "There is no such link."};
@@ -81,8 +81,8 @@ Answer Accounts::createLink(const Call& call)
                       201);
 }
 
-/// The first answer after the approval carries the session, and no other does: only the holder of the poll secret can
-/// have it, and only once.
+/// Only the first answer after the approval carries the session: only the holder of the poll secret gets it, and only
+/// once.
 Answer Accounts::pollLink(const Call& call)
 {
     const RequestBody body = bodyOf(call, {"linkId", "pollSecret"});

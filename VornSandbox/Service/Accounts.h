@@ -22,7 +22,7 @@ public:
 
     std::vector<Route> routes();
 
-    /// The account whose access token the request bears; a `ServiceError` 401 otherwise.
+    /// Returns the account whose access token the request bears; throws `ServiceError` 401 without a valid token.
     /// Threads: hold the state's lock.
     std::string authenticate(const Call& call) const;
 

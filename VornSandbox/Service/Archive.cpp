@@ -57,7 +57,8 @@ std::vector<std::string> namesIn(const Zip& zip)
     return names;
 }
 
-/// An entry's bytes. libzip holds them against their checksum at the end. Of one `item`, at most `largest` bytes.
+/// The bytes of an entry, compared with their checksum by libzip at the end. Throws when one `item` has more than
+/// `largest` bytes.
 class Entry : public std::streambuf {
 public:
     Entry(const Zip& zip, const char* name, const char* item, std::size_t largest)
@@ -96,7 +97,7 @@ std::optional<json> manifestOf(const Zip& zip)
     return parseJSON(std::string(std::istreambuf_iterator(&entry), {}));
 }
 
-/// Hands over one message after the other, so that no more than one is ever held.
+/// Calls `onMessage` with one message after the other; only one is held at a time.
 void readMessages(const Zip& zip, const std::function<void(json&& message)>& onMessage)
 {
     using Event = json::parse_event_t;
@@ -124,7 +125,7 @@ constexpr Is isFlag = [](const json& value) { return value.is_boolean(); };
 constexpr Is isArray = [](const json& value) { return value.is_array(); };
 constexpr Is isObject = [](const json& value) { return value.is_object(); };
 
-/// An object has exactly the keys expected, each with a value of its type.
+/// Throws unless `object` has exactly these keys, each with a value of its type.
 void require(const json& object, const std::string& name, std::initializer_list<std::pair<const char*, Is>> fields)
 {
     if (!object.is_object()) throw ArchiveError("The " + name + " is no JSON object.");
@@ -146,7 +147,7 @@ void checkExporter(const json& exporter)
     if (exporter["version"].get<std::string>().empty()) throw ArchiveError("The exporter's version is empty.");
 }
 
-/// The manifest of "vorn.nimbrel-imessage", version 1.
+/// Throws unless this is a manifest of "vorn.nimbrel-imessage", version 1.
 void checkManifest(const json& manifest)
 {
     require(manifest, "manifest",
@@ -171,7 +172,7 @@ void checkManifest(const json& manifest)
     if (!std::ranges::all_of(manifest["agentHandles"], isText)) throw ArchiveError("An agent handle is no text.");
 }
 
-/// What the messages come to.
+/// Checks and counts messages.
 struct Tally {
     std::int64_t messages = 0;
     std::int64_t prompts = 0; ///< sent by the user

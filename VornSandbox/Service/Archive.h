@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <string>
 
-/// Uploaded archives, read with other means than the export's own: libzip and nlohmann's parser. They may come from
-/// anybody.
+/// Reads uploaded archives, which may come from anybody. By other means than the export writes them: libzip and
+/// nlohmann's parser.
 namespace vorn::sandbox {
 
 /// An archive that cannot be read as an export, with a sentence that says why.
@@ -20,19 +20,19 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-/// What reading an archive finds: `asChecked` is how a strict review would end.
+/// The result of reading an archive. `asChecked` is how a strict review would end.
 struct ArchiveVerdict {
     Outcome asChecked;
     std::string finding; ///< one sentence for people
 };
 
-/// Reads an archive whole and says what a strict review makes of it: rejected as "media_unreadable" when it is no
-/// export, as "export_too_small" when the user has sent fewer than ten of its messages, else approved. Threads: any.
+/// Reads the whole archive and returns a strict review's outcome: rejected as "media_unreadable" if it is no export, as
+/// "export_too_small" if fewer than ten of its messages are the user's, otherwise approved. Threads: any.
 ArchiveVerdict inspectArchive(const std::filesystem::path& archive);
 
-/// The messages of an archive, to be looked at page by page: unpacked once into a temporary database, so that the last
-/// page of a long history comes as fast as the first. SQLite keeps it in a file without a name, which is gone with the
-/// object or the process. Threads: one at a time. Errors: `ArchiveError`, `SQLiteError`.
+/// The messages of an archive in pages: unpacked once into a temporary database, so that the last page of a long
+/// history comes as fast as the first. SQLite keeps it in a file without a name, which vanishes with the object or the
+/// process. Threads: one at a time. Errors: `ArchiveError`, `SQLiteError`.
 class MessagePages {
 public:
     static constexpr std::int64_t perPage = 50;
@@ -42,7 +42,8 @@ public:
     std::int64_t count() const { return count_; }
     const nlohmann::json& manifest() const { return manifest_; } ///< null when it cannot be read
 
-    /// The messages of page `page`, counted from 0, as an array of whatever they are; empty beyond the last one.
+    /// Returns the messages of page `page`, counted from 0, as an array of unchecked values; empty beyond the last
+    /// page.
     nlohmann::json page(std::int64_t page) const;
 
 private:

@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
-/// What the service is asked and answers, apart from how it travels.
+/// Requests and answers of the service, apart from their transport.
 namespace vorn::sandbox {
 
-/// A request that is refused: the HTTP status, and the answer's "code" (for programs) and "message" (for people).
+/// A refused request: the HTTP status, and the answer's "code" (for programs) and "message" (for people).
 class ServiceError : public std::exception {
 public:
     ServiceError(int status, std::string code, std::string message)
@@ -34,15 +34,15 @@ private:
     std::string message_;
 };
 
-/// One request. Its body is read once, in pieces, when somebody asks for it.
+/// One request. Its body is read once, in pieces, on demand.
 struct Call {
     using Sink = std::function<void(std::string_view piece)>;
 
     std::string method;
     std::string path;                             ///< without the query, percent-decoded
-    std::map<std::string, std::string> query{};   ///< of part URLs, it is a secret
+    std::map<std::string, std::string> query{};   ///< a secret in part URLs
     std::map<std::string, std::string> headers{}; ///< names in lower case
-    std::vector<std::string> arguments{};         ///< what the path has for the placeholders of its route
+    std::vector<std::string> arguments{};         ///< segments of the path for the placeholders of its route
     std::function<void(const Sink&)> readBody{};  ///< throws when the body breaks off
     int servicePort = 0;                          ///< the port of this service
 
@@ -58,7 +58,7 @@ struct Call {
     std::string bodyText(std::size_t limit) const;
 };
 
-/// What is answered to it.
+/// The answer to a call.
 struct Answer {
     using Write = std::function<bool(std::string_view piece)>; ///< false once the client is gone
 
@@ -70,23 +70,23 @@ struct Answer {
     std::string body{};
     std::vector<std::pair<std::string, std::string>> headers{};
 
-    /// For an answer that goes on: called again and again in place of `body`, until it returns false. Each call must
-    /// return within a second.
+    /// For an answer that goes on: called repeatedly in place of `body`, until it returns false. Each call must return
+    /// within a second.
     std::function<bool(const Write&)> stream{};
 
-    /// What a fault does to the connection instead of answering: `truncate` announces more bytes than it sends.
+    /// What happens to the connection instead of an answer, for faults. `truncate` announces more bytes than it sends.
     enum class Instead { nothing, drop, hang, truncate } instead = Instead::nothing;
 };
 
-/// What the API wants a request to be, besides the keys of its body.
+/// What the API requires of a request, apart from the keys of its body.
 enum class Frame {
-    own,      ///< its handler says
-    bodiless, ///< accepts JSON and brings no body
-    json,     ///< accepts JSON and brings a JSON body
-    tokenless ///< the same, and brings no token either
+    own,      ///< checked by its handler
+    bodiless, ///< accepts JSON and has no body
+    json,     ///< accepts JSON and has a JSON body
+    tokenless ///< the same, and has no token
 };
 
-/// Which function answers what. In `pattern`, "*" stands for one whole segment of the path, such as
+/// A kind of request and its handler. In `pattern`, "*" stands for one whole segment of the path, such as
 /// "/submissions/*/abort". `operation` is the name that faults know it by.
 struct Route {
     std::string operation;
@@ -96,14 +96,14 @@ struct Route {
     Frame frame = Frame::own;
 };
 
-/// The route of the call, whose arguments it fills in. Throws `ServiceError`: 404 for an unknown path, 405 for a known
-/// one asked in another way.
+/// Returns the route of the call and fills in its arguments. Throws `ServiceError`: 404 for an unknown path, 405 for a
+/// known one with another method.
 const Route& match(const std::vector<Route>& routes, Call& call);
 
 /// The base URL of the service at `port`, such as "http://127.0.0.1:8787".
 std::string serviceURL(int port);
 
-/// `text` as a whole number in decimal digits; nothing when it is none, or written in another way than it needs to be.
+/// Reads `text` as a whole number in decimal digits; nothing for any other text, also one with leading zeros.
 std::optional<std::int64_t> wholeNumber(std::string_view text);
 
 } // namespace vorn::sandbox

@@ -4,10 +4,10 @@
 
 namespace vorn::sandbox {
 
-/// What makes the tables of the state.
+/// Creates the tables of the state.
 extern const char* const stateSchema;
 
-/// The files of the page that plays the phone, as they lie in the folder "page".
+/// The files of the page that plays the phone, from the folder "page".
 namespace page {
 
 extern const std::string_view html;

@@ -18,7 +18,7 @@ constexpr auto badURL = "file:///part";
 struct NamedEffect {
     std::string_view name;
     Fault::Effect effect;
-    std::vector<std::string_view> operations{}; ///< that it suits; none: all
+    std::vector<std::string_view> operations{}; ///< those it applies to; all if empty
 };
 
 const std::array effects{
@@ -50,7 +50,7 @@ Answer statusAnswer(int status)
             .body = fmt::format(R"({{"message":"The sandbox was told to answer {}.","code":"fault"}})", status)};
 }
 
-/// The parts stand in the answer itself or, when it opens a submission, in its asset.
+/// The parts are in the answer itself or, if it opens a submission, in its asset.
 void spoilFirstURL(json& body)
 {
     json& holder = body.contains("assets") ? body["assets"][0] : body;

@@ -21,8 +21,8 @@ struct Fault {
         drop,    ///< closes the connection without an answer
         hang,    ///< takes the request and never answers
         garbage, ///< answers 200 with something that is no JSON
-        slow,    ///< answers as ever, but three seconds later
-        noAsset, ///< opens the submission, but tells of no asset
+        slow,    ///< answers as usual, but three seconds later
+        noAsset, ///< opens the submission, but names no asset
         badURL,  ///< the first part URL leads to a file
         truncate ///< announces a longer body than it sends
     };
@@ -30,8 +30,8 @@ struct Fault {
     std::string operation;
     Effect effect = Effect::status;
     int status = 0;
-    std::int64_t from = 1;               ///< the first request it meets, counted from 1
-    std::optional<std::int64_t> times{}; ///< how many requests it meets; without end when absent
+    std::int64_t from = 1;               ///< the first request affected, counted from 1
+    std::optional<std::int64_t> times{}; ///< how many requests are affected; all if absent
 
     /// Nothing when `text` is no fault.
     static std::optional<Fault> parse(std::string_view text);
@@ -43,12 +43,12 @@ constexpr std::array<std::string_view, 11> operations{
     "part-urls",   "put-part",  "complete", "abort",  "submission",
 };
 
-/// Counts requests and says which meet a fault. Threads: any.
+/// Counts requests and decides which are affected. Threads: any.
 class FaultPlan {
 public:
     explicit FaultPlan(std::vector<Fault> faults) : faults_(std::move(faults)) {}
 
-    /// Called once for each request: the first fault that meets it.
+    /// Returns the first fault that affects this request. Call it once for each.
     std::optional<Fault> next(const std::string& operation);
 
 private:
@@ -57,11 +57,10 @@ private:
     std::map<std::string, std::int64_t> seen_;
 };
 
-/// What is answered in place of the service; nothing when the service answers after all. Sleeps when the fault is to be
-/// slow.
+/// Returns the answer in place of the service's; nothing if the service answers after all. Sleeps for a slow fault.
 std::optional<Answer> answerInstead(const Fault& fault);
 
-/// Spoils what the service answered, for faults that do.
+/// Changes the service's answer, for faults that do so.
 void spoil(Answer& answer, const Fault& fault);
 
 } // namespace vorn::sandbox

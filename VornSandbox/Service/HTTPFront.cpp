@@ -31,10 +31,11 @@ using Steady = std::chrono::steady_clock;
 
 constexpr std::size_t longestLogged = 300;
 
-/// What a truncated answer announces beyond what it sends.
+/// How many bytes a truncated answer announces beyond those it sends.
 constexpr std::size_t missingBytes = 100;
 
-/// What is left of a refused body is read away up to here, so that the refusal can be read; beyond, the line is cut.
+/// The rest of a refused body is drained up to this size, so that the client can read the refusal; with a larger rest
+/// the connection is cut.
 constexpr std::int64_t mostToDrain = 64LL * 1024 * 1024;
 
 constexpr std::size_t mostRequestsOnOneConnection = 10'000;
@@ -88,7 +89,7 @@ void visitConnections(int localPort, const std::function<void(FileDescriptor con
     }
 }
 
-/// The body of a request, read away to its end whatever becomes of its bytes: a rest would be taken for a request.
+/// The body of a request, always drained to its end: leftovers would parse as the next request.
 class Body {
 public:
     Body(const Call& call, const httplib::ContentReader* reader) : left_(call.hasBody() ? reader : nullptr) {}
@@ -111,7 +112,7 @@ public:
         if (!whole) throw ServiceError(400, "broken_body", "The request's body broke off.");
     }
 
-    /// Whether nothing is left of it on the connection.
+    /// Reads the rest; returns false if some of it may be left on the connection.
     bool drain(const Call& call)
     {
         if (left_ == nullptr) return true;
@@ -120,7 +121,7 @@ public:
             read([](std::string_view) {});
             return true;
         } catch (const std::exception&) {
-            return false; // the connection is cut, which ends whatever it was
+            return false; // the connection is cut, whatever went wrong
         }
     }
 
@@ -131,7 +132,7 @@ private:
     std::int64_t received_ = 0;
 };
 
-/// A thread for each connection: however many watch, hang or say nothing, the next one is served.
+/// A thread for each connection: however many clients watch, hang or idle, the next one is served.
 class ThreadForEach : public httplib::TaskQueue {
     /// Whether the work is taken, from 0.15 of the library on; nothing before.
     using IsTaken = decltype(std::declval<httplib::TaskQueue&>().enqueue({}));
@@ -148,7 +149,7 @@ public:
     void shutdown() override { running_.clear(); } // waits for each
 
 private:
-    std::list<std::future<void>> running_; ///< only the listening thread comes here
+    std::list<std::future<void>> running_; ///< used by the listening thread alone
 };
 
 /// The connection ends before all that is announced was sent.
@@ -180,8 +181,8 @@ void RequestLog::line(const std::string& text)
     write_(text);
 }
 
-/// The library lets five connections wait to be accepted, and the system drops what comes beyond: ten requests at once
-/// would have some of them wait a second for their next try.
+/// The library lets five connections wait to be accepted, and the system drops more: of ten requests at once, some
+/// would wait a second for their next try.
 class HTTPFront::Listener : public httplib::Server {
 public:
     void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
@@ -232,7 +233,7 @@ void HTTPFront::configure(const Patience& patience)
         [this](const httplib::Request& request, httplib::Response& response) { refuse(request, response); }));
 }
 
-/// What the library itself refuses comes here without a body.
+/// Completes what the library itself refused without a body.
 void HTTPFront::refuse(const httplib::Request& request, httplib::Response& response)
 {
     if (!response.body.empty()) return;
@@ -289,7 +290,7 @@ Answer HTTPFront::answerTo(Call& call)
     }
 }
 
-/// Until the client hangs up or the service ends; what the client says meanwhile is lost.
+/// Waits until the client hangs up or the service ends; discards what the client sends meanwhile.
 void HTTPFront::hang(int remotePort) const
 {
     visitConnections(port_, [&](const FileDescriptor& connection, int port) {

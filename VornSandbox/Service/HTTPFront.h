@@ -24,7 +24,7 @@ namespace vorn::sandbox {
 /// Queries, headers and bodies never reach it, for they hold secrets. Threads: any.
 class RequestLog {
 public:
-    using Write = std::function<void(const std::string& line)>; ///< the line comes without its end
+    using Write = std::function<void(const std::string& line)>; ///< called with a line without its end
 
     explicit RequestLog(Write write) : write_(std::move(write)) {}
 
@@ -53,11 +53,12 @@ public:
     using Serve = std::function<Answer(Call&)>;
 
     struct Patience {
-        std::chrono::milliseconds within{30'000}; ///< a client may pause so long within a request
-        std::chrono::seconds between{8};          ///< and a connection may idle so long before one
+        std::chrono::milliseconds within{30'000}; ///< how long a client may pause within a request
+        std::chrono::seconds between{8};          ///< how long a connection may idle before one
     };
 
-    /// Listens on `port`, or on any free one for 0; `std::runtime_error` when it is taken. Answers from now on.
+    /// Listens on `port`, or on any free one for 0, and answers from now on. Throws `std::runtime_error` if the port is
+    /// taken.
     HTTPFront(int port, Serve serve, RequestLog& log, const Patience& patience);
     HTTPFront(int port, Serve serve, RequestLog& log) : HTTPFront(port, std::move(serve), log, Patience{}) {}
 

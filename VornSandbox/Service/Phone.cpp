@@ -12,10 +12,10 @@ namespace {
 using nlohmann::json;
 using Steady = std::chrono::steady_clock;
 
-/// Codes expire and reviews go on by themselves: nobody says when, so the view is looked at so often.
+/// How often the view is made anew: codes expire and reviews go on without any event.
 constexpr auto glance = std::chrono::milliseconds(250);
 
-/// A page that has gone is noticed only when something is written to it.
+/// A page that is gone is noticed only when something is written to it.
 constexpr auto signOfLife = std::chrono::seconds(5);
 
 /// Each takes a temporary file of the size of its messages; a few are enough to go back and forth.
@@ -38,8 +38,8 @@ Route file(std::string_view path, const char* type, std::string_view content)
 
 } // namespace
 
-/// Tells a page what changes, as server-sent events (https://html.spec.whatwg.org/multipage/server-sent-events.html):
-/// the whole view at once and after every change.
+/// Sends a page its changes as server-sent events (https://html.spec.whatwg.org/multipage/server-sent-events.html): the
+/// whole view at once and after every change.
 class Phone::Watch {
 public:
     explicit Watch(Phone& phone) : phone_(phone) {}
@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    /// The view as soon as it differs from what is shown, or after a glance.
+    /// Returns the view once it differs from the one shown, or after a glance.
     std::string look()
     {
         auto lock = phone_.state_.lock();

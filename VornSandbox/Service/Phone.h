@@ -15,7 +15,7 @@
 
 namespace vorn::sandbox {
 
-/// The page that plays the phone, at /, what it is told and which messages it shows. Threads: any.
+/// Serves the page that plays the phone, at /, with its changes and the messages it shows. Threads: any.
 class Phone {
 public:
     Phone(State& state, const Accounts& accounts, Submissions& submissions)
@@ -37,8 +37,8 @@ private:
     const Accounts& accounts_;
     Submissions& submissions_;
 
-    // The view as text, made once for all pages that watch: each on its own, they would keep the state's lock from the
-    // requests. Guarded by that lock.
+    // The view as text, made once for all watching pages: one for each would keep the state's lock from requests.
+    // Guarded by that lock.
     std::string view_;
     std::int64_t version_ = -1; ///< of the state when it was made
     std::chrono::steady_clock::time_point made_;

@@ -31,7 +31,7 @@ ServiceError malformed(const std::string& message)
     return {400, "malformed_request", message};
 }
 
-/// Browsers leave out the port that http has by itself.
+/// Browsers leave out the default port of http.
 bool namesThisService(std::string_view host, int port)
 {
     const std::string suffix = ":" + std::to_string(port);
@@ -66,7 +66,7 @@ void guardRequest(const Call& call)
         return;
     }
     if (origin != nullptr && *origin != "http://" + *host) throw foreign("The phone obeys its own page only.");
-    // Browsers ask before they send JSON elsewhere, and nobody here answers yes.
+    // Browsers ask before they send JSON to another site, and this service never allows it.
     if (call.method != "GET" && !is(call.header("content-type"), "application/json")) {
         throw foreign("The phone takes JSON only.");
     }
@@ -121,7 +121,7 @@ std::optional<json> parseJSON(std::string_view text)
 {
     const auto watch = [](int depth, json::parse_event_t event, json&) {
         const bool opens = event == json::parse_event_t::object_start || event == json::parse_event_t::array_start;
-        if (opens && depth >= deepestJSON) throw TooDeep(); // a refusal by value would only leave this part out
+        if (opens && depth >= deepestJSON) throw TooDeep(); // returning false would only leave this part out
         return true;
     };
     try {

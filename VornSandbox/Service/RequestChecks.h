@@ -14,8 +14,8 @@
 namespace vorn::sandbox {
 
 /// Refuses with 403 what a page of another web site could make a browser send: a Host that is not this service's (a
-/// name of theirs can be rebound to 127.0.0.1), anything that another page asked for, an Origin where no page has
-/// business, and changes in a form that a browser sends elsewhere without asking first.
+/// name of theirs can be rebound to 127.0.0.1), any request of another page, an Origin on the API, and changes in a
+/// form that browsers send elsewhere without asking first.
 void guardRequest(const Call& call);
 
 /// Checks "Accept", "Content-Type" and whether there is a body at all.
@@ -24,20 +24,20 @@ void checkFrame(const Call& call, Frame frame);
 /// The token of "Authorization: Bearer TOKEN"; 401 when there is none.
 std::string bearerToken(const Call& call);
 
-/// Refuses a token where none is asked for: it would be told to whoever reads that request.
+/// Refuses a token where none is required: whoever reads that request would learn it.
 void refuseToken(const Call& call);
 
 /// Names of headers that the client has no reason to send.
 std::vector<std::string> unexpectedHeaders(const Call& call);
 
-/// JSON from strangers; nothing when `text` is no JSON or has brackets deeper than `deepestJSON` within each other:
-/// what the service is sent has no more than four. The library copies and prints values by recursion: a few hundred
-/// thousand brackets, which it reads without complaint, would end the program later.
+/// Reads JSON from strangers; nothing if `text` is no JSON or is nested deeper than `deepestJSON`, where genuine
+/// requests need four levels. The library copies and prints values by recursion: a few hundred thousand brackets, which
+/// it reads without complaint, would overflow the stack later.
 std::optional<nlohmann::json> parseJSON(std::string_view text);
 constexpr int deepestJSON = 64;
 
-/// A request's JSON object, read strictly: types are exact, optional keys are left out instead of null, and keys that
-/// nobody knows are refused. Errors: 400, naming the key.
+/// A request's JSON object, read strictly: types are exact, optional keys are left out instead of null, and unknown
+/// keys are refused. Errors: 400, naming the key.
 class RequestBody {
 public:
     using Keys = std::initializer_list<std::string_view>;

@@ -49,7 +49,7 @@ CLI::Validator notEmpty()
     return {[](const std::string& text) { return text.empty() ? "it is empty" : std::string(); }, ""};
 }
 
-/// What is read as text first.
+/// Options that are read as text first.
 struct Texts {
     std::string review = "approved";
     std::vector<std::string> faults;
@@ -160,7 +160,7 @@ void take(const Texts& texts, ServiceOptions& options)
     if (!texts.state.empty()) options.state = texts.state;
 }
 
-/// Reasons are keys, such as "export_too_small"; unknown ones are fine, for the client must bear them.
+/// Reasons are keys, such as "export_too_small". Unknown ones are fine: the client must bear them.
 bool isKey(std::string_view text)
 {
     return !text.empty() && text.size() <= 64 && std::ranges::all_of(text, [](char c) {
@@ -168,7 +168,7 @@ bool isKey(std::string_view text)
     });
 }
 
-/// Whether `outcome` is one that a review can have: a known status, and a reason exactly when it is a rejection.
+/// Whether a review can end with `outcome`: a known status, and a reason exactly for a rejection.
 bool isValid(const Outcome& outcome)
 {
     if (outcome.status == "rejected") return isKey(outcome.reason);

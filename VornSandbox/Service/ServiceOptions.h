@@ -20,12 +20,12 @@ struct ServiceOptions {
     int port = 8787; ///< 0: any free one
     Settings settings;
     std::vector<Fault> faults;
-    std::optional<std::filesystem::path> state; ///< the folder that outlives the run; none: memory and temporary files
+    std::optional<std::filesystem::path> state; ///< a folder that outlives the run; none: memory and temporary files
 
-    /// Reads the arguments; an exit code, after printing why, when there is nothing to run.
+    /// Reads the arguments. Returns an exit code, after printing why, when nothing is to be run.
     static std::optional<int> parse(int argc, const char* const* argv, ServiceOptions& options);
 
-    /// Hands `read` all options with their help. It is gone once `read` returns.
+    /// Calls `read` with all options and their help, which are destroyed when it returns.
     static void describe(const std::function<void(const CLI::App&)>& read);
 };
 

@@ -13,7 +13,7 @@
 
 namespace vorn::sandbox {
 
-/// Tells the time. Tests hand in one that they move.
+/// Tells the time. Replaced in tests.
 using Clock = std::function<Instant()>;
 
 /// How a review ends.
@@ -23,7 +23,7 @@ struct Outcome {
     bool operator==(const Outcome&) const = default;
 };
 
-/// The reasons of a rejection that have words of their own on the Mac.
+/// The reasons for a rejection that have a text of their own on the Mac.
 constexpr std::array<std::string_view, 6> rejectionReasons{
     "media_unreadable", "wrong_provider",         "duplicate_media",
     "export_too_small", "nothing_new_since_last", "authenticity_suspected",

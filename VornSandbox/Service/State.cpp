@@ -29,15 +29,15 @@ constexpr fs::perms ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
     throw fs::filesystem_error(what, file, std::error_code(errno, std::generic_category()));
 }
 
-/// Holds the folder's lock, which goes with the process, however that ends. None, with `errno`, when it cannot be had:
-/// EWOULDBLOCK when another run holds it.
+/// Takes the folder's lock, which ends with the process. On failure empty with `errno` set: EWOULDBLOCK if another run
+/// holds it.
 FileDescriptor lockOf(const fs::path& folder)
 {
     FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     return descriptor && flock(descriptor.get(), LOCK_EX | LOCK_NB) == 0 ? std::move(descriptor) : FileDescriptor(-1);
 }
 
-/// SQLite gives what it makes beside the database the database's own mode.
+/// SQLite gives the files it makes beside the database the database's own mode.
 void makePrivate(const fs::path& database)
 {
     if (!fs::exists(database) && !createPrivateFile(database)) fail("cannot make", database);
@@ -61,7 +61,7 @@ std::string reasonOf(const std::exception& error)
 void removeAbandoned(const fs::path& temporary)
 {
     std::vector<fs::path> found;
-    std::error_code ignored; // what cannot be listed or removed stays for the next run
+    std::error_code ignored; // what cannot be listed or removed is left to the next run
     for (fs::directory_iterator entry(temporary, ignored), end; entry != end; entry.increment(ignored)) {
         if (entry->path().filename().string().starts_with(temporaryPrefix)) found.push_back(entry->path());
     }

@@ -18,13 +18,13 @@
 
 namespace vorn::sandbox {
 
-/// The folder that a run works in, locked while it does. What is put into it is for this user only (modes 0700 and
-/// 0600), but a folder that is there already keeps its own mode.
+/// The folder that a run works in, locked meanwhile. Everything put into it is for this user only (modes 0700 and
+/// 0600), but an existing folder keeps its own mode.
 class StateFolder {
 public:
-    /// Keeps `folder` for the next run, made if missing; without one, works in a temporary folder that goes with the
-    /// object. Somebody's messages lie in that: what a killed run left behind is removed by the next one.
-    /// Throws `std::runtime_error`, with a sentence for people, when that is no place to keep anything.
+    /// Keeps `folder` for the next run, and makes it if it is missing; without one, works in a temporary folder that is
+    /// removed with the object. That holds messages: what a killed run left is removed by the next one. Throws
+    /// `std::runtime_error`, with a sentence for people, if nothing can be kept there.
     explicit StateFolder(const std::optional<std::filesystem::path>& folder);
     ~StateFolder();
     StateFolder(StateFolder&&) = delete;
@@ -43,24 +43,24 @@ private:
     FileDescriptor lock_{-1};
 };
 
-/// What the service remembers: links, sessions, submissions and their parts, in SQLite tables; and the one lock around
-/// them. Threads: `lock` before every other call, and never read a request's body or hash a file while it is held.
+/// The service's memory: links, sessions, submissions and their parts, in SQLite tables, and the one lock around them.
+/// Threads: `lock` before every other call, and never read a request's body or hash a file while it is held.
 class State {
 public:
-    /// `std::runtime_error`, with a sentence for people, when the folder's database cannot be used.
+    /// Throws `std::runtime_error`, with a sentence for people, if the folder's database cannot be used.
     State(const StateFolder& folder, Clock clock);
 
     std::unique_lock<std::mutex> lock() const { return std::unique_lock(mutex_); }
 
-    /// Sleeps until something was changed, `atMost` so long; releases `lock` meanwhile.
+    /// Sleeps until something changes, for `atMost` at most; releases `lock` meanwhile.
     void waitForChange(std::unique_lock<std::mutex>& lock, std::chrono::milliseconds atMost) const;
-    /// Another one after every change.
+    /// Grows with every change.
     std::int64_t version() const { return version_; }
 
     /// Milliseconds since 1970, as all times here.
     std::int64_t now() const { return clock_().time_since_epoch().count(); }
 
-    /// Runs one statement. Whoever watches is told.
+    /// Runs one statement and wakes every `waitForChange`.
     void run(const std::string& sql, const std::vector<SQLiteValue>& values = {});
     void query(const std::string& sql, const std::vector<SQLiteValue>& values, const SQLiteDatabase::OnRow& onRow) const
     {
@@ -80,19 +80,19 @@ private:
     std::int64_t version_ = 0; ///< guarded by the lock
 };
 
-/// `prefix` and 32 random hexadecimal digits, such as "sub_0a1b…": unique, but nothing to keep secret.
+/// `prefix` and 32 random hexadecimal digits, such as "sub_0a1b…": unique, but not secret.
 std::string newIdentifier(std::string_view prefix);
 
 /// 64 random hexadecimal digits (244 random bits).
 std::string newSecret();
 
-/// What is stored of a secret, so that a copy of the state opens nothing: its SHA-256.
+/// What is stored of a secret: its SHA-256, so that a copy of the state opens nothing.
 std::string hashOf(std::string_view secret);
 
 /// `milliseconds` since 1970 as "2026-03-01T09:15:00Z".
 std::string dateText(std::int64_t milliseconds);
 
-/// A value to store; NULL for none.
+/// A value to store; NULL if there is none.
 SQLiteValue orNull(const std::optional<std::string>& text);
 
 } // namespace vorn::sandbox

@@ -18,7 +18,7 @@ constexpr auto termsVersion = "vorn-mac-nimbrel-1";
 constexpr std::size_t largestBody = 64 * std::size_t{1024};
 constexpr std::int64_t mostShown = 20;
 
-/// What an earlier run left of parts that did not arrive whole, and what earlier versions unpacked there.
+/// Removes parts that an earlier run had not received whole, and what earlier versions unpacked there.
 void removeLeftovers(const std::filesystem::path& uploads)
 {
     std::vector<std::filesystem::path> leftovers;
@@ -68,7 +68,7 @@ Submissions::Submissions(State& state, const Settings& settings, const Accounts&
     : state_(state), settings_(settings), accounts_(accounts), uploads_(std::move(uploads))
 {
     removeLeftovers(uploads_);
-    // A service that ended while it joined parts left that undone; the Mac may complete again.
+    // A service that ended while it joined parts did not finish; the Mac may complete again.
     state_.run("UPDATE submission SET status = 'open' WHERE status = 'assembling'");
 }
 
@@ -132,7 +132,7 @@ Submissions::Request Submissions::readRequest(const Call& call)
     return request;
 }
 
-/// Refused while one is in review or cooling down; an unfinished upload makes room for the new one.
+/// Refuses while an upload is in review or cooling down. An unfinished upload makes room for the new one.
 Answer Submissions::create(const Call& call)
 {
     auto lock = state_.lock();
@@ -264,7 +264,7 @@ json Submissions::statusJSON(const Submission& submission) const
                 {"status", status},
                 {"assetsRemaining", status == "uploading" ? 1 : 0}};
     if (!submission.reason.empty()) result["rejectionReasonKey"] = submission.reason;
-    // Text here, a number in the quest: that is how the service has it.
+    // Text here but a number in the quest, as the service has it.
     if (status == "approved") result["rewardUsd"] = fmt::format("{:.2f}", settings_.rewardUsd);
     return result;
 }
@@ -327,7 +327,7 @@ Submissions::Submission Submissions::require(const std::string& id) const
     return std::move(found.front());
 }
 
-/// The submission, and where it names one the asset, that the call's path leads to.
+/// The submission in the call's path. If the path names an asset, it must be this submission's.
 Submissions::Submission Submissions::own(const Call& call) const
 {
     const std::string user = accounts_.authenticate(call);

@@ -32,12 +32,13 @@ public:
     /// Adds what the page shows of submissions. Threads: hold the state's lock.
     void show(nlohmann::json& view) const;
 
-    /// The archive of a submission that is complete; else a `ServiceError`. Threads: hold the state's lock.
+    /// Returns the archive of a complete submission; throws `ServiceError` for any other. Threads: hold the state's
+    /// lock.
     std::filesystem::path archiveOf(const std::string& id) const;
 
 private:
-    /// A submission with its one asset, as it is stored. Its stored status is "open" (parts arrive), "assembling" (the
-    /// parts are being joined and checked), "review", "approved", "rejected", "expired" or "aborted".
+    /// A stored submission with its one asset. Its stored status is "open" (parts arrive), "assembling" (the parts are
+    /// being joined and checked), "review", "approved", "rejected", "expired" or "aborted".
     struct Submission {
         std::string id;
         std::string userId;
@@ -52,7 +53,7 @@ private:
         std::int64_t createdAt = 0;
         std::int64_t completedAt = 0; ///< when the review began
         std::int64_t decidedAt = 0;   ///< when the review ended
-        std::string finding;          ///< what reading the archive found
+        std::string finding;          ///< the result of reading the archive
 
         std::int64_t sizeOfPart(std::int64_t number) const; ///< in bytes, exactly
         bool isOpen() const { return status == "open"; }

@@ -23,7 +23,7 @@ constexpr std::size_t largestBody = 4 * std::size_t{1024} * 1024; ///< 10,000 pa
 constexpr std::int64_t mostURLsAtOnce = 50;
 constexpr std::size_t pieceSize = 1024 * std::size_t{1024};
 
-/// A new file for this user only. Errors: `std::system_error`, now and when it is written to.
+/// Opens a new file for this user only. Throws `std::system_error`, also when it is written to.
 std::ofstream newPrivateFile(const std::filesystem::path& file)
 {
     if (!createPrivateFile(file)) {
@@ -35,7 +35,7 @@ std::ofstream newPrivateFile(const std::filesystem::path& file)
     return stream;
 }
 
-/// A part's bytes while they arrive. Leaves nothing behind unless its file was moved away.
+/// A part's bytes while they arrive. Removes its file unless that was moved away.
 class IncomingPart {
 public:
     explicit IncomingPart(std::filesystem::path file) : file_(std::move(file)), stream_(newPrivateFile(file_)) {}
@@ -52,7 +52,7 @@ public:
         hash_.update(bytesOf(bytes));
         size_ += static_cast<std::int64_t>(bytes.size());
     }
-    /// Its entity tag, in quotes as HTTP has it. Call it once, after the last write.
+    /// Returns the entity tag, in quotes as in HTTP. Call it once, after the last write.
     std::string finish()
     {
         stream_.close();
@@ -129,10 +129,10 @@ Answer Submissions::partURLs(const Call& call)
                        {"expiresInSeconds", std::chrono::floor<std::chrono::seconds>(settings_.urlLifetime).count()}});
 }
 
-/// URLs that parts may be put to: who holds one needs no token until it expires.
+/// URLs for uploading parts: until one expires, whoever holds it needs no token.
 json Submissions::partsJSON(const Call& call, const Submission& submission, std::int64_t from, std::int64_t count)
 {
-    // Never the client's Host, which is the client's to choose.
+    // Not from the Host header, which the client chooses.
     const std::string base = serviceURL(call.servicePort) + "/uploads/" + submission.assetId;
     json parts = json::array();
     for (std::int64_t part = from; part < from + count; ++part) {
@@ -171,7 +171,7 @@ Answer Submissions::putPart(const Call& call)
     const auto [submission, number] = expectPart(call);
     const std::int64_t size = submission.sizeOfPart(number);
     checkPartFrame(call, size);
-    auto lock = state_.lock(); // the folder may be going away just now
+    auto lock = state_.lock(); // an abort may be removing the folder
     requireStill("open", submission.id);
     const std::filesystem::path folder = folderOf(submission.id);
     if (!std::filesystem::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
@@ -209,13 +209,13 @@ Answer Submissions::complete(const Call& call)
         return Answer::of(statusJSON(reviewed));
     } catch (...) {
         if (!lock) lock.lock();
-        requireStill("assembling", submission.id); // when an abort has taken the files away, that is what went wrong
+        requireStill("assembling", submission.id); // an abort may have removed the files: say that instead
         state_.run("UPDATE submission SET status = 'open' WHERE id = ?", {submission.id});
         throw;
     }
 }
 
-/// All parts must be listed in order, each with the ETag that it was answered with.
+/// Throws unless all parts are listed in order, each with the ETag of its answer.
 void Submissions::beginAssembling(const std::string& id, const ListedParts& parts)
 {
     const Submission now = requireStill("open", id);

@@ -13,7 +13,7 @@ function make(tag, properties = {}, ...children) {
   return element;
 }
 
-// A second press while the first is under way is ignored. Disabling the button instead would lose the focus.
+// Ignores a second press while the first is under way. Disabling the button would lose the focus.
 function button(text, label, kind, action) {
   let busy = false;
   return make("button", { type: "button", className: kind, "aria-label": label,
@@ -34,7 +34,7 @@ async function attempt(action) {
   }
 }
 
-// What lies behind an open dialog is neither seen nor read aloud.
+// What is behind an open dialog is neither seen nor read aloud.
 function showProblem(message) {
   hideProblems();
   const place = byId(byId("reader").open ? "reader-problem" : "problem");
@@ -94,7 +94,7 @@ const time = (milliseconds) => new Date(milliseconds).toLocaleString(undefined, 
 
 const words = (key) => key.replaceAll("_", " ");
 
-// Few enough parts are shown one by one, for they need not come in order.
+// A small number of parts is shown one by one: they may arrive in any order.
 function partsProgress(submission) {
   const there = submission.receivedParts.length;
   const name = `Upload ${submission.attempt}: parts received`;
@@ -160,7 +160,7 @@ function submissionCard(submission, view) {
   return card;
 }
 
-// Cards that did not change stay as they are, and with them the focus and what is chosen in them.
+// Unchanged cards stay, and with them the focus and what is chosen in them.
 const shown = new Map();
 
 function showCards(holder, items, view, build) {
@@ -236,7 +236,7 @@ async function showPage(page) {
   byId("next").disabled = page + 1 >= pages;
 }
 
-// An archive may hold anything: what is not of the type that it should be is left out.
+// An archive may hold anything: values of a wrong type are left out.
 const text = (value) => typeof value === "string" ? value : "";
 const list = (value) => Array.isArray(value) ? value : [];
 
