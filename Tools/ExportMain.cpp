@@ -38,7 +38,7 @@ public:
     ArchiveFiles(InterruptWatch& interrupts, const std::string& lastWords)
         : interrupts_(interrupts), packing_(std::in_place, interrupts, lastWords)
     {
-        interrupts_.cancelFlag().check(); // a signal that came before is not heard again
+        interrupts_.cancelFlag().check(); // a signal that came before is not reported again
     }
 
     void writeAtomically(ByteView bytes, const std::filesystem::path& path) override
@@ -79,7 +79,7 @@ private:
         throw Failed{failure};
     }
 
-    /// In truer words than the application's, which are about a Mac's own database.
+    /// In truer words than the application's, which assume a Mac's own database.
     void refuseMissingDatabase() const
     {
         using preflight::DatabaseFile;

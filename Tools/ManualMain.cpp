@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The keys of user defaults are no options of the library that reads the rest of the line.
+/// The keys of user defaults are unknown to the library that reads the rest of the line.
 void addOverrides(CommandDescription& program, overrides::Program which)
 {
     for (const overrides::Key& key : overrides::keysOf(which)) {
@@ -59,7 +59,7 @@ void write(const fs::path& path, const std::string& text)
     file << text << std::flush;
 }
 
-/// Where Debian's shells and manual look below `share`.
+/// Follows the places below `share` where Debian's shells and manual look.
 void writeAll(const CommandDescription& program, const fs::path& share)
 {
     write(share / "man/man1" / (program.name + ".1"), manualPage(program, VORN_VERSION));

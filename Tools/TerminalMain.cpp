@@ -27,8 +27,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* stopped = "Stopped.";
-/// From a signal to the end of the program. By then everything on the disk is gone and an abort has had its chance;
-/// what may go on is packing, in memory. Who cannot wait that long sends a second signal.
+/// From a signal to the end of the program. By then all files are removed and an abort has had its chance; packing, in
+/// memory, may still run. A second signal ends the program sooner.
 constexpr auto graceAfterSignal = 1000ms;
 constexpr auto patienceForJobs = 700ms;
 
@@ -55,7 +55,7 @@ std::optional<SessionKeychain> keychainFor(const TerminalOptions& options)
     return SessionKeychain(Keychain::system(), sessionItem());
 }
 
-/// What a signal reaches: nothing before the jobs can be told, and after that the queue they run on.
+/// What a signal calls: `stop` on the queue of the jobs, or nothing before there is one.
 class Target {
 public:
     void set(MainContext* context, std::function<void()> stop)
@@ -108,7 +108,7 @@ private:
                 .interrupts = &interrupts_};
     }
 
-    /// What ends the program when the jobs do not end in time. A line that changes may be on the terminal still.
+    /// Text for a program that ends before its jobs do. A line that changes may still be on the terminal.
     std::string lastWords() const
     {
         return std::string(terminal_.traits().isTerminal ? "\r\x1B[K" : "") + stopped + "\n";
@@ -119,14 +119,14 @@ private:
     InterruptWatch interrupts_{
         InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread
     LiveServices services_;
-    MainContext context_; ///< drops what a job left where it stood, while all it used is there
+    MainContext context_; ///< drops jobs that have not ended while all they use still exists
     Ending ending_;
     AppModel model_;
     TerminalCommand command_;
     Task task_;
 };
 
-/// The database that `share` and `show` read, looked at once; the other commands read none.
+/// The database that `share` and `show` read, checked once; the other commands read none.
 std::filesystem::path plausibleDatabase(const UserDefaults& defaults)
 {
     using preflight::DatabaseFile;
@@ -150,7 +150,7 @@ void requireTemporaryDirectory()
         throw CommandFailure(TerminalStatus::failed, *mistake);
 }
 
-/// The application passes over an unfit setting and takes the service that is built in; here somebody can be told.
+/// The application ignores an unfit setting and uses the built-in service; here the user can be told.
 void requireFitSettings(const UserDefaults& defaults)
 {
     if (const auto mistake = overrides::mistakeIn(defaults, overrides::Program::terminal))
@@ -188,7 +188,7 @@ int runTerminal(const TerminalOptions& options, const Terminal& terminal)
 int main(int argc, char** argv)
 {
     vorn::memory::keepPrivate();
-    std::signal(SIGPIPE, SIG_IGN); // a service or a reader of our output that has gone is a failure, not our end
+    std::signal(SIGPIPE, SIG_IGN); // a closed pipe or connection is a failure to report, not the program's end
     const auto parsed = vorn::parseTerminalOptions(argc, argv);
     if (const auto* end = std::get_if<vorn::TerminalOptionsEnd>(&parsed)) {
         std::fputs(end->text.c_str(), end->isMistake ? stderr : stdout);

@@ -9,8 +9,8 @@
 
 namespace vorn::bench {
 
-/// While it lives, this process and those that it starts keep their files in an empty folder: whatever the user of this
-/// machine runs, or has kept, must not be met. Make it before any thread.
+/// While it lives, this process and its children keep their files in an empty folder, apart from the programs and files
+/// of this machine's user. Construct it before any thread starts.
 class EmptyUserFolders {
 public:
     EmptyUserFolders() : folder_((std::filesystem::temp_directory_path() / "vorn-bench-XXXXXX").native())
@@ -21,12 +21,12 @@ public:
     }
     ~EmptyUserFolders()
     {
-        std::error_code ignored; // what stays behind is in a folder for such things
+        std::error_code ignored; // the folder is one for temporary files
         std::filesystem::remove_all(folder_, ignored);
     }
     EmptyUserFolders(EmptyUserFolders&&) = delete;
 
-    /// The path of a file there.
+    /// The path of a file in that folder.
     std::string file(const std::string& name) const { return folder_ + "/" + name; }
 
 private:

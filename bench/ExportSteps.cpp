@@ -19,7 +19,7 @@ Arguments from(const Arguments& arguments, std::size_t first)
     return {arguments.begin() + static_cast<std::ptrdiff_t>(first), arguments.end()};
 }
 
-/// Database to records, without the copy; the records are not freed, as the limit frees nothing either.
+/// Database to records, without the copy. The records are not freed, as the limit frees nothing either.
 void records(const Arguments& arguments)
 {
     SQLiteDatabase database(arguments.at(1), SQLiteDatabase::Mode::queryOnly);

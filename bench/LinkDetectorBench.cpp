@@ -88,7 +88,7 @@ void findLinks(benchmark::State& state)
 }
 BENCHMARK(findLinks);
 
-/// What a message costs when there is nothing to look at closely.
+/// The cost of a message that holds no candidate.
 void scanForCandidates(benchmark::State& state)
 {
     const std::vector<std::string> messages = chatMessages();

@@ -54,7 +54,7 @@ public:
     void relaunch() override {}
 };
 
-/// A main thread that measures how long each of its turns takes.
+/// Measures how long each turn of the main thread takes.
 class Heartbeat {
 public:
     MainContext& context() { return context_; }
@@ -73,7 +73,7 @@ public:
     }
     double longestMilliseconds() const { return std::chrono::duration<double, std::milli>(longest_).count(); }
 
-    /// For what the test does on the main thread itself.
+    /// Measures work that the test does on the main thread itself.
     void measure(const std::function<void()>& turn)
     {
         const auto begin = Steady::now();
@@ -102,7 +102,7 @@ double residentBytes()
     return pages * static_cast<double>(sysconf(_SC_PAGESIZE));
 }
 
-/// One application from its start, on the find screen.
+/// One application, run from its start.
 struct Application {
     Application(const std::string& database, const std::string& handle)
         : http(std::make_shared<QuestService>(handle)),
@@ -132,7 +132,7 @@ struct Application {
     AppModel model;
 };
 
-/// Seconds until everything has ended that ran `after` the scan's beginning.
+/// Seconds that an application takes to end when it is closed `after` the scan's beginning.
 double secondsToClose(const std::string& database, const std::string& handle, std::chrono::milliseconds after)
 {
     Application app(database, handle);

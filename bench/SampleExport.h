@@ -12,10 +12,10 @@
 /// A made-up history to measure with: the same on every run and every machine.
 namespace vorn::bench {
 
-/// Makes messages of about 120 characters out of a vocabulary in which, as in a language, few words are said often.
+/// Makes messages of about 120 characters out of a vocabulary in which few words are frequent, as in a language.
 class SampleWriter {
 public:
-    /// The texts go into `arena`, as a reader's do.
+    /// Puts the texts into `arena`, as a reader does.
     ExportedMessage next(std::size_t index, TextArena& arena)
     {
         ExportedMessage message;

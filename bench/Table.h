@@ -5,24 +5,24 @@
 
 namespace vorn::bench {
 
-/// A figure to reach: reached when it is at most `limit`. `text` says the limit to the reader.
+/// A figure's goal: reached if it is at most `limit`. `text` is the limit for the reader.
 struct Goal {
     double figure = 0, limit = 0;
     std::string text;
 };
 
-/// A table in Markdown on the standard output; a row with a goal says whether it is reached. Not copied: it counts.
+/// A table in Markdown on standard output; a row with a goal says whether it is reached. Not copied: it counts.
 class Table {
 public:
-    /// Prints the heads: of the names, and of the columns with figures.
+    /// Prints the head: the name of the first column, and those of the columns with figures.
     Table(const std::string& names, const std::vector<std::string>& columns);
     Table(Table&&) = delete;
 
-    /// A row to compare others with.
+    /// Adds a row without a goal, for comparison.
     void add(const std::string& name, const std::vector<std::string>& figures);
     void add(const std::string& name, const std::vector<std::string>& figures, const Goal& goal);
 
-    /// Whether all goals so far are.
+    /// Whether all goals so far are reached.
     bool isReached() const noexcept { return isReached_; }
 
 private:

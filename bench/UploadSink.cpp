@@ -1,6 +1,6 @@
-// Takes uploads as fast as one core can and forgets them: what an upload is measured against. Plays the service's API
-// as far as an upload needs it. Prints its base URL and runs until it is killed; GET /counts says what came since the
-// last time it was asked.
+// Takes uploads as fast as one core can and drops them: the limit for uploads. Plays the service's API as far as an
+// upload needs it. Prints its base URL and runs until it is killed; GET /counts returns what came since it was last
+// asked.
 
 #include "Platform/Base/FileDescriptor.h"
 
@@ -25,7 +25,7 @@
 namespace vorn::bench {
 namespace {
 
-constexpr std::int64_t firstURLs = 50; ///< how many come with a new submission
+constexpr std::int64_t firstURLs = 50; ///< part URLs that come with a new submission
 
 std::string base; ///< "http://127.0.0.1:<port>"; written before the first connection
 std::atomic<std::int64_t> connections = 0, parts = 0, partBytes = 0;
@@ -157,7 +157,7 @@ private:
 
     FileDescriptor socket_;
     std::vector<char> piece_;
-    std::string received_; ///< and not used yet
+    std::string received_; ///< not used yet
 };
 
 int run()

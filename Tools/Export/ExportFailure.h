@@ -31,7 +31,7 @@ struct ExportFailure {
     bool operator==(const ExportFailure&) const = default;
 };
 
-/// What `result` lacks to be worth an archive; nothing when it has messages.
+/// The failure of a `result` that is not worth an archive; nothing when it has messages.
 std::optional<ExportFailure> failureOfFinding(const NimbrelExportResult& result);
 
 /// A failure while the conversation was read.

@@ -26,7 +26,7 @@ constexpr const char* exitStatuses =
     "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 10 there is nothing\n"
     "to export, and nothing was written; 1 any other problem; 128+N ended by signal N.";
 
-/// Nothing for a user without a home: there is no Messages either.
+/// Nothing for a user without a home folder.
 fs::path usersDatabase()
 {
     try {
@@ -51,7 +51,7 @@ ExportOptionsEnd mistake(const std::string& text)
     return {mistakeText(text), true};
 }
 
-/// What is read as text first.
+/// Options that are read as text first.
 struct Texts {
     std::string database;
     std::string output;

@@ -14,7 +14,7 @@ class App;
 
 namespace vorn {
 
-/// What the user asked `vorn-export` for.
+/// The options of `vorn-export`.
 struct ExportOptions {
     std::filesystem::path database; ///< empty where the user has no home folder, and named none
     bool isUsersOwn = true;         ///< `database` was not named
@@ -22,10 +22,10 @@ struct ExportOptions {
     std::filesystem::path output;
     Instant exportedAt;
     bool json = false;       ///< statistics for programs
-    bool allowEmpty = false; ///< an archive is written also where there is nothing to put into it
+    bool allowEmpty = false; ///< writes an archive even if it would be empty
 };
 
-/// The arguments were all about ending at once: `text` is the help, the version, or what is wrong with them.
+/// The arguments ask for no export. `text` is the help, the version, or the mistake in them.
 struct ExportOptionsEnd {
     std::string text;
     bool isMistake = false;
@@ -34,7 +34,7 @@ struct ExportOptionsEnd {
 /// Reads the command line. `now` is the default time of the export.
 std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const char* const* argv, Instant now);
 
-/// Hands `read` all options with their help. It is gone once `read` returns.
+/// Calls `read` with all options and their help, which are destroyed when it returns.
 void describeExportOptions(const std::function<void(const CLI::App&)>& read);
 
 } // namespace vorn

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// What `vorn-export` tells about an export and its archive.
+/// What `vorn-export` prints about an export and its archive.
 struct ExportStatistics {
     NimbrelExportStats stats;
     SkipTally skipped;

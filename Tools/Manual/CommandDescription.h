@@ -11,7 +11,7 @@ namespace vorn {
 
 /// One option or argument of a program.
 struct OptionDescription {
-    /// Whose completion a value has.
+    /// Which completion a value has.
     enum class Value { none, text, file, folder, oneOf };
 
     std::vector<std::string> names; ///< as typed: "-h", "--help"
@@ -26,7 +26,7 @@ struct OptionDescription {
     std::vector<std::string> words() const;
 };
 
-/// All that a program's help says, for its manual and its completions.
+/// A program's help in parts, for its manual and its completions.
 struct CommandDescription {
     std::string name;
     std::string text;
@@ -35,7 +35,7 @@ struct CommandDescription {
     std::vector<CommandDescription> commands{};
 };
 
-/// Which completion a value called `valueName` in a help has.
+/// The completion for a value that a help calls `valueName`.
 OptionDescription::Value valueCalled(const std::string& valueName);
 
 CommandDescription describe(const CLI::App& app);

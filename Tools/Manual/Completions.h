@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-// What a shell reads to complete the options and commands of `program`, and the values of which it knows something.
+// Completions of the options and commands of `program`, and of values of a known kind, one for each shell.
 
 std::string bashCompletion(const CommandDescription& program);
 std::string zshCompletion(const CommandDescription& program);

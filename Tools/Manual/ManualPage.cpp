@@ -73,7 +73,7 @@ std::string commands(const CommandDescription& program)
     return text;
 }
 
-/// Lines that are indented, or that announce such lines, keep their ends.
+/// Indented lines, and those that announce them, keep their breaks.
 std::string paragraph(std::string_view text)
 {
     const bool isTable = text.find("\n ") != std::string_view::npos;

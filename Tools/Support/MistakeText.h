@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// What a program says when its arguments are wrong. Threads: any.
+/// The text for wrong arguments. Threads: any.
 inline std::string mistakeText(const std::string& mistake)
 {
     return mistake + "\nRun with --help for more information.\n";

@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// One line on a terminal that says how far the work has come. Work shorter than a second shows nothing.
-/// Threads: one at a time.
+/// One line on a terminal that shows how far work has come. Shows nothing for work of less than a second. Threads: one
+/// at a time.
 class ProgressLine {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
@@ -21,7 +21,7 @@ public:
     /// Replaces the line, at most ten times a second.
     void show(const std::string& text);
 
-    /// What removes the line from the terminal; empty when there is none to remove.
+    /// The text that removes the line from the terminal; empty when there is none to remove.
     std::string eraser() const;
 
     /// Removes the line, so that other output can take its place.

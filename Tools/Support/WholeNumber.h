@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// What is wrong with `text` as a whole number from `least` to `most`, both included, as the end of a sentence about an
-/// option; empty when it is one. Decimal digits alone: other readers take a leading zero for a number to the base 8.
+/// Why `text` is no whole number from `least` to `most`, both included, as the end of a sentence about an option; empty
+/// if it is one. Takes decimal digits alone: other readers take a number with a leading zero for octal.
 std::string mistakeInWholeNumber(const std::string& text, std::uint64_t least, std::uint64_t most);
 
 } // namespace vorn

@@ -19,10 +19,10 @@ constexpr const char* indent = "  ";
 
 std::size_t widthOf(const std::string& text)
 {
-    return text::scalars(text).size(); // each of ours takes one column
+    return text::scalars(text).size(); // each character of these texts takes one column
 }
 
-/// Takes the last word of `line` away if it is an article, and returns it with a space behind.
+/// If the last word of `line` is an article, removes it and returns it with a space after it.
 std::string takeArticle(std::string& line)
 {
     for (const std::string article : {"a", "an", "the"}) {

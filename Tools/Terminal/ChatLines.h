@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// Longer texts laid out for a terminal of 81 columns, a line each. Threads: any.
+/// Longer texts laid out as lines for a terminal of 81 columns. Threads: any.
 namespace vorn {
 
 /// The text to which the user consents.
@@ -19,8 +19,8 @@ std::vector<std::string> instructionLines(const ScreenText& text);
 /// The chat in numbers: a line for each row of a table. Days are those of the user's zone.
 std::vector<std::string> statisticsLines(const NimbrelExportStats& stats);
 
-/// The last six messages as they are previewed: who wrote, and the first 140 characters. What a terminal could take for
-/// a command is replaced.
+/// The last six messages as they are previewed: the sender and the first 140 characters. Control characters are
+/// replaced.
 std::vector<std::string> previewLines(const MessageList& messages);
 
 } // namespace vorn

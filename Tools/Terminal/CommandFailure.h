@@ -28,7 +28,7 @@ public:
     CommandFailure(TerminalStatus status, std::string text) : status_(status), text_(std::move(text)) {}
 
     TerminalStatus status() const noexcept { return status_; }
-    /// For the user, fit for a terminal, without a newline at the end; empty when the user knows already.
+    /// For the user, fit for a terminal, without a newline at the end; empty if the user has been told already.
     const std::string& text() const noexcept { return text_; }
     const char* what() const noexcept override { return "a command failed"; }
 
@@ -42,11 +42,10 @@ private:
     std::string text_;
 };
 
-/// What `error`, thrown by anything that a command does, means for the program that called and for the person who
-/// reads.
+/// The failure of a command in which `error` was thrown.
 CommandFailure failureOf(const std::exception& error);
 
-/// `text`, from `errorText`, fit for a terminal: words of our own where a service sends none that can be read.
+/// `text`, from `errorText`, fit for a terminal; a text of our own if the service's cannot be read.
 std::string spokenWords(const std::string& text);
 
 } // namespace vorn

@@ -17,7 +17,7 @@ namespace {
 
 constexpr const char* indent = "  ";
 
-/// Each line of `text`, which `drawable` has made, indented.
+/// Each line of `text`, which comes from `drawable`, indented.
 std::string indented(std::string_view text)
 {
     std::string lines;
@@ -46,7 +46,7 @@ std::vector<std::string> leftOutLines(const SkipTally& skipped)
     return lines;
 }
 
-/// Tells the messages one by one, under a heading for each day.
+/// Lists the messages one by one, under a heading for each day.
 class Teller {
 public:
     explicit Teller(const TextSink& sink) : sink_(sink) {}

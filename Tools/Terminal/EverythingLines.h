@@ -8,17 +8,16 @@
 #include <string>
 #include <string_view>
 
-/// All that would be uploaded, as a terminal lists it. What a terminal could take for a command is replaced. Threads:
-/// any, one at a time.
+/// All that would be uploaded, as a terminal lists it. Control characters are replaced. Threads: any, one at a time.
 namespace vorn {
 
 /// Takes a part of the text; false when no more is wanted.
 using TextSink = std::function<bool(std::string_view)>;
 
-/// Hands `sink` the chat in numbers, what is left out, and every message, part by part.
+/// Passes the chat in numbers, what is left out, and every message to `sink`, part by part.
 void listEverything(const NimbrelExportResult& result, const NimbrelExportStats& stats, const TextSink& sink);
 
-/// Hands `sink` the messages that hold `words`, and how many they are. Returns that number.
+/// Passes the messages that hold `words`, and how many they are, to `sink`. Returns that number.
 std::size_t listFound(const NimbrelExportResult& result, const std::string& words, const TextSink& sink);
 
 } // namespace vorn

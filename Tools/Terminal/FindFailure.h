@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// How a command ends that needs the chat, where a scan has come to `phase`; nothing where it found the chat.
+/// The failure of a command that needs the chat, if a scan ended in `phase`; nothing if it found the chat.
 std::optional<CommandFailure> failureOfFinding(const ScanPhase& phase);
 
 } // namespace vorn

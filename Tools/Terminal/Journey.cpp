@@ -30,7 +30,7 @@ bool is(const Phase& phase)
     return std::holds_alternative<Case>(phase);
 }
 
-/// What a button of the window does, as a question.
+/// The label of the window's button, as a question.
 std::string asked(const std::string& label)
 {
     return label + "?";
@@ -106,7 +106,7 @@ Async<> Journey::link()
     bool hadCode = false;
     while (model_.step() == Step::link) {
         const LinkPhase phase = model_.linkPhase();
-        // Where nobody watches, waiting for a person or for a service that is down would have no end.
+        // Unattended, waiting for a person or for a service that is down would never end.
         if (!isAttended_ && hadCode && is<phase::Loading>(phase))
             throw CommandFailure(TerminalStatus::notLinked, notInTime);
         if (std::exchange(shown, phase) != phase) linkPrinter_.show(phase, model_.qrPayload());
@@ -117,7 +117,7 @@ Async<> Journey::link()
     }
 }
 
-// The amount stands in the text that the user agrees to, so it is worth a moment.
+// Waits a moment for the amount, which is part of the text that the user agrees to.
 Async<> Journey::waitForQuest()
 {
     const auto known = [](Journey* self) -> Async<> {
@@ -143,7 +143,7 @@ Async<> Journey::consent()
 
 Async<> Journey::access()
 {
-    const bool wasGranted = model_.access() == FullDiskAccessStatus::granted; // and yet the chat could not be read
+    const bool wasGranted = model_.access() == FullDiskAccessStatus::granted; // but the chat could not be read
     say(instructionLines(accessTextForTerminal()));
     std::optional<FullDiskAccessStatus> shown;
     while (model_.step() == Step::access) {

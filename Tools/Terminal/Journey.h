@@ -12,23 +12,23 @@
 
 namespace vorn {
 
-/// The whole path in a terminal, step by step as the model goes: it tells the user what the model's screens would show,
-/// and asks before anything is agreed to or sent.
-/// Threads: the model's own. Errors: `CommandFailure` where the path ends without its goal.
+/// The whole path in a terminal, step by step as the model goes: shows what the model's screens would show, and asks
+/// before anything is agreed to or sent. Threads: the model's own. Errors: `CommandFailure` if the path ends without
+/// its goal.
 class Journey {
 public:
-    /// `isAttended` says that somebody is there: failures are tried again, and a phone is waited for. All references
-    /// must outlive it.
+    /// `isAttended` means that somebody is watching: then failures are tried again, and it waits for a phone. All
+    /// references must outlive it.
     Journey(AppModel& model, MainContext& context, Clock& clock, const Terminal& terminal, Answers& answers,
             const TerminalOptions& options, bool isAttended);
 
     /// Runs until the Mac is linked and returns the session.
     Async<StoredSession> toSession();
-    /// Runs until the review has ended or takes too long and returns the submission's status.
+    /// Runs until the review has ended or takes too long, and returns the submission's status.
     Async<SubmissionStatus> toReward();
 
 private:
-    /// Each of these shows its step until the model goes to another.
+    /// Each shows its step until the model goes to another.
     Async<> showStep(Step step);
     Async<> link();
     Async<> consent();

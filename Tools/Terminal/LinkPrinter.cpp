@@ -32,7 +32,7 @@ void LinkPrinter::show(const LinkPhase& phase, const std::optional<std::string>&
 
 void LinkPrinter::tellLoading() const
 {
-    // Every five seconds it would be noise.
+    // After a failure it would be noise, every five seconds.
     if (lastFailure_.empty()) terminal_.say(linkText(phase::Loading{}).status.text);
 }
 
@@ -52,7 +52,7 @@ void LinkPrinter::tellCode(const std::string& qrPayload)
     if (ink_ != QRCodeText::Ink::colours) terminal_.say(whenUnreadable);
     if (window && static_cast<int>(code.lines().size()) >= window->rows) {
         terminal_.say(fmt::format("The code needs {} lines. Make the window taller to see all of it.",
-                                  code.lines().size() + 1)); // the cursor's too
+                                  code.lines().size() + 1)); // one for the cursor
     }
     terminal_.say(linkText(phase::Showing{}).status.text);
     draw(code);

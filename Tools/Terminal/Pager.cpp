@@ -29,7 +29,7 @@ bool isInPath(const char* program)
     return false;
 }
 
-/// A shell as a child: with signals as programs expect them, and what is written to `input` on its standard input.
+/// Starts a shell as a child with the default signals and `input` as its standard input.
 pid_t spawnShell(const std::string& command, int input)
 {
     posix_spawn_file_actions_t actions;
@@ -56,7 +56,7 @@ pid_t spawnShell(const std::string& command, int input)
 
 } // namespace
 
-/// Nothing where the user wants none, or has none.
+/// Nothing if the user wants no pager, or there is none.
 std::optional<std::string> Pager::commandForUser()
 {
     if (isatty(STDOUT_FILENO) == 0) return std::nullopt;
@@ -67,7 +67,7 @@ std::optional<std::string> Pager::commandForUser()
 Pager::Pager(const std::optional<std::string>& command)
 {
     if (!command) return;
-    // What fits is shown without waiting, and what is searched for stays out of less's history.
+    // Text that fits is shown without waiting, and searches stay out of less's history.
     setenv("LESS", "F", 0);
     setenv("LESSHISTFILE", "-", 0);
     start(*command);
@@ -94,7 +94,7 @@ bool Pager::write(std::string_view text)
         const ssize_t count = ::write(input_.get(), text.data(), text.size());
         if (count < 0 && errno == EINTR) continue;
         if (count < 0) {
-            failed_ = errno != EPIPE; // the user has seen enough
+            failed_ = errno != EPIPE; // the user has left
             input_.reset();
             break;
         }
@@ -111,7 +111,7 @@ bool Pager::finish()
     while (waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }
     process_ = -1;
-    constexpr int notFound = 127; // of a shell
+    constexpr int notFound = 127; // a shell's status for a missing command
     const bool isMissing = WIFEXITED(status) && WEXITSTATUS(status) == notFound;
     return !failed_ && !isMissing;
 }

@@ -10,8 +10,8 @@
 
 namespace vorn {
 
-/// Where long results go: the user's pager (`PAGER`, else less) while standard output is a terminal, otherwise, and
-/// where there is no pager, standard output itself. Threads: one at a time; a write waits for the reader.
+/// Shows long results: in the user's pager (`PAGER`, else less) while standard output is a terminal and there is one,
+/// otherwise on standard output itself. Threads: one at a time; a write waits for the reader.
 class Pager {
 public:
     Pager() : Pager(commandForUser()) {}
@@ -21,17 +21,17 @@ public:
     ~Pager() { finish(); }
     Pager(Pager&&) = delete;
 
-    /// False when nobody reads any more: a user who has left the pager, or a failure.
+    /// False when nobody reads any more: the user has left the pager, or it failed.
     bool write(std::string_view text);
-    /// Waits until the user has read. False when what was written did not get there; leaving a pager is no failure.
+    /// Waits until the user has read. False if not everything was passed on; leaving a pager is no failure.
     bool finish();
 
 private:
     static std::optional<std::string> commandForUser();
     void start(const std::string& command);
 
-    FileDescriptor input_{-1}; ///< of the pager
-    pid_t process_ = -1;       ///< none for standard output
+    FileDescriptor input_{-1}; ///< the pager's
+    pid_t process_ = -1;       ///< -1 for standard output
     bool failed_ = false;
 };
 

@@ -5,9 +5,9 @@
 namespace vorn {
 namespace {
 
-constexpr int quietZone = 4; // modules on each side, as the standard asks for
+constexpr int quietZone = 4; // modules on each side, as the standard requires
 
-// From the fixed part of the palette of 256 colours: themes redefine the first sixteen.
+// From the fixed part of the 256 colours: themes redefine the first sixteen.
 constexpr const char* blackOnWhite = "\x1B[38;5;16;48;5;231m";
 constexpr const char* usualColours = "\x1B[0m";
 

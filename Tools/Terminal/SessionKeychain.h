@@ -9,9 +9,9 @@
 
 namespace vorn {
 
-/// The place in the user's keychain where the session is kept, for those who have to tell the user how things stand: a
-/// `TokenStore` reads any trouble as "no session". Threads: any. Errors: `CommandFailure` with what is wrong with the
-/// keychain, and then `consequence`, a sentence.
+/// The session's place in the user's keychain, for commands that must report its state: a `TokenStore` reads any
+/// failure as "no session". Threads: any. Errors: `CommandFailure` with the keychain's failure, followed by
+/// `consequence`, a sentence.
 class SessionKeychain {
 public:
     SessionKeychain(std::shared_ptr<Keychain> keychain, KeychainItem item)
@@ -19,10 +19,10 @@ public:
     {
     }
 
-    /// Whether anything is kept there, be it readable or not.
+    /// Whether anything is kept there, readable or not.
     bool holdsSession(const std::string& consequence) const;
 
-    /// What to end with after `error`, which the keychain gave.
+    /// The command's failure after `error` from the keychain.
     static CommandFailure failure(const KeychainError& error, const std::string& consequence);
 
     void requireReachable(const std::string& consequence) const { holdsSession(consequence); }

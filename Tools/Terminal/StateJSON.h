@@ -8,7 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
-/// What the terminal tells programs, wherever it tells it. Threads: any.
+/// What the terminal prints for programs in more than one place. Threads: any.
 namespace vorn {
 
 using StateJSON = nlohmann::ordered_json; ///< keys in their order

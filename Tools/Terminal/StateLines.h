@@ -8,15 +8,14 @@
 namespace vorn {
 
 /// Prints every change of a model's state as one line of JSON, for programs: an object with one key, the property's
-/// name, such as {"step":"find"} or {"uploadPhase":{"phase":"uploading","fraction":0.5}}. What is absent is null. No
-/// line holds a message or a token; "qrPayload" is the secret that a phone has to be shown.
-/// Threads: the model's own.
+/// name, such as {"step":"find"} or {"uploadPhase":{"phase":"uploading","fraction":0.5}}. Absent values are null. No
+/// line holds a message or a token; "qrPayload" is the secret that a phone must be shown. Threads: the model's own.
 class StateLines : public QObject {
 public:
     /// Writes to `file`, which stays the caller's.
     StateLines(const AppModel& model, std::FILE* file);
 
-    /// Whether everything could be written so far.
+    /// Whether every line could be written so far.
     bool hasWritten() const noexcept { return written_; }
 
 private:

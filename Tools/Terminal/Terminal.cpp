@@ -17,7 +17,7 @@ std::string_view environment(const char* name)
     return value == nullptr ? "" : value;
 }
 
-/// Some terminals say their colours as "foreground;background" or "foreground;default;background", by number.
+/// Some terminals give their colours as "foreground;background" or "foreground;default;background", by number.
 std::optional<Background> backgroundOf(std::string_view colours)
 {
     const auto last = colours.rfind(';');

@@ -11,14 +11,14 @@
 
 namespace vorn {
 
-/// Where the program talks to its user: standard error, so that standard output holds results alone.
+/// The program's text for its user, on standard error: standard output holds results alone.
 class Terminal {
 public:
-    /// What the surroundings say about standard error.
+    /// What is known about standard error.
     struct Traits {
         bool isTerminal = false;
         bool colours = false;
-        std::optional<TerminalOptions::Background> background{}; ///< as far as the terminal tells
+        std::optional<TerminalOptions::Background> background{}; ///< if the terminal tells
     };
     /// In character cells.
     struct WindowSize {
@@ -26,13 +26,13 @@ public:
         int rows = 24;
     };
 
-    /// From the terminal itself and `NO_COLOR`, `TERM` and `COLORFGBG`.
+    /// Read from the terminal itself and `NO_COLOR`, `TERM` and `COLORFGBG`.
     static Traits currentTraits();
 
-    /// The size that the terminal has right now; 80 by 24 when it does not tell.
+    /// The terminal's current size; 80 by 24 if it does not tell.
     static WindowSize currentWindowSize();
 
-    /// `windowSize` is asked each time: people resize windows.
+    /// `windowSize` is called each time: users resize windows.
     Terminal(std::FILE* file, Traits traits, std::function<WindowSize()> windowSize = &currentWindowSize)
         : file_(file), traits_(traits), windowSize_(std::move(windowSize))
     {
@@ -40,19 +40,19 @@ public:
 
     const Traits& traits() const noexcept { return traits_; }
 
-    /// What has to fit at the moment; nothing when this is no terminal.
+    /// The window that output must fit; nothing if this is no terminal.
     std::optional<WindowSize> window() const
     {
         return traits_.isTerminal ? std::optional(windowSize_()) : std::nullopt;
     }
 
-    /// Where a line that changes can be shown; null when this is no terminal.
+    /// The file for a line that changes; null if this is no terminal.
     std::FILE* forProgress() const noexcept { return traits_.isTerminal ? file_ : nullptr; }
 
-    /// One line, at once. Foreign text in it must have been through `printable`.
+    /// Prints one line at once. Foreign text in it must have passed through `printable`.
     void say(const std::string& line) const;
 
-    /// How a QR code has to be drawn here; `background` is the user's word.
+    /// How to draw a QR code here; `background` is the user's choice.
     QRCodeText::Ink ink(std::optional<TerminalOptions::Background> background) const;
 
 private:

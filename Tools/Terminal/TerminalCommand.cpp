@@ -25,7 +25,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Signing out is done once the session is forgotten here; the service gets this long to hear of it.
+/// Signing out is complete once the session is forgotten here; this is how long the service may take to hear of it.
 constexpr auto patienceForRevoking = 5s;
 
 constexpr const char* notLinked = "This Mac is not linked.";
@@ -54,10 +54,10 @@ Async<> TerminalCommand::restoreSession()
             services_.terminal->say(keychainText(phase::Waiting{}, std::nullopt).status.text);
     });
     co_await model.restore();
-    model.forgoSession(); // each command says what follows from a refusal
+    model.forgoSession(); // each command reports a refusal itself
 }
 
-/// A keychain that has refused already is not asked again: it would ask the user once more.
+/// Does not ask a keychain that has refused already: that would ask the user once more.
 void TerminalCommand::requireKeychain(const std::string& consequence) const
 {
     if (!services_.keychain) return;
@@ -115,7 +115,7 @@ Async<> TerminalCommand::findChat()
     if (const auto failure = failureOfFinding(model.scanPhase())) throw CommandFailure(*failure);
 }
 
-/// Waits for the reader without regard to anything else: nothing is under way by then.
+/// Blocks until the reader is done: nothing is under way by then.
 void TerminalCommand::list(const NimbrelExportResult& found) const
 {
     const InterruptWatch::InterruptPassedOver untilRead(*services_.interrupts);
@@ -163,7 +163,7 @@ Async<> TerminalCommand::link()
                                 ". Sign out first to link it anew.");
         co_return;
     }
-    // A link that lasts for this run is of no use when the run ends with it.
+    // A link for this run alone would be useless: the run ends with it.
     requireKeychain("The link could not be kept, so this Mac was not linked.");
     Journey journey(*services_.model, *services_.context, *services_.clock, *services_.terminal, answers_, options_,
                     true);

@@ -17,13 +17,13 @@
 
 namespace vorn {
 
-/// What a command works with. The pointers are never null and must outlive the command.
+/// The services that a command uses. The pointers are never null and must outlive the command.
 struct TerminalServices {
     MainContext* context;
     Clock* clock;
     BackgroundExecutor* background;
     VornAPI api;
-    std::optional<SessionKeychain> keychain; ///< behind the store; nothing when the keychain is left alone
+    std::optional<SessionKeychain> keychain; ///< behind the store; nothing if the keychain is not used
     AppModel* model;
     const Terminal* terminal;
     InterruptWatch* interrupts;
@@ -35,7 +35,7 @@ class TerminalCommand {
 public:
     TerminalCommand(TerminalOptions options, TerminalServices services);
 
-    /// Errors: `failureOf` says what they mean. The command must outlive it.
+    /// Throws what `failureOf` describes. The command must outlive it.
     Async<> run();
 
 private:

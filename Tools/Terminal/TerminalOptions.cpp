@@ -108,7 +108,7 @@ void addCommands(CLI::App& app, TerminalOptions& options, Texts& texts)
                [](CLI::App&) {});
 }
 
-/// What goes into the path of a request stays one part of it.
+/// A submission's name becomes one segment of a request's path.
 std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
 {
     const bool isOnePart =
@@ -121,7 +121,7 @@ std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
     return "";
 }
 
-/// The mistake of a line with a word that is no command.
+/// The text about a word that is no command.
 std::string unknownCommand(const CLI::App& app)
 {
     const auto left = app.remaining();
@@ -142,7 +142,7 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     std::vector<std::string> arguments(argv + 1, argv + argc);
     options.defaults = ArgumentDefaults::takenFrom(arguments);
     const auto wrongOverride = overrides::mistakeOnLine(options.defaults, arguments, overrides::Program::terminal);
-    std::ranges::reverse(arguments); // as CLI11 takes them
+    std::ranges::reverse(arguments); // the order that CLI11 takes
 
     CLI::App app(description, program);
     addCommands(app, options, texts);

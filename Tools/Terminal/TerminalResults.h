@@ -8,10 +8,10 @@
 
 namespace vorn {
 
-/// What the whole path ends with, in lines for a person, who has been told how the review ended.
+/// The end of the whole path, in lines for a person, who has been told how the review ended.
 std::string textOf(const SubmissionStatus& submission);
 
-/// What `status` tells.
+/// What `status` prints.
 struct StatusReport {
     LinkedUser user;
     NimbrelState nimbrel;
@@ -23,7 +23,7 @@ std::string textOf(const StatusReport& report);
 
 /// One JSON object for programs: "user" with "id" and "displayName"; "quest" with "id", "title", "status",
 /// "availability", "canUpload", "availableAt", "rejectionReasonKey", "rewardUsd" (a number) and "maxBytes";
-/// "submission" with "id", "status", "rejectionReasonKey" and "rewardUsd" (text). What is absent is null.
+/// "submission" with "id", "status", "rejectionReasonKey" and "rewardUsd" (text). Absent values are null.
 std::string jsonOf(const StatusReport& report);
 
 } // namespace vorn

@@ -5,9 +5,8 @@
 
 namespace vorn {
 
-/// Waits for `work`, but not for longer than `limit`; what has not ended by then is cancelled. Returns whether it ended
-/// by itself. `work` must throw nothing but `Cancelled`. `context`, the one it is awaited on, and `clock` must outlive
-/// it.
+/// Waits for `work`, but for `limit` at most, and cancels it then. Returns whether it ended by itself. `work` must
+/// throw nothing but `Cancelled`. `context`, the one that awaits it, and `clock` must outlive it.
 Async<bool> endsWithin(MainContext* context, Clock* clock, Clock::Duration limit, Async<> work);
 
 } // namespace vorn

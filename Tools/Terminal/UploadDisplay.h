@@ -7,7 +7,8 @@
 
 namespace vorn {
 
-/// Shows how an upload goes on: a line that changes on a terminal, else a line for each tenth. Threads: one at a time.
+/// Shows an upload's progress: on a terminal as a line that changes, otherwise as a line for each tenth. Threads: one
+/// at a time.
 class UploadDisplay {
 public:
     /// Both must outlive it.

@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto window = 5s;            ///< that the rate is taken over
+constexpr auto window = 5s;            ///< the time over which the rate is taken
 constexpr auto enough = 500ms;         ///< less would be a guess
 constexpr auto betweenSamples = 100ms; ///< progress comes in thousands of steps a second
 constexpr int barCells = 20;
@@ -45,7 +45,7 @@ std::string durationText(double inSeconds)
 
 void UploadMeter::update(const UploadProgress& progress, Clock::Duration now)
 {
-    // A part that is sent again takes the upload back: what was measured before says nothing about what is left.
+    // A part that is sent again takes the upload back: earlier samples say nothing about the time left.
     if (!samples_.empty() && progress.bytesSent < samples_.back().bytes) samples_.clear();
     progress_ = progress;
     if (!samples_.empty() && now - samples_.back().at < betweenSamples) return;
@@ -93,7 +93,7 @@ std::string UploadMeter::timeLeft() const
 std::string UploadMeter::line(int columns) const
 {
     const auto fits = [columns](const std::string& text) {
-        return static_cast<int>(text::scalars(text).size()) < columns; // each of ours takes one column
+        return static_cast<int>(text::scalars(text).size()) < columns; // each character of these texts takes one column
     };
     std::string line = percentText();
     for (const std::string& more : {amounts(), rateText(), timeLeft()}) {

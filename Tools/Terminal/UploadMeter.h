@@ -10,23 +10,23 @@
 
 namespace vorn {
 
-/// Turns an upload's progress into words: how much, how fast, how long still. Threads: one at a time.
+/// Turns an upload's progress into words: how much, how fast, how long it still takes. Threads: one at a time.
 class UploadMeter {
 public:
-    /// The state at `now`, of a clock that only goes forward.
+    /// Notes the progress at `now`, of a monotonic clock.
     void update(const UploadProgress& progress, Clock::Duration now);
 
-    /// Whole percents, rounded down: 100 is said when all is sent.
+    /// Whole percents, rounded down: 100 means that all is sent.
     int percent() const;
 
     /// Bytes a second over the last few seconds; nothing until there is enough to go by.
     std::optional<double> rate() const;
 
-    /// "[██████░░░░] 60 %  6.0 of 10.0 MB  1.2 MB/s  4 s left", or as much of it as keeps free one of `columns`: what
-    /// wraps cannot be erased again.
+    /// "[██████░░░░] 60 %  6.0 of 10.0 MB  1.2 MB/s  4 s left", or as much of it as leaves one of `columns` free: a
+    /// wrapped line could not be erased.
     std::string line(int columns) const;
 
-    /// The same without the bar, for output that is kept: "60 %  6.0 of 10.0 MB  1.2 MB/s".
+    /// The same without the bar, for output that stays: "60 %  6.0 of 10.0 MB  1.2 MB/s".
     std::string plainLine() const;
 
 private:

@@ -26,10 +26,10 @@ public:
         bool isSignedIn = true;
         bool hasConsented = true;
         NearService::Options service{};
-        std::function<void(AppModel&)> onModel = {}; ///< before anything else follows the model
+        std::function<void(AppModel&)> onModel = {}; ///< called before anything else follows the model
     };
 
-    /// Shows the window, which begins the first step.
+    /// Shows the window, which goes to the first step.
     explicit BenchWindow(const Options& options);
     ~BenchWindow();
     BenchWindow(BenchWindow&&) = delete;

@@ -26,7 +26,7 @@ constexpr int rounds = 7;
 constexpr auto rest = 400ms;
 constexpr double mebibyte = 1024 * 1024;
 
-/// What of the process is in memory, in MiB, as every system's ps tells it.
+/// The process's resident memory in MiB, from ps, which every system has.
 double residentMiB()
 {
     const std::string command = "ps -o rss= -p " + std::to_string(getpid());
@@ -37,7 +37,7 @@ double residentMiB()
     return kilobytes / 1024;
 }
 
-/// What opening the page costs.
+/// The cost of opening the page.
 struct Opening {
     std::size_t messages = 0;
     std::vector<double> painted; ///< milliseconds

@@ -43,7 +43,7 @@ void FrameWatch::note()
 {
     last_ = Steady::now();
     if (begin_) frames_.push_back({milliseconds(last_ - begin_->wall), milliseconds(threadTime() - begin_->cpu)});
-    begin_.reset(); // a frame that the system asked for has not waited for its turn
+    begin_.reset(); // a frame without a request, such as the system's own, is not counted
 }
 
 } // namespace vorn::bench

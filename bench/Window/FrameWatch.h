@@ -17,15 +17,14 @@ inline double milliseconds(std::chrono::steady_clock::duration time)
 
 /// A frame in milliseconds.
 struct Frame {
-    double wall = 0; ///< from the moment its turn came to when it was on the screen
-    double cpu = 0;  ///< of the window's thread in that time: what other programs did meanwhile is not in it
+    double wall = 0; ///< from its turn to the screen
+    double cpu = 0;  ///< of the window's thread meanwhile, without the time of other programs
 };
 
 /// The `wall` of each.
 std::vector<double> wallTimes(const std::vector<Frame>& frames);
 
-/// Measures each frame of a window that draws on its own thread, with the layout, what is taken over from the items,
-/// and the drawing.
+/// Measures each frame of a window that draws on its own thread: layout, synchronisation with the items, and drawing.
 class FrameWatch final : public QObject {
 public:
     using Instant = std::chrono::steady_clock::time_point;
@@ -33,7 +32,7 @@ public:
     /// `window` outlives this object.
     explicit FrameWatch(QQuickWindow& window);
 
-    /// The frames since this was last asked.
+    /// The frames since the last call.
     std::vector<Frame> take() { return std::exchange(frames_, {}); }
     std::size_t count() const { return frames_.size(); }
     Instant last() const { return last_; } ///< when it was on the screen

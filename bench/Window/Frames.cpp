@@ -38,10 +38,10 @@ double percentile(const std::vector<double>& sorted, double part)
     return sorted[static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1))];
 }
 
-/// What was seen of one thing that moves: batch by batch.
+/// The frames of one thing that moves, batch by batch.
 struct Moving {
     std::vector<std::vector<Frame>> batches;
-    double longestTurn = 0; ///< of the main thread, whatever it did: drawing, or making the next screen
+    double longestTurn = 0; ///< of the main thread: drawing, or making the next screen
 
     void take(FrameWatch& watch)
     {
@@ -58,8 +58,8 @@ struct Moving {
         return all;
     }
 
-    /// Of all batches the one in the middle: a frame that is long each time is in every one, what another program did
-    /// is not.
+    /// The longest frame of the batch in the middle: a frame that is always long is in every batch, one that another
+    /// program delayed is not.
     double usualLongest() const
     {
         std::vector<double> longest;
@@ -146,7 +146,7 @@ void measureProgress(Table& table, BenchWindow& bench)
     bench.runUntil(Step::done);
 }
 
-/// The light over the shape of a chat, while the quest lets itself be waited for.
+/// The light over the shape of a chat while the service's answer is pending.
 void measureShimmer(Table& table, const std::filesystem::path& history)
 {
     BenchWindow bench({.history = history, .service = {.questTakes = 1h}});
@@ -159,7 +159,7 @@ void measureShimmer(Table& table, const std::filesystem::path& history)
     add(table, "the shimmer of a search", moving);
 }
 
-/// From the approval until the last paper has fallen.
+/// From the approval until the last particle has fallen.
 void measureMoment(Table& table, const std::filesystem::path& history)
 {
     BenchWindow bench({.history = history, .service = {.approves = true}});
@@ -169,7 +169,7 @@ void measureMoment(Table& table, const std::filesystem::path& history)
     TimedApplication::runFor(fade);
     FrameWatch watch(bench.window());
     TimedApplication::runUntil([&] { return bench.model().submission()->status.isFinal(); });
-    watch.take(); // of the spinner
+    watch.take(); // drops those of the spinner
     TimedApplication::shared().takeLongestTurn();
     TimedApplication::runFor(2s);
     Moving moving;

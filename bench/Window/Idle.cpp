@@ -53,15 +53,15 @@ std::vector<std::string> figuresOf(const Watched& watched)
     return {figure(watched.cpu, "ms"), figure(watched.frames, "", 1)};
 }
 
-/// Of a window that draws `limit` frames a second at most. One that draws may begin and end the watch with a frame; one
-/// that stands still draws none at all.
+/// Measures a window that draws at most `limit` frames a second. One that moves may begin and end the time with a
+/// frame; one that stands still draws none.
 void watch(Table& table, const char* name, QQuickWindow& window, int limit)
 {
     const Watched seen = watched(window);
     table.add(name, figuresOf(seen), {seen.frames, limit == 0 ? 0 : limit + 0.1, std::to_string(limit)});
 }
 
-/// A database that is there and that nobody can open, not even root: a link that leads to itself.
+/// A database that exists and that not even root can open: a link to itself.
 std::filesystem::path deniedHistory()
 {
     const auto path = std::filesystem::temp_directory_path() / "denied.db";
@@ -79,7 +79,7 @@ void watchWithSpinner(Table& table, const std::filesystem::path& denied)
     watch(table, "access, spinner", access.window(), 10);
 }
 
-/// What shimmers, pulses and turns stands still where nobody sees it.
+/// Shimmer, pulse and spinner stop in a hidden window.
 void watchHidden(Table& table, const std::filesystem::path& history, const std::filesystem::path& denied)
 {
     {
@@ -130,7 +130,7 @@ bool measureIdleScreens(const std::filesystem::path& history)
     }
     watchWithSpinner(table, denied);
     watchHidden(table, history, denied);
-    Appearance::shared().setReducesMotion(true); // which leaves all but what turns and eases
+    Appearance::shared().setReducesMotion(true); // stops whatever turns or eases
     watchScreens(table, history, denied);
     Appearance::shared().setReducesMotion(false);
     return table.isReached();

@@ -8,16 +8,15 @@
 
 namespace vorn::bench {
 
-/// A service in this very process, so that what is measured is the window and not a network: it answers after
-/// a moment, waits for a phone for ever, reviews for ever unless told otherwise, and takes an upload in the time that
-/// its user would watch.
+/// A service in this very process, so that the window is measured and not a network: answers after a moment, never has
+/// a link approved or a review ended unless told otherwise, and takes as long for an upload as its user would watch.
 class NearService final : public HTTPSession {
 public:
     static constexpr const char* handle = "+15550102030";
 
     struct Options {
         Clock::Duration questTakes = std::chrono::milliseconds(150);
-        bool approves = false; ///< an upload at the first poll, instead of never
+        bool approves = false; ///< an upload, at the first poll
     };
 
     /// `clock` outlives this object.

@@ -16,15 +16,15 @@ using Steady = std::chrono::steady_clock;
 
 constexpr int rounds = 7;
 
-/// In milliseconds. Between its two parts the window waits for its turn to draw, as the platform gives it.
+/// In milliseconds. Between the two, the window waits for its turn to draw.
 struct Figures {
     std::size_t messages = 0;
-    std::vector<double> handled; ///< the turn in which the model changes, and with it all that is shown
+    std::vector<double> handled; ///< the turn in which the model changes, and everything shown with it
     std::vector<double> frame;
-    std::vector<double> painted; ///< the whole: until it is on the screen
+    std::vector<double> painted; ///< the whole time until it is on the screen
 };
 
-/// In a window of its own: where the same is shown already, nothing would change.
+/// Uses a window of its own: in one that shows the same already, nothing would change.
 void scan(const std::filesystem::path& history, Figures& figures)
 {
     Steady::time_point changed;

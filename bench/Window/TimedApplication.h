@@ -18,16 +18,16 @@ public:
 
     /// Runs the event loop.
     static void runFor(std::chrono::milliseconds time);
-    /// Runs it until `done`, which is asked after each turn; throws when that takes longer than a minute.
+    /// Runs it until `done`, called after each turn, returns true. Throws after a minute.
     static void runUntil(const std::function<bool()>& done);
     /// Calls `work` in a turn of its own.
     static void inTurn(std::function<void()> work);
 
-    /// The longest turn since this was last asked, in milliseconds.
+    /// The longest turn since the last call, in milliseconds.
     double takeLongestTurn();
 
 private:
-    int depth_ = 0; ///< events are delivered from within others
+    int depth_ = 0; ///< nested deliveries of events
     std::chrono::steady_clock::duration longest_{};
 };
 
