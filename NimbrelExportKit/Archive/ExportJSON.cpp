@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-// Keys are written in the order in which they stand here, which must be sorted.
+// Keys are written in the order given here, which must be sorted.
 
 template <class Writer>
 void write(Writer& to, const ExportedAttachment& attachment)

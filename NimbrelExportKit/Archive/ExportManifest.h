@@ -12,20 +12,20 @@
 
 namespace vorn {
 
-/// Who made an export.
+/// The program that made an export.
 struct ExporterInfo {
     static constexpr std::string_view app = "Vorn for Mac";
     std::string version; ///< the application's
     std::string os;      ///< as `systemText` writes it
 
-    /// From `bundle` and the running system.
+    /// Describes the program of `bundle` on the running system.
     static ExporterInfo current(const Bundle& bundle);
     static ExporterInfo current(const Bundle& bundle, const SystemVersion& system);
 
     bool operator==(const ExporterInfo&) const = default;
 };
 
-/// What an archive says about itself.
+/// An archive's description of itself.
 struct ExportManifest {
     static constexpr std::string_view format = "vorn.nimbrel-imessage";
     static constexpr std::int64_t formatVersion = 1;

@@ -13,14 +13,14 @@ namespace {
 
 constexpr std::size_t longestLocalPart = 64;
 
-/// Whether the text in front lets an address begin at `begin`.
+/// Whether an address may begin at `begin`, after the text before it.
 bool mayBeginAt(std::string_view text, std::size_t begin)
 {
     if (begin == 0) return true;
     const std::string_view before = text.substr(0, begin);
     // "wait...example.com", but neither ".com" nor the rest of a name with an empty label
     if (before.back() == '.') return before.ends_with("...");
-    // An address that leaves out its scheme, but not a part of a path
+    // An address without its scheme, but not a part of a path
     if (before.back() == '/') {
         if (!before.ends_with("//")) return false;
         return before.size() == 2 ||
@@ -30,7 +30,7 @@ bool mayBeginAt(std::string_view text, std::size_t begin)
     return !isOneOf(before.back(), "@$#\\_-%&+");
 }
 
-/// Whether what follows makes the name part of an e-mail address.
+/// Whether the text from `end` on makes the name part of an e-mail address.
 bool isLocalPart(std::string_view text, std::size_t end)
 {
     const std::size_t limit = std::min(text.size(), end + longestLocalPart);
@@ -73,8 +73,8 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
                         .host = host,
                         .hasPath = end > host.end && beginsTail(text, portEnd(text, host.end))};
     if (!isAddress(name) || isLocalPart(text, host.end)) return none;
-    // Underscores in front are part of a name, unless others behind make them emphasis. The path was read and goes with
-    // the name: were it read again for each name inside, a long one would take time in the square of its length.
+    // Underscores before a name are part of it, unless others after it make them emphasis. The path that was read is
+    // passed over with the name: reading it again for each name in it would take quadratic time.
     if (begin > wordBegin && !text.substr(end).starts_with('_')) return {.resumeAt = end};
     return {.begin = begin, .end = end, .resumeAt = end, .hostBegin = begin, .hostEnd = host.end};
 }

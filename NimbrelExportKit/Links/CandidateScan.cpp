@@ -11,7 +11,7 @@
 namespace vorn::links {
 namespace {
 
-/// Sixteen bytes that are compared at once; clang and GCC turn these into the vector instructions of the machine.
+/// Sixteen bytes compared at once; clang and GCC turn these into vector instructions.
 using Block = std::uint8_t __attribute__((vector_size(16)));
 using Halves = std::array<std::uint64_t, 2>;
 
@@ -26,7 +26,7 @@ Block load(const char* from) noexcept
     return block;
 }
 
-/// As `possibleCandidates`, for `mayHoldLink`: a mark before what is no space, or the lead bytes of a full-width stop.
+/// The same for `mayHoldLink`: marks before anything but a space, and the lead bytes of a full-width stop.
 Halves possibleMarks(const char* at) noexcept
 {
     const Block here = load(at);
@@ -37,9 +37,8 @@ Halves possibleMarks(const char* at) noexcept
     return std::bit_cast<Halves>(found);
 }
 
-/// Nonzero bytes where a '.' stands before '0' or anything above it, a ':' before a '/', or the last letter of
-/// `localHost` before a ':'. That is nearly what is looked for, and passes over the full stops of sentences and the
-/// times of day without a branch for each.
+/// Nonzero bytes where a '.' precedes '0' or anything above it, a ':' precedes a '/', or the last letter of `localHost`
+/// precedes a ':'. Nearly exact, and without a branch for every full stop and time of day.
 Halves possibleCandidates(const char* at) noexcept
 {
     const Block here = load(at);
@@ -73,7 +72,7 @@ bool endsWithLocalHost(std::string_view text) noexcept
                               [](char c) { return static_cast<char>(c | 0x20); });
 }
 
-/// The candidate that the byte at `at` announces; npos when there is none.
+/// The candidate at the byte at `at`; npos if there is none.
 std::size_t candidateAt(std::string_view text, std::size_t at) noexcept
 {
     if (at == 0 || at + 1 >= text.size()) return npos;
@@ -101,14 +100,14 @@ bool isSchemeCharacter(char c) noexcept
     return isAlphanumeric(c) || isOneOf(c, "+-.");
 }
 
-/// Whether the stop that begins at `at` is one of those that some keyboards write between the labels of a name.
+/// Whether `at` begins one of the full stops that some keyboards write between the labels of a name.
 bool isFullWidthStop(std::string_view text, std::size_t at) noexcept
 {
     const std::string_view stop = text.substr(at, 3);
     return stop == "。" || stop == "．" || stop == "｡";
 }
 
-/// `at` when a link may lie around the byte there; npos when none does.
+/// Returns `at` if the byte there may belong to a link; otherwise npos.
 std::size_t markAt(std::string_view text, std::size_t at) noexcept
 {
     if (at == 0 || at + 1 >= text.size() || isSpace(text[at - 1])) return npos;
@@ -122,7 +121,7 @@ std::size_t markAt(std::string_view text, std::size_t at) noexcept
     default: break;
     }
     if (!isFullWidthStop(text, at) || at + 3 >= text.size()) return npos;
-    // Elsewhere it ends a sentence, which no space follows.
+    // Otherwise it ends a sentence, which needs no space in such scripts.
     const auto ascii = [](char c) { return isAlphanumeric(c); };
     return ascii(before) || ascii(text[at + 3]) ? at : npos;
 }
@@ -134,7 +133,7 @@ std::size_t firstPlace(std::string_view text, std::size_t from) noexcept
 {
     std::size_t at = from;
     while (text.size() > blockSize && at + 1 < text.size()) {
-        // The last block overlaps the one before it: what lies before `at` was looked at then.
+        // The last block overlaps the one before it: bytes before `at` have been looked at.
         const std::size_t start = std::min(at, text.size() - blockSize - 1);
         const Halves halves = possible(text.data() + start);
         for (std::size_t half = 0; (halves[0] | halves[1]) != 0 && half < halves.size(); ++half) {

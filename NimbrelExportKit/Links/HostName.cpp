@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t longestLabel = 63;
 constexpr std::size_t longestName = 253;
-/// The most bytes that a label of acceptable length can have: longer ones need not be walked back over.
+/// The most bytes in a label of legal length: no need to walk back over longer ones.
 constexpr std::size_t longestLabelInBytes = 4 * longestLabel;
 constexpr auto npos = std::string_view::npos;
 
@@ -32,7 +32,7 @@ struct Label {
     bool hasEdge(char c) const { return text.front() == c || text.back() == c; }
 };
 
-/// Whether `c` ends nothing and begins a run of another kind next to ASCII.
+/// Whether `c` continues a name but begins a run of another kind next to ASCII.
 bool isForeign(Script script) noexcept
 {
     return script != Script::latin && script != Script::joiner;
@@ -62,8 +62,7 @@ Label readLabel(std::string_view text, std::size_t begin)
     return label;
 }
 
-/// How much of a label after the first is a top-level domain that text of another script follows at once; 0 when that
-/// is not so.
+/// How much of a label after the first is a top-level domain directly followed by another script; 0 if there is none.
 std::size_t topLevelBeforeOtherText(const Label& label)
 {
     if (label.ascii) return 0;
@@ -74,8 +73,8 @@ std::size_t topLevelBeforeOtherText(const Label& label)
     return size < label.text.size() ? size : 0;
 }
 
-/// Whether the words after "example.com." are the next sentence, whose space is missing: "example.com.Then we met".
-/// Elsewhere names of program text look the same: "java.io.File". Two letters may be a country's.
+/// Whether the words after "example.com." are the next sentence, without its space: "example.com.Then we met". Names in
+/// program text look the same: "java.io.File". Two letters may be a country's.
 bool beginsSentence(std::string_view topLevel, std::string_view label, std::string_view after)
 {
     if (topLevel != "com" && topLevel != "org") return false;
@@ -180,7 +179,7 @@ Host readHost(std::string_view text, std::size_t at, char before)
         if (!goesOn) break;
         at = end + 1;
     }
-    // What precedes "://" is no host but the scheme of an address that begins there.
+    // Text before "://" is no host but the scheme of an address that begins there.
     const std::size_t readTo = text.substr(end).starts_with("://") ? at : end;
     return {.begin = begin,
             .end = end,

@@ -22,15 +22,14 @@ struct Host {
 };
 
 /// Reads the host that begins at `at`. A name ends where a complete ASCII host is followed by another script:
-/// "example.com" in "example.comです".
-/// Refuses what a name may not be: labels that are empty, longer than 63 characters or bounded by '-' or '_'; an
-/// underscore in the last two labels; numbers at the end that make no IPv4 address.
-/// `before` is the character in front of the whole link, NUL when there is none: underscores there and behind the name
-/// are the text's.
+/// "example.com" in "example.comです". Refuses what a name may not be: labels that are empty, longer than 63 characters
+/// or bounded by '-' or '_'; an underscore in the last two labels; numbers at the end that make no IPv4 address.
+/// `before` is the character before the whole link, NUL if there is none: underscores there and after the name belong
+/// to the text.
 Host readHost(std::string_view text, std::size_t at, char before = '\0');
 
-/// Where the label that ends at `end` begins: it is of one script, though ASCII letters may precede the emoji that it
-/// ends with, and not before `floor`.
+/// The beginning of the label that ends at `end`, not before `floor`. A label is of one script, except that ASCII
+/// letters may precede emoji at its end.
 std::size_t labelStart(std::string_view text, std::size_t end, std::size_t floor) noexcept;
 
 } // namespace vorn::links

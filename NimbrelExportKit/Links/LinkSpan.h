@@ -5,11 +5,11 @@
 
 namespace vorn::links {
 
-/// What was found around a candidate, as byte offsets into the text.
+/// The link found around a candidate, in byte offsets into the text.
 struct LinkSpan {
     std::size_t begin = 0;
-    std::size_t end = 0;      ///< equal to `begin` when there is no link
-    std::size_t resumeAt = 0; ///< no other link begins before; above the candidate, and behind a path that was read
+    std::size_t end = 0;      ///< equal to `begin` if there is no link
+    std::size_t resumeAt = 0; ///< no other link begins before it; after the candidate, and after a path that was read
     std::size_t hostBegin = 0;
     std::size_t hostEnd = 0;
     bool hasScheme = false;
@@ -17,15 +17,15 @@ struct LinkSpan {
     bool isLink() const { return end > begin; }
 };
 
-/// The link with a scheme whose "://" is at `colon`. Nothing before `floor` belongs to it. Other schemes than http and
-/// https are passed over with their whole address.
+/// The link with a scheme whose "://" is at `colon`. Nothing before `floor` belongs to it. Skips the whole address of
+/// any scheme but http and https.
 LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor);
 
-/// The link without a scheme whose first dot is at `dot`: an IPv4 address, or a host of a top-level domain that exists,
+/// The link without a scheme whose first dot is at `dot`: an IPv4 address, or a host of an existing top-level domain,
 /// unless the words around it say otherwise: e-mail addresses, file names, version numbers, names in program text.
 LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor);
 
-/// The link that begins with the name of the local machine, whose port's ':' is at `colon`.
+/// The link that begins with the name of the local machine and has its port's ':' at `colon`.
 LinkSpan localLink(std::string_view text, std::size_t colon, std::size_t floor);
 
 } // namespace vorn::links

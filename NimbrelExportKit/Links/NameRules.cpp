@@ -16,7 +16,7 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> sorted)
     return std::ranges::binary_search(sorted, word);
 }
 
-/// Top-level domains that are better known as the endings of file names.
+/// Top-level domains that are better known as endings of file names.
 constexpr std::array<std::string_view, 17> fileEndings = {"bz", "cab", "cc", "md", "mk", "mm", "mo", "mov", "pm",
                                                           "ps", "py",  "rs", "sc", "sh", "tf", "vi", "zip"};
 static_assert(std::ranges::is_sorted(fileEndings));
@@ -30,7 +30,7 @@ constexpr std::array<std::string_view, 15> sentenceWords = {"am", "as", "at", "b
                                                             "it", "me", "my", "no", "so", "to", "us"};
 static_assert(std::ranges::is_sorted(sentenceWords));
 
-/// Endings of the names with emoji in them that are no words themselves: "great 😀.so what".
+/// Endings of names with emoji that are no words: "great 😀.so what" is a sentence.
 constexpr std::array<std::string_view, 6> emojiEndings = {"com", "fm", "net", "org", "tk", "ws"};
 static_assert(std::ranges::is_sorted(emojiEndings));
 
@@ -102,7 +102,7 @@ bool isAddress(const BareName& name)
     if (first == "www") return name.host.labels > 2 || name.hasPath;
     if (name.hasPath) return true;
     const std::string topLevel = ascii::lowercased(name.host.topLevel);
-    if (first == "com" && name.host.labels > 2) return false; // an identifier: names read the other way round
+    if (first == "com" && name.host.labels > 2) return false; // an identifier, whose names are in reverse order
     if ((topLevel == "am" || topLevel == "pm") && isNumber(labelBeforeLast(name.text))) return false;
     if (isEmoji(firstLabel(name.text)) && !isOneOf(topLevel, emojiEndings)) return false;
     return !isFileName(name, topLevel) && !isSentenceJoint(name, topLevel) && !isCall(name, topLevel);

@@ -8,7 +8,7 @@
 namespace vorn::links {
 namespace {
 
-/// Unreserved and reserved characters that stand for themselves anywhere; '%', '#', '[' and ']' depend on their place.
+/// Characters that are never encoded; '%', '#', '[' and ']' depend on their place.
 constexpr auto plain = [] {
     std::array<bool, 256> table{};
     for (unsigned c = 0; c < 0x80; ++c) table[c] = isAlphanumeric(c);
@@ -33,7 +33,7 @@ void appendEscaped(char c, std::string& url)
     url += {'%', digits[byte >> 4U], digits[byte & 0xFU]};
 }
 
-/// Where the authority of an absolute address ends; 0 for one without a scheme, whose host has no brackets.
+/// The end of an absolute address's authority; 0 for an address without a scheme, whose host has no brackets.
 std::size_t authorityEnd(std::string_view address)
 {
     const std::size_t colon =

@@ -13,10 +13,10 @@ constexpr bool isContinuation(char c) noexcept
 
 struct Range {
     char32_t first;
-    Script script; ///< up to the next range
+    Script script; ///< of the scalars up to the next range
 };
 
-/// Blocks, coarsely: an address needs to know its neighbours apart, not every character's history.
+/// Blocks, coarsely: enough to tell an address from its neighbours.
 constexpr auto ranges = std::to_array<Range>({
     {0x0000, Script::latin},       {0x0080, Script::none}, // controls, no-break space
     {0x00A1, Script::symbol},      {0x00AA, Script::latin},
@@ -49,7 +49,7 @@ constexpr auto ranges = std::to_array<Range>({
     {0x1F00, Script::spaced},      {0x2000, Script::none}, // spaces
     {0x200C, Script::joiner},      {0x200E, Script::none}, // direction marks
     {0x2010, Script::dash},                                // hyphens, en dash
-    {0x2014, Script::none},                                // em dash: parts sentences, not words
+    {0x2014, Script::none},                                // em dash: separates sentences, not words
     {0x2019, Script::dash},                                // apostrophe
     {0x201A, Script::none},                                // quotation marks, bullets, ellipsis, direction marks
     {0x2070, Script::symbol},      {0x3000, Script::none}, // ideographic space and punctuation

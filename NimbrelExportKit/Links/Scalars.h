@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-/// The Unicode scalars of a message as the link detector tells them apart. Threads: any.
+/// The Unicode scalars of a message, classified for the link detector. Threads: any.
 namespace vorn::links {
 
 struct Scalar {
@@ -49,7 +49,7 @@ enum class Script : std::uint8_t {
     rightToLeft, ///< Hebrew, Arabic and their neighbours
     unspaced,    ///< Chinese, Japanese, Korean and the scripts of south-east Asia that put no spaces between words
     symbol,      ///< emoji, arrows, currency and the like
-    joiner,      ///< zero-width joiners and variation selectors: belongs to what precedes it
+    joiner,      ///< zero-width joiners and variation selectors: belong to the scalar before them
     dash,        ///< typographic dashes and apostrophes: inside an address, never at its end
 };
 

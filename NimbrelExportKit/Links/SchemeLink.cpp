@@ -12,11 +12,11 @@ constexpr std::string_view separator = "://";
 
 bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase)
 {
-    // Letters differ in one bit; the names compared here are letters only.
+    // Case is one bit in letters; the names compared here have letters only.
     return std::ranges::equal(text, lowerCase, {}, [](char c) { return static_cast<char>(c | 0x20); });
 }
 
-/// Where "http" or "https" in front of `colon` begins; `colon` when neither is there.
+/// The beginning of "http" or "https" before `colon`; `colon` if there is neither.
 std::size_t schemeStart(std::string_view text, std::size_t colon, std::size_t floor)
 {
     for (const std::string_view scheme : {std::string_view("https"), std::string_view("http")}) {
@@ -33,7 +33,7 @@ bool beginsWithScheme(std::string_view text)
     return colon != std::string_view::npos && schemeStart(text, colon, 0) == 0;
 }
 
-/// A mention, a tag or a price is no address, unless the sign ends a word: "name@http://…".
+/// Mentions, tags and prices are no addresses, unless the sign ends a word: "name@http://…".
 bool isRefusedBySign(std::string_view text, std::size_t begin)
 {
     if (begin == 0) return false;
@@ -42,9 +42,9 @@ bool isRefusedBySign(std::string_view text, std::size_t begin)
     return begin < 2 || !isWordCharacter(text[begin - 2]);
 }
 
-/// Where the host begins: behind a user name and password, if there are any. Those that hold more than ASCII letters,
-/// digits and a few marks need the colon between name and password, and nothing before it that is a host itself:
-/// quotation marks and commas may also part an address from the e-mail address behind it.
+/// The beginning of the host, after a user name and password, if there are any. A user name with characters beyond
+/// ASCII letters, digits and a few marks counts only with a password and without a host before the colon: quotation
+/// marks and commas may also separate an address from an e-mail address.
 std::size_t hostStart(std::string_view text, std::size_t at)
 {
     bool colon = false;
@@ -81,7 +81,7 @@ std::size_t skipPort(std::string_view text, std::size_t at)
     return end > at + 1 ? end : at;
 }
 
-/// A dot that ends the name of the root, in front of a port or a path.
+/// The dot of the root at the end of a name, before a port or a path.
 std::size_t skipRootDot(std::string_view text, std::size_t at)
 {
     const std::string_view rest = text.substr(at);
@@ -90,33 +90,32 @@ std::size_t skipRootDot(std::string_view text, std::size_t at)
     return named ? at + 1 : at;
 }
 
-/// Whether what follows the host leaves it one. A single name that something else is glued to is none:
+/// Whether the host remains one with the text that follows. A single name directly followed by other text is none:
 /// "http://http://…", "http://this!that.com", "http://some[.]where".
 bool isAccepted(std::string_view text, const Host& host)
 {
     if (host.kind == Host::Kind::none) return false;
     const std::string_view rest = text.substr(host.end);
-    // There are no top-level domains of one letter; with a path behind, the writer meant an address nevertheless.
+    // There are no top-level domains of one letter, but with a path the writer meant an address.
     if (host.kind == Host::Kind::unknown && host.topLevel.size() == 1 && !beginsTail(text, skipPort(text, host.end)))
         return false;
     if (rest.empty()) return true;
     if (isOneOf(rest[0], "@%\\")) return false;
     if (host.kind != Host::Kind::singleName || rest.size() == 1) return true;
-    if (rest.starts_with("…") || rest.starts_with(".…")) return false; // the beginning of one that was cut short
+    if (rest.starts_with("…") || rest.starts_with(".…")) return false; // the beginning of an address that was cut short
     const bool wordFollows = isWordCharacter(rest[1]);
     if (rest[0] == ':') return skipPort(text, host.end) > host.end || (!wordFollows && rest[1] != '/');
     if (rest[0] == '[') return rest[1] != '.';
     return !wordFollows || !isOneOf(rest[0], "!$&'(*+,;=~");
 }
 
-/// The end of what reads as one piece with the text at `at`.
+/// The end of the text that reads as one piece with that at `at`.
 std::size_t afterWord(std::string_view text, std::size_t at, char before)
 {
     return at < text.size() ? tailEnd(text, at, before) : at;
 }
 
-/// Where to go on behind an address that is none: its path holds none either, but another address may begin in the
-/// host.
+/// Where to continue after a refused address: its path holds no link, but its host may hold the beginning of one.
 std::size_t afterRefused(std::string_view text, const Host& host, std::size_t authority, char before)
 {
     const std::size_t at = std::max(host.readTo, authority);
@@ -139,7 +138,7 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
     }
     std::size_t end = skipPort(text, skipRootDot(text, host.end));
     if (beginsTail(text, end)) end = tailEnd(text, end, before, text.substr(host.begin, host.end - host.begin));
-    if (before == '_' && !text.substr(end).starts_with('_')) return {.resumeAt = end}; // not emphasis but a name
+    if (before == '_' && !text.substr(end).starts_with('_')) return {.resumeAt = end}; // no emphasis but a name
     return {
         .begin = begin, .end = end, .resumeAt = end, .hostBegin = host.begin, .hostEnd = host.end, .hasScheme = true};
 }

@@ -5,9 +5,9 @@
 namespace vorn {
 
 /// Our own detector of http and https links, the same on every platform. It reads a message once, and closely only
-/// around its dots and "://"; its work grows with the size of the text, whatever the text is. An address with a scheme
-/// is given as written ("HTTP://Example.com" too), percent-encoded where RFC 3986 asks for it; a host outside ASCII in
-/// the form that resolvers know ("xn--…"). Threads: any.
+/// around dots and "://"; its work is linear in the size of the text, for every text. An address with a scheme is
+/// returned as written ("HTTP://Example.com" too), percent-encoded where RFC 3986 requires it; a host outside ASCII in
+/// its resolvable form ("xn--…"). Threads: any.
 class TextLinkDetector final : public LinkDetector {
 public:
     explicit TextLinkDetector(const CancelFlag& cancel = CancelFlag::never()) noexcept : cancel_(cancel) {}

@@ -20,7 +20,7 @@ static_assert(names.size() < UINT16_MAX);
 
 constexpr std::size_t longestName = std::ranges::max(names, {}, &std::string_view::size).size();
 
-/// Where the names with each first byte begin; the entry after the last byte's is the end.
+/// For each first byte, the index of its names; the next entry is their end.
 constexpr auto firstByteIndex = [] {
     std::array<std::uint16_t, 257> index{};
     for (const std::string_view name : names) ++index[static_cast<unsigned char>(name.front()) + 1U];

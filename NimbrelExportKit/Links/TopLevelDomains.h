@@ -10,8 +10,8 @@ namespace vorn::links {
 /// Takes well-formed UTF-8.
 bool isTopLevelDomain(std::string_view label);
 
-/// The size of the longest top-level domain that `text` begins with and that is written in a script without word
-/// boundaries, such as Chinese or Japanese; 0 when there is none. Other text may follow it immediately.
+/// The size of the longest top-level domain at the beginning of `text` in a script without word boundaries, such as
+/// Chinese or Japanese; 0 if there is none. Other text may follow it directly.
 std::size_t unspacedTopLevelDomainPrefix(std::string_view text);
 
 } // namespace vorn::links

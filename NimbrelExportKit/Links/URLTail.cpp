@@ -15,7 +15,7 @@ constexpr char openingOf(char closing)
     return closing == ')' ? '(' : closing == ']' ? '[' : '{';
 }
 
-/// The brackets that are open at a place of the tail. Deeper nesting than any address has ends the tail.
+/// The open brackets of the tail so far. Nesting deeper than in any address ends the tail.
 class OpenBrackets {
 public:
     bool open(char bracket, std::size_t at)
@@ -32,7 +32,7 @@ public:
         return true;
     }
     bool anyClosed() const { return anyClosed_; }
-    /// Where the outermost bracket that nothing closed stands.
+    /// The place of the outermost bracket that was never closed.
     std::size_t firstOpen() const { return depth_ == 0 ? npos : open_[0].at; }
 
 private:
@@ -50,8 +50,8 @@ bool isParticle(char32_t scalar)
     return std::u32string_view(U"をはがにでとものへや").find(scalar) != npos;
 }
 
-/// Whether the text after the slash behind a host is a sentence that merely follows it without a space: it begins with
-/// a grammatical particle, or runs into the punctuation of its script.
+/// Whether the text after the slash of a host is a sentence that follows without a space: it begins with a grammatical
+/// particle, or leads to its script's punctuation.
 bool isSentence(std::string_view text, std::size_t at)
 {
     for (std::size_t next = at; next < text.size();) {
@@ -84,7 +84,7 @@ public:
     }
 
 private:
-    /// Each returns how many bytes are part of the tail, 0 at its end.
+    /// Each returns how many bytes belong to the tail, 0 at its end.
     std::size_t acceptASCII(char c)
     {
         if (c <= ' ' || c == 0x7F || c == '<' || c == '>' || c == '`' || c == '\\') return 0;
@@ -99,12 +99,12 @@ private:
         case '"': return quotationMark();
         case '?':
         case '#': inPath_ = false; return 1;
-        case '|': return inPath_ ? 0 : 1; // parts the columns of a table, or the values of a query
+        case '|': return inPath_ ? 0 : 1; // separates the columns of a table, or the values of a query
         default: return 1;
         }
     }
 
-    /// Whether a bracket that closes nothing is a slip inside the address: it follows others, and more follows it.
+    /// Whether an unmatched closing bracket is a slip inside the address: it follows others, and more text follows it.
     bool isSurplus(char bracket) const
     {
         if (!brackets_.anyClosed() || before_ == openingOf(bracket) || end_ + 1 == text_.size()) return false;
@@ -134,8 +134,8 @@ private:
         return dot + 1 < text_.size() && text_[dot] == '.' && isLetter(text_[dot + 1]);
     }
 
-    /// A title in the brackets or quotation marks of its script, at the beginning of a later part of the path:
-    /// encyclopedias name their articles so. Right behind the host they are the sentence's.
+    /// A title in brackets or quotation marks of its script, at the beginning of a later part of the path:
+    /// encyclopedias name articles so. Directly after the host they belong to the sentence.
     std::size_t bracketedTitle() const
     {
         constexpr std::u32string_view opening = U"《〈「『【“";
@@ -153,7 +153,7 @@ private:
     }
 
     /// A word in quotation marks inside the tail, or the seconds of a geographic position. Quotation marks after a
-    /// slash, or in front of the link, are the text's own.
+    /// slash, or before the link, belong to the text.
     std::size_t quotationMark() const
     {
         const auto previous = static_cast<unsigned char>(text_[end_ - 1]);
@@ -206,7 +206,7 @@ private:
         }
     }
 
-    /// The size of "&gt;" and its like at the end: text that came from a web page.
+    /// The size of "&gt;" and its like at the end: the text was copied from a web page.
     std::size_t characterReference() const
     {
         std::size_t at = end_ - 1;
@@ -214,7 +214,7 @@ private:
         return at > begin_ && at < end_ - 1 && text_[at - 1] == '&' ? end_ - at + 1 : 0;
     }
 
-    /// Dashes, and the emoji that decorate a word; one after a slash is an address of its own.
+    /// Dashes, and emoji that decorate a word; one after a slash is an address of its own.
     std::size_t trailingOther() const
     {
         std::size_t start = end_;
@@ -237,8 +237,8 @@ private:
     bool inPath_ = true;
 };
 
-/// The end of the code of a shortened link; `at` when there is none, or a query follows it. The codes are letters and
-/// digits, so what else touches them is the sentence's.
+/// The end of a shortened link's code; `at` if there is none, or a query follows it. Codes are letters and digits;
+/// anything else next to them belongs to the sentence.
 std::size_t shortCodeEnd(std::string_view text, std::size_t at, std::string_view host)
 {
     if (host != "t.co" || text[at] != '/') return at;

@@ -12,7 +12,7 @@ constexpr std::string_view classMarker = "NSString";
 /// The bytes between an immutable string's class and its length: version, references, and the type "+".
 constexpr std::string_view usualHeader = "\x01\x94\x84\x01\x2B";
 
-/// How far after the class's name the "+" may stand in other variants.
+/// How far after the class's name the "+" may be in other variants.
 constexpr std::size_t headerReach = 24;
 
 struct Length {

@@ -19,7 +19,7 @@ bool isPhoneNumber(std::string_view text)
                        [](char32_t scalar) { return text::isDecimalDigit(scalar) || isPhoneSign(scalar); });
 }
 
-/// "0" to "9" only: digits of other scripts are recognised in a phone number, but not kept.
+/// "0" to "9" only: digits of other scripts are recognised in phone numbers, but dropped.
 std::string asciiDigits(std::string_view text)
 {
     std::string digits;

@@ -104,8 +104,8 @@ public:
         webLinks_.in(body, [this](std::string_view url) { links_.push_back({lastMessage(), arena_.keep(url)}); });
     }
 
-    /// Call it once the statement has ended. Lists are filled in only now: allocations are slow while SQLite frees the
-    /// rows that it sorted.
+    /// Call it once the statement has ended. Fills the lists only now: allocations are slow while SQLite frees the rows
+    /// that it sorted.
     Output finish()
     {
         for (Link& link : links_) output_.messages[link.message].links.push_back({std::move(link.url), std::nullopt});
@@ -120,7 +120,7 @@ private:
         RecordText url;
     };
 
-    /// What a row says about its message beyond what decided to keep it.
+    /// Fills in the fields that were not needed to decide whether to keep the row.
     void fillIn(ExportedMessage& message, const SQLiteRow& row)
     {
         message.chat = chatGuid(row.int64(messageChat).value_or(-1));
@@ -138,7 +138,7 @@ private:
         const auto earlier = [](const ExportedMessage& a, const ExportedMessage& b) {
             return std::tie(a.sentAt, a.rowID) < std::tie(b.sentAt, b.rowID);
         };
-        // Rows come in the order of their stamps, which is nearly always this one already.
+        // Rows come in the order of their stamps, nearly always the same.
         if (!std::is_sorted(output_.messages.begin(), output_.messages.end(), earlier)) {
             std::stable_sort(output_.messages.begin(), output_.messages.end(), earlier);
         }

@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-/// `table.column` when the database has the column, else the constant that stands in for it.
+/// `table.column` if the database has the column, else `constant`.
 std::string columnOr(const char* constant, const char* table, const char* column, const std::set<std::string>& columns)
 {
     if (!columns.contains(text::lowercased(column))) return constant;

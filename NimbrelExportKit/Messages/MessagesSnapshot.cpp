@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Where SQLite keeps the write-ahead log of the database at `path`.
+/// The path of the write-ahead log of the database at `path`.
 fs::path logOf(fs::path path)
 {
     return path += "-wal";

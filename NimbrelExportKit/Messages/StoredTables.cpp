@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-constexpr int sqliteError = 1; // SQLITE_ERROR, as for a table that is missing
+constexpr int sqliteError = 1; // SQLITE_ERROR, as for a missing table
 
 /// Optional columns need no check: a generated one counts as absent.
 constexpr const char* computed = R"(

@@ -45,7 +45,7 @@ bool saysThatNobodyLocks(const std::error_code& code)
            code == std::errc::function_not_supported;
 }
 
-/// Whether `path` is of this user and of the right type. A link leads elsewhere.
+/// Whether `path` belongs to this user and is of the right type. Refuses links.
 bool isOwn(const fs::path& path, const Kind& kind)
 {
     struct stat facts{};

@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-/// The system's detector of links, the one whose findings people see in Messages.
+/// The system's detector of links, whose results users see in Messages.
 class DataDetector final : public LinkDetector {
 public:
     DataDetector(NSDataDetector* detector, const CancelFlag& cancel) : detector_(detector), cancel_(cancel) {}
@@ -15,7 +15,7 @@ public:
     void find(std::string_view text, std::vector<std::string>& urls) const override
     {
         if (!links::mayHoldLink(text)) return;
-        @autoreleasepool { // one a message: a history has hundreds of thousands
+        @autoreleasepool { // one for each message: a history has hundreds of thousands
             NSString* string = [[NSString alloc] initWithBytes:text.data()
                                                         length:text.size()
                                                       encoding:NSUTF8StringEncoding];
@@ -29,7 +29,7 @@ public:
     }
 
 private:
-    /// The block is called without a match too while a long text is searched, and may not throw through the system's
+    /// The block is also called without a match while a long text is searched, and may not throw through the system's
     /// functions.
     NSArray<NSURL*>* urlsIn(NSString* string) const
     {

@@ -11,9 +11,9 @@ std::optional<std::string> preferredMIMEType(std::string_view typeIdentifier)
         NSString* identifier = [[NSString alloc] initWithBytes:typeIdentifier.data()
                                                         length:typeIdentifier.size()
                                                       encoding:NSUTF8StringEncoding];
-        if (identifier == nil) return std::nullopt; // not UTF-8, so no identifier either
+        if (identifier == nil) return std::nullopt; // not UTF-8, therefore no identifier
         NSString* mimeType =
-            [UTType typeWithIdentifier:identifier].preferredMIMEType; // nil all along for an unknown one
+            [UTType typeWithIdentifier:identifier].preferredMIMEType; // nil for an unknown one, through both messages
         if (mimeType == nil) return std::nullopt;
         return std::string(mimeType.UTF8String);
     }
