@@ -10,7 +10,7 @@ ErrorBody errorBodyOf(const HTTPResponse& response)
     try {
         return fromJSON<ErrorBody>(response.body);
     } catch (const UndecodableJSON&) {
-        return {}; // the status says enough
+        return {}; // the status is enough
     }
 }
 
@@ -18,7 +18,7 @@ std::optional<std::string> shortened(std::optional<std::string> words)
 {
     if (!words || words->size() <= APIError::longestWords) return words;
     std::size_t end = APIError::longestWords;
-    while ((static_cast<unsigned char>((*words)[end]) & 0xC0U) == 0x80U) --end; // within a character
+    while ((static_cast<unsigned char>((*words)[end]) & 0xC0U) == 0x80U) --end; // not within a character
     words->resize(end);
     return *words + "…";
 }

@@ -15,7 +15,7 @@
 
 namespace vorn {
 
-/// A record's name as it stands in the log.
+/// A record's name for the log.
 template <class Record>
 inline constexpr const char* recordName = nullptr;
 template <>
@@ -35,10 +35,10 @@ inline constexpr auto recordName<PartUrls> = "PartUrls";
 template <>
 inline constexpr auto recordName<SubmissionStatus> = "SubmissionStatus";
 
-/// The error that an answer other than 2xx stands for.
+/// The error for an answer other than 2xx.
 APIError refusalOf(const HTTPResponse& response);
 
-/// Returns the record that an answer carries. Throws `APIError`; logs a 2xx answer without such a record.
+/// Returns the record in an answer. Throws `APIError`; logs a 2xx answer without such a record.
 template <class Record>
 Record decode(const HTTPResponse& response, const Log& log)
 {
@@ -56,7 +56,7 @@ Record decode(const HTTPResponse& response, const Log& log)
     }
 }
 
-/// The longest answer decoded where it arrives, which takes some tenths of a millisecond.
+/// The longest answer decoded at once, which takes some tenths of a millisecond.
 inline constexpr std::size_t readAtOnce = std::size_t{64} * 1024;
 
 /// As `decode`, but a long answer is decoded on `background`, which must outlive the call; null decodes here.

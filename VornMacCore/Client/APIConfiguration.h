@@ -25,8 +25,8 @@ struct APIConfiguration {
     static const URL& developmentBaseURL();
 
     /// Whether `text` is fit to be a base URL: an https URL, or an http URL of this very machine ("localhost" or
-    /// "127.0.0.1"), which has neither user info nor a query nor a fragment: user info hides which host is meant, and
-    /// the others have no place in front of an endpoint's path.
+    /// "127.0.0.1"), without user info, query and fragment: user info hides which host is meant, and the others cannot
+    /// precede an endpoint's path.
     static bool isFit(const std::string& text);
 
     /// Returns the first fit value of `overrideValue` and `infoValue`, else `productionBaseURL`. Ignores unfit values
@@ -37,8 +37,8 @@ struct APIConfiguration {
     /// As above, with the `infoPlistKey` of `bundle`.
     static APIConfiguration resolve(const Bundle& bundle, const std::optional<std::string>& overrideValue);
 
-    /// Returns what endpoint paths are appended to: `baseURL` with the version prefix, added unless the path already
-    /// ends with it (a trailing "/" aside).
+    /// Returns the URL to which endpoint paths are appended: `baseURL` with the version prefix, added unless the path
+    /// already ends with it (a trailing "/" aside).
     URL apiRoot() const;
 };
 

@@ -11,11 +11,11 @@ namespace vorn {
 /// Why the service did not do what was asked. Transfers that brought no answer at all fail as `URLError` instead.
 class APIError : public std::exception {
 public:
-    /// Bytes kept of the service's own words, which the user reads and the log repeats: more than a sentence needs,
-    /// less than would fill a screen or the log. An ellipsis marks what was cut off.
+    /// Bytes kept of the service's own words, for the user and the log: more than a sentence needs, less than would
+    /// fill a screen or the log. An ellipsis replaces the rest.
     static constexpr std::size_t longestWords = 1000;
 
-    /// An answer other than 2xx and 401, with the service's own words where it gave some.
+    /// An answer other than 2xx and 401, with the service's own words if it has any.
     struct HTTP {
         int status = 0;
         std::optional<std::string> message;

@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// The words of a refusal are shown and logged; a token that the service repeats in them is not.
+/// Removes the token from a refusal that repeats it: its words are shown and logged.
 Async<HTTPResponse> withoutToken(Async<HTTPResponse> answer, std::string token)
 {
     HTTPResponse response = co_await std::move(answer);

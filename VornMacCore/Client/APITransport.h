@@ -18,9 +18,8 @@ struct APICall {
     std::optional<std::string> body; ///< JSON
 };
 
-/// Frames a call as every request to the service is framed, and sends it. Nothing is sent twice.
-/// Threads: any. Errors: `URLError` as the transfer throws it; `APIError::InvalidResponse` when what came is no HTTP
-/// answer, or one too large to be meant.
+/// Frames a call like every request to the service, and sends it. Nothing is sent twice. Threads: any. Errors:
+/// `URLError` from the transfer; `APIError::InvalidResponse` for an answer that is not HTTP, or too large.
 class APITransport {
 public:
     /// What takes long is done on `background`, which outlives every call; null: where the call runs.

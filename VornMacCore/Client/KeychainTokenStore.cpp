@@ -12,7 +12,7 @@ std::optional<StoredSession> sessionIn(std::string_view bytes)
     try {
         return StoredSession::fromJSON(bytes);
     } catch (const std::exception&) {
-        return std::nullopt; // whatever is wrong, linking again repairs it
+        return std::nullopt; // whatever the failure, linking again repairs it
     }
 }
 

@@ -27,7 +27,7 @@ public:
     void save(const StoredSession& session) override;
     /// An item that could not be removed is logged: its session is left on this Mac.
     void clear() noexcept override;
-    /// As one call of the keychain. Trouble is logged and reads as "no session".
+    /// In one call of the keychain. A failure is logged and reads as "no session".
     std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches) override;
 
 private:

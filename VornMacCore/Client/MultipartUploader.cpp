@@ -12,7 +12,7 @@
 namespace vorn {
 namespace {
 
-/// What must be known before the first request.
+/// Facts needed before the first request.
 struct Measured {
     std::int64_t size = 0;
     std::string sha256;
@@ -28,7 +28,7 @@ Async<> abort(VornAPI api, std::string submissionId)
     try {
         co_await api.abortSubmission(submissionId);
     } catch (const std::exception& error) {
-        // The service drops an unfinished submission on its own; the user needs to know why the upload failed.
+        // The service drops an unfinished submission by itself; the user needs to know why the upload failed.
         Log(bundleIdentifier(), "upload").error(std::string("abort after a failed upload failed: ") + error.what());
     }
 }

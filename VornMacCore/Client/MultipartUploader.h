@@ -33,7 +33,7 @@ public:
     Async<SubmissionStatus> upload(std::filesystem::path file, CreateSubmissionRequest request,
                                    Progress progress) const;
 
-    /// What an upload works with.
+    /// The services of an upload.
     struct Services {
         VornAPI api;
         std::shared_ptr<HTTPSession> transfer;

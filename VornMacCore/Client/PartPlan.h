@@ -32,7 +32,7 @@ struct PartPlan {
     /// At least 1: an empty file is one empty part.
     std::int64_t partCount() const noexcept;
     Range range(std::int64_t part) const noexcept;
-    /// The part URLs to ask for when that of `part` is missing.
+    /// The part URLs to ask for if that of `part` is missing.
     Window window(std::int64_t part) const noexcept;
 
     bool operator==(const PartPlan&) const = default;

@@ -35,7 +35,7 @@ std::optional<StoredSession> RememberingTokenStore::knownOr(std::optional<Stored
 {
     if (const auto remembered = known()) return remembered->session;
     const std::lock_guard order(keptLock_);
-    // Threads that ask together wait above for the first one and share what it finds.
+    // Threads that ask together wait above for the first one and share its result.
     if (const auto remembered = known()) return remembered->session;
     return readKept(ask);
 }

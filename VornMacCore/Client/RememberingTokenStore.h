@@ -20,29 +20,29 @@ public:
     /// True once a session is cached.
     bool answersAtOnce() const override { return known().has_value(); }
     std::optional<StoredSession> restore() override;
-    /// Caches, then keeps. Throws what keeping throws; the session stays cached all the same.
+    /// Caches, then keeps. Throws the failure to keep; the session stays cached even so.
     void save(const StoredSession& session) override;
     void clear() noexcept override;
-    /// Of what is kept, if that is in step with this process; else of what is remembered.
+    /// Of the kept session, if that is in step with this process; otherwise of the remembered one.
     std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches) override;
-    /// What is kept, if that is a session and in step with this process: another process of the user's renews the
-    /// session too, and what is remembered is used up then. Else what is remembered.
+    /// The kept session, if there is one and it is in step with this process: another process of this user may have
+    /// renewed it, which uses up the remembered one. Otherwise the remembered one.
     std::optional<StoredSession> reload() override;
 
 private:
     /// What this process knows.
     struct Known {
         std::optional<StoredSession> session;
-        bool isKept = true; ///< the store below took it, so what is kept is as new or newer
+        bool isKept = true; ///< the store below took it, so the kept one is as new or newer
     };
 
     std::optional<Known> known() const;
     /// Whether another process may have kept something newer than `remembered`.
     static bool mayBeOutdated(const std::optional<Known>& remembered);
     void know(Known known);
-    /// What is known, else what `ask` gets from the store below.
+    /// The known session, else the result of `ask` on the store below.
     std::optional<StoredSession> knownOr(std::optional<StoredSession> (TokenStore::*ask)());
-    /// Asks the store below, and remembers what it has. With `keptLock_` held.
+    /// Asks the store below, and remembers its session. Requires `keptLock_`.
     std::optional<StoredSession> readKept(std::optional<StoredSession> (TokenStore::*ask)() = &TokenStore::load);
 
     std::shared_ptr<TokenStore> kept_;

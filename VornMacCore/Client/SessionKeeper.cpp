@@ -83,14 +83,15 @@ Async<StoredSession> SessionKeeper::refreshedSession(std::shared_ptr<SessionKeep
 {
     const StoredSession stored = successor(self->tokens_->load(), stale);
     if (stored.token != stale.token) co_return stored; // already renewed
-    // The refresh that is joined may be of another user, who linked just now.
+    // The refresh that is joined may belong to another user, who has just linked.
     co_return successor(co_await self->refresher_.run([self, stored] { return refresh(self, stored); }), stale);
 }
 
 Async<StoredSession> SessionKeeper::refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale)
 {
     // A caller may have read the store just before another refresh ended, and come here just after it: the token it
-    // knows is used up, and offering it again would end the session. So may another process of the user's.
+    // knows is used up, and offering it again would end the session. The same may happen between two processes of this
+    // user.
     const auto read = [keeper = self.get()] { return keeper->tokens_->reload(); };
     StoredSession used = successor(co_await askStore(self, read), stale);
     if (used.token != stale.token) co_return used;
@@ -113,7 +114,7 @@ StoredSession SessionKeeper::newerThanRefused(const StoredSession& used)
     const std::lock_guard lock(storeLock_);
     const auto known = tokens_->load();
     if (!known || known->refreshToken != used.refreshToken) throw APIError(APIError::SessionExpired{});
-    // Another process may have offered the same token, been faster and saved what it got.
+    // Another process may have offered the same token first, and saved the new pair.
     if (auto newer = tokens_->clearIf(holding(used.refreshToken))) return successor(std::move(newer), used);
     throw APIError(APIError::SessionExpired{});
 }
@@ -126,7 +127,7 @@ StoredSession SessionKeeper::replace(const StoredSession& used, StoredSession ne
     try {
         tokens_->save(next);
     } catch (const std::exception& error) {
-        // A store that remembers the session all the same serves this run.
+        // A store that still remembers the session serves this run.
         if (tokens_->load() != next) throw;
         transport_.log().error(std::string("keychain save failed: ") + error.what());
     }
@@ -159,7 +160,7 @@ Async<> SessionKeeper::revokeOnce(std::shared_ptr<SessionKeeper> self, StoredSes
     HTTPResponse response = co_await self->transport_.send(logout, session.token);
     if (response.status == 401) {
         const HTTPResponse renewed = co_await self->askForPair(session);
-        if (!isSuccess(renewed.status)) co_return; // neither token works any more: the session has ended
+        if (!isSuccess(renewed.status)) co_return; // neither token is valid: the session has ended
         auto pair = co_await decodeApart<TokenPair>(renewed, self->transport_.log(), self->transport_.background());
         response = co_await self->transport_.send(logout, std::move(pair.token));
     }

@@ -13,19 +13,19 @@ namespace vorn {
 
 /// Holds the session for all copies of a client: which one a request uses, how a refused one is renewed once for all
 /// callers, and how it ends. Threads: any. Every read-modify-write of the store happens under one lock, which is never
-/// held while waiting for the service. The store may have to wait for a keychain: what a request needs from it runs on
-/// the transport's background.
+/// held while waiting for the service. The store may wait for a keychain, so requests use it on the transport's
+/// background.
 class SessionKeeper {
 public:
     SessionKeeper(APITransport transport, std::shared_ptr<TokenStore> tokens);
 
-    /// Returns the session of the user to whom the client is pinned, or of any user. Throws `APIError` when nobody, or
+    /// Returns the session of the user to whom the client is pinned, or of any user. Throws `APIError` if nobody, or
     /// somebody else, is signed in.
     StoredSession current(const std::optional<std::string>& pinnedUserId) const;
 
     void adopt(const StoredSession& session);
     std::optional<StoredSession> forget();
-    /// Forgets the session if it is that of the user `userId`, and returns it.
+    /// Forgets the session if it belongs to the user `userId`, and returns it.
     std::optional<StoredSession> forget(const std::string& userId);
     /// Clears the store if it still holds `session`.
     static Async<> clearIfCurrent(std::shared_ptr<SessionKeeper> self, StoredSession session);
@@ -38,9 +38,9 @@ public:
     static Async<> revoke(std::shared_ptr<SessionKeeper> self, StoredSession session);
 
 private:
-    /// `stored`, if it is still of the user of `stale`. Throws `APIError`.
+    /// Returns `stored` if it still belongs to the user of `stale`. Throws `APIError`.
     static StoredSession successor(std::optional<StoredSession> stored, const StoredSession& stale);
-    /// Runs `work`, which asks the store, where it may block.
+    /// Runs `work`, which uses the store, on a thread that may block.
     template <class Work, class Result = std::invoke_result_t<Work&>>
     static Async<Result> askStore(std::shared_ptr<SessionKeeper> self, Work work);
     static Async<StoredSession> refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale);

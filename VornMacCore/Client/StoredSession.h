@@ -7,16 +7,16 @@
 
 namespace vorn {
 
-/// The session that this Mac holds for the linked user. Kept as one piece of JSON, whose keys are the fields' names.
+/// The session of the linked user on this Mac. Kept as JSON, whose keys are the fields' names.
 struct StoredSession {
     std::string token;        ///< the access token, sent as "Bearer …": a secret
-    std::string refreshToken; ///< buys the next pair of tokens, once: a secret
+    std::string refreshToken; ///< exchanged for the next pair of tokens, once: a secret
     std::string userId;
     std::string displayName;
 
     StoredSession() = default;
     StoredSession(std::string token, std::string refreshToken, std::string userId, std::string displayName);
-    /// From what an approved link hands over.
+    /// From the session that comes with an approved link.
     explicit StoredSession(const DesktopSession& session);
 
     /// Throws `UndecodableJSON`, for a missing key too.

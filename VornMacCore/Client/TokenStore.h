@@ -14,15 +14,15 @@ public:
 
     /// Returns the session; absent when there is none or it cannot be read.
     virtual std::optional<StoredSession> load() = 0;
-    /// Replaces what was kept. Throws what the store throws.
+    /// Replaces the kept session. Throws the store's errors.
     virtual void save(const StoredSession& session) = 0;
     virtual void clear() noexcept = 0;
 
-    /// Whether `load` never blocks: it asks no keychain, and so no user.
+    /// Whether `load` never blocks: it asks no keychain, and therefore no user.
     virtual bool answersAtOnce() const { return true; }
 
-    /// As `load`, but gives a user who is asked the time to answer, and throws what the store throws where it cannot
-    /// tell whether there is a session. May take minutes: call it only from a thread that nothing waits for.
+    /// As `load`, but gives a user who is asked the time to answer, and throws the store's error if it cannot tell
+    /// whether there is a session. May take minutes: call it only from a thread that nothing waits for.
     virtual std::optional<StoredSession> restore() { return load(); }
 
     /// Clears the session if `matches` returns true for it, and returns the one that stays. Reads as `reload` does and
@@ -36,7 +36,7 @@ public:
         return std::nullopt;
     }
 
-    /// As `load`, but asks again where another process may have saved meanwhile.
+    /// As `load`, but reads anew if another process may have saved meanwhile.
     virtual std::optional<StoredSession> reload() { return load(); }
 };
 

@@ -7,13 +7,13 @@
 
 namespace vorn {
 
-/// Why an upload ended, where neither the service nor the transfer gave a reason of its own.
+/// Why an upload ended, if neither the service nor the transfer gave a reason.
 class UploadError : public std::exception {
 public:
     /// The storage did not take a part.
     struct PartRefused {
         std::int64_t part = 0; ///< counts from 1
-        int status = 0;        ///< the answer's; 0 when there was no URL to send the part to
+        int status = 0;        ///< the answer's; 0 without a URL to send the part to
         bool operator==(const PartRefused&) const = default;
     };
     /// The storage took a part without the tag that proves it.

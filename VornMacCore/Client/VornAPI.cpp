@@ -13,7 +13,7 @@ using Method = HTTPRequest::Method;
 using Transport = std::shared_ptr<const APITransport>;
 using Keeper = std::shared_ptr<SessionKeeper>;
 
-// The coroutines hold what they use, so that a call outlives the client on which it was made.
+// Coroutines own what they use, so that a call outlives the client on which it was made.
 
 template <class Record>
 Async<Record> sendFramed(Transport transport, APICall call)

@@ -48,15 +48,14 @@ public:
     Async<IgnoredBody> abortSubmission(const std::string& id) const;
     Async<SubmissionStatus> submission(const std::string& id) const;
 
-    // The session.
+    // The session. Stores the session of an approved link. Throws the store's errors.
     /// Stores the session of a link that was approved. Throws what the store throws.
     void adopt(const StoredSession& session) const;
     /// Drops the stored session, on this computer only, and returns it.
     std::optional<StoredSession> forget() const;
-    /// The same if it is the session of the user `userId`. Leaves another user's, which another program may have
-    /// stored.
+    /// The same if it belongs to the user `userId`. Keeps another user's, which another program may have stored.
     std::optional<StoredSession> forget(const std::string& userId) const;
-    /// Tells the service that `session` has ended; the store is left alone. Failures are logged, only `Cancelled` is
+    /// Tells the service that `session` has ended; does not touch the store. Failures are logged, only `Cancelled` is
     /// thrown.
     Async<> revoke(StoredSession session) const;
     /// Forgets the session, then revokes it; sends nothing when there is none.

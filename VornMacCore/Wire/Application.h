@@ -10,7 +10,7 @@ namespace vorn {
 /// such as those for a terminal, are the same application to the service, the keychain and the log.
 const Bundle& applicationBundle();
 
-/// What the keychain item and the log are filed under.
+/// The name of the keychain item and of the log.
 const std::string& bundleIdentifier();
 
 } // namespace vorn

@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-// What the service takes.
+// The service's limit.
 constexpr std::size_t nameLimit = 80;
 constexpr std::size_t versionLimit = 32;
 constexpr std::size_t localeLimit = 16;

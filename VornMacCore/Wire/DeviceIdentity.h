@@ -7,27 +7,27 @@
 #include <string>
 #include <string_view>
 
-/// All that this computer tells the service about itself; none of it is stored. Limits count user-perceived
+/// Everything that this computer tells the service about itself; none of it is stored. Limits count user-perceived
 /// characters. Threads: any.
 namespace vorn::DeviceIdentity {
 
-/// Which computer asks to be linked. `bundle` is the application's.
+/// Describes the computer that asks to be linked. `bundle` is the application's.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle);
 
 /// The same from given facts: a name of at most 80 characters, versions of at most 32.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system);
 
-/// Returns the name that the user gave this computer; "Mac" when it has none.
+/// Returns the name that the user gave this computer; "Mac" if it has none.
 std::string computerName();
 
 } // namespace vorn::DeviceIdentity
 
 namespace vorn {
 
-/// The time zone and language that this computer is set to now.
+/// This computer's current time zone and language.
 DeviceSignals currentDeviceSignals();
 
-/// The same from given facts; of the locale the first 16 characters.
+/// The same from given facts; the locale is cut to 16 characters.
 DeviceSignals deviceSignals(std::string_view timeZone, std::string_view locale);
 
 } // namespace vorn

@@ -4,8 +4,8 @@
 
 namespace vorn {
 
-/// JSON that does not hold what was asked for. `what()` names the place, as in "assets[0].parts[2].url", and what was
-/// expected there, never a value, which may be secret.
+/// JSON without the expected content. `what()` names the place, as in "assets[0].parts[2].url", and what was expected
+/// there, never a value, which may be secret.
 class UndecodableJSON : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;

@@ -23,7 +23,7 @@ public:
     /// Objects, arrays, strings, numbers and other values of a document, which take some hundred bytes each however
     /// short they are. That largest document has less than 2,000.
     static constexpr int maxValues = 50'000;
-    static constexpr int maxDepth = 64; ///< objects and arrays within each other
+    static constexpr int maxDepth = 64; ///< nested objects and arrays
 
     /// Reads a whole document that is an object. Throws `UndecodableJSON` for anything else and for what two readers
     /// could understand differently: ill-formed UTF-8, an escaped half of a surrogate pair, a key that stands twice in
@@ -31,7 +31,7 @@ public:
     /// before memory is spent on it. One byte order mark at the start is skipped, as the standard allows.
     static JSONObject parse(std::string_view text);
 
-    /// Whether `key` is there and is not null.
+    /// Whether `key` is present and not null.
     bool has(std::string_view key) const;
 
     std::string string(std::string_view key) const;

@@ -10,9 +10,8 @@
 
 namespace vorn {
 
-/// Puts together one JSON object whose keys stand in the order in which they were added; add each key once.
-/// Throws `UnencodableJSON` for text that is not well-formed UTF-8 and for a number that is not finite.
-/// Threads: one.
+/// Builds one JSON object with its keys in the order in which they were added; add each key once. Throws
+/// `UnencodableJSON` for text that is not well-formed UTF-8 and for a number that is not finite. Threads: one.
 class JSONObjectWriter {
 public:
     JSONObjectWriter();

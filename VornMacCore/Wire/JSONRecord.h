@@ -39,7 +39,7 @@ JSONField(std::string_view, Value Record::*) -> JSONField<Record, Value>;
 template <class Record>
 inline constexpr auto jsonFields = nullptr;
 
-/// How text stands for a value of another type: specialise it with a function that takes any text. Only read.
+/// How text becomes a value of another type: specialise it with a function that takes any text. For reading only.
 template <class Value>
 inline constexpr auto jsonTextReader = nullptr;
 

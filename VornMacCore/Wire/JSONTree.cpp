@@ -40,7 +40,7 @@ public:
     bool start_array(std::size_t /*count*/) override { return open(Tree::array()); }
     bool end_array() override { return close(); }
 
-    // The parser's message quotes the text around the mistake, which may be secret; the place is not.
+    // The parser's message quotes the text around the mistake, which may be secret; the position is not.
     bool parse_error(std::size_t position, const std::string& /*token*/,
                      const nlohmann::detail::exception& /*error*/) override
     {
@@ -77,9 +77,9 @@ private:
     }
 
     Tree root_;
-    std::vector<Tree*> open_; ///< the objects and arrays around the next value; a child never moves while it is open
+    std::vector<Tree*> open_; ///< the open objects and arrays; a child never moves while it is open
     int values_ = 0;
-    Tree* member_ = nullptr; ///< where the value of the last key goes
+    Tree* member_ = nullptr; ///< target of the next value, after its key
 };
 
 } // namespace

@@ -11,7 +11,7 @@ namespace vorn {
 
 // Exchanged while a Mac is linked to an account, before there is a session. JSON keys are the fields' names.
 
-/// Sent: which computer asks to be linked, so that the phone can show it.
+/// Sent: describes the computer that asks to be linked, for the phone to show.
 struct CreateDeviceLinkRequest {
     std::string deviceName;
     std::string platform;
@@ -23,24 +23,24 @@ struct CreateDeviceLinkRequest {
 /// Received: one attempt to link this Mac.
 struct DeviceLink {
     std::string linkId;
-    std::string pollSecret;          ///< only this Mac knows it: proves that who polls is who created the link
+    std::string pollSecret;          ///< known to this Mac alone: proves that the poll comes from the link's creator
     std::string qrPayload;           ///< the text of the QR code that the phone scans
     std::string expiresAt;           ///< time stamp after which the link is dead
     std::int64_t pollIntervalMs = 0; ///< how often to poll, in milliseconds
     bool operator==(const DeviceLink&) const = default;
 
-    /// Returns `expiresAt` as a date; absent when it cannot be read.
+    /// Returns `expiresAt` as a date; absent if it cannot be read.
     std::optional<Instant> expiresAtDate() const noexcept;
 };
 
-/// Sent: asks how the link stands.
+/// Sent: asks for a link's state.
 struct PollDeviceLinkRequest {
     std::string linkId;
     std::string pollSecret;
     bool operator==(const PollDeviceLinkRequest&) const = default;
 };
 
-/// How a link stands. On the wire: the names below.
+/// A link's state. On the wire: the names below.
 enum class DeviceLinkStatus { pending, scanned, approved, rejected, expired };
 
 /// The status called `name`; `expired` for a name this version does not know, because an unknown state ends the

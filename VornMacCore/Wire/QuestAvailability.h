@@ -36,8 +36,8 @@ public:
     QuestAvailability(State state)
         : state_(std::move(state)) {} // NOLINT(google-explicit-constructor): one of its states
 
-    /// What `quest` says at the time `now`. An unknown status or an unreadable time never blocks an upload: the service
-    /// has the last word on a submission.
+    /// The availability that `quest` gives at the time `now`. An unknown status or an unreadable time never blocks an
+    /// upload: the service has the last word on a submission.
     QuestAvailability(const QuestWire& quest, Instant now);
 
     const State& state() const noexcept { return state_; }

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-// How the user stands with the quest that an export serves. Received only; JSON keys are the fields' names.
+// The user's state in the quest that an export serves. Received only; JSON keys are the fields' names.
 
 /// One step of the quest's instructions.
 struct ExportGuideStep {
@@ -29,8 +29,8 @@ struct ExportGuide {
     bool operator==(const ExportGuide&) const = default;
 };
 
-/// The quest as the service tells it. `QuestAvailability` says what `status`, `rejectionReasonKey` and `availableAt`
-/// mean.
+/// The quest as the service describes it. `QuestAvailability` interprets `status`, `rejectionReasonKey` and
+/// `availableAt`.
 struct QuestWire {
     std::string id;
     std::optional<std::string> title;

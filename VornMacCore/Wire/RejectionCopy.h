@@ -5,8 +5,8 @@
 
 namespace vorn::RejectionCopy {
 
-/// Returns what the user is told when an upload was rejected for the reason `key`; the general sentence for an absent
-/// or unknown key. Threads: any.
+/// Returns the text for an upload that was rejected for the reason `key`; the general sentence for an absent or unknown
+/// key. Threads: any.
 std::string text(const std::optional<std::string>& key);
 
 } // namespace vorn::RejectionCopy
