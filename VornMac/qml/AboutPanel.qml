@@ -4,7 +4,7 @@ import Vorn.Components
 import Vorn.System
 import Vorn.View
 
-/// What this is, which version of it, and where to read more.
+/// The application's name and version, and links to more.
 T.Popup {
     id: root
 
@@ -13,7 +13,7 @@ T.Popup {
     height: implicitContentHeight + topPadding + bottomPadding
     implicitHeight: height
     modal: true
-    // It was opened by key; Qt gives what has a popup's focus a reason of its own.
+    // The panel was opened by key, but Qt gives the focus in a popup a reason of its own.
     onOpened: (parent.Window.activeFocusItem as PushButton).focusReason = Qt.TabFocusReason
     T.Overlay.modal: Rectangle {
         color: Theme.scrim

@@ -4,8 +4,8 @@ import Vorn.Drawing
 import Vorn.System
 import Vorn.View
 
-/// The pane of System Settings that the user looks for, drawn in its window. Vorn's row can be dragged into the real one,
-/// and is pointed at while `pulses`.
+/// A drawing of the pane of System Settings that the user needs, in its window. Vorn's row can be dragged into the real
+/// one, and is highlighted while `pulses`.
 Rectangle {
     id: root
 

@@ -3,8 +3,8 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// One application of the drawn list, with its switch. Without a symbol it is Vorn. It can be dragged where it stands for
-/// a file.
+/// One application of the drawn list, with its switch; Vorn if it has no symbol. Can be dragged if it stands for a
+/// file.
 Item {
     id: root
 
@@ -42,7 +42,7 @@ Item {
     Rectangle {
         id: glow
 
-        property real phase: 0 // 0…1, and round again
+        property real phase: 0 // 0…1, repeating
 
         anchors.fill: parent
         anchors.margins: 4
@@ -50,7 +50,7 @@ Item {
         opacity: 0.08 * (1 - Math.cos(2 * Math.PI * phase))
         radius: 9
 
-        // A glow so slow looks the same in steps, and the window is drawn a few times a second instead of sixty.
+        // A slow glow looks the same in steps, which redraw the window a few times a second instead of sixty.
         Timer {
             id: steps
             interval: 100

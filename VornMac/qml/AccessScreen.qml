@@ -2,15 +2,16 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// Guides the user to Full Disk Access, and goes on by itself once it is granted.
+/// Guides the user to Full Disk Access, and continues by itself once it is granted.
 StepScreen {
     id: root
 
     readonly property bool isGranted: model.access === ScreenModel.Access.Granted
-    /// Without Messages there is nothing to give access to yet.
+    /// Without Messages there is nothing to grant access to yet.
     readonly property bool isMuted: model.access === ScreenModel.Access.NoDatabase
 
-    /// The first is to be done now, as the button does it; what the user did of the others nobody knows before all are done.
+    /// The first step is the next one, and the button does it. Whether the user has done the others is unknown until
+    /// all are done.
     readonly property bool isFirstNext: model.access === ScreenModel.Access.Denied
     readonly property string standing: isGranted ? Labels.stepIsDone : ""
 
@@ -22,8 +23,8 @@ StepScreen {
             model.openFullDiskAccessSettings();
     }
 
-    // Only a change while the screen shows leads on: a database that opens can still fail to be read, and the way back to
-    // here must not bounce.
+    // Continues only on a change while the screen is shown: a database that opens may still fail to be read, and the
+    // way back here must not bounce.
     Connections {
         target: root.model
         function onAccessChanged() {
@@ -31,7 +32,7 @@ StepScreen {
                 root.model.goOnOnceAccessIsSeen();
         }
     }
-    // The user comes back from System Settings.
+    // The user returns from System Settings.
     Connections {
         target: Application
         function onStateChanged() {
@@ -68,7 +69,7 @@ StepScreen {
         }
         QuietLinkStyle {
             label: Labels.showInFinder
-            x: 36 // in line with the step that it helps with
+            x: 36 // in line with the step that it belongs to
             onClicked: root.model.revealAppInFinder()
         }
     }

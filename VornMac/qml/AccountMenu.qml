@@ -4,16 +4,16 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// Who is signed in, and the way out.
+/// The signed-in user, with a menu to sign out.
 PushButton {
     id: root
 
     required property ScreenModel model
 
-    /// Who opens the menu by the keyboard sees where its focus is, there and afterwards.
+    /// A user who opens the menu by keyboard sees the focus in it, and afterwards on the button.
     property int menuReason: Qt.PopupFocusReason
 
-    /// Closes the menu, and does not take the focus back.
+    /// Closes the menu without taking the focus back.
     function dismiss() {
         focus = false;
         menu.close();

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// What the account menu holds.
+/// The content of the account menu.
 Item {
     id: root
 
@@ -10,7 +10,7 @@ Item {
 
     signal signOut
 
-    /// Shows why the first entry has the focus. Qt gives a popup's its own reason whenever one opens.
+    /// Gives the first entry's focus the right reason. Qt sets its own whenever a popup opens.
     function showFocus(reason: int) {
         out.focusReason = reason;
     }

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.Drawing
 
-/// One point of a list, with a symbol for what it is about.
+/// One point of a list, with a symbol for its subject.
 Item {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// A conversation with the assistant, on a card under their name, as Messages shows one.
+/// A conversation with the assistant on a card under the assistant's name, as Messages shows one.
 Rectangle {
     id: root
 
@@ -72,7 +72,7 @@ Rectangle {
         anchors.topMargin: 1
         name: Labels.conversation
     }
-    // Around the card: the thread, which clips, would cut it.
+    // Around the card: inside, the thread would clip it.
     FocusRing {
         cornerRadius: root.radius
         shown: thread.activeFocus

@@ -1,13 +1,13 @@
 import QtQuick
 import Vorn.Components
 
-/// Shows one screen, and fades to the next when `screen` changes. What goes takes no more input, and shows what it
-/// showed when it was frozen.
+/// Shows one screen, and fades to the next when `screen` changes. The outgoing screen takes no input, and keeps showing
+/// what it showed when it was frozen.
 FocusScope {
     id: root
 
     required property url screen
-    /// What each screen is given.
+    /// Properties given to each screen.
     required property var properties
     readonly property bool isFading: fade.running
 
@@ -15,7 +15,7 @@ FocusScope {
     readonly property StepScreen current: shown.loader.item as StepScreen
     readonly property FadingSheet going: shown === first ? second : first
 
-    /// Has what is shown stay as it is until the next screen has taken its place.
+    /// Keeps the screen as it is until the next one has taken its place.
     function freeze() {
         current?.freeze();
     }
@@ -50,7 +50,7 @@ FocusScope {
         isComing: root.isFading && root.shown === second
         z: root.shown === second ? 2 : 0
     }
-    // Over the screen that goes, below the one that comes.
+    // Over the outgoing screen, below the incoming one.
     MouseArea {
         anchors.fill: parent
         enabled: root.isFading

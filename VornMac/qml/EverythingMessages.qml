@@ -2,8 +2,8 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// Every message under its day, from the first on. Arrows lead from one to the next, and through one that is too high to
-/// be seen whole.
+/// Every message under its day, from the first. Arrow keys lead from one to the next, and through one that is higher
+/// than the view.
 ListView {
     id: root
 
@@ -15,7 +15,7 @@ ListView {
     Accessible.role: Accessible.List
     activeFocusOnTab: count > 0
     boundsBehavior: Flickable.StopAtBounds
-    cacheBuffer: 0 // what is made ahead is made late, when a search may have taken its row away
+    cacheBuffer: 0 // a row made ahead may be created after a search has removed it
     clip: true
     highlightMoveDuration: 0
     keyNavigationEnabled: false
@@ -24,7 +24,7 @@ ListView {
     reuseItems: true
     section.property: "day"
 
-    // Dragged by rows: where heights are guessed, a list that is sent beyond its end makes all rows on the way back.
+    // Drags by rows: with estimated heights, a list dragged beyond its end makes all rows on the way back.
     ScrollBarStyle {
         id: bar
         anchors.bottom: parent.bottom
@@ -61,7 +61,7 @@ ListView {
     delegate: EverythingRow {
         Accessible.focusable: ListView.isCurrentItem
         width: ListView.view ? ListView.view.width : 0
-        // One that waits for its next use is not there for readers either.
+        // Hides a row in the pool from screen readers too.
         ListView.onPooled: visible = false
         ListView.onReused: visible = true
     }
@@ -72,12 +72,12 @@ ListView {
     }
     Keys.onPressed: event => event.accepted = root.moves(event.key)
 
-    /// Shows the row at that part of the list, 0…1.
+    /// Shows the row at that fraction of the list, 0…1.
     function jumpTo(part: real) {
         positionViewAtIndex(Math.round(Math.max(0, Math.min(1, part)) * (count - 1)), ListView.Beginning);
     }
 
-    /// Goes where `key` leads; false where it leads nowhere.
+    /// Moves as `key` says; returns false if it leads nowhere.
     function moves(key: int): bool {
         if (count === 0)
             return false;
@@ -117,10 +117,10 @@ ListView {
         const next = currentIndex + by;
         goTo(next, ListView.Contain);
         if (by < 0 && next >= 0 && currentItem.height > height)
-            positionViewAtIndex(next, ListView.End); // it is read from where one comes
+            positionViewAtIndex(next, ListView.End); // entered from below: its end first
     }
 
-    /// What was at the edge `at` comes to the other one.
+    /// Moves what was at the edge `at` to the opposite one.
     function turnPage(at: real, place: int) {
         const down = place === ListView.Beginning;
         const index = indexNear(at, down ? -1 : 1);
@@ -130,7 +130,7 @@ ListView {
             goTo(index, place);
     }
 
-    /// The row at `at`, or the next one in the direction `by` where a heading stands.
+    /// The row at `at`, or the next one in the direction `by` if there is a heading.
     function indexNear(at: real, by: int): int {
         let index = -1;
         for (let y = at; index < 0 && y >= contentY && y < contentY + height; y += 8 * by)

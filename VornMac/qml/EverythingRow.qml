@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.Drawing
 
-/// One message with all that is uploaded of it, marked in the colour of who wrote it.
+/// One message with everything that is uploaded of it, marked in its sender's colour.
 Item {
     id: root
 
@@ -15,7 +15,7 @@ Item {
     required property string spoken
     required property bool fromMe
 
-    // Heights that a Column would find in the next frame come too late for a list that goes to its end.
+    // Explicit, since a Column sets its height one frame later: too late for a list that goes to its end.
     readonly property real inset: 24
     readonly property real room: width - 2 * inset
     readonly property real spacing: 4
@@ -25,7 +25,7 @@ Item {
     Accessible.name: spoken
     Accessible.role: Accessible.ListItem
 
-    /// Where what comes below `part` begins.
+    /// The position below `part`.
     function below(part: Item): real {
         return part.y + (part.visible ? part.height + spacing : 0);
     }

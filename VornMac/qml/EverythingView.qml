@@ -3,7 +3,7 @@ import Vorn.Components
 import Vorn.System
 import Vorn.View
 
-/// Over the find screen: all that would be uploaded, message by message, beside what is left out.
+/// Covers the find screen with everything that would be uploaded, message by message, beside what is left out.
 FocusScope {
     id: root
 
@@ -15,7 +15,7 @@ FocusScope {
 
     focus: true
 
-    // The screen below has keys of its own.
+    // The screen below handles keys as well.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
     Keys.onEscapePressed: page.close()
     Keys.onPressed: event => {
@@ -63,7 +63,7 @@ FocusScope {
                     label: root.page.leftOutLabels[index] ?? ""
                     reason: root.page.leftOutReasons[index] ?? ""
                     // qmllint enable unqualified
-                    width: parent ? parent.width : 0 // none once the page goes
+                    width: parent ? parent.width : 0 // null once the page goes
                 }
             }
             Words {
@@ -86,7 +86,7 @@ FocusScope {
                     color: Theme.secondary
                     font: Theme.fonts.caption
                     text: modelData
-                    width: parent ? parent.width : 0 // none once the page goes
+                    width: parent ? parent.width : 0 // null once the page goes
                 }
             }
         }

@@ -1,8 +1,8 @@
 import QtQuick
 
-/// One of the two screens of a fade. The one that comes is drawn once, with the window's ground below it, and shown as
-/// one picture over the other: nothing shines through what lies above it, and few frames draw its texts. The software
-/// renderer's layers are opaque and begin a frame late; of what comes, nobody sees that.
+/// One of the two screens of a fade. The incoming one is rendered once, with the window's background below it, and
+/// shown as one picture over the other: nothing shines through overlapping items, and few frames draw its texts. The
+/// software renderer's layers are opaque and appear a frame late, which does not show here.
 Item {
     id: root
 

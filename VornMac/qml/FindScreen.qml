@@ -6,11 +6,11 @@ import Vorn.View
 StepScreen {
     id: root
 
-    /// Whether what leads on is to look again, because there is nothing to upload.
+    /// Whether looking again is the way on, because there is nothing to upload.
     readonly property bool isDeadEnd: model.text.primary.length === 0
 
     otherTitle: isDeadEnd ? "" : model.text.retry
-    primaryNeedsPurpose: !isDeadEnd // what leaves this Mac is pressed itself
+    primaryNeedsPurpose: !isDeadEnd // an upload is pressed on purpose
     primaryEnabled: isDeadEnd || model.canUpload
     primaryTitle: isDeadEnd ? model.text.retry : model.text.primary
     onBack: model.backToConsent()
@@ -62,7 +62,7 @@ StepScreen {
         anchors.fill: parent
 
         LocalPreview {
-            anchors.bottomMargin: everything.visible ? everything.height - 4 : 0 // the caption stands above the link
+            anchors.bottomMargin: everything.visible ? everything.height - 4 : 0 // the caption is above the link
             anchors.fill: parent
             caption: root.model.text.caption
             isLooking: root.model.isLooking
@@ -77,7 +77,7 @@ StepScreen {
             label: root.model.everything.seeLabel
             visible: root.model.isFound
             onClicked: {
-                forceActiveFocus(focusReason); // a screen reader presses without
+                forceActiveFocus(focusReason); // a press by a screen reader does not move the focus
                 root.model.everything.open();
             }
         }

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// In place of the screens while it is not known who is signed in: what is waited for, and what to do after a refusal.
+/// Replaces the screens until it is known who is signed in: what is waited for, and what to do after a refusal.
 Column {
     id: root
 

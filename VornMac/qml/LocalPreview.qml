@@ -3,7 +3,7 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The end of the chat as it was found; while it is looked for, the shape of one.
+/// The end of the chat that was found; the shape of one while it is looked for.
 PreviewPanel {
     id: root
 

@@ -3,7 +3,7 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// What the quest pays, and how that stands: a symbol and a word. What is not paid is quiet.
+/// The quest's reward and its state: a symbol and a word. An unpaid reward is muted.
 Item {
     id: root
 
@@ -11,11 +11,11 @@ Item {
 
     required property string heading
     required property string amount
-    required property bool isAmount // rather than words for one that is not known
+    required property bool isAmount // rather than a text for an unknown one
     required property string status
     required property int standing // a RewardCard.Standing
 
-    // Of the moment in which it is paid.
+    // Animated in the moment of the payment.
     property string countedAmount: root.amount
     property real checkDrawn: 1 // 0…1
     property real checkOpacity: 1
@@ -107,7 +107,7 @@ Item {
                         id: amountRoom
                         font: Theme.fonts.amount
                     }
-                    // While it is counted, its digits grow to the right and its sign stands still.
+                    // While the amount is counted, its digits grow to the right and the currency sign stands still.
                     Words {
                         id: figure
                         Accessible.ignored: true

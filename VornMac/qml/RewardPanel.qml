@@ -3,7 +3,7 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The panel beside an upload and its review. That a reward is paid has a moment of its own, once.
+/// The panel beside an upload and its review. A payment has a moment of its own, once.
 PreviewPanel {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// What the window shows: the screen of the model's step, and who is signed in.
+/// The window's content: the screen of the model's step, and the signed-in user.
 Rectangle {
     id: root
 
@@ -11,7 +11,7 @@ Rectangle {
     color: Theme.background
     Component.onCompleted: model.start()
 
-    // What no control has taken.
+    // Keys that no control has taken.
     Keys.onPressed: event => {
         event.accepted = !event.isAutoRepeat && takesKey(event.key, event.modifiers);
     }
@@ -36,12 +36,12 @@ Rectangle {
         screen: root.model.isRestored ? root.screenOf(root.model.stepName) : ""
         visible: everything.status === Loader.Null
     }
-    // Above the ground that screens have while they fade.
+    // Above the background that screens have while they fade.
     VornGlyph {
-        x: grid.left - width / 12 // its ink, which begins within its box, is in line with the words below
+        x: grid.left - width / 12 // the drawing begins inside its box: this aligns it with the text below
         y: grid.spare + 39
     }
-    // Over the find screen, which keeps its focus for the way back.
+    // Covers the find screen, which keeps its focus for the way back.
     Loader {
         id: everything
 
@@ -72,7 +72,7 @@ Rectangle {
                 screens.forceActiveFocus();
         }
     }
-    // Made when somebody is signed in for the first time.
+    // Created when somebody signs in for the first time.
     Loader {
         id: account
 
@@ -99,7 +99,7 @@ Rectangle {
         }
     }
 
-    // Made when it is first asked for.
+    // Created when it is first opened.
     Loader {
         id: about
 
@@ -148,7 +148,7 @@ Rectangle {
         return true;
     }
 
-    // What lies over a screen takes its keys away.
+    // A popup over a screen takes its keys away.
     function goOn() {
         if (model.everything.isOpen)
             return;

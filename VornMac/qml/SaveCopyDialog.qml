@@ -1,7 +1,7 @@
 import QtQuick.Dialogs
 import Vorn.View
 
-/// Asks where a copy of the archive goes.
+/// Asks where to save a copy of the archive.
 FileDialog {
     id: root
 

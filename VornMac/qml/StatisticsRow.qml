@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Components
 
-/// A name on the left and what it comes to on the right, under a divider.
+/// A name on the left and its value on the right, under a divider.
 Item {
     id: root
 

@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// What all screens have in common: the model that they show, and where in the order of steps they stand.
+/// The common part of all screens: the model that they show, and their place in the order of steps.
 OnboardingLayout {
     id: root
 
@@ -16,7 +16,7 @@ OnboardingLayout {
     title: model.text.title
     totalSteps: model.stepCount
 
-    /// Does what leads on, as Return does from anywhere.
+    /// Does what the primary button does, for Return anywhere.
     function goOn() {
         if (primaryTitle.length > 0 && primaryEnabled && !primaryIsQuiet && !primaryNeedsPurpose)
             primary();
@@ -27,7 +27,7 @@ OnboardingLayout {
             back();
     }
 
-    /// Does again what failed or found nothing, where the actions offer that.
+    /// Repeats what failed or found nothing, if the actions offer that.
     function tryAgain() {
         if (model.text.retry.length === 0)
             return;
@@ -37,7 +37,7 @@ OnboardingLayout {
             other();
     }
 
-    /// Goes on showing what it shows now, whatever becomes of the model; its controls do nothing any more.
+    /// Keeps showing the present state, whatever becomes of the model, and disables the controls.
     function freeze() {
         root.model = root.model.asItWas(root);
     }

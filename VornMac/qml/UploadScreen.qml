@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// Shows how far the upload has come.
+/// Shows the upload's progress.
 StepScreen {
     id: root
 

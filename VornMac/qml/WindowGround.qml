@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Components
 
-/// What lies below every screen: the window's colour, and the panel at its place.
+/// The background of every screen: the window's colour, and the panel in its place.
 Rectangle {
     id: root
 

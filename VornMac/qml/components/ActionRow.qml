@@ -1,7 +1,7 @@
 import QtQuick
 
-/// What to do next, at the right end, and the way back at the left. A button without a title is not there. Each keeps its
-/// place, whichever others there are.
+/// The actions: the next one at the right end, the way back at the left. A button without a title is hidden. Each keeps
+/// its place, whichever others there are.
 Item {
     id: root
 
@@ -9,7 +9,7 @@ Item {
     property string otherTitle: ""
     required property string primaryTitle
     property bool primaryEnabled: true
-    /// Whether there is something better to do than what leads on: to wait.
+    /// Whether something is better than the primary action: to wait.
     property bool primaryIsQuiet: false
 
     signal back
@@ -23,7 +23,7 @@ Item {
         id: backButton
         label: root.backTitle
         visible: root.backTitle.length > 0
-        x: -leftPadding // its words and not its frame stand in line
+        x: -leftPadding // aligns its text, not its frame
         onClicked: root.back()
     }
     Row {

@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Drawing
 
-/// Leads to the step before.
+/// Leads to the previous step.
 PushButton {
     id: root
 

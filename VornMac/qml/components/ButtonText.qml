@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The words on a button. The button is what a screen reader knows.
+/// The text of a button. Screen readers know the button alone.
 Text {
     Accessible.ignored: true
     textFormat: Text.PlainText

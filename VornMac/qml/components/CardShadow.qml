@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Drawing
 
-/// The shadow of the card that it is put into: down and soft, the same under everything.
+/// The shadow of its parent, a card: down and soft, the same everywhere.
 SoftShadow {
     id: root
 

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Choices below each other, a divider between two. Its frame says when all are made.
+/// Choices in a column with dividers. The frame shows when all are made.
 Rectangle {
     id: root
 

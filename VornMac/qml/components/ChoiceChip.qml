@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vorn.Drawing
 
-/// A choice that is made or not, with words that say what is chosen. It has no frame: a `ChoiceCard` has one.
+/// A check box with text. It has no frame: a `ChoiceCard` has one.
 T.AbstractButton {
     id: root
 
@@ -12,7 +12,7 @@ T.AbstractButton {
 
     readonly property real cornerRadius: Theme.controlRadius - 4
 
-    /// The user made the choice, or took it back.
+    /// The user ticked the box, or cleared it.
     signal chosen(isOn: bool)
 
     function flip() {
@@ -26,9 +26,9 @@ T.AbstractButton {
     rightPadding: 14
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    checkable: true // which makes it a check box to readers; Qt's own type for one leaks when they listen
+    checkable: true // makes it a check box to readers; Qt's own type for one leaks while they listen
     checked: isOn
-    // Who uses it decides what is chosen: what the click made of the check mark does not stay.
+    // The owner decides what is chosen: reverts the check mark that the click has set.
     onClicked: {
         root.flip();
         root.checked = Qt.binding(() => root.isOn);
@@ -90,7 +90,7 @@ T.AbstractButton {
         }
     }
 
-    // Inside, as there are others around it.
+    // Inside, since there are other boxes around it.
     FocusRing {
         anchors.margins: 3
         cornerRadius: root.cornerRadius - 4

@@ -1,8 +1,8 @@
 import QtQuick
 
-/// Text whose digits are all as wide as the widest, so that what counts does not jump and columns line up. These are
-/// the digits 0 to 9, each in a cell of its own; what stands between them stays together, as letters may join, and
-/// where writing goes from right to left all of it does.
+/// Text whose digits are all as wide as the widest, so that a count does not jump and columns line up. Each of the
+/// digits 0 to 9 has a cell of its own; the text between them stays together, as letters may join, and so does all of a
+/// text written from right to left.
 Row {
     id: root
 
@@ -11,35 +11,35 @@ Row {
     property color color: Theme.ink
 
     readonly property var pieces: piecesOf(text)
-    /// Not a whole number of pixels: rounded up, digits would stand apart.
+    /// Not rounded: with whole pixels, digits would stand apart.
     readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => widthOf(digit, metrics.font)))
 
     baselineOffset: metrics.ascent
 
-    /// `font` is the metrics' own: another one has this worked out again.
+    /// `font` is the metrics' own, passed so that a new font updates the result.
     function widthOf(piece: string, font: font): real {
         return metrics.advanceWidth(piece);
     }
 
-    /// Whether `scalar` is of Hebrew, Arabic or their neighbours, or a mark that turns the direction.
+    /// Whether `scalar` belongs to Hebrew, Arabic or their neighbours, or is a mark that turns the direction.
     function isRightToLeft(scalar: string): bool {
         const code = scalar.codePointAt(0);
         return /[\u0590-\u08ff\u200f\u202b\u202e\u2067\ufb1d-\ufdff\ufe70-\ufefc]/.test(scalar) || (code >= 0x10800 && code < 0x11000) || (code >= 0x1e800 && code < 0x1f000);
     }
 
-    /// Whether `scalar` changes what stands before it: a digit with a mark, as in a keycap, is no digit.
+    /// Whether `scalar` modifies the one before it: a digit with a mark, as in a keycap, is no digit.
     function isMark(scalar: string): bool {
         const code = scalar.codePointAt(0);
         return /[\u0300-\u036f\u20d0-\u20ff\ufe00-\ufe0f\u200d]/.test(scalar) || (code >= 0xe0100 && code < 0xe01f0);
     }
 
     function piecesOf(text: string): var {
-        // Not the halves of those that UTF-16 writes in two, which Qt 6.4 iterates over.
+        // Pairs of surrogates stay together; Qt 6.4 iterates over their halves.
         const scalars = text.match(/[\ud800-\udbff][\udc00-\udfff]|[^]/g) ?? [];
         if (scalars.some(isRightToLeft))
             return [text];
         const pieces = [];
-        let isOpen = false; // what is no digit goes on in the last piece
+        let isOpen = false; // the last piece takes further text
         for (const scalar of scalars) {
             const isDigit = scalar >= "0" && scalar <= "9";
             if (pieces.length > 0 && (isMark(scalar) || (isOpen && !isDigit)))
@@ -60,7 +60,7 @@ Row {
     }
 
     Repeater {
-        model: root.pieces.length // which stays while it counts, and so do the texts
+        model: root.pieces.length // stays constant while it counts, and so do the items
 
         Text {
             required property int index

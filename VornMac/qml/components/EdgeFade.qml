@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Over the edge of what scrolls: what goes on behind it fades away, rather than being cut.
+/// Lies over the edge of a scrolling view, whose content fades there instead of being cut.
 Rectangle {
     id: root
 

@@ -1,8 +1,8 @@
 import QtQuick
 import Vorn.Drawing
 
-/// How much is done, with a name above it and what is known of it in figures. It eases from one value to the next; a
-/// screen reader is told the true one. While nobody knows how much is done, a light runs along it.
+/// A progress bar with a name above it and figures. It eases from one value to the next, while screen readers get the
+/// true one. If the progress is unknown, a light runs along it.
 Column {
     id: root
 
@@ -11,7 +11,7 @@ Column {
     required property string percentage // the value for a screen reader
     property bool isBusy: false
     property string percents: "" // the value beside the label
-    property string amounts: "" // below the bar, where there is room for them always
+    property string amounts: "" // below the bar, which always leaves room for them
 
     spacing: 10
     Accessible.role: Accessible.ProgressBar

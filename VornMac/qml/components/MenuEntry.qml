@@ -1,6 +1,6 @@
 import QtQuick
 
-/// One thing to choose in a menu.
+/// One entry of a menu.
 PushButton {
     id: root
 

@@ -1,13 +1,13 @@
 import QtQuick
 import Vorn.Drawing
 
-/// One message as its bubble, on the side of who wrote it, as wide as its longest line. A redacted one shows bars where
-/// words would be.
+/// One message in its bubble, on its sender's side, as wide as its longest line. A redacted one shows bars in place of
+/// words.
 Item {
     id: root
 
     required property string text
-    required property string spoken // the text and who wrote it, for a screen reader
+    required property string spoken // the text and its sender, for a screen reader
     required property bool fromMe
     property bool redacted: false
     property bool hasTail: true
@@ -15,7 +15,7 @@ Item {
 
     readonly property real widest: width * 0.8
     readonly property int padding: 12
-    readonly property real side: padding + bubble.tailRoom // between the words and the shape's edge
+    readonly property real side: padding + bubble.tailRoom // between the text and the shape's edge
     readonly property color fill: fromMe ? Theme.outgoingBubble : Theme.incomingBubble
 
     implicitHeight: bubble.height + gapBelow
@@ -32,7 +32,7 @@ Item {
         tail: !root.hasTail ? BubbleShape.NoTail : root.fromMe ? BubbleShape.RightTail : BubbleShape.LeftTail
         width: Math.max(height + 2 * tailRoom, Math.ceil(root.redacted ? bars.width : words.contentWidth) + 2 * root.side)
 
-        // As wide as a line may be, since what is narrower is known only once it is laid out.
+        // As wide as a line may be: the actual width is known only after the layout.
         Words {
             id: words
 
@@ -45,7 +45,7 @@ Item {
             width: root.widest - 2 * root.side
             wrapMode: Text.Wrap
             x: (bubble.width - contentWidth) / 2 - (effectiveHorizontalAlignment === Text.AlignRight ? width - contentWidth : 0)
-            // As far from a capital's top to the bubble's as from the last baseline to its bottom.
+            // The space above a capital equals the space below the last baseline.
             y: root.padding - (baselineOffset - capitalHeight)
         }
         Column {

@@ -1,14 +1,14 @@
 import QtQuick
 
-/// A conversation, newest at the bottom. `turns` is a model with the roles `text`, `spoken` and `fromMe`. What does not fit
-/// scrolls, from the newest on, and fades at the edges behind which it goes on.
+/// A conversation, newest at the bottom. `turns` is a model with the roles `text`, `spoken` and `fromMe`. A long one
+/// scrolls, starting at the newest, and fades at the edges behind which it continues.
 Flickable {
     id: root
 
     required property string name // for a screen reader
     property alias turns: bubbles.model
     property bool redacted: false
-    /// What it lies on, which it fades into.
+    /// The surface below, into which it fades.
     property color surface: Theme.card
 
     boundsBehavior: Flickable.StopAtBounds
@@ -22,7 +22,7 @@ Flickable {
     Accessible.name: root.name
     Accessible.ignored: redacted
 
-    // What is declared in here would scroll along.
+    // Children declared here would scroll along.
     EdgeFade {
         height: 32
         opacity: Math.max(0, Math.min(1, root.contentY / height))

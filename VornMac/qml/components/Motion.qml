@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Whether what goes on moving may move: `item` can be seen, and the user wants motion.
+/// Whether a continuous animation may run: `item` is visible, and the user wants motion.
 QtObject {
     id: root
 

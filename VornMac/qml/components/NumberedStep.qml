@@ -1,18 +1,18 @@
 import QtQuick
 import Vorn.Drawing
 
-/// One thing to do of several, in order.
+/// One of several things to do, in order.
 Item {
     id: root
 
     required property int number
     required property string text
     property bool done: false
-    /// Whether this is the one to do now.
+    /// Whether it is the next one to do.
     property bool isNext: false
-    /// What a screen reader says of that.
+    /// Its state, for a screen reader.
     property string standing: ""
-    /// Not what is to be done now.
+    /// Whether it cannot be done now.
     property bool isMuted: false
 
     implicitHeight: Math.max(disc.height, words.y + words.implicitHeight)
@@ -55,7 +55,7 @@ Item {
         anchors.leftMargin: 12
         anchors.right: parent.right
         color: root.isMuted ? Theme.secondary : Theme.ink
-        // Level with the number, on one line or on several.
+        // Level with the number, for one line as for several.
         y: Math.max(0, (disc.height - letterHeight) / 2)
         text: root.text
     }

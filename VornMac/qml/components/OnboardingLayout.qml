@@ -1,7 +1,7 @@
 import QtQuick
 
-/// A form beside a preview, as wide as is good to read and in the middle of any window. The step dots, the title and the
-/// actions stand at one place whatever the form holds; a form that is too high for the room between them scrolls.
+/// A form beside a preview, of readable width and in the middle of any window. The step dots, the title and the actions
+/// have one place, whatever the form holds; a form that is too high for the room between them scrolls.
 FocusScope {
     id: root
 
@@ -19,7 +19,7 @@ FocusScope {
     property alias formGap: body.widestGap
     property alias preview: area.data
 
-    /// Whether what leads on is to be pressed itself, and not by Return from anywhere.
+    /// Whether the primary button must be pressed itself, not by Return anywhere.
     property bool primaryNeedsPurpose: false
 
     signal back

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A button beside the one that leads on.
+/// A button beside the primary one.
 PushButton {
     id: root
 

@@ -1,13 +1,13 @@
 import QtQuick
 import Vorn.Drawing
 
-/// The shape of a message: bars where its words would be.
+/// The shape of a message: bars in place of words.
 Item {
     id: root
 
     required property bool fromMe
     required property real brightness // of the bars, 0…1
-    // The bars from the top, as shares of the widest; at 0 there is none.
+    // The widths of the bars from the top, as fractions of the widest; at 0 there is none.
     required property real first
     property real second: 0
     property real third: 0

@@ -1,12 +1,12 @@
 import QtQuick
 
-/// The shape of a chat, while one is looked for. A slow light passes over it where it can be seen and the user wants
+/// The shape of a chat while one is looked for. A slow light passes over it while it is visible and the user wants
 /// motion.
 Item {
     id: root
 
     readonly property bool shimmers: motion.isOn
-    property real light: 0 // where it is, 0…1, and round again
+    property real light: 0 // its place, 0…1, repeating
 
     function brightness(bubble: int): real {
         if (!shimmers)
@@ -21,7 +21,7 @@ Item {
         id: motion
         item: root
     }
-    // A light so slow looks the same in steps, and the window is drawn a few times a second instead of sixty.
+    // A slow light looks the same in steps, which redraw the window a few times a second instead of sixty.
     Timer {
         id: steps
         interval: 80

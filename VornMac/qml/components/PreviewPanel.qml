@@ -1,7 +1,7 @@
 import QtQuick
 
-/// What lies in the panel beside a form, with a caption at its foot. The panel itself belongs to the window: it stands
-/// still while what is in it changes.
+/// The content of the panel beside a form, with a caption at its foot. The panel itself belongs to the window, and
+/// stands still while its content changes.
 Item {
     id: root
 

@@ -1,10 +1,10 @@
 import QtQuick
 
-/// The one button of a screen that leads on.
+/// The one filled button of a screen, for the next thing to do.
 PushButton {
     id: root
 
-    /// Only outlined: there is nothing that has to be done.
+    /// Outlined instead of filled: nothing needs to be done.
     property bool isQuiet: false
 
     contentItem: ButtonText {

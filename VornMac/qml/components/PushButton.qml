@@ -1,16 +1,16 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// What every button has: the keyboard's ways to press it, its focus, and what a screen reader is told. A button that is
-/// off cannot take the focus, and pressing it does nothing, however it is pressed.
+/// The base of every button: its keys, its focus, and its role for screen readers. A disabled button takes no focus and
+/// does nothing, however it is pressed.
 T.AbstractButton {
     id: root
 
-    /// The button's words. Qt searches a button's own `text` for a mnemonic, and takes an ampersand in it for one.
+    /// The button's text. Qt searches a button's own `text` for mnemonics, and takes an ampersand for one.
     property string label: ""
     property real cornerRadius: Theme.controlRadius
 
-    // Whole points: otherwise the edges of buttons below each other differ by a pixel.
+    // Whole points: otherwise the edges of buttons in a column differ by a pixel.
     implicitWidth: Math.ceil(implicitContentWidth) + leftPadding + rightPadding
     implicitHeight: Math.max(implicitContentHeight + topPadding + bottomPadding, Theme.controlHeight)
     padding: 0
@@ -24,7 +24,7 @@ T.AbstractButton {
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()
 
-    Accessible.role: Accessible.Button // Qt 6.4 knows no other role for a button, whatever is said here
+    Accessible.role: Accessible.Button // Qt 6.4 knows no other role for a button
     Accessible.name: label
     Accessible.focusable: enabled
     Accessible.onPressAction: root.press()

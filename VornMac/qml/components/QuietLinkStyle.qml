@@ -1,6 +1,6 @@
 import QtQuick
 
-/// A button that keeps back: words alone, underlined while the pointer or the focus is on them.
+/// A text-only button, underlined while the pointer or the focus is on it.
 PushButton {
     id: root
 

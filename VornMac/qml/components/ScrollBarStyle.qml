@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// Says how far something is scrolled, and scrolls it when it is dragged. Readers and keys scroll by what is in it.
+/// Shows the scroll position, and scrolls when it is dragged. Screen readers and keys scroll by the content.
 T.ScrollBar {
     id: root
 

@@ -1,17 +1,17 @@
 import QtQuick
 
-/// What a form holds, from its top. One that is too high scrolls, and shows that it does: it fades where it goes on, and a
-/// bar beside it says how far.
+/// A form's content, from the top. If it is too high it scrolls, and shows so: it fades where it continues, and a bar
+/// beside it has the position.
 Item {
     id: root
 
     default property alias form: column.data
-    /// Between two parts of it, where there is room; at least the usual gap.
+    /// Between two parts, if there is room; at least the usual gap.
     property int widestGap: Theme.wideGap
 
     readonly property bool scrolls: scroller.interactive
 
-    /// Scrolls until `item` is seen whole, if it stands in the form.
+    /// Scrolls until all of `item` is visible, if it belongs to the form.
     function reveal(item: Item) {
         if (!scrolls || !holds(item))
             return;
@@ -20,7 +20,7 @@ Item {
         scroller.scrollTo(Math.min(top, Math.max(scroller.contentY, bottom - scroller.height)));
     }
 
-    /// Scrolls by what is seen; false where nothing scrolls.
+    /// Scrolls by a page; returns false if it cannot.
     function turnPage(down: bool): bool {
         if (scrolls)
             scroller.scrollTo(scroller.contentY + (down ? 1 : -1) * (scroller.height - 2 * Theme.section));
@@ -38,7 +38,7 @@ Item {
     Flickable {
         id: scroller
 
-        /// Kept free around the content, so that a focus ring at its edge is not cut.
+        /// Kept free around the content, so that a focus ring at its edge is not clipped.
         readonly property int ring: 8
 
         function scrollTo(y: real) {

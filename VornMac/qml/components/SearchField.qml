@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Drawing
 
-/// A line to type in what is looked for. Escape clears it.
+/// A field for the words to search for. Escape clears it.
 FocusScope {
     id: root
 
@@ -9,7 +9,7 @@ FocusScope {
     required property string clearLabel
     property alias text: input.text
 
-    /// The user wants to see what was found.
+    /// The user wants to go to the results.
     signal finished
 
     implicitHeight: Math.max(Theme.controlHeight, Math.ceil(input.implicitHeight) + 16)

@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Drawing
 
-/// Turns while something is waited for. Where the user wants no motion, and where it is not seen, it stands still.
+/// Turns during a wait. It stands still if the user wants no motion, and while it is not visible.
 SpinnerBlades {
     id: root
 
@@ -16,7 +16,7 @@ SpinnerBlades {
     implicitWidth: size
     Accessible.ignored: true
 
-    // A blade at a time, as fast as the eye needs it: a smooth turn would redraw the window sixty times a second.
+    // One blade at a time, as fast as the eye needs it: a smooth turn would redraw the window sixty times a second.
     Timer {
         interval: 100
         repeat: true

@@ -2,8 +2,7 @@ import QtQuick
 import Vorn.Drawing
 import Vorn.System
 
-/// One line of state: a symbol that says how things stand, and the words beside it. A screen reader says it when it
-/// changes, wherever the focus is.
+/// One line of state: a symbol for its tone, and text. Screen readers speak it when it changes, wherever the focus is.
 Item {
     id: root
 
@@ -11,7 +10,7 @@ Item {
 
     required property int tone // a StatusLine.Tone
     required property string text
-    /// What a screen reader says of the symbol.
+    /// The symbol's meaning for a screen reader.
     property string spokenTone: ""
 
     readonly property string symbol: symbolOf(tone)
@@ -43,7 +42,7 @@ Item {
     implicitHeight: words.implicitHeight
     implicitWidth: icon.width + Theme.gap + words.implicitWidth
 
-    // The row speaks once, for both of its children.
+    // One element for both children, so that readers speak it once.
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
     Accessible.description: root.spokenTone

@@ -1,6 +1,6 @@
 import QtQuick
 
-/// How far the user has come: a dot a step, and a longer one for where they are.
+/// The user's progress: one dot for each step, the current one longer.
 Row {
     id: root
 

@@ -3,7 +3,7 @@ pragma Singleton
 import QtQuick
 import Vorn.System
 
-/// Every colour, font, size and time of the window. Colours follow the system's appearance; the fixed ones are the same
+/// Every colour, font, size and duration of the window. Colours follow the system's appearance; fixed ones are the same
 /// on light and dark. Sizes are points, on a grid of four.
 QtObject {
     id: root
@@ -33,17 +33,17 @@ QtObject {
 
     readonly property color bad: "#E5484D"
     readonly property color outgoingInk: "#FFFFFF"
-    /// A line on a card, where a border would not be seen.
+    /// A line on a card, on which a border would not be visible.
     readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
     readonly property color shadow: isDark ? "#59000000" : "#0F0D1214" // 35 % and 6 %
-    /// Over what cannot be used while a panel lies above it.
+    /// Over what is disabled below a panel.
     readonly property color scrim: isDark ? "#73000000" : "#33000000" // 45 % and 20 %
     /// The buttons of a drawn window: close, minimise, zoom.
     readonly property var windowLights: ["#FF5F57", "#FEBC2E", "#28C840"]
     readonly property color switchOn: outgoingBubble
     readonly property color switchOff: isDark ? "#4A4A4E" : "#DADADD"
-    /// The plate of a QR code is light in both appearances: phones read dark on light.
+    /// A QR code's plate is light in both appearances: phones read dark on light.
     readonly property color plate: "#FFFFFF"
     readonly property color plateInk: "#0D1214"
 
@@ -63,19 +63,19 @@ QtObject {
     readonly property int idealContent: 1098 // of the window as it first opens
     readonly property int widestContent: 1280
     readonly property int highestContent: 840
-    /// Between the window's edges and what it shows. At the top are the mark and the account menu.
+    /// Between the window's edges and its content. The top margin holds the mark and the account menu.
     readonly property int leftMargin: 40
     readonly property int rightMargin: 42
     readonly property int topMargin: 96
     readonly property int bottomMargin: 44
 
-    readonly property int fade: 220 // which is not motion
+    readonly property int fade: 220 // fades are not motion
     readonly property int crossFade: motion(fade)
     readonly property int progressEase: motion(200)
     readonly property int quick: motion(120)
     readonly property int pulse: 1800 // there and back
 
-    /// `milliseconds`, or none where the user wants no motion.
+    /// `milliseconds`, or 0 if the user wants no motion.
     function motion(milliseconds: int): int {
         return Appearance.reducesMotion ? 0 : milliseconds;
     }

@@ -1,14 +1,13 @@
 import QtQuick
 import Vorn.System
 
-/// A title in two tones, a line each: what it is about, and what of it. A screen reader says it when it comes, and when it
-/// changes.
+/// A title of two lines in two tones. Screen readers speak it when it appears, and when it changes.
 Column {
     id: root
 
     required property string primary
     required property string secondary
-    /// Both lines, as a screen reader says them.
+    /// Both lines, for a screen reader.
     readonly property string spoken: root.primary + " " + root.secondary
 
     spacing: 0

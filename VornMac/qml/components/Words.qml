@@ -1,16 +1,16 @@
 import QtQuick
 
-/// Text that is read out as it is shown. Nothing in it is markup.
+/// Plain text, which screen readers speak as it is shown.
 Text {
     id: root
 
-    /// How high the letters of a line are, for what stands level with the first.
+    /// The height of a line's letters, to align things with the first line.
     readonly property real letterHeight: metrics.height
     readonly property real capitalHeight: capital.tightBoundingRect.height
-    /// What a line takes below its baseline.
+    /// The room that a line takes below its baseline.
     readonly property real belowBaseline: metrics.height * lineHeight - metrics.ascent
 
-    /// What the last line keeps free for another below it.
+    /// The empty room that the last line leaves for another below it.
     readonly property real belowLetters: metrics.height * (lineHeight - 1)
 
     color: Theme.ink
