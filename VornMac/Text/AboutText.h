@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The application's menus, and what it says of itself. Threads: any.
+/// The texts of the application's menus and of its About panel. Threads: any.
 namespace vorn {
 
 inline constexpr const char* applicationName = "Vorn";

@@ -22,7 +22,7 @@ StatusText statusOf(FullDiskAccessStatus access)
                                "come back."};
 }
 
-/// How to switch on `application`, and what else to do where it is not listed.
+/// How to switch on `application`, and what to do if it is not listed.
 std::string switchOn(const std::string& application, const std::string& otherwise)
 {
     return "Turn on " + application + ". Not in the list? Click +" + otherwise + ".";

@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-/// The access screen, and what a terminal says of Full Disk Access. Threads: any.
+/// The texts of the access screen, and of a terminal about Full Disk Access. Threads: any.
 namespace vorn {
 
 ScreenText accessText(FullDiskAccessStatus status);
 
-/// As above where a terminal runs the program: there the terminal needs the access. Its title is one line.
+/// The same for a program in a terminal: there the terminal needs the access. The title is one line.
 ScreenText accessTextForTerminal();
 
-/// For a program that shows no screen.
+/// For a program without a screen.
 std::string accessRefused();
 
 inline constexpr const char* accessMissing = "Vorn can't read Messages on this Mac yet."; ///< for a program that ends
@@ -35,7 +35,7 @@ inline constexpr const char* thisApplication = "Vorn";
 inline constexpr const char* someTerminal = "Terminal";
 inline constexpr const char* someBackupUtility = "Backup Utility";
 
-/// A row of it for a screen reader.
+/// One of its rows, for a screen reader.
 std::string switchText(const std::string& application, bool isOn);
 
 } // namespace vorn

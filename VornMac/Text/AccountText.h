@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// The window's title and account menu, and what a terminal says about who is linked. Threads: any.
+/// The window's title, its account menu, and a terminal's texts about who is linked. Threads: any.
 namespace vorn {
 
 inline constexpr const char* windowTitle = "Vorn";
@@ -11,7 +11,7 @@ inline constexpr const char* signOutOfThisMac = "Sign out of this Mac";
 
 std::string signedInText(const std::string& displayName);
 
-/// What a terminal says once the phone has confirmed.
+/// A terminal's text once the phone has confirmed.
 std::string linkedText(const std::string& displayName);
 
 /// Which of the `count` screens is shown: `number` counts from 1. For a screen reader.

@@ -8,7 +8,7 @@ namespace {
 constexpr ByteUnit single{"bytes", 1};
 constexpr ByteUnit thousand{"kB", 1'000};
 constexpr ByteUnit million{"MB", 1'000'000};
-constexpr std::int64_t roundedToAMillion = 999'950; // what is less reads "999.9 kB", not "1000.0 kB"
+constexpr std::int64_t roundedToAMillion = 999'950; // smaller sizes read "999.9 kB", not "1000.0 kB"
 
 } // namespace
 

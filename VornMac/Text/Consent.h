@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// What the user agrees to: the whole text, and the version under which the agreement is kept and sent. To change a
-/// word that says what is uploaded is to change the version: every user is asked anew.
+/// What the user agrees to: the whole text, and the version under which the agreement is kept and sent. A change to
+/// what the text says about the upload needs a new version: then every user is asked anew.
 struct Consent {
     static constexpr const char* termsVersion = "vorn-mac-nimbrel-1";
 
@@ -17,7 +17,7 @@ struct Consent {
 
     std::string title;
     std::string subtitle;
-    std::string line; ///< both, as one line of a terminal
+    std::string line; ///< both, as one line in a terminal
     Section reads;
     Section neverReads;
     Section next;
@@ -26,14 +26,14 @@ struct Consent {
     std::string understandsUpload;
     std::string agreesToShare;
 
-    std::string primary; ///< leads on once both are confirmed
-    std::string caption; ///< of the example beside it
+    std::string primary; ///< continues once both are confirmed
+    std::string caption; ///< under the example beside it
 };
 
 /// The consent to an upload that earns `reward`. Threads: any.
 Consent consentFor(const std::string& reward);
 
-/// Where it is kept that the user with `userId` agreed: a key of the user's defaults.
+/// The key of the user's defaults under which the agreement of the user with `userId` is kept.
 std::string consentKey(const std::string& userId);
 
 } // namespace vorn

@@ -10,31 +10,32 @@
 #include <string>
 #include <vector>
 
-/// The done screen: how a review stands, and what it earned. Dates are those of the user's zone. Threads: any.
+/// The texts of the done screen: how a review stands, and what it earned. Dates are in the user's zone. Threads: any.
 namespace vorn {
 
-/// What the end of an upload is told from.
+/// The facts about the end of an upload.
 struct UploadOutcome {
     SubmissionStatus submission;
-    std::optional<NimbrelState> nimbrel;           ///< nothing before it is known
+    std::optional<NimbrelState> nimbrel;           ///< nothing until it is known
     std::optional<QuestAvailability> availability; ///< what the quest says about the next upload
 };
 
 ScreenText doneText(const UploadOutcome& outcome);
 
-/// How the reward of an upload stands once it is under review.
+/// The state of the reward for an upload under review.
 RewardStatus rewardStatus(const ReviewStatus& review);
 
-/// How the review stands, as one line of a terminal. `questReward` stands in where the submission names no amount.
+/// The review's state as one line in a terminal. `questReward` replaces a missing amount of the submission.
 std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward);
 
-/// What the quest says of what comes after a review: when the user may make the next upload, where a day is known.
+/// What the quest says about the time after a review: when the user may upload again, if a day is known.
 std::vector<std::string> questLines(const UploadOutcome& outcome);
 
-/// What a terminal says when it stops watching a review that goes on.
+/// A terminal's text when it stops watching a review that goes on.
 std::string longReviewText();
 
-/// How a review ended, for a user who looks elsewhere: the words of the screen, as many as a notification shows.
+/// The end of a review, for a user with another window in front: the screen's own texts, as many as a notification
+/// shows.
 struct OutcomeNotice {
     std::string title;
     std::string body;
@@ -42,6 +43,6 @@ struct OutcomeNotice {
 };
 OutcomeNotice outcomeNotice(const UploadOutcome& outcome);
 
-inline constexpr const char* openVorn = "Open Vorn"; ///< what a click on it does, where desktops say that
+inline constexpr const char* openVorn = "Open Vorn"; ///< the action of a click on it, where desktops show that
 
 } // namespace vorn

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// Returns `text`, well-formed, as it can be drawn: fonts have boxes for control characters, or nothing. Line breaks
-/// are kept, a tab is a space, and other control characters become U+FFFD. Threads: any.
+/// Returns `text`, which must be well-formed, in a form that can be drawn: for control characters fonts have boxes, or
+/// nothing. Line breaks are kept, a tab becomes a space, and other control characters become U+FFFD. Threads: any.
 std::string drawable(std::string_view text);
 
 } // namespace vorn

@@ -20,7 +20,7 @@ std::string unknownProblem()
     return std::string(somethingWrong) + ".";
 }
 
-/// A transfer without an answer: what is wrong, and whether the window promises to try again.
+/// A transfer without an answer: what is wrong, and whether the window says that it tries again.
 struct Unanswered {
     std::string problem;
     bool isRetried = false;
@@ -46,7 +46,7 @@ std::string textOf(const APIError::Reason& reason)
 {
     const Match text{
         [](const APIError::HTTP& http) -> std::string {
-            // Our words even when the service has some: its own would name a route, not the feature.
+            // Our text even if the service has one: its own would name a route, not the feature.
             if (APIError(http).isLaneOff()) return questUnavailable;
             return http.message.value_or(fmt::format("The server answered {}.", http.status));
         },

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// All that would be uploaded, message by message, and what would not. Threads: any.
+/// The texts of the page with everything that would be uploaded and what would not. Threads: any.
 namespace vorn {
 
 inline constexpr const char* seeEverything = "See everything we upload";
@@ -16,35 +16,35 @@ inline constexpr const char* everythingTitle = "Everything we upload";
 inline constexpr const char* searchMessages = "Search messages";
 inline constexpr const char* clearSearch = "Clear search";
 inline constexpr const char* saveCopyLabel = "Save a copy…";
-inline constexpr const char* archiveKind = "ZIP archive (*.zip)"; ///< as file dialogs filter
+inline constexpr const char* archiveKind = "ZIP archive (*.zip)"; ///< for the filter of file dialogs
 inline constexpr const char* leftOutHeading = "Left out";
 inline constexpr const char* besidesHeading = "Also in the archive";
 
-/// Why messages were left out, and how many. A value.
+/// How many messages were left out for one reason. A value.
 struct LeftOutRow {
     std::string label;
     std::string count;
-    std::string reason; ///< a sentence; empty for one that is not known here
+    std::string reason; ///< a sentence; empty for an unknown reason
     bool operator==(const LeftOutRow&) const = default;
 };
 
-/// What the reader left out, by reason; empty where it left out nothing.
+/// The rows for what the reader left out, by reason; none if it left out nothing.
 std::vector<LeftOutRow> leftOutRows(const SkipTally& skipped);
 
-/// Says what every archive leaves out, and before that, where it is so, that nothing else was left out.
+/// What every archive leaves out, preceded, if it is so, by the sentence that nothing else was left out.
 std::string leftOutNote(const SkipTally& skipped);
 
-/// What the archive holds besides what is listed, in sentences.
+/// What the archive holds beside the list, in sentences.
 std::vector<std::string> besideTexts(const NimbrelExportResult& result);
 
-/// How many of `all` messages are listed: "12 of 1,204 messages" where `isSearching`. While a search goes on, as far as
-/// it is.
+/// How many of `all` messages are listed: "12 of 1,204 messages" if `isSearching`. During a search, as far as it has
+/// come.
 std::string listedText(std::size_t listed, std::size_t all, bool isSearching);
 
-/// Stands in for a list without messages.
+/// Replaces a list without messages.
 std::string nothingFoundText(const std::string& words);
 
-/// How saving a copy goes. Empty before.
+/// How saving a copy goes. Empty before it begins.
 StatusText copyText(const CopyPhase& phase);
 
 } // namespace vorn

@@ -9,12 +9,12 @@
 namespace vorn {
 namespace {
 
-/// The parts of the screen that depend on how the scan stands.
+/// The parts of the screen that depend on the scan.
 struct Finding {
     const char* title;
     StatusText status{};
     std::vector<std::string> hints{};
-    const char* primary = ""; ///< empty where there is nothing to upload: what leads on is to look again
+    const char* primary = ""; ///< empty if there is nothing to upload: then the screen offers to look again
 };
 
 constexpr const char* notAvailable = "Not available yet";
@@ -57,7 +57,7 @@ ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailabilit
 {
     const Finding finding = findingOf(phase);
     const bool isFound = std::holds_alternative<phase::Found>(phase);
-    // This screen does not ask how a review goes on, so it offers to look again.
+    // This screen does not follow a review, so it offers to look again.
     const bool isInReview = isFound && availability && availability->is<QuestAvailability::InReview>();
     const bool isDeadEnd = std::string_view(finding.primary).empty();
     return {.title = finding.title,

@@ -6,13 +6,13 @@
 
 #include <optional>
 
-/// The find screen. Dates are those of the user's zone. Threads: any.
+/// The texts of the find screen. Dates are in the user's zone. Threads: any.
 namespace vorn {
 
-/// `availability` is what the quest says about another upload; nothing before it is known.
+/// `availability` is what the quest says about another upload; nothing until it is known.
 ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailability>& availability);
 
-/// Whether it is not known yet if there is a chat.
+/// Whether it is still unknown if there is a chat.
 bool isLooking(const ScanPhase& phase);
 
 } // namespace vorn

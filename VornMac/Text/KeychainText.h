@@ -6,10 +6,10 @@
 
 #include <optional>
 
-/// What the user hears of the keychain, in which the session is kept. Threads: any.
+/// Texts about the keychain, in which the session is kept. Threads: any.
 namespace vorn {
 
-/// In place of the screens until the stored session is read. `refusal` is the keychain's, where it refused.
+/// Replaces the screens until the stored session is read. `refusal` is the keychain's error, if it refused.
 ScreenText keychainText(const RestorePhase& phase, const std::optional<KeychainError>& refusal);
 
 } // namespace vorn

@@ -28,7 +28,7 @@ const char* kindOf(std::string_view mimeType)
 
 void addText(MessageEntry& entry, std::string_view text)
 {
-    const bool fits = text.size() <= shownCharacters; // in bytes, so in characters as well
+    const bool fits = text.size() <= shownCharacters; // in bytes, and therefore in characters
     const std::string first = fits ? std::string(text) : text::prefixOfCharacters(text, shownCharacters);
     entry.text = drawable(first);
     if (first.size() == text.size()) return;

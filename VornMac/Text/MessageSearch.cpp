@@ -24,7 +24,7 @@ bool MessageSearch::finds(const ExportedMessage& message)
     return false;
 }
 
-// Most texts are ASCII, which needs neither Unicode's tables nor memory of its own.
+// Most texts are ASCII, which needs neither Unicode's tables nor an allocation.
 bool MessageSearch::isIn(std::string_view text)
 {
     const bool isASCII = std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });

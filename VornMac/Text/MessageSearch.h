@@ -7,14 +7,13 @@
 
 namespace vorn {
 
-/// Finds words in messages, whatever their case: in the text, the links, and what each attachment is. Threads: one at a
-/// time.
+/// Finds words in messages, in any case: in the text, the links, and the kinds of attachments. Threads: one at a time.
 class MessageSearch {
 public:
-    /// White space around `words` does not count.
+    /// Ignores white space around `words`.
     explicit MessageSearch(std::string_view words);
 
-    /// Whether there is nothing to look for: every message has it.
+    /// Whether there is nothing to look for: then every message matches.
     bool isEmpty() const noexcept { return words_.empty(); }
     bool finds(const ExportedMessage& message);
 

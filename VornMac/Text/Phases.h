@@ -9,10 +9,10 @@
 
 namespace vorn {
 
-/// How far the work of a step has come. Values: two are equal when they show the same.
+/// How far a step's work has come. Values: equal if they show the same.
 namespace phase {
 
-/// A phase's name, as programs are told it.
+/// A phase's name for programs.
 template <std::size_t size>
 struct Name {
     char text[size]{}; // NOLINT(modernize-avoid-c-arrays): a template argument
@@ -20,7 +20,7 @@ struct Name {
     consteval Name(const char (&literal)[size]) { std::copy_n(literal, size, text); }
 };
 
-/// A case that carries nothing but its name.
+/// A phase without anything but its name.
 template <Name phaseName>
 struct Plain {
     static constexpr const char* name() { return phaseName.text; }
@@ -30,23 +30,23 @@ struct Plain {
 /// The work stopped. Only linking is tried again by itself.
 using Failed = ErrorText;
 
-using Idle = Plain<"idle">;       ///< nothing was begun, or the session has ended since
-using Loading = Plain<"loading">; ///< the service is asked, or the chat is read
+using Idle = Plain<"idle">;       ///< nothing has begun, or the session has ended since
+using Loading = Plain<"loading">; ///< waits for the service, or reads the chat
 
-using Waiting = Plain<"waiting">; ///< `Loading`, for so long that the user wonders
-using Refused = Plain<"refused">; ///< the keychain did not let the program in
+using Waiting = Plain<"waiting">; ///< `Loading` for so long that the user must be told
+using Refused = Plain<"refused">; ///< the keychain refused access
 
 using Showing = Plain<"showing">;   ///< the code waits for the phone
-using Scanned = Plain<"scanned">;   ///< the phone has read the code; the user has to confirm there
+using Scanned = Plain<"scanned">;   ///< the phone has read the code; the user must confirm there
 using Rejected = Plain<"rejected">; ///< the phone declined; a new code follows
 
-using Unavailable = Plain<"unavailable">;     ///< there is no such quest for this user
-using NotConfigured = Plain<"notConfigured">; ///< the service does not say whom the chat is with
-using NotFound = Plain<"notFound">;           ///< there is no message of that chat on this Mac
+using Unavailable = Plain<"unavailable">;     ///< the user has no such quest
+using NotConfigured = Plain<"notConfigured">; ///< the service does not name the assistant's handles
+using NotFound = Plain<"notFound">;           ///< this Mac has no message of that chat
 using Found = Plain<"found">;
 
 using Preparing = Plain<"preparing">; ///< the archive is being packed
-using Finishing = Plain<"finishing">; ///< everything is sent; the service has to acknowledge it
+using Finishing = Plain<"finishing">; ///< everything is sent; the service must acknowledge it
 struct Uploading {
     double fraction = 0; ///< 0…1 of the archive's bytes
     bool operator==(const Uploading&) const = default;
@@ -59,13 +59,13 @@ struct Saved {
 
 } // namespace phase
 
-/// Of reading the stored session.
+/// Reading the stored session.
 using RestorePhase = std::variant<phase::Idle, phase::Loading, phase::Waiting, phase::Refused>;
 using LinkPhase = std::variant<phase::Loading, phase::Showing, phase::Scanned, phase::Rejected, phase::Failed>;
 using ScanPhase = std::variant<phase::Idle, phase::Loading, phase::Unavailable, phase::NotConfigured, phase::NotFound,
                                phase::Found, phase::Failed>;
 using UploadPhase = std::variant<phase::Idle, phase::Preparing, phase::Uploading, phase::Finishing, phase::Failed>;
-/// Of saving a copy of the archive for the user.
+/// Saving a copy of the archive for the user.
 using CopyPhase = std::variant<phase::Idle, phase::Preparing, phase::Saved, phase::Failed>;
 
 } // namespace vorn

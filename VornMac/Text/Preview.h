@@ -9,22 +9,22 @@ namespace vorn {
 
 /// One message of the preview. A value.
 struct PreviewedMessage {
-    std::string text; ///< its first 140 characters as `drawable` gives them, or a word for one without text
+    std::string text; ///< its first 140 characters, made `drawable`, or a word for a message without text
     bool fromMe = false;
     bool operator==(const PreviewedMessage&) const = default;
 };
 
-/// `message` with who wrote it, as a line of its own: "You: Hello".
+/// `message` with its sender, as one line: "You: Hello".
 std::string spokenText(const PreviewedMessage& message);
 
-/// The end of `messages` as the user sees it before an upload: the last six, or all if they are fewer. Takes as long
-/// for a million of them. Threads: any.
+/// The end of `messages` as the user sees it before an upload: the last six, or all if they are fewer. The time does
+/// not depend on their number. Threads: any.
 std::vector<PreviewedMessage> previewOf(const MessageList& messages);
 
-/// A made-up conversation, to show what kind of thing is uploaded.
+/// A made-up conversation as an example of what is uploaded.
 std::vector<PreviewedMessage> exampleConversation();
 
-inline constexpr const char* conversation = "Messages"; ///< what a screen reader calls one
+inline constexpr const char* conversation = "Messages"; ///< a thread's name for a screen reader
 inline constexpr const char* userName = "You";
 inline constexpr const char* assistantName = "Nimbrel";
 inline constexpr const char* assistantInitial = "N";

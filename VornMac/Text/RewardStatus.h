@@ -4,10 +4,10 @@
 
 namespace vorn {
 
-/// How a reward stands while an upload and its review go on, which the symbol on its card says.
+/// The state of a reward during an upload and its review, shown by the symbol on its card.
 enum class RewardStanding { packing, sending, notSent, checking, personChecking, paid, refused, stopped };
 
-/// The same with the words beside the symbol. A value.
+/// The same with the text beside the symbol. A value.
 struct RewardStatus {
     RewardStanding standing = RewardStanding::packing;
     std::string text{};

@@ -5,38 +5,37 @@
 
 namespace vorn {
 
-/// How things stand, which the symbol beside a status says.
+/// How things stand, shown by the symbol beside a status.
 enum class Tone { waiting, good, warning, bad };
 
 /// The same for a screen reader.
 const char* toneText(Tone tone);
 
-/// One line of state. Empty where there is nothing to say.
+/// One line of state. Empty if there is nothing to say.
 struct StatusText {
     Tone tone = Tone::waiting;
     std::string text{};
     bool operator==(const StatusText&) const = default;
 };
 
-/// What a screen says, by the part that says it. Screens lay it out and choose no words; a part that is empty is not
-/// shown. A value.
+/// The texts of a screen, part by part. Screens lay them out and choose none; an empty part is not shown. A value.
 struct ScreenText {
     std::string title{};
     std::string subtitle{};
-    std::string heading{};            ///< of the steps
+    std::string heading{};            ///< above the steps
     std::vector<std::string> lead{};  ///< paragraphs under the title
     std::vector<std::string> steps{}; ///< what the user does, in order
     StatusText status{};
-    StatusText remark{};              ///< what more there is to know, under the content
-    std::vector<std::string> hints{}; ///< what may help or comfort; the first matters most
+    StatusText remark{};              ///< a note under the content
+    std::vector<std::string> hints{}; ///< advice or comfort; the most important first
     std::string note{};               ///< in small print
 
     // Labels of buttons.
     std::string retry{};
-    std::string primary{}; ///< leads on
+    std::string primary{}; ///< continues
     std::string back{};
 
-    std::string caption{}; ///< of the panel beside the form
+    std::string caption{}; ///< under the panel beside the form
 
     bool operator==(const ScreenText&) const = default;
 };

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-/// An export in numbers, as users read them. Threads: any.
+/// Texts for an export in numbers. Threads: any.
 namespace vorn {
 
-/// `count` as English writes it, with its thousands apart: "1,204".
+/// `count` in English notation: "1,204".
 std::string countText(std::int64_t count);
 
 /// One line of the chat in numbers. A value.
@@ -19,10 +19,10 @@ struct StatisticsRow {
     bool operator==(const StatisticsRow&) const = default;
 };
 
-/// The chat in numbers; without dates there is no row for them.
+/// The rows of the chat in numbers; without dates there is no row for them.
 std::vector<StatisticsRow> statisticsRows(const NimbrelExportStats& stats);
 
-/// The first and the last day, those of the user's zone: "Dec 31, 2025 – Mar 1, 2026". Empty when either is missing.
+/// The first and the last day in the user's zone: "Dec 31, 2025 – Mar 1, 2026". Empty if either is missing.
 std::string datesText(const NimbrelExportStats& stats);
 
 } // namespace vorn

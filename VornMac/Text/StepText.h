@@ -8,17 +8,17 @@
 
 namespace vorn {
 
-/// What the words of a step's screen are chosen from.
+/// The state that decides a screen's texts.
 struct StepState {
     Step step = Step::link;
     LinkPhase link{};
     FullDiskAccessStatus access = FullDiskAccessStatus::denied;
     ScanPhase scan{};
     UploadPhase upload{};
-    UploadOutcome outcome{}; ///< of the last upload; the quest's part is known before one
+    UploadOutcome outcome{}; ///< of the last upload; the quest's part is known before there is one
 };
 
-/// Returns the words of the step's screen. Threads: any.
+/// Returns the texts of the step's screen. Threads: any.
 ScreenText textOfStep(const StepState& state);
 
 } // namespace vorn

@@ -10,15 +10,15 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::seconds;
 
-constexpr auto window = 15s;           ///< that the rate is taken over
+constexpr auto window = 15s;           ///< the time over which the rate is taken
 constexpr auto enough = 2s;            ///< less would be a guess
 constexpr auto betweenSamples = 250ms; ///< progress comes in thousands of steps a second
-constexpr auto standstill = 5s;        ///< after which nobody knows
-constexpr auto smallestChange = 4s;    ///< of an end that was told; less is not worth a jump
+constexpr auto standstill = 5s;        ///< after this, the time left is unknown
+constexpr auto smallestChange = 4s;    ///< of an announced end; a smaller one is not worth a jump
 constexpr double changeInTime = 0.25;  ///< of the time left, likewise
 constexpr auto longestTold = 24h;
 
-/// Whether a user who was told of the end `told` may stay with it, where `measured` is what it looks like now.
+/// Whether the announced end `told` may stay, now that `measured` is the better estimate.
 bool isStillRight(TimeLeft::Time told, TimeLeft::Time measured, TimeLeft::Time now)
 {
     const auto left = std::chrono::duration<double>(measured - now);
@@ -30,7 +30,7 @@ bool isStillRight(TimeLeft::Time told, TimeLeft::Time measured, TimeLeft::Time n
 
 void TimeLeft::update(const UploadProgress& progress, Time now)
 {
-    // A part that is sent again takes the upload back: what was measured before says nothing about what is left.
+    // A part that is sent again takes the upload back: earlier samples say nothing about the time left.
     if (!samples_.empty() && progress.bytesSent < samples_.back().bytes) *this = {};
     if (samples_.empty() || progress.bytesSent > samples_.back().bytes) lastMove_ = now;
     if (!samples_.empty() && now - samples_.back().at < betweenSamples) return;
@@ -59,7 +59,7 @@ std::optional<seconds> TimeLeft::at(Time now) const
 
 std::string timeLeftText(seconds left)
 {
-    constexpr auto aMinute = 55s; // what is longer is no longer told in tens of seconds
+    constexpr auto aMinute = 55s; // longer times are no longer given in tens of seconds
     constexpr auto anHour = 55min;
     if (left < 10s) return "a few seconds left";
     if (left < aMinute) return fmt::format("about {} seconds left", (left.count() + 5) / 10 * 10);

@@ -10,16 +10,16 @@
 
 namespace vorn {
 
-/// Estimates how long an upload still takes, from its bytes over time. It keeps to the end that it has once told while
-/// that stays about right: what is shown counts down and does not jump. Threads: one at a time.
+/// Estimates how long an upload still takes, from its bytes over time. Keeps to an announced end while that stays about
+/// right, so that the shown time counts down and does not jump. Threads: one at a time.
 class TimeLeft {
 public:
-    using Time = std::chrono::nanoseconds; ///< of a clock that only goes forward
+    using Time = std::chrono::nanoseconds; ///< of a monotonic clock
 
-    /// How far the upload is at `now`.
+    /// Notes the progress at `now`.
     void update(const UploadProgress& progress, Time now);
 
-    /// Absent until there is enough to go by, and once nothing has moved for a while.
+    /// Absent until there are enough samples, and once nothing has moved for a while.
     std::optional<std::chrono::seconds> at(Time now) const;
 
 private:
@@ -31,10 +31,10 @@ private:
 
     std::deque<Sample> samples_; ///< of the last seconds, the oldest first
     Time lastMove_{};
-    std::optional<Time> end_; ///< as it was told
+    std::optional<Time> end_; ///< the announced end
 };
 
-/// "about 2 minutes left", the coarser the longer.
+/// "about 2 minutes left", in coarser steps for longer times.
 std::string timeLeftText(std::chrono::seconds left);
 
 } // namespace vorn

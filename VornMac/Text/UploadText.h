@@ -9,33 +9,33 @@
 #include <optional>
 #include <string>
 
-/// The upload screen. Threads: any.
+/// The texts of the upload screen. Threads: any.
 namespace vorn {
 
 ScreenText uploadText(const UploadPhase& phase);
 
-inline constexpr const char* archiveName = "vorn-nimbrel-export.zip"; ///< what the bar is called
+inline constexpr const char* archiveName = "vorn-nimbrel-export.zip"; ///< the bar's name
 
-/// How the bar of an upload stands. A value.
+/// The state of an upload's bar. A value.
 struct UploadBar {
     double value = 0;        ///< 0…1
-    bool isMeasured = false; ///< how much is done is known
-    bool isBusy = false;     ///< something is done, and nobody knows how much of it
+    bool isMeasured = false; ///< it is known how much is done
+    bool isBusy = false;     ///< work goes on, but its progress is unknown
     bool operator==(const UploadBar&) const = default;
 
     bool isMoving() const { return isMeasured && value < 1; }
 };
 UploadBar uploadBar(const UploadPhase& phase);
 
-/// How the reward stands while its upload goes on.
+/// The state of the reward during its upload.
 RewardStatus rewardStatus(const UploadPhase& phase);
 
-/// `fraction`, 0…1, in whole percents, rounded down: 100 is said when all is done.
+/// `fraction`, 0…1, in whole percents, rounded down: 100 means that all is done.
 int wholePercents(double fraction);
 std::string percentText(double fraction);  ///< "42 percent", for a screen reader
 std::string percentLabel(double fraction); ///< "42 %"
 
-/// What stands under the bar: "3.4 of 8.1 MB, about 2 minutes left", without a time where none is known. Empty while
+/// The text under the bar: "3.4 of 8.1 MB, about 2 minutes left", without a time while none is known. Empty while
 /// nothing is measured.
 std::string uploadAmounts(const UploadBar& bar, const UploadProgress& progress,
                           std::optional<std::chrono::seconds> timeLeft);

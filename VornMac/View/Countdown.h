@@ -4,13 +4,13 @@
 
 #include <optional>
 
-/// How a time that runs out is counted down in whole seconds. Plain functions: none reads a clock.
+/// Counts down to an expiry in whole seconds. Plain functions: none reads a clock.
 namespace vorn::countdown {
 
 /// The seconds from `date` to `expiry`, rounded up; 0 at the expiry and after it.
 int secondsLeft(Instant date, Instant expiry);
 
-/// How long it takes from `date` until that changes; nothing once it is 0.
+/// How long after `date` that number changes; nothing once it is 0.
 std::optional<Clock::Duration> untilNextSecond(Instant date, Instant expiry);
 
 } // namespace vorn::countdown

@@ -50,7 +50,7 @@ void Everything::open()
 void Everything::close()
 {
     if (!isOpen_) return;
-    setOpen(false); // the page goes before what it shows
+    setOpen(false); // the page must go before its content
     messages_.show(nullptr, context_, &model_->background());
     setWords({});
 }

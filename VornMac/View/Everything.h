@@ -15,9 +15,9 @@
 
 namespace vorn {
 
-/// The page over the find screen that shows all that would be uploaded and what was left out, and saves a copy of it.
-/// It closes by itself with what it shows: when the step changes, the session ends, or the chat is looked for again.
-/// Threads: the model's.
+/// The page over the find screen that shows everything that would be uploaded and what was left out, and saves a copy
+/// of it. Closes by itself when its content goes: when the step changes, the session ends, or the chat is looked for
+/// again. Threads: the model's.
 class Everything : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -38,7 +38,7 @@ class Everything : public QObject {
     Q_PROPERTY(bool isSaving READ isSaving NOTIFY copyStatusChanged)
     Q_PROPERTY(QUrl suggestedFile READ suggestedFile CONSTANT)
 
-    // Words that depend on nothing.
+    // Constant texts.
     Q_PROPERTY(QString seeLabel READ seeLabel CONSTANT)
     Q_PROPERTY(QString title READ title CONSTANT)
     Q_PROPERTY(QString subtitle READ subtitle CONSTANT)
@@ -52,7 +52,7 @@ class Everything : public QObject {
     Q_PROPERTY(QString fileSuffix READ fileSuffix CONSTANT)
 
 public:
-    /// `context` is the model's; both outlive this, and `context` is shut down before it goes. Without them it stays
+    /// `context` is the model's. Both outlive this, and `context` is shut down first. Without them the page stays
     /// closed, and its operations do nothing.
     Everything(AppModel* model, MainContext* context);
     ~Everything() override;
@@ -63,10 +63,10 @@ public:
     void setWords(const QString& words);
     QString listed() const; ///< how many messages are listed
     bool isComplete() const { return messages_.isComplete(); }
-    QString nothingFound() const; ///< in place of a list without rows; empty where there are some
+    QString nothingFound() const; ///< replaces a list without rows; empty if there are some
     QStringList leftOutLabels() const { return leftOut_.labels; }
-    QStringList leftOutCounts() const { return leftOut_.counts; }   ///< one each
-    QStringList leftOutReasons() const { return leftOut_.reasons; } ///< one each
+    QStringList leftOutCounts() const { return leftOut_.counts; }   ///< one for each row
+    QStringList leftOutReasons() const { return leftOut_.reasons; } ///< one for each row
     QString leftOutNote() const { return leftOut_.note; }
     QStringList besides() const { return leftOut_.besides; }
     ShownStatus copyStatus() const;
@@ -85,7 +85,7 @@ public:
     static QString fileKind() { return archiveKind; }
     static QString fileSuffix();
 
-    /// Does nothing before a chat is found.
+    /// Does nothing until a chat is found.
     Q_INVOKABLE void open();
     Q_INVOKABLE void close();
     /// Saves a copy of the archive to the local file `file`.

@@ -81,7 +81,7 @@ void EverythingList::appendHits(const Hits& hits)
     const int first = rowCount();
     beginInsertRows({}, first, first + static_cast<int>(hits.size()) - 1);
     if (hits_) {
-        hits_->reserve(total()); // room that is not used takes no memory; room that grows leaves what it outgrew
+        hits_->reserve(total()); // takes no memory until it is used; growing would leave old blocks behind
         hits_->insert(hits_->end(), hits.begin(), hits.end());
     }
     endInsertRows();
@@ -99,7 +99,7 @@ std::size_t EverythingList::total() const
 
 int EverythingList::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(count()); // a list: its rows have none below
+    return parent.isValid() ? 0 : static_cast<int>(count()); // a list: its rows have no children
 }
 
 std::size_t EverythingList::placeOf(int row) const
@@ -120,7 +120,7 @@ QVariant EverythingList::data(const QModelIndex& index, int role) const
     if (!index.isValid() || index.row() >= rowCount()) return {};
     const std::size_t place = placeOf(index.row());
     switch (role) {
-    case dayRole: return shown(dates_->day(timeOf(exportResult_->messages[place]))); // asked for of neighbours too
+    case dayRole: return shown(dates_->day(timeOf(exportResult_->messages[place]))); // also requested for neighbours
     case authorRole: return shown(entryAt(place).author);
     case detailRole: return shown(detailText(entryAt(place)));
     case textRole: return shown(entryAt(place).text);

@@ -20,9 +20,9 @@
 
 namespace vorn {
 
-/// Every message that was found, or those in which something is searched for. It shares the export result and works a
-/// row out when it is asked for: a million messages take no more memory, and a search four bytes for each that it
-/// finds. Roles are the parts of a `MessageEntry`, and `spoken` for a screen reader. Threads: the model's.
+/// Every message that was found, or those that match a search. Shares the export result and makes a row when it is
+/// requested: a million messages take no more memory, and a search four bytes for each match. Roles are the parts of a
+/// `MessageEntry`, and `spoken` for a screen reader. Threads: the model's.
 class EverythingList : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -40,33 +40,33 @@ public:
         spokenRole,
         fromMeRole
     };
-    /// How many messages are searched before what was found is shown: a few milliseconds' work.
+    /// How many messages are searched before the matches among them are shown: a few milliseconds' work.
     static constexpr std::size_t searchedAtOnce = 16'384;
 
     EverythingList();
     ~EverythingList() override;
 
-    /// Shows `exportResult`, which may be null, without a search. Searches run in `background`, and come back to
-    /// `context`; both outlive this, and `context` is shut down before it goes.
+    /// Shows `exportResult`, which may be null, without a search. Searches run in `background` and return to `context`.
+    /// Both outlive this, and `context` is shut down first.
     void show(AppModel::ExportResult exportResult, MainContext* context, BackgroundExecutor* background);
-    /// Shows only the messages that hold `words`; all where there are none. What was shown stays until something was
-    /// searched, and the rest comes bit by bit.
+    /// Shows only the messages that hold `words`; all if there are none. The old rows stay until the first matches
+    /// arrive; the others follow bit by bit.
     void search(std::string_view words);
 
-    std::size_t count() const;                                   ///< of the rows
-    std::size_t total() const;                                   ///< of the messages
-    bool isSearch() const noexcept { return hits_.has_value(); } ///< whether the rows are what a search has found
-    bool isComplete() const noexcept { return isComplete_; }     ///< whether a search has come to its end
+    std::size_t count() const;                                   ///< of rows
+    std::size_t total() const;                                   ///< of messages
+    bool isSearch() const noexcept { return hits_.has_value(); } ///< whether the rows are matches of a search
+    bool isComplete() const noexcept { return isComplete_; }     ///< whether a search has ended
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 signals:
-    void listedChanged(); ///< how many rows there are, or that a search is complete
+    void listedChanged(); ///< the number of rows has changed, or a search has ended
 
 private:
-    using Hits = std::vector<std::uint32_t>; ///< places in the export result
+    using Hits = std::vector<std::uint32_t>; ///< indexes into the export result
 
     Async<> runSearch(MessageSearch search);
     void replaceHits(std::optional<Hits> hits);
@@ -80,7 +80,7 @@ private:
     std::unique_ptr<LocalDates> dates_; ///< null without a result
     std::optional<Hits> hits_;          ///< nothing without a search
     bool isComplete_ = true;
-    /// The roles of one row are asked for one after the other.
+    /// The roles of one row are requested one after the other.
     mutable std::optional<std::pair<std::size_t, MessageEntry>> lastEntry_;
     Task searching_;
 };

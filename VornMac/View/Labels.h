@@ -17,7 +17,7 @@
 
 namespace vorn {
 
-/// Words of the window that depend on nothing. Threads: the model's.
+/// Constant texts of the window. Threads: the model's.
 class Labels : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -72,7 +72,7 @@ public:
     static QString account() { return vorn::account; }
     static QString signOut() { return vorn::signOutOfThisMac; }
 
-    static QString stepIsDone() { return vorn::stepIsDone; } ///< for a screen reader, as the next
+    static QString stepIsDone() { return vorn::stepIsDone; } ///< for a screen reader, as is the next
     static QString stepIsNext() { return vorn::stepIsNext; }
 
     static QString codeName() { return vorn::codeName; } ///< for a screen reader

@@ -35,7 +35,7 @@ void PreviewList::showBubbles(std::vector<Bubble> bubbles)
 
 int PreviewList::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(bubbles_.size()); // a list: its rows have none below
+    return parent.isValid() ? 0 : static_cast<int>(bubbles_.size()); // a list: its rows have no children
 }
 
 QVariant PreviewList::data(const QModelIndex& index, int role) const

@@ -11,8 +11,8 @@
 
 namespace vorn {
 
-/// Messages as their bubbles show them. Roles: `text`; `spoken`, the same with who wrote it, for a screen reader; and
-/// `fromMe`, whether the user wrote it. Threads: the model's.
+/// Messages for their bubbles. Roles: `text`; `spoken`, the same with its sender, for a screen reader; and `fromMe`,
+/// whether the user is the sender. Threads: the model's.
 class PreviewList : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -23,8 +23,8 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Shows the end of `exportResult`, which may be null: at most six messages, whatever its size. Keeps nothing of
-    /// it.
+    /// Shows the end of `exportResult`, which may be null: at most six messages, whatever its size. Keeps no reference
+    /// to it.
     void show(const AppModel::ExportResult& exportResult);
     void show(const std::vector<PreviewedMessage>& messages);
     /// Shows what `other` shows now.

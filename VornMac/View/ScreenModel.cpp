@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-constexpr auto betweenLooks = std::chrono::seconds(1); // at the time that is left
+constexpr auto betweenLooks = std::chrono::seconds(1); // between looks at the time that is left
 
 } // namespace
 
@@ -51,7 +51,7 @@ void ScreenModel::follow()
     on(&AppModel::linkExpiresAtChanged, &ScreenModel::restartCountdown);
 }
 
-// The changes.
+// Changes.
 
 void ScreenModel::refresh()
 {
@@ -75,7 +75,7 @@ void ScreenModel::refresh()
     compare(&Shown::isOutcomeFinal, &ScreenModel::outcomeChanged);
     compare(&Shown::text, &ScreenModel::textChanged);
     compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
-    compare(&Shown::step, &ScreenModel::stepChanged);        // a screen that is made then reads everything
+    compare(&Shown::step, &ScreenModel::stepChanged);        // a new screen then reads everything
     for (const auto signal : changes) emit(this->*signal)(); // a slot may change the model and re-enter this
 }
 
@@ -136,7 +136,7 @@ void ScreenModel::followUpload()
     refresh();
 }
 
-// What is left grows less, or is no longer known, while nothing is reported too.
+// The time left also shrinks, or becomes unknown, while nothing is reported.
 Async<> ScreenModel::runUploadWatch()
 {
     while (true) {

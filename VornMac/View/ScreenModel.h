@@ -17,12 +17,12 @@
 namespace vorn {
 
 /// The application model as the screens see it: its state in QML's types, the finished texts of the step's screen, and
-/// its operations. It chooses no words: `VornMac/Text` does. A property's signal is sent once when the model's change
-/// has changed it. What depends on the time of day as well, as a cooldown does, is looked at whenever the model changes
-/// and before a screen is shown.
+/// its operations. `VornMac/Text` has the words. A property's signal is sent once when a change of the model has
+/// changed it. Properties that depend on the time of day as well, such as a cooldown, are computed whenever the model
+/// changes and before a screen is shown.
 ///
-/// A screen that fades out goes on showing what it showed: `stepLeft` is sent before anything of the next step is told,
-/// and `asItWas` gives the screen a model that stays as it is, whose operations do nothing.
+/// A screen that fades out keeps showing its last state: `stepLeft` is sent before anything of the next step, and
+/// `asItWas` returns a copy of the model for it that stays as it is.
 /// Threads: the model's.
 class ScreenModel : public QObject {
     Q_OBJECT
@@ -70,13 +70,14 @@ public:
     enum class Access { Granted, Denied, NoDatabase };
     Q_ENUM(Access)
 
-    /// `context` and `clock` are the model's. All three outlive this, and `context` is shut down before it goes.
+    /// `context` and `clock` are the model's. All three outlive this, and `context` is shut down first.
     ScreenModel(AppModel& model, MainContext& context, Clock& clock);
 
-    /// What is shown now, for good: for `screen`, which it goes with. Sends no signal, and its operations do nothing.
+    /// Returns a copy that keeps showing the present state, owned by `screen`. It sends no signals, and its operations
+    /// do nothing.
     Q_INVOKABLE vorn::ScreenModel* asItWas(QObject* screen) const;
 
-    /// No step is shown before: it is not known yet who is signed in.
+    /// No step is shown before this: it is not known yet who is signed in.
     bool isRestored() const { return shown_.restore.isOver; }
     const ShownText& keychain() const { return shown_.restore.text; } ///< what is shown instead
     int step() const { return static_cast<int>(shown_.step); }        ///< from 0
@@ -86,9 +87,9 @@ public:
     QString position() const;                             ///< of the step among all, for a screen reader
     bool isSignedIn() const { return shown_.user.isSignedIn; }
     QString identity() const { return shown_.user.identity; } ///< who is signed in; empty without a session
-    QString initial() const { return shown_.user.initial; }   ///< of the name, in upper case; may be empty
+    QString initial() const { return shown_.user.initial; }   ///< the name's first, in upper case; may be empty
 
-    bool isCodeRead() const { return shown_.link.isCodeRead; } ///< by the phone, where the user has to confirm
+    bool isCodeRead() const { return shown_.link.isCodeRead; } ///< by the phone, on which the user must confirm
     bool hasLinkFailed() const { return shown_.link.hasFailed; }
     QString qrPayload() const { return shown_.qrPayload; } ///< a secret, for the phone; empty once it has expired
     /// Whether a code is shown whose expiry is known.
@@ -109,7 +110,7 @@ public:
     bool isLooking() const { return shown_.scan.isLooking; }
     bool isFound() const { return shown_.scan.isFound; }
     QStringList statisticsLabels() const { return found_.labels; } ///< empty before something is found
-    QStringList statisticsValues() const { return found_.values; } ///< one each
+    QStringList statisticsValues() const { return found_.values; } ///< one for each label
     PreviewList* preview() { return &preview_; }
     Everything* everything() { return &everything_; }
     bool canUpload() const { return shown_.canUpload; }
@@ -119,11 +120,11 @@ public:
     const ShownReward& reward() const { return shown_.reward; } ///< the submission's, else the quest's: "$12.50"
     /// The reward's amount while it is counted up: `part` of it, 0…1.
     Q_INVOKABLE QString countedReward(double part) const;
-    /// Whether the reward of a submission was paid since this was last asked: it is worth a moment once.
+    /// Whether the reward of a submission was paid since the last call: it is celebrated once.
     Q_INVOKABLE bool takeMoment();
-    bool isOutcomeFinal() const { return shown_.isOutcomeFinal; } ///< nothing more is to be waited for
+    bool isOutcomeFinal() const { return shown_.isOutcomeFinal; } ///< there is nothing more to wait for
 
-    /// Begins the work of the first step; after a refusal, asks the keychain again.
+    /// Begins the work of the first step. After a refusal, asks the keychain again.
     Q_INVOKABLE void start();
     /// After a refusal: links this Mac, whatever is stored.
     Q_INVOKABLE void startSignedOut();
@@ -132,7 +133,7 @@ public:
     Q_INVOKABLE void lookForChat() { call(&AppModel::go, Step::find); }
     Q_INVOKABLE void startLinking() { call(&AppModel::startLinking); }
     Q_INVOKABLE void acceptConsent() { call(&AppModel::acceptConsent); }
-    /// Looks at once whether the Messages database can be read, and goes on looking.
+    /// Checks at once whether the Messages database can be read, and continues to check.
     Q_INVOKABLE void startAccessProbe() { call(&AppModel::startAccessProbe); }
     Q_INVOKABLE void goOnOnceAccessIsSeen() { call(&AppModel::goOnOnceAccessIsSeen); }
     Q_INVOKABLE void openFullDiskAccessSettings() { call(&AppModel::openFullDiskAccessSettings); }
@@ -143,7 +144,7 @@ public:
 
 signals:
     void restorePhaseChanged();
-    void stepLeft(); ///< what is shown is still that of the step before
+    void stepLeft(); ///< the step before is still shown
     void stepChanged();
     void textChanged();
     void sessionChanged();
@@ -184,7 +185,7 @@ private:
         bool isFound = false;
         bool operator==(const Scan&) const = default;
     };
-    /// Each signal tells of one member.
+    /// Each signal belongs to one member.
     struct Shown {
         Restore restore;
         Step step = Step::link;
@@ -203,7 +204,7 @@ private:
         ShownReward reward;
         bool isOutcomeFinal = false;
     };
-    /// The words about an export, which are worked out only when there is another.
+    /// Texts about an export, made anew only for another one.
     struct Found {
         QStringList labels;
         QStringList values;
@@ -212,7 +213,7 @@ private:
 
     ScreenModel(const ScreenModel& shown, QObject* parent);
 
-    /// Nothing happens in a copy by `asItWas`.
+    /// Does nothing in a copy by `asItWas`.
     template <class... Taken, class... Given>
     void call(void (AppModel::*operation)(Taken...), Given... given)
     {
@@ -243,15 +244,15 @@ private:
     AppModel* model_; ///< null in a copy by `asItWas`
     MainContext* context_;
     Clock* clock_;
-    TimeLeft timeLeft_; ///< of the upload; made before what is shown, which asks it
+    TimeLeft timeLeft_; ///< of the upload; constructed before the members that use it
     Shown shown_;
     Found found_;
     PreviewList preview_;
     Everything everything_;
     int linkSecondsLeft_ = 0;
     Task countdown_;
-    Task uploadWatch_;                      ///< while it sends
-    std::optional<std::string> celebrated_; ///< the last submission that was worth a moment
+    Task uploadWatch_;                      ///< while it is sent
+    std::optional<std::string> celebrated_; ///< the last submission that was celebrated
 };
 
 } // namespace vorn

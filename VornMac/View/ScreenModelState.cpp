@@ -58,7 +58,7 @@ SubmissionStatus ScreenModel::submission() const
     return model_->submission().value_or(SubmissionStatus{});
 }
 
-// An earlier upload's submission is known until the next has one: before the last step it says nothing.
+// The submission of an earlier upload is known until the next has one: before the last step it means nothing.
 ShownReward ScreenModel::currentReward() const
 {
     if (model_->step() != Step::done) return {model_->reward(), rewardStatus(model_->uploadPhase())};

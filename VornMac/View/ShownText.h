@@ -33,11 +33,11 @@ public:
     bool operator==(const ShownStatus&) const = default;
 
     int tone = 0;
-    QString spokenTone; ///< empty where there is no text
+    QString spokenTone; ///< empty without a text
     QString text;
 };
 
-/// An amount, and how a `RewardStatus` says that it stands. Its standing is a `RewardCard.Standing`.
+/// An amount with a `RewardStatus`. Its standing is a `RewardCard.Standing`.
 class ShownReward {
     Q_GADGET
     QML_ANONYMOUS
@@ -52,12 +52,12 @@ public:
     bool operator==(const ShownReward&) const = default;
 
     QString amount;
-    bool isAmount = false; ///< rather than words for one that is not known
+    bool isAmount = false; ///< rather than a text for an unknown one
     int standing = 0;
     QString status;
 };
 
-/// An `UploadBar` in numbers and words.
+/// An `UploadBar` in numbers and texts.
 class ShownUploadBar {
     Q_GADGET
     QML_ANONYMOUS
@@ -76,7 +76,7 @@ public:
     bool isBusy = false;
     QString percents;   ///< empty while nothing is measured
     QString percentage; ///< for a screen reader
-    QString amounts;    ///< how much of how much, and how long still
+    QString amounts;    ///< the amounts and the time left
 };
 
 /// A `ScreenText`.
