@@ -55,6 +55,6 @@ int main(int argc, char** argv)
         complain(*mistake + "\nTry VornMac --help.");
         return wrongArguments;
     }
-    vorn::QuitWatch quitWatch; // before any thread
+    vorn::QuitWatch quitWatch; // before any thread starts
     return run(quitWatch, line);
 }

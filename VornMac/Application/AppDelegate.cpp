@@ -29,7 +29,7 @@ void AppDelegate::didShowWindow()
     QIcon icon;
     for (const QFileInfo& file : QDir(":/icon").entryInfoList()) {
         QImageReader reader(file.filePath(), "PNG");
-        reader.setAutoDetectImageFormat(false); // or it asks the reader of every format, and each loads a library
+        reader.setAutoDetectImageFormat(false); // otherwise every format is asked, and each loads a library
         icon.addPixmap(QPixmap::fromImageReader(&reader));
     }
     if (!icon.isNull()) QGuiApplication::setWindowIcon(icon);

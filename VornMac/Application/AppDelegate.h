@@ -13,11 +13,11 @@ public:
     /// `quit` ends the application, and with it any upload.
     explicit AppDelegate(std::function<void()> quit);
 
-    /// Call it when there is an application, before its first window is shown.
+    /// Call it once there is an application, before its first window is shown.
     static void didFinishLaunching();
 
-    /// Sets the windows' icon, for desktops that do not find the installed one. A Mac's application has its bundle's:
-    /// there is none built in. Reading images takes its time, so call it when the first frame is there.
+    /// Sets the windows' icon, for desktops that do not find the installed one. On a Mac the bundle has the icon, and
+    /// none is built in. Call it after the first frame: reading images takes time.
     static void didShowWindow();
 };
 

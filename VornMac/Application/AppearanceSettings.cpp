@@ -14,7 +14,7 @@ std::optional<Appearance::Theme> themeIn(const UserDefaults& defaults)
     return std::nullopt;
 }
 
-/// Nothing where the defaults leave it to the system. A boolean that is false cannot be told from one that is missing.
+/// Nothing if the defaults leave it to the system. A false boolean cannot be told from a missing one.
 std::optional<bool> motionIn(const UserDefaults& defaults)
 {
     const bool reduces = defaults.boolean(overrides::reduceMotion);

@@ -7,11 +7,11 @@
 
 namespace vorn {
 
-/// Tells the appearance what the user wants and Qt does not know: how much may move, and what the user defaults
-/// override. Threads: the main one.
+/// Tells the appearance what Qt does not know: whether the user wants motion, and what the user defaults override.
+/// Threads: the main one.
 class AppearanceSettings {
 public:
-    /// Reads `defaults` once; what they leave open follows the system while this object lives.
+    /// Reads `defaults` once. What they leave open follows the system while this object lives.
     explicit AppearanceSettings(const UserDefaults& defaults);
 
 private:

@@ -26,14 +26,14 @@ std::string help()
     return text;
 }
 
-/// What Qt takes with the word behind it, after one "-" or two.
+/// Options of Qt that take the next word, after one "-" or two.
 constexpr std::array<std::string_view, 15> valuesOfQt{
     "display",       "geometry", "icon",    "name",        "platform",      "platformpluginpath",
     "platformtheme", "plugin",   "session", "qwindowicon", "qmljsdebugger", "qwindowgeometry",
     "qwindowtitle",  "style",    "title"};
 constexpr std::array<std::string_view, 3> flagsOfQt{"dograb", "nograb", "reverse"};
 
-/// How many words, from `word` on, Qt takes.
+/// How many words Qt takes, from `word` on.
 int countForQt(std::string_view word)
 {
     if (!word.starts_with('-')) return 0;
@@ -70,7 +70,7 @@ std::optional<std::string> CommandLine::unknown() const
 {
     const auto all = words();
     for (std::size_t at = 0; at < all.size();) {
-        const bool isTheSystems = all[at].starts_with("-psn_"); // some versions of macOS number what they start
+        const bool isTheSystems = all[at].starts_with("-psn_"); // some versions of macOS number the programs they start
         const int taken = isTheSystems ? 1 : countForQt(all[at]);
         if (taken == 0) return all[at];
         at += static_cast<std::size_t>(taken);

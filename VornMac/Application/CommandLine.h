@@ -14,12 +14,12 @@ namespace vorn {
 /// options from the rest.
 class CommandLine {
 public:
-    /// What the program does, for its help and its manual.
+    /// The program's purpose, for its help and its manual.
     static constexpr const char* purpose =
         "Shares your Nimbrel chat from this computer. Without arguments, opens the window.";
 
     CommandLine(int argc, char** argv);
-    CommandLine(CommandLine&&) = delete; ///< Qt keeps pointing to what is here
+    CommandLine(CommandLine&&) = delete; ///< Qt keeps pointers into this object
 
     const LayeredDefaults::Line& defaults() const noexcept { return defaults_.values(); }
 
@@ -27,10 +27,10 @@ public:
     std::optional<std::string> answer() const;
     /// Returns the first argument that neither this program nor Qt understands.
     std::optional<std::string> unknown() const;
-    /// Returns what is wrong with the line, as one line for the user; absent when nothing is.
+    /// Returns the mistake on the line, as one line for the user; absent when there is none.
     std::optional<std::string> mistake() const;
 
-    /// For the application object, which this outlives.
+    /// For the application object, which must not outlive this.
     int& count() noexcept { return count_; }
     char** values() noexcept { return values_.data(); }
 
@@ -38,8 +38,8 @@ private:
     std::span<const std::string> words() const { return std::span(arguments_).subspan(arguments_.empty() ? 0 : 1); }
 
     ArgumentDefaults defaults_;
-    std::vector<std::string> arguments_; ///< the program's name, and what is no default
-    std::vector<char*> values_;          ///< into them; Qt takes out what is its own
+    std::vector<std::string> arguments_; ///< the program's name, and all words that are no defaults
+    std::vector<char*> values_;          ///< point into them; Qt removes its own options
     int count_ = 0;
 };
 

@@ -8,8 +8,8 @@
 
 namespace vorn {
 
-/// Covers the construction of the application object: where no window can be shown, Qt aborts the process with advice
-/// that does not help. With this the process exits with status 1 and one line that does. Warnings of a successful start
+/// Covers the construction of the application object. Without a display, Qt aborts the process with advice that does
+/// not help; with this object the process exits with status 1 and one line that does. Warnings of a successful start
 /// are passed on at the end. Threads: the main one; one at a time.
 class DisplayWatch {
 public:

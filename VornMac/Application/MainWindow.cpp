@@ -58,7 +58,7 @@ void MainWindow::show(const std::function<void()>& onFirstFrame)
 
 void MainWindow::bringToFront(const std::string& activationToken)
 {
-    // Where Qt looks for it, and takes it away.
+    // Qt looks for it there, and removes it.
     if (!activationToken.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activationToken));
     window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
     window_->setVisible(true);

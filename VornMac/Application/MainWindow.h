@@ -14,7 +14,7 @@
 
 namespace vorn {
 
-/// A window that cannot be made: its file, or a module that it imports, is missing or wrong. `what()` has a line for
+/// A window that cannot be made: its file, or a module that it imports, is missing or wrong. `what()` has one line for
 /// each fault.
 class WindowError : public std::runtime_error {
 public:
@@ -39,17 +39,16 @@ public:
 
     /// Calls `onFirstFrame` once, on this thread, when the window is visible.
     void show(const std::function<void()>& onFirstFrame);
-    /// Raises the window, also when it was minimised. A Wayland desktop allows that only with an
-    /// `activationToken` that it has given out.
+    /// Raises the window, also if it is minimised. A Wayland desktop requires an `activationToken` of its own for that.
     void bringToFront(const std::string& activationToken = {});
-    /// Asks the user to look here, once, unless they do.
+    /// Asks for the user's attention once, unless the window is the active one.
     void askForAttention();
     /// Hides the window for good and saves where it was.
     void dismiss();
 
 private:
     QQmlEngine engine_;
-    std::unique_ptr<QQuickWindow> window_; ///< goes before its engine
+    std::unique_ptr<QQuickWindow> window_; ///< destroyed before its engine
     std::unique_ptr<GeometryKeeper> geometry_;
 };
 

@@ -32,7 +32,7 @@ void PresenceKeeper::showUpload()
 void PresenceKeeper::followReview()
 {
     const auto before = std::exchange(submission_, model_.submission());
-    if (!submission_) return withdraw(); // the session has ended: its outcome is nobody else's business
+    if (!submission_) return withdraw(); // the session has ended, and its outcome is private
     if (presence::isAccepted(before, submission_)) presence_.askToNotify();
     if (presence::isReviewed(before, submission_)) tellOutcome(*submission_);
 }

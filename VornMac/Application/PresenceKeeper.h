@@ -10,11 +10,11 @@
 
 namespace vorn {
 
-/// Keeps what the desktop shows of the application outside its window true to the model, and tells a user who looks
-/// elsewhere how the review ended (`PresenceRules`). Threads: the model's.
+/// Keeps what the desktop shows outside the window true to the model, and notifies a user of the end of a review while
+/// another window is active (`PresenceRules`). Threads: the model's.
 class PresenceKeeper final : public QObject {
 public:
-    /// What it needs of the window.
+    /// What it uses of the window.
     struct Window {
         std::function<bool()> isActive;
         std::function<bool()> reducesMotion;
@@ -24,7 +24,7 @@ public:
     /// `model` and `presence` outlive this object.
     PresenceKeeper(AppModel& model, DesktopPresence& presence, Window window);
 
-    /// Takes back what the user was told: call it when the window has become the active one.
+    /// Withdraws the notification. Call it when the window has become the active one.
     void withdraw();
 
 private:

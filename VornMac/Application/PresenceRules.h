@@ -8,10 +8,10 @@
 /// What shows outside the window, as plain functions of the model's state. Threads: any.
 namespace vorn::presence {
 
-/// Whether the computer has to stay awake: something is packed, sent or acknowledged.
+/// Whether the computer must stay awake: an archive is packed, sent or acknowledged.
 bool staysAwake(const UploadPhase& phase);
 
-/// The bar on the application's icon, 0…100; nothing while nothing is sent.
+/// The bar on the application's icon, 0…100; nothing unless something is sent.
 std::optional<int> percentOnIcon(const UploadPhase& phase);
 
 /// Whether `now` is an upload that the service has accepted since `before`.
@@ -20,20 +20,20 @@ bool isAccepted(const std::optional<SubmissionStatus>& before, const std::option
 /// Whether the review of `now` has ended since `before`.
 bool isReviewed(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
 
-/// Of the application's own window, when a review ends.
+/// The application's own window when a review ends.
 struct WindowState {
     bool isWindowActive = false;
     bool reducesMotion = false;
 };
 
-/// How a user is told of the end of a review.
+/// How the user is notified of the end of a review.
 struct Alert {
     bool notifies = false; ///< and asks for attention
     bool sounds = false;   ///< with the notification, or without one
     bool operator==(const Alert&) const = default;
 };
 
-/// Only good news makes a sound. The window tells who looks at it; with reduced motion in silence.
+/// Only good news makes a sound. In the active window the screen tells the outcome, with reduced motion silently.
 Alert alertFor(const ReviewStatus& outcome, WindowState window);
 
 } // namespace vorn::presence

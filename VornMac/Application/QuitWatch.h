@@ -9,14 +9,14 @@
 namespace vorn {
 
 /// Makes SIGTERM, SIGINT and SIGHUP quit the application as its user would. 5 seconds after the first signal, or on the
-/// second, it ends the process at once; the next start removes what stays in the temporary directory. Construct it in
-/// `main` before anything else: all threads must inherit that these signals are blocked.
+/// second, it ends the process at once; the next start removes what remains in the temporary directory. Construct it in
+/// `main` before any thread starts: threads must inherit the blocked signals.
 class QuitWatch {
 public:
     QuitWatch();
     QuitWatch(QuitWatch&&) = delete;
 
-    /// The shell's exit status for a program ended by the signal; 0 when none came.
+    /// The shell's exit status for a program that the signal ended; 0 if none came.
     int exitStatus() const noexcept { return watch_.cancelFlag().isCancelled() ? watch_.exitStatus() : 0; }
 
     /// While it lives, the first signal posts `onQuit` to the context, once; at once if it has already come. The

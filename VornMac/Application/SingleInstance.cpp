@@ -22,7 +22,8 @@ using namespace std::chrono_literals;
 constexpr auto betweenTries = 10ms;
 constexpr char answer = '!';
 
-/// Whether the instance that listens at `socket` comes to the front before `end`. One that is quitting hangs up.
+/// Asks the instance that listens at `socket` to come to the front, and returns whether it did before `end`. One that
+/// is quitting closes the connection.
 bool tell(const std::filesystem::path& socket, std::chrono::steady_clock::time_point end)
 {
     const FileDescriptor connection = connectTo(socket);
@@ -36,7 +37,7 @@ SingleInstance::SingleInstance(MainContext& context, std::function<void()> onSec
                                const Log& log)
     : context_(context), onSecondStart_(std::make_shared<std::function<void()>>(std::move(onSecondStart)))
 {
-    std::signal(SIGPIPE, SIG_IGN); // a second start that no longer waits must not end this process
+    std::signal(SIGPIPE, SIG_IGN); // a second start that has stopped waiting must not end this process
     try {
         start_ = meet(runtimeFolder(), rendezvous);
     } catch (const std::system_error& error) {
@@ -50,7 +51,7 @@ SingleInstance::~SingleInstance()
     if (!thread_.joinable()) return;
     endIn_.reset();
     thread_.join();
-    unlink(socket_.c_str()); // before unlocking: after it, the socket is the next instance's
+    unlink(socket_.c_str()); // before unlocking, after which the socket is the next instance's
 }
 
 SingleInstance::Start SingleInstance::meet(const std::filesystem::path& folder, const Rendezvous& rendezvous)
@@ -63,7 +64,7 @@ SingleInstance::Start SingleInstance::meet(const std::filesystem::path& folder, 
         }
         if (tell(folder / (rendezvous.name + ".socket"), end)) return Start::told;
         if (std::chrono::steady_clock::now() >= end) return Start::silent;
-        std::this_thread::sleep_for(betweenTries); // it is starting or quitting
+        std::this_thread::sleep_for(betweenTries); // the other one is starting or quitting
     }
 }
 
@@ -102,7 +103,7 @@ void SingleInstance::answerUntilTheEnd()
     }
 }
 
-/// The function dies with this object; the second start then finds its connection closed.
+/// The function is destroyed with this object; the second start then finds its connection closed.
 void SingleInstance::pass(std::shared_ptr<FileDescriptor> connection)
 {
     context_.post([weak = std::weak_ptr(onSecondStart_), connection = std::move(connection)] {

@@ -13,14 +13,14 @@
 
 namespace vorn {
 
-/// Keeps a user from running the application twice: a second start asks the first to come to the front, and ends.
-/// Leaves nothing behind that matters when killed. Ignores SIGPIPE from now on.
-/// Threads: the context's own. Destroy it as soon as the application begins to quit, and before its context, so that a
-/// new start is not turned away by a process that is about to end.
+/// Keeps a user from running the application twice: a second start asks the first to come to the front, and ends. A
+/// killed process leaves nothing that keeps the next from starting. Ignores SIGPIPE from now on. Threads: the context's
+/// own. Destroy it as soon as the application begins to quit, and before its context: a new start must not be turned
+/// away by a process that is about to end.
 class SingleInstance {
 public:
     enum class Start {
-        first,  ///< also when the lock fails, which is logged: better twice than never
+        first,  ///< also if the lock fails, which is logged: better twice than never
         told,   ///< another instance runs and has come to the front
         silent, ///< another instance runs and did not answer in time
     };

@@ -19,7 +19,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// For the clean-up of cancelled jobs. An abort that the service does not answer in this time is lost.
+/// For the clean-up of cancelled jobs. An abort that the service does not answer by then is lost.
 constexpr auto patienceForJobs = 700ms;
 
 std::filesystem::path executable()
@@ -129,7 +129,7 @@ int VornMacApp::run()
 
 void VornMacApp::quit()
 {
-    instance_.reset(); // a new start from here on must not be turned away
+    instance_.reset(); // from here on, a new start must not be turned away
     if (mainWindow_) mainWindow_->dismiss();
     QCoreApplication::exit();
 }

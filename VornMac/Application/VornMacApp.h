@@ -20,19 +20,19 @@ namespace vorn {
 /// The application: owns its model and its window for the life of the process. Threads: the main one.
 class VornMacApp {
 public:
-    /// Sets what Qt tells the desktop about this application. Call it before making the application object.
+    /// Tells Qt what desktops are told about this application. Call it before making the application object.
     static void describe();
 
-    /// `line` are the defaults of the command line; `source` describes the window. Needs an application object.
+    /// `line` holds the defaults of the command line; `source` describes the window. Needs an application object.
     VornMacApp(QuitWatch& watch, LayeredDefaults::Line line, QUrl source = MainWindow::standardSource());
     ~VornMacApp();
     VornMacApp(VornMacApp&&) = delete;
 
-    /// Runs until the user or a signal quits and returns the exit status. Where the application already runs, brings
-    /// that one to the front and returns. Throws `WindowError`.
+    /// Runs until the user or a signal quits, and returns the exit status. If the application already runs, brings that
+    /// instance to the front and returns. Throws `WindowError`.
     int run();
 
-    /// Ends `run` within a second. May be called again.
+    /// Ends `run` within a second. May be called repeatedly.
     void quit();
 
     AppModel& model(); ///< made on first use
@@ -47,7 +47,7 @@ private:
     QUrl source_;
     RunDefaults defaults_;
     LiveServices services_;
-    EventLoopContext loop_; ///< goes before the services that its jobs use
+    EventLoopContext loop_; ///< destroyed before the services that its jobs use
     std::optional<SingleInstance> instance_;
     std::optional<QuitWatch::Delivery> delivery_;
     std::optional<AppearanceSettings> appearance_;

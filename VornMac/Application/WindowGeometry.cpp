@@ -9,8 +9,8 @@ namespace {
 
 constexpr const char* maximized = "maximized";
 constexpr const char* fullScreen = "fullScreen";
-constexpr int largestNumber = 100'000; // beyond all screens, and far from where sums of them overflow
-constexpr QSize gripSize{120, 24};     // of the top edge, enough to drag the window by
+constexpr int largestNumber = 100'000; // larger than all screens; sums of such numbers do not overflow
+constexpr QSize gripSize{120, 24};     // how much of the top edge a user needs to drag the window by
 
 std::optional<WindowGeometry::State> stateFrom(const std::string& word)
 {

@@ -6,7 +6,7 @@
 namespace vorn {
 namespace {
 
-/// The desktop's own keys, and `usual`, which desktops that Qt does not know have as well.
+/// The desktop's own keys, and `usual`, which works on desktops unknown to Qt as well.
 QList<QKeySequence> keysFor(QKeySequence::StandardKey action, const QKeySequence& usual)
 {
     auto keys = QKeySequence::keyBindings(action);

@@ -13,15 +13,15 @@ class ArgumentDefaults {
 public:
     ArgumentDefaults() = default;
 
-    /// Takes every pair out of `arguments` whose key starts with one "-" and a capital letter; what is left keeps its
-    /// order. The last of several values for one key counts. After "--" nothing is an override, nor is a key at the
-    /// end, which has no value. Options of programs here are spelt in lower case, so that the two never meet.
+    /// Removes every pair from `arguments` whose key starts with one "-" and a capital letter; the rest keeps its
+    /// order. The last of several values for a key counts. After "--" nothing is an override, and a key at the end has
+    /// no value. Options of these programs are in lower case, so they are never taken for keys.
     static ArgumentDefaults takenFrom(std::vector<std::string>& arguments);
 
-    /// Whether `argument` is written as a key: "-Key".
+    /// Whether `argument` has the form of a key: "-Key".
     static bool isKey(const std::string& argument);
 
-    /// The value of `key`; nothing when the line does not override it.
+    /// The value of `key`; nothing if the line does not override it.
     std::optional<std::string> text(const std::string& key) const;
 
     const std::map<std::string, std::string>& values() const noexcept { return values_; }

@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// The user's defaults under those of the command line, which win for this run. What is set goes to the user's.
+/// The user's defaults under those of the command line, which win for this run. Writes to the user's.
 class LayeredDefaults final : public UserDefaults {
 public:
     using Line = std::map<std::string, std::string>; ///< texts by key

@@ -17,7 +17,7 @@
 
 namespace vorn {
 
-/// The user defaults of one run: the settings of the user, or of the file that the command line names, under the
+/// The user defaults of one run: the user's settings, or those in the file that the command line names, under the
 /// overrides of that line. Threads: the main one.
 class RunDefaults {
 public:
@@ -32,24 +32,24 @@ private:
     LayeredDefaults layered_;
 };
 
-/// The Messages database that `defaults` name, else the user's own. Throws `NoHomeFolder`.
+/// The Messages database named by `defaults`, else the user's own. Throws `NoHomeFolder`.
 std::filesystem::path messagesDatabase(const UserDefaults& defaults);
 
-/// Whether the window's session outlives the run; a run beside the user's own leaves the keychain alone.
+/// Whether the window's session outlives the run. A run on settings of its own does not touch the keychain.
 bool keepsSession(const UserDefaults& defaults);
 
-/// Where the keychain keeps the session of this program: in one place for all of them, but for itself where the
-/// keychain keeps programs apart and this one is no application in a bundle. Otherwise each would make the other ask
-/// the user.
+/// The session's place in the keychain: the same for all programs, except where the keychain keeps programs apart and
+/// this one is no application in a bundle. Then it has one of its own: otherwise each program would make the system ask
+/// the user about the other's.
 KeychainItem sessionItem();
 KeychainItem sessionItem(bool keepsProgramsApart, bool isInBundle);
 
-/// Everything the model works with, on this very machine: the one place where the real services are put together, for
-/// the window and for the terminal. Shut down the context whose jobs use them before they go. Threads: the main one.
+/// Everything the model works with on this machine: the one place where the real services are put together, for the
+/// window and for the terminal. Shut down the context whose jobs use them before destroying it. Threads: the main one.
 class LiveServices {
 public:
     struct Options {
-        bool keepsSession = true;            ///< in the keychain; otherwise only as long as this object lives
+        bool keepsSession = true;            ///< in the keychain; otherwise as long as this object lives
         std::filesystem::path application{}; ///< what the desktop reveals and starts again, see `applicationOf`
         std::function<void()> quit = [] {};  ///< called by the desktop, within an operation of the model, to relaunch
     };
@@ -58,7 +58,7 @@ public:
     LiveServices(UserDefaults& defaults, std::filesystem::path messagesDatabase, Options options);
     LiveServices(LiveServices&&) = delete;
 
-    /// As the model takes them, for jobs on `context`; they point into this object.
+    /// The services for the model, with jobs on `context`. They point into this object.
     AppServices forModel(MainContext& context);
 
     Clock& clock() noexcept { return clock_; }
@@ -68,7 +68,7 @@ public:
 private:
     UserDefaults& defaults_;
     std::filesystem::path messagesDatabase_;
-    TemporaryItems temporaryItems_; ///< sweeps leftovers, so it comes before anything that makes such a file
+    TemporaryItems temporaryItems_; ///< first: it sweeps leftovers before anything makes such a file
     SystemClock clock_;
     std::shared_ptr<HTTPSession> http_;
     BackgroundPool pool_;

@@ -21,7 +21,7 @@ bool isAnswer(const std::string& value)
     return isOneOf(value, {"yes", "true", "1", "no", "false", "0"});
 }
 
-/// False for what looks like another option. A file of such a name can be written as "./-name".
+/// False for what looks like another option. A file of such a name can be given as "./-name".
 bool isPath(const std::string& value)
 {
     return !value.empty() && !value.starts_with('-');

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-/// The user defaults that a command line may override: all of them stand here, with what they may be. Threads: any.
+/// All user defaults that a command line may override, with the values they may have. Threads: any.
 namespace vorn::overrides {
 
 // Keys, as "-Key value" on a line and as users set them.
 inline constexpr const char* messagesDatabase = "VornMessagesDatabaseOverride"; ///< for developers: a chat.db of theirs
-inline constexpr const char* settingsFile = "VornSettingsFile"; ///< on a line alone: for runs beside the user's own
+inline constexpr const char* settingsFile = "VornSettingsFile"; ///< on a line alone: for runs on settings of their own
 inline constexpr const char* appearance = "VornAppearance";
 inline constexpr const char* reduceMotion = "VornReduceMotion";
 inline constexpr const char* forgetsSession = "VornForgetsSession";
@@ -22,19 +22,19 @@ enum class Program { window, terminal };
 
 struct Key {
     const char* name;
-    const char* value; ///< a word for it, for the help
+    const char* value; ///< a word for the value, for the help
     const char* help;
-    bool inTerminal; ///< the terminal's program takes it too
-    const char* fit; ///< what it must be, in words
+    bool inTerminal; ///< the terminal's program accepts it too
+    const char* fit; ///< what the value must be, in words
     bool (*isFit)(const std::string& value);
 };
 
 /// Returns those that `program` accepts, in the order of its help.
 std::vector<Key> keysOf(Program program);
 
-/// Returns what is wrong with a command line of `program`, as one line for the user and fit for a terminal; absent when
-/// nothing is. `pairs` are its overrides and `words` the rest: a key at the end has no value. Accepts the system's own
-/// keys ("NS…" and "Apple…").
+/// Returns the mistake on a command line of `program`, as one line for the user and fit for a terminal; absent when
+/// there is none. `pairs` are its overrides and `words` the rest: a key at the end has no value. Accepts the system's
+/// own keys ("NS…" and "Apple…").
 std::optional<std::string> mistakeOnLine(const ArgumentDefaults& pairs, std::span<const std::string> words,
                                          Program program);
 

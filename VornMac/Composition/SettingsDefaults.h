@@ -11,10 +11,10 @@
 namespace vorn {
 
 /// The user's settings of an application, kept by the system. Reads them anew each time: another process may have
-/// changed them. Logs a value that could not be saved, which then holds as long as this object lives.
+/// changed them. A value that could not be saved is logged, and counts as long as this object lives.
 class SettingsDefaults final : public UserDefaults {
 public:
-    /// `identifier` is the application's bundle identifier, whose preferences macOS keeps.
+    /// `identifier` is the application's bundle identifier, under which macOS keeps the preferences.
     SettingsDefaults(const std::string& identifier, Log log);
     /// The settings in `file` instead, which the system does not know.
     SettingsDefaults(std::filesystem::path file, Log log);

@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// QSettings makes a file that others may read, but keeps the rights of one that is there. Where this fails, so does
-/// its own attempt, which it reports.
+/// QSettings creates a file that others may read, but keeps an existing file's rights. If this fails, so does
+/// QSettings, which reports it.
 void makePrivate(const fs::path& file)
 {
     std::error_code ignored;
@@ -39,7 +39,7 @@ std::optional<SettingsStore::Value> SettingsFile::find(const std::string& key) c
 {
     makePrivate(file_);
     const QVariant value = QSettings(pathOf(file_), QSettings::IniFormat).value(settingsKey(key));
-    // A boolean stays one until the file is read again: the file holds texts.
+    // A boolean stays one only until the file is read again: the file holds texts.
     if (value.metaType() == QMetaType::fromType<bool>()) return value.toBool();
     if (value.metaType() == QMetaType::fromType<QString>()) return value.toString().toStdString();
     return std::nullopt;

@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// The settings in one file, on every system. The file is made when it is missing, and so is the folder it lies in;
-/// what is made is private.
+/// The settings in one file, on every system. Creates the file and its folder if they are missing, private to this
+/// user.
 class SettingsFile final : public SettingsStore {
 public:
     explicit SettingsFile(std::filesystem::path file);

@@ -9,7 +9,7 @@ bool isPlain(char letter)
     return plain.find(letter) != std::string_view::npos;
 }
 
-/// A dot between two other characters; any other would be dropped.
+/// A dot between two other characters; QSettings would drop any other.
 bool isSeparator(std::string_view key, std::size_t at)
 {
     return key[at] == '.' && at > 0 && at + 1 < key.size() && key[at - 1] != '.' && key[at + 1] != '.';

@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// The key under which QSettings keeps `key`. Two keys never share one. QSettings takes "/" for a folder and drops
-/// those that are doubled: a dot becomes "/", and what could be mistaken becomes "%" and two digits.
+/// The key under which QSettings keeps `key`; no two keys share one. QSettings takes "/" for a folder and drops doubled
+/// ones: a dot becomes "/", and ambiguous characters become "%" and two digits.
 QString settingsKey(std::string_view key);
 
 } // namespace vorn

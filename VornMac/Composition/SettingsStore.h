@@ -14,7 +14,7 @@ public:
 
     virtual ~SettingsStore() = default;
 
-    /// Returns the value of `key`; absent when it is missing, or is neither a text nor a boolean.
+    /// Returns the value of `key`; absent if it is missing, or is neither a text nor a boolean.
     virtual std::optional<Value> find(const std::string& key) const = 0;
 
     /// Keeps `value` for later runs. Returns why that failed; absent on success.

@@ -27,7 +27,7 @@ private:
     void fill(QPainter& painter, double from, double to) const;
 
     double value_ = 1;  ///< 0…1, how much is filled
-    double sweep_ = -1; ///< where a light that runs along the bar is: it enters at 0 and has left at 1; below 0, none
+    double sweep_ = -1; ///< where the light along the bar is: it enters at 0 and has left at 1; below 0, none
     QColor startColor_ = Qt::black;
     QColor endColor_ = Qt::black;
     QColor trackColor_ = Qt::transparent;

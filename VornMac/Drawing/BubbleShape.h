@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// A speech bubble behind a message: round corners, and a tail at the bottom of the side that speaks. Its body leaves
+/// A speech bubble behind a message: round corners, and a tail at the bottom of the speaker's side. Its body leaves
 /// `tailWidth` free on both sides, so that bubbles with and without a tail line up.
 class BubbleShape : public vorn::PaintedItem {
     Q_OBJECT

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double discIsWhole = 0.45; // of the progress
 
-/// The strokes of the check in a square of 24, as far as `part` of their length.
+/// The strokes of the check in a square of 24, up to `part` of their length.
 QPainterPath checkUntil(double part)
 {
     const QLineF down(6.9, 12.4, 10.5, 16);

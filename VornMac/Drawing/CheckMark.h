@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// A check on a disc, as far as it is drawn: the disc grows first, then the check is written on it.
+/// A check on a disc, drawn up to its progress: the disc grows first, then the check is written on it.
 class CheckMark : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

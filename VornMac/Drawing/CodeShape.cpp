@@ -8,12 +8,12 @@
 namespace vorn {
 namespace {
 
-constexpr int modules = 37;  // as many as a code to link has
+constexpr int modules = 37;  // the number of a link's code
 constexpr int quietZone = 4; // modules on each side, as around a code
 constexpr int across = modules + 2 * quietZone;
 constexpr int eye = 7; // the squares in three corners
 
-/// Within the square by which readers find a code, its light edge included.
+/// Whether the module belongs to one of the squares by which readers find a code, or to its light edge.
 bool isInEye(int row, int column)
 {
     const auto isNear = [](int place) { return place <= eye; };
@@ -28,7 +28,7 @@ bool isDarkInEye(int row, int column)
     return edge == 0 || edge >= 2;
 }
 
-/// Looks random, and is always the same.
+/// Pseudo-random, the same each time.
 bool isDark(int row, int column)
 {
     if (isInEye(row, column)) return isDarkInEye(row, column);
@@ -42,7 +42,7 @@ bool isDark(int row, int column)
 
 CodeShape::CodeShape(QQuickItem* parent) : PaintedItem(parent)
 {
-    setTextureSize({across, across}); // a pixel a module
+    setTextureSize({across, across}); // one pixel a module
     setSmooth(false);
 }
 
@@ -53,7 +53,7 @@ int CodeShape::modulesAcross()
 
 void CodeShape::paint(QPainter* painter)
 {
-    const QPaintDevice* surface = painter->device(); // a pixel a module, times the screen's
+    const QPaintDevice* surface = painter->device(); // one pixel a module, times the screen's scale
     painter->resetTransform();
     painter->scale(surface->width() / double(across), surface->height() / double(across));
     for (int row = 0; row < modules; ++row) {

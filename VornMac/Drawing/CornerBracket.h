@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// One corner of a camera's viewfinder, with the turn in its own corner. Four small items are a tenth of the pixels
-/// that one around all of it would have.
+/// One corner of a camera's viewfinder, whose turn is in the item's own corner. Four small items have a tenth of the
+/// pixels of one around them all.
 class CornerBracket : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

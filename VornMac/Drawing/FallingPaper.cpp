@@ -10,12 +10,12 @@ namespace vorn {
 namespace {
 
 constexpr int bits = 36;
-constexpr double length = 9; // of a bit, in points
+constexpr double length = 9; // of a piece, in points
 constexpr double breadth = 5;
 constexpr double lastStart = 0.3;  // of the time
-constexpr double fadesAfter = 0.7; // of a bit's way
+constexpr double fadesAfter = 0.7; // of a piece's way
 
-/// Between 0 and 1, spread over the bits; `salt` gives another order.
+/// A number from 0 to 1 for each piece; `salt` gives another order.
 double spread(int bit, double salt)
 {
     const double golden = std::numbers::phi * (bit + 1) + salt * (bit + 1) * (bit + 1);

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// Bits of coloured paper that fall once over the item's whole height, each time along the same paths. Nothing is drawn
+/// Pieces of coloured paper that fall once over the item's whole height, each time along the same paths. Draws nothing
 /// before and after.
 class FallingPaper : public vorn::PaintedItem {
     Q_OBJECT
@@ -24,7 +24,7 @@ public:
 private:
     double progress_ = 1; ///< 0…1, of the time
     QColor startColor_ = Qt::black;
-    QColor endColor_ = Qt::black; ///< each bit has one between the two
+    QColor endColor_ = Qt::black; ///< each piece has a colour between the two
 };
 
 } // namespace vorn

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// An item that is painted anew whenever its looks change. Who derives from it writes its namespace too: the
-/// description of types for QML takes the name as it is written.
+/// An item that is painted anew whenever its properties change. Derived classes name it with its namespace: the
+/// description of types for QML copies the name as it is written.
 class PaintedItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS

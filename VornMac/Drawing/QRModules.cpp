@@ -10,7 +10,7 @@
 namespace vorn {
 namespace {
 
-constexpr int quietZone = 4; // modules on each side, as the standard asks for
+constexpr int quietZone = 4; // modules on each side, as the standard requires
 
 void drawModules(QPainter& painter, const QRMatrix& code, QSize pixels)
 {
@@ -32,7 +32,7 @@ QRModules::QRModules(QQuickItem* parent) : PaintedItem(parent)
 {
     setFlag(ItemHasContents, false);
     connect(this, &QRModules::looksChanged, this, [this] {
-        setFlag(ItemHasContents, !payload_.isEmpty()); // or an empty image is kept
+        setFlag(ItemHasContents, !payload_.isEmpty()); // otherwise an empty image is kept
         update();
     });
     setSmooth(false);
@@ -49,7 +49,7 @@ void QRModules::paint(QPainter* painter)
     try {
         drawModules(*painter, QRMatrix({bytes.constData(), static_cast<std::size_t>(bytes.size())}), pixels);
     } catch (const std::length_error&) {
-        qWarning("a code is too long to be shown"); // never its text: it links this Mac
+        qWarning("a code is too long to be shown"); // never log its text: it links this Mac
     }
 }
 

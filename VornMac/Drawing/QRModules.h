@@ -8,8 +8,8 @@
 namespace vorn {
 
 /// The dark modules of a QR code (ISO/IEC 18004, error correction level M), with room for four light ones all around.
-/// It has no ground of its own: lay it on a light one, whatever the theme. A module is as many whole pixels of the
-/// screen as fit, so that none is blurred.
+/// It has no background: lay it on a light one, whatever the theme. A module is as many whole pixels of the screen as
+/// fit, so that none is blurred.
 class QRModules : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -20,7 +20,7 @@ public:
 
     const QString& payload() const noexcept { return payload_; }
 
-    /// Draws nothing for an empty payload and for one that fits no code.
+    /// Draws nothing for an empty payload, or for one that fits no code.
     void paint(QPainter* painter) override;
 
 private:

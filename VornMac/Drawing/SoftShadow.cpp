@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-// What is this soft can be painted small and enlarged: it has no detail to lose, and is as large as the largest card.
+// A soft shadow is painted small and enlarged: it has no detail to lose, and is as large as the largest card.
 void SoftShadow::geometryChange(const QRectF& now, const QRectF& before)
 {
     constexpr int pointsInPixel = 2;
@@ -14,8 +14,8 @@ void SoftShadow::geometryChange(const QRectF& now, const QRectF& before)
     setTextureSize((now.size() / pointsInPixel).toSize());
 }
 
-// Rounded rectangles inside each other, each in its own strength: works without effects in every renderer. Each
-// replaces what it covers: colours this faint would be rounded away if they were added up.
+// Rounded rectangles inside each other, each of its own strength: works in every renderer, without effects. Each
+// replaces what it covers: such faint colours, added up, would be rounded away.
 void SoftShadow::paint(QPainter* painter)
 {
     const int layers = std::max(1, static_cast<int>(2 * blur_));

@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// The soft shadow of a card with round corners: from `blur` outside its edges to as far inside. Give it the card's
-/// size on every side plus `blur`, and lay it below.
+/// The soft shadow of a card with round corners, from `blur` outside its edges to as far inside. Give it the card's
+/// size plus `blur` on every side, and lay it below.
 class SoftShadow : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -25,7 +25,7 @@ protected:
     void geometryChange(const QRectF& now, const QRectF& before) override;
 
 private:
-    QColor color_ = Qt::black; ///< where it is darkest
+    QColor color_ = Qt::black; ///< at its darkest
     double blur_ = 24;
     double radius_ = 16; ///< of the card
 };

@@ -17,7 +17,7 @@ class SpinnerBlades : public vorn::PaintedItem {
 public:
     using PaintedItem::PaintedItem;
 
-    int turns() const noexcept { return turns_; } ///< blades that it has turned by so far
+    int turns() const noexcept { return turns_; } ///< how many blades it has turned by
 
     /// Turns by one blade.
     Q_INVOKABLE void turn();

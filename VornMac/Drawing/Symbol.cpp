@@ -25,7 +25,7 @@ void Symbol::paint(QPainter* painter)
     painter->setRenderHint(QPainter::Antialiasing);
     drawing.render(painter, frame);
     if (color_.alpha() == 0) return;
-    // The item's own surface holds nothing but the symbol, so what is opaque there is what takes the colour.
+    // The item's own surface holds only the symbol: its opaque pixels take the colour.
     painter->setCompositionMode(QPainter::CompositionMode_SourceIn);
     painter->fillRect(boundingRect(), color_);
 }

@@ -22,7 +22,7 @@ public:
 
 private:
     QString name_;
-    QColor color_ = Qt::transparent; ///< leaves the file's own colours
+    QColor color_ = Qt::transparent; ///< keeps the file's own colours
 };
 
 } // namespace vorn

@@ -6,14 +6,13 @@
 
 namespace vorn {
 
-/// Emits the signals of a transition once it is over: a listener always sees a consistent state, and what it does in
-/// answer never re-enters a transition.
-/// Threads: one.
+/// Emits the signals of a transition once it is over: listeners always see a consistent state, and their reaction never
+/// re-enters a transition. Threads: one.
 class Announcements {
 public:
     using Tell = std::function<void()>;
 
-    /// Defers signals while one lives. The end of the outermost emits them in order.
+    /// Defers signals while it lives. The end of the outermost one emits them in order.
     class [[nodiscard]] Transition {
     public:
         explicit Transition(Announcements& announcements) : announcements_(announcements) { ++announcements_.depth_; }
@@ -31,8 +30,7 @@ public:
     enum class Place { last, first };
 
     /// `property`, which must outlive this, has changed from `before`. Several changes before the signal is emitted
-    /// count as one, and as none when the value is `before` again by then. `place` is its place among the deferred
-    /// ones.
+    /// count as one, or as none if the value is `before` again by then. `place` is its place among the deferred ones.
     template <class Value>
     void changed(const Value& property, Value before, Tell tell, Place place = Place::last)
     {

@@ -36,7 +36,7 @@ AppModel::StepWork AppModel::workOf(Step step)
     return row == table.end() ? StepWork{step, nullptr, nullptr} : *row;
 }
 
-// The step's signal comes first: the screen that is left must not show what follows.
+// The step's signal comes first: the screen that is left must not show the changes that follow.
 void AppModel::go(Step target)
 {
     const auto whole = transition();
@@ -105,11 +105,11 @@ bool AppModel::handleSessionError(const std::exception& error)
 {
     const auto trouble = decide::sessionTrouble(error);
     if (trouble == decide::SessionTrouble::none) return false;
-    // A newer sign-in has already replaced the session. If none has, the service refused the session to a job that was
-    // replaced before it could learn of that.
+    // A newer sign-in has already replaced the session. If there is none, the service refused the session to a job that
+    // was replaced before it could learn of that.
     if (trouble == decide::SessionTrouble::replaced && services_.tokens->load()) return true;
-    // The store need not forget: the client has dropped the refused pair, and what is stored by now is a newer one of
-    // this user's or somebody else's.
+    // The store need not forget: the client has dropped the refused pair, and whatever is stored by now is a newer pair
+    // of this user's, or somebody else's.
     leaveSession();
     return true;
 }

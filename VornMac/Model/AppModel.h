@@ -27,8 +27,8 @@ struct ArchiveFile;
 
 /// The controller of the application: holds all state that the screens show and runs every long job. Only the model
 /// writes that state; screens read it and call its operations. A property's signal is emitted when its value has
-/// changed, and only then; signals of one transition are emitted after all of it, the step's first.
-/// Threads: the context's own, signals included. Shut the context down before destroying the model: its jobs use it.
+/// changed, and only then. Signals of one transition are emitted after all of it, the step's first. Threads: the
+/// context's own, signals included. Shut the context down before destroying the model: its jobs use it.
 class AppModel : public QObject {
     Q_OBJECT
 
@@ -36,7 +36,7 @@ public:
     /// The chat found on this Mac, freed in the background: a million messages take longer than a frame.
     using ExportResult = std::shared_ptr<const NimbrelExportResult>;
 
-    /// Restores the session of a store that answers at once and chooses the first step, without starting its work.
+    /// Restores the session of a store that answers at once, and chooses the first step without starting its work.
     explicit AppModel(AppServices services);
 
     // State.
@@ -68,12 +68,12 @@ public:
     bool canUpload() const;
 
     const UploadPhase& uploadPhase() const noexcept { return uploadPhase_; }
-    const UploadProgress& uploadProgress() const noexcept { return uploadProgress_; } ///< in bytes; `uploadPhase` tells
+    const UploadProgress& uploadProgress() const noexcept { return uploadProgress_; } ///< bytes, with `uploadPhase`
     const std::optional<SubmissionStatus>& submission() const noexcept { return submission_; }
-    const CopyPhase& copyPhase() const noexcept { return copyPhase_; } ///< of a copy of what was found last
+    const CopyPhase& copyPhase() const noexcept { return copyPhase_; } ///< of a copy of `exportResult`
     std::string reward() const;                                        ///< "$12.50", else "the quest reward"
 
-    /// For what screens work out for themselves.
+    /// For the screens' own computations.
     BackgroundExecutor& background() const noexcept { return *services_.background; }
 
     /// Counts the sessions that have begun and ended.
@@ -81,15 +81,14 @@ public:
 
     // Steps.
 
-    /// Starts the work of the first step, once the stored session is read. After a refusal of the keychain, tries
-    /// again.
+    /// Starts the work of the first step, once the stored session is read. Tries again after a refusal of the keychain.
     void start();
     /// Reads the stored session and chooses the first step, unless that is done. A keychain that refuses leaves the
-    /// user signed out: in the phase `Refused`, or at once where there is no keychain to try again.
+    /// user signed out: in the phase `Refused`, or at once if there is no keychain to try again.
     Async<> restore();
-    /// After a refusal: leaves what is stored alone; `start` links this Mac.
+    /// After a refusal: does not touch what is stored; `start` links this Mac.
     void forgoSession();
-    /// Stops the work of the current step and starts that of `target`. The current step as target tries again.
+    /// Stops the work of the current step and starts that of `target`. If that is the current step, tries again.
     void go(Step target);
 
     void setUnderstandsUpload(bool value);
@@ -98,8 +97,8 @@ public:
     void acceptConsent();
 
     void signOut();
-    /// Forgets the user's session, here and in the store, and returns what was stored. Leaves another user's in the
-    /// store, which another program has linked.
+    /// Forgets the user's session, here and in the store, and returns what was stored. Another user's session in the
+    /// store, linked by another program, stays.
     std::optional<StoredSession> endSession();
 
     // Jobs. Each cancels and replaces the running one of its kind.
@@ -110,14 +109,14 @@ public:
     /// Does nothing unless `canUpload`.
     void upload();
     void watchSubmission(const std::string& id);
-    /// Writes the archive of `exportResult` to `path`, as an upload at this time would send it, and sends nothing. Does
-    /// nothing without one.
+    /// Writes the archive of `exportResult` to `path`, the same as an upload at this time would send, and sends
+    /// nothing. Does nothing without a result.
     void saveCopy(const std::filesystem::path& path);
 
     // The access screen.
 
-    /// Goes on to the search once the user has seen that access is granted, unless by then it is not, or the step was
-    /// left.
+    /// Goes on to the search after the user has seen that access is granted, unless it is lost or the step is left by
+    /// then.
     void goOnOnceAccessIsSeen();
     void openFullDiskAccessSettings();
     void revealAppInFinder();
@@ -139,13 +138,13 @@ signals:
     void uploadPhaseChanged();
     void submissionChanged();
     void copyPhaseChanged();
-    /// The review is no longer watched: it is over or takes too long. Not emitted when the session ended first.
+    /// The review is no longer watched: it is over or takes too long. Not emitted if the session ended first.
     void reviewWatchEnded();
 
 private:
     using Signal = void (AppModel::*)();
 
-    /// What a step begins when it is entered and stops when it is left; a step without work has no row.
+    /// What a step begins when it is entered and stops when it is left. A step without work has no row.
     struct StepWork {
         Step step;
         void (AppModel::*enter)();
@@ -160,7 +159,7 @@ private:
         Value before = std::exchange(property, std::move(value));
         announcements_.changed(property, std::move(before), [this, changed] { emit(this->*changed)(); }, place);
     }
-    /// Defers the signals of what is assigned until the result is destroyed.
+    /// Defers the signals of assignments until the result is destroyed.
     Announcements::Transition transition() { return Announcements::Transition(announcements_); }
 
     /// The jobs started for the signed-in user. All of them end with the session.
@@ -169,7 +168,7 @@ private:
         Task chat; ///< a scan or an upload
         Task review;
         Task copy;
-        std::shared_ptr<AppModel*> progress; ///< where the upload reports to, from other threads; expires with it
+        std::shared_ptr<AppModel*> progress; ///< target of the upload's reports from other threads; expires with it
 
         void cancelChat();
         void cancel();
@@ -188,19 +187,19 @@ private:
     void leave(Step step);
     void enter(Step step);
     FullDiskAccessStatus probeAccess() const;
-    /// Deals with `error` if it is about the session, and returns whether it is. Call it only from a job that is not
+    /// Handles `error` if it concerns the session, and returns whether it does. Call it only from a job that is not
     /// cancelled: the error of an earlier session must not end this one.
     bool handleSessionError(const std::exception& error);
     /// Ends the session in this process only.
     void leaveSession();
-    /// Cancels the user's jobs and forgets what they found.
+    /// Cancels the user's jobs and drops their results.
     void dropUser();
     /// Returns a client that acts only for the user of `session`.
     VornAPI pinnedTo(const StoredSession& session) const;
 
     void stopLinking();
     void showCode(const DeviceLink& link);
-    /// Hides the code: one that is no longer polled leads nowhere.
+    /// Hides the code: nothing polls for it any more.
     void endCode(LinkPhase next);
     Async<> runLinkLoop();
     struct LinkOutcome;
@@ -223,7 +222,7 @@ private:
     void showScanFailure(const std::exception& error);
 
     Async<> runUpload(VornAPI api, ExportResult exportResult);
-    /// Returns nothing where the archive may not be sent.
+    /// Returns nothing if the archive may not be sent.
     Async<std::optional<SubmissionStatus>> packAndSend(VornAPI api, ExportResult exportResult);
     Async<ArchiveFile> pack(ExportResult exportResult, std::filesystem::path path);
     Async<SubmissionStatus> send(VornAPI api, std::filesystem::path archive);
@@ -252,7 +251,7 @@ private:
     ScanPhase scanPhase_;
     std::optional<NimbrelState> nimbrel_;
     ExportResult exportResult_;
-    std::optional<NimbrelExportStats> statistics_; ///< of the last one
+    std::optional<NimbrelExportStats> statistics_; ///< of the last `exportResult`
     UploadPhase uploadPhase_;
     UploadProgress uploadProgress_;
     std::optional<SubmissionStatus> submission_;

@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// How an attempt with one code ended.
+/// The end of an attempt with one code.
 struct AppModel::LinkOutcome {
     struct Expired {};
     struct Rejected {};
@@ -32,13 +32,13 @@ void AppModel::stopLinking()
 void AppModel::endCode(LinkPhase next)
 {
     const auto whole = transition();
-    assign(qrPayload_, {}, &AppModel::qrPayloadChanged); // a code that nobody polls leads nowhere
+    assign(qrPayload_, {}, &AppModel::qrPayloadChanged); // nothing polls for it any more
     assign(linkExpiresAt_, {}, &AppModel::linkExpiresAtChanged);
     assign(linkPhase_, std::move(next), &AppModel::linkPhaseChanged);
 }
 
-// Ends only when the user has signed in or when it is cancelled: a failed or declined attempt is shown for a while,
-// then another follows.
+// Ends only when the user has signed in or it is cancelled: a failed or declined attempt is shown for a while, then
+// another follows.
 Async<> AppModel::runLinkLoop()
 {
     while (true) {
@@ -46,7 +46,7 @@ Async<> AppModel::runLinkLoop()
         try {
             const LinkOutcome outcome = co_await linkOnce();
             if (const auto* session = std::get_if<DesktopSession>(&outcome.how)) {
-                signedIn(*session); // cancels this job, which has ended
+                signedIn(*session); // cancels this job, which is at its end
                 co_return;
             }
             if (std::holds_alternative<LinkOutcome::Rejected>(outcome.how)) {
@@ -103,12 +103,12 @@ void AppModel::signedIn(const DesktopSession& linked)
 {
     const auto whole = transition();
     ++sessionGeneration_;
-    dropUser(); // who was signed in when the code was asked for
+    dropUser(); // the user who was signed in when the code was requested
     const StoredSession session(linked);
     try {
         services_.api.adopt(session);
     } catch (const std::exception& error) {
-        // The session still serves this run; after the next start the user links again.
+        // The session still serves this run; after the next start the user must link again.
         log_.error(std::string("keychain save failed: ") + error.what());
     }
     assign(session_, {session}, &AppModel::sessionChanged);

@@ -43,7 +43,7 @@ Async<bool> AppModel::pollSubmission(VornAPI api, std::string id)
     const SubmissionStatus latest = co_await api.submission(id);
     assign(submission_, {latest}, &AppModel::submissionChanged);
     if (!latest.status.isFinal()) co_return false;
-    const NimbrelState nimbrel = co_await api.nimbrelState(); // which says what the review means for the next upload
+    const NimbrelState nimbrel = co_await api.nimbrelState(); // tells what the review means for the next upload
     assign(nimbrel_, {nimbrel}, &AppModel::nimbrelChanged);
     co_return true;
 }

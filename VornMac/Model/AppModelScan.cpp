@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// Shares `result`; whichever owner is last, it is freed in the background.
+/// Shares `result`. Whoever owns it last, it is freed in the background.
 AppModel::ExportResult shared(NimbrelExportResult result, BackgroundExecutor* background)
 {
     auto owned = std::make_unique<NimbrelExportResult>(std::move(result));
@@ -39,7 +39,7 @@ void AppModel::prefetchNimbrel()
     if (session_) jobs_.prefetch = running(runPrefetch(pinnedTo(*session_)));
 }
 
-// Saves the find screen a wait. A failure is not shown: that screen asks again itself.
+// Saves the find screen a wait. A failure is not shown: that screen asks again.
 Async<> AppModel::runPrefetch(VornAPI api)
 {
     try {
@@ -123,7 +123,7 @@ void AppModel::showFound(FoundChat found)
     const bool hasMessages = !found.exportResult->messages.empty();
     statistics_ = found.statistics;
     assign(exportResult_, std::move(found.exportResult), &AppModel::exportResultChanged);
-    jobs_.copy.cancel(); // or it would pass for a copy of what is found now
+    jobs_.copy.cancel(); // otherwise it would pass for a copy of the new result
     assign(copyPhase_, {}, &AppModel::copyPhaseChanged);
     assign(scanPhase_, decide::phaseAfterReading(hasMessages), &AppModel::scanPhaseChanged);
 }
@@ -141,7 +141,7 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
 void AppModel::showScanFailure(const std::exception& error)
 {
     handleSessionError(error);
-    // What is shown ends with the session. Where another program has linked somebody else the session goes on, and the
+    // What is shown ends with the session. If another program has linked another user, the session goes on, and the
     // user who waits here must be told.
     if (!session_) return;
     const auto [phase, isLogged] = decide::failedScan(error);

@@ -34,7 +34,7 @@ Async<> AppModel::restore()
     if (isRestored()) co_return;
     const bool isAnotherTry = keychainRefusal_.has_value();
     keychainRefusal_.reset();
-    // Where the user tries again, something has to happen at once.
+    // Another try must show something at once.
     setRestorePhase(isAnotherTry ? RestorePhase(phase::Waiting{}) : RestorePhase(phase::Loading{}));
     const Task slow(*services_.context, tellOfSlowKeychain());
     try {

@@ -13,7 +13,7 @@
 namespace vorn {
 namespace {
 
-/// Removes a file, if there is one, at the end of its scope.
+/// Removes the file, if there is one, at the end of its scope.
 class TemporaryFile {
 public:
     TemporaryFile(FileManager* files, std::filesystem::path path) : files_(files), path_(std::move(path)) {}
@@ -90,7 +90,7 @@ Async<ArchiveFile> AppModel::pack(ExportResult exportResult, std::filesystem::pa
 Async<SubmissionStatus> AppModel::send(VornAPI api, std::filesystem::path archive)
 {
     const MultipartUploader uploader(std::move(api), services_.transfer, *services_.background);
-    // Reports come on another thread, the last ones possibly after the upload, or the model, has gone.
+    // Reports come on another thread, the last ones possibly after the end of the upload or of the model.
     auto report = [context = services_.context,
                    receiver = std::weak_ptr(jobs_.progress)](const UploadProgress& progress) {
         context->post([receiver, progress] {

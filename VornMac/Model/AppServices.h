@@ -14,7 +14,7 @@
 
 namespace vorn {
 
-/// What the application model works with. Everything pointed to must outlive the model; shut `context` down before
+/// The services of the application model. Everything pointed to must outlive the model; shut `context` down before
 /// destroying the model or any of it.
 struct AppServices {
     MainContext* context;
@@ -28,9 +28,9 @@ struct AppServices {
     FileManager* files;
     std::filesystem::path messagesDatabase;
     Bundle bundle; ///< the application's
-    /// For work that may wait for a person, and for which the program's end does not wait; null uses `background`.
+    /// For work that may wait for a person, and that must not delay the program's end; null uses `background`.
     BackgroundExecutor* patient = nullptr;
-    /// The least time for which an upload is shown, so that the user can read what happens.
+    /// The least time for which an upload is shown, so that the user can read it.
     Clock::Duration shortestUpload{};
 };
 

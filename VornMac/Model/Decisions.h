@@ -11,42 +11,42 @@
 #include <exception>
 #include <optional>
 
-/// What the application does next, as plain functions of its state and of what has happened: the flows only wait.
-/// `Timing` says when. Threads: any.
+/// The application's decisions, as plain functions of its state and of what has happened: the flows only wait. `Timing`
+/// says when. Threads: any.
 namespace vorn::decide {
 
-/// Where a user goes who has accepted the consent.
+/// The step after the consent.
 Step stepAfterConsent(FullDiskAccessStatus access);
 
-/// Where a signed-in user goes.
+/// The first step of a signed-in user.
 Step stepAfterSignIn(bool hasAcceptedConsent, FullDiskAccessStatus access);
 
-/// What an error of a call means for the session.
+/// What a call's error means for the session.
 enum class SessionTrouble {
-    none,     ///< the call's own trouble
-    replaced, ///< somebody has signed in since
+    none,     ///< concerns the call alone
+    replaced, ///< somebody else has signed in since
     ended,
 };
 SessionTrouble sessionTrouble(const std::exception& error);
 
-/// What follows an answer about a code.
+/// What follows from an answer about a code.
 enum class CodeTurn { keepPolling, showScanned, declined, expired, signIn };
 CodeTurn codeTurn(const DeviceLinkPoll& answer);
 
-/// What the find step shows of the quest before anything is read; nothing when the chat is to be read.
+/// What the find step shows of the quest before the chat is read; nothing if it is to be read.
 std::optional<ScanPhase> phaseBeforeReading(const NimbrelState& nimbrel);
 ScanPhase phaseAfterReading(bool hasMessages);
 
-/// What follows a failed search. It may send the user to another step.
+/// What follows from a failed search, which may lead to another step.
 struct FailedScan {
-    std::optional<ScanPhase> phase; ///< nothing when the user needs `Step::access` instead
+    std::optional<ScanPhase> phase; ///< nothing if the user needs `Step::access` instead
     bool isLogged = false;
 };
 FailedScan failedScan(const std::exception& error);
 
 bool isTooLarge(std::int64_t archiveBytes, const std::optional<NimbrelState>& nimbrel);
 
-/// The upload's phase once `progress` is reported; nothing when a report comes too late to count.
+/// The upload's phase after a report of `progress`; nothing if the report comes too late to count.
 std::optional<UploadPhase> phaseAfterProgress(const UploadPhase& now, const UploadProgress& progress);
 
 } // namespace vorn::decide

@@ -19,7 +19,7 @@ constexpr auto personsReviewInterval = 30s;
 
 Clock::Duration pollInterval(const DeviceLink& link)
 {
-    // Clamped in milliseconds, the service's unit: an arbitrary number could overflow in the clock's own.
+    // Clamped in milliseconds, the service's unit: an arbitrary number could overflow the clock's.
     return std::clamp(std::chrono::milliseconds(link.pollIntervalMs), shortestPollInterval, longestPollInterval);
 }
 

@@ -13,7 +13,7 @@ namespace {
 using Code = Owned<QRcode, QRcode_free>;
 
 constexpr std::size_t longest = 2331; // bytes, in version 40 at level M
-constexpr unsigned char darkBit = 1;  // the library's other bits say what a module is for
+constexpr unsigned char darkBit = 1;  // the library's other bits tell a module's purpose
 
 Code encode(std::string_view payload)
 {

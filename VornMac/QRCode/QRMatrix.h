@@ -9,8 +9,8 @@ namespace vorn {
 /// The modules of a QR code (ISO/IEC 18004, error correction level M). A value; threads: any.
 class QRMatrix {
 public:
-    /// Encodes `payload`, bytes of any kind. Throws `std::length_error` when it fits no QR code: more than 2,331 bytes,
-    /// or none.
+    /// Encodes `payload`, bytes of any kind. Throws `std::length_error` if it fits no QR code: an empty one, or one of
+    /// more than 2,331 bytes.
     explicit QRMatrix(std::string_view payload);
 
     int size() const noexcept { return static_cast<int>(size_); } ///< modules on each side

@@ -12,8 +12,8 @@ class QQmlEngine;
 
 namespace vorn {
 
-/// Makes screen readers speak what happens outside the user's focus. One for the process, also in QML. Threads: the
-/// main one.
+/// Makes screen readers speak changes outside the user's focus. One for the process, also in QML. Threads: the main
+/// one.
 class Announcer : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -29,7 +29,7 @@ public:
     Q_INVOKABLE void announce(QObject* item, const QString& text);
 
 signals:
-    /// Something is being said, whether or not a reader listens.
+    /// A text is spoken, whether or not a reader listens.
     void announced(QObject* item, const QString& text);
 
 private:

@@ -11,7 +11,7 @@ class QQmlEngine;
 
 namespace vorn {
 
-/// How the user's system wants windows to look: one for the process, also in QML. It follows the system while the
+/// The look of windows that the user's system asks for. One for the process, also in QML; follows the system while the
 /// program runs. Threads: the main thread, once there is a QGuiApplication.
 class Appearance : public QObject {
     Q_OBJECT
@@ -32,7 +32,7 @@ public:
 
     bool isDark() const noexcept { return isDark_; }
     bool reducesMotion() const noexcept { return reducesMotion_; }
-    double textScale() const noexcept { return textScale_; } ///< 1 is the sizes as designed, at most 2
+    double textScale() const noexcept { return textScale_; } ///< 1 for the sizes as designed, at most 2
     QString fontFamily() const;
 
     /// Forces a theme; a null one follows the system again.

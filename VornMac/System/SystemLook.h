@@ -4,15 +4,15 @@
 
 namespace vorn {
 
-// What only one of the systems has, or has in another way. Threads: the main thread, once there is a QGuiApplication.
+// Facts and paths that each system has in its own way. Threads: the main thread, once there is a QGuiApplication.
 
 /// How much larger than usual the user wants text; 1 for the usual size.
 double systemTextScale();
 /// The family of fonts that windows are written in.
 QString systemFontFamily();
-/// The path of what the desktop knows the running application by.
+/// The path by which the desktop knows the running application.
 QString applicationFile();
-/// The path of the text that names what the application is made of, and the licences of that.
+/// The path of the text with the third-party notices and licences.
 QString noticesFile();
 
 } // namespace vorn

@@ -15,7 +15,7 @@ double systemTextScale()
     return screen != nullptr ? screen->logicalDotsPerInch() / usualResolution : 1;
 }
 
-// Desktops differ in their font, and the layout needs known widths. This one is among the packages we install.
+// Desktops differ in their font, but the layout needs known widths. The package depends on this one.
 QString systemFontFamily()
 {
     return QStringLiteral("Inter");
@@ -28,7 +28,7 @@ QString applicationFile()
     return entry.isEmpty() ? QCoreApplication::applicationFilePath() : entry;
 }
 
-// Packages may be installed without their folders of documentation, so it is not there.
+// Packages may be installed without their documentation folders, so it is not there.
 QString noticesFile()
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() +

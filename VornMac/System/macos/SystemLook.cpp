@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-/// The path of what lies at `path` beside the executable's folder.
+/// The path of `path` relative to the executable's folder.
 QString beside(const QString& path)
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../") + path);
@@ -38,7 +38,7 @@ QString applicationFile()
     return isBundle(bundle) ? bundle : QCoreApplication::applicationFilePath();
 }
 
-// Without a bundle, where the build folder has it.
+// Without a bundle, the build folder's.
 QString noticesFile()
 {
     const bool isInBundle = isBundle(beside(QStringLiteral("..")));
