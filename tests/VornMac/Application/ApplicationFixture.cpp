@@ -14,14 +14,14 @@ void waitUntil(const std::function<bool()>& condition, const std::string& what)
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain for " + what);
-        poll(nullptr, 0, 2); // leaves the processor to those who are waited for
+        poll(nullptr, 0, 2); // leaves the processor to the other programs
     }
 }
 
 ApplicationFixture::ApplicationFixture()
 {
     namespace fs = std::filesystem;
-    fs::permissions(runtime_.path(), fs::perms::owner_all); // else it is not taken
+    fs::permissions(runtime_.path(), fs::perms::owner_all); // otherwise it is refused
 }
 
 Program::Environment ApplicationFixture::environment(const Program::Environment& added) const

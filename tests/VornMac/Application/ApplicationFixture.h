@@ -14,20 +14,19 @@
 
 namespace vorn::testing {
 
-/// Lets other programs go on until `condition` holds; throws `std::runtime_error` when it does not after 30 seconds.
+/// Lets other programs run until `condition` holds; throws `std::runtime_error` after 30 seconds.
 void waitUntil(const std::function<bool()>& condition, const std::string& what);
 
-/// Starts applications that share a user of their own: no screen, no bus, settings that no one else has.
+/// Starts applications of one simulated user: no screen, no bus, settings of their own.
 class ApplicationFixture {
 public:
     ApplicationFixture();
 
-    /// The whole application, which looks for its service at `url`. What `added` says counts for more than the
-    /// fixture's own environment.
+    /// The whole application with its service at `url`. `added` overrides the fixture's environment.
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments = {},
                                    const Program::Environment& added = {}) const;
-    /// The same as the system opens it: without a terminal, as a child of the first process. Gives the process; nothing
-    /// where another one takes in those who have lost their parent.
+    /// The same as the system opens it: without a terminal, as a child of the first process. Returns the process;
+    /// nothing if another one adopts orphans.
     std::optional<pid_t> open(const std::string& url, std::vector<std::string> arguments) const;
     /// What those have printed on standard error.
     std::string errorsOfOpened() const;
@@ -38,7 +37,7 @@ public:
     /// Waits until `program` has printed `line`.
     static void waitForLine(const Program& program, const std::string& line);
 
-    /// What is in the temporary directory, but for the sanitizers' files.
+    /// The names in the temporary directory, except the sanitizers' files.
     std::vector<std::string> leftovers() const;
 
 private:
@@ -57,7 +56,7 @@ public:
     const std::string& url() const { return url_; }
     /// Waits until the service has logged `text`.
     void waitFor(const std::string& text) const;
-    /// From now on it accepts connections and never answers.
+    /// From now on, accepts connections and never answers.
     void freeze() const { program_.signal(SIGSTOP); }
 
 private:

@@ -15,7 +15,7 @@ using ::testing::IsEmpty;
 using testing::ModelFixture;
 using testing::submissionJSON;
 
-/// Writes down what the desktop is asked for.
+/// Records the calls to the desktop.
 class RecordingPresence final : public DesktopPresence {
 public:
     std::vector<std::string> calls;

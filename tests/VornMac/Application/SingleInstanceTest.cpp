@@ -40,7 +40,7 @@ struct SingleInstanceTest : ::testing::Test {
         return std::make_unique<SingleInstance>(
             context, [this] { ++asked; }, SingleInstance::Rendezvous{"com.vorn.test", patience}, Log("test", "app"));
     }
-    /// A start on a thread of its own, as it would be in another process, while this one's context runs.
+    /// A start on a thread of its own, as if in another process, while this one's context runs.
     Start second()
     {
         bool ended = false;
@@ -55,7 +55,7 @@ struct SingleInstanceTest : ::testing::Test {
     }
 };
 
-/// Another process that is the first, and never comes to its queue.
+/// Another process that is the first, and never runs its queue.
 class OtherFirst {
 public:
     OtherFirst()
@@ -127,7 +127,7 @@ TEST_F(SingleInstanceTest, AKilledOneLeavesNothingInTheWay)
     EXPECT_EQ(second(), Start::told);
 }
 
-/// As in containers, whose processes have the same numbers and whose host has another name each time.
+/// Like containers, whose processes share numbers and whose host has a new name each time.
 TEST_F(SingleInstanceTest, AFileThatNobodyLocksIsNoLockWhateverItSays)
 {
     for (const std::string host : {"other-host", ""}) {
@@ -155,7 +155,7 @@ TEST_F(SingleInstanceTest, OneThatWaitsForOneThatIsKilledTakesItsPlace)
     killer.join();
 }
 
-/// As when the application starts itself anew.
+/// Like an application that starts itself anew.
 TEST_F(SingleInstanceTest, OneThatBeganToQuitSendsNobodyAway)
 {
     std::atomic<bool> arrived = false;

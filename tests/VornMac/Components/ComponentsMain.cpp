@@ -15,7 +15,7 @@ Q_IMPORT_QML_PLUGIN(Vorn_SystemPlugin)
 namespace vorn::testing {
 namespace {
 
-/// Lets a test written in QML say how the user's system wants windows to look.
+/// Lets tests written in QML set the user's preferences.
 class Looks : public QObject {
     Q_OBJECT
 

@@ -62,7 +62,7 @@ TestCase {
     function test_hasTheWayBackAtTheLeftAndWhatLeadsOnAtTheRight() {
         const row = make({ backTitle: "Back", otherTitle: "Else", width: 480 });
         waitForRendering(row);
-        compare(frameOf(row, "Back").x, -8); // its words stand at 0
+        compare(frameOf(row, "Back").x, -8); // its text begins at 0
         verify(frameOf(row, "Back").right < frameOf(row, "Else").left);
         verify(frameOf(row, "Else").right < frameOf(row, "Go on").left);
         compare(frameOf(row, "Go on").right, 480);

@@ -9,7 +9,7 @@ TestCase {
     width: 600
     height: 400
     visible: true
-    // What is drawn of a bubble.
+    // The drawn parts of a bubble.
     function shape(root) {
         return Array.from(root.children).find(child => child.tail !== undefined);
     }
@@ -80,7 +80,7 @@ TestCase {
         const right = text.x + text.width; // where every line ends
         verify(Math.abs(shape(bubble).width - right - (bubble.padding + shape(bubble).tailRoom)) < 1);
     }
-    // As far from a capital's top to the bubble's as from the last baseline to its bottom.
+    // The space above a capital equals the space below the last baseline.
     function test_centresItsTextByTheEye_data() {
         return [{ tag: "one line", text: "HHHHHHHH" }, { tag: "two lines", text: "HHHHHHHH\nHHHHHHHH" }];
     }
@@ -88,7 +88,7 @@ TestCase {
         const bubble = createTemporaryObject(component, test, { fromMe: true, text: row.text });
         waitForRendering(bubble);
         const picture = grabImage(bubble);
-        const middle = Math.round(shape(bubble).x + shape(bubble).width / 2); // off the round corners
+        const middle = Math.round(shape(bubble).x + shape(bubble).width / 2); // away from the round corners
         let ink = [];
         for (let y = 0; y < shape(bubble).height; ++y) {
             for (let x = middle - 10; x < middle + 10; ++x) {

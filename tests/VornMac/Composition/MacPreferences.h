@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-/// A Mac's preferences, as far as this test program knows them. As on a Mac, what one process writes is seen by another
-/// once both have synchronized, and what cannot be written is held back for the next time.
+/// A simulated Mac's preferences. As on a Mac, another process sees a write once both have synchronized, and a failed
+/// write is held back for the next time.
 struct MacPreferences {
     struct Value {
         CFDouble::Type type = CFDouble::Type::string;

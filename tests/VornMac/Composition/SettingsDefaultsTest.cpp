@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// In a file: those that the system keeps would be of whoever runs the tests.
+/// In a file: the system's would be those of the user who runs the tests.
 struct SettingsDefaultsTest : ::testing::Test {
     testing::TemporaryFolder configuration;
     const fs::path folder = configuration / "com.vorn.test";

@@ -8,7 +8,7 @@
 
 namespace vorn::testing {
 
-/// A window without a screen, `pixelRatio` pixels a point, in which one item is drawn on nothing.
+/// A window without a screen, with `pixelRatio` pixels per point, that shows one item on a transparent background.
 class Canvas {
 public:
     Canvas(QQuickItem& item, QSize size, double pixelRatio)
@@ -50,7 +50,7 @@ inline QImage drawn(QQuickItem& item, QSize size, double pixelRatio = 1)
     return Canvas(item, size, pixelRatio).frame();
 }
 
-/// How many pixels of `area` are painted at all.
+/// How many pixels of `area` are painted.
 inline int paintedIn(const QImage& picture, const QRect& area)
 {
     int count = 0;

@@ -8,7 +8,7 @@
 
 #include <gmock/gmock.h>
 
-// What listeners see, and what they may begin, when they hear of a change.
+// What listeners see, and what they may start, when a change is announced.
 namespace vorn {
 namespace {
 
@@ -80,7 +80,7 @@ TEST_F(Changes, MayBeToldFirst)
     EXPECT_THAT(told_, ElementsAre("height 2", "width 1"));
 }
 
-/// A model that somebody listens to.
+/// A model with a listener.
 class Listeners : public ::testing::Test {
 protected:
     /// Does `reaction` when `signal` is next sent.
@@ -142,7 +142,7 @@ TEST_F(Listeners, WhoSignOutWhenTheQuestIsKnownSeeNothingFound)
     EXPECT_EQ(fix_.model().scanPhase(), ScanPhase(phase::Idle{}));
 }
 
-/// What is told of while one transition is made.
+/// The signals announced during one transition.
 struct Made {
     const char* name;
     std::function<void(ModelFixture&)> reach;

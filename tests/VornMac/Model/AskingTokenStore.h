@@ -7,13 +7,13 @@
 
 namespace vorn::testing {
 
-/// A store that has to ask somebody before it knows its session, and may be refused. In a `ModelFixture` it answers
-/// when the background runs. Threads: one.
+/// A store that must ask before it knows its session, and may be refused. In a `ModelFixture` it answers when the
+/// background runs. Threads: one.
 class AskingTokenStore final : public TokenStore {
 public:
     std::optional<StoredSession> session;
     std::optional<KeychainError> refusal; ///< thrown by every `restore`
-    int asked = 0;                        ///< restored so often
+    int asked = 0;                        ///< calls of `restore`
 
     bool answersAtOnce() const override { return false; }
     std::optional<StoredSession> restore() override

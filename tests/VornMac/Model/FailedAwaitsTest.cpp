@@ -55,7 +55,7 @@ protected:
     bool awaits(const char* request) const { return GetParam().point.awaited == request; }
     ModelState state() { return ModelState::of(fix_.model()); }
 
-    /// Fails what is awaited, the refresh that follows a 401 as well.
+    /// Fails the awaited request, and the refresh that follows a 401.
     void fail()
     {
         switch (GetParam().failure) {
@@ -66,14 +66,14 @@ protected:
         }
         if (fix_.isWaiting(ModelFixture::refreshes)) fix_.refuse(ModelFixture::refreshes, 401);
     }
-    /// Answers it again, as it should have been: too late.
+    /// Answers it again, this time well: too late.
     void answerAgain()
     {
         suspended_.answerOnly(200, GetParam().point.success);
         fix_.runAll();
     }
 
-    /// What the user is told, and what the log says.
+    /// The user's text and the log.
     std::string shown() const
     {
         switch (GetParam().failure) {
@@ -95,7 +95,7 @@ protected:
         return "";
     }
 
-    /// The lines about answers that cannot be read, then `line`, if there is one.
+    /// The lines about unreadable answers, followed by `line`, if there is one.
     Lines lines(const std::string& record, const std::string& line = "") const
     {
         Lines expected;
@@ -104,7 +104,7 @@ protected:
         return expected;
     }
 
-    /// The service has ended the session: everything of it is gone, here and in the store.
+    /// The service has ended the session: nothing of it is left, here or in the store.
     void expectSessionEnd(const ModelState& before)
     {
         EXPECT_EQ(state(), before.afterSessionEnd());
@@ -197,7 +197,7 @@ protected:
         if (is(Failure::undecodable)) return "Part 1 of the upload was not acknowledged.";
         return is(Failure::serverError) ? "Part 1 of the upload failed (500)." : "Part 1 of the upload failed (401).";
     }
-    /// The lines, when an abort that is due goes out and is taken.
+    /// The lines if an abort is due and accepted.
     Lines expectedLines() const
     {
         // An abort's answer is not read.
@@ -256,7 +256,7 @@ INSTANTIATE_TEST_SUITE_P(, FailedReview, ::testing::ValuesIn(casesIf([](const Su
                          })),
                          nameOf);
 
-/// What runs in the background has no answer to wait for, and fails by itself.
+/// Background work waits for no answer, and fails by itself.
 struct BackgroundCase {
     const char* point;
     void (*breakWork)(ModelFixture& fix);

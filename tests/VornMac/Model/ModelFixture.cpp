@@ -63,7 +63,7 @@ ModelFixture::~ModelFixture()
 void ModelFixture::quit()
 {
     runAll();
-    // What clean-up sends has nobody to answer it.
+    // Requests of the clean-up get no answer.
     while (!http->waiting().empty()) fail(http->waiting().front(), URLError::Code::cannotConnectToHost);
     context.shutDown();
     changes_.reset();
@@ -178,7 +178,7 @@ void ModelFixture::setAccess(FullDiskAccessStatus status)
     if (std::filesystem::is_symlink(database())) std::filesystem::remove(database());
     if (std::filesystem::exists(database())) std::filesystem::rename(database(), aside);
     if (status == FullDiskAccessStatus::granted) std::filesystem::rename(aside, database());
-    // A link that leads nowhere but to itself cannot be opened by anybody, not even by root.
+    // A link to itself cannot be opened by anybody, not even by root.
     if (status == FullDiskAccessStatus::denied) std::filesystem::create_symlink(database(), database());
 }
 

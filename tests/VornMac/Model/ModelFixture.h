@@ -35,11 +35,11 @@ public:
     void setText(const std::string& key, const std::string& value) override { texts[key] = value; }
 };
 
-/// Writes down what the desktop is asked for.
+/// Records the calls to the desktop.
 class RecordingWorkspace final : public Workspace {
 public:
     std::vector<std::string> calls;     ///< "open <url>", "reveal", "relaunch"
-    std::optional<std::string> refused; ///< the URL that nothing opens
+    std::optional<std::string> refused; ///< the URL that nothing can open
 
     bool open(const std::string& url) override;
     void revealApplication() override { calls.emplace_back("reveal"); }
@@ -59,7 +59,7 @@ private:
     std::map<std::string, int> counts_;
 };
 
-/// A model in virtual time: nothing happens but what the test answers, runs and waits for. Threads: one.
+/// A model in virtual time: nothing happens except what the test answers, runs or waits for. Threads: one.
 class ModelFixture {
 public:
     static constexpr const char* links = "POST /api/v1/auth/device-links";
@@ -90,12 +90,12 @@ public:
     InMemoryDefaults defaults;
     RecordingWorkspace workspace;
     RefusingFileManager files;
-    Clock::Duration shortestUpload{}; ///< as the model is given it
+    Clock::Duration shortestUpload{}; ///< passed to the model
     MessagesFixture messages;
 
-    // Where to begin.
+    // Starting points.
 
-    /// What begins the first step, instead of the fixture: a window that shows the model, say.
+    /// Begins the first step in place of the fixture: a window that shows the model, for example.
     std::function<void()> onLaunched;
 
     /// Makes the model, and begins its first step. Once in a test.
@@ -136,7 +136,7 @@ public:
     // Messages.
 
     std::filesystem::path database() const { return folder / "chat.db"; }
-    /// What `access` will be; only the probe is touched.
+    /// Sets the result of `access`; only the probe is affected.
     void setAccess(FullDiskAccessStatus status);
     /// The archives and snapshots in the temporary directory.
     std::vector<std::string> leftovers() const;

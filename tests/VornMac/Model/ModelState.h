@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// Everything that screens see of a model, to be compared as a whole: what must not be written may be anywhere.
+/// Everything that screens see of a model, for comparing it as a whole.
 struct ModelState {
     Step step;
     std::int64_t generation;
@@ -29,7 +29,7 @@ struct ModelState {
     static ModelState of(const AppModel& model);
     bool operator==(const ModelState&) const = default;
 
-    /// What is left of it when its session ends.
+    /// The state that remains when the session ends.
     ModelState afterSessionEnd() const;
 };
 

@@ -8,13 +8,12 @@
 
 namespace vorn::testing {
 
-/// Holds a model to its word about signals: each one that comes without a change, and each change that comes without
-/// one, is a problem.
+/// Checks a model's signals: a signal without a change, and a change without a signal, is a problem.
 class ModelWatch : public QObject {
 public:
     explicit ModelWatch(const AppModel& model);
 
-    /// Looks for changes of which no signal has told, and returns all problems so far.
+    /// Looks for changes without a signal, and returns all problems so far.
     std::vector<std::string> problems();
     /// The session's generation when `property` was last written.
     std::int64_t generationOf(const std::string& property) const;

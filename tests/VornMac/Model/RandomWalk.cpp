@@ -51,12 +51,12 @@ void RandomWalk::observeRequests()
         }
         const bool isReview = line.starts_with("GET") && line != Fixture::quest;
         if (isReview && !fix_.http->isCancelled(observedRequests_)) {
-            const auto poll = fix_.http->summary(observedRequests_); // with the token, which a repetition has anew
+            const auto poll = fix_.http->summary(observedRequests_); // with the token, new in a repetition
             const auto last = lastReviewPoll_.find(poll);
             require(last == lastReviewPoll_.end() || now - last->second >= 5s, "five seconds between polls");
             lastReviewPoll_[poll] = now;
         }
-        if (line.ends_with("/abort")) // which goes out for an ended session too, if the user is still linked elsewhere
+        if (line.ends_with("/abort")) // is sent for an ended session too, if the user is still linked elsewhere
             require(line.find(owner == "user-bela" ? "/sub-bela-" : "/sub-ada-") != std::string::npos,
                     "an abort is of its owner");
         else if (line != Fixture::revokes && !owner.empty())

@@ -13,16 +13,16 @@
 
 namespace vorn::testing {
 
-/// A model to which everything happens that can happen, in random order: the user, the service, time, other processes,
-/// the database. After each action it must keep its promises. The same seed takes the same way.
+/// A model to which anything may happen, in random order: by the user, the service, time, other processes, the
+/// database. After each action it must keep its promises. The same seed repeats the same walk.
 class RandomWalk {
 public:
     explicit RandomWalk(std::uint64_t seed);
     ~RandomWalk();
     RandomWalk(RandomWalk&&) = delete;
 
-    /// Takes `length` actions, sees that the user still gets to the end with a service that works, and quits. Gives the
-    /// promises that were broken by the first action that broke any.
+    /// Takes `length` actions, checks that the user still reaches the end with a service that works, and quits. Returns
+    /// the promises broken by the first action that broke any.
     std::vector<std::string> run(int length);
     /// The actions so far, the latest last.
     const std::vector<std::string>& journal() const { return journal_; }
@@ -35,7 +35,7 @@ private:
         std::function<void()> run;
     };
 
-    // What can happen.
+    // The possible actions.
     void addUserActions();
     void addWorldActions();
     void act();
@@ -49,7 +49,7 @@ private:
     void reachTheEnd();
     void quit();
 
-    // What must hold: after each action, and when the main thread has nothing to do.
+    // Promises, after each action and when the main thread is idle.
     void require(bool holds, const std::string& promise);
     void observe(bool isAtRest);
     void observeRequests();

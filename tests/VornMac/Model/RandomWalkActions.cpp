@@ -21,11 +21,11 @@ RandomWalk::~RandomWalk()
 
 void RandomWalk::go(Step step)
 {
-    if (step == Step::link) lastCodeRequest_.reset(); // the user's wish, which is granted at once
+    if (step == Step::link) lastCodeRequest_.reset(); // the user's wish is granted at once
     fix_.model().go(step);
 }
 
-// What the screens offer. The link screen stands for a user who links without a sign-out before.
+// The actions that screens offer. The link screen also stands for a user who links without having signed out.
 void RandomWalk::addUserActions()
 {
     const auto on = [this](Step step) { return [this, step] { return fix_.model().step() == step; }; };
@@ -104,7 +104,7 @@ void RandomWalk::act()
 void RandomWalk::answerAny()
 {
     auto candidates = service_.unanswered();
-    // Who was cancelled is answered now and then, too late.
+    // Cancelled requests are answered too, now and then.
     if (!dice_.chance(10))
         std::erase_if(candidates, [this](std::size_t index) { return fix_.http->isCancelled(index); });
     if (candidates.empty()) return;
@@ -119,7 +119,7 @@ void RandomWalk::reportProgress()
     part.onBodyProgress(static_cast<std::int64_t>(dice_.below(static_cast<std::size_t>(part.body->size()) + 1)));
 }
 
-// From deadline to deadline, so that everything is seen at the moment at which it happens.
+// From deadline to deadline, so that everything is checked at the moment at which it happens.
 void RandomWalk::passTime(Clock::Duration duration)
 {
     journal_.back() += fmt::format(" {} ms", std::chrono::duration_cast<std::chrono::milliseconds>(duration).count());
@@ -171,7 +171,7 @@ std::vector<std::string> RandomWalk::run(int length)
     return broken_;
 }
 
-// Nothing that happened may leave the user stuck.
+// Nothing may leave the user stuck.
 void RandomWalk::reachTheEnd()
 {
     journal_.emplace_back("all is well now");

@@ -39,7 +39,7 @@ private:
     BackgroundPool pool_;
 };
 
-/// The system's files, but for the temporary directory. Threads: any.
+/// The system's files with another temporary directory. Threads: any.
 class FilesBelow final : public FileManager {
 public:
     explicit FilesBelow(std::filesystem::path temporary) : temporary_(std::move(temporary)) {}
@@ -50,7 +50,7 @@ private:
     std::filesystem::path temporary_;
 };
 
-/// A model as the application has it: the system's clock, threads, sockets; only the service is a test's own.
+/// A model as in the application, with the system's clock, threads and sockets; only the service is the test's own.
 class RealTime : public ::testing::Test {
 protected:
     RealTime() : files_(folder_ / "tmp"), messages_(folder_ / "chat.db")
@@ -62,7 +62,7 @@ protected:
     }
     ~RealTime() override { quit(); }
 
-    /// The request after the next `answered` ones is not answered, and told to the main thread.
+    /// Leaves the request after the next `answered` ones without an answer, and tells the main thread of it.
     void holdAfter(std::size_t answered)
     {
         const auto answer = [this](Exchange& exchange) {
@@ -122,7 +122,7 @@ protected:
         context_.runUntil([this, step] { return model_->step() == step; });
     }
 
-    /// As the program's end does it: in the middle of whatever is under way.
+    /// Quits in the middle of whatever is under way.
     void quit()
     {
         if (!model_) return;
@@ -173,7 +173,7 @@ private:
     testing::MessagesFixture messages_;
     bool isHeld_ = false;
     std::unique_ptr<AppModel> model_;
-    LoopbackServer server_; // its handlers use what is above, and have ended once it dies
+    LoopbackServer server_; // last: its handlers use what is above, and end with it
 };
 
 TEST_F(RealTime, LeadsFromLinkingToTheReview)

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-// The stored session of a keychain that takes its time, or refuses.
+// The stored session in a keychain that is slow, or refuses.
 namespace vorn {
 namespace {
 

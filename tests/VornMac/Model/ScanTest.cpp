@@ -23,7 +23,7 @@ ScanPhase failed(const std::string& text)
 
 class Scan : public ::testing::Test {
 protected:
-    /// Signed in on the find screen; the quest is asked for.
+    /// Signed in on the find screen; the quest is requested.
     AppModel& enterFind() { return fix_.launchSignedIn(); }
 
     ModelFixture fix_;

@@ -325,7 +325,7 @@ TEST(EndOfASession, IsLeftToTheOneThatHasFailed)
     fix.advance(2s);
     fix.answer(ModelFixture::polls, approvalJSON(belasSession()));
     const auto generation = fix.model().sessionGeneration();
-    // What the first session's request would have led to comes now.
+    // Sends what the first session's request would have led to.
     fix.http->answer(0, 401);
     fix.run();
     EXPECT_EQ(fix.model().session(), belasSession());

@@ -11,34 +11,34 @@
 
 namespace vorn::testing {
 
-/// What the service says to a request that waits.
+/// The service's reply to a waiting request.
 enum class Reply {
     success,
     notAuthorized, ///< 401
 };
 
-/// One place at which a job of the model waits.
+/// A place at which a job of the model waits.
 struct SuspensionPoint {
     enum class Flow { link, prefetch, access, scan, upload, review };
 
     std::string name;
     Flow flow;
-    std::function<void(ModelFixture&)> reach; ///< leads a model that was not launched yet there
-    std::string awaited = {};                 ///< the request; empty where the job sleeps or works in the background
-    std::string success = {};                 ///< the answer that it should get
+    std::function<void(ModelFixture&)> reach; ///< leads a new model to this place
+    std::string awaited = {};                 ///< the request; empty if the job sleeps or works in the background
+    std::string success = {};                 ///< the answer of a success
     bool opened = false;                      ///< a submission is open, which a cancelled upload must abort
 };
 
 const std::vector<SuspensionPoint>& suspensionPoints();
 void PrintTo(const SuspensionPoint& point, std::ostream* out); // NOLINT(readability-identifier-naming): GoogleTest's
 
-/// Something that a user does in a flow.
+/// A user's action in a flow.
 struct UserAction {
     std::string name;
     std::function<void(AppModel&)> run;
 };
 
-/// What stops the job of a flow in the ordinary way: its step is left, or its work begun anew.
+/// The ordinary ways to stop a flow's job: its step is left, or its work begun anew.
 std::vector<UserAction> cancelsOf(SuspensionPoint::Flow flow);
 
 /// A model that waits at a suspension point.
@@ -48,8 +48,8 @@ public:
 
     ModelFixture fix;
 
-    /// Answers what was awaited at first, whether it is still awaited or not; ends the background's work and lets an
-    /// hour pass.
+    /// Answers the request that was awaited first, even if it is no longer awaited; ends the background's work and lets
+    /// an hour pass.
     void answer(Reply reply);
     void answer(int status, const std::string& body);
     void fail(URLError::Code code);

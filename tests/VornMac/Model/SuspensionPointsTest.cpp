@@ -24,7 +24,7 @@ using Flow = SuspensionPoint::Flow;
 
 constexpr auto abortRefused = "[upload] abort after a failed upload failed: session of another user";
 
-/// What happens to a job that waits, and what it gets to hear afterwards.
+/// What happens to a waiting job, and the late reply to it.
 struct Case {
     SuspensionPoint point;
     Reply late = Reply::success;
@@ -45,7 +45,7 @@ std::string nameOf(const ::testing::TestParamInfo<Case>& info)
     return point.name + cancel.name + (late == Reply::notAuthorized ? "AndIsRefused" : "");
 }
 
-/// Every point; those that wait for the service twice, once for each reply.
+/// Every point; those that wait for the service once for each reply.
 std::vector<Case> cases()
 {
     std::vector<Case> result;
@@ -86,7 +86,7 @@ protected:
     ModelState state() { return ModelState::of(suspended_.fix.model()); }
     const Case& param() const { return GetParam(); }
 
-    /// What is awaited comes late, changes nothing, and leaves nothing behind.
+    /// Sends the late reply, which must change nothing and leave nothing behind.
     void expectNoEffectOfALateReply(const ModelState& expected)
     {
         fix_.run();
@@ -95,7 +95,7 @@ protected:
         EXPECT_EQ(state(), expected);
         EXPECT_THAT(fix_.leftovers(), IsEmpty());
     }
-    /// What clean-up sends is answered; one job is left.
+    /// The clean-up's requests are answered; one job is left.
     void expectOneJob()
     {
         if (fix_.isWaiting(ModelFixture::refreshes)) fix_.refuse(ModelFixture::refreshes, 401);
@@ -128,7 +128,7 @@ TEST_P(CancelledJob, WritesNothing)
     if (abortIsRefused || (param().isRefreshing() && param().late == Reply::notAuthorized))
         EXPECT_EQ(fix_.tokens->load(), std::nullopt);
     else if (param().isRefreshing())
-        EXPECT_EQ(fix_.tokens->load(), adasSession(2)); // a refresh goes on for whoever needs it next
+        EXPECT_EQ(fix_.tokens->load(), adasSession(2)); // a refresh continues for the next caller
     else
         EXPECT_EQ(fix_.tokens->load(), stored);
 }
@@ -172,12 +172,12 @@ TEST_P(JobOfAnEndedSession, WritesNothingForTheNextUser)
 
 INSTANTIATE_TEST_SUITE_P(, JobOfAnEndedSession, ::testing::ValuesIn(cases()), nameOf);
 
-/// A user has linked in another process, which keeps its session in the same place.
+/// Another process has linked another user, and keeps the session in the same place.
 class JobBesideAnotherUser : public SuspensionPoints {
 protected:
     JobBesideAnotherUser() { fix_.tokens->save(belasSession()); }
 
-    /// The service has refused what was Ada's own, and told so.
+    /// The service has refused a request of Ada's own.
     bool endsTheSession() const
     {
         const bool afterRefresh = param().point.name == "ScanWaitsForTheRetriedQuest";

@@ -84,7 +84,7 @@ TEST_F(Upload, GoesFromTheArchiveToTheReview)
     EXPECT_EQ(fix_.changes().of("stepChanged"), 2);
 }
 
-/// An upload that is done before anybody could have read that it happens.
+/// An upload that ends before anybody could read its text.
 class ShortUpload : public Upload {
 protected:
     ShortUpload() { fix_.shortestUpload = 800ms; }
@@ -191,7 +191,7 @@ TEST_F(Upload, TakesAnArchiveOfExactlyTheLimit)
     }
 }
 
-// A quest always has a limit, and an upload a quest: the largest is the closest a service can come to none.
+// A quest always has a limit, and an upload a quest: the largest limit is the closest to none.
 TEST_F(Upload, IsNotRefusedByTheLargestLimit)
 {
     AppModel& model = fix_.launchSignedIn();

@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// Numbers that are the same everywhere for the same seed.
+/// Random numbers, the same on every platform for the same seed.
 class Dice {
 public:
     explicit Dice(std::uint64_t seed) : numbers_(seed) {}
@@ -27,22 +27,22 @@ private:
     std::mt19937_64 numbers_;
 };
 
-/// The service of a random walk: it answers in any order, well or badly, and names the user in what it says.
+/// The service of a random walk: answers in any order, well or badly, and names the user in its answers.
 class WalkingService {
 public:
     WalkingService(ModelFixture& fix, Dice& dice) : fix_(fix), dice_(dice) {}
 
-    /// The requests that nobody has answered yet, those that were cancelled too.
+    /// The requests without an answer, cancelled ones included.
     std::vector<std::size_t> unanswered() const;
-    /// How many requests for what `request` names wait; "/part-urls" names all with that end.
+    /// How many of the requests that `request` names wait; "/part-urls" names all with that end.
     std::size_t waiting(const std::string& request) const;
 
-    /// Answers request `index` in some way, and says which.
+    /// Answers request `index` in some way, and returns which.
     std::string answer(std::size_t index);
-    /// Answers it so that everything goes on.
+    /// Answers it so that the flow continues.
     void answerWell(std::size_t index);
 
-    /// "user-ada": whose token a request carries; empty without one.
+    /// The user whose token a request carries, such as "user-ada"; empty without one.
     std::string userOf(std::size_t index) const;
     /// The request without the token.
     std::string lineOf(std::size_t index) const;

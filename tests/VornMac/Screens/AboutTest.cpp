@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QUrl>
 
-// What the application says of itself.
+// The About panel and the links in it.
 namespace vorn::testing {
 namespace {
 

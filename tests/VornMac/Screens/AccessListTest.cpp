@@ -14,7 +14,7 @@
 namespace vorn::testing {
 namespace {
 
-/// The row of the drawn list that is called `name`.
+/// The row `name` of the drawn list.
 QQuickItem* row(WindowFixture& fix, const char* name)
 {
     const auto items = itemsBelow(fix.window().contentItem(), [](QQuickItem* item) { return item->isVisible(); });
@@ -32,7 +32,7 @@ bool pulses(WindowFixture& fix)
     return row(fix, "Vorn")->property("isPulsing").toBool();
 }
 
-/// What the real list is given when the row `name` is dragged there.
+/// The data of a drag of the row `name` to the real list.
 QUrl draggedFrom(WindowFixture& fix, const char* name)
 {
     QQuickItem* item = row(fix, name);

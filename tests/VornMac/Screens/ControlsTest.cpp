@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-// What each control does, in every way in which it can be used.
+// The effect of each control, by every way to use it.
 namespace vorn::testing {
 namespace {
 
@@ -90,7 +90,7 @@ TEST(Controls, DoTheirWorkInEveryWay)
             WindowFixture fix;
             play(fix, control.scene);
             EXPECT_FALSE(control.hasWorked(fix));
-            std::optional<ForeignLeaks> ofQt; // its own dialog leaks the textures of its icons, made by whatever frame
+            std::optional<ForeignLeaks> ofQt; // its own dialog leaks the textures of its icons in any frame
             if (control.name == std::string_view("Save a copy…")) ofQt.emplace();
             use(fix, control.name, way);
             EXPECT_TRUE(control.hasWorked(fix));
@@ -198,7 +198,7 @@ TEST(Controls, KeepAnAmpersandInTheirName)
 {
     WindowFixture fix;
     play(fix, "3-access-denied");
-    EXPECT_THAT(fix.words(), ::testing::Contains("Quit & Reopen Vorn")); // drawn so
+    EXPECT_THAT(fix.words(), ::testing::Contains("Quit & Reopen Vorn")); // drawn unchanged
     EXPECT_THAT(fix.spoken(), ::testing::Contains(AnyOf("Button: Quit & Reopen Vorn", "Link: Quit & Reopen Vorn")));
     EXPECT_FALSE(fix.named("Quit & Reopen Vorn")->childItems().isEmpty());
 }

@@ -13,13 +13,13 @@ using namespace std::chrono_literals;
 using ::testing::Contains;
 using ::testing::Not;
 
-/// Consent is given in a window that may move: the fade to the next screen has begun.
+/// The consent was given in a window with motion: the fade to the next screen has begun.
 class FadingWindow : public ::testing::Test {
 protected:
     FadingWindow()
     {
         play(fix_, "2-consent-ready");
-        animations_.pass(1000); // what the first screen moved stands still
+        animations_.pass(1000); // everything of the first screen has come to rest
         fix_.click("Continue");
     }
     bool showsOld() { return contains("Exactly what we upload"); }
@@ -86,7 +86,7 @@ TEST_F(FadingWindow, GoesOnFromTheMiddleOfAFade)
     EXPECT_FALSE(showsNew());
 }
 
-/// What is drawn while one screen fades to the next.
+/// Frames in which one screen fades to the next.
 class LeavingScreen : public ::testing::Test {
 protected:
     void playToTheEnd(const std::string& scene)

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-// The page with everything that would be uploaded: what leads there, what it shows, and the way back.
+// The page with everything that would be uploaded: the way to it, its content, and the way back.
 namespace vorn::testing {
 namespace {
 

@@ -16,7 +16,7 @@ namespace {
 using namespace std::chrono_literals;
 using Names = std::vector<std::string>;
 
-/// Whether the control that has the focus shows it: in itself, or around what it is a part of.
+/// Whether the focused control shows its focus: in itself, or around the control that it belongs to.
 bool showsFocus(WindowFixture& fix)
 {
     const auto isRing = [](const QQuickItem* item) {
@@ -28,7 +28,7 @@ bool showsFocus(WindowFixture& fix)
            std::ranges::any_of(item->parentItem()->childItems(), isRing);
 }
 
-/// What the focus comes to by pressing `key`, once around.
+/// The controls that get the focus by pressing `key`, once around.
 Names focusOrder(WindowFixture& fix, Qt::Key key)
 {
     constexpr int enough = 20;
@@ -44,12 +44,11 @@ Names focusOrder(WindowFixture& fix, Qt::Key key)
     return order;
 }
 
-/// What can take the focus, in the order in which a screen reader comes to it: controls, fields and a list's current
-/// row.
+/// The items that can take the focus, in the order of a screen reader: controls, fields and a list's current row.
 Names focusable(WindowFixture& fix)
 {
     const auto reading = fix.reading();
-    // A list takes the focus for its rows where these can have it.
+    // A list takes the focus for its rows if they can have it.
     const bool hasRows = std::ranges::any_of(
         reading, [](const Read& read) { return read.role == QAccessible::ListItem && read.state.focusable; });
     Names names;
@@ -78,13 +77,12 @@ TEST(Keyboard, GoesThroughEveryControlInReadingOrder)
         Names expected = focusable(fix);
         if (expected.empty()) continue;
         const Names order = focusOrder(fix, Qt::Key_Tab);
-        std::ranges::rotate(expected,
-                            std::ranges::find(expected, order.front())); // something may have the focus already
+        std::ranges::rotate(expected, std::ranges::find(expected, order.front())); // an item may have the focus already
         EXPECT_EQ(order, expected);
     }
 }
 
-/// What of `item` can be seen: inside the window, and inside everything that clips.
+/// The visible part of `item`: inside the window, and inside everything that clips.
 QRectF seenOf(const QQuickItem* item)
 {
     const QRectF whole = item->mapRectToScene(item->boundingRect());
@@ -121,7 +119,7 @@ TEST(Keyboard, ComesToEveryControlAndSeesItWhole)
     }
 }
 
-/// Whether what has the focus is there for the user, and is no part of the screen that goes.
+/// Whether the focus is on a usable item that does not belong to the outgoing screen.
 bool isFocusWell(QQuickWindow& window)
 {
     const QQuickItem* item = window.activeFocusItem();
@@ -136,11 +134,11 @@ TEST(Keyboard, StaysWithTheScreenThatComes)
         WindowFixture fix(motion);
         play(fix, "4-find-found");
         animations.pass(1000);
-        // Each screen after each other that is reached from there.
+        // All screens that can be reached from there, one after the other.
         for (const Step step : {Step::consent, Step::access, Step::consent, Step::find, Step::access, Step::find,
                                 Step::done, Step::find, Step::link, Step::consent}) {
             SCOPED_TRACE(static_cast<int>(step));
-            fix.press(Qt::Key_Tab); // the focus is on something that goes
+            fix.press(Qt::Key_Tab); // the focus is on an outgoing item
             fix.model.model().go(step);
             fix.settle();
             EXPECT_TRUE(isFocusWell(fix.window())) << "while it fades";

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-// The window before it is known who is signed in.
+// The window before it knows who is signed in.
 namespace vorn::testing {
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gmock/gmock.h>
 
-// Nothing is cut, covered or outside, at every size of the window and of its text.
+// No text is cut, covered or outside, at every size of the window and of text.
 namespace vorn::testing {
 namespace {
 
@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 constexpr QSize sizes[] = {{1040, 700}, {1180, 760}, {1920, 1080}, {3840, 2160}};
 constexpr double textScales[] = {1, 1.5};
-constexpr double tolerance = 1; // letters reach a little beyond their box
+constexpr double tolerance = 1; // glyphs extend a little beyond their box
 
 QRectF grown(const QRectF& frame)
 {
@@ -86,7 +86,7 @@ TEST(Layout, HoldsALongName)
     EXPECT_TRUE(fix.shows("Signed in as " + QString::fromStdString(longNamedSession().displayName)));
     Appearance::shared().setTextScale(1.5);
     fix.lay();
-    // The menu lies over the screen, so only it is looked at.
+    // The menu covers the screen, so only the menu is checked.
     for (const DrawnText& text : drawnTexts(fix.window())) {
         if (!text.text.startsWith("Sign")) continue;
         EXPECT_FALSE(text.isCut) << text.text.toStdString();

@@ -68,7 +68,7 @@ TEST(LinkScreen, StopsCountingAndLeadsToTheThirdStepOnceTheCodeIsScanned)
                 Contains("ListItem: 3. Point your camera at the code, then confirm on your phone. – Next"));
 }
 
-/// Whatever ends a code before it is confirmed.
+/// The ways in which a code ends before it is confirmed.
 struct CodeEnd {
     const char* name;
     void (*end)(ModelFixture&);
@@ -138,7 +138,7 @@ TEST(LinkScreen, ShowsACodeThatIsReadInBothThemes)
     }
 }
 
-// By a clock that is far ahead every code has expired when it arrives.
+// With a clock that is far ahead, every code has expired when it arrives.
 TEST(LinkScreen, GoesOnGettingACodeUntilTheClockIsRight)
 {
     WindowFixture fix;

@@ -113,7 +113,7 @@ TEST_F(MovingMoment, ComesOnceForAReward)
 {
     answerReview("approved");
     animations_.pass(2000);
-    fix_.model.answer(ModelFixture::quest, questJSON("approved")); // the card is told of again
+    fix_.model.answer(ModelFixture::quest, questJSON("approved")); // the card is told again
     fix_.settle();
     expectRest();
     fix_.window().hide();

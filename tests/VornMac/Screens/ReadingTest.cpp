@@ -30,14 +30,14 @@ bool isNameless(QAccessible::Role role)
            role == QAccessible::NoRole;
 }
 
-/// What a scene shows. The items of the reading are gone.
+/// A scene's reading, texts and announcements. The items are gone.
 struct Seen {
     std::string name;
     std::vector<Read> reading;
     std::vector<std::string> words;
 };
 
-/// Every scene, played once for all tests that only look.
+/// Every scene, played once for all tests that only read it.
 const std::vector<Seen>& seenScenes()
 {
     static const std::vector<Seen> scenes = [] {
@@ -72,7 +72,7 @@ TEST(Reading, SaysNothingTwice)
         for (const Read& read : reading) {
             const bool isMessage = read.role == QAccessible::ListItem && read.parent >= 0 &&
                                    reading[static_cast<std::size_t>(read.parent)].role ==
-                                       QAccessible::List; // of which two may say the same
+                                       QAccessible::List; // of which two may have the same name
             if (read.name.empty() || isMessage) continue;
             SCOPED_TRACE(scene.name + ", " + read.name);
             EXPECT_EQ(++siblings[std::pair(read.parent, read.name)], 1);
@@ -90,7 +90,7 @@ TEST(Reading, CoversEveryWordThatIsDrawn)
         for (const std::string& line : spokenLines(scene.reading)) all += line + "\n";
         for (const std::string& words : scene.words) {
             SCOPED_TRACE(scene.name);
-            const bool isPercentage = words.ends_with(" %"); // said as a word
+            const bool isPercentage = words.ends_with(" %"); // spoken as a word
             const std::string said = isPercentage ? words.substr(0, words.size() - 1) + "percent" : words;
             if (words.size() > 1) EXPECT_THAT(all, HasSubstr(said)); // a single letter is a picture
         }
@@ -134,7 +134,7 @@ TEST(Reading, SaysTheToneOfAStatus)
     }
 }
 
-/// What is said after the name of each of the screen's numbered steps.
+/// The state of each of the screen's numbered steps, spoken after its name.
 std::vector<std::string> standings(WindowFixture& fix)
 {
     std::vector<std::string> standings;
@@ -168,10 +168,10 @@ TEST(Reading, NamesTheCodeAndItsTime)
     EXPECT_THAT(fix.spoken(), Contains("StaticText: New code in 1:58"));
 }
 
-/// Where motion is on, what is left shows for a while beside what comes.
+/// With motion, the outgoing screen is visible for a while beside the incoming one.
 class Announcements : public ::testing::TestWithParam<WindowFixture::Motion> {
 protected:
-    /// Everything stands still; what was said until then is `said`.
+    /// Waits until everything stands still; `said` matches what was spoken until then.
     template <class Matcher>
     void stand(const Matcher& said)
     {

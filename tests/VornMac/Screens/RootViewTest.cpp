@@ -100,7 +100,7 @@ TEST(Window, LeavesNoProbeBehindWhenTheUserComesBackWithAccess)
     EXPECT_EQ(fix.model.clock.pendingSleeps(), 0U);
 }
 
-// A copy that is refused leads back here though the database opens: what was known of access is old by then.
+// A refused copy leads back here although the database opens: the earlier result of the probe is outdated.
 TEST(Window, StaysOnTheAccessScreenWhereAccessWasGrantedBeforeItCame)
 {
     WindowFixture fix;
@@ -118,7 +118,7 @@ TEST(Window, StaysOnTheAccessScreenWhereAccessWasGrantedBeforeItCame)
     EXPECT_EQ(fix.model.asked(ModelFixture::quest), 1U) << "of the consent screen";
 }
 
-// Access that was there before does not lead on by itself: the way back to this screen would bounce.
+// Access that was granted before does not continue by itself: the way back to this screen would bounce.
 TEST(Window, OffersToGoOnWhereAccessWasThereBefore)
 {
     WindowFixture fix;

@@ -5,7 +5,7 @@
 
 #include <gmock/gmock.h>
 
-// Every text that each screen shows in each phase, and nothing besides, in the order of the structure.
+// Every text that each screen shows in each phase, and no other, in the order of the structure.
 namespace vorn::testing {
 namespace {
 
@@ -207,7 +207,7 @@ Texts uploading(const Texts& status)
 const Texts review = {"This usually takes a minute or two.",
                       "You can close this window. The result also shows on the quest in the Vorn app."};
 
-/// Stands for the bytes that are sent and those of the archive, which depend on the machine.
+/// Replaces the amounts of bytes, which depend on the machine.
 const std::string sent = "{sent}";
 
 Texts filledIn(Texts texts, const AppModel& model)
@@ -219,7 +219,7 @@ Texts filledIn(Texts texts, const AppModel& model)
     return texts;
 }
 
-/// The parts of a panel come in no order that matters to a reader of this table.
+/// The order of a panel's parts does not matter to a reader of this table.
 struct Case {
     std::string scene;
     Texts texts;

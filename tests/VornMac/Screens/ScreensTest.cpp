@@ -10,7 +10,7 @@
 
 #include <QFont>
 
-// What the screens make of values at their edges.
+// Screens with extreme values.
 namespace vorn::testing {
 namespace {
 
@@ -20,7 +20,7 @@ using ::testing::ElementsAreArray;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-/// The found chat's bubbles, as a screen reader says them.
+/// The bubbles of the found chat as a screen reader speaks them.
 std::vector<std::string> bubbles(WindowFixture& fix)
 {
     std::vector<std::string> bubbles;
@@ -88,7 +88,7 @@ TEST(FindScreen, LeavesTheDatesOutWhereOneIsMissing)
     WindowFixture fix;
     scan(fix);
     EXPECT_THAT(fix.words(), Contains("Dates"));
-    // Messages without a date take another's, so an export that has messages has dates: the card is told otherwise.
+    // Messages without a date take another's, so a result with messages always has dates: the card is told otherwise.
     const auto isCard = [](const QQuickItem* item) {
         return std::string_view(item->metaObject()->className()).starts_with("StatisticsCard");
     };
@@ -156,7 +156,7 @@ TEST(DoneScreen, SaysNothingOfTheNextUploadWhereItIsNotKnown)
     EXPECT_THAT(fix.words(), Contains("You earned $12.50")) << "the quest's, for the submission has none";
 }
 
-/// How the amount on the reward card is drawn.
+/// The drawing of the amount on the reward card.
 struct DrawnAmount {
     const char* scene;
     int size;
@@ -218,7 +218,7 @@ TEST(DoneScreen, FillsTheButtonThatLeavesOnceTheOutcomeIsFinal)
     }
 }
 
-/// The words beside the symbol on the reward card, and what a screen reader says of it.
+/// The words beside the symbol on the reward card, and their spoken form.
 TEST(RewardCard, TellsHowTheRewardStands)
 {
     struct Case {

@@ -6,11 +6,11 @@
 
 #include <gmock/gmock.h>
 
-// What stands still while everything else changes.
+// The parts that keep their places while the content changes.
 namespace vorn::testing {
 namespace {
 
-/// Whether `item` is of QML's type `type`, or of one made from it.
+/// Whether `item` is of QML's type `type`, or of one derived from it.
 bool is(const QQuickItem* item, const std::string& type)
 {
     for (const QMetaObject* meta = item->metaObject(); meta != nullptr; meta = meta->superClass()) {
@@ -40,7 +40,7 @@ QRectF frameOf(const QQuickItem* item)
     return item->mapRectToScene(QRectF(0, 0, item->width(), item->height()));
 }
 
-/// The corner of a part that keeps its place, whatever it says.
+/// The corner of each part that keeps its place.
 using Places = std::map<std::string, QPointF>;
 
 Places placesIn(WindowFixture& fix)
@@ -58,7 +58,7 @@ Places placesIn(WindowFixture& fix)
     return places;
 }
 
-/// Before the steps, and on the page that lies over one, there are none.
+/// There are none before the first step, and on the page that covers a step.
 bool hasSteps(const Scene& scene)
 {
     return !scene.name.starts_with("0-") && !scene.name.starts_with("4-find-everything");

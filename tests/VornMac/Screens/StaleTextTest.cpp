@@ -11,16 +11,16 @@
 
 #include <gtest/gtest.h>
 
-// Whatever happens in whatever order: nothing is shown or said that belongs to another state, session or code.
+// Whatever happens in whatever order, nothing is shown or spoken that belongs to another state, session or code.
 namespace vorn::testing {
 namespace {
 
 using namespace std::chrono_literals;
 
 constexpr std::uint64_t usualWalks = 12;
-constexpr int actionsPerWalk = 150; // so that a user comes to the end more than once
+constexpr int actionsPerWalk = 150; // enough for a user to reach the end more than once
 
-/// A user, a service and the time, at random, in front of the real window.
+/// A user, a service and the time, at random, with the real window.
 class Walk {
 public:
     explicit Walk(std::uint64_t seed) : dice_(seed)
@@ -123,7 +123,7 @@ private:
         seen_.insert(now.begin(), now.end());
     }
 
-    /// What nobody knows as the text of a state is no business of this test.
+    /// Texts that belong to no state are not this test's business.
     void expectOfNow(const std::string& text, const Texts& now)
     {
         if (now.contains(text) || isOfUploadNow(text, model())) return;

@@ -9,13 +9,14 @@ namespace vorn::testing {
 
 using Texts = std::set<std::string>;
 
-/// What may be shown or said of what `model` knows at `date`, as far as it depends on a state, a session or a code.
+/// The texts that may be shown or spoken for the state of `model` at `date`, as far as they depend on a state, a
+/// session or a code.
 Texts textsNow(const AppModel& model, Instant date);
 
-/// Whether `text` says how much of an upload is sent and how long it still takes, and `model` sends one.
+/// Whether `text` is about the amount and the remaining time of an upload, and `model` is sending one.
 bool isOfUploadNow(const std::string& text, const AppModel& model);
 
-/// What is shown or said in some state whatever the user and the service: most of the window's texts.
+/// All texts that some state shows or speaks, for any user and service: most of the window's texts.
 const Texts& textsOfAllStates();
 
 } // namespace vorn::testing

@@ -98,7 +98,7 @@ double contrast(const QColor& one, const QColor& other)
     return (high + 0.05) / (low + 0.05);
 }
 
-/// `colour` as it shows on `ground` through `opacity`.
+/// `colour` as it appears on `ground` with `opacity`.
 QColor blended(const QColor& colour, double opacity, const QColor& ground)
 {
     const auto mix = [opacity](float above, float below) {
@@ -108,7 +108,7 @@ QColor blended(const QColor& colour, double opacity, const QColor& ground)
                             mix(colour.blueF(), ground.blueF()));
 }
 
-/// What most of `frame` is painted with: letters cover the lesser part.
+/// The most frequent colour of `frame`: letters cover the lesser part.
 QColor groundOf(const QImage& picture, const QRectF& frame)
 {
     const QRect area = frame.toAlignedRect() & picture.rect();
@@ -129,8 +129,8 @@ std::string nameOf(const QColor& colour, bool isDark)
     return colour.name().toStdString();
 }
 
-/// Pairs that fall short, with what they reach at least. The colours of all of them are given by the design, and a
-/// control that is off is not meant to be read.
+/// Pairs that fall short, with the contrast that they reach at least. Their colours are given by the design, and a
+/// disabled control need not be read.
 struct Shortfall {
     const char* pair;
     double ratio;
@@ -141,7 +141,7 @@ constexpr Shortfall shortfalls[] = {
     {"white on outgoingBubble", 3.3},
 };
 
-/// The least that `pair` must reach.
+/// The least contrast for `pair`.
 double leastContrast(const std::string& pair)
 {
     constexpr double readable = 4.5;
@@ -161,7 +161,7 @@ TEST(Theme, IsReadable)
             Appearance::shared().setTheme(isDark ? Appearance::Theme::dark : Appearance::Theme::light);
             const QImage picture = fix.picture();
             for (const DrawnText& text : drawnTexts(fix.window())) {
-                if (text.text.size() == 1 && text.text.at(0).isLetter()) continue; // on a gradient, and said elsewhere
+                if (text.text.size() == 1 && text.text.at(0).isLetter()) continue; // on a gradient
                 const QColor ground = groundOf(picture, text.visible);
                 if (!ground.isValid()) continue;
                 const double ratio = contrast(blended(text.color, text.opacity, ground), ground);

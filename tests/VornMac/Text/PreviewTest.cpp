@@ -50,7 +50,7 @@ TEST(Preview, ShowsAllOfAFew)
 
 TEST(Preview, CutsAfterOneHundredAndFortyCharacters)
 {
-    // Each is one character to its reader, whatever it takes to write it.
+    // Each is one character to a reader, however many scalars it has.
     for (const std::string character : {"x", "é", "e\u0301", "👩‍👩‍👧", "🇩🇪"}) {
         SCOPED_TRACE(character);
         const std::string whole = repeated(character, 140);

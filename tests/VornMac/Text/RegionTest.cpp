@@ -9,7 +9,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-// The texts are English everywhere, and so is what they count; days alone are as the user's region writes them.
+// The texts are English everywhere, and so are their numbers; only days follow the user's region.
 namespace vorn {
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-// What depends on state. Every word of every screen is held where the screens are shown.
+// The parts that depend on state. All texts of all screens are tested with the screens.
 namespace vorn {
 namespace {
 
@@ -94,7 +94,7 @@ TEST(FindText, FollowsThePhase)
         EXPECT_EQ(text.title, each.title);
         EXPECT_EQ(text.status, each.status);
         EXPECT_EQ(text.retry, each.retry);
-        EXPECT_EQ(text.primary, text.retry.empty() ? "Upload chat" : ""); // one of them leads on
+        EXPECT_EQ(text.primary, text.retry.empty() ? "Upload chat" : ""); // only one of them continues
         EXPECT_THAT(text.hints, SizeIs(std::holds_alternative<phase::NotFound>(each.phase) ? 2 : 0));
     }
 }

@@ -12,7 +12,7 @@ using std::chrono::seconds;
 
 constexpr std::int64_t megabyte = 1'000'000;
 
-/// An upload of a hundred megabytes that goes on for some seconds, at so many bytes in each.
+/// An upload of a hundred megabytes over some seconds, at a given rate in each.
 class Upload {
 public:
     void goOn(int forSeconds, std::int64_t bytesASecond)
@@ -32,7 +32,7 @@ private:
     static constexpr std::int64_t total = 100 * megabyte;
 
     TimeLeft timeLeft_;
-    TimeLeft::Time now_ = 1h; // of a clock that does not begin with the upload
+    TimeLeft::Time now_ = 1h; // of a clock that did not start with the upload
     std::int64_t sent_ = 0;
     std::vector<std::optional<seconds>> told_;
 };
@@ -103,7 +103,7 @@ TEST(TimeLeft, BeginsAnewWhenAPartIsSentAgain)
 TEST(TimeLeft, IsNeverLessThanASecondNorLongerThanADay)
 {
     Upload fast;
-    fast.goOn(3, 50 * megabyte); // more than there was
+    fast.goOn(3, 50 * megabyte); // more than is left
     EXPECT_EQ(fast.left(), 1s);
     Upload slow;
     slow.goOn(10, 1000);

@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-/// Pictures beside each other in rows of three, as a film: what should stand still can be seen to. They are of half the
-/// size of a window as it first opens, or as large as fits there.
+/// Pictures in rows of three, like a film: whatever should stand still can be seen to. Half the size of a window as it
+/// first opens, or as large as fits there.
 class ContactSheet {
 public:
     void add(const QImage& picture)

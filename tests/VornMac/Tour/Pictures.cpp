@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr double tolerated = 0.0002;      // of the pixels: the dot of an i is more
-constexpr double toleratedMoving = 0.025; // what moves may be a frame late on a busy machine
+constexpr double tolerated = 0.0002;      // of the pixels; the dot of an i has more
+constexpr double toleratedMoving = 0.025; // a moving part may be a frame late on a busy machine
 
 constexpr QSize smallest(1040, 700);
 constexpr QSize largest(3840, 2160);
@@ -32,7 +32,7 @@ std::function<void(WindowFixture&)> scene(std::string name)
     return [name = std::move(name)](WindowFixture& window) { play(window, name); };
 }
 
-/// Something is found, and the user goes back.
+/// A chat is found, and the user goes back.
 void leaveFind(WindowFixture& window)
 {
     play(window, "4-find-found");
@@ -91,7 +91,7 @@ std::function<void(WindowFixture&)> reviewed(std::string members, std::string qu
     };
 }
 
-/// No export that has messages is without dates: the card is told so.
+/// A result with messages always has dates: the card is told otherwise.
 void forgetDates(WindowFixture& window)
 {
     const auto isCard = [](const QQuickItem* item) {

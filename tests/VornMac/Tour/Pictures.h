@@ -11,11 +11,11 @@ namespace vorn::testing {
 /// One picture of the tour.
 struct Picture {
     std::string name;                         ///< "1-link-showing"
-    std::function<Themed(QSize window)> take; ///< in a window of this size, where it has none of its own
-    double tolerance;                         ///< the share of its pixels that may differ from its reference
+    std::function<Themed(QSize window)> take; ///< in a window of this size, unless the picture has its own
+    double tolerance;                         ///< the share of pixels that may differ from the reference
 };
 
-/// Every scene; moments of what moves; scenes in other windows, other sizes of text and under the user's hand; and
+/// Every scene; moments of animations; scenes in other windows, with other sizes of text and during user input; and
 /// sheets of what is too small for a picture of its own.
 std::vector<Picture> allPictures();
 

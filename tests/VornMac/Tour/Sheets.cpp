@@ -24,7 +24,7 @@ QColor colour(WindowFixture& window, const char* name)
     return window.theme().property(name).value<QColor>();
 }
 
-/// Pictures in rows on one ground.
+/// Pictures in rows on one background.
 class Sheet {
 public:
     void add(const QImage& picture) { rows_.back().push_back(picture); }
@@ -103,7 +103,7 @@ struct Control {
 
 constexpr Control controls[] = {
     {"2-consent-ready", "Continue"},
-    {"2-consent", "Continue"}, // which is off
+    {"2-consent", "Continue"}, // disabled
     {"6-done-analyzing", "Back to your chat"},
     {"4-find-found-in-review", "Look again"},
     {"3-access-denied", "Back"},
@@ -128,7 +128,7 @@ void point(WindowFixture& window, QEvent::Type type, QPointF place)
 void addControl(ThemedSheet& sheet, const Control& control, QSize size)
 {
     constexpr int widest = 320;
-    constexpr int around = 10; // a focus ring, and the ground
+    constexpr int around = 10; // a focus ring, and some background
     constexpr QPointF away(2, 2);
 
     const auto open = [&](WindowFixture& window) {
@@ -136,7 +136,7 @@ void addControl(ThemedSheet& sheet, const Control& control, QSize size)
     };
     Stage stage({.play = [&](WindowFixture& window) { play(window, control.scene); }, .pose = open, .size = size});
     WindowFixture& window = stage.window();
-    window.lay(); // a menu finds its place
+    window.lay(); // lets a menu find its place
     QQuickItem* item = window.named(control.name);
     const QRectF whole = item->mapRectToScene(item->boundingRect());
     const QPointF middle = whole.center();
@@ -150,8 +150,8 @@ void addControl(ThemedSheet& sheet, const Control& control, QSize size)
     point(window, QEvent::MouseButtonPress, middle);
     sheet.add(stage, frame);
     point(window, QEvent::MouseMove, away);
-    point(window, QEvent::MouseButtonRelease, away); // which is no click
-    item->setFocus(false);                           // the press gave it, and for another reason
+    point(window, QEvent::MouseButtonRelease, away); // without a click
+    item->setFocus(false);                           // the press set it, with another reason
     item->forceActiveFocus(Qt::TabFocusReason);
     window.settle();
     sheet.add(stage, frame);

@@ -4,13 +4,13 @@
 
 namespace vorn::testing {
 
-/// Every kind of control, a row each: at rest, under the pointer, pressed, and with the keyboard's focus.
+/// Every kind of control in a row: at rest, hovered, pressed, and focused by keyboard.
 Themed controlSheet(QSize window);
 
-/// The form of the done screen for every reason that the service gives for a rejection, and for one it may add.
+/// The form of the done screen for every reason of a rejection that the service names, and for an unknown one.
 Themed rejectionSheet(QSize window);
 
-/// What a notification says of each outcome, set as desktops do.
+/// The notification of each outcome, laid out as desktops do.
 Themed noticeSheet(QSize window);
 
 } // namespace vorn::testing

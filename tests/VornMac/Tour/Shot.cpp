@@ -12,7 +12,7 @@ Stage::Stage(const Shot& shot)
     window_.window().resize(shot.size);
     if (moves_) animations_.pass(static_cast<int>(shot.moment.count()));
     if (shot.pose) {
-        window_.lay(); // what is done is done to what is seen
+        window_.lay(); // actions apply to a laid-out window
         shot.pose(window_);
     }
     if (!moves_) rest();

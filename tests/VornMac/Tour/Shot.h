@@ -18,16 +18,16 @@ constexpr std::array themes{std::pair(Appearance::Theme::light, "light"), std::p
 /// One picture in each of the `themes`, in their order.
 using Themed = std::array<QImage, themes.size()>;
 
-/// What stands before the camera, and when it is taken.
+/// A scene, and the moment in which its picture is taken.
 struct Shot {
     std::function<void(WindowFixture&)> play;
-    std::function<void(WindowFixture&)> pose = {}; ///< what the user does then, in the window at its size
+    std::function<void(WindowFixture&)> pose = {}; ///< the user's actions, in the window at its size
     QSize size = {};                               ///< of the window
     double textScale = 1;
-    std::chrono::milliseconds moment = {}; ///< of the motion that `play` begins; none: everything has come to rest
+    std::chrono::milliseconds moment = {}; ///< of the animation that `play` begins; 0: when everything has come to rest
 };
 
-/// A window that shows a shot, and stands still.
+/// A window that shows a shot, at rest.
 class Stage {
 public:
     explicit Stage(const Shot& shot);
@@ -35,7 +35,7 @@ public:
     Stage(Stage&&) = delete;
 
     WindowFixture& window() { return window_; }
-    /// As it stands.
+    /// Its present state.
     Themed picture();
     /// Lets what the user has begun come to its end.
     void rest() { animations_.pass(1000); }

@@ -21,10 +21,10 @@ struct TourOptions {
     int width = 1180;
     int height = 760;
     std::string only;
-    std::string references; ///< empty: nothing is compared
+    std::string references; ///< empty: no comparison
 };
 
-/// Whether `picture` looks as its reference, but for a share of its pixels; says so where it does not.
+/// Whether `picture` matches its reference except for a share of its pixels; prints a mismatch.
 bool matchesReference(const QImage& picture, const std::string& path, double tolerance)
 {
     const double difference = pictureDifference(picture, QImage(QString::fromStdString(path)));
@@ -33,7 +33,7 @@ bool matchesReference(const QImage& picture, const std::string& path, double tol
     return false;
 }
 
-/// Whether nothing is wrong with `picture`, which is written unless it looks as its reference does.
+/// Whether `picture` is right. Writes it unless it matches its reference.
 bool keep(const QImage& picture, const std::string& name, double tolerance, const TourOptions& options)
 {
     const bool compares = !options.references.empty();

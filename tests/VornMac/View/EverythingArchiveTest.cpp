@@ -11,7 +11,7 @@
 #include <gmock/gmock.h>
 #include <nlohmann/json.hpp>
 
-// What is listed is what the archive's documents say, message by message.
+// The list shows what the archive's documents hold, message by message.
 namespace vorn {
 namespace {
 
@@ -26,7 +26,7 @@ json documentOf(const ByteBuffer& bytes)
     return json::parse(textOf(bytes));
 }
 
-/// The rows of a list, each under the names of its roles.
+/// The rows of a list, as values by role.
 class Listed {
 public:
     explicit Listed(AppModel::ExportResult found) { list_.show(std::move(found), nullptr, nullptr); }
@@ -48,13 +48,13 @@ private:
     EverythingList list_;
 };
 
-/// What the list has to say of a message of the document, the text as it can be drawn apart.
+/// The list's values for a message of the document, without the text.
 struct Expected {
     explicit Expected(const json& message)
     {
         const Instant sent{std::chrono::seconds(message.at("sentAt").get<std::int64_t>())};
         day = dayText(sent);
-        detail = internetDateTime(sent).substr(11, 8); // as British English writes it
+        detail = internetDateTime(sent).substr(11, 8); // in British notation
         if (!message.at("service").is_null()) detail += " · " + message.at("service").get<std::string>();
         if (message.at("edited").get<bool>()) detail += " · Edited";
         if (!message.at("replyToGuid").is_null()) detail += " · Reply";
@@ -131,7 +131,7 @@ TEST_F(EverythingIsTheArchive, OfTheSampleHistory)
     expectLeftOut(*found);
 }
 
-/// A row that is kept or left out, and its text as it is listed: that of the document unless it cannot be drawn.
+/// A row that is kept or left out, and its text in the list: the document's unless that cannot be drawn.
 struct OddRow {
     MessageRow row;
     std::optional<std::string> listed{};
@@ -153,7 +153,7 @@ std::vector<OddRow> oddRows()
         {text("ill \xFF formed"), "ill \uFFFD formed"},
         {text(std::string(20'000, 'x')), {}},
         {text("zero\u200Bwidth"), {}},
-        {text("\uFEFFmark"), "mark"}, // Qt takes it for a byte order mark; nobody sees one
+        {text("\uFEFFmark"), "mark"}, // Qt takes it for a byte order mark; it is invisible anyway
         {{.text = nullptr, .attributedBody = testing::attributedBody("From its body")}, {}},
         {{.text = std::string("Mine"), .isFromMe = std::int64_t{1}, .service = std::string("SMS")}, {}},
         {{.text = std::string("No service"), .service = nullptr}, {}},

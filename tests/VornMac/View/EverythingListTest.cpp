@@ -44,7 +44,7 @@ protected:
     }
 
     void show(MessageList messages) { list_.show(exportOf(std::move(messages)), &context_, &background_); }
-    /// As many as are searched three times: every thousandth says "tram", all have a number.
+    /// Three batches of a search: every thousandth message has "tram", all have a number.
     void showMany()
     {
         MessageList messages;

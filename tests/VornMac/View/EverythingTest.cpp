@@ -14,7 +14,7 @@ using testing::ScreenFixture;
 
 class EverythingPage : public ::testing::Test {
 protected:
-    /// With a chat of three messages that was found, a reaction and an empty row left out.
+    /// With a found chat of three messages; a reaction and an empty row are left out.
     void find()
     {
         screen_.fix.messages.message({.associatedMessageType = std::int64_t{2000}});

@@ -15,7 +15,7 @@ using testing::ScreenFixture;
 
 constexpr const char* inTwoMinutes = "2026-03-01T09:02:00Z"; // the tests begin at nine
 constexpr const char* inFourMinutes = "2026-03-01T09:04:00Z";
-constexpr std::int64_t rarely = 1'000'000; // ms between polls, which are not what is told about here
+constexpr std::int64_t rarely = 1'000'000; // ms between polls, which are not tested here
 
 class CodeCountdown : public ::testing::Test {
 protected:
@@ -55,7 +55,7 @@ TEST_F(CodeCountdown, GoesFromTwoMinutesToZeroWithASignalForEachSecond)
                                          Pair("qrPayloadChanged", 1)));
 }
 
-// The model polls it for a while longer, for a phone that has scanned it at the last moment.
+// The model polls it a while longer, for a phone that has scanned it at the last moment.
 TEST_F(CodeCountdown, HidesTheCodeAtItsEnd)
 {
     showCode();

@@ -14,7 +14,7 @@ using testing::questJSON;
 using testing::ScopedEnvironment;
 using testing::ScreenFixture;
 
-// In ns since 2001, as Messages counts.
+// In ns since 2001, the unit of Messages.
 constexpr std::int64_t day = 86'400'000'000'000;
 constexpr std::int64_t newYear2026 = 788'918'400'000'000'000;
 
@@ -139,7 +139,7 @@ TEST_F(FindScreen, OffersAnUploadOnceTheCooldownIsOverAndTheScreenIsEnteredAgain
 {
     find(paidQuestJSON("2026-03-01T09:10:00Z"));
     EXPECT_EQ(fix_.value("canUpload"), "false");
-    EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U); // a screen on which nothing happens wakes nobody
+    EXPECT_EQ(fix_.fix.clock.pendingSleeps(), 0U); // an idle screen has no timers
     fix_.fix.advance(10min);
     fix_.told();
     fix_.fix.model().go(Step::upload);

@@ -10,7 +10,7 @@ namespace {
 
 std::string textOf(const QMetaProperty& property, const QVariant& value);
 
-/// The properties of a value that has some, each with its name.
+/// The members of a structured value, each with its name.
 std::string membersOf(const QMetaObject& type, const void* value)
 {
     std::string text;

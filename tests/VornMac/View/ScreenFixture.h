@@ -10,7 +10,7 @@
 
 namespace vorn::testing {
 
-/// A model in virtual time, and what the screens see of it.
+/// A model in virtual time with its `ScreenModel`.
 class ScreenFixture {
 public:
     using Counts = std::map<std::string, int>; ///< by the signal's name
@@ -19,15 +19,15 @@ public:
 
     ModelFixture fix;
 
-    /// Shows the model, which has been launched.
+    /// Shows the model, which must have been launched.
     ScreenModel& show();
     ScreenModel& screen() { return *screen_; }
 
-    // As QML reads them, by name: an enumerator by its own name, a condition as "true" or "false".
+    // As QML reads it, by name: an enumerator by its own name, a boolean as "true" or "false".
     std::string value(const char* property) const;
     std::map<std::string, std::string> values() const;
 
-    /// How often each signal was sent since this was last asked; those that were not are left out.
+    /// How often each signal was sent since the last call, without those that were not.
     Counts told();
 
 private:
@@ -35,12 +35,12 @@ private:
     Counts told_;
 };
 
-/// What can change, as QML reads it.
+/// All properties that can change, as QML reads them.
 std::map<std::string, std::string> valuesOf(const ScreenModel& screen);
-/// The properties that `signal` tells about.
+/// The properties that `signal` announces.
 std::vector<std::string> propertiesOf(const std::string& signal);
 
-/// The quest whose last upload was paid, for `until`.
+/// The quest whose last upload was paid, with a cooldown `until`.
 std::string paidQuestJSON(const std::string& until);
 
 } // namespace vorn::testing

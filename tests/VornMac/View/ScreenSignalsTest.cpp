@@ -25,7 +25,7 @@ using testing::submissionJSON;
 
 class Signals : public ::testing::Test {
 protected:
-    /// Runs `event` and checks that whatever it changed was told about, and nothing else.
+    /// Runs `event` and checks that exactly its changes are announced.
     void watch(const char* name, const std::function<void()>& event)
     {
         SCOPED_TRACE(name);
@@ -137,7 +137,7 @@ TEST_F(Signals, ComeOnceForOneChange)
     EXPECT_THAT(last_, IsEmpty());
 }
 
-/// A screen that goes is to show nothing of what follows.
+/// An outgoing screen must show nothing of what follows.
 TEST_F(Signals, TellThatAStepIsLeftBeforeAnythingElse)
 {
     ModelFixture& fix = fix_.fix;
@@ -194,7 +194,7 @@ TEST_F(Signals, BeginNothingByWhatIsKeptAsItWas)
     EXPECT_EQ(fix.http->count(), sent);
 }
 
-/// A screen that is made when the step is told reads everything then.
+/// A screen that is created for the new step reads everything at that moment.
 TEST_F(Signals, TellOfTheStepWhenTheRestIsUpToDate)
 {
     ModelFixture& fix = fix_.fix;

@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-/// What a reader of QR codes, a program of its own, finds in `picture`; empty if it finds nothing, nothing if there is
-/// no such program here.
+/// The text that a QR reader, a program of its own, finds in `picture`; empty if it finds none, nothing if there is no
+/// such program.
 std::optional<std::string> codeIn(const QImage& picture);
 
 } // namespace vorn::testing

@@ -6,7 +6,7 @@
 namespace vorn::testing {
 namespace {
 
-/// QML's types have a number after their name.
+/// The class names of QML's types have a number at the end.
 bool is(const QQuickItem& item, std::string_view type)
 {
     const std::string_view name = item.metaObject()->className();
@@ -18,7 +18,7 @@ QRectF inWindow(const QQuickItem& item, const QRectF& frame)
     return item.mapRectToScene(frame);
 }
 
-/// The letters of a text item, which may stand anywhere in it.
+/// The frame of a text item's letters, which may be anywhere in the item.
 QRectF lettersOf(const QQuickItem& item)
 {
     const double width = item.property("contentWidth").toDouble();
@@ -68,7 +68,7 @@ void collect(QQuickItem* item, QQuickWindow& window, std::vector<DrawnText>& tex
         text.text = item->property("text").toString();
         text.item = item;
         const QRectF letters = lettersOf(*item);
-        constexpr double tolerance = 1; // fonts round up
+        constexpr double tolerance = 1; // fonts are rounded up
         text.isCut = item->property("truncated").toBool() || letters.width() > item->width() + tolerance ||
                      letters.height() > item->height() + tolerance;
         text.frame = inWindow(*item, letters);

@@ -10,17 +10,17 @@
 
 namespace vorn::testing {
 
-/// Text as it is drawn: one item of words, or a row of digits.
+/// A drawn text: one item of words, or a row of digits.
 struct DrawnText {
     QString text;
     QQuickItem* item = nullptr;
     QRectF frame;       ///< of its letters, in the window
-    QRectF room;        ///< the part of the window that it may fill: what it lies in cuts it, save what can be scrolled
-    QRectF visible;     ///< the part of `frame` that shows
-    bool isCut = false; ///< ends in dots that the author did not write, or is larger than its item
-    bool scrolls = false; ///< lies in something that can be scrolled
+    QRectF room;        ///< the part of the window that it may fill: clipped by its ancestors, except those that scroll
+    QRectF visible;     ///< the visible part of `frame`
+    bool isCut = false; ///< ends in dots that are not in the text, or is larger than its item
+    bool scrolls = false; ///< inside an item that scrolls
     QColor color;
-    double opacity = 1; ///< of all it lies in
+    double opacity = 1; ///< including that of its ancestors
 };
 
 /// The text that `window` shows, in the order of its structure.

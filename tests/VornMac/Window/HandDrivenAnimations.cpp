@@ -6,7 +6,7 @@
 
 namespace vorn::testing {
 
-/// What is told from then on counts from there.
+/// Later times count from here.
 void HandDrivenAnimations::start()
 {
     elapsed_ = 0;
@@ -17,10 +17,10 @@ void HandDrivenAnimations::pass(int milliseconds)
 {
     constexpr int frame = 10;
     while (milliseconds > 0) {
-        QCoreApplication::processEvents(); // what was started begins in the event loop
+        QCoreApplication::processEvents(); // animations that were started begin in the event loop
         const int step = std::min(frame, milliseconds);
         milliseconds -= step;
-        if (!isRunning()) continue; // nothing moves
+        if (!isRunning()) continue; // nothing is animated
         elapsed_ += step;
         advance();
     }

@@ -9,32 +9,32 @@
 
 namespace vorn::testing {
 
-/// One thing that a screen reader comes to.
+/// One element that a screen reader reaches.
 struct Read {
     QAccessible::Role role = QAccessible::NoRole;
     std::string name;
     std::string description;
     QAccessible::State state;
     std::vector<std::string> actions;
-    int depth = 0;   ///< 0 just below the window
-    int parent = -1; ///< its place in the reading, -1 for the window
+    int depth = 0;   ///< 0 directly below the window
+    int parent = -1; ///< index in the reading, -1 for the window
     QQuickItem* item = nullptr;
 
-    /// Qt gives texts an action too, to set the focus, which nothing comes of.
+    /// Qt gives texts an action as well, to set the focus, which has no effect.
     bool isControl() const;
 };
 
-/// What a screen reader finds in `window`, in its order: what is shown, each before what it holds.
+/// The visible elements that a screen reader finds in `window`, in its order: each before its children.
 std::vector<Read> readingOf(QQuickWindow& window);
 
-/// As a test prints and compares them: "Button: Continue", a check box with " (on)" or " (off)", a description after a
-/// dash. What only groups others is left out.
+/// The lines that tests print and compare: "Button: Continue", a check box with " (on)" or " (off)", a description
+/// after a dash. Skips mere groups.
 std::vector<std::string> spokenLines(const std::vector<Read>& reading);
 
-/// The name that tests give a role: "Button".
+/// The name of a role in tests: "Button".
 std::string nameOf(QAccessible::Role role);
 
-/// Does `action`, one of QAccessibleActionInterface's names, on `item`; false if it knows no such action.
+/// Performs `action`, one of QAccessibleActionInterface's names, on `item`; false if it has no such action.
 bool doAction(QQuickItem* item, const QString& action);
 
 } // namespace vorn::testing

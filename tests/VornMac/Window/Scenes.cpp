@@ -14,7 +14,7 @@ namespace {
 using namespace std::chrono_literals;
 using Fixture = ModelFixture;
 
-/// A chat worth looking at; what is previewed is its end.
+/// A chat worth looking at; the preview shows its end.
 void fillChat(ModelFixture& model)
 {
     struct Turn {
@@ -43,7 +43,7 @@ void fillChat(ModelFixture& model)
     model.messages.database().execute("COMMIT");
 }
 
-/// Some megabytes that do not pack well, as years of talking have.
+/// Some megabytes that do not compress well, like years of conversation.
 void fillLongChat(ModelFixture& model)
 {
     std::minstd_rand random; // the same in each run
@@ -274,7 +274,7 @@ std::vector<Scene> everythingScenes()
         {"4-find-everything-by-key",
          [](WindowFixture& fix) {
              everything(fix);
-             fix.lay(); // keys lead to what is seen
+             fix.lay(); // keys act on what is laid out
              for (const Qt::Key key : {Qt::Key_Down, Qt::Key_End, Qt::Key_Up}) fix.press(key);
          }},
         {"4-find-everything-searched", searched("museum")},
@@ -303,7 +303,7 @@ std::vector<Scene> uploadScenes()
              uploading(fix);
              const HTTPRequest& part = fix.model.http->request(fix.model.http->waiting(Fixture::puts).value());
              const auto size = static_cast<std::int64_t>(bodyTextOf(part).size());
-             for (int second = 1; second <= 84; ++second) { // a network of some age
+             for (int second = 1; second <= 84; ++second) { // an unsteady network
                  fix.model.advance(1s);
                  part.onBodyProgress((size * second + 199) / 200);
                  fix.model.run();

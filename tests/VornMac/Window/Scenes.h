@@ -8,9 +8,9 @@
 
 namespace vorn::testing {
 
-/// One thing the window can show: a screen in a phase.
+/// One state of the window: a screen in a phase.
 struct Scene {
-    std::string name; ///< of its picture: "1-link-showing"
+    std::string name; ///< the name of its picture: "1-link-showing"
     std::function<void(WindowFixture&)> play;
 };
 

@@ -57,9 +57,9 @@ WindowFixture::WindowFixture(Motion motion)
     Appearance::shared().setTheme(Appearance::Theme::light);
     Appearance::shared().setReducesMotion(motion == Motion::reduced);
     Appearance::shared().setTextScale(1);
-    model.messages.database().execute("PRAGMA synchronous = OFF"); // no test asks what a power cut leaves
+    model.messages.database().execute("PRAGMA synchronous = OFF"); // no test simulates a power cut
     model.onLaunched = [this] { makeWindow(); };
-    QAccessible::setActive(true); // controls set themselves up for readers only then
+    QAccessible::setActive(true); // otherwise controls are not prepared for readers
     announcements_ = QObject::connect(&Announcer::shared(), &Announcer::announced,
                                       [this](QObject* item, const QString& text) { noteAnnouncement(item, text); });
 }
@@ -100,7 +100,7 @@ QObject& WindowFixture::theme()
 
 void WindowFixture::settle()
 {
-    constexpr int rounds = 4; // layouts wait for a frame, and what they change for the next one
+    constexpr int rounds = 4; // layouts wait for a frame, and their effects for the next one
     for (int round = 0; round < rounds; ++round) {
         model.run();
         QCoreApplication::sendPostedEvents();
@@ -197,14 +197,14 @@ std::string WindowFixture::focused() const
 void WindowFixture::noteAnnouncement(QObject* item, const QString& text)
 {
     announced_.push_back(text.toStdString());
-    // What older versions of Qt have said is the item's name, not the text.
+    // Older versions of Qt speak the item's name, not the text.
     EXPECT_EQ(accessibleName(qobject_cast<QQuickItem*>(item)).toStdString(), text.toStdString());
 }
 
 void WindowFixture::lay()
 {
     settle();
-    picture(); // what is drawn is laid out before
+    picture(); // whatever is drawn has been laid out
 }
 
 QImage WindowFixture::picture()

@@ -36,28 +36,28 @@ public:
     /// The singleton Theme of Vorn.Components.
     QObject& theme();
 
-    /// Runs the window and the model's main thread until neither has anything to do now. What waits in the background
-    /// goes on waiting, see `ModelFixture::runAll`.
+    /// Runs the window and the model's main thread until both are idle. Waiting background work keeps waiting, see
+    /// `ModelFixture::runAll`.
     void settle();
 
-    // What is shown. An item is shown when it and all it lies in are visible.
+    // Items that are shown: visible, with all their ancestors.
 
-    /// The first shown item whose accessible name is `name`, null when there is none.
+    /// The first shown item whose accessible name is `name`; null if there is none.
     QQuickItem* named(const QString& name) const;
-    /// The accessible names of what is shown, in the order of the screen's structure; no empty ones.
+    /// The accessible names of shown items, in the order of the structure; no empty ones.
     std::vector<std::string> names() const;
     bool shows(const QString& name) const { return named(name) != nullptr; }
     /// Whether the control `name` can be used; fails the test if it is not shown.
     bool isEnabled(const QString& name) const;
 
-    /// What is drawn, and what a screen reader comes to, as tests compare them.
+    /// The drawn texts, and the lines of a screen reader, for comparing.
     std::vector<std::string> words() { return wordsOf(drawnTexts(*window_)); }
     std::vector<Read> reading() { return readingOf(*window_); }
     std::vector<std::string> spoken() { return spokenLines(reading()); }
-    /// What a screen reader was told to say since this was last asked.
+    /// The announcements since the last call.
     std::vector<std::string> announced() { return std::exchange(announced_, {}); }
 
-    /// The ways to use a control. Each settles.
+    /// Ways to use a control. Each settles.
 
     /// Clicks the middle of the control `name` with the mouse.
     void click(const QString& name);
@@ -65,16 +65,16 @@ public:
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Gives the control `name` the keyboard's focus and presses `key`.
     void pressOn(const QString& name, Qt::Key key);
-    /// As a screen reader presses the control `name`, or ticks it.
+    /// Presses the control `name`, or ticks it, as a screen reader does.
     void pressByReader(const QString& name);
-    /// The accessible name of what has the keyboard's focus; empty if nothing that can be used has.
+    /// The accessible name of the focused control; empty if no usable one has the focus.
     std::string focused() const;
 
     QImage picture();
     /// Lays everything out for the window's present size, without a picture.
     void lay();
 
-    /// What was written to the log of Qt and QML since the fixture was made; a test ends with nothing in it.
+    /// Qt's and QML's log since the fixture was made; it must be empty at the end of a test.
     const std::vector<std::string>& warnings() const { return warnings_; }
 
 private:
@@ -90,10 +90,10 @@ private:
     QQuickWindow* window_ = nullptr;
 };
 
-/// Every item below `root`, `root` first, in the order of the structure, that `keeps` wants; what it does not want is
-/// left out with all below it.
+/// Every item below `root`, `root` first, in the order of the structure, that `keeps` accepts; a refused item is left
+/// out with all its children.
 std::vector<QQuickItem*> itemsBelow(QQuickItem* root, const std::function<bool(QQuickItem*)>& keeps);
-/// What a screen reader calls `item`; empty where it is left out.
+/// The name of `item` for a screen reader; empty if readers skip it.
 QString accessibleName(QQuickItem* item);
 
 } // namespace vorn::testing
