@@ -8,7 +8,7 @@
 
 namespace vorn::testing {
 
-/// The fields of a local header, as they stand in the file.
+/// The fields of a local header, as in the file.
 struct LocalHeader {
     std::uint32_t signature = 0;
     std::uint16_t versionNeeded = 0, flags = 0, method = 0, time = 0, date = 0;
@@ -37,20 +37,20 @@ struct EndRecord {
 struct ArchivedFile {
     LocalHeader local;
     CentralRecord central;
-    std::size_t offset = 0; ///< where its local header was found
+    std::size_t offset = 0; ///< of its local header
     ByteBuffer packed;
-    std::string content; ///< inflated where the method says so
+    std::string content; ///< inflated if the method requires it
 };
 
 struct ReadArchive {
     std::vector<ArchivedFile> files;
-    std::size_t directoryOffset = 0; ///< where the first byte behind the files is
+    std::size_t directoryOffset = 0; ///< of the first byte after the files
     std::size_t directorySize = 0;
     EndRecord end;
 };
 
-/// Reads an archive from its first byte to its last, each field where the format has it. Throws `std::runtime_error`
-/// where bytes are missing or left over, and where a deflated file does not inflate to its size.
+/// Reads an archive from its first byte to its last, with each field in the place that the format gives it. Throws
+/// `std::runtime_error` if bytes are missing or left over, or if a deflated file does not inflate to its size.
 ReadArchive readArchive(ByteView bytes);
 
 } // namespace vorn::testing

@@ -10,8 +10,7 @@
 #include <random>
 #include <string>
 
-/// Other programs read our archives. One that is not installed fails its case: an archive that nobody has opened is
-/// not known to be one.
+/// Other programs read our archives. A missing program fails its case: then nobody has shown that it opens them.
 namespace vorn {
 namespace {
 

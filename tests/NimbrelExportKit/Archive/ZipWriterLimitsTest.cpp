@@ -107,7 +107,7 @@ TEST(ZipWriter, RefusesAnEntryWhoseHeaderWouldLieTooFarBehind)
     const std::string next = noise(100);
     for (const bool beyond : {false, true}) {
         SCOPED_TRACE(beyond);
-        const std::string first = noise(beyond ? 970 : 969); // behind it comes 30 + 1 + 969 = 1,000
+        const std::string first = noise(beyond ? 970 : 969); // followed by 30 + 1 + 969 = 1,000
         int asked = 0;
         EXPECT_EQ(failure({entry("a", first), entry("b", next)}, countingIn(asked, 1'000)), tooLarge);
         EXPECT_EQ(asked, beyond ? 1 : 2) << "at 1,000 only the directory does not fit any more";

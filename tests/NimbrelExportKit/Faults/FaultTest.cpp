@@ -1,5 +1,5 @@
-// Every call to the system and to SQLite fails once: the right error comes out, or the same archive, and nothing stays
-// behind in the temporary directory either way.
+// Every call to the system and to SQLite fails once. Either the right error or the same archive must come of it, and
+// nothing may be left in the temporary directory.
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
 #include "NimbrelExportKit/Messages/NimbrelExportError.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
@@ -22,7 +22,7 @@ using ::testing::IsEmpty;
 using testing::MessagesFixture;
 using testing::readFile;
 
-/// What came of an export and its archive.
+/// The result of an export and its archive.
 struct Finished {
     std::string archive;
 };
@@ -80,13 +80,13 @@ protected:
 
     Played play(int failAt, int code, const char* only = nullptr)
     {
-        testing::writeFile(output, "old"); // it is replaced in one step, or stays
+        testing::writeFile(output, "old"); // replaced in one step, or kept
         faultsArm(failAt, code, only);
         Outcome outcome = exportOnce();
         const int calls = faultsDisarm();
         if (auto* finished = std::get_if<Finished>(&outcome)) {
             finished->archive = readFile(output);
-        } else if (!std::holds_alternative<WritingFailed>(outcome)) { // which may only have missed its size
+        } else if (!std::holds_alternative<WritingFailed>(outcome)) { // perhaps only its size could not be read
             EXPECT_EQ(readFile(output), "old");
         }
         return {std::move(outcome), calls};
@@ -106,7 +106,7 @@ protected:
         return calls;
     }
 
-    /// What must hold after every export, however it ended.
+    /// Holds after every export, however it ended.
     void expectNothingLeft(const std::string& what)
     {
         EXPECT_THAT(temporary.names(), IsEmpty()) << what;
@@ -185,7 +185,7 @@ TEST_F(ExportFaults, EveryCallToTheSystemFailsClearlyOrWithoutHarm)
                             error.is<NimbrelExportError::SnapshotUnreadable>())
                     << what;
             } else {
-                EXPECT_EQ(call, 0) << what; // the probe: a database that does not open is refused
+                EXPECT_EQ(call, 0) << what; // the probe: refuses a database that does not open
                 EXPECT_TRUE(std::get<ReadingFailed>(outcome).error.is<NimbrelExportError::AccessDenied>()) << what;
             }
         }

@@ -12,7 +12,7 @@ using Kind = Host::Kind;
 struct Case {
     std::string_view text;
     Kind kind;
-    std::string_view host; ///< looked at unless the kind is none
+    std::string_view host; ///< compared unless the kind is none
 };
 
 void expectHosts(std::initializer_list<Case> cases)

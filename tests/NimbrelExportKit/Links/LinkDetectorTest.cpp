@@ -7,7 +7,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// What both detectors find, the system's and our own.
+// Links that both detectors find, the system's and our own.
 
 TEST(LinkDetector, FindsAddressesInOrderRepeatsIncluded)
 {

@@ -9,7 +9,7 @@ namespace {
 
 using testing::stepsOf;
 
-/// The beginning of a text, and what it repeats after it.
+/// The beginning of a text, and the part that is repeated after it.
 struct Hostile {
     const char* name;
     std::string_view head;

@@ -62,7 +62,7 @@ protected:
         }
     }
 
-    /// Exports; a clear failure is as good as a result.
+    /// Exports the database; a clear failure is as good as a result.
     std::optional<NimbrelExportResult> tryExport(const std::string& mainFile, const std::string& logFile)
     {
         try {

@@ -31,7 +31,7 @@ TEST(HandleNormalizer, GivesEachHandleOneSpelling)
              Case{"---", "---"}, // no digits
              Case{"1+2", "12"},
              Case{"٣٤", "٣٤"},       // digits of another script alone are no phone number
-             Case{"+٣ 555", "+555"}, // beside others they make one, but do not count
+             Case{"+٣ 555", "+555"}, // next to others they make one, but are dropped
              Case{"555/010", "555/010"},
              Case{"\u00A0555\u3000", "555"},
              Case{"", ""},
@@ -49,7 +49,7 @@ TEST(HandleNormalizer, DropsEmptyHandlesAndRepeats)
 
 TEST(HandleNormalizer, LeavesIllFormedTextAsItIs)
 {
-    EXPECT_EQ(normalize("\xFF\xC3"), "\xFF\xC3"); // it matches no stored handle, which are repaired
+    EXPECT_EQ(normalize("\xFF\xC3"), "\xFF\xC3"); // matches no stored handle, since those are repaired
 }
 
 } // namespace

@@ -161,7 +161,7 @@ TEST_F(MessagesSnapshotTest, IgnoresAFailureToDelete)
     files.beforeRemove = nullptr; // the destructor tries again
 }
 
-/// Tells of each copy while the file is there, also where the file system clones files and has nothing to tell.
+/// Reports each copy while the file exists, even if the file system clones files without reports.
 class TellingFileManager : public RefusingFileManager {
 public:
     using RefusingFileManager::RefusingFileManager;

@@ -42,7 +42,7 @@ protected:
         ADD_FAILURE() << "the export succeeded";
         return {NimbrelExportError::NoDatabase{}};
     }
-    /// Spoils a copy as a write of Messages in the middle of the copy would.
+    /// Damages a copy as a write of Messages in the middle of the copy would.
     static void spoil(const std::filesystem::path& copy)
     {
         if (copy.filename() == "chat.db") testing::writeFile(copy, std::string(4096, 'x'));
@@ -129,7 +129,7 @@ TEST_F(NimbrelExporterTest, ReportsOtherFailuresOfSQLiteAtOnce)
     EXPECT_THAT(temporary.names(), IsEmpty());
 }
 
-/// What stands in place of a table, and how it is named.
+/// A substitute for a table, with its name.
 struct Computed {
     const char* table;
     const char* statements;

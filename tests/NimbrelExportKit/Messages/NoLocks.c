@@ -1,4 +1,4 @@
-// Stands in place of the system's in its program: a file system without locks, such as some of networks.
+// Replaces the system's function in this program: a file system without locks, like some network ones.
 #include <errno.h>
 #include <sys/file.h>
 

@@ -15,7 +15,7 @@ struct Declared {
     std::string_view mimeType;
 };
 
-/// Both answer alike on every platform: the types that chats carry are declared by the system itself.
+/// Holds on every platform: the types that chats carry are declared by the system itself.
 void expectBothSay(std::string_view identifier, std::string_view mimeType)
 {
     SCOPED_TRACE(identifier);

@@ -59,7 +59,7 @@ struct TemporaryItemsTest : ::testing::Test {
     }
 };
 
-/// Another process, which does something and then stays until it is told to end, or killed.
+/// Another process, which does something and then stays until it is told to end, or is killed.
 class Other {
 public:
     template <class Body>
@@ -174,13 +174,13 @@ TEST_F(TemporaryItemsTest, LeavesNothingOfItsOwn)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-/// The number that the next file will get which this process opens.
+/// The number of the next file that this process opens.
 int nextDescriptor()
 {
     return FileDescriptor(open("/dev/null", O_RDONLY | O_CLOEXEC)).get();
 }
 
-/// Starts and ends cross: the file that one has opened is removed by another, which was the last.
+/// A start crosses an end: the other process, which was the last, removes the file that this one has opened.
 TEST_F(TemporaryItemsTest, SharesTheLockThatOthersWillFind)
 {
     FileDescriptor last = createPrivateFile(folder / lockName);
@@ -207,7 +207,7 @@ TEST_F(TemporaryItemsTest, ProcessesThatComeAndGoNeverTakeEachOthersItems)
                 const fs::path item = folder / ("vorn-nimbrel-" + newUUID() + ".zip");
                 testing::writeFile(item, "archive");
                 sched_yield();
-                if (unlink(item.c_str()) != 0) _exit(1); // somebody else removed it
+                if (unlink(item.c_str()) != 0) _exit(1); // another process removed it
             }
             _exit(0);
         }
@@ -286,7 +286,7 @@ TEST_F(TemporaryItemsTest, KeepsWhatBelongsToAnotherUser)
     EXPECT_THAT(namesBesideTheLock(), ElementsAre(name));
 }
 
-/// What stands where the lock should be, and what is logged about it.
+/// What is in the lock's place, and the line logged about it.
 struct WrongLock {
     const char* name;
     void (*make)(const fs::path& path);

@@ -1,4 +1,4 @@
-// Reading where no link detector can be made.
+// Reads messages when no link detector can be made.
 #include "NimbrelExportKit/Links/LinkDetector.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
 #include "tests/support/MessagesFixture.h"
@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// Stands in place of the system's in this program.
+/// Replaces the system's in this program.
 std::unique_ptr<LinkDetector> LinkDetector::make(const CancelFlag& /*cancel*/)
 {
     return nullptr;

@@ -1,4 +1,4 @@
-// Where nobody can lock, nobody sweeps, so that what is private may be made all the same.
+// Without locks nothing is swept, so private files may be made all the same.
 #include "NimbrelExportKit/Messages/TemporaryItems.h"
 
 #include "Platform/Base/Bytes.h"

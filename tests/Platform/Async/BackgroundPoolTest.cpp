@@ -103,7 +103,7 @@ TEST(OnBackground, WhatTheWorkHoldsDiesOnTheCoroutinesThread)
 
 Async<> fillOwnBuffer(BackgroundPool* pool, std::atomic<bool>* began, Journal* journal)
 {
-    std::vector<int> buffer(64); // the work writes here until it has ended, whatever happens to the task
+    std::vector<int> buffer(64); // the work writes here until it has ended, even if the task is cancelled
     try {
         co_await onBackground(pool, [&buffer, began](const CancelFlag& cancel) {
             *began = true;
@@ -174,7 +174,7 @@ TEST(OnBackground, EndsAsCancelledWhenThePoolIsDestroyedFirst)
     Journal journal;
     bool ran = false;
     MainContext context;
-    auto pool = std::make_unique<BackgroundPool>(0); // no thread will come free for it
+    auto pool = std::make_unique<BackgroundPool>(0); // without a thread, so that the work never runs
     Task::detached(context, runOnce(pool.get(), &ran, &journal));
     context.runUntilIdle();
     EXPECT_THAT(journal, IsEmpty());
@@ -220,7 +220,7 @@ TEST(BackgroundPool, RunsAsManyAtOnceAsItHasThreads)
 {
     std::atomic<int> together = 0;
     std::promise<void> all;
-    BackgroundPool pool(3); // last: its threads use what is above until it is gone
+    BackgroundPool pool(3); // last: its threads use what is above until it is destroyed
     for (int i = 0; i < 3; ++i) {
         pool.post([&] {
             if (++together == 3) all.set_value();

@@ -15,7 +15,7 @@ TEST(DetachedThreads, LetNoPieceOfWorkWaitForAnother)
     const auto answer = std::make_shared<std::promise<void>>();
     const auto ended = std::make_shared<std::promise<void>>();
     threads.post([answer, ended] {
-        answer->get_future().wait(); // as for a person
+        answer->get_future().wait(); // like waiting for a person
         ended->set_value();
     });
     const auto other = std::make_shared<std::promise<std::thread::id>>();

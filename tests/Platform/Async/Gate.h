@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// What happened, in order.
+/// Events in their order.
 using Journal = std::vector<std::string>;
 
 /// An awaitable that the test answers by hand. Must outlive the tasks that wait on it.
@@ -39,7 +39,7 @@ struct Gate {
     void fail(std::exception_ptr error) const { resumes.back().fail(std::move(error)); }
 };
 
-/// Waits on `gate` and records how that ended.
+/// Waits on `gate` and records the end of the wait.
 inline Async<> waitAndTell(Gate<>* gate, Journal* journal, OnCancel onCancel = OnCancel::leave)
 {
     journal->emplace_back("began");

@@ -204,7 +204,7 @@ TEST(MainContext, NoWakeUpIsLostWhileThreadsPostAndTheLoopRuns)
 TEST(MainContext, TheHookIsNeverCalledAfterTheContextIsGone)
 {
     for (int round = 0; round < 50; ++round) {
-        auto loop = std::make_unique<std::atomic<int>>(0); // what a late call would find freed
+        auto loop = std::make_unique<std::atomic<int>>(0); // freed memory for a late call
         auto context = std::make_unique<MainContext>([&at = *loop] { ++at; });
         std::vector<std::thread> threads;
         context->post([] {});
@@ -349,7 +349,7 @@ TEST(MainContext, ShutDownWithALimitLeavesCleanUpThatHangs)
         EXPECT_EQ(context.runningTasks(), 1U);
         EXPECT_THAT(journal, ElementsAre("began", "cleaned up"));
     }
-    EXPECT_THAT(journal, ElementsAre("began", "cleaned up", "farewell")); // what it held is gone with the context
+    EXPECT_THAT(journal, ElementsAre("began", "cleaned up", "farewell")); // destroyed with the context
 }
 
 TEST(MainContext, ShutDownWithALimitDoesNotWaitForIt)

@@ -31,7 +31,7 @@ struct ManualClockTest : ::testing::Test {
     Journal journal;
     ManualClock clock;
     MainContext context;
-    std::atomic<bool> finished = false; ///< what waits on other threads has ended
+    std::atomic<bool> finished = false; ///< work on other threads has ended
 };
 
 TEST_F(ManualClockTest, StandsStillUntilItIsMoved)

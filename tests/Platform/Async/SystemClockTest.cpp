@@ -83,7 +83,7 @@ TEST_F(SystemClockTest, CancelledASleepEndsAtOnceHoweverLong)
 
 TEST_F(SystemClockTest, SleepsEndInTheOrderOfTheirDeadlines)
 {
-    // However long this thread is held up between two of them, their deadlines come in this order.
+    // However long this thread is delayed between two of them, their deadlines come in this order.
     Task last(context, sleepAndTell(&clock, 1h, "last", &journal));
     Task::detached(context, sleepAndTell(&clock, 1ms, "first", &journal));
     Task::detached(context, sleepAndTell(&clock, 30ms, "second", &journal));

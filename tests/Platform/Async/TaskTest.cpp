@@ -33,7 +33,7 @@ TEST_F(TaskFixture, CancelledWhileItWaitsUnwindsOnlyWhenTheContextRuns)
     task.cancel();
     EXPECT_EQ(gate.stops, 1);
     EXPECT_THAT(journal, ElementsAre("began"));
-    task.cancel(); // a second time says nothing new
+    task.cancel(); // a second call does nothing
     context.runUntilIdle();
     EXPECT_EQ(gate.stops, 1);
     EXPECT_THAT(journal, ElementsAre("began", "cancelled"));

@@ -12,9 +12,9 @@
 
 namespace {
 
-std::string home;              ///< of every user; none has an entry where it is empty
+std::string home;              ///< of every user; empty: no user has an entry
 std::size_t sizeOfEntry = 100; ///< bytes
-int interruptions = 0;         ///< to come
+int interruptions = 0;         ///< still to come
 int failure = 0;               ///< of the database
 
 } // namespace

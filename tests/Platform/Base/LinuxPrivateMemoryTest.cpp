@@ -37,7 +37,7 @@ void becomeOrdinary()
     prctl(PR_SET_DUMPABLE, 1);
 }
 
-/// Whether another process of the same user sees where this one has its memory.
+/// Whether another process of the same user may read the memory of this one.
 bool isReadable()
 {
     const std::string maps = "/proc/" + std::to_string(getpid()) + "/maps";

@@ -44,7 +44,7 @@ TEST(UnnamedFile, IsLinkedIntoItsPlaceAndReplacesWhatIsThere)
     }
 }
 
-// Between its two names, the first of which is there while a file is replaced.
+// Between its two names: it has the first while it replaces a file.
 TEST(UnnamedFile, IsSweptByNobodyWhileItHasAName)
 {
     const TemporaryFolder folder;

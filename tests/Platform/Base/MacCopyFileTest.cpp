@@ -141,7 +141,7 @@ TEST_P(MacCopyFile, MakesNoCopyOfWhatIsNoFile)
     EXPECT_THAT(folder_.names(), ElementsAre("from"));
 }
 
-/// What happens on one of the volumes only.
+/// Behaviour on one kind of volume only.
 class MacCopyFileByPieces : public MacCopyFile {};
 class MacCopyFileByClone : public MacCopyFile {};
 INSTANTIATE_TEST_SUITE_P(Volumes, MacCopyFileByPieces, ::testing::Values(false));

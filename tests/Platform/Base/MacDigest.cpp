@@ -1,4 +1,4 @@
-// Doubles of macOS's digest functions, which OpenSSL works for.
+// Doubles of macOS's digest functions, which use OpenSSL.
 #include <cstring>
 
 #include <CommonCrypto/CommonDigest.h>
@@ -6,7 +6,7 @@
 
 namespace {
 
-// The caller's memory has room for the pointer, and nothing tells when it is gone: Final does.
+// The caller's memory has room for the pointer. Only Final tells when it is no longer needed.
 EVP_MD_CTX* workerOf(const CC_SHA256_CTX* context)
 {
     EVP_MD_CTX* worker = nullptr;

@@ -105,7 +105,7 @@ CFStringRef SCDynamicStoreCopyComputerName(SCDynamicStoreRef store, CFStringEnco
     return static_cast<CFStringRef>(textOrNull(mac().name));
 }
 
-// A zone and a locale are their names here.
+// Zones and locales are represented by their names.
 
 CFTimeZoneRef CFTimeZoneCopySystem()
 {

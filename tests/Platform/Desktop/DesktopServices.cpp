@@ -81,7 +81,7 @@ public:
     {
         const std::lock_guard lock(mutex_);
         pollfd end{.fd = lock_.get(), .events = 0, .revents = 0};
-        return lock_ && poll(&end, 1, 0) == 0; // the last who writes has not closed it
+        return lock_ && poll(&end, 1, 0) == 0; // the last writer has not closed it
     }
 
     void click(std::uint32_t id, const std::string& action, const std::string& token)
@@ -96,7 +96,7 @@ private:
     void onThread(std::function<void()> work)
     {
         {
-            const std::lock_guard lock(mutex_); // GLib's own order is none that the thread sanitizer sees
+            const std::lock_guard lock(mutex_); // the thread sanitizer does not see GLib's own synchronisation
             work_.push_back(std::move(work));
         }
         const GSourceFunc doNext = [](gpointer self) -> gboolean {

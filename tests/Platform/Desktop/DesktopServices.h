@@ -7,7 +7,7 @@
 
 namespace vorn::testing {
 
-/// The services of a desktop on one bus, which write down what they are asked, on a thread of their own.
+/// The services of a desktop on one bus, on a thread of their own. They record every call.
 class DesktopServices {
 public:
     enum class Kind {
@@ -17,7 +17,7 @@ public:
     };
     struct Options {
         Kind kind = Kind::willing;
-        std::vector<std::string> names{notifications, logind, sessionManager};   ///< those that are there
+        std::vector<std::string> names{notifications, logind, sessionManager};   ///< those on the bus
         std::vector<std::string> capabilities{"actions", "body", "body-markup"}; ///< of the notifications
     };
     static constexpr const char* notifications = "org.freedesktop.Notifications";
@@ -32,10 +32,10 @@ public:
 
     /// Calls and the launcher's signals, as "Method(arguments)" in GVariant's text format.
     std::vector<std::string> calls() const;
-    /// Whether somebody has a lock of logind.
+    /// Whether a program holds one of logind's locks.
     bool isAwake() const;
 
-    /// Sends the signals of a click on the notification `id`, to everybody. An empty token is not sent.
+    /// Sends the signals of a click on the notification `id`, to every program. An empty token is not sent.
     void click(std::uint32_t id, const std::string& action = "default", const std::string& token = "");
 
 private:

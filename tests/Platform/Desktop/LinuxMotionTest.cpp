@@ -75,7 +75,7 @@ TEST(MotionPreference, TellsOfChanges)
 
 TEST(MotionPreferenceDeathTest, LivesWithoutTheDesktopsSettings)
 {
-    GTEST_FLAG_SET(death_test_style, "threadsafe"); // in a new process: GLib looks for its schemas once
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // in a new process: GLib looks for its schemas only once
     EXPECT_EXIT(
         {
             for (const char* variable : {"XDG_DATA_DIRS", "XDG_DATA_HOME", "GSETTINGS_SCHEMA_DIR"})

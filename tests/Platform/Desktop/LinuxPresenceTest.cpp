@@ -48,7 +48,7 @@ struct LinuxPresence : ::testing::Test {
     {
         runUntil([&] { return services.calls().size() >= count; });
     }
-    /// Returns once `services` have dealt with everything that was sent before: a bus keeps the order. Adds a mark.
+    /// Returns once `services` have handled everything sent before: a bus keeps the order. Adds a mark.
     void settle(const DesktopServices& services)
     {
         const auto before = marks(services);
@@ -60,7 +60,7 @@ struct LinuxPresence : ::testing::Test {
         const auto calls = services.calls();
         return std::ranges::count_if(calls, [](auto& call) { return call.find("<1.0>") != std::string::npos; });
     }
-    /// Returns once it is known here that `id` is shown: a click comes after the answer.
+    /// Returns once this process knows that `id` is shown: a click comes after the answer.
     void waitUntilShown(DesktopServices& services, std::uint32_t id)
     {
         const auto before = clicks.size();
@@ -99,7 +99,7 @@ TEST_F(LinuxPresence, TellsOfAClickOnItsOwnNotificationAlone)
     DesktopServices services(bus.address());
     presence->notify(earned);
     waitForCalls(services, 2);
-    services.click(7);          // somebody else's
+    services.click(7);          // of another program
     services.click(1, "reply"); // another button
     services.click(1);
     runUntil([&] { return !clicks.empty(); });
@@ -130,7 +130,7 @@ TEST_F(LinuxPresence, ClosesANotificationThatIsWithdrawnOnItsWay)
 {
     const DesktopServices services(bus.address());
     presence->notify(earned);
-    waitForCalls(services, 2); // asked for; the answer is not read yet
+    waitForCalls(services, 2); // sent; the answer has not been read yet
     presence->withdrawNotification();
     waitForCalls(services, 3);
     EXPECT_EQ(services.calls().back(), "CloseNotification(1,)");
@@ -285,7 +285,7 @@ TEST(MessageBus, GivesUpOnAServiceThatHangs)
 {
     const testing::TestBus bus;
     const DesktopServices services(bus.address(), {.kind = Kind::silent});
-    expectNoAnswer(1s); // in which the call has to get there
+    expectNoAnswer(1s); // the call must arrive within it
     EXPECT_EQ(services.calls().size(), 1U);
 }
 

@@ -8,7 +8,7 @@
 
 namespace vorn::testing {
 
-/// A program that records its arguments, one a line, and then runs a given command.
+/// A program that records its arguments, one per line, and then runs a given command.
 class RecordingProgram {
 public:
     explicit RecordingProgram(const std::string& then = "exit 0")

@@ -60,7 +60,7 @@ TEST_F(Cancelling, BeforeTheStartSendsNothing)
     cancel(task);
     EXPECT_EQ(*outcome, Outcome::none);
     server.answer({});
-    send(get()); // the session's thread has been through everything that came before
+    send(get()); // the session's thread has handled everything sent before
     EXPECT_EQ(server.requests().size(), 1U);
 }
 
@@ -123,7 +123,7 @@ TEST_F(Cancelling, CountsAlsoWhenTheAnswerIsOnItsWay)
 TEST_F(Cancelling, EndsProgressBeforeItReturns)
 {
     for (int time = 0; time < 50; ++time) {
-        // Counted on the session's thread, looked at on this one: nothing may be counted once the task has ended.
+        // Counted on the session's thread, read on this one: nothing may be counted once the task has ended.
         auto count = std::make_shared<std::atomic<int>>(0);
         auto asked = put(part);
         asked.onBodyProgress = [count](std::int64_t) { ++*count; };
@@ -175,7 +175,7 @@ TEST_F(Cancelling, TheWholeSessionEndsEverythingUnderWay)
     EXPECT_EQ(server.requests().size(), 3U);
 }
 
-/// What a callback owns may own the session.
+/// A callback may own the session.
 TEST_F(Cancelling, TheSessionMayDieOnItsOwnThread)
 {
     server.script([](Exchange& exchange) { exchange.stayUntilClosed(); });
@@ -213,7 +213,7 @@ std::size_t openFiles()
 
 TEST(SessionFiles, AreAllClosedAtTheEnd)
 {
-    { // what libraries open once and keep
+    { // files that libraries open once and keep
         LoopbackServer server;
         server.answer({});
         MainContext context;

@@ -66,7 +66,7 @@ class Network : public SessionFixture {};
 
 TEST_F(Network, HasNoHostOfAReservedName)
 {
-    // Without any network this is another failure.
+    // Without any network it is another failure.
     const Code expected = isOnNetwork() ? Code::cannotFindHost : Code::notConnectedToInternet;
     EXPECT_THAT(failureOf(request(Method::get, "http://nobody.invalid/")), Optional(expected));
 }

@@ -203,7 +203,7 @@ TEST_F(KeptAliveConnection, ThatDiesTakesItsRequestWithIt)
 
 TEST_F(KeptAliveConnection, ThatDiesDoesNotPassItsRequestToAnotherOne)
 {
-    // Two connections are kept; the one that is chosen dies, and the other would serve.
+    // Two connections are kept; the chosen one dies, and the other would still work.
     auto both = [this](Exchange& exchange) {
         server.waitForRequests(2); // each needs a connection of its own
         exchange.answer({});

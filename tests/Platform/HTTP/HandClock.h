@@ -20,7 +20,7 @@ public:
         }};
     }
     void advance(std::chrono::milliseconds duration) { state_->now += duration.count(); }
-    /// How often a session has looked.
+    /// How often a session has read it.
     int looks() const { return state_->looks; }
 
 private:

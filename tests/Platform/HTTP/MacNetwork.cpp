@@ -22,7 +22,7 @@ CFDouble constants[] = {
     CFDouble::constant(Type::string, "JavaScript"), CFDouble::constant(Type::string, "default mode"),
 };
 
-/// The script that runs, as its source is known.
+/// The running script, identified by its source.
 struct Script {
     CFProxyAutoConfigurationResultCallback done = nullptr;
     CFStreamClientContext context = {};
@@ -124,7 +124,7 @@ void CFRunLoopAddSource(CFRunLoopRef /*loop*/, CFRunLoopSourceRef source, CFRunL
     script.isAdded = true;
 }
 
-/// Ends the script, which owns the list that it hands over.
+/// Ends the script, which owns the list that it passes on.
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode /*mode*/, CFTimeInterval /*seconds*/, Boolean /*returns*/)
 {
     EXPECT_TRUE(script.isAdded);

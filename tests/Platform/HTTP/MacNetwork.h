@@ -9,17 +9,17 @@ namespace vorn::testing {
 /// A Mac's network settings in this test program, and the run loop on which its scripts run. Threads: one.
 struct MacNetwork {
     struct Proxy {
-        std::string type; ///< as its constant is called
+        std::string type; ///< the name of its constant
         std::string host = {};
         std::optional<int> port = {};
-        std::string script = {}; ///< where a type has one: its address, or itself
+        std::string script = {}; ///< its address or its text, for types that have one
     };
 
     bool hasSettings = true;
     std::vector<Proxy> proxies;
     std::optional<std::vector<Proxy>> foundByScript; ///< nothing: the script fails
 
-    std::vector<std::string> asked; ///< the addresses, and what runs for which
+    std::vector<std::string> asked; ///< addresses, and scripts with the URL they ran for
 
     static MacNetwork& current();
 };

@@ -60,7 +60,7 @@ TEST_F(Progress, StopsShortOfARefusal)
     EXPECT_LT(seen.back(), static_cast<std::int64_t>(4 * part));
 }
 
-/// On the session's thread, where it cannot be caught.
+/// On the session's thread, where the exception cannot be caught.
 void reportToOneWhoThrows()
 {
     LoopbackServer server;

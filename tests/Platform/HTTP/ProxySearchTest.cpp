@@ -56,7 +56,7 @@ TEST(ProxySearch, KnowsTheEnvironmentsVariables)
     EXPECT_FALSE(proxysearch::isInEnvironment("https"));
 }
 
-/// A system with one proxy for everything, which writes down for what it is asked.
+/// A system with one proxy for everything, which records what it is asked.
 class OneProxy final : public SystemProxy {
 public:
     explicit OneProxy(std::optional<std::string> address) : address_(std::move(address)) {}
@@ -128,7 +128,7 @@ TEST_F(ProxyOfTheSystem, MayBeNone)
     }
 }
 
-/// A system whose script of the network does not come to an end before the test lets it.
+/// A system whose script from the network does not end before the test lets it.
 class SlowProxy final : public SystemProxy {
 public:
     std::optional<std::string> proxyFor(const std::string& /*origin*/) override

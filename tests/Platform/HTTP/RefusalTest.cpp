@@ -81,7 +81,7 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
     const auto asked = put(part);
     for (const auto& [name, handler] : refusals) {
         SCOPED_TRACE(name);
-        for (int time = 0; time < 20; ++time) { // the refusal arrives at a random place in the body
+        for (int time = 0; time < 20; ++time) { // the refusal arrives at a random point of the body
             beginAnew();                        // otherwise it might use a connection that is about to close
             server.script(handler);
             const HTTPResponse response = send(asked);
@@ -91,7 +91,7 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
     }
 }
 
-/// Keeps the processors busy, to vary the interleaving of threads.
+/// Keeps the processors busy, to vary how threads interleave.
 class Load {
 public:
     Load()
@@ -183,7 +183,7 @@ TEST_P(Refusal, IsNotWaitedForWhereTheServerEndsItsHalf)
                 ::testing::Optional(URLError::Code::networkConnectionLost));
 }
 
-// What the server has not read cannot be what it accepts: the part counts as lost, and is sent again.
+// A server cannot have accepted what it has not read: the part counts as lost, and is sent again.
 TEST_P(Refusal, IsNotWhatAServerSaysThatAcceptsAndGoes)
 {
     std::promise<void> accepted;

@@ -82,7 +82,7 @@ TEST_F(Secure, CutWithinTheBodyIsALostConnection)
     EXPECT_EQ(server.requests().size(), 1U);
 }
 
-/// One request to a server with whom no secure connection can be made.
+/// One request to a server with which no secure connection can be made.
 class Attempt : public SessionFixture {
 public:
     Attempt(const ServerIdentity& identity, const HTTPSession::Options& options) : SessionFixture(identity, options) {}

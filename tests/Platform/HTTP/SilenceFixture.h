@@ -14,7 +14,7 @@ struct OwnTime {
 /// A session whose inactivity clock the test advances. Connecting takes real time.
 class SilenceFixture : protected OwnTime, public SessionFixture {
 protected:
-    static constexpr std::chrono::milliseconds limit{1600}; ///< which has the session look every tenth of a second
+    static constexpr std::chrono::milliseconds limit{1600}; ///< makes the session look every tenth of a second
     static constexpr std::size_t part = 8 * 1024 * 1024;
 
     SilenceFixture() : SessionFixture(nullptr, clock.options()) { server.discardBodies(); }
@@ -25,7 +25,7 @@ protected:
         return asked;
     }
 
-    /// In a handler: lets most of the limit pass, and the session notice.
+    /// In a handler: lets most of the limit pass, and the session notice it.
     void passTime(Exchange& exchange)
     {
         clock.advance(limit * 6 / 10);
@@ -42,7 +42,7 @@ protected:
             for (int i = 0; i < bodySize; ++i) passTime(exchange), exchange.send("x");
         };
     }
-    /// A body of 32 MiB, of which the system's buffers hold a part only.
+    /// A body of 32 MiB, of which the system's buffers hold only a part.
     LoopbackServer::Handler readingSlowly()
     {
         return [this](Exchange& exchange) {

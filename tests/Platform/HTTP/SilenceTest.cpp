@@ -14,7 +14,7 @@ using Code = URLError::Code;
 
 class Silence : public SilenceFixture {
 protected:
-    /// Waits until the session has seen what time it is now, or the request has ended.
+    /// Waits until the session has read the current time, or the request has ended.
     void letTheSessionLook()
     {
         const int before = clock.looks();
@@ -34,7 +34,7 @@ protected:
         ended = true;
     }
 
-    /// Only the system counts the bytes of a head while it comes in.
+    /// Only the system counts the bytes of a head that is still arriving.
     LoopbackServer::Handler sendingHeadSlowly()
     {
         return [this](Exchange& exchange) {
@@ -85,7 +85,7 @@ TEST_F(Silence, EndsTheRequestOnceItLastsForTheLimit)
             clock.advance(limit - 1ms);
             letTheSessionLook();
             EXPECT_FALSE(ended);
-            while (!ended) { // what is on its way still arrives, which begins the silence anew
+            while (!ended) { // bytes in flight still arrive, and restart the silence
                 clock.advance(limit);
                 letTheSessionLook();
             }
@@ -142,7 +142,7 @@ TEST_F(Silence, IsBrokenByAHeadThatTricklesIn)
 TEST_F(Silence, IsBrokenByWhatComesThroughAProxy)
 {
     const ScopedEnvironment proxy("http_proxy", server.url(""));
-    for (int time = 0; time < 2; ++time) { // on a new connection, and on one that is used again
+    for (int time = 0; time < 2; ++time) { // on a new connection, and on a reused one
         server.script(sendingHeadSlowly());
         EXPECT_EQ(send(limited(request(Method::get, "http://somewhere.invalid/"))).status, 200);
     }

@@ -43,7 +43,7 @@ protected:
     {
         return send(to.get(), bytes.data(), bytes.size(), MSG_DONTWAIT);
     }
-    /// What can be read without waiting.
+    /// The bytes that can be read without waiting.
     static std::string readFrom(const FileDescriptor& socket)
     {
         std::string result(1 << 20, '\0');
@@ -92,7 +92,7 @@ TEST_F(SocketRelayTest, CarriesMoreThanFitsAnywhereInOrder)
             if (count > 0) sent.append(bytes, 0, static_cast<std::size_t>(count));
         }
         relay.move();
-        if (piece % 16 == 0) received += readFrom(server); // seldom: the way is full meanwhile
+        if (piece % 16 == 0) received += readFrom(server); // seldom: meanwhile the relay is full
     }
     relay.move();
     received += readFrom(server);

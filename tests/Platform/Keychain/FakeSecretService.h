@@ -23,8 +23,8 @@ public:
     FakeSecretService(FakeSecretService&&) = delete;
 
     int dialogs() const;    ///< shown
-    int dismissals() const; ///< asked for
-    /// The schema of the items that were searched for last; empty while there was no search.
+    int dismissals() const; ///< requested
+    /// The schema of the last search; empty before the first one.
     std::string searchedSchema() const;
 
     /// Returns once the program that asked for the last dialog has left the bus.

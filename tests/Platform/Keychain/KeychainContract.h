@@ -10,7 +10,7 @@
 
 namespace vorn::testing {
 
-/// A keychain, empty at first, and the world around it that it needs.
+/// A keychain, empty at first, with the environment that it needs.
 class KeychainWorld {
 public:
     virtual ~KeychainWorld() = default;
@@ -22,7 +22,7 @@ struct KeychainKind {
     std::function<std::unique_ptr<KeychainWorld>()> make;
 };
 
-/// What every keychain promises. A test program instantiates it for the keychains it can make.
+/// The promises of every keychain. A test program instantiates them for the keychains that it can make.
 class KeychainContract : public ::testing::TestWithParam<KeychainKind> {
 protected:
     Keychain& keychain() { return world_->keychain(); }

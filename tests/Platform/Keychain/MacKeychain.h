@@ -22,7 +22,7 @@ struct MacKeychain {
 
     std::map<std::pair<std::string, std::string>, std::string> secrets; ///< by service and account
     std::map<std::string, OSStatus> failures;                           ///< the functions that fail, and how
-    std::optional<CFTypeRef> found;                                     ///< in place of what is found
+    std::optional<CFTypeRef> found;                                     ///< replaces what is found
 
     std::vector<Call> calls;
 };

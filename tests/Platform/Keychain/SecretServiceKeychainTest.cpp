@@ -29,7 +29,7 @@ const KeychainItem item{"com.example.vorn", "desktop-session"};
 /// Longer than any test: a call with this limit that returns did not wait for it.
 constexpr auto forever = std::chrono::hours(24);
 constexpr auto soon = 300ms;
-constexpr auto notTooSoon = 1s; ///< for a service that has to ask within it, on a busy machine
+constexpr auto notTooSoon = 1s; ///< for a service that must ask within it on a busy machine
 
 std::int32_t statusOfRead(std::chrono::milliseconds limit)
 {
@@ -194,7 +194,7 @@ class ListeningPort {
 public:
     ListeningPort() : socket_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0))
     {
-        if (listen(socket_.get(), 1) != 0) throw std::runtime_error("cannot listen"); // on a port that is free
+        if (listen(socket_.get(), 1) != 0) throw std::runtime_error("cannot listen"); // on any free port
     }
 
     std::string number() const
@@ -215,7 +215,7 @@ TEST(SecretServiceKeychain, ReturnsInTimeFromACallThatCannotBeGivenUp)
     const std::string pipe = (folder / "pipe").native();
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     const ListeningPort port;
-    // A bus with a password in a file, which is a pipe: to open that waits inside the system for who writes.
+    // A bus with a password in a file, which is a pipe: opening that blocks inside the system until there is a writer.
     const ScopedEnvironment address("DBUS_SESSION_BUS_ADDRESS",
                                     "nonce-tcp:host=127.0.0.1,port=" + port.number() + ",noncefile=" + pipe);
     EXPECT_EQ(statusOfRead(soon), KeychainError::notAvailable);

@@ -109,7 +109,7 @@ TEST_F(SecurityKeychainTest, RefusesWhatIsFoundButIsNoData)
 {
     mac().found = nullptr;
     EXPECT_EQ(statusOf([&] { keychain().read(item); }), KeychainError::decode);
-    mac().found = CFDouble::make(CFDouble::Type::string, "no data"); // released by who asked
+    mac().found = CFDouble::make(CFDouble::Type::string, "no data"); // the caller releases it
     EXPECT_EQ(statusOf([&] { keychain().read(item); }), KeychainError::decode);
 }
 

@@ -18,10 +18,10 @@ public:
 
     const std::string& address() const { return address_; }
 
-    /// Where its socket is, called "bus".
+    /// The folder of its socket, called "bus".
     const std::filesystem::path& folder() const { return folder_.path(); }
 
-    /// From now on it accepts connections and never answers.
+    /// From now on, accepts connections and never answers.
     void freeze() const;
 
 private:

@@ -14,7 +14,7 @@ using ::testing::UnorderedElementsAre;
 using Mode = SQLiteDatabase::Mode;
 using Stage = SQLiteError::Stage;
 
-/// What `action` throws; a failure of the test when it throws nothing.
+/// The error that `action` throws; fails the test if it throws none.
 template <class Action>
 SQLiteError errorOf(Action&& action)
 {
