@@ -1,5 +1,4 @@
-// To be loaded before a program's own libraries: what it writes to the system's log goes to the file CAUGHT_LOG
-// instead, a line for each.
+// Preloaded into a program: what it writes to the system's log goes to the file CAUGHT_LOG instead, one line each.
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>

@@ -47,7 +47,8 @@ nlohmann::ordered_json times()
 
 } // namespace
 
-/// Prints what documents say of the programs, as the programs have it: one JSON object, for the tests beside this file.
+/// Prints the facts that the documents state, as the programs have them: one JSON object, for the tests beside this
+/// file.
 int main()
 try {
     const vorn::KeychainItem item = vorn::sessionItem();

@@ -30,7 +30,7 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-/// One text for each line of `text`: a program writes them as lines of their own.
+/// One text for each line of `text`: programs print them as lines of their own.
 void add(Texts& texts, const std::string& text)
 {
     std::istringstream lines(text);
@@ -51,7 +51,7 @@ void add(Texts& texts, const std::exception& error)
     add(texts, commandText(error));
 }
 
-// Each case of these stands below: a new one is told of here too.
+// All cases are listed below: add a new one there.
 static_assert(std::variant_size_v<APIError::Reason> == 5);
 static_assert(std::variant_size_v<UploadError::Reason> == 3);
 static_assert(std::variant_size_v<NimbrelExportError::Reason> == 4);

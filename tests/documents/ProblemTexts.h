@@ -5,7 +5,7 @@
 
 namespace vorn::testing {
 
-/// What users may read when something stands in their way, as the programs say it, with sample values in it.
+/// The texts that users may read when something goes wrong, as the programs print them, with sample values.
 std::vector<std::string> problemTexts();
 
 } // namespace vorn::testing

@@ -13,7 +13,7 @@ namespace {
 
 using JSON = nlohmann::ordered_json;
 
-/// The records of a field's type come before the record itself.
+/// Records of a field's type precede the record itself.
 class Records {
 public:
     template <class Record>

@@ -83,7 +83,7 @@ void MessagesFixture::createTable(const std::string& name, std::vector<std::stri
         std::transform(definitions.begin(), definitions.end(), definitions.begin(),
                        [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
     }
-    const bool constrained = schema_.indexes && !constraints.empty(); // a constraint brings an index of its own
+    const bool constrained = schema_.indexes && !constraints.empty(); // a constraint creates an index of its own
     database_.execute("CREATE TABLE " + name + " (" + definitions + (constrained ? ", " + constraints : "") + ")");
 }
 

@@ -22,7 +22,7 @@ struct MessagesSchema {
     bool indexes = true;
 };
 
-/// A row of the table message; a value that is not given is NULL. The defaults make a row that is kept.
+/// A row of the table message; values that are not given are NULL. The defaults make a row that is kept.
 struct MessageRow {
     std::optional<std::int64_t> rowID = std::nullopt; ///< the next one
     std::optional<std::string> guid = std::nullopt;   ///< "guid-" and the row's number
@@ -62,8 +62,8 @@ public:
     void assistantChat();
 
     std::int64_t message(const MessageRow& row = {}); ///< returns the row's ROWID
-    /// So many rows like `row`, so many nanoseconds apart, every third the user's: quicker than one by one. Needs a
-    /// schema with every column.
+    /// `count` rows like `row`, `apart` nanoseconds from each other, every third the user's: faster than one by one.
+    /// Needs a schema with every column.
     void messages(std::int64_t count, std::int64_t apart, const MessageRow& row = {});
     void attachment(std::int64_t message, SQLiteValue mimeType, SQLiteValue typeIdentifier);
 

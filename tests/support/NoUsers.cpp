@@ -1,5 +1,4 @@
-// To be loaded before a program's own libraries: the system knows no user then, as in a container that runs as a
-// number.
+// Preloaded into a program: the system knows no user, as in a container that runs under a number.
 #include <cstddef>
 
 #include <pwd.h>

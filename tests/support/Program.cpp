@@ -29,8 +29,7 @@ std::string nameOf(const std::string& entry)
     return entry.substr(0, entry.find('='));
 }
 
-/// Ours, with what is added in place of entries of the same name: of two, some programs take the first and some the
-/// last.
+/// Ours, with `added` replacing entries of the same name: of two, some programs take the first and some the last.
 std::vector<std::string> environmentWith(const Program::Environment& added)
 {
     std::vector<std::string> entries;

@@ -12,7 +12,7 @@ namespace vorn::testing {
 
 class PseudoTerminal;
 
-/// A program, started with arguments; what it prints is kept. Killed if the test forgets it.
+/// A program, started with arguments; its output is kept. Killed if the test forgets it.
 class Program {
 public:
     using Environment = std::vector<std::pair<std::string, std::string>>;
@@ -27,13 +27,14 @@ public:
 
     void signal(int number) const;
 
-    /// Asks it to end and waits until it has, unless it has ended: killed, as by the destructor, it cannot tidy up.
+    /// Asks it to end and waits until it has, unless it has ended already: a program that is killed, as by the
+    /// destructor, cannot clean up.
     void terminate();
 
     /// Waits for its end and returns its exit code; -1 when a signal ended it.
     int exitCode();
 
-    /// What it printed so far.
+    /// Its output so far.
     std::string output() const { return readFile(prints_ / "out"); }
     std::string errors() const { return readFile(prints_ / "err"); }
 

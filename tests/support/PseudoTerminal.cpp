@@ -51,7 +51,7 @@ std::string PseudoTerminal::shown() const
     return shown_;
 }
 
-/// All the time: a program that shows more than the system keeps would wait for somebody to look.
+/// Continuously: a program that writes more than the system keeps would block.
 void PseudoTerminal::read()
 {
     constexpr int milliseconds = 20;

@@ -10,20 +10,20 @@
 
 namespace vorn::testing {
 
-/// A terminal window of 80 columns and 24 lines: what programs in it show is kept, and a test can type. Threads: any.
+/// A terminal window of 80 columns and 24 lines. Keeps what its programs show, and a test can type. Threads: any.
 class PseudoTerminal {
 public:
     PseudoTerminal();
     ~PseudoTerminal();
     PseudoTerminal(PseudoTerminal&&) = delete;
 
-    /// For programs to open.
+    /// The path for programs to open.
     const std::string& path() const noexcept { return path_; }
 
     /// As from the keyboard: Return is "\r".
     void type(std::string_view keys) const;
 
-    /// Everything so far, with the line ends of a terminal, "\r\n", and what was typed as the terminal echoes it.
+    /// Everything shown so far, with the line ends of a terminal, "\r\n", and its echo of what was typed.
     std::string shown() const;
 
 private:
@@ -31,7 +31,7 @@ private:
 
     FileDescriptor keyboardAndScreen_;
     std::string path_;
-    FileDescriptor line_; ///< held open, so that what the last program showed is not lost with it
+    FileDescriptor line_; ///< held open, so that the last program's output is not lost when it ends
     mutable std::mutex mutex_;
     std::string shown_;
     std::atomic<bool> closed_ = false;

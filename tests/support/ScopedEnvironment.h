@@ -7,7 +7,7 @@
 
 namespace vorn::testing {
 
-/// Sets an environment variable for as long as it lives.
+/// Sets an environment variable while it lives.
 class ScopedEnvironment {
 public:
     ScopedEnvironment(std::string name, const std::string& value) : name_(std::move(name))

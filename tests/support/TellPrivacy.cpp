@@ -1,5 +1,4 @@
-// To be loaded before a program's own libraries: says on standard error, when the program ends, who may read its
-// memory.
+// Preloaded into a program: says on standard error, when the program ends, who may read its memory.
 #include <cstdio>
 
 #include <sys/prctl.h>

@@ -16,7 +16,7 @@ public:
     const std::filesystem::path& path() const { return path_; }
     std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
 
-    /// The names of what is in it, sorted.
+    /// The names of its content, sorted.
     std::vector<std::string> names() const;
 
 private:

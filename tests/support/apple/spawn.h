@@ -1,8 +1,8 @@
 #pragma once
 
-// Stand-in for what the system adds to its header.
+// Stand-in for the system's additions to its header.
 
 #include_next <spawn.h>
 
-/// The real one closes every file that no action opens; here it says nothing.
+/// The real one closes every file that no action opens; this one does nothing.
 #define POSIX_SPAWN_CLOEXEC_DEFAULT 0

@@ -47,7 +47,7 @@ public:
         return sleeps_.begin()->first.first;
     }
 
-    /// Wakes who sleeps until `target` or less. Unlocked meanwhile: a context's hook may ask for the time.
+    /// Wakes sleeps until `target`. Unlocked: a context's hook may ask for the time.
     void advanceTo(Duration target)
     {
         while (const auto due = takeDue(target)) (*due)();
@@ -81,7 +81,7 @@ private:
 
     void forget(const Key& key)
     {
-        decltype(sleeps_)::node_type dropped; // dies unlocked: it may call a context's hook
+        decltype(sleeps_)::node_type dropped; // destroyed unlocked: it may call a context's hook
         const std::lock_guard lock(mutex_);
         dropped = sleeps_.extract(key);
     }

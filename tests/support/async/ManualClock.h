@@ -12,8 +12,7 @@ class MainContext;
 
 namespace vorn::testing {
 
-/// A clock that stands still until a test moves it, so that flows which sleep take no time and always go the same way.
-/// Threads: any.
+/// A clock that stands still until a test moves it: flows that sleep take no time and are deterministic. Threads: any.
 class ManualClock final : public Clock {
 public:
     /// `now` begins at zero.
@@ -26,12 +25,12 @@ public:
     Async<> sleep(Duration duration) override;
 
     /// Moves `date` and `now` and ends the sleeps that are due, by deadline and then in the order they began. Their
-    /// tasks go on when their context runs, and all see the time after the whole step.
+    /// tasks continue when their context runs, and all see the time after the whole step.
     void advance(Duration duration);
     /// The same from deadline to deadline, running `context` at each: a task that polls sees each of its deadlines.
     /// Runs what is queued first, so that sleeps about to begin do so before time passes.
     void advance(Duration duration, MainContext& context);
-    /// Sets the calendar's time alone, as users and servers do: sleeps take no notice.
+    /// Sets only the calendar's time, as users and servers do; sleeps are not affected.
     void setDate(Instant date);
 
     std::size_t pendingSleeps() const;

@@ -16,7 +16,7 @@ public:
 
     std::size_t waiting() const { return waiting_.size(); }
 
-    /// Runs what waits, and what that posts. Gives whether there was anything.
+    /// Runs waiting work, and what that posts. Returns whether there was any.
     bool run()
     {
         const bool any = !waiting_.empty();

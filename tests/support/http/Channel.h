@@ -9,25 +9,25 @@
 
 namespace vorn::testing {
 
-/// How the bytes of a connection travel. Its socket must not block; whoever uses the channel waits.
+/// The transport of a connection's bytes. Its socket must not block; the owner of the channel waits.
 class Channel {
 public:
     struct Step {
         enum class Kind { moved, waitsForInput, waitsForOutput, gone };
 
         Kind kind;
-        std::size_t bytes = 0; ///< how many moved; none read when the client has ended its half properly
+        std::size_t bytes = 0; ///< how many moved; 0 for a read when the client has closed its half properly
     };
 
     virtual ~Channel() = default;
     virtual Step read(std::span<char> into) = 0;
     virtual Step write(std::string_view bytes) = 0;
-    /// Says that nothing more will be sent, where the channel has words of its own for it.
+    /// Announces the end of sending, if the channel has a message for that.
     virtual void sayGoodbye() = 0;
 
-    /// As they are.
+    /// Without encryption.
     static std::unique_ptr<Channel> plain(int socket);
-    /// Inside of TLS; the handshake is part of the first step.
+    /// Inside TLS; the handshake is part of the first step.
     static std::unique_ptr<Channel> secure(int socket, const ServerIdentity& identity);
 };
 

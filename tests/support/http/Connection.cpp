@@ -165,7 +165,7 @@ void Connection::endRequest()
     underWay_.reset();
 }
 
-/// Waits for what `step` could not do without, and returns whether there was anything.
+/// Waits until `step` can continue, and returns false if it need not.
 bool Connection::waitAfter(const Channel::Step& step) const
 {
     using Kind = Channel::Step::Kind;
@@ -175,7 +175,7 @@ bool Connection::waitAfter(const Channel::Step& step) const
     return true;
 }
 
-/// Without events it only looks whether all is to end.
+/// Without events it only checks whether to stop.
 void Connection::waitFor(short events) const
 {
     if (!socket_) throw PeerGone();
@@ -187,7 +187,7 @@ void Connection::waitFor(short events) const
 
 void Connection::close()
 {
-    // What the client sent and nobody read would turn the close into a reset, which may overtake the answer.
+    // Unread bytes of the client would turn the close into a reset, which may overtake the answer.
     if (!socket_) return;
     endRequest();
     finishSending();
@@ -200,7 +200,7 @@ void Connection::close()
 void Connection::reset()
 {
     if (!socket_) return;
-    endRequest(); // before the client can see the cut, and its test ask what has arrived
+    endRequest(); // before the client can see the cut, and its test can ask what has arrived
     const linger atOnce{.l_onoff = 1, .l_linger = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
     socket_.reset();
@@ -220,7 +220,7 @@ void Connection::pause(std::chrono::milliseconds duration)
 
 void Connection::stayUntilClosed()
 {
-    // A client that closes while its bytes lie unread here shows only as a hang-up.
+    // A client that closes while its bytes are unread shows only as a hang-up.
     std::array<char, 1> byte{};
     while (true) {
         std::array<pollfd, 2> watched{{{socket_.get(), hangUp, 0}, {stop_, POLLIN, 0}}};

@@ -8,29 +8,29 @@
 
 namespace vorn::testing {
 
-/// One accepted connection: reads requests strictly and does what handlers ask for. Threads: one at a time, but for
-/// `isOpen`.
+/// One accepted connection: reads requests strictly and carries out its handlers' calls. Threads: one at a time, except
+/// for `isOpen`.
 class Connection final : public Exchange {
 public:
     /// Where the requests are recorded.
     class Records {
     public:
         virtual ~Records() = default;
-        /// The head is there. Gives the number by which `ended` names the request.
+        /// The head is complete. Returns the number by which `ended` names the request.
         virtual std::size_t begun(const ReceivedRequest& request) = 0;
-        /// More of the body came. Gives whether to keep it.
+        /// More of the body has arrived. Returns whether to keep it.
         virtual bool received(std::size_t bytes) = 0;
-        /// The answer is about to leave, or there will be none: what the client does next comes after this.
+        /// The answer is about to leave, or there will be none: the client's next actions come after this.
         virtual void ended(std::size_t index, const ReceivedRequest& request) = 0;
     };
 
-    /// `stop` becomes readable when everything is to end. Speaks TLS if there is an `identity`.
+    /// `stop` becomes readable when everything must end. Speaks TLS if there is an `identity`.
     Connection(FileDescriptor socket, const ServerIdentity& identity, std::size_t number, int stop, Records& records);
     ~Connection() override { endRequest(); }
     Connection(Connection&&) = delete;
 
-    /// Reads the head of the next request. Gives false when the client closed instead; throws `std::runtime_error` for
-    /// what is no proper request.
+    /// Reads the head of the next request. Returns false if the client closed instead; throws `std::runtime_error` for
+    /// a malformed request.
     bool readHead();
     bool bodyIsRead() const { return bodyLeft_ == 0; }
     bool isOpen() const { return static_cast<bool>(socket_); }
@@ -58,8 +58,8 @@ private:
     std::unique_ptr<Channel> channel_; ///< over the socket
     int stop_;
     Records& records_;
-    std::optional<std::size_t> underWay_; ///< the request that has no answer yet
-    std::string buffer_;                  ///< received, not yet taken
+    std::optional<std::size_t> underWay_; ///< the request without an answer yet
+    std::string buffer_;                  ///< received, not yet parsed
     std::size_t bodyLeft_ = 0;
     ReceivedRequest request_;
 };

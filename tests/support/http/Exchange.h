@@ -20,9 +20,9 @@ struct ReceivedRequest {
     HeaderList headers;         ///< in the order received, names as written
     std::string body;           ///< as far as it was read before the answer began
     bool complete = false;      ///< whether all of the body was read
-    std::size_t connection = 0; ///< which connection it came on: 1 is the first
+    std::size_t connection = 0; ///< the number of its connection, from 1
 
-    /// The value of the only header called `name`, in any case; none if there is none. Two are a failure of the test.
+    /// The value of the only header called `name`, in any case; none if there is none. Two fail the test.
     std::optional<std::string> header(std::string_view name) const;
 };
 
@@ -31,7 +31,7 @@ std::vector<std::string> headerNames(const ReceivedRequest& request);
 /// "Name: value" of all headers in alphabetical order.
 std::vector<std::string> headersOf(const ReceivedRequest& request);
 
-/// What the server says to one request. `Content-Length` is added unless the headers say it or `Transfer-Encoding`.
+/// The server's answer to a request. `Content-Length` is added unless the headers have it or `Transfer-Encoding`.
 struct Answer {
     int status = 200;
     HeaderList headers = {};
@@ -44,11 +44,11 @@ struct Answer {
     std::string text() const; ///< the bytes of all of it
 };
 
-/// Thrown out of a handler by every operation once the client has gone or the server is to end. Let it through.
+/// Thrown out of a handler by every operation once the client is gone or the server must end. Let it pass.
 class PeerGone {};
 
-/// One request under way on one connection, in the hands of a handler. When the handler returns, the connection goes on
-/// with the next request, unless it was closed or a part of the body is unread.
+/// One request on one connection, passed to a handler. When the handler returns, the connection continues with the next
+/// request, unless it was closed or a part of the body is unread.
 class Exchange {
 public:
     virtual ~Exchange() = default;
@@ -63,16 +63,16 @@ public:
     virtual void send(std::string_view bytes) = 0;
     void answer(const Answer& answer);
 
-    /// Ends the connection properly: what was sent arrives.
+    /// Ends the connection properly: everything sent arrives.
     virtual void close() = 0;
     /// Ends the connection with a reset, at once.
     virtual void reset() = 0;
     /// Ends the sending half only.
     virtual void finishSending() = 0;
 
-    /// Waits; ends early, by `PeerGone`, only when the server is to end.
+    /// Waits; ends early, with `PeerGone`, only if the server must end.
     virtual void pause(std::chrono::milliseconds duration) = 0;
-    /// Says nothing and reads nothing until the client ends the connection or the server is to end.
+    /// Neither sends nor reads until the client closes the connection or the server must end.
     virtual void stayUntilClosed() = 0;
 };
 

@@ -61,7 +61,7 @@ void prepare(const FileDescriptor& socket)
     fcntl(socket.get(), F_SETFL, O_NONBLOCK);
 }
 
-/// For this thread: writing to a client that has gone is an error like any other.
+/// For this thread: writing to a closed connection is an error like any other.
 void blockBrokenPipeSignal()
 {
     sigset_t signals;
@@ -86,7 +86,7 @@ public:
 
     ~State() override
     {
-        stopWrite_.reset(); // the other end becomes readable, for everybody who polls it
+        stopWrite_.reset(); // makes the other end readable for every poll
         acceptor_.join();
         for (auto& thread : threads_) thread.join();
         for (const auto& problem : problems_) ADD_FAILURE() << "LoopbackServer: " << problem;
@@ -129,12 +129,12 @@ private:
     void serveOne(Connection& connection);
     void report(const std::string& problem);
 
-    /// Runs `change` on what is guarded, and tells who waits for it.
+    /// Runs `change` on the guarded state, and notifies waiting threads.
     template <class Change>
     auto update(Change change)
     {
         const std::lock_guard lock(mutex);
-        changed.notify_all(); // who wakes must get the lock first
+        changed.notify_all(); // unlocked: a woken thread must get the lock first
         return change();
     }
 

@@ -25,7 +25,7 @@ public:
     using Handler = std::function<void(Exchange&)>;
     using Responder = std::function<Answer(const ReceivedRequest&)>;
 
-    /// Speaks TLS if there is an `identity`. Clients that break off the handshake do not count as a problem.
+    /// Speaks TLS if there is an `identity`. Clients that break off the handshake are no problem.
     explicit LoopbackServer(ServerIdentity identity = nullptr);
     /// Cuts every connection and waits for the handlers, which then see `PeerGone`.
     ~LoopbackServer();
@@ -35,30 +35,30 @@ public:
     /// "http://127.0.0.1:<port>" and `path`; "https:" with an identity.
     std::string url(std::string_view path = "/") const;
 
-    // What to do with the requests, in the order in which their heads arrive.
+    // Answers for requests, in the order in which their heads arrive.
 
-    /// The next request without a script is read whole and answered so.
+    /// Reads the next request without a script to its end and answers it.
     void answer(Answer answer);
-    /// As `answer`, for what an answer cannot say: called once the head of the request is there, its body unread.
+    /// As `answer`, for more than an answer can express: called once the head of the request is there, its body unread.
     void script(Handler handler);
-    /// For every request that has no script left, now and later: read whole, answered by what `responder` returns.
+    /// For every request without a script, now and later: read to its end, answered with the result of `responder`.
     void respond(Responder responder);
-    /// Called with each new connection before anything is read; what it sends comes before any request.
+    /// Called with each new connection before anything is read; it may send bytes ahead of any request.
     void greet(std::function<void(Exchange&)> greeting);
 
     /// From the next connection on, bodies are counted but not kept.
     void discardBodies();
 
-    // What came.
+    // What has arrived.
 
     /// Every request whose head has arrived, in the order of arrival.
     std::vector<ReceivedRequest> requests() const;
     std::size_t connectionCount() const; ///< accepted so far
-    std::size_t openConnections() const; ///< those that neither side has closed yet
+    std::size_t openConnections() const; ///< those that neither side has closed
     /// The most requests that were under way (head received, answer not yet begun) at the same time.
     std::size_t mostRequestsAtOnce() const;
 
-    // Each waits up to ten seconds, and returns whether it happened.
+    // Each waits for up to ten seconds, and returns whether it happened.
 
     bool waitForRequests(std::size_t count) const;
     bool waitForBodyBytes(std::size_t count) const; ///< of all requests together

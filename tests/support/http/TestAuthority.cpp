@@ -23,7 +23,7 @@ std::shared_ptr<EVP_PKEY> newKey()
     return {EVP_EC_gen("P-256"), &EVP_PKEY_free};
 }
 
-/// A certificate of `key` that says everything but who vouches for it.
+/// A certificate of `key`, complete except for its issuer and signature.
 std::shared_ptr<X509> newCertificate(EVP_PKEY* key, const std::string& name, std::chrono::seconds begins,
                                      std::chrono::seconds ends)
 {

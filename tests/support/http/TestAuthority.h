@@ -10,10 +10,10 @@ struct x509_st;
 
 namespace vorn::testing {
 
-/// What a server shows to its clients: a certificate and its key.
+/// A server's certificate and its key.
 using ServerIdentity = std::shared_ptr<ssl_ctx_st>;
 
-/// Signs certificates, with a key made for this object alone. Only those trust it who are handed `certificate`.
+/// Signs certificates, with a key made for this object alone. Only clients that get `certificate` trust it.
 class TestAuthority {
 public:
     TestAuthority();

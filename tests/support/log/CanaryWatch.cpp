@@ -11,7 +11,7 @@ namespace vorn::testing {
 namespace {
 
 /// Tests put the word "canary" into every secret: tokens, poll secrets, QR payloads, presigned queries, handles. A line
-/// of the log with that word in any case fails the test that runs. No line reaches the system's log.
+/// of the log with that word, in any case, fails the running test. No line reaches the system's log.
 class CanaryWatch : public LogSink {
 public:
     void write(std::string_view /*subsystem*/, std::string_view category, std::string_view line) override
@@ -30,7 +30,7 @@ private:
     }
 };
 
-/// Before main(): to link this file is to have the watch.
+/// Before main(): linking this file installs the watch.
 [[maybe_unused]] const bool watching = [] {
     setLogSink(std::make_shared<CanaryWatch>());
     return true;

@@ -8,8 +8,8 @@
 
 namespace vorn::testing {
 
-/// Keeps the lines that are logged while it lives. They are still passed on to the sink that was there before. Threads:
-/// lines may come from any; made and destroyed on one, in the order of a stack.
+/// Keeps the lines that are logged while it lives, and passes them on to the previous sink. Threads: lines may come
+/// from any; constructed and destroyed on one, in the order of a stack.
 class CapturedLog {
 public:
     CapturedLog();

@@ -9,7 +9,8 @@
 
 namespace vorn::testing {
 
-/// While it lives, what this thread allocates may leak: for libraries that do. Narrow its scope to what runs them.
+/// While it lives, leaks of what this thread allocates are ignored, for libraries that leak. Narrow its scope to the
+/// code that runs them.
 class ForeignLeaks {
 public:
 #ifdef VORN_TEST_LOOKS_FOR_LEAKS

@@ -12,31 +12,31 @@
 
 namespace vorn::testing {
 
-/// The text that `request` sends; empty without a body.
+/// The body of `request` as text; empty without a body.
 std::string bodyTextOf(const HTTPRequest& request);
 
-/// Holds every request until the test answers it: no network, and nothing happens by itself. Threads: one.
+/// Holds every request until the test answers it: there is no network, and nothing happens by itself. Threads: one.
 class HeldHTTPSession final : public HTTPSession {
 public:
     Async<HTTPResponse> send(HTTPRequest request) override;
 
-    /// How many requests were sent so far.
+    /// How many requests were sent.
     std::size_t count() const { return held_.size(); }
 
-    /// "GET /api/v1/desktop/nimbrel, Bearer token", the second part as far as there is one.
+    /// "GET /api/v1/desktop/nimbrel, Bearer token"; the second part only if there is a token.
     std::string summary(std::size_t index) const;
     std::vector<std::string> summaries() const;
     std::string body(std::size_t index) const;
     const HTTPRequest& request(std::size_t index) const { return held_.at(index)->request; }
     bool isCancelled(std::size_t index) const { return held_.at(index)->cancelled; }
 
-    /// The requests that wait for an answer, as in `summary`, and the first of those that are `summary`, whose second
-    /// part may be left out.
+    /// The requests that wait for an answer, in the form of `summary`, and the first of those that equals `summary`,
+    /// whose second part may be left out.
     std::vector<std::string> waiting() const;
     std::optional<std::size_t> waiting(std::string_view summary) const;
 
     void answer(std::size_t index, int status, std::string body = "");
-    /// Takes an upload: 200 with this ETag.
+    /// Accepts an upload: 200 with this ETag.
     void acknowledge(std::size_t index, const std::string& tag);
     void fail(std::size_t index, URLError::Code code);
 

@@ -46,17 +46,17 @@ public:
     {
         return main.run(std::move(work));
     }
-    /// What `work` throws; none if it succeeds.
+    /// The error of `work`; none if it succeeds.
     template <class T>
     std::optional<APIError> apiError(Async<T> work)
     {
         return errorOf<APIError>(main, std::move(work));
     }
 
-    /// What came, in order.
+    /// The requests that have arrived, in order.
     std::vector<ServiceRequest> requests() const;
 
-    // What should come.
+    // The expected requests.
     ExpectedRequest get(const std::string& path) const { return {"GET", path, server.port()}; }
     ExpectedRequest post(const std::string& path) const { return {"POST", path, server.port()}; }
     /// The request that trades the refresh token of `session`.
@@ -64,7 +64,7 @@ public:
     ExpectedRequest logout(const std::string& token) const;
 };
 
-/// Where the service behind `server` is.
+/// The configuration for the service behind `server`.
 APIConfiguration configurationOf(const LoopbackServer& server);
 
 APIError httpError(int status, std::optional<std::string> message = std::nullopt,

@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// All of a request that the service sees, for comparing whole: a header too many is as wrong as one too few.
+/// Everything of a request that the service sees, for comparing it whole: a header too many is as wrong as one too few.
 struct ServiceRequest {
     std::string line;                 ///< "POST /api/v1/auth/device-links"
     std::vector<std::string> headers; ///< "Name: value", in alphabetical order
@@ -19,10 +19,10 @@ struct ServiceRequest {
     static ServiceRequest of(const ReceivedRequest& received);
 };
 
-/// Says what a request must look like: what every request has is there already.
+/// Describes an expected request, beginning with what every request has.
 class ExpectedRequest {
 public:
-    /// To "127.0.0.1:<port>". `path` stands below "/api/v1/" as on the request line.
+    /// To "127.0.0.1:<port>". `path` follows "/api/v1/" as on the request line.
     ExpectedRequest(std::string method, std::string path, int port);
 
     ExpectedRequest bearer(const std::string& token) const;

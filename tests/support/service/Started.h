@@ -9,8 +9,8 @@
 
 namespace vorn::testing {
 
-/// Work that has been started and not awaited, so that the test decides what happens meanwhile. Cancelled when it dies.
-/// Threads: the context's own.
+/// Work that has been started and not awaited, so that the test decides what happens meanwhile. Cancelled when it is
+/// destroyed. Threads: the context's own.
 template <class T>
 class Started {
 public:
@@ -22,13 +22,13 @@ public:
     bool hasEnded() const { return outcome_->value || outcome_->error; }
     bool hasFailed() const { return outcome_->error != nullptr; }
 
-    /// Runs `context` until the work has ended, and returns or throws what it ended with.
+    /// Runs `context` until the work has ended, and returns or throws its outcome.
     T result(MainContext& context) const
     {
         context.runUntil([this] { return hasEnded(); });
         return result();
     }
-    /// What the work ended with.
+    /// The outcome of the work.
     T result() const
     {
         if (outcome_->error) std::rethrow_exception(outcome_->error);
@@ -56,7 +56,7 @@ private:
     Task task_;
 };
 
-/// The `Error` with which `started` has ended; none if it has not failed. Another error passes through.
+/// The `Error` with which `started` has ended; none if it has not failed. Passes other errors through.
 template <class Error, class T>
 std::optional<Error> errorOf(const Started<T>& started)
 {
@@ -68,7 +68,7 @@ std::optional<Error> errorOf(const Started<T>& started)
     return std::nullopt;
 }
 
-/// The `Error` that `work` throws; none if it succeeds. Another error passes through.
+/// The `Error` that `work` throws; none if it succeeds. Passes other errors through.
 template <class Error, class T>
 std::optional<Error> errorOf(MainContext& context, Async<T> work)
 {

@@ -4,7 +4,7 @@ namespace vorn::testing {
 namespace {
 
 std::uint64_t steps = 0;
-std::uint64_t stopAt = 0; ///< 0 for nowhere
+std::uint64_t stopAt = 0; ///< 0 for none
 const std::function<void()>* atStop = nullptr;
 
 void countStep()
@@ -31,7 +31,7 @@ std::uint64_t stepsOf(const std::function<void()>& work, std::uint64_t step, con
 
 } // namespace vorn::testing
 
-// What clang calls before each read, one function for each size, where it is told to trace loads.
+// Called by clang before each read, one function for each size, if it is told to trace loads.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" {
 void __sanitizer_cov_load1(const void*);

@@ -5,8 +5,8 @@
 
 namespace vorn::testing {
 
-/// The steps that `work` takes: how often code of a library made by `vorn_counted_library` reads memory. The same on
-/// every machine and under any load, which times are not. Threads: one at a time.
+/// The steps that `work` takes: how often code of a library made by `vorn_counted_library` reads memory. Unlike times,
+/// the same on every machine and under any load. Threads: one at a time.
 std::uint64_t stepsOf(const std::function<void()>& work);
 
 /// As `stepsOf`, and calls `then` once `step` steps are taken.

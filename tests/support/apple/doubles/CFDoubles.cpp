@@ -19,7 +19,7 @@ std::set<const CFDouble*>& live()
     return objects;
 }
 
-/// Objects that are gone are kept until the program ends, so that who still uses one can be told.
+/// Destroyed objects are kept until the program ends, so that a later use is noticed.
 void bury(const CFDouble* object)
 {
     static std::vector<std::unique_ptr<const CFDouble>> gone;
@@ -160,7 +160,7 @@ CFTypeID CFDataGetTypeID()
     return static_cast<CFTypeID>(Type::data);
 }
 
-/// Null for bytes that are no text, as the real one.
+/// Null if the bytes are no text, like the real one.
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef /*allocator*/, const UInt8* bytes, CFIndex size,
                                     CFStringEncoding encoding, Boolean /*isExternalRepresentation*/)
 {
@@ -170,7 +170,7 @@ CFStringRef CFStringCreateWithBytes(CFAllocatorRef /*allocator*/, const UInt8* b
     return static_cast<CFStringRef>(CFDouble::make(Type::string, std::move(text)));
 }
 
-/// In units of UTF-16.
+/// In UTF-16 units.
 CFIndex CFStringGetLength(CFStringRef string)
 {
     CFIndex length = 0;
@@ -198,7 +198,7 @@ CFDataRef CFDataCreate(CFAllocatorRef /*allocator*/, const UInt8* bytes, CFIndex
     return static_cast<CFDataRef>(CFDouble::make(Type::data, bytesAt(bytes, size)));
 }
 
-/// Null when there are none, as it may be on a Mac.
+/// Null if there are none, as may happen on a Mac.
 const UInt8* CFDataGetBytePtr(CFDataRef data)
 {
     const std::string& bytes = CFDouble::of(data).bytes;
@@ -214,7 +214,7 @@ CFMutableDictionaryRef CFDictionaryCreateMutable(CFAllocatorRef /*allocator*/, C
                                                  const CFDictionaryKeyCallBacks* keys,
                                                  const CFDictionaryValueCallBacks* values)
 {
-    // Others would neither retain what they are given nor compare keys by their content.
+    // Other callbacks would neither retain objects nor compare keys by content.
     EXPECT_EQ(keys, &kCFTypeDictionaryKeyCallBacks);
     EXPECT_EQ(values, &kCFTypeDictionaryValueCallBacks);
     return reinterpret_cast<CFMutableDictionaryRef>(const_cast<void*>(CFDouble::make(Type::dictionary, {})));

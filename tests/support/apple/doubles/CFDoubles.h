@@ -9,8 +9,8 @@
 
 namespace vorn::testing {
 
-/// What the objects of Core Foundation are in this test program. Objects are counted: releasing one that is gone, or a
-/// constant more often than it was retained, fails the running test. Threads: one.
+/// The objects of Core Foundation in this test program. Objects are counted: releasing a destroyed one, or a constant
+/// more often than it was retained, fails the running test. Threads: one.
 struct CFDouble {
     enum class Type : CFTypeID { string = 1, data, dictionary, boolean, number, array, url };
 
@@ -21,9 +21,9 @@ struct CFDouble {
     bool isConstant = false;
     std::vector<CFTypeRef> items = {}; ///< of an array, which owns them
 
-    /// An object that belongs to whoever asked for it.
+    /// An object that the caller owns.
     static CFTypeRef make(Type type, std::string bytes);
-    /// An array of `items`, which become its own.
+    /// An array that takes over `items`.
     static CFArrayRef makeArray(std::vector<CFTypeRef> items);
 
     /// A constant of the system's.
@@ -34,7 +34,7 @@ struct CFDouble {
     CFStringRef asString() const { return reinterpret_cast<CFStringRef>(this); }
 };
 
-/// How many objects are alive: as many at the end of a test as at its start, or something leaks.
+/// How many objects are alive: the same number at the start and the end of a test, or there is a leak.
 std::size_t liveCFObjects();
 
 /// `dictionary` for comparing: texts and data as they are, constants by their names.

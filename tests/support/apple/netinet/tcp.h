@@ -1,6 +1,7 @@
 #pragma once
 
-// What the system's header has on macOS alone: how a connection stands, in the fields that the sources for macOS read.
+// The part of the system's header that only macOS has: the state of a connection, in the fields that the sources for
+// macOS read.
 
 #include_next <netinet/tcp.h>
 

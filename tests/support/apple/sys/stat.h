@@ -1,6 +1,6 @@
 #pragma once
 
-// What the system's header has on macOS alone.
+// The part of the system's header that only macOS has.
 
 #include_next <sys/stat.h>
 
