@@ -48,8 +48,8 @@ public:
     Async<IgnoredBody> abortSubmission(const std::string& id) const;
     Async<SubmissionStatus> submission(const std::string& id) const;
 
-    // The session. Stores the session of an approved link. Throws the store's errors.
-    /// Stores the session of a link that was approved. Throws what the store throws.
+    // The session.
+    /// Stores the session of an approved link. Throws the store's errors.
     void adopt(const StoredSession& session) const;
     /// Drops the stored session, on this computer only, and returns it.
     std::optional<StoredSession> forget() const;

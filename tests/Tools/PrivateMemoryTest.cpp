@@ -1,4 +1,4 @@
-// The programs that hold tokens or messages, as users have them.
+// The programs that hold tokens or messages, as they are installed.
 #include "tests/support/Program.h"
 
 #include <gmock/gmock.h>

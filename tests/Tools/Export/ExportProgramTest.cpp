@@ -48,7 +48,7 @@ protected:
         fixture.message({.isFromMe = std::int64_t{1}});
         fixture.message({.itemType = std::int64_t{1}});
     }
-    /// Without the lock, which stays empty where a signal ends the program on the spot.
+    /// Without the lock file, which remains, empty, if a signal ends the program at once.
     std::vector<std::string> itemsLeft() const
     {
         auto names = temporary.names();
@@ -113,7 +113,7 @@ TEST_F(ExportProgram, GivesTheSameArchiveForTheSameTime)
     arguments.insert(arguments.end(), {"--exported-at", "2026-03-01T09:15:00Z"});
     EXPECT_EQ(start(arguments).exitCode(), 0);
     const std::string first = readFile(output);
-    EXPECT_EQ(start(arguments).exitCode(), 0); // over the first
+    EXPECT_EQ(start(arguments).exitCode(), 0); // replaces the first
     EXPECT_EQ(readFile(output), first);
 }
 
@@ -122,7 +122,7 @@ TEST_F(ExportProgram, SaysThatThereIsNoDatabase)
     expectFailure(3, "There is no database at " + database.string() + ".\n");
 }
 
-#ifdef NO_USERS_MODULE // where a program can be told that there are none
+#ifdef NO_USERS_MODULE // requires a module that simulates a system without users
 TEST_F(ExportProgram, SaysThatTheUserHasNoDatabase)
 {
     std::vector<std::string> arguments = usualArguments();
@@ -173,7 +173,7 @@ TEST_F(ExportProgram, WritesNothingWhereThereIsNothingToExport)
         "There is no one-to-one conversation with these handles. Nothing was written; --allow-empty writes an "
         "archive nevertheless.\n");
     fixture.assistantChat();
-    fixture.message({.itemType = std::int64_t{1}}); // which is left out
+    fixture.message({.itemType = std::int64_t{1}}); // is left out
     expectNothing("The conversation holds no message that is exported. Nothing was written; --allow-empty writes an "
                   "archive nevertheless.\n");
     std::vector<std::string> arguments = usualArguments();

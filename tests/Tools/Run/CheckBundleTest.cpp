@@ -1,5 +1,5 @@
-// scripts/check-bundle on programs for macOS, made here with LLVM's linker and read with LLVM's otool where there is no
-// other. Debian has no codesign: a program of that name answers for it.
+// scripts/check-bundle on programs for macOS, made here with LLVM's linker and read with LLVM's otool if there is no
+// other. Debian has no codesign: a script of that name replaces it.
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -30,7 +30,7 @@ public:
         promise("13.3");
     }
 
-    /// The first macOS that the bundle says it runs on. What is linked here runs on 13.3.
+    /// Sets the first macOS that the bundle claims to run on. Programs linked here run on 13.3.
     void promise(const std::string& version) const
     {
         testing::writeFile(folder_ / "Vorn.app/Contents/Info.plist",

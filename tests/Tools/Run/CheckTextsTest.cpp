@@ -1,4 +1,4 @@
-// scripts/check-texts on trees of a file or two.
+// scripts/check-texts on trees of one or two files.
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 

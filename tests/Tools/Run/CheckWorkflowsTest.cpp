@@ -1,5 +1,4 @@
-// scripts/check-workflows on a machine that has not the linter yet. It runs in a copy of the tree that has nothing
-// else.
+// scripts/check-workflows on a machine without the linter. Runs in a copy of the tree that holds nothing else.
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -19,12 +18,12 @@ TEST(CheckWorkflows, SaysThatThereIsNoWayToTheLinter)
     std::filesystem::create_directories(tree / "scripts");
     std::filesystem::copy(SCRIPTS "/workflows", tree / "scripts/workflows", std::filesystem::copy_options::recursive);
     std::filesystem::copy_file(SCRIPTS "/check-workflows", tree / "scripts/check-workflows");
-    // Nobody listens on port 1, and the copies of earlier downloads are elsewhere.
+    // Nothing listens on port 1, and earlier downloads are kept elsewhere.
     Program program("/bin/bash", {tree / "scripts/check-workflows", "mistakes.yml"},
                     {{"npm_config_registry", "http://127.0.0.1:1"},
                      {"npm_config_noproxy", "127.0.0.1"},
                      {"npm_config_cache", tree / "cache"}});
-    EXPECT_EQ(program.exitCode(), 75); // ctest takes it as skipped
+    EXPECT_EQ(program.exitCode(), 75); // ctest counts it as skipped
     EXPECT_THAT(program.errors(),
                 EndsWith("check-workflows: the linter could not be installed: is there a way to npm's registry?\n"));
 }

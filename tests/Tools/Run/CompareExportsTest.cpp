@@ -1,4 +1,4 @@
-// scripts/compare-exports on this one system, with what two systems could disagree about played by hand.
+// scripts/compare-exports on one system, with simulated differences between two.
 #include "Platform/Base/SHA256.h"
 #include "Platform/SQLite/SQLiteDatabase.h"
 #include "tests/support/Program.h"
@@ -31,7 +31,7 @@ public:
         return run({"check", folder_.path()}, environment);
     }
 
-    /// Has the archive that came from "there" say what another history says.
+    /// Makes the archive from "there" hold another history.
     void exportThere(const std::string& change, std::vector<std::string> handles) const
     {
         const testing::TemporaryFolder other;

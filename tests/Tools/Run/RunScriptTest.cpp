@@ -1,4 +1,4 @@
-// What ./run says of its arguments. It runs in a copy of the tree that has nothing else, where it cannot get far.
+// How ./run answers its arguments. Runs in a copy of the tree that holds nothing else, so that it ends early.
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -45,7 +45,7 @@ TEST(RunScript, BeginsWithAFittingNumber)
     const RunScriptFixture fix;
     for (const char* number : {"1", "2000", "9999999"}) {
         const auto program = fix.run({"--messages", number});
-        EXPECT_NE(program->exitCode(), 0); // nothing to install with
+        EXPECT_NE(program->exitCode(), 0); // there is nothing to install with
         EXPECT_EQ(program->output(), "==> Installing what is missing\n");
     }
 }

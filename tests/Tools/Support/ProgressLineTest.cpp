@@ -68,7 +68,7 @@ TEST(ProgressLine, WithoutATerminalIsSilent)
     ProgressLine line(nullptr, [&now] { return now; });
     now += 2s;
     line.show("unseen");
-    EXPECT_EQ(line.eraser(), ""); // nothing to remove: nothing was shown
+    EXPECT_EQ(line.eraser(), ""); // nothing was shown, so there is nothing to remove
     line.clear();
 }
 

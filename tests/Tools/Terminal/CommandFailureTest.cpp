@@ -68,7 +68,7 @@ TEST(CommandFailure, TellsTheCasesApart)
 {
     for (const Case& each : cases()) {
         EXPECT_EQ(failureOf(*each.error).status(), each.status) << each.name;
-        if (each.status == TerminalStatus::unreachable) continue; // has words of its own, below
+        if (each.status == TerminalStatus::unreachable) continue; // has texts of its own, below
         EXPECT_EQ(failureOf(*each.error).text(), each.text) << each.name;
     }
 }

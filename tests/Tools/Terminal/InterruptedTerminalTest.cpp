@@ -39,7 +39,7 @@ TEST(InterruptedTerminal, TakesAnUploadBackAndLeavesNothingBehind)
         const auto program = fix.share(sandbox.url(), {"--yes"});
         fix.waitForLine(*program, "Finishing up…"); // the part has left, so the program knows of the submission
         expectStopped(*program, number);
-        sandbox.waitForLog("/abort 200 "); // written after the answer, which the program does not stay for
+        sandbox.waitForLog("/abort 200 "); // written after the answer, for which the program does not wait
         EXPECT_THAT(fix.leftovers(), IsEmpty());
     }
 }
@@ -48,7 +48,7 @@ TEST(InterruptedTerminal, DoesNotWaitForAServiceThatHangs)
 {
     struct Case {
         std::vector<std::string> options;
-        const char* lastAnswer; ///< in the service's log; after it, the service is silent, to the abort too
+        const char* lastAnswer; ///< in the service's log; after it, the service is silent, also to the abort
     };
     const LinkedFixture fix;
     for (const Case& each : {Case{{"--fault", "create-submission=hang"}, "GET /api/v1/desktop/nimbrel 200 "},
@@ -80,7 +80,7 @@ TEST(InterruptedTerminal, LeavesNothingThatTheNextStartDoesNotSweep)
         killed->signal(SIGKILL);
         EXPECT_EQ(killed->exitCode(), -1);
         EXPECT_THAT(fix.leftovers(), Not(IsEmpty()));
-        fix.start(sandbox.url(), {"sign-out"})->exitCode(); // any start does
+        fix.start(sandbox.url(), {"sign-out"})->exitCode(); // any start removes it
         EXPECT_THAT(fix.leftovers(), IsEmpty());
     }
 }

@@ -256,7 +256,7 @@ TEST(JourneyProgram, SaysWhyTheUploadStopped)
         EXPECT_THAT(program->errors(), EndsWith(std::string(each.text) + "\n"));
         EXPECT_EQ(program->output(), "");
         EXPECT_THAT(fix.leftovers(), IsEmpty());
-        std::filesystem::remove_all(fix.folder / "config"); // each asks for consent, and so for the quest twice
+        std::filesystem::remove_all(fix.folder / "config"); // each asks for consent, and therefore for the quest twice
     }
 }
 

@@ -1,4 +1,4 @@
-// The whole path with somebody at the keyboard.
+// The whole path with a user at the keyboard.
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <gmock/gmock.h>
@@ -19,7 +19,7 @@ TEST(JourneyWindow, TakesNoAnswerThatWasTypedBeforeItsQuestion)
     const auto window = fix.shareInWindow(sandbox.url(), {});
     const std::string link = sandbox.scan(fix.codeOn(*window));
     window->type("y\ry\ry\r\r");
-    window->waitFor("y\r\ny\r\ny\r\n\r\n"); // what the terminal has taken
+    window->waitFor("y\r\ny\r\ny\r\n\r\n"); // echoed by the terminal
     sandbox.approve(link);
     window->waitFor("I understand what's uploaded [y/N]\r\n");
     window->answer("y");

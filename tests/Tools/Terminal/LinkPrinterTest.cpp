@@ -19,7 +19,7 @@ using testing::ScreenImage;
 using Background = TerminalOptions::Background;
 using Ink = QRCodeText::Ink;
 
-/// The lines that begin with what only a QR code begins with.
+/// The lines that begin as only those of a QR code do.
 std::vector<std::string> codeIn(const std::string& text)
 {
     std::vector<std::string> lines;
@@ -77,7 +77,7 @@ TEST(LinkPrinter, SaysOfARepeatedFailureOnce)
     EXPECT_EQ(said.take(), "Other \uFFFD[31mwords.\n");
 }
 
-/// As long as a service's: a name and 32 bytes in hexadecimal digits.
+/// As long as a service's: a prefix and 32 bytes in hexadecimal digits.
 const std::string usualPayload = "vorn://link?code=" + std::string(64, '0');
 
 TEST(LinkPrinter, DrawsTheCodeBelowAllWords)

@@ -1,4 +1,4 @@
-// Linking, as a person does it: the code is read from the terminal and shown to the phone.
+// Linking as a user does it: the code is read from the terminal and shown to the phone.
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <algorithm>

@@ -22,7 +22,7 @@ struct Region {
     std::uintptr_t begin = 0, end = 0;
 };
 
-/// Nothing can have been put into the others.
+/// Nothing can have been written to the others.
 std::vector<Region> writableRegions()
 {
     std::vector<Region> regions;
@@ -38,7 +38,7 @@ std::vector<Region> writableRegions()
     return regions;
 }
 
-/// What is read on the way lies in pages of its own, which are not searched.
+/// Bytes read on the way are kept in pages of their own, which are not searched.
 class Window {
 public:
     static constexpr std::size_t size = std::size_t{1} << 20;
@@ -96,7 +96,7 @@ std::size_t copiesInMemory(const HiddenText& text)
             const bool isOwn = window.isIn(at, end);
             const ssize_t count = isOwn ? 0 : pread(memory.get(), window.bytes(), end - at, static_cast<off_t>(at));
             if (count > 0) copies += copiesIn(window.bytes(), static_cast<std::size_t>(count), text);
-            // One that lies across the edge of two windows is seen with the second.
+            // A copy across the edge of two windows is found in the second.
             at = end == region.end || isOwn ? end : end - text.size() + 1;
         }
     }

@@ -5,7 +5,7 @@
 
 namespace vorn::testing {
 
-/// A text to look for in this process's memory, kept so that it is not found itself.
+/// A text to search for in this process's memory, stored so that the search does not find it there.
 class HiddenText {
 public:
     explicit HiddenText(const std::string& text);
@@ -18,7 +18,7 @@ private:
     std::string hidden_;
 };
 
-/// How often `text` stands in the memory of this process: in its heap, its stacks and its data. On Linux.
+/// How often `text` occurs in the memory of this process: in its heap, its stacks and its data. On Linux.
 std::size_t copiesInMemory(const HiddenText& text);
 
 } // namespace vorn::testing

@@ -5,18 +5,18 @@
 
 namespace vorn::testing {
 
-/// A terminal's lines as they look: each character cell two pixels high, black and white, from its half blocks and, if
-/// there are any, the colours that were set. Lines with anything else throw `std::runtime_error`.
+/// A terminal's lines as they look: each character cell is two pixels high, black and white, from half blocks and, if
+/// set, colours. Throws `std::runtime_error` for lines with anything else.
 class ScreenImage {
 public:
-    /// Blocks are `blocks`, the rest is the other colour, unless a line sets its colours itself.
+    /// Blocks are `blocks`, the rest is the other colour, unless a line sets its own colours.
     enum class Blocks { dark, light };
     ScreenImage(const std::vector<std::string>& lines, Blocks blocks);
 
-    /// What a QR reader finds in the picture; empty when it finds nothing.
+    /// The text that a QR reader finds in the picture; empty if it finds none.
     std::string read() const;
 
-    /// How many pixels the dark ones keep from each edge, at least.
+    /// The least distance of a dark pixel from an edge.
     int quietZone() const;
 
 private:

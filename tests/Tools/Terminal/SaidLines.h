@@ -8,7 +8,7 @@
 
 namespace vorn::testing {
 
-/// A terminal that keeps what is said.
+/// A terminal that keeps its lines.
 class SaidLines {
 public:
     explicit SaidLines(Terminal::Traits traits = {}) : terminal(file_, traits, [this] { return window; })
@@ -18,7 +18,7 @@ public:
     ~SaidLines() { std::fclose(file_); }
     SaidLines(SaidLines&&) = delete;
 
-    /// What was said since the last call.
+    /// The lines since the last call.
     std::string take()
     {
         std::fflush(file_);
@@ -34,7 +34,7 @@ private:
     long position_ = 0;
 
 public:
-    Terminal::WindowSize window; ///< of what is a terminal
+    Terminal::WindowSize window; ///< if it is a terminal
     Terminal terminal;
 };
 

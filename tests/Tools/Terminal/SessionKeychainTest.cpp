@@ -24,7 +24,7 @@ TEST(SessionKeychain, TellsWhetherAnythingIsKept)
     const SessionKeychain keychain(kept, session);
     EXPECT_FALSE(keychain.holdsSession(""));
     EXPECT_NO_THROW(keychain.requireReachable(""));
-    kept->add(session, "{}", "label"); // no session can be read from it, and yet it is there
+    kept->add(session, "{}", "label"); // no session can be read from it, but it exists
     EXPECT_TRUE(keychain.holdsSession(""));
 }
 

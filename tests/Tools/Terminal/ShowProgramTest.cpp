@@ -1,4 +1,4 @@
-// What show prints and saves, and what it leaves alone.
+// What show prints, saves, and does not touch.
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <gmock/gmock.h>
@@ -95,7 +95,7 @@ TEST_F(ShowProgram, OpensTheUsersPagerInATerminal)
 TEST_F(ShowProgram, LeavesInterruptsToThePager)
 {
     fix_.link(sandbox_);
-    // A shell that is about to wait for a line may miss an interrupt until the line comes.
+    // A shell that is about to wait for a line may notice an interrupt only with that line.
     const testing::ScopedEnvironment pager("PAGER", "trap 'echo heard; ended=yes' INT; echo paging; "
                                                     "until [ \"$ended\" ]; do sleep 0.02; done; cat >/dev/null");
     const auto window = fix_.shareInWindow(sandbox_.url(), {"show"});

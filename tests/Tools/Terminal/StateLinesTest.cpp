@@ -62,7 +62,7 @@ TEST(StateLines, NoticeThatNobodyReadsThem)
 {
     ModelFixture fix;
     fix.launchSignedIn();
-    std::FILE* refusing = std::fopen("/dev/null", "r"); // takes nothing
+    std::FILE* refusing = std::fopen("/dev/null", "r"); // accepts nothing
     const StateLines lines(fix.model(), refusing);
     EXPECT_FALSE(lines.hasWritten());
     std::fclose(refusing);

@@ -1,4 +1,4 @@
-// What status and sign-out say and do.
+// Outputs and effects of status and sign-out.
 #include "VornMacCore/Wire/Application.h"
 #include "tests/Tools/Terminal/TerminalFixture.h"
 

@@ -26,7 +26,7 @@ std::vector<std::string> serviceArguments(const std::vector<std::string>& option
     return arguments;
 }
 
-/// The lines of the last code in `text`, which may still be on its way.
+/// The lines of the last code in `text`, which may not yet be complete.
 std::vector<std::string> lastCode(const std::string& text)
 {
     std::vector<std::string> code;
@@ -62,7 +62,7 @@ void waitUntil(const std::function<bool()>& condition, const std::string& what)
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!condition()) {
         if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain for " + what);
-        poll(nullptr, 0, 2); // leaves the processor to those who are waited for
+        poll(nullptr, 0, 2); // leaves the processor to the other programs
     }
 }
 

@@ -19,7 +19,7 @@
 
 namespace vorn::testing {
 
-/// Lets other programs go on until `condition` holds; throws `std::runtime_error` when it does not after 30 seconds.
+/// Lets other programs run until `condition` holds; throws `std::runtime_error` after 30 seconds.
 void waitUntil(const std::function<bool()>& condition, const std::string& what);
 
 /// The local service as a program of its own, on a free port.
@@ -35,13 +35,13 @@ public:
     std::string log() const { return program_.errors(); }
     void waitForLog(const std::string& line) const;
 
-    // What the user does on the phone.
+    // The user's actions on the phone.
     /// Scans a code and returns the link's name.
     std::string scan(const std::string& qrPayload) const;
     void approve(const std::string& linkId) const;
     void decline(const std::string& linkId) const;
 
-    /// Links a Mac by itself, as quickly as that can be done.
+    /// Links a Mac as quickly as possible.
     StoredSession link();
 
 private:
@@ -53,7 +53,7 @@ private:
     std::shared_ptr<HTTPSession> http_;
 };
 
-/// The last value of the property `name` that a program told with --json.
+/// The last value of the property `name` printed by a program with --json.
 nlohmann::json lastState(const Program& program, const std::string& name);
 
 /// A terminal window with one program in it.
@@ -66,7 +66,7 @@ public:
     void answer(const std::string& line) const { terminal_.type(line + "\r"); }
     void type(std::string_view keys) const { terminal_.type(keys); }
     std::string shown() const { return terminal_.shown(); }
-    /// Waits until it shows `text` below all that it had shown at the last such call.
+    /// Waits until it shows `text` below everything that it had shown at the last such call.
     void waitFor(const std::string& text);
     void signal(int number) const { program_.signal(number); }
     /// Waits for the program's end.
@@ -78,7 +78,7 @@ private:
     std::size_t seen_ = 0;
 };
 
-/// Starts `vorn-terminal` in surroundings without a keychain.
+/// Starts `vorn-terminal` in an environment without a keychain.
 class TerminalFixture {
 public:
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments,
@@ -91,7 +91,7 @@ public:
     /// The whole path, with `database()` for Messages.
     std::unique_ptr<Program> share(const std::string& url, std::vector<std::string> arguments) const;
 
-    /// A conversation with the assistant of a few messages, made at the first call.
+    /// A short conversation with the assistant, made at the first call.
     std::filesystem::path database() const;
     /// The snapshots and archives in the temporary directory of the programs.
     std::vector<std::string> leftovers() const;
@@ -100,7 +100,7 @@ public:
     static std::string codeOn(const Program& program, const std::string& seen = "");
     static std::string codeOn(const TerminalWindow& window, const std::string& seen = "");
     static void waitForLine(const Program& program, const std::string& text);
-    /// All that the program said, but the line about a keychain that takes half a second: on a busy machine many do.
+    /// The program's errors without the line about a keychain that takes half a second: on a busy machine many do.
     static std::string errorsBesideTheWait(const Program& program);
 
     TemporaryFolder folder;

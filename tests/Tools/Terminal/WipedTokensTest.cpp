@@ -13,7 +13,7 @@
 namespace vorn::testing {
 namespace {
 
-/// The service as a program of its own, and another one before it that speaks TLS.
+/// The service as a program of its own, behind a proxy that speaks TLS.
 class SecureSandbox {
 public:
     explicit SecureSandbox(const TemporaryFolder& folder)

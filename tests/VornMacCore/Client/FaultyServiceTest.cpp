@@ -23,7 +23,7 @@ using testing::Exchange;
 using testing::ServiceFixture;
 using Code = URLError::Code;
 
-/// How a service fails, and what a call makes of it.
+/// A failure of the service, and what a call makes of it.
 struct Fault {
     const char* name;
     std::function<void(Exchange&)> play;
@@ -134,7 +134,7 @@ TEST_P(FaultyService, FailsTheCallOnceAndKeepsTheSession)
     const auto& [call, fault] = GetParam();
     ServiceFixture fix;
     fix.server.script(fault.play);
-    // An abort reads no answer, so that whatever it says is good.
+    // An abort ignores the answer, so any answer is good.
     const bool isIgnored = call.name == "AbortSubmission" && fault.lines > 0;
     if (isIgnored)
         EXPECT_NO_THROW(fix.run(call.call(fix.api)));
@@ -186,7 +186,7 @@ TEST_P(FaultyRefresh, IsLoggedOnceByASignOut)
 INSTANTIATE_TEST_SUITE_P(, FaultyRefresh, ::testing::ValuesIn(faults()),
                          [](const auto& info) { return std::string(info.param.name); });
 
-/// A session whose patience is a hundredth of what is asked for.
+/// A session with a hundredth of the requested patience.
 class HastySession final : public HTTPSession {
 public:
     Async<HTTPResponse> send(HTTPRequest request) override

@@ -8,8 +8,8 @@
 
 namespace vorn::testing {
 
-/// Where the descriptors that this process has open can be looked at by name. Asking them by number would be a race
-/// with the threads that they belong to.
+/// The folder that lists this process's descriptors by name. Testing them by number would be a race with the threads
+/// that own them.
 inline const std::filesystem::path descriptors = "/dev/fd";
 
 /// The open ones; among them the one that lists them.

@@ -39,8 +39,7 @@ TEST(PartAnswers, OfAnyOtherStatusEndTheUploadAtOnce)
     }
 }
 
-/// Answers every part with `status`, which a server cannot: HTTP keeps what is below 200 for what comes before an
-/// answer.
+/// Answers every part with `status`, which a real server could not: statuses below 200 are interim answers.
 class PartsAnswered final : public HTTPSession {
 public:
     PartsAnswered(std::shared_ptr<HTTPSession> next, int status) : next_(std::move(next)), status_(status) {}

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 using testing::TemporaryFolder;
 using testing::writeFile;
 
-/// What `body` sends, asked for in small pieces.
+/// The content of `body`, read in small pieces.
 std::string text(const std::shared_ptr<const HTTPBody>& body)
 {
     std::string result;

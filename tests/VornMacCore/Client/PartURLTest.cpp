@@ -16,7 +16,7 @@ struct Case {
     std::string url;
 };
 
-/// URLs to which no part of an archive may go. Where a name or an address leads anywhere, it leads to the trap.
+/// URLs to which no part of an archive may go. If they lead anywhere, it is to the trap.
 std::vector<Case> hostileURLs(const std::string& port)
 {
     const auto at = [&port](const std::string& host) { return "http://" + host + ":" + port + "/x?signature=canary"; };

@@ -22,10 +22,10 @@ constexpr auto stateOnce = "GET /api/v1/desktop/nimbrel, Bearer token-canary-1";
 constexpr auto stateAgain = "GET /api/v1/desktop/nimbrel, Bearer token-canary-2";
 constexpr auto refresh = "POST /api/v1/auth/desktop/refresh";
 
-/// A store in which something happens between a read and what its reader does next.
+/// A store in which something happens between a read and its reader's next step.
 class InterleavingStore final : public TokenStore {
 public:
-    /// Called once, with the next session already read and not yet handed over.
+    /// Called once, after the next session has been read and before it is returned.
     std::function<void()> afterNextRead;
 
     std::optional<StoredSession> load() override
@@ -50,7 +50,7 @@ protected:
         first_.shutDown();
     }
 
-    /// Both calls are refused; the first one's refresh (request 2) is under way, the second one's caller has not heard
+    /// Both calls are refused; the first one's refresh (request 2) is under way, and the second caller does not know
     /// yet.
     void refuseBoth()
     {

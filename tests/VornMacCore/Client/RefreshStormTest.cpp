@@ -31,9 +31,9 @@ public:
     Async<HTTPResponse> send(HTTPRequest request) override { return handle(this, std::move(request)); }
 
     int refreshes() const { return refreshes_; }
-    /// What was wrong, if anything.
+    /// The mistakes found.
     const std::set<std::string>& complaints() const { return complaints_; }
-    /// With which tokens the calls of each round were sent once more.
+    /// The tokens with which each round's calls were repeated.
     const std::map<std::string, std::multiset<std::string>>& retries() const { return retries_; }
 
 private:

@@ -165,7 +165,7 @@ TEST_F(RememberingTokenStoreTest, ReloadsNothingThatWasCleared)
     EXPECT_EQ(store_.reload(), std::nullopt);
 }
 
-/// A store whose saves last until they are let go.
+/// A store whose saves last until the test ends them.
 class SlowStore final : public TokenStore {
 public:
     std::promise<void> began, mayEnd;

@@ -8,15 +8,15 @@
 
 namespace vorn::testing {
 
-/// A keychain with one secret, which writes down what is asked of it and refuses what it is told to. Threads: one.
+/// A keychain with one secret that records its calls and fails those that it is told to. Threads: one.
 class ScriptedKeychain final : public Keychain {
 public:
     std::optional<std::string> secret;
     std::optional<KeychainError> readError; ///< thrown by every read
     std::optional<KeychainError> addError;  ///< thrown by every add
-    bool keepsWhatIsRemoved = false;        ///< every remove leaves the secret behind
+    bool keepsWhatIsRemoved = false;        ///< remove has no effect
 
-    /// What was asked, in order: "add app.vorn.mac/desktop-session as "Vorn for Mac session"".
+    /// The calls, in order: "add app.vorn.mac/desktop-session as "Vorn for Mac session"".
     const std::vector<std::string>& calls() const { return calls_; }
 
     std::optional<std::string> read(const KeychainItem& item) override;

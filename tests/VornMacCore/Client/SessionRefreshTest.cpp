@@ -26,7 +26,7 @@ using testing::tokenPairJSON;
 const APIError sessionExpired(APIError::SessionExpired{});
 const APIError sessionChanged(APIError::SessionChanged{});
 
-/// What the service does while it answers: the user signs out, links again.
+/// What happens while the service answers: the user signs out, or links again.
 using Meanwhile = std::function<void(InMemoryTokenStore&)>;
 
 class SessionRefresh : public ::testing::Test {

@@ -25,7 +25,7 @@ using testing::ServiceFixture;
 const APIError sessionExpired(APIError::SessionExpired{});
 const APIError sessionChanged(APIError::SessionChanged{});
 
-/// The user's keychain, which other processes of theirs change, seen through what a process remembers.
+/// The user's keychain, which other processes change, behind what this process remembers.
 class SharedKeychain : public ::testing::Test {
 protected:
     SharedKeychain() { fix_.tokens->save(adasSession(1)); }
@@ -120,7 +120,7 @@ TEST_F(SharedKeychain, ThatCannotKeepARenewedSessionCostsNothingInThisRun)
     EXPECT_THAT(fix_.log.lines(), ElementsAre("[api] keychain save failed: full"));
 }
 
-/// A keychain that writes down which threads waited for it.
+/// A keychain that records the threads that wait for it.
 class WatchedStore final : public TokenStore {
 public:
     std::optional<StoredSession> load() override
@@ -138,7 +138,7 @@ public:
         note();
         store_.clear();
     }
-    /// Since this was last asked.
+    /// Since the last call.
     std::set<std::thread::id> threads()
     {
         const std::lock_guard lock(lock_);

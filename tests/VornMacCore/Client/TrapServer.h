@@ -12,7 +12,7 @@
 
 namespace vorn::testing {
 
-/// Accepts connections to any address of this machine, and says nothing: for what must never be connected to.
+/// Accepts connections to any address of this machine without a word: for addresses to which nothing may connect.
 class TrapServer {
 public:
     TrapServer() : listener_(socket(AF_INET6, SOCK_STREAM, 0))

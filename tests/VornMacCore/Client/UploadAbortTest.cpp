@@ -12,7 +12,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using Fixture = UploadFixture;
 
-/// The words of the error with which the upload ends.
+/// The text of the error with which the upload ends.
 std::string failureOf(Fixture& fix)
 {
     try {
@@ -25,7 +25,7 @@ std::string failureOf(Fixture& fix)
 
 struct Failure {
     const char* name;
-    std::function<void(Fixture&)> prepare; ///< all answers but that to the abort
+    std::function<void(Fixture&)> prepare; ///< all answers except that to the abort
     std::string error;
     std::vector<std::string> requests; ///< between the opening and the abort
 };

@@ -18,7 +18,7 @@ using ::testing::IsEmpty;
 
 constexpr std::size_t mebibyte = 1024 * 1024;
 
-/// Ends the upload, which must end as cancelled and let go of its file.
+/// Ends the upload, which must end as cancelled and close its file.
 void expectCancelled(UploadFixture& fix)
 {
     fix.finish();
@@ -39,7 +39,7 @@ TEST(UploadCancel, BeforeItBeginsSendsNothing)
 TEST(UploadCancel, WhileTheFileIsHashedSendsNothing)
 {
     UploadFixture fix;
-    std::filesystem::resize_file(fix.file, std::uintmax_t{1} << 40); // of holes: takes an hour to hash
+    std::filesystem::resize_file(fix.file, std::uintmax_t{1} << 40); // sparse: it would take an hour to hash
     fix.start();
     while (!isOpen(fix.file)) fix.context.runUntilIdle();
     fix.cancel();
@@ -106,7 +106,7 @@ TEST(UploadCancel, WhileAPartIsBeingSentAbortsAndHangsUp)
     EXPECT_FALSE(fix.server.requests().at(1).complete);
     RecordProperty("milliseconds", std::to_string(took.count()));
     std::printf("the storage saw the end of the connection after %.1f ms\n", took.count());
-    EXPECT_LT(took, 5s); // against waiting for the part, not a limit of speed
+    EXPECT_LT(took, 5s); // against waiting for the part; no limit of speed
 }
 
 TEST(UploadCancel, BeforeTheFirstByteOfAPartHasArrivedAborts)
@@ -221,7 +221,7 @@ TEST(UploadCancel, DuringTheAbortLetsItEnd)
     });
     fix.start();
     fix.finish();
-    EXPECT_THROW(fix.result(), Cancelled); // who has cancelled hears of no failure
+    EXPECT_THROW(fix.result(), Cancelled); // a cancelled upload reports no failure
     EXPECT_THAT(fix.requests(), ElementsAre(opening, putting(1), aborting));
     EXPECT_THAT(log.lines(), IsEmpty());
 }
@@ -268,7 +268,7 @@ TEST(UploadCancel, ReturnsAtOnce)
         exchange.readBody(mebibyte);
         const auto took = fix.cancelAndWait().took; // nothing is read meanwhile, so the transfer cannot go on
         std::printf("cancel() took %.3f ms\n", took.count());
-        EXPECT_LT(took, 1s); // against waiting for the network, not a limit of speed
+        EXPECT_LT(took, 1s); // against waiting for the network; no limit of speed
         exchange.readWholeBody();
     });
     fix.aborts();

@@ -19,7 +19,7 @@ using ::testing::IsEmpty;
 
 constexpr std::size_t eightMiB = 8'388'608;
 
-/// Bytes in which no two places look alike, as a file cut in the wrong place must show.
+/// Bytes that differ everywhere, so that a file cut in the wrong place shows.
 std::string patterned(std::size_t size)
 {
     std::string text;
@@ -129,7 +129,7 @@ TEST(UploadFiles, ThatArePipesFailWithoutWaitingForAWriter)
     EXPECT_THAT(fix.requests(), IsEmpty());
 }
 
-/// Nobody's rights, for a process that has everybody's.
+/// The rights of an ordinary user, for a process that runs as root.
 class OrdinaryUser {
 public:
     OrdinaryUser()
@@ -185,7 +185,7 @@ TEST(UploadFiles, ThatShrinkAreSentAsFarAsTheyGo)
 
 TEST(UploadFiles, ThatShrinkUnderTheirPartEndTheUpload)
 {
-    constexpr std::size_t size = 8 * eightMiB; // more than waits between here and the server
+    constexpr std::size_t size = 8 * eightMiB; // more than the buffers between client and server hold
     UploadFixture fix("", size);
     fs::resize_file(fix.file, size);
     fix.opens(fix.urlsOf(1, 1));

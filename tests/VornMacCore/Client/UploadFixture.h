@@ -25,7 +25,7 @@
 
 namespace vorn {
 
-// How values print themselves when they differ.
+// Printers of values for failed comparisons.
 inline void PrintTo(const UploadError& error, std::ostream* out)
 {
     *out << error.what();
@@ -49,8 +49,8 @@ inline const std::string aborting = opening + "/s1/abort";
 inline const std::string refreshing = "POST /api/v1/auth/desktop/refresh";
 std::string putting(int part);
 
-/// One upload of a file over a real HTTP session to a real server that plays the service and the storage. Tests say
-/// what it answers, in the order of the requests; a request too many fails them.
+/// One upload of a file over a real HTTP session to a real server that plays the service and the storage. Tests set its
+/// answers, in the order of the requests; one request too many fails them.
 class UploadFixture {
 public:
     explicit UploadFixture(std::string_view content = "a file", std::int64_t partSize = 100);
@@ -77,7 +77,7 @@ public:
     /// For handlers: cancels the upload on its own thread, and waits until that has been done.
     CancelTimes cancelAndWait();
     /// A handler that says nothing, cancels the upload once `bytes` of the request's body have arrived, and reads on
-    /// until the client has gone.
+    /// until the client is gone.
     LoopbackServer::Handler cancels(std::size_t bytes = 0);
     /// How long that took from the cancel to the end of the connection. Waits for it; ask once.
     Milliseconds timeToClose() { return timeToClose_.get_future().get(); }
@@ -96,7 +96,7 @@ public:
         throw std::logic_error("the upload succeeded");
     }
 
-    // The same in steps.
+    // The same step by step.
     void start();
     void cancel() { task.cancel(); }
     void finish(); ///< runs until the upload has ended
@@ -111,7 +111,7 @@ public:
     std::filesystem::path file = folder / "archive.zip";
     std::int64_t partSize;
     std::optional<DeviceSignals> device = DeviceSignals{"Europe/Berlin", "de-DE"};
-    std::function<void(const UploadProgress&)> onProgress; ///< besides keeping the report
+    std::function<void(const UploadProgress&)> onProgress; ///< called after the report is kept
     std::shared_ptr<InMemoryTokenStore> store =
         std::make_shared<InMemoryTokenStore>(StoredSession{"canary-token", "canary-refresh", "user-1", "Ada"});
     MainContext context;
@@ -130,7 +130,7 @@ private:
     std::promise<Milliseconds> timeToClose_;
 
 public:
-    LoopbackServer server; // its handlers use what is above, and have ended once it dies
+    LoopbackServer server; // last: its handlers use what is above, and end with it
     std::shared_ptr<HTTPSession> session = HTTPSession::make();
     std::optional<VornAPI> api;
     Task task;

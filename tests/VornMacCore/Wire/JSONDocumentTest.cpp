@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// What `parse` complains of; "" when it takes `text`.
+/// The complaint of `parse`; "" if it accepts `text`.
 std::string complaint(std::string_view text)
 {
     try {
@@ -29,7 +29,7 @@ std::string repeated(std::string_view part, int count)
 struct Refusal {
     const char* name;
     std::string text;
-    const char* complaint; ///< its start; where exactly the parser stumbles is its own business
+    const char* complaint; ///< its beginning; the exact position is up to the parser
 };
 
 std::ostream& operator<<(std::ostream& out, const Refusal& refusal)

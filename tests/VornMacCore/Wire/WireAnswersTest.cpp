@@ -48,7 +48,7 @@ std::vector<Place> placesIn(const WireAnswer& answer)
     return places;
 }
 
-/// What reading `document` complains of; "" when it is read.
+/// The complaint about `document`; "" if it is read.
 std::string complaint(const WireAnswer& answer, const Json& document)
 {
     try {

@@ -33,7 +33,7 @@ TEST(SampleHistory, EqualSeedsGiveEqualRows)
     EXPECT_NE(third.content().at("message.guid"), right.at("message.guid"));
 }
 
-/// A history is only useful in a test when what it says about itself is what an export finds.
+/// A history serves tests only if an export finds exactly what its summary says.
 void expectExportFindsWhatIsPromised(const WrittenHistory& history)
 {
     const auto& expected = history.summary().expected;

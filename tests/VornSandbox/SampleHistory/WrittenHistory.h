@@ -12,7 +12,7 @@
 
 namespace vorn::testing {
 
-/// A sample history in a folder of its own, and questions to it.
+/// A sample history in a folder of its own, for queries.
 class WrittenHistory {
 public:
     explicit WrittenHistory(const SampleHistoryOptions& options);

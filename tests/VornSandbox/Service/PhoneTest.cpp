@@ -20,7 +20,7 @@ Reply messages(const SandboxFixture& fix, const std::string& id, const std::stri
     return fix.send("GET", "/phone/submissions/" + id + "/messages?page=" + page, {});
 }
 
-/// The views that a page is told, until `enough` says so.
+/// The views sent to a page, until `enough` returns true.
 std::vector<json> watch(const SandboxFixture& fix, const std::function<bool(const json& view)>& enough)
 {
     std::vector<json> views;

@@ -13,7 +13,7 @@ namespace vorn::testing {
 
 RawClient::RawClient(int port) : socket_(socket(AF_INET, SOCK_STREAM, 0))
 {
-    std::signal(SIGPIPE, SIG_IGN); // a connection that has ended shows when it is read
+    std::signal(SIGPIPE, SIG_IGN); // a closed connection shows when it is read
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<std::uint16_t>(port));
@@ -29,7 +29,7 @@ void RawClient::send(std::string_view text) const
 {
     while (!text.empty()) {
         const ssize_t sent = ::send(socket_.get(), text.data(), text.size(), 0);
-        if (sent <= 0) return; // the other side has ended, which reading will tell
+        if (sent <= 0) return; // the other side has closed, which reading will show
         text.remove_prefix(static_cast<std::size_t>(sent));
     }
 }

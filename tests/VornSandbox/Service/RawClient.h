@@ -7,23 +7,23 @@
 
 namespace vorn::testing {
 
-/// A connection to a port of this computer that says what it is told and no more. Reads wait for a minute at most:
-/// longer than a test needs, shorter than a run that hangs.
+/// A connection to a port of this computer that sends exactly what it is told. Reads wait for a minute at most: longer
+/// than a test needs, shorter than a test run that hangs.
 class RawClient {
 public:
     explicit RawClient(int port);
 
     void send(std::string_view text) const;
-    /// Says that nothing more comes; answers can still be read.
+    /// Closes the sending half; answers can still be read.
     void finishSending() const;
 
-    /// What comes until the other side ends.
+    /// Everything until the other side closes.
     std::string readToEnd() const;
-    /// What comes up to and with `mark`, perhaps more; all there is when the other side ends before.
+    /// Everything up to and including `mark`, perhaps more; all there is if the other side closes before.
     std::string readTo(std::string_view mark) const;
 
 private:
-    /// Appends what comes; false at the end.
+    /// Appends received bytes; false at the end.
     bool readSome(std::string& text) const;
 
     FileDescriptor socket_;

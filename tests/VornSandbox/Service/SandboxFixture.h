@@ -17,9 +17,9 @@
 
 namespace vorn::testing {
 
-/// What the service answered.
+/// The service's answer.
 struct Reply {
-    int status = 0; ///< 0 when there was no answer
+    int status = 0; ///< 0 without an answer
     nlohmann::json body;
     std::string text;
     std::map<std::string, std::string> headers; ///< names in lower case
@@ -57,7 +57,7 @@ public:
     /// A request to the API as the client frames it; `path` goes below /api/v1/.
     Reply api(const std::string& method, const std::string& path, const std::optional<nlohmann::json>& body = {},
               const std::string& token = {}) const;
-    /// What the page sends.
+    /// A request of the page.
     Reply phone(const std::string& path, const nlohmann::json& body = nlohmann::json::object()) const;
 
     nlohmann::json createLink() const;
@@ -67,11 +67,11 @@ public:
 
     Upload open(const std::string& token, const std::string& archive) const;
     Reply put(const std::string& url, const std::string& bytes, const Headers& headers = {}) const;
-    /// Puts every part; the list to complete with.
+    /// Puts every part; returns the list to complete with.
     nlohmann::json putAll(const Upload& upload, const std::string& archive) const;
     Reply complete(const std::string& token, const Upload& upload, const nlohmann::json& parts,
                    const std::string& archive) const;
-    /// A whole upload; its submission's id.
+    /// A whole upload; returns its submission's id.
     std::string submit(const std::string& token, const std::string& archive) const;
     Reply submission(const std::string& token, const std::string& id) const;
     nlohmann::json quest(const std::string& token) const;

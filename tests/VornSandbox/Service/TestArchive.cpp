@@ -32,7 +32,7 @@ std::string deflateRaw(const std::string& content)
     return packed;
 }
 
-/// What the local header and the directory have in common.
+/// The fields that the local header and the directory have in common.
 std::string description(const std::string& name, const std::string& content, const std::string& packed, bool deflated)
 {
     const auto crc = crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size()));

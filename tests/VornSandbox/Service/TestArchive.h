@@ -13,7 +13,7 @@ std::string zipOf(const std::vector<std::pair<std::string, std::string>>& entrie
 
 nlohmann::json testManifest(std::size_t messageCount);
 
-/// Messages with the guids "G-0", "G-1" …, by turns from the user and to them.
+/// Messages with the guids "G-0", "G-1" …, sent by the user and received in turns.
 nlohmann::json testMessages(std::size_t count);
 
 /// A whole export with these messages.
