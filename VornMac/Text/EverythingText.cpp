@@ -23,9 +23,9 @@ struct Reason {
 
 constexpr std::array reasons{
     Reason{"reaction", "Reactions", "Hearts, thumbs and other tapbacks."},
-    Reason{"unsent", "Unsent messages", "Whoever wrote them took them back."},
-    Reason{"system", "Notices", "What Messages itself notes in a chat, such as a new name."},
-    Reason{"empty", "Empty messages", "They hold neither text nor an attachment."},
+    Reason{"unsent", "Unsent messages", "Their senders unsent them."},
+    Reason{"system", "Notices", "Notes by Messages itself, such as a changed name."},
+    Reason{"empty", "Empty messages", "They have neither text nor attachments."},
     Reason{"undated", "Undated messages", "They come before the first message with a date."},
 };
 
@@ -61,12 +61,10 @@ std::string leftOutNote(const SkipTally& skipped)
 
 std::vector<std::string> besideTexts(const NimbrelExportResult& result)
 {
-    return {
-        "With each message its identifier in Messages, that of its chat and, for a reply, that of the message replied "
-        "to.",
-        fmt::format("Nimbrel's addresses{}, these counts, when the archive was made, and the versions of Vorn and "
-                    "macOS.",
-                    addressesText(result.agentHandles()))};
+    return {"For each message: its identifier in Messages, its chat's and, in a reply, that of the original message.",
+            fmt::format("Nimbrel's addresses{}, these counts, the time of the export, and the versions of Vorn and "
+                        "macOS.",
+                        addressesText(result.agentHandles()))};
 }
 
 std::string listedText(std::size_t listed, std::size_t all, bool isSearching)
@@ -79,7 +77,7 @@ std::string listedText(std::size_t listed, std::size_t all, bool isSearching)
 
 std::string nothingFoundText(const std::string& words)
 {
-    return fmt::format("No message holds “{}”.", words);
+    return fmt::format("No message contains “{}”.", words);
 }
 
 StatusText copyText(const CopyPhase& phase)

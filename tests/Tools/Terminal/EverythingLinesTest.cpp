@@ -67,8 +67,8 @@ Left out
   Reactions        12     Hearts, thumbs and other tapbacks.
   The files of attachments are never read.
 Also in the archive
-  With each message its identifier in Messages, that of its chat and, for a reply, that of the message replied to.
-  Nimbrel's addresses (+15550102030), these counts, when the archive was made, and the versions of Vorn and macOS.
+  For each message: its identifier in Messages, its chat's and, in a reply, that of the original message.
+  Nimbrel's addresses (+15550102030), these counts, the time of the export, and the versions of Vorn and macOS.
 
 1 Mar 2026
 

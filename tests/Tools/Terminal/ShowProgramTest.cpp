@@ -52,7 +52,7 @@ TEST_F(ShowProgram, PrintsWhatASearchFinds)
     const auto none = show({"--search", "zebra \x1B[2J crossing"});
     EXPECT_EQ(none->exitCode(), 0);
     EXPECT_EQ(none->output(), "");
-    EXPECT_EQ(none->errors(), std::string(looking) + "No message holds “zebra \uFFFD[2J crossing”.\n");
+    EXPECT_EQ(none->errors(), std::string(looking) + "No message contains “zebra \uFFFD[2J crossing”.\n");
 }
 
 TEST_F(ShowProgram, SavesACopyInstead)

@@ -139,7 +139,7 @@ TEST(EverythingView, SearchesAsTheUserTypes)
     EXPECT_THAT(fix.words(), Not(Contains("At six.")));
     EXPECT_THAT(fix.announced(), ElementsAre("1 of 10 messages"));
     type(fix, "x");
-    EXPECT_THAT(fix.words(), Contains("No message holds “tramx”."));
+    EXPECT_THAT(fix.words(), Contains("No message contains “tramx”."));
     EXPECT_THAT(fix.announced(), ElementsAre("0 of 10 messages"));
     fix.press(Qt::Key_Escape);
     EXPECT_TRUE(isOpen(fix)) << "Escape clears a search first";

@@ -159,17 +159,17 @@ const Texts leftOut = {
     "Hearts, thumbs and other tapbacks.",
     "Unsent messages",
     "1",
-    "Whoever wrote them took them back.",
+    "Their senders unsent them.",
     "Notices",
     "1",
-    "What Messages itself notes in a chat, such as a new name.",
+    "Notes by Messages itself, such as a changed name.",
     "Empty messages",
     "1",
-    "They hold neither text nor an attachment.",
+    "They have neither text nor attachments.",
     "The files of attachments are never read.",
     "Also in the archive",
-    "With each message its identifier in Messages, that of its chat and, for a reply, that of the message replied to.",
-    "Nimbrel's addresses (+15550102030), these counts, when the archive was made, and the versions of Vorn and macOS."};
+    "For each message: its identifier in Messages, its chat's and, in a reply, that of the original message.",
+    "Nimbrel's addresses (+15550102030), these counts, the time of the export, and the versions of Vorn and macOS."};
 const Texts pageActions = {"Back", "Save a copy…"};
 const Texts searching = {"Search messages", "10 messages"};
 const Texts closing = {"Jan 13, 2026", "You", "12:28:15\u202FPM · iMessage", "When does the museum close today?"};
@@ -292,7 +292,7 @@ std::vector<Case> allCases()
         {"4-find-everything-by-key", leftOut + pageActions, searching + end + badge},
         {"4-find-everything-searched", leftOut + pageActions, Texts{"2 of 10 messages"} + closing + tickets + badge},
         {"4-find-everything-nothing", leftOut + pageActions,
-         Texts{"0 of 10 messages", "No message holds “ferry”."} + badge},
+         Texts{"0 of 10 messages", "No message contains “ferry”."} + badge},
         {"4-find-everything-saved", leftOut + Texts{"Saved as vorn-nimbrel-export.zip on this Mac."} + pageActions,
          searching + beginning + badge},
         {"5-upload-preparing", uploading({"Packing your chat…"}), reward("Packing")},

@@ -18,9 +18,9 @@ TEST(LeftOut, HasARowForEachReasonAndSaysWhy)
     using Row = LeftOutRow;
     EXPECT_THAT(leftOutRows(tally({{"empty", 4}, {"reaction", 1204}, {"system", 3}, {"undated", 5}, {"unsent", 2}})),
                 ElementsAre(Row{"Reactions", "1,204", "Hearts, thumbs and other tapbacks."},
-                            Row{"Unsent messages", "2", "Whoever wrote them took them back."},
-                            Row{"Notices", "3", "What Messages itself notes in a chat, such as a new name."},
-                            Row{"Empty messages", "4", "They hold neither text nor an attachment."},
+                            Row{"Unsent messages", "2", "Their senders unsent them."},
+                            Row{"Notices", "3", "Notes by Messages itself, such as a changed name."},
+                            Row{"Empty messages", "4", "They have neither text nor attachments."},
                             Row{"Undated messages", "5", "They come before the first message with a date."}));
 }
 
@@ -40,11 +40,12 @@ TEST(Besides, TellsOfIdentifiersAndAddresses)
 {
     NimbrelExportResult result;
     result.chats = {{1, "guid-1", "+15550102030", {}}, {2, "guid-2", "n@x.example", {}}};
-    EXPECT_THAT(besideTexts(result),
-                ElementsAre("With each message its identifier in Messages, that of its chat and, for a reply, that of "
-                            "the message replied to.",
-                            "Nimbrel's addresses (+15550102030, n@x.example), these counts, when the archive was made, "
-                            "and the versions of Vorn and macOS."));
+    EXPECT_THAT(
+        besideTexts(result),
+        ElementsAre(
+            "For each message: its identifier in Messages, its chat's and, in a reply, that of the original message.",
+            "Nimbrel's addresses (+15550102030, n@x.example), these counts, the time of the export, and the versions "
+            "of Vorn and macOS."));
 }
 
 TEST(Listed, CountsMessages)
@@ -53,7 +54,7 @@ TEST(Listed, CountsMessages)
     EXPECT_EQ(listedText(0, 1, false), "1 message");
     EXPECT_EQ(listedText(12, 1204, true), "12 of 1,204 messages");
     EXPECT_EQ(listedText(0, 1, true), "0 of 1 message");
-    EXPECT_EQ(nothingFoundText("tram"), "No message holds “tram”.");
+    EXPECT_EQ(nothingFoundText("tram"), "No message contains “tram”.");
 }
 
 TEST(Copy, SaysHowSavingGoes)

@@ -57,7 +57,7 @@ TEST_F(EverythingPage, SaysWhatIsLeftOut)
     EXPECT_EQ(page().leftOutLabels(), QStringList({"Reactions", "Empty messages"}));
     EXPECT_EQ(page().leftOutCounts(), QStringList({"1", "1"}));
     EXPECT_EQ(page().leftOutReasons(),
-              QStringList({"Hearts, thumbs and other tapbacks.", "They hold neither text nor an attachment."}));
+              QStringList({"Hearts, thumbs and other tapbacks.", "They have neither text nor attachments."}));
     EXPECT_EQ(page().leftOutNote(), "The files of attachments are never read.");
     EXPECT_TRUE(page().besides().at(1).contains("+15550102030"));
 }
@@ -76,7 +76,7 @@ TEST_F(EverythingPage, CountsWhatIsListed)
     EXPECT_EQ(page().nothingFound(), "") << "before it is known";
     screen_.fix.runAll();
     EXPECT_EQ(page().listed(), "0 of 3 messages");
-    EXPECT_EQ(page().nothingFound(), "No message holds “ferry”.");
+    EXPECT_EQ(page().nothingFound(), "No message contains “ferry”.");
     page().close();
     EXPECT_EQ(page().words(), "");
 }
