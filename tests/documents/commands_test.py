@@ -99,7 +99,7 @@ class Commands(unittest.TestCase):
 
     def test_the_readme_runs_in_a_terminal(self):
         readme = read("README.md")
-        blocks = [code_blocks(section(readme, name))[0] for name in ("The whole way in a terminal", "Play the phone")]
+        blocks = [code_blocks(section(readme, name))[0] for name in ("Everything in a terminal", "Play the phone")]
         commands = [line.split("#")[0].split() for block in blocks for line in block.splitlines()]
         commands = [words[:2] for words in commands if words[0] == "vorn-terminal"]
         for command in ([], ["link"], ["status"], ["sign-out"]):

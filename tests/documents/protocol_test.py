@@ -67,12 +67,12 @@ class Client(unittest.TestCase):
         times = facts()["times"]
         text = " ".join(PROTOCOL.split())
         for sentence in (
-                f"where that cannot be read, until {times['undated link']} seconds after the link arrived",
-                f"at most one a {words[times['between codes']]}second",
+                f"if that cannot be read, until {times['undated link']} seconds after the link arrived",
+                f"it asks for a new link, at most once a {words[times['between codes']]}second",
                 f"After a failure it asks again in {words[times['after a failed link']]} seconds,"
                 f" after a refusal on the phone in {words[times['after a declined link']]}.",
-                f"every {words[times['between reviews']]} seconds, while its status is `review_pending` every"
-                f" {words[times['between pending reviews']]}, for {words[times['reviews'] // 60]} minutes at most"):
+                f"every {words[times['between reviews']]} seconds, or every {words[times['between pending reviews']]} while its"
+                f" status is `review_pending`, for {words[times['reviews'] // 60]} minutes at most"):
             self.assertIn(sentence, text)
 
 
