@@ -28,7 +28,7 @@ if(VORN_SANITIZE)
 endif()
 
 # Repeats of a test in another environment, pictures, other languages: a sanitizer finds nothing more in them.
-option(VORN_EVERY_TEST "Under sanitizers too, run every test in every repeat, and each case in a process of its own" OFF)
+option(VORN_EVERY_TEST "Run each case in a process of its own, and under sanitizers whatever can run there, in every repeat" OFF)
 if(VORN_SANITIZE AND NOT VORN_EVERY_TEST)
   set(VORN_FEWER_TESTS ON)
 endif()
