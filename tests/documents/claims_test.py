@@ -1,4 +1,4 @@
-"""Holds that each attacker of docs/security.md has a section, and each section a test that is there and is run.
+"""Checks that each attacker of docs/security.md has a section, and each section a test that exists and is run.
 
 Usage: claims_test.py BIN, the folder of the programs"""
 import os
@@ -10,12 +10,12 @@ from documents import ROOT, read, section
 SECURITY = read("docs/security.md")
 ATTACKERS = ["Somebody on the network", "A hostile server", "A hostile database", "Another user of the computer",
              "Another program of the same user", "A stolen computer", "A web page, while the sandbox runs"]
-# What else is claimed, and held by tests.
+# Other claims that have tests.
 CLAIMS = ["The log", "The life of a token", "The life of a message"]
 
 
 def tests_in(text):
-    """What is named, and the path of what the name leads to, of every test that `text` links."""
+    """The name and path of every test that `text` links."""
     return re.findall(r"\[([^\]]+)\]\(\.\./(tests/[^)#]+)\)", text)
 
 

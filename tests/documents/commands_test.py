@@ -1,4 +1,4 @@
-"""Holds every command that a document shows: those of this project know their options, those that can be are run, and
+"""Checks every command in the documents: the programs know their options, those that can run here do, and
 the rest are commands of systems that are named here.
 
 Usage: commands_test.py BIN, the folder of the programs"""
@@ -12,7 +12,8 @@ from documents import BIN, ROOT, code_blocks, output_of, read, section
 from real_run import RealRun
 
 PROGRAMS = ["VornMac", "vorn-export", "vorn-terminal", "vorn-sandbox", "vorn-sample-history"]
-# What cannot be run here: of macOS, or what changes this computer. using_test.py reads those that name Vorn.
+# Commands that cannot run here: macOS's, and those that change this computer. using_test.py checks those that name
+# Vorn.
 SYSTEMS = {"defaults", "log", "security", "tccutil", "sudo"}
 # Run by the tests of their documents.
 RUN_ELSEWHERE = {"rm", "unzip", "jsonschema"}
@@ -21,7 +22,7 @@ DOCUMENTS = subprocess.run(["git", "ls-files", "*.md"], check=True, capture_outp
 
 
 def commands_in(document):
-    """Every command: the lines of code blocks up to the first that is no command, and code within a sentence."""
+    """Every command: the lines of code blocks up to the first that is none, and code within a sentence."""
     text = read(document)
     for block in code_blocks(text):
         for line in block.splitlines():
@@ -105,7 +106,7 @@ class Commands(unittest.TestCase):
         for command in ([], ["link"], ["status"], ["sign-out"]):
             self.assertIn(command, [words[1:] for words in commands])
         with RealRun("--auto-approve") as user:
-            # Nobody is there to answer the first.
+            # Nobody answers the first.
             answer = user.with_keychain(*(user.line(*words, *([] if words[1:] else ["--yes"])) for words in commands))
         self.assertIn("Signed out.", answer.stderr)
 

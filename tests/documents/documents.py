@@ -1,4 +1,4 @@
-"""Reads documents, and asks programs."""
+"""Reads documents, and runs programs."""
 import json
 import os
 import re
@@ -15,7 +15,7 @@ def read(name):
 
 
 def section(document, heading):
-    """What stands below `heading`, up to the next of its rank or above."""
+    """The text below `heading`, up to the next of its rank or above."""
     found = re.search(rf"^(#+) {re.escape(heading)}\n(.*?)(?=^#{{1,6}} |\Z)", document, re.MULTILINE | re.DOTALL)
     assert found, f"there is no heading {heading}"
     rank = len(found[1])
@@ -46,5 +46,5 @@ def facts():
 
 
 def pattern_of(text):
-    """What a document says with an ellipsis for whatever differs."""
+    """A document's sentence with an ellipsis for the parts that differ."""
     return re.compile(".+".join(re.escape(piece) for piece in text.split("…")) + r"\Z", re.DOTALL)

@@ -1,4 +1,4 @@
-"""Holds docs/export-format.md, its schemas and its samples against archives that vorn-export makes.
+"""Checks docs/export-format.md, its schemas and its samples against archives that vorn-export makes.
 
 Usage: export_format_test.py BIN, the folder of the programs"""
 import copy
@@ -42,7 +42,7 @@ def objects_in(value):
 
 
 def copies(document, change):
-    """A copy of `document` for each way in which `change` changes one object of it."""
+    """A copy of `document` for each way in which `change` changes one of its objects."""
     for index, original in enumerate(objects_in(document)):
         for key in [None, *original]:
             changed = copy.deepcopy(document)

@@ -1,4 +1,4 @@
-"""Holds THIRD_PARTY_NOTICES against what the programs are made of.
+"""Checks THIRD_PARTY_NOTICES against the contents of the programs.
 
 Usage: notices_test.py BIN, the folder of the programs"""
 import os

@@ -1,8 +1,8 @@
-"""Looks into the memory of another process. On Linux; where a program keeps its memory to itself, only for root."""
+"""Reads the memory of another process, on Linux; if a program keeps its memory private, only as root."""
 
 
 def copies_in_memory(process, texts):
-    """How often each text stands in what a process may write to. Throws PermissionError."""
+    """How often each text occurs in a process's writable memory. Throws PermissionError."""
     regions = []
     with open(f"/proc/{process.pid}/maps", encoding="utf-8") as maps:
         for line in maps:
@@ -16,7 +16,7 @@ def copies_in_memory(process, texts):
                 memory.seek(begin)
                 data = memory.read(end - begin)
             except OSError:
-                continue  # it has gone meanwhile, or is a device's
+                continue  # unmapped meanwhile, or a device's
             for text in texts:
                 count[text] += data.count(text.encode())
     return list(count.values())

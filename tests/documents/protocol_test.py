@@ -1,4 +1,4 @@
-"""Holds docs/protocol.md against what the client and the service say to each other.
+"""Checks docs/protocol.md against the traffic between the client and the service.
 
 Usage: protocol_test.py BIN, the folder of the programs"""
 import re
@@ -24,7 +24,7 @@ RECORDS = documented_records()
 
 
 def documented_routes():
-    """Each route as the record that is sent, the one that is answered, and whether it carries a token."""
+    """Each route: the record that is sent, the one that is answered, and whether it carries a token."""
     _, *rows = next(tables(section(PROTOCOL, "Routes")))
     return {row[0].strip("`"): tuple(cell.strip("`") for cell in row[1:]) for row in rows}
 
@@ -35,7 +35,7 @@ def route_of(exchange):
 
 
 def mistakes_in(value, record, place):
-    """What in `value` is not as `record` has it."""
+    """Yields the parts of `value` that differ from `record`."""
     keys = RECORDS[record]
     if set(value) - set(keys):
         yield f"{place}: nothing says {set(value) - set(keys)}"
@@ -77,7 +77,7 @@ class Client(unittest.TestCase):
 
 
 class RealRuns(unittest.TestCase):
-    """Runs the whole way in every way in which another route is called."""
+    """Takes the whole path in enough ways to call every route."""
 
     @classmethod
     def setUpClass(cls):

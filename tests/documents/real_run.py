@@ -1,4 +1,4 @@
-"""Runs the programs for real: a service of this computer, a made-up history, and a user of their own."""
+"""Runs the real programs: a service of this computer, a made-up history, and a user of their own."""
 import json
 import os
 import shlex
@@ -65,13 +65,13 @@ class RealRun:
                                 cwd=self.path("home"), **more)
 
     def share(self, *arguments):
-        """The whole way in the terminal. Returns its status, and what it printed."""
+        """The whole path in the terminal. Returns its status, and its output."""
         program = self.start("vorn-terminal", "--yes", "--no-keychain", *arguments)
         output, errors = program.communicate(timeout=60)
         return program.returncode, output, errors
 
     def with_keychain(self, *commands):
-        """Runs `commands`, lines of programs, one after the other with a keychain that is open."""
+        """Runs `commands`, lines of programs, one after the other with an open keychain."""
         script = "printf test | gnome-keyring-daemon --unlock --components=secrets >/dev/null 2>&1\n"
         script += "\n".join(shlex.join(command) for command in commands)
         hidden = ("DBUS_SESSION_BUS_ADDRESS", "DISPLAY")
@@ -87,7 +87,7 @@ class RealRun:
             return json.load(answer)
 
     def confirm(self, link):
-        """Scans and confirms the link of an answer that the recorder has."""
+        """Scans and confirms the link of a recorded answer."""
         name = self.phone("scan", {"qrPayload": link["qrPayload"]})["linkId"]
         self.phone(f"{name}/approve", {"userId": "usr_1"})
 
@@ -99,7 +99,7 @@ class RealRun:
         return value
 
     def wait_for(self, ending, number=1):
-        """The answer to the request with this number whose path ends so."""
+        """The answer to the request with this number whose path ends with `end`."""
         def answers():
             return [each.answer() for each in list(self.recorder.exchanges) if each.path.endswith(ending)]
         return self.wait_until(lambda: answers()[number - 1:], f"nobody asked for {ending}")[0]

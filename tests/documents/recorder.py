@@ -1,4 +1,4 @@
-"""Stands between a client and the service, and keeps what they say to each other."""
+"""Stands between a client and the service, and records their messages."""
 import http.client
 import json
 import threading
@@ -19,7 +19,7 @@ class Exchange:
         return json.loads(self.sent) if self.sent else None
 
     def answer(self):
-        """Nothing for an answer that is no JSON."""
+        """Nothing for an answer that is not JSON."""
         try:
             return json.loads(self.answered)
         except ValueError:

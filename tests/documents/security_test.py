@@ -1,4 +1,4 @@
-"""Holds what docs/security.md says of secrets: real runs with faults, after which the log, what the programs printed
+"""Checks what docs/security.md says of secrets: real runs with faults, after which the log, the output of programs
 and every file are searched for the tokens, secrets, addresses, handles and messages of that very run; and the memory of a
 program whose session has ended.
 
@@ -20,7 +20,7 @@ from real_run import HANDLE, RealRun
 CAUGHT_LOG = sys.argv.pop(1)
 PREVIEWED = 6  # messages that a user is shown
 
-# What goes wrong, what the service repeats of what it is told, and how the program ends.
+# Faults, what the service repeats of its requests, and the programs' statuses.
 WAYS = [
     ([], [], 0),
     (["--fault", "poll-link=401x1"], [], 7),
@@ -69,11 +69,11 @@ class CaughtRun(RealRun):
                     yield from (part["url"].partition("signature=")[2] for part in holder.get("parts", []))
 
     def codes(self):
-        """What programs show as a code, and tell other programs."""
+        """The codes that programs show, and print for other programs."""
         return [each.answer()["qrPayload"] for each in self.recorder.exchanges if each.path.endswith("/device-links")]
 
     def messages(self):
-        """The texts of the chat, but for those too short to be looked for, and those that a user is shown."""
+        """The texts of the chat, except those too short to search for, and those that the user is shown."""
         archive = self.path("chat.zip")
         output_of("vorn-export", "--database", self.history(), "--handle", HANDLE, "--output", archive)
         with zipfile.ZipFile(archive) as file:
@@ -94,7 +94,7 @@ class CaughtRun(RealRun):
 
 class Secrets(unittest.TestCase):
     def search(self, user, printed, files):
-        """Looks for what must not be there. What a user is shown may be printed, and nothing more."""
+        """Searches for forbidden texts. Texts that the user is shown may be printed, but nothing else."""
         secrets = list(user.secrets())
         hidden, shown = user.messages()
         self.assertGreater(len(secrets), 1)
@@ -121,7 +121,7 @@ class Secrets(unittest.TestCase):
         for (options, _, expected), (status, _, errors) in zip(WAYS, ends):
             self.assertEqual(status, expected, f"{options}: {errors}")
         logs = "".join(log for _, log, _ in ends)
-        # The log is caught, and what a service repeats of a token is taken out of it.
+        # The log is captured, and tokens that the service repeats are removed from it.
         for line in ("undecodable NimbrelState answer", "abort after a failed upload failed", "submission poll failed"):
             self.assertIn(line, logs)
         self.assertIn("cannot take Bearer", logs + "".join(errors for _, _, errors in ends))
@@ -157,7 +157,7 @@ class Secrets(unittest.TestCase):
             mode = os.stat(user.path(chat[0])).st_mode
             self.assertEqual(stat.S_IMODE(mode), 0o600)
             self.search(user, printed, {name: data for name, data in left.items() if name not in chat})
-            self.assertEqual(user.share()[0], 0)  # which sweeps
+            self.assertEqual(user.share()[0], 0)  # sweeps
             self.assertEqual([name for name in user.files("tmp") if name.startswith(("tmp/vorn-m", "tmp/vorn-n"))], [])
 
     def test_are_not_told_by_a_window_that_crashes(self):
@@ -170,7 +170,7 @@ class Secrets(unittest.TestCase):
 
 
 class Memory(unittest.TestCase):
-    """A token is in the memory of a program that is signed in, and not any more once its session has ended."""
+    """A signed-in program has a token in its memory, but no longer once its session has ended."""
 
     def copies(self, program, arguments, options):
         with RealRun(*options) as user:
@@ -178,13 +178,13 @@ class Memory(unittest.TestCase):
             try:
                 user.confirm(user.wait_for("/device-links"))
                 if options:
-                    user.wait_for("/device-links", 2)  # a new code is asked for
+                    user.wait_for("/device-links", 2)  # a new code is requested
                 else:
                     user.wait_for("/desktop/nimbrel")
                 polls = [each.answer() for each in user.recorder.exchanges if each.path.endswith("/poll")]
                 session = [poll["session"] for poll in polls if "session" in poll][-1]
                 tokens = [session["token"], session["refreshToken"]]
-                deadline = time.monotonic() + 5  # what has ended may still be being freed
+                deadline = time.monotonic() + 5  # ended jobs may still be freeing their memory
                 while options and any(copies_in_memory(started, tokens)) and time.monotonic() < deadline:
                     time.sleep(0.1)
                 return copies_in_memory(started, tokens)

@@ -1,4 +1,4 @@
-"""Holds docs/using.md against the programs: their settings, statuses, texts and files.
+"""Checks docs/using.md against the programs: their settings, statuses, texts and files.
 
 Usage: using_test.py BIN, the folder of the programs"""
 import os
@@ -126,10 +126,10 @@ class Places(unittest.TestCase):
 
 
 class Files(unittest.TestCase):
-    """What the terminal and the window leave, and whether it goes as it is said."""
+    """The files of the terminal and the window, and whether they are removed as the document says."""
 
     def named(self):
-        """The paths of the table's column for Linux, as patterns of those in the folder of a real run."""
+        """The paths of the table's column for Linux, as patterns for those in the folder of a real run."""
         _, *rows = next(tables(section(USING, "Where things are")))
         for path in re.findall(r"`([$~/][^`]*)`(?:, `(\.[^`]*)`)?", "\n".join(row[2] for row in rows)):
             first, ending = path

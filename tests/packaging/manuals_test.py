@@ -1,4 +1,4 @@
-"""What vorn-manual writes about each program, as manual and shells read it.
+"""The manuals and completions that vorn-manual writes, as man and shells read them.
 
 Usage: manuals_test.py BIN, the folder of the programs"""
 import os
@@ -36,7 +36,7 @@ class Manuals(unittest.TestCase):
             return file.read()
 
     def bash(self, program, *words):
-        """The replies to a tab behind the last of `words`."""
+        """The completions after the last of `words`."""
         script = (f"source {self.share}/bash-completion/completions/{program}; COMP_WORDS=(\"$@\"); "
                   "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); "
                   f"_{program.replace('-', '_')}; printf '%s\\n' \"${{COMPREPLY[@]}}\"")
@@ -66,7 +66,7 @@ class Manuals(unittest.TestCase):
                 if re.match(r"Usage:|Options:|Subcommands:|Exit status:", line):
                     continue
                 for part in re.split(r" {2,}", line.strip()):
-                    part = re.sub(r"^(--\S+ [A-Z]+)=.*", r"\1", part)  # a default stands behind the help on the page
+                    part = re.sub(r"^(--\S+ [A-Z]+)=.*", r"\1", part)  # on the page a default follows the help
                     self.assertIn(words(part).strip(), page, program)
 
     def test_pages_say_what_the_program_is_and_how_it_ends(self):

@@ -1,4 +1,4 @@
-"""Holds the pictures that software centres show against those that the tour is compared with, which are of the window as it is.
+"""Checks that the pictures for software centres are among the tour's references, and show the window as it is.
 
 Usage: pictures_test.py ROOT, the folder of the project"""
 import os

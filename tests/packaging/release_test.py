@@ -1,4 +1,4 @@
-"""What packaging/macos/release runs, with stand-ins for a Mac's tools that write down how they were called.
+"""Runs packaging/macos/release with stand-ins for a Mac's tools that record their calls.
 
 Usage: release_test.py ROOT, the folder of the project"""
 import json
@@ -13,12 +13,12 @@ IDENTITY = "Developer ID Application: Vorn (ABCDE12345)"
 RELEASE = ["--identity", IDENTITY, "--notary-profile", "vorn"]
 TOOLS = ["arch", "cmake", "codesign", "ditto", "git", "hdiutil", "lipo", "ln", "macdeployqt", "osascript", "otool", "rm", "sandbox-exec",
          "shasum", "spctl", "xcrun"]
-# Writes its call down, does what the next step needs of it, and fails where the test says so.
+# Records its call, does what the next step needs of it, and fails if the test says so.
 STAND_IN = """#!%(python)s
 import json, os, shutil, subprocess, sys
 name, words = os.path.basename(sys.argv[0]), sys.argv[1:]
 line = " ".join([name] + words)
-if name == "arch": # the program behind the processor and the surroundings, found here instead of in Homebrew
+if name == "arch": # the program after the processor and the environment, found here instead of in Homebrew
     words = words[1:]
     if words[0] == "env": words = words[2:]
     if words[0] == "sandbox-exec": words = words[0:2] + ["PROFILE"] + words[3:]
@@ -143,7 +143,7 @@ class Releases(unittest.TestCase):
             "hdiutil detach -quiet", "hdiutil convert -quiet", "codesign --force --timestamp", "xcrun notarytool submit",
             "xcrun stapler staple", "xcrun stapler validate", "codesign --verify --strict", "spctl --assess --type",
             "spctl --assess --type", "shasum -a 256"])
-        for processor in ("arm64", "x86_64"):  # what was signed has been started on each, with Homebrew hidden
+        for processor in ("arm64", "x86_64"):  # the signed bundle was started on each, with Homebrew hidden
             self.assertEqual(self.calls("arch").count(["arch", f"-{processor}"]), 4)
 
     def test_lets_go_of_the_image_when_its_layout_fails(self):

@@ -1,4 +1,4 @@
-"""The tables of the benchmarks: a row that does not reach its limit ends the program with a failure."""
+"""The tables of the benchmarks: a row that misses its limit ends the program with a failure."""
 import contextlib
 import io
 import os

@@ -27,28 +27,28 @@ class Item:
 
 
 def can_be_pressed(item):
-    """Qt 6.4 tells nobody that a button is off, but such a one takes no focus."""
+    """Qt 6.4 does not report disabled buttons, but those take no focus."""
     return item.is_("focusable")
 
 
 class AccessibleWindow:
-    """The one window of the process `pid`, which may still be starting. Waits are at most `patience` seconds."""
+    """The one window of the process `pid`, which may still be starting. Waits for at most `patience` seconds."""
 
     def __init__(self, pid, patience):
         self._pid = pid
         self._patience = patience
         Atspi.init()
-        # What is kept is kept up to date by events, for which nobody listens here.
+        # The cache is updated by events, which nothing here receives.
         Atspi.get_desktop(0).set_cache_mask(Atspi.Cache.NONE)
 
     def wait_until(self, look, what):
-        """What `look` returns, as soon as that is true."""
+        """Returns the result of `look` as soon as that is true."""
         end = time.monotonic() + self._patience
         while True:
             try:
                 found = look()
             except GLib.Error:
-                found = None  # an item that is just going, or a program that is not there yet
+                found = None  # an item that is about to go, or a program that has not started yet
             if found:
                 return found
             if time.monotonic() > end:
@@ -56,11 +56,11 @@ class AccessibleWindow:
             time.sleep(0.02)
 
     def wait_for(self, name, roles=()):
-        """The item of this name, and of one of these roles if there are any, once it is shown."""
+        """The item of this name, and of one of these roles if any are given, once it is shown."""
         return self.wait_until(lambda: self._find(name, roles), f"{' or '.join(roles) or 'an item'} {name!r}")
 
     def wait_for_screen(self, title):
-        """Waits until the screen with this title is the only one: while one fades to the next, both are there."""
+        """Waits until the screen with this title is the only one: during a fade there are two."""
         def look():
             items = self.items()
             steps = [item for item in items if STEP.fullmatch(item.name)]
@@ -68,14 +68,14 @@ class AccessibleWindow:
         self.wait_until(look, f"the screen {title!r}")
 
     def press(self, name):
-        """Presses the button as soon as it can be pressed."""
+        """Presses the button once it is enabled."""
         def look():
             button = self._find(name, BUTTONS)
             return button if button and can_be_pressed(button) else None
         self._act(self.wait_until(look, f"a button {name!r} that can be pressed"), "Press")
 
     def press_until_shown(self, name, shown):
-        """Presses the button whenever it is there, until something else is shown. Returns how often that was."""
+        """Presses the button whenever it is shown, until something else is. Returns how often that was."""
         presses = 0
 
         def look():
@@ -90,7 +90,7 @@ class AccessibleWindow:
         return presses
 
     def try_to_press(self, name):
-        """Presses the button even if it is off."""
+        """Presses the button even if it is disabled."""
         self._act(self.wait_for(name, BUTTONS), "Press")
 
     def toggle(self, name):
@@ -106,7 +106,7 @@ class AccessibleWindow:
         return any(item.name == name for item in self.items())
 
     def names(self):
-        """What is read out, from the top on."""
+        """The spoken texts, from the top."""
         return [item.name for item in self.items() if item.name]
 
     def described(self):
@@ -125,7 +125,7 @@ class AccessibleWindow:
             send(KEY_CODES[held], None, Atspi.KeySynthType.RELEASE)
 
     def items(self):
-        """What is shown, from the top of the window on; read again where something goes meanwhile."""
+        """The shown items, from the window's top; read again if one goes meanwhile."""
         end = time.monotonic() + self._patience
         while True:
             try:

@@ -4,7 +4,7 @@ import struct
 import subprocess
 import tempfile
 
-# Without the services of the machine that the tests run on: a keyring would be started, and ask for its password.
+# Without the machine's own services: a keyring would be started, and ask for its password.
 BUS = """<busconfig>
   <type>session</type>
   <listen>unix:path={folder}/bus</listen>
@@ -21,7 +21,7 @@ ACCESSIBILITY = "/usr/share/dbus-1/services/org.a11y.Bus.service"
 
 
 class Desktop:
-    """Lasts for a `with`; whatever is started meanwhile appears there. Once in a process: libraries keep their bus."""
+    """Lasts for a `with`; programs started meanwhile appear on it. Once in a process: libraries keep their bus."""
 
     def __init__(self, width=1280, height=800):
         self._size = f"{width}x{height}x24"
@@ -53,7 +53,7 @@ class Desktop:
         """Starts a program that writes a line to the descriptor in the place of {}, and returns that line."""
         reading, writing = os.pipe()
         with open(reading, encoding="utf-8") as lines:
-            # Its end comes with the test's, however that happens.
+            # It ends with the test, however that ends.
             command = ["setpriv", "--pdeathsig", "KILL", *[word.replace("{}", str(writing)) for word in command]]
             self._processes.append(subprocess.Popen(command, pass_fds=[writing], stdout=subprocess.DEVNULL,
                                                     stderr=subprocess.DEVNULL))
@@ -63,7 +63,7 @@ class Desktop:
         return line
 
     def picture(self):
-        """What the screen shows now."""
+        """The screen's present content."""
         with open(self._folder.name + "/Xvfb_screen0", "rb") as file:
             content = file.read()
         # An X window dump: its header is of 32-bit numbers, the highest byte first.
@@ -75,7 +75,7 @@ class Desktop:
 
 
 class Picture:
-    """Its pixels are four bytes each: blue, green, red, and one that says nothing."""
+    """Its pixels have four bytes each: blue, green, red, and one without meaning."""
 
     def __init__(self, width, height, pixels):
         self._width = width
@@ -83,12 +83,12 @@ class Picture:
         self._pixels = pixels
 
     def colour(self, x, y):
-        """As it is written on the Web, such as #0e0f10."""
+        """In the Web's notation, such as #0e0f10."""
         start = 4 * (y * self._width + x)
         return "#" + self._pixels[start:start + 3][::-1].hex()
 
     def window(self):
-        """The left edge, the top, the width and the height of what is not the black of an empty screen."""
+        """Left edge, top, width and height of everything but the black of an empty screen."""
         rows = [self._pixels[start:start + 4 * self._width] for start in range(0, len(self._pixels), 4 * self._width)]
         drawn = [index for index, row in enumerate(rows) if row.strip(b"\0")]
         middle = rows[(drawn[0] + drawn[-1]) // 2]

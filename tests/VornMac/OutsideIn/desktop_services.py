@@ -24,11 +24,11 @@ INTERFACES = """<node>
 
 
 class DesktopServices:
-    """Runs for the length of a `with`, and keeps what it was asked as pairs of a method and its arguments."""
+    """Runs for the length of a `with`, and keeps its calls as pairs of a method and its arguments."""
 
     def __enter__(self):
         self.calls = []
-        self.progress = []  # each bar that was shown, 0…1; None where it was taken away
+        self.progress = []  # each bar that was shown, 0…1; None if it was removed
         self._locks = []
         self._loop = GLib.MainLoop.new(GLib.MainContext.new(), False)
         ready = threading.Event()
@@ -48,7 +48,7 @@ class DesktopServices:
         return [arguments for name, arguments in self.calls if name == method]
 
     def is_awake(self):
-        """Whether somebody still has a lock."""
+        """Whether a program still has a lock."""
         return any(not select.select([lock], [], [], 0)[0] for lock in self._locks)
 
     def click(self, notification):
@@ -81,7 +81,7 @@ class DesktopServices:
         elif method == "Inhibit":
             reading, writing = os.pipe()
             self._locks.append(reading)
-            files = Gio.UnixFDList.new_from_array([writing])  # which closes it
+            files = Gio.UnixFDList.new_from_array([writing])  # closes it
             call.return_value_with_unix_fd_list(GLib.Variant("(h)", (0,)), files)
         else:
             call.return_value(None)

@@ -1,4 +1,4 @@
-"""Codes that come to nothing, and the one that follows."""
+"""Codes that fail, and the one that follows."""
 import scenario
 from scenario import CONSENT, LINK, Scenario
 
@@ -21,7 +21,7 @@ class Linking(Scenario):
         self.confirm_another_than(expired, window)
 
     def test_tries_again_at_once_when_told_to(self):
-        # More than one failure: the window tries again by itself too, before a busy machine has pressed.
+        # More than one failure: on a busy machine the window tries again by itself before the press.
         window = self.start_vorn(self.start_service("--fault", "create-link=503x3"))
         window.wait_for_screen(LINK)
         window.wait_for("The sandbox was told to answer 503.")

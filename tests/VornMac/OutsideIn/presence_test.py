@@ -1,4 +1,4 @@
-"""What shows outside the window while a chat is uploaded, and when its review ends."""
+"""The application outside its window while a chat is uploaded, and when its review ends."""
 import scenario
 from desktop_services import DesktopServices
 from scenario import EARNED, FOUND, Scenario

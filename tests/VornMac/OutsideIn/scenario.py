@@ -1,4 +1,4 @@
-"""What every scenario has: a desktop, folders of its own, the service, and the program in its window."""
+"""The common part of scenarios: a desktop, folders of their own, the service, and the program in its window."""
 import json
 import os
 import shutil
@@ -21,7 +21,7 @@ NOT_FOUND = "Not found on this Mac Your Nimbrel chat"
 UPLOADING = "Uploading Your Nimbrel chat"
 EARNED = "You earned $12.50 Thanks for your Nimbrel chat"
 
-# By the command line: where the programs are, and how many seconds to wait for anything.
+# From the command line: the programs' folder, and how many seconds to wait for anything.
 programs = ""
 patience = 20.0
 
@@ -62,7 +62,7 @@ class Vorn:
         return [name for name in os.listdir(self.temporary) if not name.startswith("tsan.")]
 
     def copies_of_the_chat(self):
-        """What may lie in the temporary folder for moments only."""
+        """Names that may be in the temporary folder for moments only."""
         return [name for name in os.listdir(self.temporary) if name.startswith(("vorn-messages-", "vorn-nimbrel-"))]
 
     def close(self):
@@ -73,14 +73,14 @@ class Vorn:
         return self.process.wait(timeout=patience)
 
     def _bring_to_front(self):
-        """Gives the window the keyboard. There is no window manager to do that, but a second start asks for it."""
+        """Gives the window the keyboard's focus. Without a window manager, a second start does that."""
         second = self._start()
         assert second.wait(timeout=patience) == 0, "a second start fails"
         self.window.wait_until(lambda: self.window.wait_for("Vorn", {"frame"}).is_("active"), "the keyboard")
 
 
 class Scenario(unittest.TestCase):
-    """Every program that a scenario starts must end by its window, say nothing meanwhile and leave nothing."""
+    """Every program that a scenario starts must end with its window, print nothing and leave nothing."""
 
     screen = (1280, 800)
     maxDiff = None
@@ -118,7 +118,7 @@ class Scenario(unittest.TestCase):
             vorn.process.wait()
 
     def make_history(self, *options, handles=HANDLES, messages=3000):
-        """Writes a history with a chat with the assistant. Returns what the window should find of it."""
+        """Writes a history with a chat with the assistant. Returns the numbers that the window should show."""
         command = [program("vorn-sample-history"), "--output", self.database, "--messages", str(messages), "--json",
                    *options]
         for handle in handles:
@@ -136,7 +136,7 @@ class Scenario(unittest.TestCase):
         return messages_in(archive)
 
     def messages_that_arrived(self):
-        """Those of the one upload that the service has."""
+        """The messages of the one upload that the service has."""
         uploads = os.path.join(self.state, "uploads")
         archives = [path for name in os.listdir(uploads)
                     if os.path.exists(path := os.path.join(uploads, name, "archive.zip"))]
@@ -144,7 +144,7 @@ class Scenario(unittest.TestCase):
         return messages_in(archives[0])
 
     def link_by_phone(self, window):
-        """Plays the user with the phone, who scans the code and confirms."""
+        """Plays the user's phone: scans the code and confirms."""
         window.wait_for_screen(LINK)
         window.wait_for("Waiting for your phone")
         self.phone.confirm(self.phone.scan(self.phone.read_code(window)))

@@ -38,7 +38,7 @@ class Phone:
         return window.wait_until(self._look, "a QR code on the screen")
 
     def scan(self, code):
-        """Returns the link's identifier. The service knows no other code than those that it has handed out."""
+        """Returns the link's identifier. The service knows no other codes than its own."""
         return self._service.post("/phone/links/scan", {"qrPayload": code})["linkId"]
 
     def confirm(self, link):

@@ -1,4 +1,4 @@
-"""Looking for the chat and uploading it, when something is in the way."""
+"""Looking for the chat and uploading it, with obstacles."""
 import scenario
 from scenario import EARNED, FOUND, LINK, NOT_FOUND, UPLOADING, Scenario
 
@@ -7,7 +7,7 @@ NO_CHAT = "No conversation with Nimbrel on this Mac."
 
 class Sharing(Scenario):
     def start_linked(self, *options):
-        """The window of a program that its user has linked by themselves, and given consent."""
+        """The window of a program whose user has linked it already, and consented."""
         window = self.start_vorn(self.start_service("--auto-approve", *options))
         self.give_consent(window)
         return window
@@ -33,7 +33,7 @@ class Sharing(Scenario):
         window.wait_for_screen(NOT_FOUND)
         window.wait_for(NO_CHAT)
         self.assertFalse(window.shows("Upload chat"))
-        expected = self.make_history("--force")  # the history has come
+        expected = self.make_history("--force")  # the history has arrived
         window.press("Look again")
         window.wait_for_screen(FOUND)
         window.wait_for(f"Messages: {expected['kept']:,}")
@@ -50,7 +50,7 @@ class Sharing(Scenario):
         window.wait_for_screen(LINK)
         self.assertFalse(window.shows("Account"))
         self.link_by_phone(window)
-        window.wait_for_screen(FOUND)  # linked anew: the consent stands
+        window.wait_for_screen(FOUND)  # linked anew: the consent is still valid
         self.assertEqual(window.wait_for("Account").description, "Signed in as Sam Rivera")
 
 

@@ -1,4 +1,4 @@
-"""Nothing of a session is in the memory of a window whose user has signed out."""
+"""After signing out, nothing of the session is in the window's memory."""
 import os
 import sys
 import time
@@ -27,7 +27,7 @@ class SignedOut(Scenario):
         window.press("Sign out of this Mac")
         window.wait_for_screen(LINK)
         window.wait_until(lambda: [each for each in recorder.exchanges if each.path.endswith("/logout")], "the logout")
-        deadline = time.monotonic() + 5  # what has ended may still be being freed
+        deadline = time.monotonic() + 5  # ended jobs may still be freeing their memory
         while any(self.copies(tokens)) and time.monotonic() < deadline:
             time.sleep(0.1)
         self.assertEqual(self.copies(tokens), [0, 0])

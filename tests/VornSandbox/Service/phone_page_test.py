@@ -59,7 +59,7 @@ class PhonePage(unittest.TestCase):
         self.until(self.steady(lambda: self.named(name).click() or True), "cannot press " + name)
 
     def steady(self, look):
-        """Cards are rebuilt when they change: a look that meets one just going is a look too early."""
+        """Cards are rebuilt when they change: looks again if one is about to go."""
         def again():
             try:
                 return look()
@@ -76,7 +76,7 @@ class PhonePage(unittest.TestCase):
         self.until(self.steady(lambda: words in self.text(selector)), f"{words!r} does not appear")
 
     def link(self, mac):
-        """A Mac that is linked over the page."""
+        """A Mac that was linked through the page."""
         mac.ask_for_link()
         self.press("Scan code of Test Mac")
         self.press("Link this Mac: Test Mac")
@@ -178,7 +178,7 @@ class PhonePage(unittest.TestCase):
         self.assertEqual(new.get_property("value"), "duplicate_media")
 
     def is_on_top(self, selector):
-        """Whether the element is what is seen in its middle, within the window."""
+        """Whether the element is visible at its middle, within the window."""
         return self.browser.execute_script("""
             const element = document.querySelector(arguments[0]);
             const box = element.getBoundingClientRect();
@@ -305,14 +305,14 @@ class PhonePage(unittest.TestCase):
             self.assertTrue(control.accessible_name, control.get_attribute("outerHTML"))
 
 
-# What the service says to a page that comes now.
+# What the service sends to a page that connects now.
 FIRST_VIEW = """
 const done = arguments[arguments.length - 1];
 const events = new EventSource("/phone/events");
 events.onmessage = (event) => { events.close(); done(JSON.parse(event.data)); };
 """
 
-# Each shown text's contrast with the nearest ground that is painted behind it (WCAG 2.2, 1.4.3).
+# Each shown text's contrast with the nearest painted background (WCAG 2.2, 1.4.3).
 CONTRASTS = """
 const parse = (color) => color.match(/[\\d.]+/g).map(Number);
 const light = (rgb) => rgb.slice(0, 3).map((part) => part / 255)

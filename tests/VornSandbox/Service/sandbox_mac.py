@@ -30,7 +30,7 @@ class Sandbox:
 
 
 class Mac:
-    """Links, uploads and watches with plain requests, and stops at the first answer that is no success."""
+    """Links, uploads and watches with plain requests, and stops at the first answer other than success."""
 
     def __init__(self, url):
         self._address = urllib.parse.urlsplit(url).netloc
@@ -69,7 +69,7 @@ class Mac:
         return self._link
 
     def poll(self):
-        """The link's status; takes the session when it comes."""
+        """The link's status; takes the session once it is there."""
         answer = self.api("POST", "auth/device-links/poll",
                           {"linkId": self._link["linkId"], "pollSecret": self._link["pollSecret"]})
         if "session" in answer:
