@@ -16,6 +16,6 @@ def row(what, product, peer, ratio, reach):
 
 
 def end():
-    """Ends the program with status 1 where a row did not reach its limit."""
+    """Ends the program with status 1 if a row did not reach its limit."""
     if _missed:
         sys.exit("not reached: " + ", ".join(_missed))

@@ -1,8 +1,8 @@
 include(CheckCXXCompilerFlag)
 
-# vorn_counted_library(<name> <library> [FUZZED]): the library's sources once more, compiled so that tests/support/steps counts
-# their reads of memory; stands in its place. Needs clang: <name> is not made where the compiler cannot count. FUZZED is for
-# where a fuzzer guides itself by coverage: the points that it instruments stay.
+# vorn_counted_library(<name> <library> [FUZZED]): the library's sources, compiled again so that tests/support/steps
+# counts their reads of memory; replaces the library. Needs clang: without it, <name> is not made. FUZZED keeps the
+# points that a fuzzer instruments to follow coverage.
 function(vorn_counted_library name library)
   cmake_parse_arguments(PARSE_ARGV 2 arg "FUZZED" "" "")
   set(count -fsanitize-coverage=func,trace-loads)

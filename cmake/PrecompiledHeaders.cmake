@@ -1,6 +1,6 @@
-# Headers that are parsed once for many files, which halves the time of a build. With them a file also compiles without the
-# includes that it needs: the build against libc++ goes without them and finds what is missing.
-# A cross build looks at sources with whatever headers of the other system there are; one of all of Qt needs them all.
+# Headers that are parsed once for many files, which halves the time of a build. They hide missing includes, which the
+# build against libc++, without them, finds. A cross build compiles against whatever headers of the other system exist;
+# precompiling all of Qt would need them all.
 set(default ON)
 if(CMAKE_CROSSCOMPILING)
   set(default OFF)
@@ -13,7 +13,7 @@ set(standard_headers
     <thread> <tuple> <type_traits> <unordered_map> <utility> <variant> <vector>)
 set(qt_headers <QtCore/QtCore> <QtGui/QtGui> <QtQml/QtQml> <QtQuick/QtQuick>)
 
-# vorn_precompiled(<name> HEADERS … [LINKS …]): what `target_precompile_headers(… REUSE_FROM <name>)` takes.
+# vorn_precompiled(<name> HEADERS … [LINKS …]): makes a target for `target_precompile_headers(… REUSE_FROM <name>)`.
 function(vorn_precompiled name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "HEADERS;LINKS")
   set(source ${PROJECT_BINARY_DIR}/precompiled/${name}.cpp)
@@ -24,13 +24,13 @@ function(vorn_precompiled name)
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_link_libraries(${name} PRIVATE ${arg_LINKS})
   target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
-  # Clang would write down when each header was last changed, and a compiler cache then finds nothing it has seen.
+  # Clang would record when each header was last changed, and a compiler cache would never find a match.
   if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
   endif()
 endfunction()
 
-# vorn_precompiled_pair(<name> [HEADERS …] [LINKS …]): <name>, and <name>_qt for what links Qt.
+# vorn_precompiled_pair(<name> [HEADERS …] [LINKS …]): <name>, and <name>_qt for targets that link Qt.
 function(vorn_precompiled_pair name)
   if(NOT VORN_PRECOMPILE)
     return()
@@ -40,8 +40,9 @@ function(vorn_precompiled_pair name)
   vorn_precompiled(${name}_qt HEADERS ${standard_headers} ${qt_headers} ${arg_HEADERS} LINKS Qt6::Quick ${arg_LINKS})
 endfunction()
 
-# vorn_use_precompiled(<target> LINKS …): the one of the folder's pair, VORN_PRECOMPILED_PAIR, that fits what the target links.
-# A target with a source in C or Objective-C++ goes without: CMake looks for a header precompiled in that language too.
+# vorn_use_precompiled(<target> LINKS …): uses the target of the folder's pair, VORN_PRECOMPILED_PAIR, that fits the
+# links. Targets with sources in C or Objective-C++ get none: CMake would look for a header precompiled in that language
+# too.
 function(vorn_use_precompiled target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")
   get_target_property(sources ${target} SOURCES)

@@ -1,5 +1,5 @@
-# Qt says in its package which macOS it needs at least, from some version on. Nothing that is built with it runs before
-# that: who chose no version gets Qt's, for compilers and for the bundle, and who chose an earlier one is told.
+# From some version on, Qt's package names the first macOS that it supports; nothing built with it runs before that. If
+# no version was chosen, compilers and the bundle get Qt's; an earlier choice is refused.
 if(APPLE AND QT_SUPPORTED_MIN_MACOS_VERSION VERSION_GREATER CMAKE_OSX_DEPLOYMENT_TARGET)
   if(NOT VORN_MAY_RAISE_MACOS)
     message(FATAL_ERROR "Qt ${Qt6_VERSION} needs macOS ${QT_SUPPORTED_MIN_MACOS_VERSION}: "

@@ -1,5 +1,5 @@
-# A configure for macOS on Debian, without a Mac: scripts/check-darwin runs it. Lists, languages and conditions are read as
-# a Mac reads them, and nothing is built from what comes out. Debian's libraries stand in for Homebrew's.
+# A configure run for macOS on Debian, without a Mac, for scripts/check-darwin. Lists, languages and conditions are read
+# as on a Mac, and nothing is built. Debian's libraries stand in for Homebrew's.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 23.0.0)
 set(CMAKE_SYSTEM_PROCESSOR arm64)
@@ -22,7 +22,7 @@ list(APPEND CMAKE_PREFIX_PATH /usr /usr/lib/${CMAKE_LIBRARY_ARCHITECTURE})
 set(CMAKE_FIND_LIBRARY_SUFFIXES .so .a)
 set(QT_HOST_PATH /usr)
 set(QT_NO_PLATFORM_CHECK ON)
-# Qt's package asks for these on a Mac, and for others on Debian.
+# Qt's package requires these on a Mac, and others on Debian.
 set(framework ${CMAKE_BINARY_DIR}/OpenGL.framework)
 file(MAKE_DIRECTORY ${framework})
 set(OPENGL_INCLUDE_DIR ${framework} CACHE PATH "")

@@ -4,7 +4,7 @@
 step_names=()
 step_seconds=()
 
-# step NAME COMMAND…: says when it begins, runs it, and remembers how long it took. A failure ends the script.
+# step NAME COMMAND…: announces it, runs it, and remembers how long it took. A failure ends the script.
 step() {
   local name=$1 begin=$SECONDS
   shift
