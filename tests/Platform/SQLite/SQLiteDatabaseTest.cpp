@@ -194,6 +194,46 @@ TEST_F(SQLiteDatabaseTest, WhatTheRowClosureThrowsEndsTheQueryAndReleasesTheStat
     database.execute("DROP TABLE t"); // refused while a statement is open
 }
 
+TEST_F(SQLiteDatabaseTest, APreparedStatementRunsAgain)
+{
+    const SQLiteDatabase database = filled();
+    SQLiteStatement insert = database.prepare("INSERT INTO t VALUES (?, NULL, ?)");
+    insert.run({7, "seven"});
+    EXPECT_EQ(errorOf([&] { insert.run({7, "again"}); }).code() & 0xFF, 19) << "no second row of that number";
+    insert.run({8, "eight"});
+    SQLiteStatement select = database.prepare("SELECT Name FROM t WHERE id >= ? ORDER BY id");
+    const auto namesFrom = [&](std::int64_t id, bool onlyFirst) {
+        std::vector<std::string> names;
+        const auto take = [&](const SQLiteRow& row) {
+            names.push_back(row.text(0).value_or(""));
+            if (onlyFirst) throw std::out_of_range("enough");
+        };
+        try {
+            select.query({id}, take);
+        } catch (const std::out_of_range&) {
+            EXPECT_TRUE(onlyFirst);
+        }
+        return names;
+    };
+    EXPECT_THAT(namesFrom(7, true), ElementsAre("seven"));
+    EXPECT_THAT(namesFrom(7, false), ElementsAre("seven", "eight"))
+        << "from the beginning, though the last run broke off";
+    EXPECT_THAT(namesFrom(8, false), ElementsAre("eight"));
+}
+
+TEST_F(SQLiteDatabaseTest, KeepsTheLogOnClosingWhenAsked)
+{
+    for (const bool keep : {false, true}) {
+        std::filesystem::remove(path);
+        {
+            const SQLiteDatabase database(path, Mode::create);
+            database.execute("PRAGMA journal_mode = WAL; CREATE TABLE t (id INTEGER)");
+            if (keep) database.keepLogOnClose();
+        }
+        EXPECT_EQ(std::filesystem::exists(path + "-wal"), keep);
+    }
+}
+
 TEST_F(SQLiteDatabaseTest, AStepThatFailsReportsIt)
 {
     const SQLiteDatabase database = filled();
