@@ -2,12 +2,8 @@
 
 #include "Platform/Base/Bytes.h"
 
-#include <cstdint>
-#include <span>
-#include <string>
+#include <cstddef>
 #include <string_view>
-#include <variant>
-#include <vector>
 
 namespace vorn {
 
@@ -18,29 +14,9 @@ enum class AttributedBodyKind {
     mutableWithFixedText, ///< NSMutableAttributedString holding NSString
 };
 
-/// What an attribute holds. A number is written with the encoding "i", or "q" when it is negative.
-struct AttributeURL {
-    std::string absolute;
-};
-using AttributeValue = std::variant<std::int64_t, std::string, AttributeURL, ByteBuffer>;
-
-struct TextAttribute {
-    std::string_view name; ///< such as "__kIMMessagePartAttributeName"
-    AttributeValue value;
-};
-
-/// Consecutive text with the same attributes.
-struct AttributeRun {
-    std::size_t length = 0; ///< in UTF-16 units
-    std::vector<TextAttribute> attributes;
-};
-
-/// The content of `message.attributedBody` for `text` (UTF-8): a typed stream of an attributed string with the
-/// attribute runs after the text. The runs cover the text. Throws `std::out_of_range` for a number of more than 32
-/// bits. Threads: any.
-ByteBuffer attributedBody(std::string_view text, AttributedBodyKind kind, std::span<const AttributeRun> runs);
-
-/// As above, with the one run that every plain message has: the number 0 of its only part. An empty text has no run.
+/// The content of `message.attributedBody` for `text` (UTF-8): a typed stream of an attributed string with the one run
+/// that every plain message has, the number 0 of its only part. Messages divides texts with links, attachments or bold
+/// words into more runs, all behind the text, where an export reads nothing. An empty text has no run. Threads: any.
 ByteBuffer attributedBody(std::string_view text, AttributedBodyKind kind);
 
 /// How many UTF-16 units the well-formed UTF-8 `text` is long.

@@ -7,7 +7,6 @@
 #include <functional>
 #include <map>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -80,15 +79,9 @@ struct SampleHistorySummary {
     bool operator==(const SampleHistorySummary&) const = default;
 };
 
-/// A failure of SQLite, in its words.
-class SampleHistoryError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
 /// Writes a Messages database as a current macOS keeps it to `path`, readable by this user alone, in write-ahead-log
 /// mode; beside it stands `path` + "-wal" when rows are in the log, and nothing else. Written in a private folder
-/// beside `path` and moved there when it is whole. Errors: `SampleHistoryError`, `std::filesystem::filesystem_error`
+/// beside `path` and moved there when it is whole. Errors: `SQLiteError`, `std::filesystem::filesystem_error`
 /// (`file_exists` when there is a file already; a missing folder is not made), `std::invalid_argument` for options that
 /// make no sense, `Cancelled`; nothing is left behind. Threads: any.
 SampleHistorySummary writeSampleHistory(const std::filesystem::path& path, const SampleHistoryOptions& options);

@@ -55,8 +55,7 @@ struct SampleMessage {
     bool isAudio = false;
     bool hasLink = false;
     std::int64_t parts = 1;
-    ByteBuffer summaryInfo; ///< a binary property list
-    ByteBuffer payload;     ///< of the balloon that shows a link
+    ByteBuffer payload; ///< of the balloon that shows a link: of a likely size, and without content
     std::vector<SampleAttachment> attachments;
 };
 

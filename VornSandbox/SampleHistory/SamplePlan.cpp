@@ -1,7 +1,5 @@
 #include "VornSandbox/SampleHistory/SamplePlan.h"
 
-#include "VornSandbox/SampleHistory/SampleBodies.h"
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -18,6 +16,7 @@ constexpr unsigned emptyRows = 3;
 constexpr unsigned undatedRows = 2;
 constexpr unsigned withAttachment = 40;
 constexpr unsigned withLink = 84; // of the rows without attachments: 8 in a hundred of all
+constexpr unsigned padded = 9;    // as typed: nobody trims it before it is sent
 constexpr unsigned editedRows = 12;
 constexpr unsigned threads = 50;
 constexpr unsigned blobOnly = 600;
@@ -80,7 +79,7 @@ std::string_view beginning(std::string_view text, std::int64_t scalars)
 SamplePlan::SamplePlan(const SampleHistoryOptions& options, const SampleCast& cast)
     : options_(options), cast_(cast), random_(options.seed), text_(random_),
       timeline_(options.seed + 0x5EED, options.messages, options.until - appleEpoch, options.cancel),
-      conversations_(cast.chats.size()), plainSummary_(sampleBodies::plainSummary())
+      conversations_(cast.chats.size())
 {
     summary_.handles = cast.assistant;
     for (const SampleChat& chat : cast.chats) {
@@ -154,7 +153,6 @@ SamplePlan::Skip SamplePlan::drawSkip()
 
 void SamplePlan::fill(Skip skip)
 {
-    row_.summaryInfo = plainSummary_;
     switch (skip) {
     case Skip::reaction: return react();
     case Skip::system: return happen();
@@ -179,7 +177,6 @@ void SamplePlan::react()
     if (reaction.type == 2006) row_.associatedEmoji = "🫶🏼";
     row_.text = std::string(isTakenBack ? "Removed a reaction from" : reaction.verb) + " “" + target.text + "”";
     row_.body = attributedBody(*row_.text, drawKind());
-    row_.summaryInfo = sampleBodies::reactionSummary(target.text);
 }
 
 void SamplePlan::happen()
@@ -205,7 +202,6 @@ void SamplePlan::unsend()
         return;
     }
     row_.dateEdited = row_.date + random_.between(5, 120) * second;
-    row_.summaryInfo = sampleBodies::retractedSummary();
     if (random_.chance(500)) row_.body = attributedBody("", drawKind());
 }
 
@@ -226,19 +222,10 @@ void SamplePlan::write()
                   : row_.fromMe     ? SampleVoice::prompt
                                     : SampleVoice::reply,
                   shown_);
-    const AttributedBodyKind kind = drawKind();
-    if (random_.chance(withLink)) {
-        addLink(shown_);
-        store(sampleBodies::withLink(shown_, link_, kind), shown_);
-    } else if (random_.chance(15)) {
-        store(sampleBodies::withBoldWord(shown_, kind), shown_);
-    } else if (random_.chance(10)) {
-        const std::string padded = " " + shown_ + "\n"; // as typed: nobody trims it before it is sent
-        store(attributedBody(padded, kind), padded);
-    } else {
-        store(attributedBody(shown_, kind), shown_);
-    }
-    if (random_.chance(editedRows)) edit();
+    if (random_.chance(withLink)) addLink(shown_);
+    const bool isPadded = random_.chance(padded);
+    store(isPadded ? " " + shown_ + "\n" : shown_);
+    if (random_.chance(editedRows)) row_.dateEdited = row_.date + random_.between(10, 880) * second;
     if (random_.chance(threads)) answer();
 }
 
@@ -264,7 +251,7 @@ void SamplePlan::attach()
         stored += shown_;
         ++row_.parts;
     }
-    store(sampleBodies::withAttachments(stored, row_.attachments, drawKind()), stored);
+    store(std::move(stored));
     if (random_.chance(threads)) answer();
 }
 
@@ -278,17 +265,7 @@ void SamplePlan::addLink(std::string& shown)
         shown += (form < 60 ? " " : "\n") + link_;
     if (form >= 95) shown += "\nagain: " + link_;
     row_.hasLink = true;
-    if (form < 50) row_.payload = sampleBodies::linkPayload(link_, random_);
-}
-
-void SamplePlan::edit()
-{
-    const std::int64_t after = random_.between(10, 880);
-    row_.dateEdited = row_.date + after * second;
-    const ByteBuffer before =
-        attributedBody(beginning(shown_, scalarCount(shown_) * 3 / 4), AttributedBodyKind::mutableText);
-    const ByteBuffer now = attributedBody(shown_, AttributedBodyKind::mutableText);
-    row_.summaryInfo = sampleBodies::editSummary(before, now, row_.dateEdited / second);
+    if (form < 50) row_.payload.assign(static_cast<std::size_t>(random_.between(650, 1'250)), std::byte{});
 }
 
 void SamplePlan::answer()
@@ -299,11 +276,11 @@ void SamplePlan::answer()
     row_.threadOriginatorPart = "0:0:" + std::to_string(utf16Length(target.text));
 }
 
-void SamplePlan::store(ByteBuffer body, std::string stored)
+void SamplePlan::store(std::string stored)
 {
     const auto drawn = random_.below(1000);
+    if (drawn < blobOnly || drawn >= blobOnly + textOnly) row_.body = attributedBody(stored, drawKind());
     if (drawn >= blobOnly) row_.text = std::move(stored);
-    if (drawn < blobOnly || drawn >= blobOnly + textOnly) row_.body = std::move(body);
 }
 
 const SamplePlan::Earlier& SamplePlan::earlier()

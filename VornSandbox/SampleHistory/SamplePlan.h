@@ -54,9 +54,8 @@ private:
     void write();
     void attach();
     void addLink(std::string& shown);
-    void edit();
     void answer();
-    void store(ByteBuffer body, std::string stored);
+    void store(std::string stored);
 
     const Earlier& earlier(); ///< there must be one
     void remember();
@@ -72,7 +71,6 @@ private:
     SampleTimeline timeline_;
     std::vector<Conversation> conversations_;
     SampleHistorySummary summary_;
-    ByteBuffer plainSummary_;
 
     SampleMessage row_;
     std::string shown_; ///< the row's text as a reader sees it: no placeholders, no white space at its ends

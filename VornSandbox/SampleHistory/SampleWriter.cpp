@@ -1,5 +1,7 @@
 #include "VornSandbox/SampleHistory/SampleWriter.h"
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -12,6 +14,9 @@ constexpr std::string_view account = "E:sam.rivera@example.com";
 constexpr std::string_view accountGUID = "2D6B1C9E-7F40-4C1B-9A55-0C2D8E7F1A34";
 constexpr std::string_view ownNumber = "+14155550100";
 constexpr std::string_view linkBalloon = "com.apple.messages.URLBalloonProvider";
+
+/// Every message has one. An export does not read it, so that only its size matters.
+constexpr std::array<std::byte, 102> summary{};
 
 constexpr std::int64_t second = 1'000'000'000; // attachments keep seconds
 
@@ -114,7 +119,7 @@ void SampleWriter::writeMessage(const SampleMessage& message)
         {"associated_message_emoji", unlessEmpty(message.associatedEmoji)},
         {"balloon_bundle_id", unlessEmpty(message.payload.empty() ? "" : linkBalloon)},
         {"payload_data", unlessEmpty(message.payload)},
-        {"message_summary_info", unlessEmpty(message.summaryInfo)},
+        {"message_summary_info", ByteView(summary)},
         {"reply_to_guid", unlessEmpty(message.replyToGuid)},
         {"thread_originator_guid", unlessEmpty(message.threadOriginatorGuid)},
         {"thread_originator_part", unlessEmpty(message.threadOriginatorPart)},

@@ -1,17 +1,18 @@
 #pragma once
 
 #include "VornSandbox/SampleHistory/SampleCast.h"
-#include "VornSandbox/SampleHistory/SampleDatabase.h"
+#include "VornSandbox/SampleHistory/SampleInsert.h"
 #include "VornSandbox/SampleHistory/SampleMessage.h"
 
 #include <cstdint>
 
 namespace vorn {
 
-/// Puts handles, chats and messages into the tables of a sample history. Threads and errors as `SampleDatabase`.
+/// Puts handles, chats and messages into the tables of a sample history. Threads and errors as
+/// `SQLiteDatabase`.
 class SampleWriter {
 public:
-    SampleWriter(SampleDatabase& database, const SampleCast& cast) : database_(database), cast_(cast) {}
+    SampleWriter(const SQLiteDatabase& database, const SampleCast& cast) : database_(database), cast_(cast) {}
 
     void writeCast();
 
@@ -21,7 +22,7 @@ private:
     void writeMessage(const SampleMessage& message);
     void writeAttachment(const SampleMessage& message, const SampleAttachment& attachment);
 
-    SampleDatabase& database_;
+    const SQLiteDatabase& database_;
     const SampleCast& cast_;
     SampleInsert message_{database_, "message"};
     SampleInsert chatMessage_{database_, "chat_message_join"};
