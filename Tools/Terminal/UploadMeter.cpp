@@ -4,8 +4,8 @@
 #include "VornMac/Text/ByteText.h"
 #include "VornMac/Text/UploadText.h"
 
-#include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include <fmt/format.h>
 
@@ -14,16 +14,9 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto window = 5s;            ///< the time over which the rate is taken
-constexpr auto enough = 500ms;         ///< less would be a guess
-constexpr auto betweenSamples = 100ms; ///< progress comes in thousands of steps a second
+constexpr UploadRate::Window window{.longest = 5s, .enough = 500ms, .betweenSamples = 100ms};
 constexpr int barCells = 20;
 constexpr double longestTold = 99.0 * 3600; // seconds
-
-double seconds(Clock::Duration duration)
-{
-    return std::chrono::duration<double>(duration).count();
-}
 
 std::string bar(double fraction)
 {
@@ -43,27 +36,19 @@ std::string durationText(double inSeconds)
 
 } // namespace
 
+UploadMeter::UploadMeter() : rate_(window)
+{
+}
+
 void UploadMeter::update(const UploadProgress& progress, Clock::Duration now)
 {
-    // A part that is sent again takes the upload back: earlier samples say nothing about the time left.
-    if (!samples_.empty() && progress.bytesSent < samples_.back().bytes) samples_.clear();
     progress_ = progress;
-    if (!samples_.empty() && now - samples_.back().at < betweenSamples) return;
-    samples_.push_back({progress.bytesSent, now});
-    while (samples_.size() > 2 && now - samples_.front().at > window) samples_.pop_front();
+    rate_.update(progress.bytesSent, now);
 }
 
 int UploadMeter::percent() const
 {
     return wholePercents(progress_.fraction());
-}
-
-std::optional<double> UploadMeter::rate() const
-{
-    if (samples_.empty()) return std::nullopt;
-    const Clock::Duration span = samples_.back().at - samples_.front().at;
-    if (span < enough) return std::nullopt;
-    return static_cast<double>(samples_.back().bytes - samples_.front().bytes) / seconds(span);
 }
 
 std::string UploadMeter::percentText() const

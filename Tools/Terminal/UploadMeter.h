@@ -1,10 +1,9 @@
 #pragma once
 
 #include "Platform/Async/Clock.h"
+#include "VornMac/Text/UploadRate.h"
 #include "VornMacCore/Client/UploadProgress.h"
 
-#include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 
@@ -13,6 +12,8 @@ namespace vorn {
 /// Turns an upload's progress into words: how much, how fast, how long it still takes. Threads: one at a time.
 class UploadMeter {
 public:
+    UploadMeter();
+
     /// Notes the progress at `now`, of a monotonic clock.
     void update(const UploadProgress& progress, Clock::Duration now);
 
@@ -20,7 +21,7 @@ public:
     int percent() const;
 
     /// Bytes a second over the last few seconds; nothing until there is enough to go by.
-    std::optional<double> rate() const;
+    std::optional<double> rate() const { return rate_.bytesPerSecond(); }
 
     /// "[██████░░░░] 60 %  6.0 of 10.0 MB  1.2 MB/s  4 s left", or as much of it as leaves one of `columns` free: a
     /// wrapped line could not be erased.
@@ -30,17 +31,13 @@ public:
     std::string plainLine() const;
 
 private:
-    struct Sample {
-        std::int64_t bytes = 0;
-        Clock::Duration at{};
-    };
     std::string percentText() const;
     std::string amounts() const;
     std::string rateText() const;
     std::string timeLeft() const;
 
     UploadProgress progress_;
-    std::deque<Sample> samples_; ///< of the last seconds, the oldest first
+    UploadRate rate_;
 };
 
 } // namespace vorn

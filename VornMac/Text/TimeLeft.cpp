@@ -10,12 +10,10 @@ namespace {
 using namespace std::chrono_literals;
 using std::chrono::seconds;
 
-constexpr auto window = 15s;           ///< the time over which the rate is taken
-constexpr auto enough = 2s;            ///< less would be a guess
-constexpr auto betweenSamples = 250ms; ///< progress comes in thousands of steps a second
-constexpr auto standstill = 5s;        ///< after this, the time left is unknown
-constexpr auto smallestChange = 4s;    ///< of an announced end; a smaller one is not worth a jump
-constexpr double changeInTime = 0.25;  ///< of the time left, likewise
+constexpr UploadRate::Window window{.longest = 15s, .enough = 2s, .betweenSamples = 250ms};
+constexpr auto standstill = 5s;       ///< after this, the time left is unknown
+constexpr auto smallestChange = 4s;   ///< of an announced end; a smaller one is not worth a jump
+constexpr double changeInTime = 0.25; ///< of the time left, likewise
 constexpr auto longestTold = 24h;
 
 /// Whether the announced end `told` may stay, now that `measured` is the better estimate.
@@ -28,25 +26,25 @@ bool isStillRight(TimeLeft::Time told, TimeLeft::Time measured, TimeLeft::Time n
 
 } // namespace
 
+TimeLeft::TimeLeft() : rate_(window)
+{
+}
+
 void TimeLeft::update(const UploadProgress& progress, Time now)
 {
-    // A part that is sent again takes the upload back: earlier samples say nothing about the time left.
-    if (!samples_.empty() && progress.bytesSent < samples_.back().bytes) *this = {};
-    if (samples_.empty() || progress.bytesSent > samples_.back().bytes) lastMove_ = now;
-    if (!samples_.empty() && now - samples_.back().at < betweenSamples) return;
-    samples_.push_back({progress.bytesSent, now});
-    while (samples_.size() > 2 && now - samples_.front().at > window) samples_.pop_front();
-    const auto measured = measuredEnd(progress.totalBytes, now);
+    if (progress.bytesSent < sent_) end_.reset();
+    if (progress.bytesSent != sent_) lastMove_ = now;
+    sent_ = progress.bytesSent;
+    if (!rate_.update(progress.bytesSent, now)) return;
+    const auto measured = measuredEnd(progress, now);
     if (!measured || !end_ || !isStillRight(*end_, *measured, now)) end_ = measured;
 }
 
-std::optional<TimeLeft::Time> TimeLeft::measuredEnd(std::int64_t totalBytes, Time now) const
+std::optional<TimeLeft::Time> TimeLeft::measuredEnd(const UploadProgress& progress, Time now) const
 {
-    const Time span = samples_.back().at - samples_.front().at;
-    const std::int64_t moved = samples_.back().bytes - samples_.front().bytes;
-    if (span < enough || moved < 1) return std::nullopt;
-    const auto left = std::chrono::duration<double>(span) *
-                      (static_cast<double>(totalBytes - samples_.back().bytes) / static_cast<double>(moved));
+    const auto speed = rate_.bytesPerSecond();
+    if (!speed || *speed <= 0) return std::nullopt;
+    const std::chrono::duration<double> left(static_cast<double>(progress.totalBytes - progress.bytesSent) / *speed);
     if (left > longestTold) return std::nullopt;
     return now + std::chrono::duration_cast<Time>(left);
 }

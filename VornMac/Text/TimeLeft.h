@@ -1,10 +1,10 @@
 #pragma once
 
+#include "VornMac/Text/UploadRate.h"
 #include "VornMacCore/Client/UploadProgress.h"
 
 #include <chrono>
 #include <cstdint>
-#include <deque>
 #include <optional>
 #include <string>
 
@@ -14,7 +14,9 @@ namespace vorn {
 /// right, so that the shown time counts down and does not jump. Threads: one at a time.
 class TimeLeft {
 public:
-    using Time = std::chrono::nanoseconds; ///< of a monotonic clock
+    using Time = UploadRate::Time;
+
+    TimeLeft();
 
     /// Notes the progress at `now`.
     void update(const UploadProgress& progress, Time now);
@@ -23,13 +25,10 @@ public:
     std::optional<std::chrono::seconds> at(Time now) const;
 
 private:
-    struct Sample {
-        std::int64_t bytes = 0;
-        Time at{};
-    };
-    std::optional<Time> measuredEnd(std::int64_t totalBytes, Time now) const;
+    std::optional<Time> measuredEnd(const UploadProgress& progress, Time now) const;
 
-    std::deque<Sample> samples_; ///< of the last seconds, the oldest first
+    UploadRate rate_;
+    std::int64_t sent_ = -1; ///< at the last update; before the first, less than any
     Time lastMove_{};
     std::optional<Time> end_; ///< the announced end
 };
