@@ -26,20 +26,10 @@ StepScreen {
         visible: text.length > 0
         width: parent.width
     }
-    Column {
-        spacing: 12
-        visible: root.model.text.hints.length > 0
+    Hints {
+        advice: root.model.text.hints[1] ?? ""
+        what: root.model.text.hints[0] ?? ""
         width: parent.width
-
-        Words {
-            text: root.model.text.hints[0] ?? ""
-            width: parent.width
-        }
-        Words {
-            color: Theme.secondary
-            text: root.model.text.hints[1] ?? ""
-            width: parent.width
-        }
     }
 
     preview: RewardPanel {

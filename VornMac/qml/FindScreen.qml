@@ -10,7 +10,7 @@ StepScreen {
     readonly property bool isDeadEnd: model.text.primary.length === 0
 
     otherTitle: isDeadEnd ? "" : model.text.retry
-    primaryNeedsPurpose: !isDeadEnd // an upload is pressed on purpose
+    primaryIgnoresReturn: !isDeadEnd // an upload is pressed on purpose
     primaryEnabled: isDeadEnd || model.canUpload
     primaryTitle: isDeadEnd ? model.text.retry : model.text.primary
     onBack: model.backToConsent()
@@ -29,20 +29,10 @@ StepScreen {
         visible: text.length > 0
         width: parent.width
     }
-    Column {
-        spacing: 12
-        visible: root.model.text.hints.length > 0
+    Hints {
+        advice: root.model.text.hints[1] ?? ""
+        what: root.model.text.hints[0] ?? ""
         width: parent.width
-
-        Words {
-            text: root.model.text.hints[0] ?? ""
-            width: parent.width
-        }
-        Words {
-            color: Theme.secondary
-            text: root.model.text.hints[1] ?? ""
-            width: parent.width
-        }
     }
     StatisticsCard {
         labels: root.model.statisticsLabels

@@ -8,7 +8,6 @@ T.AbstractButton {
 
     required property string title
     property bool isOn: false
-    property string symbol: ""
 
     readonly property real cornerRadius: Theme.controlRadius - 4
 
@@ -63,14 +62,6 @@ T.AbstractButton {
                 visible: root.isOn
                 width: 13
             }
-        }
-        Symbol {
-            anchors.verticalCenter: parent.verticalCenter
-            color: Theme.secondary
-            height: 18
-            name: root.symbol
-            visible: root.symbol.length > 0
-            width: 18
         }
         ButtonText {
             anchors.verticalCenter: parent.verticalCenter

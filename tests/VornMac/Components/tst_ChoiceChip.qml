@@ -98,9 +98,4 @@ TestCase {
         compare(root.border.color, Theme.ink);
         verify(root.border.width > 1);
     }
-    function test_makesRoomForASymbol() {
-        const bare = make({});
-        const marked = make({ symbol: "link" });
-        verify(marked.implicitWidth > bare.implicitWidth);
-    }
 }
