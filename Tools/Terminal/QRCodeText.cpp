@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-constexpr int quietZone = 4; // modules on each side, as the standard requires
+constexpr int quietZone = QRMatrix::quietZone;
 
 // From the fixed part of the 256 colours: themes redefine the first sixteen.
 constexpr const char* blackOnWhite = "\x1B[38;5;16;48;5;231m";

@@ -19,9 +19,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// For the clean-up of cancelled jobs. An abort that the service does not answer by then is lost.
-constexpr auto patienceForJobs = 700ms;
-
 std::filesystem::path executable()
 {
     return QCoreApplication::applicationFilePath().toStdString();
@@ -57,7 +54,7 @@ VornMacApp::VornMacApp(QuitWatch& watch, LayeredDefaults::Line line, QUrl source
 
 VornMacApp::~VornMacApp()
 {
-    context().shutDown(patienceForJobs);
+    context().shutDown(LiveServices::patienceForJobs);
 }
 
 AppModel& VornMacApp::model()
@@ -88,7 +85,7 @@ bool VornMacApp::isFirst()
         context(), [this] { mainWindow().bringToFront(); }, SingleInstance::Rendezvous{.name = bundleIdentifier()},
         log);
     if (instance_->start() == SingleInstance::Start::silent)
-        std::fputs("VornMac: another one runs already, but does not answer\n", stderr);
+        std::fputs("VornMac: another one is already running, but does not answer\n", stderr);
     return instance_->start() == SingleInstance::Start::first;
 }
 

@@ -11,6 +11,7 @@
 #include "VornMac/Composition/SettingsDefaults.h"
 #include "VornMac/Model/AppServices.h"
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -39,8 +40,8 @@ std::filesystem::path messagesDatabase(const UserDefaults& defaults);
 bool keepsSession(const UserDefaults& defaults);
 
 /// The session's place in the keychain: the same for all programs, except where the keychain keeps programs apart and
-/// this one is no application in a bundle. Then it has one of its own: otherwise each program would make the system ask
-/// the user about the other's.
+/// this one is not an application in a bundle. Then it has one of its own: otherwise each program would make the system
+/// ask the user about the other's.
 KeychainItem sessionItem();
 KeychainItem sessionItem(bool keepsProgramsApart, bool isInBundle);
 
@@ -48,6 +49,9 @@ KeychainItem sessionItem(bool keepsProgramsApart, bool isInBundle);
 /// window and for the terminal. Shut down the context whose jobs use them before destroying it. Threads: the main one.
 class LiveServices {
 public:
+    /// For the clean-up of cancelled jobs. An abort that the service does not answer by then is lost.
+    static constexpr std::chrono::milliseconds patienceForJobs{700};
+
     struct Options {
         bool keepsSession = true;            ///< in the keychain; otherwise as long as this object lives
         std::filesystem::path application{}; ///< what the desktop reveals and starts again, see `applicationOf`

@@ -1,5 +1,7 @@
 #include "VornMac/Drawing/CodeShape.h"
 
+#include "VornMac/QRCode/QRMatrix.h"
+
 #include <algorithm>
 #include <cstdint>
 
@@ -8,8 +10,8 @@
 namespace vorn {
 namespace {
 
-constexpr int modules = 37;  // the number of a link's code
-constexpr int quietZone = 4; // modules on each side, as around a code
+constexpr int modules = 37; // the number of a link's code
+constexpr int quietZone = QRMatrix::quietZone;
 constexpr int across = modules + 2 * quietZone;
 constexpr int eye = 7; // the squares in three corners
 

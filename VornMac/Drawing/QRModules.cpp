@@ -10,11 +10,9 @@
 namespace vorn {
 namespace {
 
-constexpr int quietZone = 4; // modules on each side, as the standard requires
-
 void drawModules(QPainter& painter, const QRMatrix& code, QSize pixels)
 {
-    const int across = code.size() + 2 * quietZone;
+    const int across = code.size() + 2 * QRMatrix::quietZone;
     const int module = std::min(pixels.width(), pixels.height()) / across;
     const int left = (pixels.width() - module * code.size()) / 2;
     const int top = (pixels.height() - module * code.size()) / 2;

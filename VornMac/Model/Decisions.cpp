@@ -7,19 +7,10 @@
 namespace vorn::decide {
 namespace {
 
-constexpr int notFound = 404;
-
 template <class Error>
 const Error* as(const std::exception& error)
 {
     return dynamic_cast<const Error*>(&error);
-}
-
-bool saysThereIsNoQuest(const std::exception& error)
-{
-    const auto* refusal = as<APIError>(error);
-    const auto* http = refusal != nullptr ? std::get_if<APIError::HTTP>(&refusal->reason()) : nullptr;
-    return http != nullptr && http->status == notFound;
 }
 
 } // namespace
@@ -67,7 +58,8 @@ ScanPhase phaseAfterReading(bool hasMessages)
 
 FailedScan failedScan(const std::exception& error)
 {
-    if (saysThereIsNoQuest(error)) return {.phase = phase::Unavailable{}};
+    const auto* refusal = as<APIError>(error);
+    if (refusal != nullptr && refusal->isLaneOff()) return {.phase = phase::Unavailable{}};
     const auto* unread = as<NimbrelExportError>(error);
     if (unread != nullptr && unread->is<NimbrelExportError::AccessDenied>()) return {};
     const bool isLogged = unread != nullptr && unread->is<NimbrelExportError::Database>();

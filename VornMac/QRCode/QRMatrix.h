@@ -9,6 +9,8 @@ namespace vorn {
 /// The modules of a QR code (ISO/IEC 18004, error correction level M). A value; threads: any.
 class QRMatrix {
 public:
+    static constexpr int quietZone = 4; ///< light modules that belong on each side
+
     /// Encodes `payload`, bytes of any kind. Throws `std::length_error` if it fits no QR code: an empty one, or one of
     /// more than 2,331 bytes.
     explicit QRMatrix(std::string_view payload);
