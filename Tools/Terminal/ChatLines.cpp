@@ -14,7 +14,7 @@
 namespace vorn {
 namespace {
 
-constexpr std::size_t columns = 81;
+constexpr std::size_t columns = 80;
 constexpr const char* indent = "  ";
 
 std::size_t widthOf(const std::string& text)
@@ -22,28 +22,12 @@ std::size_t widthOf(const std::string& text)
     return text::scalars(text).size(); // each character of these texts takes one column
 }
 
-/// If the last word of `line` is an article, removes it and returns it with a space after it.
-std::string takeArticle(std::string& line)
-{
-    for (const std::string article : {"a", "an", "the"}) {
-        if (!line.ends_with(" " + article)) continue;
-        line.resize(line.size() - article.size() - 1);
-        return article + " ";
-    }
-    return "";
-}
-
-/// No line ends with an article, which belongs to the next word.
 void addWrapped(std::vector<std::string>& lines, const std::string& paragraph)
 {
     std::istringstream words(paragraph);
     std::string line = " ";
     for (std::string word; words >> word;) {
-        if (widthOf(line) + 1 + widthOf(word) > columns) {
-            const std::string article = takeArticle(line);
-            lines.push_back(std::exchange(line, " "));
-            word.insert(0, article);
-        }
+        if (widthOf(line) + 1 + widthOf(word) > columns) lines.push_back(std::exchange(line, " "));
         line += " " + word;
     }
     lines.push_back(line);

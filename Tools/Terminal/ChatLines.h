@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/// Longer texts laid out as lines for a terminal of 81 columns. Threads: any.
+/// Longer texts laid out as lines for a terminal of 80 columns. Threads: any.
 namespace vorn {
 
 /// The text to which the user consents.

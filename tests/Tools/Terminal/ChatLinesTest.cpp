@@ -41,7 +41,7 @@ TEST(ConsentLines, AreTheTextToWhichTheUserAgrees)
         "attachment (\"a photo\"), never the file itself. What Vorn never reads Any other conversation, group "
         "chats (even ones Nimbrel is in), contacts, photos or files. What happens next Your chat is pseudonymized "
         "and added to a dataset that trains AI assistants. You earn $12.50 when it's accepted.");
-    for (const auto& line : consentLines(consentFor("the quest reward"))) EXPECT_LT(line.size(), 82U) << line;
+    for (const auto& line : consentLines(consentFor("the quest reward"))) EXPECT_LE(line.size(), 80U) << line;
 }
 
 TEST(ConsentLines, AreWrapped)
@@ -50,10 +50,10 @@ TEST(ConsentLines, AreWrapped)
                 ElementsAre("Your Nimbrel chat: exactly what we upload", "", "What Vorn reads",
                             "  Your one-to-one conversation with Nimbrel: the text of each message, when it",
                             "  was sent, and who sent it.",
-                            "  Links in those messages, and the type of any attachment (\"a photo\"), never",
-                            "  the file itself.", "What Vorn never reads",
-                            "  Any other conversation, group chats (even ones Nimbrel is in), contacts, photos",
-                            "  or files.", "What happens next",
+                            "  Links in those messages, and the type of any attachment (\"a photo\"), never the",
+                            "  file itself.", "What Vorn never reads",
+                            "  Any other conversation, group chats (even ones Nimbrel is in), contacts,",
+                            "  photos or files.", "What happens next",
                             "  Your chat is pseudonymized and added to a dataset that trains AI assistants.",
                             "  You earn $12.50 when it's accepted.", ""));
 }
@@ -62,9 +62,9 @@ TEST(InstructionLines, SayWhatToDoWhereATerminalRunsTheProgram)
 {
     EXPECT_THAT(instructionLines(accessTextForTerminal()),
                 ElementsAre("Allow Full Disk Access, so Vorn can read Messages",
-                            "  macOS keeps your Messages history behind Full Disk Access. Vorn opens a private",
-                            "  copy, reads only your Nimbrel conversation, and deletes the copy right after.",
-                            "  1. Open System Settings → Privacy & Security → Full Disk Access.",
+                            "  macOS keeps your Messages history behind Full Disk Access. Vorn opens a",
+                            "  private copy, reads only your Nimbrel conversation, and deletes the copy right",
+                            "  after.", "  1. Open System Settings → Privacy & Security → Full Disk Access.",
                             "  2. Turn on the terminal in which this runs. Not in the list? Click +.",
                             "  3. If macOS asks to quit and reopen it, do so and run this again."));
     EXPECT_THAT(instructionLines(linkTextForTerminal()),
