@@ -57,8 +57,8 @@ def with_another_key(item, key):
 
 
 def without_a_key(item, key):
-    # Reasons that did not occur are absent.
-    if key in (None, "reaction"):
+    reasons = SCHEMAS[ENTRIES[0]]["properties"]["skipped"]["properties"]
+    if key is None or key in reasons:  # those that did not occur are absent
         return False
     del item[key]
     return True

@@ -76,7 +76,9 @@ TEST(CompareExports, ShowsTheFirstMessageThatDiffers)
 {
     const ComparedExports fix;
     fix.exportThere("UPDATE message SET text = 'changed', attributedBody = NULL WHERE ROWID = "
-                    "(SELECT ROWID FROM message WHERE text LIKE '%weekend%' AND is_from_me LIMIT 1)",
+                    "(SELECT m.ROWID FROM message m JOIN chat_message_join j ON j.message_id = m.ROWID JOIN chat c ON "
+                    "c.ROWID = j.chat_id WHERE c.guid = 'any;-;+15550102030' AND m.text LIKE '% %' AND m.date > 0 AND "
+                    "m.associated_message_type = 0 LIMIT 1)",
                     {"+15550102030", "nimbrel@example.com"});
     const auto checked = fix.check();
     EXPECT_EQ(checked->exitCode(), 1) << checked->errors();
