@@ -13,7 +13,7 @@ std::optional<ExportFailure> failureOfFinding(const NimbrelExportResult& result)
     const char* what = result.chats.empty() ? "There is no one-to-one conversation with these handles."
                                             : "The conversation holds no message that is exported.";
     return ExportFailure{ExportStatus::nothingFound,
-                         fmt::format("{} Nothing was written; --allow-empty writes an archive nevertheless.", what)};
+                         fmt::format("{} Nothing was written; --allow-empty writes an archive anyway.", what)};
 }
 
 ExportFailure failureOfReading(const std::exception& error)

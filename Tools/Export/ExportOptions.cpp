@@ -22,7 +22,7 @@ constexpr const char* description =
 
 constexpr const char* exitStatuses =
     "Exit status: 0 the archive is written; 2 wrong arguments; 3 no Messages database; 4 access denied;\n"
-    "5 the file is no database, or stayed unreadable; 6 another database error; 7 the output cannot be\n"
+    "5 the file is not a database, or stayed unreadable; 6 another database error; 7 the output cannot be\n"
     "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 10 there is nothing\n"
     "to export, and nothing was written; 1 any other problem; 128+N ended by signal N.";
 
@@ -99,14 +99,13 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
     // Not "required": CLI11 would report what is missing before what is misspelt.
     for (const char* option : {"--handle", "--output"})
         if (app.count(option) == 0) return mistake(option + std::string(" is required"));
-    if (texts.output == "-") return mistake("--output must be a file: an archive is not for standard output");
+    if (texts.output.empty() || texts.output == "-") return mistake(preflight::mustBeFileText("--output"));
     options.isUsersOwn = texts.database.empty();
     options.database = options.isUsersOwn ? usersDatabase() : fs::path(texts.database);
     options.output = texts.output;
     options.exportedAt = parseInternetDateTime(texts.time).value_or(now); // checked, or not given
-    if (texts.output.empty() || preflight::touchesDatabase(options.output, options.database)) {
-        return ExportOptionsEnd{"--output must be a file of its own, not the database\n", true};
-    }
+    if (preflight::touchesDatabase(options.output, options.database))
+        return ExportOptionsEnd{preflight::mustNotBeDatabaseText("--output") + "\n", true};
     return options;
 }
 

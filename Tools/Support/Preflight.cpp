@@ -47,7 +47,7 @@ DatabaseFile databaseFileAt(const std::filesystem::path& path)
 std::string textOf(DatabaseFile file, const std::filesystem::path& path)
 {
     const std::string name = printable(path.string());
-    return file == DatabaseFile::missing ? "There is no database at " + name + "." : name + " is no database.";
+    return file == DatabaseFile::missing ? "There is no database at " + name + "." : name + " is not a database.";
 }
 
 bool touchesDatabase(const fs::path& output, const fs::path& database)
@@ -62,6 +62,16 @@ bool touchesDatabase(const fs::path& output, const fs::path& database)
         }
     }
     return false;
+}
+
+std::string mustBeFileText(const std::string& option)
+{
+    return option + " must be a file: an archive is not for standard output";
+}
+
+std::string mustNotBeDatabaseText(const std::string& option)
+{
+    return option + " must be a file of its own, not the database";
 }
 
 std::optional<std::string> mistakeInTemporaryDirectory()

@@ -24,6 +24,10 @@ std::string textOf(DatabaseFile file, const std::filesystem::path& path);
 /// Whether `output` is the database or one of the files that SQLite keeps beside it, even if they are not there yet.
 bool touchesDatabase(const std::filesystem::path& output, const std::filesystem::path& database);
 
+/// The mistakes of an option that names a new archive: that it names no file, or the database; fit for a terminal.
+std::string mustBeFileText(const std::string& option);
+std::string mustNotBeDatabaseText(const std::string& option);
+
 /// The mistake in the folder for temporary files, as one line for the user; nothing if it exists. Private copies go
 /// into it, so it is never created here, where its rights might be too wide.
 std::optional<std::string> mistakeInTemporaryDirectory();

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// Why `text` is no whole number from `least` to `most`, both included, as the end of a sentence about an option; empty
-/// if it is one. Takes decimal digits alone: other readers take a number with a leading zero for octal.
+/// Why `text` is not a whole number from `least` to `most`, both included, as the end of a sentence about an option;
+/// empty if it is one. Takes decimal digits alone: other readers take a number with a leading zero for octal.
 std::string mistakeInWholeNumber(const std::string& text, std::uint64_t least, std::uint64_t most);
 
 } // namespace vorn

@@ -2,6 +2,7 @@
 
 #include "Platform/Base/PrintableText.h"
 #include "Tools/Support/MistakeText.h"
+#include "Tools/Support/Preflight.h"
 #include "VornMac/Composition/OverrideKeys.h"
 
 #include <algorithm>
@@ -21,9 +22,9 @@ constexpr const char* description = "Vorn for Mac in a terminal: links this Mac 
                                     "everything else to standard error.";
 
 constexpr const char* footer = "\n"
-                               "Without colours (NO_COLOR, or output that is no terminal) the QR code is drawn\n"
+                               "Without colours (NO_COLOR, or output that is not a terminal) the QR code is drawn\n"
                                "for a dark background, unless COLORFGBG or --background says that it is light.\n\n"
-                               "Where nobody watches (standard error is no terminal, or --yes) the program links\n"
+                               "Where nobody watches (standard error is not a terminal, or --yes) the program links\n"
                                "with one code only and ends with the first failure. Ctrl-C leaves nothing\n"
                                "behind.\n\n"
                                "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or not any\n"
@@ -116,12 +117,11 @@ std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
         std::ranges::none_of(texts.submission, [](char c) { return c == '/' || c == '?' || c == '#'; });
     if (options.submission && !isOnePart)
         return "SUBMISSION must be a submission's identifier, as it is printed after an upload";
-    if (options.copy == "" || options.copy == "-")
-        return "--save must be a file: an archive is not for standard output";
+    if (options.copy == "" || options.copy == "-") return preflight::mustBeFileText("--save");
     return "";
 }
 
-/// The text about a word that is no command.
+/// The text about a word that is not a command.
 std::string unknownCommand(const CLI::App& app)
 {
     const auto left = app.remaining();

@@ -70,7 +70,7 @@ TEST(ExportOptions, RefuseWhatMakesNoSense)
     EXPECT_THAT(mistake({"--handle", "x", "--output", "o.zip", "stray"}), HasSubstr("stray"));
     EXPECT_THAT(mistake({"--output", "o.zip", "--handle", "a@b.c", "extra"}),
                 HasSubstr("The following argument was not expected: extra"));
-    EXPECT_THAT(mistake({"--handle", "x", "--output", ""}), HasSubstr("--output must be a file of its own"));
+    EXPECT_THAT(mistake({"--handle", "x", "--output", ""}), HasSubstr("--output must be a file: an archive is not"));
     EXPECT_THAT(mistake({"--frobnicate"}), HasSubstr("The following argument was not expected: --frobnicate\n"));
     EXPECT_THAT(mistake({"--handle", "x", "--output", "o.zip", "-VornMessagesDatabaseOverride", "chat.db"}),
                 HasSubstr("There is no -VornMessagesDatabaseOverride here. --database names another database\n"));

@@ -147,14 +147,14 @@ TEST_F(ExportProgram, SaysThatTheFileIsNoDatabase)
 {
     for (const std::string content : {"x", "Dear diary, this is not what you are looking for.\n"}) {
         testing::writeFile(database, content);
-        expectFailure(5, database.string() + " is no database.\n");
+        expectFailure(5, database.string() + " is not a database.\n");
     }
     fs::remove(database);
     fs::create_directory(database);
-    expectFailure(5, database.string() + " is no database.\n");
+    expectFailure(5, database.string() + " is not a database.\n");
     fs::remove(database);
     ASSERT_EQ(mkfifo(database.c_str(), 0600), 0);
-    expectFailure(5, database.string() + " is no database.\n");
+    expectFailure(5, database.string() + " is not a database.\n");
 }
 
 TEST_F(ExportProgram, WritesNothingWhereThereIsNothingToExport)
@@ -171,11 +171,11 @@ TEST_F(ExportProgram, WritesNothingWhereThereIsNothingToExport)
     MessagesFixture fixture(database);
     expectNothing(
         "There is no one-to-one conversation with these handles. Nothing was written; --allow-empty writes an "
-        "archive nevertheless.\n");
+        "archive anyway.\n");
     fixture.assistantChat();
     fixture.message({.itemType = std::int64_t{1}}); // is left out
     expectNothing("The conversation holds no message that is exported. Nothing was written; --allow-empty writes an "
-                  "archive nevertheless.\n");
+                  "archive anyway.\n");
     std::vector<std::string> arguments = usualArguments();
     arguments.emplace_back("--allow-empty");
     Program program = start(arguments);

@@ -31,7 +31,7 @@ TEST(Preflight, KnowADatabaseByItsBeginning)
 TEST(Preflight, SayWhatLiesThereInOneLine)
 {
     EXPECT_EQ(textOf(DatabaseFile::missing, "/a/chat.db"), "There is no database at /a/chat.db.");
-    EXPECT_EQ(textOf(DatabaseFile::noDatabase, "/a\n/chat.db"), "/a\uFFFD/chat.db is no database.");
+    EXPECT_EQ(textOf(DatabaseFile::noDatabase, "/a\n/chat.db"), "/a\uFFFD/chat.db is not a database.");
 }
 
 TEST(Preflight, NeedAFolderForTemporaryFiles)
