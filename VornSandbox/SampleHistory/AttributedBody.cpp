@@ -72,7 +72,7 @@ ByteBuffer attributedBody(std::string_view text, AttributedBodyKind kind)
 
 std::size_t utf16Length(std::string_view text) noexcept
 {
-    // A scalar has one byte that is no continuation; those of four bytes, led by F0 to F4, need a pair of units.
+    // A scalar has one byte that is not a continuation; those of four bytes, led by F0 to F4, need a pair of units.
     std::size_t units = 0;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);

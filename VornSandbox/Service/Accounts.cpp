@@ -10,17 +10,11 @@ namespace {
 using nlohmann::json;
 
 constexpr auto codePrefix = std::string_view("vorn://link?code=");
-constexpr std::size_t largestBody = 64 * std::size_t{1024};
 
 /// The same for an unknown link and for a wrong secret: the answer must not tell which links exist.
 ServiceError noSuchLink()
 {
     return {404, "unknown_link", "There is no such link."};
-}
-
-RequestBody bodyOf(const Call& call, RequestBody::Keys keys)
-{
-    return {call.bodyText(largestBody), keys};
 }
 
 } // namespace
@@ -35,9 +29,7 @@ Accounts::Accounts(State& state, const Settings& settings) : state_(state), sett
 
 std::vector<Route> Accounts::routes()
 {
-    const auto to = [this](Answer (Accounts::*handler)(const Call&)) {
-        return [this, handler](const Call& call) { return (this->*handler)(call); };
-    };
+    const auto to = [this](auto method) { return handlerOf(*this, method); };
     return {{"create-link", "POST", "/api/v1/auth/device-links", to(&Accounts::createLink), Frame::tokenless},
             {"poll-link", "POST", "/api/v1/auth/device-links/poll", to(&Accounts::pollLink), Frame::tokenless},
             {"refresh", "POST", "/api/v1/auth/desktop/refresh", to(&Accounts::refresh), Frame::tokenless},
@@ -55,7 +47,7 @@ std::string Accounts::nameOf(const std::string& userId) const
 
 Answer Accounts::createLink(const Call& call)
 {
-    const RequestBody body = bodyOf(call, {"deviceName", "platform", "appVersion", "osVersion"});
+    const RequestBody body(call, {"deviceName", "platform", "appVersion", "osVersion"});
     const std::string device = body.text("deviceName");
     const std::string platform = body.text("platform");
     const std::string version = body.text("appVersion");
@@ -85,7 +77,7 @@ Answer Accounts::createLink(const Call& call)
 /// once.
 Answer Accounts::pollLink(const Call& call)
 {
-    const RequestBody body = bodyOf(call, {"linkId", "pollSecret"});
+    const RequestBody body(call, {"linkId", "pollSecret"});
     const std::string id = body.text("linkId");
     const std::string pollHash = hashOf(body.text("pollSecret"));
     const auto lock = state_.lock();
@@ -137,7 +129,7 @@ void Accounts::approveLink(const std::string& linkId, const std::string& userId)
 // POST /phone/links/scan {"qrPayload"}
 Answer Accounts::scanCode(const Call& call)
 {
-    const std::string payload = bodyOf(call, {"qrPayload"}).text("qrPayload");
+    const std::string payload = RequestBody(call, {"qrPayload"}).text("qrPayload");
     const bool isCode = payload.starts_with(codePrefix);
     const std::string code = isCode ? payload.substr(codePrefix.size()) : std::string();
     const auto lock = state_.lock();
@@ -157,7 +149,7 @@ Answer Accounts::scan(const Call& call)
 // POST /phone/links/<id>/approve {"userId"}
 Answer Accounts::approve(const Call& call)
 {
-    const std::string user = bodyOf(call, {"userId"}).text("userId");
+    const std::string user = RequestBody(call, {"userId"}).text("userId");
     const auto lock = state_.lock();
     approveLink(call.arguments[0], user);
     return Answer::of(json::object());
@@ -184,7 +176,7 @@ json Accounts::openSession(const std::string& userId, const std::string& deviceN
 
 Answer Accounts::refresh(const Call& call)
 {
-    const std::string hash = hashOf(bodyOf(call, {"refreshToken"}).text("refreshToken"));
+    const std::string hash = hashOf(RequestBody(call, {"refreshToken"}).text("refreshToken"));
     const auto lock = state_.lock();
     if (const auto reused = state_.number("SELECT sessionId FROM usedRefresh WHERE hash = ?", {hash})) {
         state_.run("UPDATE session SET revoked = 1 WHERE id = ?", {*reused});

@@ -14,7 +14,7 @@ namespace vorn::sandbox {
 /// The accounts of the phone app, the links that ask to join a Mac to one, and the sessions of the Macs that are
 /// joined. A link is pending, then scanned, then approved or rejected; or expired, when the phone was too slow. An
 /// access token lives for a while; the refresh token buys a new pair, once. A refresh token that comes a second time
-/// means that two hold it: the session ends for both. Threads: any.
+/// means that two parties hold it: the session ends for both. Threads: any.
 class Accounts {
 public:
     Accounts(State& state, const Settings& settings);

@@ -106,7 +106,7 @@ void readMessages(const Zip& zip, const std::function<void(json&& message)>& onM
         const bool opens = event == Event::object_start || event == Event::array_start;
         if (opens && depth > deepestMessage) throw ArchiveError("A message is nested too deeply.");
         if (depth == 0 && event != Event::array_start && event != Event::array_end) {
-            throw ArchiveError("The messages are no JSON array.");
+            throw ArchiveError("The messages are not a JSON array.");
         }
         if (depth != 1 || opens) return true;
         entry.beginItem();
@@ -114,7 +114,7 @@ void readMessages(const Zip& zip, const std::function<void(json&& message)>& onM
         return false; // leaves it out of the array
     };
     std::istream stream(&entry);
-    if (json::parse(stream, watch, false).is_discarded()) throw ArchiveError("The messages are no JSON.");
+    if (json::parse(stream, watch, false).is_discarded()) throw ArchiveError("The messages are not JSON.");
 }
 
 using Is = bool (*)(const json&);
@@ -128,13 +128,13 @@ constexpr Is isObject = [](const json& value) { return value.is_object(); };
 /// Throws unless `object` has exactly these keys, each with a value of its type.
 void require(const json& object, const std::string& name, std::initializer_list<std::pair<const char*, Is>> fields)
 {
-    if (!object.is_object()) throw ArchiveError("The " + name + " is no JSON object.");
+    if (!object.is_object()) throw ArchiveError("The " + name + " is not a JSON object.");
     for (const auto& [key, is] : fields) {
         const auto found = object.find(key);
         if (found == object.end()) throw ArchiveError("The " + name + " has no " + key + ".");
         if (!is(*found)) throw ArchiveError(fmt::format("The {}'s {} has a wrong type.", name, key));
     }
-    if (object.size() != fields.size()) throw ArchiveError("The " + name + " has keys that nobody knows.");
+    if (object.size() != fields.size()) throw ArchiveError("The " + name + " has unknown keys.");
 }
 
 void checkExporter(const json& exporter)
@@ -163,13 +163,13 @@ void checkManifest(const json& manifest)
         throw ArchiveError("The export's format is not vorn.nimbrel-imessage, version 1.");
     }
     if (!parseInternetDateTime(manifest["exportedAt"].get<std::string>())) {
-        throw ArchiveError("The manifest's exportedAt is no time.");
+        throw ArchiveError("The manifest's exportedAt is not a time.");
     }
     checkExporter(manifest["exporter"]);
     for (const json& count : manifest["skipped"]) {
-        if (!isInteger(count) || count < 0) throw ArchiveError("The manifest's skipped is no tally.");
+        if (!isInteger(count) || count < 0) throw ArchiveError("The manifest's skipped is not a tally.");
     }
-    if (!std::ranges::all_of(manifest["agentHandles"], isText)) throw ArchiveError("An agent handle is no text.");
+    if (!std::ranges::all_of(manifest["agentHandles"], isText)) throw ArchiveError("An agent handle is not text.");
 }
 
 /// Checks and counts messages.
@@ -211,7 +211,7 @@ Tally readWhole(const std::filesystem::path& archive)
         throw ArchiveError("The archive does not hold the manifest and then the messages, and nothing else.");
     }
     const auto manifest = manifestOf(zip);
-    if (!manifest) throw ArchiveError("The manifest is no JSON.");
+    if (!manifest) throw ArchiveError("The manifest is not JSON.");
     checkManifest(*manifest);
     Tally tally;
     readMessages(zip, [&](const json& message) { tally.add(message); });

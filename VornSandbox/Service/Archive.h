@@ -23,11 +23,11 @@ public:
 /// The result of reading an archive. `asChecked` is how a strict review would end.
 struct ArchiveVerdict {
     Outcome asChecked;
-    std::string finding; ///< one sentence for people
+    std::string finding; ///< one sentence for users
 };
 
-/// Reads the whole archive and returns a strict review's outcome: rejected as "media_unreadable" if it is no export, as
-/// "export_too_small" if fewer than ten of its messages are the user's, otherwise approved. Threads: any.
+/// Reads the whole archive and returns a strict review's outcome: rejected as "media_unreadable" if it is not an
+/// export, as "export_too_small" if fewer than ten of its messages are the user's, otherwise approved. Threads: any.
 ArchiveVerdict inspectArchive(const std::filesystem::path& archive);
 
 /// The messages of an archive in pages: unpacked once into a temporary database, so that the last page of a long

@@ -96,6 +96,13 @@ struct Route {
     Frame frame = Frame::own;
 };
 
+/// Returns a handler that calls `method` of `object`.
+template <class Object>
+std::function<Answer(const Call&)> handlerOf(Object& object, Answer (Object::*method)(const Call&))
+{
+    return [&object, method](const Call& call) { return (object.*method)(call); };
+}
+
 /// Returns the route of the call and fills in its arguments. Throws `ServiceError`: 404 for an unknown path, 405 for a
 /// known one with another method.
 const Route& match(const std::vector<Route>& routes, Call& call);

@@ -20,7 +20,7 @@ struct Fault {
         status,  ///< answers with `status`
         drop,    ///< closes the connection without an answer
         hang,    ///< takes the request and never answers
-        garbage, ///< answers 200 with something that is no JSON
+        garbage, ///< answers 200 with something that is not JSON
         slow,    ///< answers as usual, but three seconds later
         noAsset, ///< opens the submission, but names no asset
         badURL,  ///< the first part URL leads to a file
@@ -33,7 +33,7 @@ struct Fault {
     std::int64_t from = 1;               ///< the first request affected, counted from 1
     std::optional<std::int64_t> times{}; ///< how many requests are affected; all if absent
 
-    /// Nothing when `text` is no fault.
+    /// Nothing when `text` is not a fault.
     static std::optional<Fault> parse(std::string_view text);
 };
 

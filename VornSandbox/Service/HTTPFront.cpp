@@ -237,7 +237,7 @@ void HTTPFront::configure(const Patience& patience)
 void HTTPFront::refuse(const httplib::Request& request, httplib::Response& response)
 {
     if (!response.body.empty()) return;
-    response.set_content(errorAnswer(response.status, "bad_request", "That is no request this service takes.").body,
+    response.set_content(errorAnswer(response.status, "bad_request", "This service does not take that request.").body,
                          "application/json");
     log_.request({.method = request.method, .path = request.path, .outcome = std::to_string(response.status)});
 }

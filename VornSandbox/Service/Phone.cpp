@@ -107,7 +107,7 @@ const std::string& Phone::view()
 Answer Phone::messages(const Call& call)
 {
     const auto page = wholeNumber(call.queryValue("page"));
-    if (!page) throw ServiceError(400, "malformed_request", "page is no number.");
+    if (!page) throw ServiceError(400, "malformed_request", "page is not a number.");
     const std::string& id = call.arguments[0];
     auto lock = state_.lock();
     const auto archive = submissions_.archiveOf(id);

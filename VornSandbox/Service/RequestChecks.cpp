@@ -46,7 +46,7 @@ bool namesThisService(std::string_view host, int port)
 json parsed(const std::string& text)
 {
     auto body = parseJSON(text);
-    if (!body) throw malformed(fmt::format("The body is no JSON, or nested deeper than {}.", deepestJSON));
+    if (!body) throw malformed(fmt::format("The body is not JSON, or nested deeper than {}.", deepestJSON));
     return *std::move(body);
 }
 
@@ -132,7 +132,8 @@ std::optional<json> parseJSON(std::string_view text)
     }
 }
 
-RequestBody::RequestBody(const std::string& text, Keys keys) : RequestBody(parsed(text), keys)
+RequestBody::RequestBody(const Call& call, Keys keys, std::size_t limit)
+    : RequestBody(parsed(call.bodyText(limit)), keys)
 {
 }
 
@@ -140,7 +141,7 @@ RequestBody::RequestBody(json object, Keys keys) : json_(std::move(object))
 {
     if (!json_.is_object()) throw malformed("The body is not a JSON object where one is expected.");
     for (const auto& [key, value] : json_.items()) {
-        if (std::ranges::find(keys, key) == keys.end()) throw malformed("Nobody knows the key " + key + ".");
+        if (std::ranges::find(keys, key) == keys.end()) throw malformed("Unknown key " + key + ".");
         if (value.is_null()) throw malformed(key + " is null: leave it out instead.");
     }
 }

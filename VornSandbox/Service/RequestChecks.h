@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include <cstddef>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -30,7 +31,7 @@ void refuseToken(const Call& call);
 /// Names of headers that the client has no reason to send.
 std::vector<std::string> unexpectedHeaders(const Call& call);
 
-/// Reads JSON from strangers; nothing if `text` is no JSON or is nested deeper than `deepestJSON`, where genuine
+/// Reads JSON from strangers; nothing if `text` is not JSON or is nested deeper than `deepestJSON`, where genuine
 /// requests need four levels. The library copies and prints values by recursion: a few hundred thousand brackets, which
 /// it reads without complaint, would overflow the stack later.
 std::optional<nlohmann::json> parseJSON(std::string_view text);
@@ -41,8 +42,10 @@ constexpr int deepestJSON = 64;
 class RequestBody {
 public:
     using Keys = std::initializer_list<std::string_view>;
+    static constexpr std::size_t usualLimit = std::size_t{64} * 1024;
 
-    RequestBody(const std::string& text, Keys keys);
+    /// Reads the body of `call`; 413 once it is larger than `limit` bytes.
+    RequestBody(const Call& call, Keys keys, std::size_t limit = usualLimit);
 
     std::string text(const char* key) const;
     std::optional<std::string> optionalText(const char* key) const;

@@ -16,7 +16,7 @@ namespace vorn::sandbox {
 /// The whole service, running as long as the object lives: API, part uploads and the page that plays the phone.
 class SandboxService {
 public:
-    /// Throws `std::runtime_error`, with a sentence for people, when the port is taken or the state cannot be kept.
+    /// Throws `std::runtime_error`, with a message for users, when the port is taken or the state cannot be kept.
     SandboxService(const ServiceOptions& options, Clock clock, RequestLog::Write log);
 
     std::string baseURL() const { return front_.baseURL(); }

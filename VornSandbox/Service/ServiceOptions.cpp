@@ -73,8 +73,8 @@ constexpr auto effects = R"(Effects of faults:
   200 to 599  answers with that HTTP status
   drop        closes the connection without an answer
   hang        takes the request and never answers
-  slow        answers as ever, but three seconds later
-  garbage     answers 200 with something that is no JSON
+  slow        answers as usual, but three seconds later
+  garbage     answers 200 with something that is not JSON
   truncate    announces a longer body than it sends
   no-asset    opens the submission, but answers without its asset (create-submission)
   bad-url     the first part URL leads to a file (create-submission, part-urls)
@@ -94,8 +94,8 @@ void addAccount(CLI::App& app, Settings& settings)
         ->check(within(0, largestReward))
         ->capture_default_str();
     app.add_flag("--auto-approve", settings.autoApprove, "The phone scans and confirms every link by itself");
-    addSeconds(app, "--link-lifetime", settings.linkLifetime, "A code expires after so many seconds");
-    addSeconds(app, "--token-lifetime", settings.tokenLifetime, "An access token expires after so many seconds");
+    addSeconds(app, "--link-lifetime", settings.linkLifetime, "Seconds until a code expires");
+    addSeconds(app, "--token-lifetime", settings.tokenLifetime, "Seconds until an access token expires");
     app.add_option("--poll-interval", settings.pollIntervalMs, "Milliseconds between polls, as told to the Mac")
         ->check(wholeWithin(0, longestPollInterval))
         ->capture_default_str();
@@ -112,7 +112,7 @@ void addUploads(CLI::App& app, Settings& settings)
     app.add_option("--initial-parts", settings.initialParts, "Part URLs that come with a new submission")
         ->check(wholeWithin(0, 10'000))
         ->capture_default_str();
-    addSeconds(app, "--expire-urls", settings.urlLifetime, "A part URL expires after so many seconds");
+    addSeconds(app, "--expire-urls", settings.urlLifetime, "Seconds until a part URL expires");
     app.add_flag("--expired-first-urls", settings.expiredFirstUrls,
                  "The first URL of each part has expired already, so that a fresh one must be asked for");
 }
@@ -123,8 +123,8 @@ void addReview(CLI::App& app, Settings& settings, Texts& texts)
                    "How reviews end: approved, rejected:REASON, expired, checked (reads the archive) or manual (the"
                    " page's buttons)")
         ->capture_default_str();
-    addSeconds(app, "--delay", settings.reviewStep, "Each of a review's two steps lasts so many seconds");
-    addSeconds(app, "--cooldown", settings.cooldown, "After an approval the next upload waits so many seconds");
+    addSeconds(app, "--delay", settings.reviewStep, "Seconds that each of a review's two steps lasts");
+    addSeconds(app, "--cooldown", settings.cooldown, "Seconds from an approval to the next possible upload");
 }
 
 void addOptions(CLI::App& app, ServiceOptions& options, Texts& texts)
@@ -160,7 +160,7 @@ void take(const Texts& texts, ServiceOptions& options)
     if (!texts.state.empty()) options.state = texts.state;
 }
 
-/// Reasons are keys, such as "export_too_small". Unknown ones are fine: the client must bear them.
+/// Reasons are keys, such as "export_too_small". Unknown ones are fine: the client must tolerate them.
 bool isKey(std::string_view text)
 {
     return !text.empty() && text.size() <= 64 && std::ranges::all_of(text, [](char c) {

@@ -63,6 +63,8 @@ struct Settings {
     bool autoApprove = false;      ///< the phone scans and confirms by itself
     bool expiredFirstUrls = false; ///< the first URL of each part has expired when it is handed out
     ReviewPlan review;
+
+    std::int64_t urlLifetimeSeconds() const { return std::chrono::floor<std::chrono::seconds>(urlLifetime).count(); }
 };
 
 } // namespace vorn::sandbox

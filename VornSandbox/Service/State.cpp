@@ -93,7 +93,7 @@ void StateFolder::keep()
 {
     makePrivateFolder(path_);
     lock_ = lockOf(path_);
-    if (!lock_ && errno == EWOULDBLOCK) throw std::runtime_error("another sandbox works with it");
+    if (!lock_ && errno == EWOULDBLOCK) throw std::runtime_error("another sandbox is using it");
     if (!lock_) fail("cannot lock", path_);
     makePrivate(database());
     makePrivateFolder(uploads());

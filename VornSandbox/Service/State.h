@@ -24,7 +24,7 @@ class StateFolder {
 public:
     /// Keeps `folder` for the next run, and makes it if it is missing; without one, works in a temporary folder that is
     /// removed with the object. That holds messages: what a killed run left is removed by the next one. Throws
-    /// `std::runtime_error`, with a sentence for people, if nothing can be kept there.
+    /// `std::runtime_error`, with a message for users, if nothing can be kept there.
     explicit StateFolder(const std::optional<std::filesystem::path>& folder);
     ~StateFolder();
     StateFolder(StateFolder&&) = delete;
@@ -47,7 +47,7 @@ private:
 /// Threads: `lock` before every other call, and never read a request's body or hash a file while it is held.
 class State {
 public:
-    /// Throws `std::runtime_error`, with a sentence for people, if the folder's database cannot be used.
+    /// Throws `std::runtime_error`, with a message for users, if the folder's database cannot be used.
     State(const StateFolder& folder, Clock clock);
 
     std::unique_lock<std::mutex> lock() const { return std::unique_lock(mutex_); }
@@ -86,7 +86,7 @@ std::string newIdentifier(std::string_view prefix);
 /// 64 random hexadecimal digits (244 random bits).
 std::string newSecret();
 
-/// What is stored of a secret: its SHA-256, so that a copy of the state opens nothing.
+/// What is stored of a secret: its SHA-256, so that a copy of the state grants no access.
 std::string hashOf(std::string_view secret);
 
 /// `milliseconds` since 1970 as "2026-03-01T09:15:00Z".

@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 
 namespace vorn::sandbox {
 namespace {
@@ -15,7 +14,6 @@ using nlohmann::json;
 
 constexpr auto questId = "quest_nimbrel";
 constexpr auto termsVersion = "vorn-mac-nimbrel-1";
-constexpr std::size_t largestBody = 64 * std::size_t{1024};
 constexpr std::int64_t mostShown = 20;
 
 /// Removes parts that an earlier run had not received whole, and what earlier versions unpacked there.
@@ -56,11 +54,6 @@ json reviewView(const ReviewPlan& plan)
     return {{"by", "plan"}, {"ending", plan.outcome.status}, {"reason", plan.outcome.reason}};
 }
 
-std::int64_t expiresInSeconds(const Settings& settings)
-{
-    return std::chrono::floor<std::chrono::seconds>(settings.urlLifetime).count();
-}
-
 } // namespace
 
 Submissions::Submissions(State& state, const Settings& settings, const Accounts& accounts,
@@ -74,9 +67,7 @@ Submissions::Submissions(State& state, const Settings& settings, const Accounts&
 
 std::vector<Route> Submissions::routes()
 {
-    const auto to = [this](Answer (Submissions::*handler)(const Call&)) {
-        return [this, handler](const Call& call) { return (this->*handler)(call); };
-    };
+    const auto to = [this](auto method) { return handlerOf(*this, method); };
     return {
         {"quest", "GET", "/api/v1/desktop/nimbrel", to(&Submissions::quest), Frame::bodiless},
         {"create-submission", "POST", "/api/v1/desktop/nimbrel/submissions", to(&Submissions::create), Frame::json},
@@ -120,7 +111,7 @@ json Submissions::standingOf(const std::string& userId) const
 
 Submissions::Request Submissions::readRequest(const Call& call)
 {
-    const RequestBody body(call.bodyText(largestBody), {"termsVersion", "sizeBytes", "partCount", "device"});
+    const RequestBody body(call, {"termsVersion", "sizeBytes", "partCount", "device"});
     if (body.text("termsVersion") != termsVersion) {
         throw ServiceError(422, "unknown_terms", "There are no such terms.");
     }
@@ -160,7 +151,7 @@ Answer Submissions::create(const Call& call)
                        {"questId", questId},
                        {"attempt", submission.attempt},
                        {"assets", json::array({asset})},
-                       {"expiresInSeconds", expiresInSeconds(settings_)}},
+                       {"expiresInSeconds", settings_.urlLifetimeSeconds()}},
                       201);
 }
 
@@ -173,7 +164,7 @@ void Submissions::refuseTooEarly(const std::string& userId) const
     if (!last || last->status != "approved") return;
     const std::int64_t next = last->decidedAt + settings_.cooldown.count();
     if (state_.now() < next) {
-        throw ServiceError(409, "cooling_down", "The next upload is possible after " + dateText(next));
+        throw ServiceError(409, "cooling_down", "The next upload is possible after " + dateText(next) + ".");
     }
 }
 
@@ -220,7 +211,7 @@ Answer Submissions::status(const Call& call)
 // POST /phone/submissions/<id>/outcome {"outcome": "approved", "rejected:REASON" or "expired"}
 Answer Submissions::decide(const Call& call)
 {
-    const auto plan = ReviewPlan::parse(RequestBody(call.bodyText(largestBody), {"outcome"}).text("outcome"));
+    const auto plan = ReviewPlan::parse(RequestBody(call, {"outcome"}).text("outcome"));
     if (!plan || plan->kind != ReviewPlan::Kind::fixed) {
         throw ServiceError(422, "bad_outcome", "That is not how a review can end.");
     }

@@ -19,7 +19,7 @@ namespace {
 
 using nlohmann::json;
 
-constexpr std::size_t largestBody = 4 * std::size_t{1024} * 1024; ///< 10,000 parts with their ETags fit
+constexpr std::size_t largestList = 4 * std::size_t{1024} * 1024; ///< 10,000 parts with their ETags fit
 constexpr std::int64_t mostURLsAtOnce = 50;
 constexpr std::size_t pieceSize = 1024 * std::size_t{1024};
 
@@ -79,7 +79,8 @@ void checkPartFrame(const Call& call, std::int64_t size)
         throw ServiceError(411, "missing_length", "A part comes with its Content-Length, not in chunks.");
     }
     if (*length != size) {
-        throw ServiceError(400, "wrong_part_size", fmt::format("The part has {} bytes, not {}.", size, *length));
+        throw ServiceError(400, "wrong_part_size",
+                           fmt::format("The part has {} bytes, but its Content-Length is {}.", size, *length));
     }
 }
 
@@ -113,7 +114,7 @@ Answer Submissions::partURLs(const Call& call)
     auto lock = state_.lock();
     const Submission submission = own(call);
     lock.unlock();
-    const RequestBody body(call.bodyText(largestBody), {"fromPart", "count"});
+    const RequestBody body(call, {"fromPart", "count"});
     const std::int64_t from = body.integer("fromPart");
     const std::int64_t count = body.integer("count");
     if (from < 1 || from > submission.partCount || count < 1 || count > mostURLsAtOnce ||
@@ -126,7 +127,7 @@ Answer Submissions::partURLs(const Call& call)
     return Answer::of({{"submissionId", submission.id},
                        {"assetId", submission.assetId},
                        {"parts", partsJSON(call, requireStill("open", submission.id), from, count)},
-                       {"expiresInSeconds", std::chrono::floor<std::chrono::seconds>(settings_.urlLifetime).count()}});
+                       {"expiresInSeconds", settings_.urlLifetimeSeconds()}});
 }
 
 /// URLs for uploading parts: until one expires, whoever holds it needs no token.
@@ -192,7 +193,7 @@ Answer Submissions::complete(const Call& call)
     auto lock = state_.lock();
     const Submission submission = own(call);
     lock.unlock();
-    const RequestBody body(call.bodyText(largestBody), {"parts", "sha256"});
+    const RequestBody body(call, {"parts", "sha256"}, largestList);
     ListedParts parts;
     for (const RequestBody& part : body.objects("parts", {"partNumber", "etag"})) {
         parts.emplace_back(part.integer("partNumber"), part.text("etag"));

@@ -131,7 +131,7 @@ TEST(KeptState, IsKeptByOneServiceAtATime)
         ADD_FAILURE() << "two at once";
     } catch (const std::runtime_error& error) {
         EXPECT_EQ(std::string(error.what()),
-                  "cannot keep the state in " + (folder / "state").string() + ": another sandbox works with it");
+                  "cannot keep the state in " + (folder / "state").string() + ": another sandbox is using it");
     }
 }
 
