@@ -79,7 +79,7 @@ private:
         throw Failed{failure};
     }
 
-    /// In truer words than the application's, which assume a Mac's own database.
+    /// More precise than the application's text, which assumes a Mac's own database.
     void refuseMissingDatabase() const
     {
         using preflight::DatabaseFile;

@@ -30,7 +30,6 @@ constexpr const char* stopped = "Stopped.";
 /// From a signal to the end of the program. By then all files are removed and an abort has had its chance; packing, in
 /// memory, may still run. A second signal ends the program sooner.
 constexpr auto graceAfterSignal = 1000ms;
-constexpr auto patienceForJobs = 700ms;
 
 /// How the command ended: its exit status, or that it was cancelled.
 using Ending = std::optional<TerminalStatus>;
@@ -89,7 +88,7 @@ public:
         if (!interrupts_.cancelFlag().isCancelled())
             task_ = Task(context_, runToTheEnd(&command_, &terminal_, &ending_));
         context_.runUntil([this] { return !task_.isRunning(); });
-        context_.shutDown(patienceForJobs);
+        context_.shutDown(LiveServices::patienceForJobs);
         if (ending_) return static_cast<int>(*ending_);
         terminal_.say(stopped);
         return interrupts_.exitStatus();
@@ -141,7 +140,7 @@ std::filesystem::path plausibleDatabase(const UserDefaults& defaults)
 void requireOwnFile(const std::optional<std::string>& copy, const std::filesystem::path& database)
 {
     if (copy && preflight::touchesDatabase(*copy, database))
-        throw CommandFailure(TerminalStatus::wrongArguments, "--save must be a file of its own, not the database");
+        throw CommandFailure(TerminalStatus::wrongArguments, preflight::mustNotBeDatabaseText("--save"));
 }
 
 void requireTemporaryDirectory()

@@ -36,7 +36,7 @@ int run(vorn::QuitWatch& quitWatch, vorn::CommandLine& line)
         complain(vorn::errorText(error).text);
         return 1;
     } catch (const std::exception& error) {
-        complain(error.what());
+        complain(vorn::unexpectedProblem + std::string(error.what()) + ".");
         return 1;
     }
 }

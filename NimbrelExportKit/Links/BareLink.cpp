@@ -42,7 +42,7 @@ bool isLocalPart(std::string_view text, std::size_t end)
     return false;
 }
 
-/// The end of ":8080"; `at` without a port, npos when it is no port's number.
+/// The end of ":8080"; `at` without a port, npos when it is not a port's number.
 std::size_t portEnd(std::string_view text, std::size_t at)
 {
     if (at + 1 >= text.size() || text[at] != ':' || !isDigit(text[at + 1])) return at;

@@ -179,7 +179,7 @@ Host readHost(std::string_view text, std::size_t at, char before)
         if (!goesOn) break;
         at = end + 1;
     }
-    // Text before "://" is no host but the scheme of an address that begins there.
+    // Text before "://" is not a host but the scheme of an address that begins there.
     const std::size_t readTo = text.substr(end).starts_with("://") ? at : end;
     return {.begin = begin,
             .end = end,

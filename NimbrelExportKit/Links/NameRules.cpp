@@ -30,7 +30,7 @@ constexpr std::array<std::string_view, 15> sentenceWords = {"am", "as", "at", "b
                                                             "it", "me", "my", "no", "so", "to", "us"};
 static_assert(std::ranges::is_sorted(sentenceWords));
 
-/// Endings of names with emoji that are no words: "great 😀.so what" is a sentence.
+/// Endings of names with emoji that are not words: "great 😀.so what" is a sentence.
 constexpr std::array<std::string_view, 6> emojiEndings = {"com", "fm", "net", "org", "tk", "ws"};
 static_assert(std::ranges::is_sorted(emojiEndings));
 

@@ -33,7 +33,7 @@ bool beginsWithScheme(std::string_view text)
     return colon != std::string_view::npos && schemeStart(text, colon, 0) == 0;
 }
 
-/// Mentions, tags and prices are no addresses, unless the sign ends a word: "name@http://…".
+/// Mentions, tags and prices are not addresses, unless the sign ends a word: "name@http://…".
 bool isRefusedBySign(std::string_view text, std::size_t begin)
 {
     if (begin == 0) return false;

@@ -55,12 +55,12 @@ LockFile::LockFile(std::filesystem::path path) : path_(std::move(path)), file_(o
 {
 }
 
-bool LockFile::tryAlone()
+bool LockFile::tryLockExclusive()
 {
     return takeFileInPlace([this] { return lockNow(file_, LOCK_EX); });
 }
 
-bool LockFile::share()
+bool LockFile::lockShared()
 {
     const auto end = std::chrono::steady_clock::now() + longestSweep;
     return takeFileInPlace([this, end] {
@@ -72,7 +72,7 @@ bool LockFile::share()
     });
 }
 
-bool LockFile::tryToEndAlone()
+bool LockFile::tryUpgradeToExclusive()
 {
     return lockNow(file_, LOCK_EX) && isInPlace();
 }

@@ -15,13 +15,14 @@ public:
     explicit LockFile(std::filesystem::path path);
 
     /// Tries to lock exclusively, without waiting. A shared lock is lost either way.
-    bool tryAlone();
+    bool tryLockExclusive();
     /// Locks shared, waiting up to a second for an exclusive lock, which others hold only briefly; false after that.
     /// Downgrading from an exclusive lock is not atomic: another process may be exclusive in between.
-    bool share();
+    bool lockShared();
 
-    /// As `tryAlone`, from a shared lock. Also false when the file was removed: then it is unknown who else shares it.
-    bool tryToEndAlone();
+    /// As `tryLockExclusive`, from a shared lock. Also false when the file was removed: then it is unknown who else
+    /// shares it.
+    bool tryUpgradeToExclusive();
     /// Requires the exclusive lock.
     void removeFile() const noexcept;
 

@@ -39,7 +39,7 @@ std::optional<Kind> kindOf(std::string_view name)
 }
 
 /// Whether the file system has no locks: then no process ever sweeps there.
-bool saysThatNobodyLocks(const std::error_code& code)
+bool isLockingUnsupported(const std::error_code& code)
 {
     return code == std::errc::no_lock_available || code == std::errc::operation_not_supported ||
            code == std::errc::function_not_supported;
@@ -91,13 +91,13 @@ bool TemporaryItems::isName(std::string_view name)
 void TemporaryItems::start()
 {
     auto lock = std::make_unique<LockFile>(lockPath());
-    if (lock->tryAlone()) sweep();
+    if (lock->tryLockExclusive()) sweep();
     share(std::move(lock));
 }
 
 void TemporaryItems::share(std::unique_ptr<LockFile> lock)
 {
-    if (!lock->share()) throw std::system_error(EBUSY, std::generic_category());
+    if (!lock->lockShared()) throw std::system_error(EBUSY, std::generic_category());
     lock_ = std::move(lock);
 }
 
@@ -115,7 +115,8 @@ void TemporaryItems::holdFor(const fs::path& item)
         // sweep: this process may already have items.
         if (!lock_ || !lock_->isInPlace()) share(std::make_unique<LockFile>(lockPath()));
     } catch (const std::system_error& error) {
-        if (!saysThatNobodyLocks(error.code())) throw fs::filesystem_error("cannot share the lock", item, error.code());
+        if (!isLockingUnsupported(error.code()))
+            throw fs::filesystem_error("cannot share the lock", item, error.code());
     }
 }
 
@@ -133,7 +134,7 @@ void TemporaryItems::Files::writeAtomically(ByteView bytes, const fs::path& path
 
 void TemporaryItems::end()
 {
-    if (!lock_->tryToEndAlone()) return;
+    if (!lock_->tryUpgradeToExclusive()) return;
     sweep();
     lock_->removeFile();
 }

@@ -78,7 +78,7 @@ Clock::Duration SystemClock::now() const
 
 Async<> SystemClock::sleep(Duration duration)
 {
-    constexpr Duration century = std::chrono::years(100); // "for ever" must not overflow
+    constexpr Duration century = std::chrono::years(100); // "forever" must not overflow
     const auto until = now() + std::min(duration, century);
     if (duration <= Duration::zero()) {
         co_await checkCancellation();

@@ -78,7 +78,7 @@ void WorkQueue::close()
 bool WorkQueue::adopt(const std::shared_ptr<Job>& job)
 {
     requireOwnThread("start a task");
-    // Destroying a job may start another, which would keep the queue, and itself, alive for ever.
+    // Destroying a job may start another, which would keep the queue, and itself, alive forever.
     if (closed_) return false;
     jobs_.insert(job);
     return true;

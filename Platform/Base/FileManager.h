@@ -38,7 +38,7 @@ public:
     /// Never throws. A path that cannot be examined counts as existing: using it reports why.
     virtual bool fileExists(const std::filesystem::path& path);
 
-    /// Removes a file, or a folder with its content. A missing path is no failure.
+    /// Removes a file, or a folder with its content. A missing path is not a failure.
     virtual void remove(const std::filesystem::path& path);
 
     /// Writes `bytes` to a new file beside `path` and renames it, replacing what was there: `path` is never half

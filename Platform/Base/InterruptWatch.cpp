@@ -54,7 +54,7 @@ void InterruptWatch::waitForSignals()
         int number = 0;
         if (sigwait(&awaited_, &number) != 0) continue;
         if (number != wakeUp) {
-            if (number != SIGINT || !passesInterruptOver_) onSignal(number);
+            if (number != SIGINT || !ignoresInterrupt_) onSignal(number);
             continue;
         }
         const std::lock_guard lock(mutex_);

@@ -19,11 +19,12 @@ namespace vorn {
 /// `main` before any thread starts, as threads must inherit the blocked signals.
 class InterruptWatch {
 public:
-    /// For programs that may wait for ever and keep nothing on disk.
+    /// For programs that may wait forever and keep nothing on disk. A program that still runs `grace` after the first
+    /// signal, or when another one comes, ends at once, with `lastWords` on standard error.
     struct Deadline {
         std::function<void()> onInterrupt; ///< called once, on the watch's thread, on the first signal
-        std::chrono::milliseconds grace; ///< a watch that still lives so long after that, or when another signal comes,
-        std::string lastWords;           ///< ends the program on the spot, and this goes to standard error
+        std::chrono::milliseconds grace;
+        std::string lastWords;
     };
 
     InterruptWatch() : InterruptWatch(std::nullopt) {}
@@ -48,12 +49,12 @@ public:
         InterruptWatch& watch_;
     };
 
-    /// While it lives, SIGINT is somebody else's: of a program that has the terminal, which deals with it itself.
-    class InterruptPassedOver {
+    /// While it lives, SIGINT is ignored: it is meant for the child process that owns the terminal.
+    class InterruptIgnored {
     public:
-        explicit InterruptPassedOver(InterruptWatch& watch) : watch_(watch) { watch_.passesInterruptOver_ = true; }
-        ~InterruptPassedOver() { watch_.passesInterruptOver_ = false; }
-        InterruptPassedOver(InterruptPassedOver&&) = delete;
+        explicit InterruptIgnored(InterruptWatch& watch) : watch_(watch) { watch_.ignoresInterrupt_ = true; }
+        ~InterruptIgnored() { watch_.ignoresInterrupt_ = false; }
+        InterruptIgnored(InterruptIgnored&&) = delete;
 
     private:
         InterruptWatch& watch_;
@@ -68,7 +69,7 @@ private:
 
     CancelFlag cancel_;
     std::atomic<int> signal_ = 0;
-    std::atomic<bool> passesInterruptOver_ = false;
+    std::atomic<bool> ignoresInterrupt_ = false;
     std::optional<Deadline> deadline_;
     std::mutex mutex_; ///< guards what follows but the last two; held while the process is ended
     std::condition_variable ended_;

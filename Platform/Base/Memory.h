@@ -7,9 +7,9 @@
 /// The memory of this process: allocation for very large buffers, and who may read it. Threads: any.
 namespace vorn::memory {
 
-/// Has no crash leave the memory in a file. On Linux nobody else may read it either, programs of the same user and
-/// debuggers included. Call it at the start of a program that holds tokens or messages. Started programs are not
-/// closed to others, but leave no file unless they ask for one.
+/// Disables core dumps. On Linux no other process can read this one's memory either, debuggers and the user's own
+/// programs included. Call it at the start of a program that holds tokens or messages. Child processes can be read
+/// again, but leave no core dump unless they ask for one.
 void keepPrivate() noexcept;
 
 /// Allocates `size` bytes, on large pages if the block is large: first touching a gigabyte in small ones takes a

@@ -9,7 +9,7 @@ namespace vorn::memory {
 /// that nobody has touched.
 inline constexpr std::size_t largestWiped = std::size_t{8} * 1024 * 1024;
 
-/// Overwrites `size` bytes, though nobody reads them any more.
+/// Overwrites `size` bytes, in a way that the compiler cannot leave out.
 void wipe(void* block, std::size_t size) noexcept;
 
 // In place of `free` and `realloc`, for blocks of `malloc`.

@@ -19,7 +19,7 @@ class DesktopPresence {
 public:
     virtual ~DesktopPresence() = default;
 
-    /// Asks the user for leave to notify, where the system wants that and has not asked before.
+    /// Asks the user for permission to notify, where the system wants that and has not asked before.
     virtual void askToNotify() = 0;
     /// Shows `notification` in place of the one before.
     virtual void notify(const Notification& notification) = 0;

@@ -57,7 +57,7 @@ public:
         std::string authorities = {};
         /// The clock for inactivity; null: the steady clock. Called on the session's thread.
         std::function<std::chrono::steady_clock::time_point()> now = {};
-        /// The system's proxies; null: only those that the environment names. A search counts to no inactivity.
+        /// The system's proxies; null: only those that the environment names. A search does not count as inactivity.
         std::shared_ptr<SystemProxy> proxies = {};
     };
 

@@ -44,7 +44,7 @@ End endOf(const sockaddr_storage& address) noexcept
     return {};
 }
 
-/// Port -1 if `text` is no address.
+/// Port -1 if `text` is not an address.
 End endOf(const char* text, int port) noexcept
 {
     in_addr v4{};

@@ -15,7 +15,7 @@ std::string_view meaningOf(std::int32_t status)
     case KeychainError::duplicateItem: return "the item exists already";
     case KeychainError::itemNotFound: return "there is no such item";
     case KeychainError::interactionNotAllowed: return "the keychain is locked";
-    case KeychainError::decode: return "what was found is no secret";
+    case KeychainError::decode: return "what was found is not a secret";
     case KeychainError::missingEntitlement: return "the program's signature lacks an entitlement";
     default: return {};
     }

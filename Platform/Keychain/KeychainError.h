@@ -16,7 +16,7 @@ public:
     static constexpr std::int32_t duplicateItem = -25299;         ///< the item exists already
     static constexpr std::int32_t itemNotFound = -25300;          ///< there is no such item
     static constexpr std::int32_t interactionNotAllowed = -25308; ///< locked, and the user could not be asked in time
-    static constexpr std::int32_t decode = -26275;                ///< what was found is no secret
+    static constexpr std::int32_t decode = -26275;                ///< what was found is not a secret
     static constexpr std::int32_t missingEntitlement = -34018;    ///< the program's signature lacks what this needs
 
     explicit KeychainError(std::int32_t status);

@@ -231,7 +231,8 @@ Async<> Journey::review()
     tellReview();
     if (const auto& submission = model_.submission(); submission && !submission->status.isFinal())
         terminal_.say(longReviewText());
-    for (const std::string& line : questLines({{}, model_.nimbrel(), model_.availability()})) terminal_.say(printable(line));
+    for (const std::string& line : questLines({{}, model_.nimbrel(), model_.availability()}))
+        terminal_.say(printable(line));
 }
 
 void Journey::tellReview()

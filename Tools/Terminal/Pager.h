@@ -23,7 +23,7 @@ public:
 
     /// False when nobody reads any more: the user has left the pager, or it failed.
     bool write(std::string_view text);
-    /// Waits until the user has read. False if not everything was passed on; leaving a pager is no failure.
+    /// Waits until the user has read. False if not everything was passed on; leaving a pager is not a failure.
     bool finish();
 
 private:

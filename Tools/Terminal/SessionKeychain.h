@@ -19,7 +19,7 @@ public:
     {
     }
 
-    /// Whether anything is kept there, readable or not.
+    /// Whether anything is kept there, a session or not. Throws if the keychain cannot tell.
     bool holdsSession(const std::string& consequence) const;
 
     /// The command's failure after `error` from the keychain.

@@ -40,13 +40,13 @@ public:
 
     const Traits& traits() const noexcept { return traits_; }
 
-    /// The window that output must fit; nothing if this is no terminal.
+    /// The window that output must fit; nothing if this is not a terminal.
     std::optional<WindowSize> window() const
     {
         return traits_.isTerminal ? std::optional(windowSize_()) : std::nullopt;
     }
 
-    /// The file for a line that changes; null if this is no terminal.
+    /// The file for a line that changes; null if this is not a terminal.
     std::FILE* forProgress() const noexcept { return traits_.isTerminal ? file_ : nullptr; }
 
     /// Prints one line at once. Foreign text in it must have passed through `printable`.

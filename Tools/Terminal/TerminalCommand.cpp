@@ -54,7 +54,7 @@ Async<> TerminalCommand::restoreSession()
             services_.terminal->say(keychainText(phase::Waiting{}, std::nullopt).status.text);
     });
     co_await model.restore();
-    model.forgoSession(); // each command reports a refusal itself
+    model.continueSignedOut(); // each command reports a refusal itself
 }
 
 /// Does not ask a keychain that has refused already: that would ask the user once more.
@@ -118,7 +118,7 @@ Async<> TerminalCommand::findChat()
 /// Blocks until the reader is done: nothing is under way by then.
 void TerminalCommand::list(const NimbrelExportResult& found) const
 {
-    const InterruptWatch::InterruptPassedOver untilRead(*services_.interrupts);
+    const InterruptWatch::InterruptIgnored untilRead(*services_.interrupts);
     Pager pager;
     const TextSink sink = [&pager](std::string_view text) { return pager.write(text); };
     const std::optional<std::string>& words = options_.search;
@@ -212,7 +212,7 @@ Async<> TerminalCommand::revoke(StoredSession session) const
 void TerminalCommand::requireForgotten() const
 {
     if (!services_.keychain || !services_.keychain->holdsSession("The session may still be there.")) return;
-    throw CommandFailure(TerminalStatus::keychain, "The keychain still holds the session, and did not let go of it.");
+    throw CommandFailure(TerminalStatus::keychain, "The keychain still holds the session, and could not remove it.");
 }
 
 void TerminalCommand::requireAccepted(const SubmissionStatus& submission)

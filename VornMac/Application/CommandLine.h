@@ -38,7 +38,7 @@ private:
     std::span<const std::string> words() const { return std::span(arguments_).subspan(arguments_.empty() ? 0 : 1); }
 
     ArgumentDefaults defaults_;
-    std::vector<std::string> arguments_; ///< the program's name, and all words that are no defaults
+    std::vector<std::string> arguments_; ///< the program's name, and all words that are not defaults
     std::vector<char*> values_;          ///< point into them; Qt removes its own options
     int count_ = 0;
 };

@@ -11,7 +11,7 @@ namespace vorn::presence {
 /// Whether the computer must stay awake: an archive is packed, sent or acknowledged.
 bool staysAwake(const UploadPhase& phase);
 
-/// The bar on the application's icon, 0…100; nothing unless something is sent.
+/// The bar on the application's icon, 0…100; empty unless an upload is under way.
 std::optional<int> percentOnIcon(const UploadPhase& phase);
 
 /// Whether `now` is an upload that the service has accepted since `before`.

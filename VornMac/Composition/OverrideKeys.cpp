@@ -31,12 +31,12 @@ constexpr const char* yesOrNo = "YES or NO";
 
 constexpr std::array all{
     Key{APIConfiguration::overrideDefaultsKey, "URL", "the service to use, https or on this computer", true,
-        "an https address, or an http one of this very machine", &APIConfiguration::isFit},
+        "an https address, or an http address on this computer", &APIConfiguration::isFit},
     Key{messagesDatabase, "FILE", "the Messages database to read", true, "a file", &isPath},
     Key{settingsFile, "FILE", "keep settings there, and leave the user's alone", true, "a file", &isPath},
-    Key{appearance, "light|dark", "instead of the system's", false, "light or dark",
+    Key{appearance, "light|dark", "the appearance, instead of the system's", false, "light or dark",
         [](const std::string& value) { return value == "light" || value == "dark"; }},
-    Key{reduceMotion, "YES|NO", "instead of the system's", false, yesOrNo, &isAnswer},
+    Key{reduceMotion, "YES|NO", "whether to avoid motion, instead of the system's setting", false, yesOrNo, &isAnswer},
     Key{forgetsSession, "YES|NO", "keep the session for this run alone", false, yesOrNo, &isAnswer},
 };
 

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// One corner of a camera's viewfinder, whose turn is in the item's own corner. Four small items have a tenth of the
+/// One corner of a camera's viewfinder, whose bend is in the item's own corner. Four small items have a tenth of the
 /// pixels of one around them all.
 class CornerBracket : public vorn::PaintedItem {
     Q_OBJECT

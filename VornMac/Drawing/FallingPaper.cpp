@@ -15,7 +15,7 @@ constexpr double breadth = 5;
 constexpr double lastStart = 0.3;  // of the time
 constexpr double fadesAfter = 0.7; // of a piece's way
 
-/// A number from 0 to 1 for each piece; `salt` gives another order.
+/// A number from 0 to 1 for each piece; another `salt` gives other numbers.
 double spread(int bit, double salt)
 {
     const double golden = std::numbers::phi * (bit + 1) + salt * (bit + 1) * (bit + 1);

@@ -87,7 +87,7 @@ public:
     /// user signed out: in the phase `Refused`, or at once if there is no keychain to try again.
     Async<> restore();
     /// After a refusal: does not touch what is stored; `start` links this Mac.
-    void forgoSession();
+    void continueSignedOut();
     /// Stops the work of the current step and starts that of `target`. If that is the current step, tries again.
     void go(Step target);
 

@@ -24,7 +24,7 @@ Async<> AppModel::runStart()
     if (isRestored()) start();
 }
 
-void AppModel::forgoSession()
+void AppModel::continueSignedOut()
 {
     if (std::holds_alternative<phase::Refused>(restorePhase_)) restored({});
 }
@@ -43,7 +43,7 @@ Async<> AppModel::restore()
         throw;
     } catch (const KeychainError& refusal) {
         refuse(refusal);
-    } catch (const std::exception&) { // there can be no more threads
+    } catch (const std::exception&) { // no thread could be started
         refuse(KeychainError(KeychainError::notAvailable));
     }
 }

@@ -172,7 +172,7 @@ void ScreenModel::start()
 void ScreenModel::startSignedOut()
 {
     if (model_ == nullptr) return;
-    model_->forgoSession();
+    model_->continueSignedOut();
     start();
 }
 

@@ -3,8 +3,8 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// One application of the drawn list, with its switch; Vorn if it has no symbol. Can be dragged if it stands for a
-/// file.
+/// One application of the drawn list, with its switch. Without a symbol it is Vorn, with Vorn's icon. Can be dragged if it
+/// stands for a file.
 Item {
     id: root
 

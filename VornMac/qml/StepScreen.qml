@@ -18,7 +18,7 @@ OnboardingLayout {
 
     /// Does what the primary button does, for Return anywhere.
     function goOn() {
-        if (primaryTitle.length > 0 && primaryEnabled && !primaryIsQuiet && !primaryNeedsPurpose)
+        if (primaryTitle.length > 0 && primaryEnabled && !primaryIsQuiet && !primaryIgnoresReturn)
             primary();
     }
 

@@ -16,7 +16,7 @@ public:
     PartUpload(MultipartUploader::Services services, PartPlan plan, const SubmissionUpload& submission,
                MultipartUploader::Progress progress);
 
-    /// Sends every part of `file`, and tells the service their tags in order. Must outlive the call.
+    /// Sends every part of `file`, and tells the service their tags in order. This object must outlive the call.
     Async<SubmissionStatus> sendAndComplete(std::filesystem::path file, std::string sha256);
 
 private:

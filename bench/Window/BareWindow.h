@@ -38,7 +38,7 @@ public:
     }
 
     QQuickWindow& window() { return dynamic_cast<QQuickWindow&>(*made_); }
-    /// Fades all of it out and in again, for ever.
+    /// Fades all of it out and in again, forever.
     void fade() { made_->setProperty("moves", true); }
 
 private:

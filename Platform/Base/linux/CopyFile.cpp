@@ -67,7 +67,7 @@ private:
             } else if (copied_ == 0 && isUnsupported(errno)) {
                 return false;
             } else if (errno != EINTR) {
-                failToWrite(); // the source may be at fault, but this is no refusal to read it
+                failToWrite(); // the source may be at fault, but this is not a refusal to read it
             }
         }
     }

@@ -54,7 +54,7 @@ struct Watch {
 /// Called from C code, through which no exception may pass.
 int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/, const char* /*to*/, void* context)
 {
-    // Continuing after an error repeats the same write: on a full disk, for ever.
+    // Continuing after an error repeats the same write: on a full disk, forever.
     if (stage == COPYFILE_ERR) return COPYFILE_QUIT;
     auto& watch = *static_cast<Watch*>(context);
     if (stage != COPYFILE_PROGRESS || !watch.progress) return COPYFILE_CONTINUE;
@@ -86,7 +86,7 @@ void copyContent(const FileDescriptor& source, const std::filesystem::path& to,
         fail("cannot write", to);
     const int result = fcopyfile(source.get(), target.get(), state.get(), COPYFILE_DATA);
     if (watch.thrown) std::rethrow_exception(watch.thrown);
-    // The source may be at fault, but this is no refusal to read it.
+    // The source may be at fault, but this is not a refusal to read it.
     if (result != 0 || target.reset() != 0) fail("cannot write", to);
 }
 

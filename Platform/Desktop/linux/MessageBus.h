@@ -39,7 +39,7 @@ public:
     void call(const BusObject& object, const char* method, GVariant* arguments, Answer then);
     /// Sends a signal of `object`, whose service is ignored, to whoever listens.
     void emit(const BusObject& object, const char* signal, GVariant* arguments);
-    /// Calls `heard` for each signal of `object` from now on; once for a bus.
+    /// Calls `heard` for each signal of `object` from now on.
     void listen(const BusObject& object, Signal heard);
 
 private:

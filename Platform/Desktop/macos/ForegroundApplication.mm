@@ -16,7 +16,7 @@ void activateApplication()
 
 bool bounceDockIcon()
 {
-    [NSApplication.sharedApplication requestUserAttention:NSInformationalRequest]; // the other kind bounces for ever
+    [NSApplication.sharedApplication requestUserAttention:NSInformationalRequest]; // the other kind bounces forever
     return true;
 }
 

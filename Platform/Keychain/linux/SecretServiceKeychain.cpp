@@ -46,7 +46,7 @@ try {
     if (!ended) throw KeychainError(outcome->lateStatus());
     if (const auto& error = outcome->error; error) throw KeychainError(*error);
     return std::move(outcome->bytes);
-} catch (const std::system_error&) { // there can be no more threads
+} catch (const std::system_error&) { // no thread could be started
     throw KeychainError(KeychainError::notAvailable);
 }
 

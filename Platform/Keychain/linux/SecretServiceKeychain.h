@@ -16,14 +16,14 @@ class SecretServiceRequest;
 /// Errors: `notAvailable` without a bus or a service or when it does not answer in time; `interactionNotAllowed` when
 /// the collection is locked and was not unlocked in time; `userCanceled` when the dialog was dismissed or could not be
 /// shown; `authFailed` when the bus or the service refuses this program; `duplicateItem`; `parameter` for names that
-/// are no text. Threads: any.
+/// are not text. Threads: any.
 class SecretServiceKeychain : public Keychain {
 public:
     static constexpr std::chrono::milliseconds defaultLimit{3000};
     static constexpr std::chrono::milliseconds defaultPatience{120'000};
 
-    /// No call keeps its caller waiting for longer than `limit`, but `readPatiently` while the user is asked: that for
-    /// `patience` more.
+    /// No call keeps its caller waiting for longer than `limit`; `readPatiently` waits `patience` longer while the user
+    /// is asked.
     explicit SecretServiceKeychain(std::chrono::milliseconds limit = defaultLimit,
                                    std::chrono::milliseconds patience = defaultPatience)
         : limit_(limit), patience_(patience)
@@ -31,7 +31,6 @@ public:
     }
 
     std::chrono::milliseconds limit() const noexcept { return limit_; }
-    std::chrono::milliseconds patience() const noexcept { return patience_; }
 
     std::optional<std::string> read(const KeychainItem& item) override;
     std::optional<std::string> readPatiently(const KeychainItem& item) override;

@@ -22,10 +22,10 @@ public:
     std::optional<std::string> keep(const std::string& key, const Value& value) override
     {
         const auto name = cfString(key);
-        if (!name || !domain_) return "the key is no text";
+        if (!name || !domain_) return "the key is not text";
         if (const auto* text = std::get_if<std::string>(&value)) {
             const auto written = cfString(*text);
-            if (!written) return "the value is no text"; // null would remove the key
+            if (!written) return "the value is not text"; // null would remove the key
             CFPreferencesSetAppValue(name.get(), written.get(), domain_.get());
         } else {
             CFPreferencesSetAppValue(name.get(), std::get<bool>(value) ? kCFBooleanTrue : kCFBooleanFalse,

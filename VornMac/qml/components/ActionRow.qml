@@ -9,7 +9,7 @@ Item {
     property string otherTitle: ""
     required property string primaryTitle
     property bool primaryEnabled: true
-    /// Whether something is better than the primary action: to wait.
+    /// Draws the primary action like the others, when waiting is better than pressing it.
     property bool primaryIsQuiet: false
 
     signal back

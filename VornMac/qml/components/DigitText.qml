@@ -27,7 +27,7 @@ Row {
         return /[\u0590-\u08ff\u200f\u202b\u202e\u2067\ufb1d-\ufdff\ufe70-\ufefc]/.test(scalar) || (code >= 0x10800 && code < 0x11000) || (code >= 0x1e800 && code < 0x1f000);
     }
 
-    /// Whether `scalar` modifies the one before it: a digit with a mark, as in a keycap, is no digit.
+    /// Whether `scalar` modifies the one before it: a digit with a mark, as in a keycap, is not a digit.
     function isMark(scalar: string): bool {
         const code = scalar.codePointAt(0);
         return /[\u0300-\u036f\u20d0-\u20ff\ufe00-\ufe0f\u200d]/.test(scalar) || (code >= 0xe0100 && code < 0xe01f0);

@@ -20,7 +20,7 @@ FocusScope {
     property alias preview: area.data
 
     /// Whether the primary button must be pressed itself, not by Return anywhere.
-    property bool primaryNeedsPurpose: false
+    property bool primaryIgnoresReturn: false
 
     signal back
     signal other

@@ -53,7 +53,7 @@ TEST(MainContext, LeavesToTheNextCallWhatPendingWorkPosts)
     };
     context.post(again);
     context.runPending();
-    EXPECT_EQ(runs, 1) << "work that posts itself for ever must not hold up an event loop";
+    EXPECT_EQ(runs, 1) << "work that posts itself forever must not hold up an event loop";
     context.runPending();
     EXPECT_EQ(runs, 2);
 }

@@ -104,7 +104,7 @@ TEST_F(ManualClockTest, SleepsOfNothingOrLessEndAtOnceAndLongestOnesNever)
     Task::detached(context, sleepAndTell(&clock, 0s, "zero", &journal));
     Task::detached(context, sleepAndTell(&clock, -1s, "less", &journal));
     clock.advance(1s);
-    Task::detached(context, sleepAndTell(&clock, Clock::Duration::max(), "for ever", &journal));
+    Task::detached(context, sleepAndTell(&clock, Clock::Duration::max(), "forever", &journal));
     clock.advance(1h, context);
     EXPECT_THAT(journal, ElementsAre("zero", "less"));
     EXPECT_EQ(clock.pendingSleeps(), 1U);

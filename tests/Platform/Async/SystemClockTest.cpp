@@ -72,13 +72,13 @@ TEST_F(SystemClockTest, ACancelledTaskDoesNotSleepEvenForNothing)
 TEST_F(SystemClockTest, CancelledASleepEndsAtOnceHoweverLong)
 {
     Task hour(context, sleepAndTell(&clock, 1h, "an hour", &journal));
-    Task ever(context, sleepAndTell(&clock, Clock::Duration::max(), "for ever", &journal));
+    Task ever(context, sleepAndTell(&clock, Clock::Duration::max(), "forever", &journal));
     context.runUntilIdle();
     EXPECT_TRUE(journal.empty());
     hour.cancel();
     ever.cancel();
     context.runUntilIdle();
-    EXPECT_THAT(journal, ElementsAre("an hour cancelled", "for ever cancelled"));
+    EXPECT_THAT(journal, ElementsAre("an hour cancelled", "forever cancelled"));
 }
 
 TEST_F(SystemClockTest, SleepsEndInTheOrderOfTheirDeadlines)

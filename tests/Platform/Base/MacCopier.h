@@ -12,7 +12,7 @@ struct MacCopier {
     int clonesMade = 0;
     int pieces = 0;
     bool locked = false;
-    bool wentOnAfterError = false; ///< which would repeat for ever
+    bool wentOnAfterError = false; ///< which would repeat forever
 };
 
 /// The behaviour from now on.

@@ -112,7 +112,7 @@ TEST_F(SocketRelayTest, GivesWhatWasSaidBeforeTheCutToWhoStillWrites)
     }
     EXPECT_EQ(readFrom(client), "refused");
     relay.move();
-    EXPECT_LT(write(client, "more"), 0) << "libcurl would wait for ever";
+    EXPECT_LT(write(client, "more"), 0) << "libcurl would wait forever";
     EXPECT_THAT(awaitedBy(relay), IsEmpty()) << "a cut is reported all the time to who waits for anything";
 }
 

@@ -113,8 +113,8 @@ TEST(JourneyProgram, CallsNobodyWhereTheAddressIsNone)
     const LinkedFixture fix;
     const auto program = fix.share("127.0.0.1:8787", {"--yes"});
     EXPECT_EQ(program->exitCode(), 2);
-    EXPECT_EQ(program->errors(), "-VornAPIBaseURLOverride must be an https address, or an http one of this very "
-                                 "machine, not \"127.0.0.1:8787\"\nRun with --help for more information.\n");
+    EXPECT_EQ(program->errors(), "-VornAPIBaseURLOverride must be an https address, or an http address on this "
+                                 "computer, not \"127.0.0.1:8787\"\nRun with --help for more information.\n");
 }
 
 TEST(JourneyProgram, SaysThatThereIsNoConversation)
@@ -158,7 +158,7 @@ TEST(JourneyProgram, SaysWhatTheNamedDatabaseIsNot)
     fix.link(sandbox);
     testing::writeFile(fix.folder / "notes.txt", "Dear diary");
     for (const auto& [name, text] :
-         {std::pair("missing.db", "There is no database at @.\n"), std::pair("notes.txt", "@ is no database.\n")}) {
+         {std::pair("missing.db", "There is no database at @.\n"), std::pair("notes.txt", "@ is not a database.\n")}) {
         const std::string path = (fix.folder / name).string();
         const auto program = fix.start(sandbox.url(), {"--yes", "-VornMessagesDatabaseOverride", path});
         EXPECT_EQ(program->exitCode(), 12);
@@ -176,7 +176,7 @@ TEST(JourneyProgram, SaysThatTheUsersOwnDatabaseIsNone)
     const auto program = fix.start("http://127.0.0.1:9", {"--yes"},
                                    {{"LD_PRELOAD", NO_USERS_MODULE}, {"HOME", fix.folder.path().string()}});
     EXPECT_EQ(program->exitCode(), 12);
-    EXPECT_EQ(program->errors(), own.string() + " is no database.\n");
+    EXPECT_EQ(program->errors(), own.string() + " is not a database.\n");
 }
 
 TEST(JourneyProgram, NeedsAFolderForTemporaryFiles)

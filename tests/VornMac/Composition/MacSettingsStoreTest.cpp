@@ -98,8 +98,8 @@ TEST_F(MacSettingsStore, LogsWhatCannotBeKept)
     own.setText("Place", "\xFF");
     EXPECT_EQ(own.text("Place"), "\xFF");
     EXPECT_THAT(log.lines(), ElementsAre("[app] user defaults save failed: they cannot be written",
-                                         "[app] user defaults save failed: the key is no text",
-                                         "[app] user defaults save failed: the value is no text"));
+                                         "[app] user defaults save failed: the key is not text",
+                                         "[app] user defaults save failed: the value is not text"));
     EXPECT_THAT(macPreferences().kept, IsEmpty());
 }
 

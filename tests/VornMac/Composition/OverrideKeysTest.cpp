@@ -48,7 +48,7 @@ TEST(OverrideKeys, RefuseInATerminalWhatOnlyTheWindowKnows)
 TEST(OverrideKeys, RefuseValuesThatAreNotFit)
 {
     const std::string address =
-        "-VornAPIBaseURLOverride must be an https address, or an http one of this very machine, ";
+        "-VornAPIBaseURLOverride must be an https address, or an http address on this computer, ";
     for (const auto& [value, shown] : std::vector<std::pair<std::string, std::string>>{
              {"", ""},
              {"nonsense", "nonsense"},
@@ -90,7 +90,7 @@ TEST(OverrideKeys, LookAtTheUsersSettingsToo)
     EXPECT_EQ(overrides::mistakeIn(settings, Program::terminal), std::nullopt);
     settings.setText("VornAPIBaseURLOverride", "htp://127.0.0.1");
     EXPECT_EQ(overrides::mistakeIn(settings, Program::terminal),
-              "The setting VornAPIBaseURLOverride must be an https address, or an http one of this very machine, "
+              "The setting VornAPIBaseURLOverride must be an https address, or an http address on this computer, "
               "not \"htp://127.0.0.1\"");
     const LayeredDefaults overridden({{"VornAPIBaseURLOverride", "http://127.0.0.1"}}, settings);
     EXPECT_EQ(overrides::mistakeIn(overridden, Program::terminal), std::nullopt);

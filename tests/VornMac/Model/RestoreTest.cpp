@@ -143,7 +143,7 @@ TEST_F(Restore, IsTriedAgainWhenAskedTo)
 TEST_F(Restore, IsForgoneByWhoLinksAgain)
 {
     launchRefused();
-    fix_.model().forgoSession();
+    fix_.model().continueSignedOut();
     fix_.model().start();
     fix_.run();
     EXPECT_TRUE(isAt(phase::Idle{}));
@@ -155,7 +155,7 @@ TEST_F(Restore, IsForgoneByWhoLinksAgain)
 TEST_F(Restore, IsForgoneAfterARefusalAlone)
 {
     fix_.launch();
-    fix_.model().forgoSession();
+    fix_.model().continueSignedOut();
     EXPECT_TRUE(isAt(phase::Loading{}));
 }
 
