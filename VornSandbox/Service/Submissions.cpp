@@ -1,11 +1,14 @@
 #include "VornSandbox/Service/Submissions.h"
 
+#include "Platform/Base/FileDescriptor.h"
 #include "Platform/Base/FileManager.h"
 #include "VornSandbox/Service/RequestChecks.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cerrno>
+#include <system_error>
 
 namespace vorn::sandbox {
 namespace {
@@ -15,19 +18,6 @@ using nlohmann::json;
 constexpr auto questId = "quest_nimbrel";
 constexpr auto termsVersion = "vorn-mac-nimbrel-1";
 constexpr std::int64_t mostShown = 20;
-
-/// Removes parts that an earlier run had not received whole, and what earlier versions unpacked there.
-void removeLeftovers(const std::filesystem::path& uploads)
-{
-    std::vector<std::filesystem::path> leftovers;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(uploads)) {
-        const std::string name = entry.path().filename().string();
-        if (entry.is_regular_file() && name != "archive.zip" && !name.starts_with("part-")) {
-            leftovers.push_back(entry.path());
-        }
-    }
-    for (const auto& file : leftovers) FileManager::standard().remove(file);
-}
 
 ServiceError noSuchSubmission()
 {
@@ -60,9 +50,8 @@ Submissions::Submissions(State& state, const Settings& settings, const Accounts&
                          std::filesystem::path uploads)
     : state_(state), settings_(settings), accounts_(accounts), uploads_(std::move(uploads))
 {
-    removeLeftovers(uploads_);
-    // A service that ended while it joined parts did not finish; the Mac may complete again.
-    state_.run("UPDATE submission SET status = 'open' WHERE status = 'assembling'");
+    // A service that ended while it checked an archive did not finish; the Mac may complete again.
+    state_.run("UPDATE submission SET status = 'open' WHERE status = 'checking'");
 }
 
 std::vector<Route> Submissions::routes()
@@ -136,6 +125,7 @@ Answer Submissions::create(const Call& call)
     refuseWrongPlan(request);
     while (const auto unfinished = newest(user, "status = 'open'")) discard(*unfinished);
     const std::string id = newIdentifier("sub_");
+    makeArchive(id);
     state_.run(
         "INSERT INTO submission(id, userId, attempt, assetId, uploadId, sizeBytes, partCount, partSize, timezone,"
         " locale, status, createdAt) VALUES (?1, ?2, (SELECT count(*) + 1 FROM submission WHERE userId = ?2),"
@@ -157,7 +147,7 @@ Answer Submissions::create(const Call& call)
 
 void Submissions::refuseTooEarly(const std::string& userId) const
 {
-    if (newest(userId, "status IN ('review', 'assembling')")) {
+    if (newest(userId, "status IN ('review', 'checking')")) {
         throw ServiceError(409, "in_review", "Your last upload is still in review.");
     }
     const auto last = newest(userId, "status IN ('approved', 'rejected', 'expired')");
@@ -186,12 +176,21 @@ Answer Submissions::abort(const Call& call)
 {
     const auto lock = state_.lock();
     const Submission submission = own(call);
-    if (submission.isOpen() || submission.status == "assembling") {
+    if (submission.isOpen() || submission.status == "checking") {
         discard(submission);
     } else if (submission.status != "aborted") {
         throw ServiceError(409, "already_complete", "The upload is complete and can no longer be aborted.");
     }
     return Answer::of({{"status", "aborted"}});
+}
+
+/// Parts are written into it, each to its place.
+void Submissions::makeArchive(const std::string& id) const
+{
+    FileManager::standard().createPrivateDirectory(folderOf(id));
+    if (createPrivateFile(archiveFile(id))) return;
+    throw std::filesystem::filesystem_error("cannot make", archiveFile(id),
+                                            std::error_code(errno, std::generic_category()));
 }
 
 void Submissions::discard(const Submission& submission)
@@ -242,7 +241,7 @@ void Submissions::settle()
 /// "uploading", "analyzing", "review_pending", "approved", "rejected", "expired" or "aborted".
 std::string Submissions::shownStatus(const Submission& submission) const
 {
-    if (submission.isOpen() || submission.status == "assembling") return "uploading";
+    if (submission.isOpen() || submission.status == "checking") return "uploading";
     if (submission.status != "review") return submission.status;
     return state_.now() < submission.completedAt + settings_.reviewStep.count() ? "analyzing" : "review_pending";
 }

@@ -15,12 +15,12 @@
 
 namespace vorn::sandbox {
 
-/// The quest's submissions: opened, filled with parts, completed and reviewed. Parts lie as files in a folder for each
-/// submission until they are joined to its archive. Threads: any; the state's lock is never held while a body is read
-/// or files are joined.
+/// The quest's submissions: opened, filled with parts, completed and reviewed. Each has a folder with its archive, into
+/// which parts are written as they come. Threads: any; the state's lock is never held while a body is read or a file
+/// is checked.
 class Submissions {
 public:
-    /// Keeps files in `uploads`, and removes what an earlier run left unfinished there.
+    /// Keeps files in `uploads`.
     Submissions(State& state, const Settings& settings, const Accounts& accounts, std::filesystem::path uploads);
     Submissions(Submissions&&) = delete;
 
@@ -37,8 +37,8 @@ public:
     std::filesystem::path archiveOf(const std::string& id) const;
 
 private:
-    /// A stored submission with its one asset. Its stored status is "open" (parts arrive), "assembling" (the parts are
-    /// being joined and checked), "review", "approved", "rejected", "expired" or "aborted".
+    /// A stored submission with its one asset. Its stored status is "open" (parts arrive), "checking" (the archive
+    /// is being read), "review", "approved", "rejected", "expired" or "aborted".
     struct Submission {
         std::string id;
         std::string userId;
@@ -82,6 +82,7 @@ private:
     static Request readRequest(const Call& call);
     void refuseTooEarly(const std::string& userId) const;
     void refuseWrongPlan(const Request& request) const;
+    void makeArchive(const std::string& id) const;
     void discard(const Submission& submission);
     nlohmann::json standingOf(const std::string& userId) const;
     std::string shownStatus(const Submission& submission) const;
@@ -90,8 +91,7 @@ private:
     nlohmann::json viewOf(const Submission& submission) const;
 
     std::pair<Submission, std::int64_t> expectPart(const Call& call) const;
-    void beginAssembling(const std::string& id, const ListedParts& parts);
-    void assemble(const Submission& submission, const std::string& sha256) const;
+    void beginChecking(const std::string& id, const ListedParts& parts);
     Submission beginReview(const Submission& submission, const std::string& sha256);
 
     std::vector<Submission> select(const std::string& where, const std::vector<SQLiteValue>& values) const;
@@ -100,7 +100,6 @@ private:
     Submission requireStill(const std::string& status, const std::string& id) const;
     Submission own(const Call& call) const;
     std::filesystem::path folderOf(const std::string& id) const { return uploads_ / id; }
-    std::filesystem::path partFile(const std::string& id, std::int64_t number) const;
     std::filesystem::path archiveFile(const std::string& id) const { return folderOf(id) / "archive.zip"; }
 
     State& state_;

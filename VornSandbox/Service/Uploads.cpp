@@ -1,5 +1,3 @@
-#include "Platform/Base/FileDescriptor.h"
-#include "Platform/Base/FileManager.h"
 #include "Platform/Base/SHA256.h"
 #include "VornSandbox/Service/Archive.h"
 #include "VornSandbox/Service/RequestChecks.h"
@@ -8,11 +6,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cerrno>
+#include <chrono>
 #include <fstream>
-#include <system_error>
 
-// The upload half of `Submissions`: part URLs, parts, and joining them.
+// The upload half of `Submissions`: part URLs, parts, and the archive that they make.
 
 namespace vorn::sandbox {
 namespace {
@@ -21,30 +18,16 @@ using nlohmann::json;
 
 constexpr std::size_t largestList = 4 * std::size_t{1024} * 1024; ///< 10,000 parts with their ETags fit
 constexpr std::int64_t mostURLsAtOnce = 50;
-constexpr std::size_t pieceSize = 1024 * std::size_t{1024};
 
-/// Opens a new file for this user only. Throws `std::system_error`, also when it is written to.
-std::ofstream newPrivateFile(const std::filesystem::path& file)
-{
-    if (!createPrivateFile(file)) {
-        throw std::filesystem::filesystem_error("cannot make", file, std::error_code(errno, std::generic_category()));
-    }
-    std::ofstream stream;
-    stream.exceptions(std::ios::badbit | std::ios::failbit);
-    stream.open(file, std::ios::binary);
-    return stream;
-}
-
-/// A part's bytes while they arrive. Removes its file unless that was moved away.
+/// Writes a part to its place in the archive while it arrives. Throws `std::system_error`.
 class IncomingPart {
 public:
-    explicit IncomingPart(std::filesystem::path file) : file_(std::move(file)), stream_(newPrivateFile(file_)) {}
-    ~IncomingPart()
+    IncomingPart(const std::filesystem::path& archive, std::int64_t offset)
     {
-        std::error_code ignored; // it may have gone with its folder
-        std::filesystem::remove(file_, ignored);
+        stream_.exceptions(std::ios::badbit | std::ios::failbit);
+        stream_.open(archive, std::ios::in | std::ios::out | std::ios::binary);
+        stream_.seekp(offset);
     }
-    IncomingPart(IncomingPart&&) = delete;
 
     void write(std::string_view bytes)
     {
@@ -59,11 +42,9 @@ public:
         return '"' + hash_.hexDigest().substr(0, 32) + '"';
     }
     std::int64_t size() const { return size_; }
-    const std::filesystem::path& file() const { return file_; }
 
 private:
-    std::filesystem::path file_;
-    std::ofstream stream_;
+    std::fstream stream_;
     SHA256 hash_;
     std::int64_t size_ = 0;
 };
@@ -94,11 +75,6 @@ bool isSHA256(const std::string& text)
 std::int64_t Submissions::Submission::sizeOfPart(std::int64_t number) const
 {
     return std::clamp(sizeBytes - (number - 1) * partSize, std::int64_t{0}, partSize);
-}
-
-std::filesystem::path Submissions::partFile(const std::string& id, std::int64_t number) const
-{
-    return folderOf(id) / ("part-" + std::to_string(number));
 }
 
 Submissions::Submission Submissions::requireStill(const std::string& status, const std::string& id) const
@@ -149,12 +125,11 @@ json Submissions::partsJSON(const Call& call, const Submission& submission, std:
     return parts;
 }
 
-/// The submission and the number of the part that may be put there.
+/// The submission and the number of the part that may be put there. Hold the state's lock.
 std::pair<Submissions::Submission, std::int64_t> Submissions::expectPart(const Call& call) const
 {
     const std::string& asset = call.arguments[0];
     const std::int64_t number = wholeNumber(call.arguments[1]).value_or(0);
-    const auto lock = state_.lock();
     const auto expiresAt =
         state_.number("SELECT expiresAt FROM partURL WHERE signatureHash = ? AND assetId = ? AND number = ?",
                       {hashOf(call.queryValue("signature")), asset, number});
@@ -169,21 +144,19 @@ std::pair<Submissions::Submission, std::int64_t> Submissions::expectPart(const C
 // PUT /uploads/<asset>/<part>?expires=…&signature=…
 Answer Submissions::putPart(const Call& call)
 {
+    auto lock = state_.lock();
     const auto [submission, number] = expectPart(call);
     const std::int64_t size = submission.sizeOfPart(number);
     checkPartFrame(call, size);
-    auto lock = state_.lock(); // an abort may be removing the folder
-    requireStill("open", submission.id);
-    const std::filesystem::path folder = folderOf(submission.id);
-    if (!std::filesystem::is_directory(folder)) FileManager::standard().createPrivateDirectory(folder);
-    IncomingPart part(folder / newIdentifier("incoming-"));
+    // From now on an earlier one is overwritten.
+    state_.run("DELETE FROM part WHERE submissionId = ? AND number = ?", {submission.id, number});
+    IncomingPart part(archiveFile(submission.id), (number - 1) * submission.partSize);
     lock.unlock();
     if (size > 0) call.readBody([&](std::string_view piece) { part.write(piece); });
     if (part.size() != size) throw ServiceError(400, "wrong_part_size", "The part broke off.");
     const std::string etag = part.finish();
     lock.lock();
     requireStill("open", submission.id);
-    std::filesystem::rename(part.file(), partFile(submission.id, number));
     state_.run("INSERT OR REPLACE INTO part VALUES (?, ?, ?, ?)", {submission.id, number, size, etag});
     return {.contentType = "text/plain", .headers = {{"ETag", etag}}};
 }
@@ -201,23 +174,25 @@ Answer Submissions::complete(const Call& call)
     const std::string sha256 = body.text("sha256");
     if (!isSHA256(sha256)) throw ServiceError(422, "bad_sha256", "sha256 is not 64 lower-case hexadecimal digits.");
     lock.lock();
-    beginAssembling(submission.id, parts);
+    beginChecking(submission.id, parts);
     lock.unlock();
     try {
-        assemble(submission, sha256);
+        if (SHA256::hexDigestOfFile(archiveFile(submission.id)) != sha256) {
+            throw ServiceError(422, "wrong_sha256", "The archive's SHA-256 is another one.");
+        }
         const Submission reviewed = beginReview(submission, sha256);
         lock.lock();
         return Answer::of(statusJSON(reviewed));
     } catch (...) {
         if (!lock) lock.lock();
-        requireStill("assembling", submission.id); // an abort may have removed the files: say that instead
+        requireStill("checking", submission.id); // an abort may have removed the file: say that instead
         state_.run("UPDATE submission SET status = 'open' WHERE id = ?", {submission.id});
         throw;
     }
 }
 
 /// Throws unless all parts are listed in order, each with the ETag of its answer.
-void Submissions::beginAssembling(const std::string& id, const ListedParts& parts)
+void Submissions::beginChecking(const std::string& id, const ListedParts& parts)
 {
     const Submission now = requireStill("open", id);
     if (static_cast<std::int64_t>(parts.size()) != now.partCount) {
@@ -231,44 +206,14 @@ void Submissions::beginAssembling(const std::string& id, const ListedParts& part
             throw ServiceError(422, "bad_etag", fmt::format("Part {} has not arrived with that ETag.", number));
         }
     }
-    state_.run("UPDATE submission SET status = 'assembling' WHERE id = ?", {id});
-}
-
-/// Joins the parts to the archive; the parts stay.
-void Submissions::assemble(const Submission& submission, const std::string& sha256) const
-{
-    std::filesystem::remove(archiveFile(submission.id));
-    std::ofstream archive = newPrivateFile(archiveFile(submission.id));
-    SHA256 hash;
-    std::int64_t size = 0;
-    std::string piece(pieceSize, '\0');
-    for (std::int64_t number = 1; number <= submission.partCount; ++number) {
-        std::ifstream part(partFile(submission.id, number), std::ios::binary);
-        if (!part) throw ServiceError(500, "internal", fmt::format("Part {} cannot be read.", number));
-        while (part.read(piece.data(), static_cast<std::streamsize>(piece.size())) || part.gcount() > 0) {
-            const std::string_view bytes = std::string_view(piece).substr(0, static_cast<std::size_t>(part.gcount()));
-            hash.update(bytesOf(bytes));
-            archive.write(piece.data(), part.gcount());
-            size += part.gcount();
-        }
-    }
-    archive.close();
-    if (size != submission.sizeBytes) {
-        throw ServiceError(422, "wrong_size", fmt::format("{} bytes arrived, not {}.", size, submission.sizeBytes));
-    }
-    if (hash.hexDigest() != sha256) {
-        throw ServiceError(422, "wrong_sha256", "The archive's SHA-256 is another one.");
-    }
+    state_.run("UPDATE submission SET status = 'checking' WHERE id = ?", {id});
 }
 
 Submissions::Submission Submissions::beginReview(const Submission& submission, const std::string& sha256)
 {
     const ArchiveVerdict verdict = inspectArchive(archiveFile(submission.id));
     const auto lock = state_.lock();
-    requireStill("assembling", submission.id);
-    for (std::int64_t part = 1; part <= submission.partCount; ++part) {
-        FileManager::standard().remove(partFile(submission.id, part));
-    }
+    requireStill("checking", submission.id);
     state_.run(
         "UPDATE submission SET status = 'review', completedAt = ?, sha256 = ?, finding = ?, checkedStatus = ?,"
         " checkedReason = ? WHERE id = ?",

@@ -105,23 +105,6 @@ TEST(KeptState, IsForItsOwnerOnly)
     }
 }
 
-TEST(KeptState, LosesWhatAnEarlierRunLeftUnfinished)
-{
-    const TemporaryFolder folder;
-    std::string id;
-    {
-        const SandboxFixture first(keptIn(folder));
-        id = first.submit(first.link().token, archive);
-    }
-    const auto uploads = folder / "state" / "uploads" / id;
-    writeFile(uploads / "incoming-0123", "half a part");
-    writeFile(uploads / "messages.json", "unpacked");
-    const SandboxFixture second(keptIn(folder));
-    EXPECT_FALSE(exists(uploads / "incoming-0123"));
-    EXPECT_FALSE(exists(uploads / "messages.json"));
-    EXPECT_EQ(readFile(uploads / "archive.zip"), archive);
-}
-
 TEST(KeptState, IsKeptByOneServiceAtATime)
 {
     const TemporaryFolder folder;

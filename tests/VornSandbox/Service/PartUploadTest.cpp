@@ -1,3 +1,4 @@
+#include "tests/VornSandbox/Service/RawClient.h"
 #include "tests/VornSandbox/Service/SandboxFixture.h"
 
 #include <gtest/gtest.h>
@@ -108,6 +109,32 @@ TEST(PartUpload, ReplacesAnEarlierPart)
     const OpenUpload test;
     test.fix.put(test.upload.urls.at(1), std::string(1000, 'z'));
     const json parts = test.fix.putAll(test.upload, archive);
+    EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).status, 200);
+}
+
+TEST(PartUpload, ComeInAnyOrder)
+{
+    const OpenUpload test;
+    json parts(3, nullptr);
+    for (const std::int64_t number : {3, 1, 2}) {
+        const std::string bytes = archive.substr(static_cast<std::size_t>(number - 1) * 1000, 1000);
+        const Reply reply = test.fix.put(test.upload.urls.at(number), bytes);
+        parts[static_cast<std::size_t>(number - 1)] = {{"partNumber", number}, {"etag", reply.headers.at("etag")}};
+    }
+    EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).status, 200);
+}
+
+TEST(PartUpload, CountsOnlyOnceItHasArrivedWhole)
+{
+    const OpenUpload test;
+    const json parts = test.fix.putAll(test.upload, archive);
+    const std::string path = test.upload.urls.at(1).substr(test.fix.baseURL().size());
+    const RawClient client(test.fix.port());
+    client.send(rawRequest(test.fix.port(), "PUT " + path, "Content-Length: 1000\r\n") + "half of it");
+    client.finishSending();
+    client.readToEnd();
+    EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).body["code"], "bad_etag");
+    test.fix.put(test.upload.urls.at(1), test.first);
     EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).status, 200);
 }
 

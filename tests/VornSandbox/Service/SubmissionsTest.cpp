@@ -202,7 +202,7 @@ TEST(Submissions, AbortFreesTheParts)
     const std::string token = fix.link().token;
     const Upload upload = fix.open(token, archive);
     const json parts = fix.putAll(upload, archive);
-    EXPECT_TRUE(std::filesystem::exists(folder / "uploads" / upload.id / "part-1"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "uploads" / upload.id / "archive.zip"));
     EXPECT_EQ(abort(fix, token, upload.id).status, 200);
     EXPECT_FALSE(std::filesystem::exists(folder / "uploads" / upload.id));
     EXPECT_EQ(fix.submission(token, upload.id).body["status"], "aborted");
