@@ -94,9 +94,9 @@ std::optional<std::string> mistakeOnLine(const ArgumentDefaults& pairs, std::spa
         if (const auto mistake = unfit(*key, "-" + name, value)) return mistake;
     }
     const auto end = std::ranges::find(words, "--"); // nothing after it is an override
-    const auto lonely = std::find_if(words.begin(), end, &ArgumentDefaults::isKey);
-    if (lonely == end) return std::nullopt;
-    const std::string name = lonely->substr(1);
+    const auto keyWithoutValue = std::find_if(words.begin(), end, &ArgumentDefaults::isKey);
+    if (keyWithoutValue == end) return std::nullopt;
+    const std::string name = keyWithoutValue->substr(1);
     return find(keys, name) == nullptr ? unknown(name, keys) : "-" + name + " needs a value";
 }
 

@@ -51,10 +51,12 @@ Async<std::vector<CompletedPart>> PartUpload::sendAll(std::filesystem::path file
 Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
 {
     const auto sentAfterwards = plan_.range(part).begin + body->size();
-    bool refreshed = false; // at most one fresh URL for each part
-    while (true) {
-        const HTTPResponse response = co_await put(part, co_await urlOf(part, &refreshed), body);
-        if (response.status == 403 && !std::exchange(refreshed, true)) { // expired, most likely
+    for (bool isFresh = false;; isFresh = true) { // at most one fresh URL for each part
+        auto url = knownURL(part);
+        HTTPResponse response;
+        if (url) response = co_await put(part, *std::move(url), body);
+        const bool mayHaveExpired = response.status == 403;
+        if (!isFresh && (!url || mayHaveExpired)) {
             co_await fetchWindow(part);
             continue;
         }
@@ -66,16 +68,10 @@ Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
     }
 }
 
-Async<URL> PartUpload::urlOf(std::int64_t part, bool* refreshed)
+std::optional<URL> PartUpload::knownURL(std::int64_t part) const
 {
-    while (true) {
-        const auto known = urls_.find(part);
-        if (known != urls_.end()) {
-            if (auto url = acceptablePartURL(known->second)) co_return *std::move(url);
-        }
-        if (std::exchange(*refreshed, true)) throw UploadError(UploadError::PartRefused{part, 0});
-        co_await fetchWindow(part);
-    }
+    const auto known = urls_.find(part);
+    return known != urls_.end() ? acceptablePartURL(known->second) : std::nullopt;
 }
 
 Async<> PartUpload::fetchWindow(std::int64_t part)
@@ -87,19 +83,18 @@ Async<> PartUpload::fetchWindow(std::int64_t part)
 
 Async<HTTPResponse> PartUpload::put(std::int64_t part, URL url, Body body) const
 {
-    HTTPRequest request{
-        .method = HTTPRequest::Method::put,
-        .url = std::move(url),
-        .headers = {},
-        .body = std::move(body),
-        .inactivityLimit = 120s,
-        .onBodyProgress = nullptr,
-    };
-    request.onBodyProgress = [progress = progress_, begin = plan_.range(part).begin,
-                              total = plan_.totalSize](std::int64_t bytesSent) {
+    const auto onBodyProgress = [progress = progress_, begin = plan_.range(part).begin,
+                                 total = plan_.totalSize](std::int64_t bytesSent) {
         if (progress) progress({begin + bytesSent, total});
     };
-    return httpAnswer(services_.transfer, std::move(request));
+    return httpAnswer(services_.transfer, {
+                                              .method = HTTPRequest::Method::put,
+                                              .url = std::move(url),
+                                              .headers = {},
+                                              .body = std::move(body),
+                                              .inactivityLimit = 120s,
+                                              .onBodyProgress = onBodyProgress,
+                                          });
 }
 
 void PartUpload::report(std::int64_t bytesSent) const

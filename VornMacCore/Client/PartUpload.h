@@ -4,6 +4,7 @@
 #include "VornMacCore/Client/PartReader.h"
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -24,7 +25,7 @@ private:
 
     Async<std::vector<CompletedPart>> sendAll(std::filesystem::path file);
     Async<CompletedPart> send(std::int64_t part, Body body);
-    Async<URL> urlOf(std::int64_t part, bool* refreshed);
+    std::optional<URL> knownURL(std::int64_t part) const;
     Async<> fetchWindow(std::int64_t part);
     Async<HTTPResponse> put(std::int64_t part, URL url, Body body) const;
     void report(std::int64_t bytesSent) const;
