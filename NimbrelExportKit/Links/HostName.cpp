@@ -143,6 +143,21 @@ Host readLiteral(std::string_view text, std::size_t at)
     return {.begin = at, .end = end + 1, .readTo = end, .kind = valid ? Host::Kind::address : Host::Kind::none};
 }
 
+/// Whether the name goes on after the label that ends at `end`.
+bool hasAnotherLabel(std::string_view text, std::size_t end)
+{
+    return end + 1 < text.size() && text[end] == '.' && !readLabel(text.substr(0, end + 5), end + 1).text.empty();
+}
+
+/// `label`, which begins at `at` and ends the name, without what belongs to the sentence: a hyphen after the whole name
+/// is a dash, and "_example.com_" is emphasised.
+Label withoutPunctuation(const Label& label, std::string_view text, std::size_t at, char before)
+{
+    const std::size_t last = label.text.find_last_not_of(before == '_' ? "-_" : "-");
+    if (last == npos || last + 1 >= label.text.size()) return label;
+    return readLabel(text.substr(0, at + last + 1), at);
+}
+
 } // namespace
 
 Host readHost(std::string_view text, std::size_t at, char before)
@@ -161,19 +176,14 @@ Host readHost(std::string_view text, std::size_t at, char before)
             end = at + cut;
             break;
         }
-        const bool goesOn =
-            end + 1 < text.size() && text[end] == '.' && !readLabel(text.substr(0, end + 5), end + 1).text.empty();
+        const bool goesOn = hasAnotherLabel(text, end);
         if (!goesOn && name.labels() > 1 && beginsSentence(name.last().text, label.text, text.substr(end))) {
             end = at - 1;
             break;
         }
         if (!goesOn && name.labels() > 0) {
-            // A hyphen after the whole name is a dash of the sentence; "_example.com_" is emphasised.
-            const std::size_t size = label.text.find_last_not_of(before == '_' ? "-_" : "-");
-            if (size != npos && size + 1 < label.text.size()) {
-                end = at + size + 1;
-                label = readLabel(text.substr(0, end), at);
-            }
+            label = withoutPunctuation(label, text, at, before);
+            end = at + label.text.size();
         }
         name.add(label);
         if (!goesOn) break;
