@@ -5,7 +5,7 @@
 #include "Tools/Terminal/TerminalOptions.h"
 #include "VornMac/Application/CommandLine.h"
 #include "VornMac/Composition/OverrideKeys.h"
-#include "VornSandbox/SampleHistoryTool/SampleHistoryCommandLine.h"
+#include "VornSandbox/SampleHistory/SampleHistoryCommandLine.h"
 #include "VornSandbox/Service/ServiceOptions.h"
 
 #include <algorithm>

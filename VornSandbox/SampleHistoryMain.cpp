@@ -1,7 +1,7 @@
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/InterruptWatch.h"
 #include "Platform/Base/PrintableText.h"
-#include "VornSandbox/SampleHistoryTool/SampleHistoryCommandLine.h"
+#include "VornSandbox/SampleHistory/SampleHistoryCommandLine.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-#include "VornSandbox/SampleHistoryTool/SampleHistoryCommandLine.h"
+#include "VornSandbox/SampleHistory/SampleHistoryCommandLine.h"
 
 #include "Platform/Base/Dates.h"
 #include "Platform/Base/PrintableText.h"
