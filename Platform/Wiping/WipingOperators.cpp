@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <new>
 
-// Tokens pass through many hands: bodies, the parser's tree, records, coroutines, headers. Each of them frees its
-// memory through these, so that none has to know what it held. The standard library's other forms, but for those that
-// are aligned, call these two.
+// Tokens are copied into many objects: bodies, the parser's tree, records, coroutines, headers. All of them
+// free their memory through these operators, so none has to know what it held. The standard library's other forms,
+// except the aligned ones, call these.
 
 void* operator new(std::size_t size)
 {

@@ -11,7 +11,6 @@ namespace vorn::memory {
 namespace {
 
 constexpr std::size_t largePage = 2 * 1024 * 1024;
-constexpr std::size_t worthLargePages = 4 * largePage;
 
 } // namespace
 
@@ -22,12 +21,12 @@ void keepPrivate() noexcept
         core.rlim_cur = 0;
         setrlimit(RLIMIT_CORE, &core);
     }
-    prctl(PR_SET_DUMPABLE, 0); // a system may hand a crash to a program, which the limit does not prevent
+    prctl(PR_SET_DUMPABLE, 0); // the system may pipe core dumps to a program, whatever the limit
 }
 
 void* allocate(std::size_t size)
 {
-    const bool isLarge = size >= worthLargePages;
+    const bool isLarge = size >= largeBlock;
     const std::size_t whole = isLarge ? (size + largePage - 1) / largePage * largePage : size;
     void* block = isLarge ? std::aligned_alloc(largePage, whole) : std::malloc(size);
     if (block == nullptr && size > 0) throw std::bad_alloc();
@@ -42,7 +41,7 @@ void release(void* block) noexcept
 
 std::size_t sizeOf(const void* block) noexcept
 {
-    return malloc_usable_size(const_cast<void*>(block)); // reads it alone
+    return malloc_usable_size(const_cast<void*>(block)); // only reads the block
 }
 
 void returnFreed() noexcept

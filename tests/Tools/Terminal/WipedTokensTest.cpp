@@ -1,5 +1,7 @@
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/MainContext.h"
+#include "Platform/Base/Bytes.h"
+#include "Platform/Base/UUID.h"
 #include "VornMacCore/Client/APIConfiguration.h"
 #include "VornMacCore/Client/KeychainTokenStore.h"
 #include "VornMacCore/Client/RememberingTokenStore.h"
@@ -7,6 +9,8 @@
 #include "VornMacCore/Wire/Application.h"
 #include "tests/Tools/Terminal/ProcessMemory.h"
 #include "tests/Tools/Terminal/TerminalFixture.h"
+
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -47,7 +51,7 @@ private:
     Program front_;
 };
 
-/// The client as programs put it together.
+/// The client as the programs assemble it, signed in.
 struct SignedIn {
     explicit SignedIn(bool secure)
         : front(secure ? std::make_unique<SecureSandbox>(surroundings.folder) : nullptr),
@@ -83,12 +87,27 @@ TEST_P(WipedTokens, AreNowhereInMemoryOnceRenewedAndSignedOut)
 {
     SignedIn fix(GetParam());
     const auto first = fix.hiddenTokens();
-    fix.main.run(fix.api.nimbrelState()); // refused at first, so that the pair is renewed
+    fix.main.run(fix.api.nimbrelState()); // refused at first, so that the pair of tokens is renewed
     const auto second = fix.hiddenTokens();
     for (const HiddenText& token : first) EXPECT_EQ(copiesInMemory(token), 0U);
     for (const HiddenText& token : second) EXPECT_GT(copiesInMemory(token), 0U); // the session is remembered
     fix.main.run(fix.api.logout());
     for (const HiddenText& token : second) EXPECT_EQ(copiesInMemory(token), 0U);
+}
+
+TEST(WipedBuffers, HoldNothingOnceTheyAreFreed)
+{
+    const HiddenText token(newUUID());
+    {
+        std::vector<ByteBuffer> buffers;
+        for (const std::size_t size : {100U, 1'000U, 10'000U, 100'000U}) {
+            ByteBuffer& buffer = buffers.emplace_back(size);
+            for (std::size_t i = 0; i < token.size(); ++i)
+                buffer[size - token.size() + i] = static_cast<std::byte>(token.at(i));
+        }
+        EXPECT_EQ(copiesInMemory(token), buffers.size());
+    }
+    EXPECT_EQ(copiesInMemory(token), 0U) << "the body of a request is such a buffer";
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, WipedTokens, ::testing::Bool(),
