@@ -78,7 +78,7 @@ int main(int argc, char** argv)
     } catch (const std::filesystem::filesystem_error& error) {
         const bool isThere = error.code() == std::errc::file_exists;
         fmt::print(stderr, "vorn-sample-history: {}\n",
-                   isThere ? printable(error.path1().string()) + " is there already. --force replaces it."
+                   isThere ? printable(error.path1().string()) + " already exists. --force replaces it."
                            : error.what());
         return failure;
     } catch (const std::exception& error) {

@@ -15,9 +15,9 @@ Async<> endQuietly(Async<> work)
         co_await std::move(work);
     } catch (const Cancelled&) { // NOLINT(bugprone-empty-catch): the regular end of a cancelled task
     } catch (const std::exception& error) {
-        fatalError(std::string("a task ended with an error that nobody handles: ") + error.what());
+        fatalError(std::string("a task ended with an unhandled error: ") + error.what());
     } catch (...) {
-        fatalError("a task ended with an error that nobody handles");
+        fatalError("a task ended with an unhandled error");
     }
 }
 

@@ -71,7 +71,7 @@ void createMissing(const fs::path& folder)
 {
     if (folder.empty() || fs::is_directory(folder)) return;
     createMissing(folder.parent_path());
-    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) fail("cannot make the folder", folder, errno);
+    if (mkdir(folder.c_str(), S_IRWXU) != 0 && errno != EEXIST) fail("cannot create the folder", folder, errno);
 }
 
 } // namespace
@@ -100,11 +100,11 @@ fs::path FileManager::temporaryDirectory()
 void FileManager::createPrivateDirectory(const fs::path& directory)
 {
     createMissing(directory.parent_path());
-    if (mkdir(directory.c_str(), S_IRWXU) != 0) fail("cannot make the folder", directory, errno);
+    if (mkdir(directory.c_str(), S_IRWXU) != 0) fail("cannot create the folder", directory, errno);
     if (chmod(directory.c_str(), S_IRWXU) == 0) return; // the umask may have removed the owner's rights too
     const int code = errno;
     rmdir(directory.c_str());
-    fail("cannot make the folder", directory, code);
+    fail("cannot create the folder", directory, code);
 }
 
 void FileManager::copyFile(const fs::path& from, const fs::path& to, const CopyProgress& progress)

@@ -8,11 +8,11 @@ namespace {
 std::string_view meaningOf(std::int32_t status)
 {
     switch (status) {
-    case KeychainError::parameter: return "the request makes no sense to the keychain";
+    case KeychainError::parameter: return "the request is invalid";
     case KeychainError::userCanceled: return "the user dismissed the dialog";
     case KeychainError::notAvailable: return "there is no keychain, or it does not answer";
     case KeychainError::authFailed: return "access was refused";
-    case KeychainError::duplicateItem: return "the item exists already";
+    case KeychainError::duplicateItem: return "the item already exists";
     case KeychainError::itemNotFound: return "there is no such item";
     case KeychainError::interactionNotAllowed: return "the keychain is locked";
     case KeychainError::decode: return "what was found is not a secret";

@@ -84,7 +84,7 @@ std::optional<ByteView> SQLiteRow::blobView(int column) const
 {
     const void* content = sqlite3_column_blob(statement_, column);
     if (content == nullptr && isNull(column)) return std::nullopt; // an empty blob has no content either
-    const int size = sqlite3_column_bytes(statement_, column);     // after the content: asking converts
+    const int size = sqlite3_column_bytes(statement_, column);     // after the content, which reading may convert
     if (content == nullptr || size < 1) return ByteView();
     return ByteView(static_cast<const std::byte*>(content), static_cast<std::size_t>(size));
 }
@@ -104,7 +104,7 @@ void SQLiteStatement::run(const std::vector<SQLiteValue>& bindings)
 
 void SQLiteStatement::query(const std::vector<SQLiteValue>& bindings, const OnRow& onRow)
 {
-    sqlite3_reset(statement_.get()); // the run before may have ended early
+    sqlite3_reset(statement_.get()); // the previous run may have ended early
     bind(bindings);
     while (step()) onRow(SQLiteRow(statement_.get()));
     sqlite3_reset(statement_.get()); // ends the statement's transaction
@@ -120,7 +120,7 @@ bool SQLiteStatement::step()
 
 void SQLiteStatement::bind(const std::vector<SQLiteValue>& bindings)
 {
-    if (bindings.size() > std::numeric_limits<int>::max()) fatalError("more parameters were bound than an int counts");
+    if (bindings.size() > std::numeric_limits<int>::max()) fatalError("too many parameters were bound");
     int index = 0;
     for (const SQLiteValue& value : bindings) {
         const int result = bindValue(statement_.get(), ++index, value);

@@ -26,7 +26,7 @@ constexpr const char* exitStatuses =
     "written; 8 the private copy cannot be made; 9 the statistics cannot be printed; 10 there is nothing\n"
     "to export, and nothing was written; 1 any other problem; 128+N ended by signal N.";
 
-/// Nothing for a user without a home folder.
+/// Empty if the user has no home folder.
 fs::path usersDatabase()
 {
     try {
@@ -73,7 +73,7 @@ void addOptions(CLI::App& app, ExportOptions& options, Texts& texts)
         ->check(CLI::Validator(checkTime, ""))
         ->type_name("TIME");
     app.add_flag("--json", options.json, "Print the statistics as JSON");
-    app.add_flag("--allow-empty", options.allowEmpty, "Write an archive also where there is nothing to put into it");
+    app.add_flag("--allow-empty", options.allowEmpty, "Write an archive even if there is nothing to put into it");
 }
 
 } // namespace
@@ -96,14 +96,14 @@ std::variant<ExportOptions, ExportOptionsEnd> parseExportOptions(int argc, const
         if (key == left.end()) return mistake(error.what());
         return mistake("There is no " + printable(*key) + " here. --database names another database");
     }
-    // Not "required": CLI11 would report what is missing before what is misspelt.
+    // Not CLI11's `required`: it would report missing options before misspelt ones.
     for (const char* option : {"--handle", "--output"})
         if (app.count(option) == 0) return mistake(option + std::string(" is required"));
     if (texts.output.empty() || texts.output == "-") return mistake(preflight::mustBeFileText("--output"));
     options.isUsersOwn = texts.database.empty();
     options.database = options.isUsersOwn ? usersDatabase() : fs::path(texts.database);
     options.output = texts.output;
-    options.exportedAt = parseInternetDateTime(texts.time).value_or(now); // checked, or not given
+    options.exportedAt = parseInternetDateTime(texts.time).value_or(now); // already checked, or absent
     if (preflight::touchesDatabase(options.output, options.database))
         return ExportOptionsEnd{preflight::mustNotBeDatabaseText("--output") + "\n", true};
     return options;

@@ -9,7 +9,7 @@ std::string sentenceOf(const KeychainError& error)
     case KeychainError::notAvailable: return "There is no keychain here, or it does not answer.";
     case KeychainError::interactionNotAllowed: return "The keychain is locked.";
     case KeychainError::userCanceled: return "The keychain was not unlocked.";
-    default: return "The keychain does not let Vorn in.";
+    default: return "The keychain denies Vorn access.";
     }
 }
 

@@ -10,7 +10,7 @@ namespace {
 URL builtIn(std::string_view text)
 {
     std::optional<URL> url = URL::parse(text);
-    if (!url) fatalError("a built-in address is no URL");
+    if (!url) fatalError("a built-in address is not a URL");
     return *std::move(url);
 }
 

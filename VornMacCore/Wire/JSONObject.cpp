@@ -70,7 +70,7 @@ std::string JSONObject::string(std::string_view key) const
 std::int64_t JSONObject::integer(std::string_view key) const
 {
     const Tree* value = find(tree_, key);
-    if (value == nullptr || !fitsInteger(*value)) refuse(pathOf(key), "an integer of 64 bits", value);
+    if (value == nullptr || !fitsInteger(*value)) refuse(pathOf(key), "a 64-bit integer", value);
     return value->get<std::int64_t>();
 }
 

@@ -25,13 +25,13 @@ public:
     bool number_unsigned(number_unsigned_t value) override { return add(value); }
     bool number_float(number_float_t value, const string_t& /*token*/) override { return add(value); }
     bool string(string_t& value) override { return add(std::move(value)); }
-    bool binary(binary_t& /*value*/) override { return false; } // not in text
+    bool binary(binary_t& /*value*/) override { return false; } // never in JSON text
 
     bool start_object(std::size_t /*count*/) override { return open(Tree::object()); }
     bool key(string_t& name) override
     {
         const auto [member, isNew] = open_.back()->emplace(std::move(name), nullptr);
-        if (!isNew) throw UndecodableJSON("a key stands twice in one object");
+        if (!isNew) throw UndecodableJSON("duplicate key in an object");
         member_ = &*member;
         return true;
     }
@@ -66,7 +66,7 @@ private:
     }
     bool open(Tree container)
     {
-        if (open_.size() == JSONObject::maxDepth) throw UndecodableJSON("nested too deep");
+        if (open_.size() == JSONObject::maxDepth) throw UndecodableJSON("nested too deeply");
         open_.push_back(&place(std::move(container)));
         return true;
     }

@@ -19,7 +19,7 @@ constexpr const char* program = "vorn-sample-history";
 constexpr const char* description =
     "Writes a Messages database with an invented history: conversations with an assistant and with others.";
 
-/// Decimal digits alone: the library reads a number with a leading zero as octal.
+/// Only plain decimal digits: CLI11 reads a number with a leading zero as octal.
 CLI::Validator numberUpTo(std::uint64_t most)
 {
     return {[most](const std::string& text) {
@@ -45,7 +45,7 @@ void addOptions(CLI::App& app, SampleHistoryCommandLine& line, std::string& unti
     app.add_option("--handle", line.options.handles, "A handle of the assistant; may be repeated")
         ->allow_extra_args(false)
         ->type_name("H");
-    app.add_option("--in-log", line.options.inLog, "So many of the newest rows stay in the write-ahead log")
+    app.add_option("--in-log", line.options.inLog, "How many of the newest rows stay in the write-ahead log alone")
         ->check(numberOfRows)
         ->capture_default_str();
     app.add_option("--until", until, "No row is later than this time, such as 2026-03-01T09:15:00Z")->type_name("TIME");
@@ -64,7 +64,7 @@ std::optional<int> SampleHistoryCommandLine::parse(int argc, const char* const* 
     addOptions(app, line, until);
     try {
         app.parse(argc, argv);
-        if (app.count("--output") == 0) throw CLI::RequiredError("--output"); // reported after misspelt options
+        if (app.count("--output") == 0) throw CLI::RequiredError("--output"); // so misspelt options come first
         if (line.output == "-") throw CLI::ValidationError("--output", "must be a file, not standard output");
         if (const auto at = parseInternetDateTime(until)) {
             line.options.until = std::chrono::floor<std::chrono::seconds>(*at).time_since_epoch().count();

@@ -66,7 +66,7 @@ void guardRequest(const Call& call)
         return;
     }
     if (origin != nullptr && *origin != "http://" + *host) throw foreign("The phone obeys its own page only.");
-    // Browsers ask before they send JSON to another site, and this service never allows it.
+    // Browsers send a preflight request before JSON to another site, and this service never allows it.
     if (call.method != "GET" && !is(call.header("content-type"), "application/json")) {
         throw foreign("The phone takes JSON only.");
     }
@@ -170,7 +170,7 @@ std::int64_t RequestBody::integer(const char* key) const
     const bool fits = number.is_number_integer() &&
                       (!number.is_number_unsigned() ||
                        number.get<std::uint64_t>() <= std::uint64_t{std::numeric_limits<std::int64_t>::max()});
-    if (!fits) throw malformed(std::string(key) + " is not an integer of 64 bits.");
+    if (!fits) throw malformed(std::string(key) + " is not a 64-bit integer.");
     return number.get<std::int64_t>();
 }
 

@@ -9,7 +9,7 @@
 #include <chrono>
 #include <fstream>
 
-// The upload half of `Submissions`: part URLs, parts, and the archive that they make.
+// The upload half of `Submissions`: part URLs, parts, and the archive that they form.
 
 namespace vorn::sandbox {
 namespace {
@@ -106,7 +106,7 @@ Answer Submissions::partURLs(const Call& call)
                        {"expiresInSeconds", settings_.urlLifetimeSeconds()}});
 }
 
-/// URLs for uploading parts: until one expires, whoever holds it needs no token.
+/// URLs for uploading parts: whoever holds one needs no token until it expires.
 json Submissions::partsJSON(const Call& call, const Submission& submission, std::int64_t from, std::int64_t count)
 {
     // Not from the Host header, which the client chooses.
@@ -125,7 +125,7 @@ json Submissions::partsJSON(const Call& call, const Submission& submission, std:
     return parts;
 }
 
-/// The submission and the number of the part that may be put there. Hold the state's lock.
+/// The submission and part number that the call's URL allows to be uploaded. Hold the state's lock.
 std::pair<Submissions::Submission, std::int64_t> Submissions::expectPart(const Call& call) const
 {
     const std::string& asset = call.arguments[0];
@@ -148,7 +148,7 @@ Answer Submissions::putPart(const Call& call)
     const auto [submission, number] = expectPart(call);
     const std::int64_t size = submission.sizeOfPart(number);
     checkPartFrame(call, size);
-    // From now on an earlier one is overwritten.
+    // From now on, an earlier version of the part is being overwritten.
     state_.run("DELETE FROM part WHERE submissionId = ? AND number = ?", {submission.id, number});
     IncomingPart part(archiveFile(submission.id), (number - 1) * submission.partSize);
     lock.unlock();
@@ -178,7 +178,7 @@ Answer Submissions::complete(const Call& call)
     lock.unlock();
     try {
         if (SHA256::hexDigestOfFile(archiveFile(submission.id)) != sha256) {
-            throw ServiceError(422, "wrong_sha256", "The archive's SHA-256 is another one.");
+            throw ServiceError(422, "wrong_sha256", "The archive's SHA-256 does not match.");
         }
         const Submission reviewed = beginReview(submission, sha256);
         lock.lock();
@@ -191,7 +191,7 @@ Answer Submissions::complete(const Call& call)
     }
 }
 
-/// Throws unless all parts are listed in order, each with the ETag of its answer.
+/// Throws unless all parts are listed in order, each with the ETag that its upload returned.
 void Submissions::beginChecking(const std::string& id, const ListedParts& parts)
 {
     const Submission now = requireStill("open", id);

@@ -40,7 +40,7 @@ function showProblem(message) {
   const place = byId(byId("reader").open ? "reader-problem" : "problem");
   place.querySelector("p").textContent = message;
   place.hidden = false;
-  // It must not cover what is being used.
+  // The message must not cover the focused element.
   if (document.activeElement !== document.body) document.activeElement?.scrollIntoView({ block: "nearest" });
 }
 
@@ -160,7 +160,7 @@ function submissionCard(submission, view) {
   return card;
 }
 
-// Unchanged cards stay, and with them the focus and what is chosen in them.
+// Unchanged cards are kept, with their focus and selections.
 const shown = new Map();
 
 function showCards(holder, items, view, build) {
@@ -242,7 +242,7 @@ const list = (value) => Array.isArray(value) ? value : [];
 
 function messageItem(message) {
   if (typeof message !== "object" || message === null || Array.isArray(message)) {
-    return make("li", { className: "none" }, "This is no message: " + JSON.stringify(message).slice(0, 100));
+    return make("li", { className: "none" }, "Not a message: " + JSON.stringify(message).slice(0, 100));
   }
   const sent = typeof message.sentAt === "number" ? time(message.sentAt * 1000) : "at an unknown time";
   const about = [message.fromMe === true ? "You" : "Nimbrel", sent];

@@ -98,7 +98,7 @@ TEST_F(TaskDeathTest, AnErrorThatNobodyHandlesEndsTheProgram)
             }());
             context.runUntilIdle();
         },
-        "nobody handles: lost");
+        "an unhandled error: lost");
 }
 
 TEST_F(TaskDeathTest, AnErrorOfAnyOtherTypeEndsTheProgramToo)
@@ -111,7 +111,7 @@ TEST_F(TaskDeathTest, AnErrorOfAnyOtherTypeEndsTheProgramToo)
             }());
             context.runUntilIdle();
         },
-        "an error that nobody handles");
+        "an unhandled error");
 }
 
 TEST_F(TaskDeathTest, DestroyedOnAnotherThreadWhileItRunsEndsTheProgram)

@@ -38,7 +38,7 @@ TEST(SessionKeychain, SaysWhatIsWrongWithTheKeychain)
          {Case{KeychainError::notAvailable, "There is no keychain here, or it does not answer. So what."},
           Case{KeychainError::interactionNotAllowed, "The keychain is locked. So what."},
           Case{KeychainError::userCanceled, "The keychain was not unlocked. So what."},
-          Case{KeychainError::authFailed, "The keychain does not let Vorn in. So what."}}) {
+          Case{KeychainError::authFailed, "The keychain denies Vorn access. So what."}}) {
         const SessionKeychain keychain(std::make_shared<RefusingKeychain>(each.status), session);
         try {
             keychain.requireReachable("So what.");

@@ -61,7 +61,7 @@ void waitUntil(const std::function<bool()>& condition, const std::string& what)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain for " + what);
+        if (std::chrono::steady_clock::now() > end) throw std::runtime_error("timed out waiting for " + what);
         poll(nullptr, 0, 2); // leaves the processor to the other programs
     }
 }

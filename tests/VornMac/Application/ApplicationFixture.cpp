@@ -13,7 +13,7 @@ void waitUntil(const std::function<bool()>& condition, const std::string& what)
 {
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) throw std::runtime_error("waited in vain for " + what);
+        if (std::chrono::steady_clock::now() > end) throw std::runtime_error("timed out waiting for " + what);
         poll(nullptr, 0, 2); // leaves the processor to the other programs
     }
 }
@@ -26,7 +26,7 @@ ApplicationFixture::ApplicationFixture()
 
 Program::Environment ApplicationFixture::environment(const Program::Environment& added) const
 {
-    Program::Environment whole = added; // the first of a name counts
+    Program::Environment whole = added; // the first value of a name counts
     for (auto& entry : Program::Environment{{"TMPDIR", temporary_.path().native()},
                                             {"XDG_RUNTIME_DIR", runtime_.path().native()},
                                             {"XDG_CONFIG_HOME", configuration_.path().native()},

@@ -81,21 +81,19 @@ TEST_P(JSONAccessors, MissAKeyThatIsNotThere)
 
 INSTANTIATE_TEST_SUITE_P(
     JSONObject, JSONAccessors,
-    testing::Values(Accessor{"String", [](const JSONObject& object) { object.string("key"); }, "a string", {"string"}},
-                    Accessor{"Integer",
-                             [](const JSONObject& object) { object.integer("key"); },
-                             "an integer of 64 bits",
-                             {"integer"}},
-                    Accessor{"Number",
-                             [](const JSONObject& object) { object.number("key"); },
-                             "a number",
-                             {"integer", "large", "fraction"}},
-                    Accessor{"Strings", [](const JSONObject& object) { object.strings("key"); }, "an array", {"array"}},
-                    Accessor{"Object", [](const JSONObject& object) { object.object("key"); }, "an object", {"object"}},
-                    Accessor{"Objects",
-                             [](const JSONObject& object) { object.forEachObject("key", [](const JSONObject&) {}); },
-                             "an array",
-                             {"array"}}),
+    testing::Values(
+        Accessor{"String", [](const JSONObject& object) { object.string("key"); }, "a string", {"string"}},
+        Accessor{"Integer", [](const JSONObject& object) { object.integer("key"); }, "a 64-bit integer", {"integer"}},
+        Accessor{"Number",
+                 [](const JSONObject& object) { object.number("key"); },
+                 "a number",
+                 {"integer", "large", "fraction"}},
+        Accessor{"Strings", [](const JSONObject& object) { object.strings("key"); }, "an array", {"array"}},
+        Accessor{"Object", [](const JSONObject& object) { object.object("key"); }, "an object", {"object"}},
+        Accessor{"Objects",
+                 [](const JSONObject& object) { object.forEachObject("key", [](const JSONObject&) {}); },
+                 "an array",
+                 {"array"}}),
     testing::PrintToStringParamName());
 
 TEST(JSONObject, ReadsIntegersExactly)

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_literals;
 
-/// A language that writes "1.234,50".
+/// Punctuation of a locale that writes "1.234,50".
 class CommaPunctuation : public std::numpunct<char> {
 protected:
     char do_decimal_point() const override { return ','; }    // NOLINT(readability-identifier-naming)
@@ -21,7 +21,7 @@ protected:
     std::string do_grouping() const override { return "\3"; } // NOLINT(readability-identifier-naming)
 };
 
-/// Makes it the process's language while it lives.
+/// Makes a locale with that punctuation the global one for its lifetime.
 class ScopedCommaLocale {
 public:
     ScopedCommaLocale() : before_(std::locale::global(std::locale(std::locale::classic(), new CommaPunctuation))) {}

@@ -73,7 +73,7 @@ Json with(const Json& document, const Place& place, const Json& value)
     return changed;
 }
 
-/// Values of every other type than `good`'s.
+/// Values that must not be read in place of `good`: of other types, or of its type with unusable content.
 std::vector<Json> wrongValuesFor(const Json& good)
 {
     const std::vector<Json> values = {

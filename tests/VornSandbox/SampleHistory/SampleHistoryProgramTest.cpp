@@ -142,7 +142,7 @@ TEST(SampleHistoryProgram, KeepsAFileThatIsThereUnlessForced)
     Sampler refused({"--output", folder / "chat.db", "--messages", "10"});
     EXPECT_EQ(refused.exitCode(), 1);
     EXPECT_EQ(refused.errors(),
-              "vorn-sample-history: " + (folder / "chat.db").string() + " is there already. --force replaces it.\n");
+              "vorn-sample-history: " + (folder / "chat.db").string() + " already exists. --force replaces it.\n");
     EXPECT_EQ(readFile(folder / "chat.db"), "mine");
     Sampler forced({"--output", folder / "chat.db", "--messages", "10", "--force"});
     EXPECT_EQ(forced.exitCode(), 0);
@@ -162,7 +162,7 @@ TEST(SampleHistoryProgram, SaysWhatItCanDo)
 TEST(SampleHistoryProgram, LeavesNothingWhenASignalStopsIt)
 {
     for (const int signal : {SIGINT, SIGTERM}) {
-        for (const std::string messages : {"2000000", "100000000"}) { // in the midst of writing; of measuring
+        for (const std::string messages : {"2000000", "100000000"}) { // interrupted while writing; while measuring
             SCOPED_TRACE(messages + " messages, signal " + std::to_string(signal));
             const TemporaryFolder folder;
             Sampler program({"--output", folder / "chat.db", "--messages", messages});

@@ -59,7 +59,7 @@ class PhonePage(unittest.TestCase):
         self.until(self.steady(lambda: self.named(name).click() or True), "cannot press " + name)
 
     def steady(self, look):
-        """Cards are rebuilt when they change: looks again if one is about to go."""
+        """Wraps `look` to return None while its card is being replaced: cards are rebuilt when they change."""
         def again():
             try:
                 return look()
@@ -76,7 +76,7 @@ class PhonePage(unittest.TestCase):
         self.until(self.steady(lambda: words in self.text(selector)), f"{words!r} does not appear")
 
     def link(self, mac):
-        """A Mac that was linked through the page."""
+        """Links `mac` through the page, and returns it."""
         mac.ask_for_link()
         self.press("Scan code of Test Mac")
         self.press("Link this Mac: Test Mac")
@@ -222,7 +222,7 @@ class PhonePage(unittest.TestCase):
         shown = self.browser.find_elements(By.CSS_SELECTOR, "#messages > li")
         self.assertEqual(len(shown), 8)
         self.assertEqual([item.text for item in shown[:4]],
-                         ["This is no message: " + text for text in ("null", "7", '"text"', "[1]")])
+                         ["Not a message: " + text for text in ("null", "7", '"text"', "[1]")])
         self.assertIn("A sound one", shown[7].text)
 
     def test_ends_reviews_with_its_buttons(self):
