@@ -7,8 +7,8 @@ namespace {
 
 constexpr std::size_t sliceCount = 16;
 
-/// `slices[k][b]` is the contribution of byte `b` followed by `k` more bytes: the steps over a block become
-/// independent. `slices[0]` is the plain table.
+/// `slices[k][b]` is the contribution of byte `b` followed by `k` more bytes, which makes the steps over a block
+/// independent of each other. `slices[0]` is the plain table.
 using Slices = std::array<std::array<std::uint32_t, 256>, sliceCount>;
 
 std::uint32_t stepOverEightBits(std::uint32_t value)
@@ -47,7 +47,7 @@ std::uint32_t littleEndian(const std::byte* at)
     return byteAt(at, 0) | byteAt(at, 1) << 8U | byteAt(at, 2) << 16U | byteAt(at, 3) << 24U;
 }
 
-/// The contribution of the four bytes of `word`, `after` bytes before the block's end.
+/// The contribution of the four bytes of `word`, which end `after` bytes before the block's end.
 std::uint32_t lookUp(const Slices& tables, std::uint32_t word, std::size_t after)
 {
     return tables[after + 3][word & 0xFFU] ^ tables[after + 2][(word >> 8U) & 0xFFU] ^
@@ -56,7 +56,7 @@ std::uint32_t lookUp(const Slices& tables, std::uint32_t word, std::size_t after
 
 std::uint32_t stepOverBlock(const Slices& tables, std::uint32_t crc, const std::byte* at)
 {
-    // Last: only the first four bytes depend on the block before.
+    // Only the first four bytes depend on the block before, so they are looked up last.
     const std::uint32_t independent = lookUp(tables, littleEndian(at + 4), 8) ^
                                       lookUp(tables, littleEndian(at + 8), 4) ^
                                       lookUp(tables, littleEndian(at + 12), 0);

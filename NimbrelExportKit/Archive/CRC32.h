@@ -5,7 +5,8 @@
 #include <array>
 #include <cstdint>
 
-/// The checksum of ZIP (ISO 3309, IEEE 802.3): polynomial 0xEDB88320, reflected, start and end inverted. Threads: any.
+/// The checksum of ZIP (ISO 3309, IEEE 802.3): polynomial 0xEDB88320, reflected; initial and final values inverted.
+/// Threads: any.
 namespace vorn::CRC32 {
 
 /// For each byte, the checksum's step over its eight bits. Built on first use.

@@ -13,7 +13,8 @@ namespace vorn {
 /// did not fit.
 using DeflateEncoder = std::function<std::size_t(ByteView data, std::span<std::byte> room)>;
 
-/// About as small as zlib's default level, in less than half the time. Threads: one at a time for each encoder.
+/// Compresses about as well as zlib's default level, in less than half the time. Threads: one at a time for each
+/// encoder.
 DeflateEncoder libdeflateEncoder();
 
 /// Compresses, and verifies each result with an independent implementation. Threads: as the encoder's.
@@ -21,7 +22,7 @@ class CheckedDeflate {
 public:
     explicit CheckedDeflate(DeflateEncoder encoder) : encoder_(std::move(encoder)) {}
 
-    /// Compresses `data` at the start of `room`, which is as large as `data`, and returns how many bytes that took.
+    /// Compresses `data` into the start of `room`, which is as large as `data`, and returns the compressed size.
     /// Nothing if the data should be stored instead: compressing failed, saved nothing, or did not verify. Overwrites
     /// `room`, but touches no memory beyond what the encoder wrote.
     std::optional<std::size_t> compress(ByteView data, std::span<std::byte> room) const;

@@ -72,7 +72,7 @@ template <class Writer>
 void write(Writer& to, const SkipTally& skipped)
 {
     to.raw("{");
-    to.list(skipped.counts, [&to](const auto& reasonAndCount) { // a map of texts is sorted by their bytes
+    to.list(skipped.counts, [&to](const auto& reasonAndCount) { // a map is sorted by the bytes of its keys
         to.text(reasonAndCount.first);
         to.raw(":");
         to.integer(reasonAndCount.second);

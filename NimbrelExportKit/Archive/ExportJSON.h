@@ -12,7 +12,7 @@ namespace vorn {
 
 ByteBuffer exportJSON(const ExportManifest& manifest);
 
-/// A list, in the given order. A message's `rowID` is not written.
+/// A JSON array of the messages in the given order, without their `rowID`.
 ByteBuffer exportJSON(std::span<const ExportedMessage> messages);
 
 } // namespace vorn

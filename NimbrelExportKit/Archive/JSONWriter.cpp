@@ -23,8 +23,8 @@ Word load(const char* from)
     return word;
 }
 
-/// Sets the high bit of each byte below `limit` (at most 0x80). Only "none" and the lowest bit are reliable: a borrow
-/// may set bits above it.
+/// Sets the high bit of each byte below `limit` (at most 0x80). Only a zero result and the lowest set bit are reliable:
+/// a borrow may set bits above it.
 constexpr Word bytesBelow(Word word, unsigned char limit)
 {
     return (word - everyByte(limit)) & ~word & everyByte(0x80);

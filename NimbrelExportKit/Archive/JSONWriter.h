@@ -10,14 +10,14 @@
 #include <optional>
 #include <string_view>
 
-/// Writes JSON (RFC 8259) in two passes of the same code: the first counts, the second writes into memory of exactly
-/// that size, unchecked.
+/// Writes JSON (RFC 8259) in two passes of the same code: the first counts bytes, the second writes them into memory of
+/// exactly that size, without bounds checks.
 namespace vorn::json {
 
 /// How many bytes at the start of `text` need no escape in a JSON string.
 std::size_t plainPrefix(std::string_view text) noexcept;
 
-/// The escape for `byte`, which needs one.
+/// The escape sequence for `byte`, which must need one.
 std::string_view escape(char byte) noexcept;
 
 /// Counts bytes.
@@ -102,7 +102,7 @@ private:
     Sink& sink_;
 };
 
-/// The document that `write(writer)` makes. It is called twice and must write the same both times.
+/// The document that `write(writer)` makes. `write` is called twice and must write the same both times.
 template <class Write>
 ByteBuffer document(const Write& write)
 {

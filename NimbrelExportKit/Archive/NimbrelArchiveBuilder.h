@@ -27,8 +27,8 @@ ByteBuffer manifestJSON(const NimbrelExportResult& result, const ExporterInfo& e
 ByteBuffer messagesJSON(const NimbrelExportResult& result);
 
 /// Writes the archive to `to`, replacing what is there. The caller removes the file, even when reading its size fails;
-/// earlier failures leave none. Errors: `ZipWriterError`, those of `files`, and `Cancelled` once `cancel` is raised:
-/// what is being compressed is finished first, and nothing is written after that.
+/// an earlier failure leaves no new file. Errors: `ZipWriterError`, those of `files`, and `Cancelled` once `cancel` is
+/// raised: the compression in progress is finished first, and nothing is written after that.
 ArchiveFile writeArchive(const NimbrelExportResult& result, const ExporterInfo& exporter,
                          const std::filesystem::path& to, Instant exportedAt,
                          FileManager& files = FileManager::standard(), const CancelFlag& cancel = CancelFlag::never());

@@ -12,7 +12,7 @@ using namespace ZipWriter;
 
 constexpr std::size_t largestCount = 65'534;
 constexpr std::size_t longestName = 65'534;
-constexpr std::size_t largestUncompressed = 64; ///< smaller files rarely shrink by more than they cost to open
+constexpr std::size_t largestUncompressed = 64; ///< in bytes; deflating so little rarely pays
 
 constexpr std::size_t localHeaderSize = 30;
 constexpr std::size_t centralRecordSize = 46;
@@ -83,13 +83,13 @@ class Archive {
 public:
     explicit Archive(const Settings& settings) : deflate_(settings.encoder), largest_(settings.largest) {}
 
-    /// Reserves address space for all of `entries`, so that nothing is moved later. Memory is used only where bytes are
-    /// written.
+    /// Reserves address space for `entries` at their full size, so that nothing is moved later. Memory is used only
+    /// where bytes are written.
     void reserve(std::span<const ZipEntry> entries)
     {
         std::uint64_t sum = endRecordSize;
         for (const ZipEntry& entry : entries) {
-            if (entry.data.size() > largest_ || sum > largest_) break; // will be refused there
+            if (entry.data.size() > largest_ || sum > largest_) break; // `add` decides: earlier entries may shrink
             sum += localHeaderSize + centralRecordSize + 2 * entry.name.size() + entry.data.size();
         }
         local_.reserve(sum);
@@ -158,7 +158,7 @@ private:
     {
         FieldWriter to(grow(local_, endRecordSize));
         to.u32(0x06054B50).u16(0).u16(0).u16(count_).u16(count_);                  // this disk, the directory's disk
-        to.u32(static_cast<std::uint32_t>(central_.size())).u32(directory).u16(0); // no comment
+        to.u32(static_cast<std::uint32_t>(central_.size())).u32(directory).u16(0); // comment length
     }
 
     static std::byte* grow(ByteBuffer& buffer, std::size_t size)

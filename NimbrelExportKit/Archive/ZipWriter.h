@@ -19,7 +19,7 @@ namespace vorn {
 struct ZipEntry {
     std::string name;   ///< its path in the archive, UTF-8
     ByteView data;      ///< borrowed: documents are too large to copy
-    Instant modified{}; ///< written in local time, to two seconds
+    Instant modified{}; ///< written in local time, in steps of two seconds
 
     bool operator==(const ZipEntry& other) const; ///< compares the bytes, not where they lie
 };
@@ -39,7 +39,7 @@ public:
     using Reason = std::variant<InvalidName, TooLarge>;
 
     ZipWriterError(Reason reason)
-        : reason_(std::move(reason)) {} // NOLINT(google-explicit-constructor): thrown by its reason
+        : reason_(std::move(reason)) {} // NOLINT(google-explicit-constructor): a reason converts to its error
 
     const Reason& reason() const noexcept { return reason_; }
     const char* what() const noexcept override; ///< the name of the case, for logs
@@ -62,8 +62,8 @@ struct Settings {
     std::uint64_t largest = 4'294'967'294;
 };
 
-/// The archive of `entries`, in their order. An entry of at most 64 bytes, or that does not get smaller, is stored,
-/// others are deflated. Memory: the archive's, plus address space of the data's size. Errors: `ZipWriterError`.
+/// The archive of `entries`, in their order. An entry that has at most 64 bytes, or that deflating does not shrink, is
+/// stored; others are deflated. Memory: the archive's, plus address space of the data's size. Errors: `ZipWriterError`.
 ByteBuffer archive(std::span<const ZipEntry> entries, const Settings& settings = {});
 
 /// Writes the archive of `entries` to `path`, replacing what was there; on failure nothing changes there.

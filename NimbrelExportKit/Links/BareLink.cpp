@@ -13,14 +13,14 @@ namespace {
 
 constexpr std::size_t longestLocalPart = 64;
 
-/// Whether an address may begin at `begin`, after the text before it.
+/// Whether an address may begin at `begin`, given the text before it.
 bool mayBeginAt(std::string_view text, std::size_t begin)
 {
     if (begin == 0) return true;
     const std::string_view before = text.substr(0, begin);
-    // "wait...example.com", but neither ".com" nor the rest of a name with an empty label
+    // Accepts "wait...example.com", but neither ".com" nor what follows an empty label.
     if (before.back() == '.') return before.ends_with("...");
-    // An address without its scheme, but not a part of a path
+    // Accepts an address that lacks only its scheme ("//example.com"), but not part of a path.
     if (before.back() == '/') {
         if (!before.ends_with("//")) return false;
         return before.size() == 2 ||
@@ -30,7 +30,7 @@ bool mayBeginAt(std::string_view text, std::size_t begin)
     return !isOneOf(before.back(), "@$#\\_-%&+");
 }
 
-/// Whether the text from `end` on makes the name part of an e-mail address.
+/// Whether the name that ends at `end` belongs to the local part of an e-mail address.
 bool isLocalPart(std::string_view text, std::size_t end)
 {
     const std::size_t limit = std::min(text.size(), end + longestLocalPart);
@@ -42,7 +42,7 @@ bool isLocalPart(std::string_view text, std::size_t end)
     return false;
 }
 
-/// The end of ":8080"; `at` without a port, npos when it is not a port's number.
+/// The end of a port such as ":8080" at `at`; `at` if there is none, npos if the number is above 65535.
 std::size_t portEnd(std::string_view text, std::size_t at)
 {
     if (at + 1 >= text.size() || text[at] != ':' || !isDigit(text[at + 1])) return at;
@@ -73,8 +73,8 @@ LinkSpan bareLink(std::string_view text, std::size_t dot, std::size_t floor)
                         .host = host,
                         .hasPath = end > host.end && beginsTail(text, portEnd(text, host.end))};
     if (!isAddress(name) || isLocalPart(text, host.end)) return none;
-    // Underscores before a name are part of it, unless others after it make them emphasis. The path that was read is
-    // passed over with the name: reading it again for each name in it would take quadratic time.
+    // A name after underscores is not a link, unless underscores after it show that they are emphasis. The path that
+    // was read is skipped with the name: reading it again for each name in it would take quadratic time.
     if (begin > wordBegin && !text.substr(end).starts_with('_')) return {.resumeAt = end};
     return {.begin = begin, .end = end, .resumeAt = end, .hostBegin = begin, .hostEnd = host.end};
 }

@@ -26,7 +26,8 @@ Block load(const char* from) noexcept
     return block;
 }
 
-/// The same for `mayHoldLink`: marks before anything but a space, and the lead bytes of a full-width stop.
+/// Nonzero bytes where `mayHoldLink` must look: at a '.', ':' or '@' before anything but a space or control character,
+/// and at the lead bytes of a full-width stop.
 Halves possibleMarks(const char* at) noexcept
 {
     const Block here = load(at);
@@ -37,8 +38,8 @@ Halves possibleMarks(const char* at) noexcept
     return std::bit_cast<Halves>(found);
 }
 
-/// Nonzero bytes where a '.' precedes '0' or anything above it, a ':' precedes a '/', or the last letter of `localHost`
-/// precedes a ':'. Nearly exact, and without a branch for every full stop and time of day.
+/// As above for `nextCandidate`: where a '.' precedes '0' or anything above it, a ':' precedes a '/', or the last
+/// letter of `localHost` precedes a ':'. Nearly exact, without a branch for each full stop or time of day.
 Halves possibleCandidates(const char* at) noexcept
 {
     const Block here = load(at);
@@ -72,7 +73,7 @@ bool endsWithLocalHost(std::string_view text) noexcept
                               [](char c) { return static_cast<char>(c | 0x20); });
 }
 
-/// The candidate at the byte at `at`; npos if there is none.
+/// The position of the candidate that the byte at `at` indicates; npos if it indicates none.
 std::size_t candidateAt(std::string_view text, std::size_t at) noexcept
 {
     if (at == 0 || at + 1 >= text.size()) return npos;
@@ -89,7 +90,7 @@ std::size_t candidateAt(std::string_view text, std::size_t at) noexcept
     }
 }
 
-/// Whether `c` is a space or a control character of ASCII.
+/// Whether `c` is an ASCII space or one of the control characters below it.
 bool isSpace(char c) noexcept
 {
     return static_cast<unsigned char>(c) <= ' ';
@@ -100,7 +101,7 @@ bool isSchemeCharacter(char c) noexcept
     return isAlphanumeric(c) || isOneOf(c, "+-.");
 }
 
-/// Whether `at` begins one of the full stops that some keyboards write between the labels of a name.
+/// Whether one of the full stops that some keyboards type between the labels of a name begins at `at`.
 bool isFullWidthStop(std::string_view text, std::size_t at) noexcept
 {
     const std::string_view stop = text.substr(at, 3);
@@ -121,13 +122,13 @@ std::size_t markAt(std::string_view text, std::size_t at) noexcept
     default: break;
     }
     if (!isFullWidthStop(text, at) || at + 3 >= text.size()) return npos;
-    // Otherwise it ends a sentence, which needs no space in such scripts.
+    // Without an ASCII letter or digit beside it, it ends a sentence: such scripts need no space there.
     const auto ascii = [](char c) { return isAlphanumeric(c); };
     return ascii(before) || ascii(text[at + 3]) ? at : npos;
 }
 
 /// Returns the first result of `accept(text, place)` other than npos, for places from `from` on; npos if there is none.
-/// Tries only places that `possible` marks, sixteen at a time.
+/// Tries only places that `possible` marks, sixteen at a time; in a text too short for that, every place.
 template <Halves (*possible)(const char*) noexcept, std::size_t (*accept)(std::string_view, std::size_t) noexcept>
 std::size_t firstPlace(std::string_view text, std::size_t from) noexcept
 {

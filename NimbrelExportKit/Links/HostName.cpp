@@ -32,7 +32,7 @@ struct Label {
     bool hasEdge(char c) const { return text.front() == c || text.back() == c; }
 };
 
-/// Whether `c` continues a name but begins a run of another kind next to ASCII.
+/// Whether `script`, which a name may contain, begins a run of another kind after ASCII.
 bool isForeign(Script script) noexcept
 {
     return script != Script::latin && script != Script::joiner;
@@ -62,7 +62,7 @@ Label readLabel(std::string_view text, std::size_t begin)
     return label;
 }
 
-/// How much of a label after the first is a top-level domain directly followed by another script; 0 if there is none.
+/// How many bytes of a label after the first are a top-level domain directly followed by other text; 0 if none are.
 std::size_t topLevelBeforeOtherText(const Label& label)
 {
     if (label.ascii) return 0;
@@ -73,8 +73,9 @@ std::size_t topLevelBeforeOtherText(const Label& label)
     return size < label.text.size() ? size : 0;
 }
 
-/// Whether the words after "example.com." are the next sentence, without its space: "example.com.Then we met". Names in
-/// program text look the same: "java.io.File". Two letters may be a country's.
+/// Whether `label`, after "example.com.", begins the next sentence, with no space before it: "example.com.Then we met".
+/// Names in program text look the same ("java.io.File"), so only "com" and "org" count. A label of two letters may be a
+/// country's top-level domain.
 bool beginsSentence(std::string_view topLevel, std::string_view label, std::string_view after)
 {
     if (topLevel != "com" && topLevel != "org") return false;
@@ -98,7 +99,7 @@ public:
     {
         ++labels_;
         scalars_ += label.scalars + 1;
-        // A label is bounded by letters or digits; an encoded one is ASCII throughout.
+        // A label begins and ends with a letter or digit; an encoded one is ASCII throughout.
         wellFormed_ = wellFormed_ && label.scalars <= longestLabel && !label.hasEdge('-') && !label.hasEdge('_') &&
                       (label.ascii || !label.isEncoded());
         octets_ = octets_ && label.digits && isOctet(label.text);

@@ -16,7 +16,7 @@ public:
     virtual ~LinkDetector() = default;
 
     /// Appends the absolute URL of each link in `text`, in order of appearance, repeats included. `text` is well-formed
-    /// UTF-8. A link without a scheme is returned as `http://…`; on macOS there may be other schemes.
+    /// UTF-8. A link without a scheme is returned as `http://…`; on macOS links with other schemes may be found too.
     /// Throws `Cancelled` soon after the detector's flag is raised, even within a long text.
     virtual void find(std::string_view text, std::vector<std::string>& urls) const = 0;
 

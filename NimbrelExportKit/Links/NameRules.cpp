@@ -16,21 +16,21 @@ bool isOneOf(std::string_view word, std::span<const std::string_view> sorted)
     return std::ranges::binary_search(sorted, word);
 }
 
-/// Top-level domains that are better known as endings of file names.
+/// Top-level domains that are better known as file extensions.
 constexpr std::array<std::string_view, 17> fileEndings = {"bz", "cab", "cc", "md", "mk", "mm", "mo", "mov", "pm",
                                                           "ps", "py",  "rs", "sc", "sh", "tf", "vi", "zip"};
 static_assert(std::ranges::is_sorted(fileEndings));
 
-/// Registries that sell names only below these.
+/// Labels below which some countries' registries register names: "example.com.py" is not a file name.
 constexpr std::array<std::string_view, 8> secondLevels = {"ac", "co", "com", "edu", "gob", "gov", "net", "org"};
 static_assert(std::ranges::is_sorted(secondLevels));
 
-/// English words that begin a sentence: "Done.It works", without a space.
+/// Top-level domains that are also English words and may begin a sentence after a missing space: "Done.It works".
 constexpr std::array<std::string_view, 15> sentenceWords = {"am", "as", "at", "be", "by", "do", "in", "is",
                                                             "it", "me", "my", "no", "so", "to", "us"};
 static_assert(std::ranges::is_sorted(sentenceWords));
 
-/// Endings of names with emoji that are not words: "great 😀.so what" is a sentence.
+/// Top-level domains accepted after emoji: none is a word, as in "great 😀.so what".
 constexpr std::array<std::string_view, 6> emojiEndings = {"com", "fm", "net", "org", "tk", "ws"};
 static_assert(std::ranges::is_sorted(emojiEndings));
 
@@ -64,14 +64,14 @@ bool isSentenceJoint(const BareName& name, std::string_view topLevel)
     return written[0] < 'a' && written[1] >= 'a' && isOneOf(topLevel, sentenceWords);
 }
 
-/// "time.now(…)": a function, not an address with a remark.
+/// Whether `name` is a function call such as "time.now(…)", not an address before a remark in brackets.
 bool isCall(const BareName& name, std::string_view topLevel)
 {
     return name.after.starts_with('(') && topLevel.size() > 2 && topLevel != "com" && topLevel != "org" &&
            topLevel != "net";
 }
 
-/// Whether the text before the first dot is, or ends with, an emoji: more often the end of a sentence than a name.
+/// Whether `label`, the text before the first dot, ends with an emoji: more often the end of a sentence than a name.
 bool isEmoji(std::string_view label)
 {
     std::size_t end = label.size();
@@ -102,7 +102,7 @@ bool isAddress(const BareName& name)
     if (first == "www") return name.host.labels > 2 || name.hasPath;
     if (name.hasPath) return true;
     const std::string topLevel = ascii::lowercased(name.host.topLevel);
-    if (first == "com" && name.host.labels > 2) return false; // an identifier, whose names are in reverse order
+    if (first == "com" && name.host.labels > 2) return false; // an identifier in reverse order: "com.example.app"
     if ((topLevel == "am" || topLevel == "pm") && isNumber(labelBeforeLast(name.text))) return false;
     if (isEmoji(firstLabel(name.text)) && !isOneOf(topLevel, emojiEndings)) return false;
     return !isFileName(name, topLevel) && !isSentenceJoint(name, topLevel) && !isCall(name, topLevel);

@@ -15,8 +15,9 @@ struct BareName {
     bool hasPath = false; ///< a path, query or fragment follows
 };
 
-/// Whether a reader takes `name` for an address. Many words with a dot are none, although they end with an existing
-/// top-level domain: "main.rs", "10.30.am", "version 1.2.3.4", "Yes.It works", "com.example.app". Threads: any.
+/// Whether a reader takes `name` for an address. Many words with a dot are not addresses, although they end with an
+/// existing top-level domain: "main.rs", "10.30.am", "version 1.2.3.4", "Yes.It works", "com.example.app".
+/// Threads: any.
 bool isAddress(const BareName& name);
 
 } // namespace vorn::links

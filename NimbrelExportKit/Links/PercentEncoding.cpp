@@ -8,7 +8,7 @@
 namespace vorn::links {
 namespace {
 
-/// Characters that are never encoded; '%', '#', '[' and ']' depend on their place.
+/// Characters that are never encoded; for '%', '#', '[' and ']' it depends on their position.
 constexpr auto plain = [] {
     std::array<bool, 256> table{};
     for (unsigned c = 0; c < 0x80; ++c) table[c] = isAlphanumeric(c);
@@ -37,7 +37,7 @@ void appendEscaped(char c, std::string& url)
 std::size_t authorityEnd(std::string_view address)
 {
     const std::size_t colon =
-        std::min(address.find_first_of(":/?#"), address.size()); // an address may stand in a query
+        std::min(address.find_first_of(":/?#"), address.size()); // not find("://"): a query may contain an address
     if (!address.substr(colon).starts_with("://")) return 0;
     return std::min(address.find_first_of("/?#", colon + 3), address.size());
 }

@@ -16,7 +16,7 @@ struct Range {
     Script script; ///< of the scalars up to the next range
 };
 
-/// Blocks, coarsely: enough to tell an address from its neighbours.
+/// Coarse blocks, fine enough to tell an address from the text around it.
 constexpr auto ranges = std::to_array<Range>({
     {0x0000, Script::latin},       {0x0080, Script::none}, // controls, no-break space
     {0x00A1, Script::symbol},      {0x00AA, Script::latin},

@@ -17,7 +17,7 @@ struct Scalar {
 /// The scalar that begins at `at`, which is inside `text`. Ill-formed bytes read as U+FFFD, one at a time.
 Scalar scalarAt(std::string_view text, std::size_t at) noexcept;
 
-/// The scalar that ends before `end`, which is above 0.
+/// The scalar that ends just before `end`, which must be above 0.
 Scalar scalarBefore(std::string_view text, std::size_t end) noexcept;
 
 constexpr bool isASCII(char c) noexcept
@@ -30,7 +30,7 @@ using ascii::isDigit;
 using ascii::isHexDigit;
 using ascii::isLetter;
 
-/// Whether a byte of UTF-8 is a letter or digit of ASCII, or belongs to any other character.
+/// Whether a byte of UTF-8 is an ASCII letter or digit, or part of a non-ASCII character.
 constexpr bool isWordCharacter(char c) noexcept
 {
     return !isASCII(c) || isAlphanumeric(c);

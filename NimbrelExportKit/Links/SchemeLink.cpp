@@ -42,9 +42,9 @@ bool isRefusedBySign(std::string_view text, std::size_t begin)
     return begin < 2 || !isWordCharacter(text[begin - 2]);
 }
 
-/// The beginning of the host, after a user name and password, if there are any. A user name with characters beyond
-/// ASCII letters, digits and a few marks counts only with a password and without a host before the colon: quotation
-/// marks and commas may also separate an address from an e-mail address.
+/// The beginning of the host, after a user name and password if there are any. A user name with characters other than
+/// ASCII letters, digits and "-._~%+" counts only if a password follows and no known host precedes the colon:
+/// apostrophes and commas may also separate an address from an e-mail address.
 std::size_t hostStart(std::string_view text, std::size_t at)
 {
     bool colon = false;
@@ -81,7 +81,7 @@ std::size_t skipPort(std::string_view text, std::size_t at)
     return end > at + 1 ? end : at;
 }
 
-/// The dot of the root at the end of a name, before a port or a path.
+/// Skips the dot of the DNS root after a name, if a port or a path follows.
 std::size_t skipRootDot(std::string_view text, std::size_t at)
 {
     const std::string_view rest = text.substr(at);
@@ -90,13 +90,13 @@ std::size_t skipRootDot(std::string_view text, std::size_t at)
     return named ? at + 1 : at;
 }
 
-/// Whether the host remains one with the text that follows. A single name directly followed by other text is none:
+/// Whether `host` is still a host, given the text that follows. A single name directly followed by other text is not:
 /// "http://http://…", "http://this!that.com", "http://some[.]where".
 bool isAccepted(std::string_view text, const Host& host)
 {
     if (host.kind == Host::Kind::none) return false;
     const std::string_view rest = text.substr(host.end);
-    // There are no top-level domains of one letter, but with a path the writer meant an address.
+    // No top-level domain has only one letter, but a path shows that an address was meant.
     if (host.kind == Host::Kind::unknown && host.topLevel.size() == 1 && !beginsTail(text, skipPort(text, host.end)))
         return false;
     if (rest.empty()) return true;
@@ -109,7 +109,7 @@ bool isAccepted(std::string_view text, const Host& host)
     return !wordFollows || !isOneOf(rest[0], "!$&'(*+,;=~");
 }
 
-/// The end of the text that reads as one piece with that at `at`.
+/// The end of the text at `at` that could be the path of an address; `at` at the end of `text`.
 std::size_t afterWord(std::string_view text, std::size_t at, char before)
 {
     return at < text.size() ? tailEnd(text, at, before) : at;
@@ -138,7 +138,7 @@ LinkSpan schemeLink(std::string_view text, std::size_t colon, std::size_t floor)
     }
     std::size_t end = skipPort(text, skipRootDot(text, host.end));
     if (beginsTail(text, end)) end = tailEnd(text, end, before, text.substr(host.begin, host.end - host.begin));
-    if (before == '_' && !text.substr(end).starts_with('_')) return {.resumeAt = end}; // no emphasis but a name
+    if (before == '_' && !text.substr(end).starts_with('_')) return {.resumeAt = end}; // part of a name, not emphasis
     return {
         .begin = begin, .end = end, .resumeAt = end, .hostBegin = host.begin, .hostEnd = host.end, .hasScheme = true};
 }

@@ -18,7 +18,7 @@ links::LinkSpan linkAt(std::string_view text, std::size_t at, std::size_t floor)
     return text[at + 1] == '/' ? links::schemeLink(text, at, floor) : links::localLink(text, at, floor);
 }
 
-/// A link counts only if its host can be resolved.
+/// Appends the URL of the link at `span`, unless its host has no ASCII form.
 void append(std::string_view text, const links::LinkSpan& span, std::vector<std::string>& urls)
 {
     const auto part = [text](std::size_t begin, std::size_t end) { return text.substr(begin, end - begin); };

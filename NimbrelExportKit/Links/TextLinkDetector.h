@@ -5,9 +5,9 @@
 namespace vorn {
 
 /// Our own detector of http and https links, the same on every platform. It reads a message once, and closely only
-/// around dots and "://"; its work is linear in the size of the text, for every text. An address with a scheme is
-/// returned as written ("HTTP://Example.com" too), percent-encoded where RFC 3986 requires it; a host outside ASCII in
-/// its resolvable form ("xn--…"). Threads: any.
+/// around dots, "://" and "localhost:"; its running time is linear in the size of the text, whatever the text. An
+/// address with a scheme is returned as written ("HTTP://Example.com" too), percent-encoded where RFC 3986 requires it;
+/// a host outside ASCII is returned in its ASCII form ("xn--…"). Threads: any.
 class TextLinkDetector final : public LinkDetector {
 public:
     explicit TextLinkDetector(const CancelFlag& cancel = CancelFlag::never()) noexcept : cancel_(cancel) {}

@@ -20,7 +20,7 @@ static_assert(names.size() < UINT16_MAX);
 
 constexpr std::size_t longestName = std::ranges::max(names, {}, &std::string_view::size).size();
 
-/// For each first byte, the index of its names; the next entry is their end.
+/// For each first byte, the index of the first name that begins with it; the next entry is the end of those names.
 constexpr auto firstByteIndex = [] {
     std::array<std::uint16_t, 257> index{};
     for (const std::string_view name : names) ++index[static_cast<unsigned char>(name.front()) + 1U];

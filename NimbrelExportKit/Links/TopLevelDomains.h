@@ -6,7 +6,7 @@
 /// The top-level domains that exist, from the public suffix list. Threads: any.
 namespace vorn::links {
 
-/// Whether `label` is one, in any case; international ones as people read them ("рф") or as "xn--…".
+/// Whether `label` is one, ignoring case; international ones as people read them ("рф") or as "xn--…".
 /// Takes well-formed UTF-8.
 bool isTopLevelDomain(std::string_view label);
 

@@ -50,8 +50,8 @@ bool isParticle(char32_t scalar)
     return std::u32string_view(U"をはがにでとものへや").find(scalar) != npos;
 }
 
-/// Whether the text after the slash of a host is a sentence that follows without a space: it begins with a grammatical
-/// particle, or leads to its script's punctuation.
+/// Whether the text after a host's slash is a sentence that follows without a space: it begins with a grammatical
+/// particle, or runs up to punctuation of its script.
 bool isSentence(std::string_view text, std::size_t at)
 {
     for (std::size_t next = at; next < text.size();) {
@@ -84,7 +84,7 @@ public:
     }
 
 private:
-    /// Each returns how many bytes belong to the tail, 0 at its end.
+    /// `acceptASCII` and `acceptOther` return how many bytes at `end_` belong to the tail; 0 if it ends there.
     std::size_t acceptASCII(char c)
     {
         if (c <= ' ' || c == 0x7F || c == '<' || c == '>' || c == '`' || c == '\\') return 0;
@@ -104,11 +104,12 @@ private:
         }
     }
 
-    /// Whether an unmatched closing bracket is a slip inside the address: it follows others, and more text follows it.
+    /// Whether an unmatched closing bracket is a slip inside the address: matched brackets precede it, and more text
+    /// follows it.
     bool isSurplus(char bracket) const
     {
         if (!brackets_.anyClosed() || before_ == openingOf(bracket) || end_ + 1 == text_.size()) return false;
-        if (text_[end_ - 1] == '.') return false; // "(see example.com/a_(b).)" has ended
+        if (text_[end_ - 1] == '.') return false; // the address in "(see example.com/a_(b).)" has ended
         const char next = text_[end_ + 1];
         return isAlphanumeric(next) || std::string_view("+-_=&/").find(next) != npos;
     }
@@ -127,15 +128,15 @@ private:
         }
     }
 
-    /// A file's name may end with a mark: "/何？.png".
+    /// Whether `mark` ends the name of a file and its extension follows: "/何？.png".
     bool isBeforeFileEnding(const Scalar& mark) const
     {
         const std::size_t dot = end_ + mark.size;
         return dot + 1 < text_.size() && text_[dot] == '.' && isLetter(text_[dot + 1]);
     }
 
-    /// A title in brackets or quotation marks of its script, at the beginning of a later part of the path:
-    /// encyclopedias name articles so. Directly after the host they belong to the sentence.
+    /// The size of a title in brackets or quotation marks of its script that begins a path segment after the first, as
+    /// in addresses of encyclopedia articles; 0 if there is none. Directly after the host they belong to the sentence.
     std::size_t bracketedTitle() const
     {
         constexpr std::u32string_view opening = U"《〈「『【“";
@@ -152,8 +153,8 @@ private:
         return 0;
     }
 
-    /// A word in quotation marks inside the tail, or the seconds of a geographic position. Quotation marks after a
-    /// slash, or before the link, belong to the text.
+    /// The size of a quoted word inside the tail, or of the mark after the seconds of a geographic position; 0 for
+    /// other quotation marks: after a slash, or if one precedes the link, they belong to the text.
     std::size_t quotationMark() const
     {
         const auto previous = static_cast<unsigned char>(text_[end_ - 1]);
@@ -206,7 +207,7 @@ private:
         }
     }
 
-    /// The size of "&gt;" and its like at the end: the text was copied from a web page.
+    /// The size of a character reference such as "&gt;" at the end, in text copied from a web page; 0 if there is none.
     std::size_t characterReference() const
     {
         std::size_t at = end_ - 1;
@@ -214,7 +215,8 @@ private:
         return at > begin_ && at < end_ - 1 && text_[at - 1] == '&' ? end_ - at + 1 : 0;
     }
 
-    /// Dashes, and emoji that decorate a word; one after a slash is an address of its own.
+    /// The size of a dash, or of emoji that decorate a word, at the end; 0 if there is none. Emoji after a slash belong
+    /// to the address.
     std::size_t trailingOther() const
     {
         std::size_t start = end_;

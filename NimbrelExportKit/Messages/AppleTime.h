@@ -4,7 +4,8 @@
 #include <cstdint>
 #include <optional>
 
-/// The time stamps of the Messages database: nanoseconds since 2001-01-01T00:00:00Z, in old rows seconds; 0 for none.
+/// The time stamps of the Messages database: nanoseconds since 2001-01-01T00:00:00Z, or seconds in old rows; 0 for
+/// none.
 /// Threads: any.
 namespace vorn::AppleTime {
 

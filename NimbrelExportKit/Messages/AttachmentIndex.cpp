@@ -32,7 +32,7 @@ AttachmentIndex::AttachmentIndex(const std::string& marks, const std::vector<SQL
         if (const auto message = row.int64(attachmentMessage))
             entries_.push_back({*message, types.of(mimeTypeOf(row))});
     });
-    // Sorted by the statement already, except for numbers that a damaged database stores as text.
+    // Already sorted by the statement, unless a damaged database stores numbers as text.
     const auto earlier = [](const Entry& a, const Entry& b) { return a.message < b.message; };
     if (!std::is_sorted(entries_.begin(), entries_.end(), earlier))
         std::stable_sort(entries_.begin(), entries_.end(), earlier);

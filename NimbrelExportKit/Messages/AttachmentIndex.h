@@ -15,8 +15,7 @@ namespace vorn {
 class AttachmentIndex {
 public:
     /// Reads the attachments of all messages in the chats that `bindings` bind to the placeholders `marks`. Empty when
-    /// the database has no table of attachments. Throws `SQLiteError`.
-    /// Keeps the types' names in `arena`.
+    /// the database has no table of attachments. Keeps the MIME types in `arena`. Throws `SQLiteError`.
     AttachmentIndex(const std::string& marks, const std::vector<SQLiteValue>& bindings, const SQLiteDatabase& database,
                     TextArena& arena);
 
@@ -34,7 +33,7 @@ private:
     void moveTo(std::int64_t message);
 
     std::vector<Entry> entries_;
-    std::size_t place_ = 0; ///< of the first entry not before the last message looked up
+    std::size_t place_ = 0; ///< the index of the first entry not before the last message looked up
 };
 
 } // namespace vorn

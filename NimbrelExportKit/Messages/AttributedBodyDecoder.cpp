@@ -12,7 +12,7 @@ constexpr std::string_view classMarker = "NSString";
 /// The bytes between an immutable string's class and its length: version, references, and the type "+".
 constexpr std::string_view usualHeader = "\x01\x94\x84\x01\x2B";
 
-/// How far after the class's name the "+" may be in other variants.
+/// How many bytes after the class name the "+" may be in other variants.
 constexpr std::size_t headerReach = 24;
 
 struct Length {
@@ -44,7 +44,7 @@ std::optional<std::uint64_t> readNumber(std::string_view bytes, std::size_t at, 
     return value;
 }
 
-/// A length below 128 is one byte; 0x81 and 0x82 precede 16 and 32 bits.
+/// A length below 128 is one byte; 0x81 and 0x82 precede lengths of 16 and 32 bits.
 std::optional<Length> readLength(std::size_t at, std::string_view bytes) noexcept
 {
     const auto head = readNumber(bytes, at, 1);

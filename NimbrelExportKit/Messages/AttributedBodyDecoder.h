@@ -12,7 +12,7 @@ namespace vorn::AttributedBodyDecoder {
 /// points into `data`. Threads: any.
 ///
 /// The stream is not parsed: its classes and their versions differ between systems, but the first object of class
-/// NSString is the text in all of them, and its length stands behind a "+" within a few bytes of the class's name.
+/// NSString is the text in all of them, and its length follows a "+" within a few bytes of the class name.
 std::optional<std::string_view> decode(ByteView data) noexcept;
 
 } // namespace vorn::AttributedBodyDecoder

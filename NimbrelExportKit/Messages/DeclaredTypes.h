@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// The MIME type of `typeIdentifier` in the table of this folder; nothing when it has none. Ignores the case of ASCII
+/// The MIME type of `typeIdentifier` in `DeclaredTypes.inc`; nothing when it has none. Ignores the case of ASCII
 /// letters, as uniform type identifiers do. Threads: any.
 std::optional<std::string> declaredMIMEType(std::string_view typeIdentifier);
 

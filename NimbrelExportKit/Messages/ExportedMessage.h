@@ -21,13 +21,13 @@ struct ExportedAttachment {
 };
 
 struct ExportedMessage {
-    std::int64_t rowID = 0;  ///< the message's in the database; orders messages, is not written
+    std::int64_t rowID = 0;  ///< its ROWID in the database; orders messages of the same second; not written
     std::int64_t sentAt = 0; ///< whole seconds since 1970 (UTC), rounded down
     RecordText guid;
-    RecordText chat; ///< the guid of its chat; an empty text if unknown
+    RecordText chat; ///< the guid of its chat; empty if unknown
     RecordText text;
     std::optional<RecordText> service;     ///< nothing when the database has no such column or value
-    std::optional<RecordText> replyToGuid; ///< of the message that began the thread it replies in
+    std::optional<RecordText> replyToGuid; ///< the guid of the message that began its thread
     std::vector<ExportedLink> links;
     std::vector<ExportedAttachment> attachments;
     bool fromMe = false; ///< sent by the user, not by the assistant

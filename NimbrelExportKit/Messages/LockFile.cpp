@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longestSweep = 1s;
 constexpr auto betweenTries = 5ms;
-/// Attempts: each time, another process must have removed the file at the wrong moment.
+/// How often to start over: each time, another process must have removed the file at exactly the wrong moment.
 constexpr int mostReplacements = 100;
 
 [[noreturn]] void fail(const char* what, int code)
@@ -82,7 +82,8 @@ void LockFile::removeFile() const noexcept
     unlink(path_.c_str());
 }
 
-/// The last process removes the file. One that has opened it before would then lock a file that no other finds.
+/// The last process removes the file. One that opened it before that would lock a file that no other process finds, so
+/// it opens the path again.
 template <class Take>
 bool LockFile::takeFileInPlace(const Take& take)
 {

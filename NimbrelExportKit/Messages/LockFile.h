@@ -11,17 +11,19 @@ namespace vorn {
 /// Errors: `std::system_error`.
 class LockFile {
 public:
-    /// Creates the file if it is missing. Refuses a file of another user or open to others, and anything but a file.
+    /// Creates the file if it is missing. Refuses a file that another user owns or can access, and anything but a
+    /// regular file.
     explicit LockFile(std::filesystem::path path);
 
-    /// Tries to lock exclusively, without waiting. A shared lock is lost either way.
+    /// Tries to lock exclusively, without waiting. A shared lock held before is lost even on failure.
     bool tryLockExclusive();
-    /// Locks shared, waiting up to a second for an exclusive lock, which others hold only briefly; false after that.
-    /// Downgrading from an exclusive lock is not atomic: another process may be exclusive in between.
+    /// Locks shared, waiting up to a second if another process holds the lock exclusively, as any does only briefly;
+    /// returns false after that. Downgrading from an exclusive lock is not atomic: another process may lock exclusively
+    /// in between.
     bool lockShared();
 
-    /// As `tryLockExclusive`, from a shared lock. Also false when the file was removed: then it is unknown who else
-    /// shares it.
+    /// As `tryLockExclusive`, from a shared lock. Also returns false when the file was removed: other processes may
+    /// share the lock on its replacement.
     bool tryUpgradeToExclusive();
     /// Requires the exclusive lock.
     void removeFile() const noexcept;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view objectReplacement = "\uFFFC";
 
-/// `text`, which is well-formed, without U+FFFC and without white space at both ends. It may lie in `room`.
+/// `text`, which is well-formed, without U+FFFC and without white space at either end. `text` may point into `room`.
 std::string_view cleaned(std::string_view text, std::string& room)
 {
     std::size_t found = text.find(objectReplacement);

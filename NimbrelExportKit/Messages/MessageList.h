@@ -64,7 +64,7 @@ public:
     bool operator==(const MessageList& other) const { return messages_ == other.messages_; }
 
 private:
-    std::unique_ptr<TextArena> arena_; ///< null until a text is kept; the messages go first
+    std::unique_ptr<TextArena> arena_; ///< null until first used; destroyed after the messages
     Messages messages_;
 };
 

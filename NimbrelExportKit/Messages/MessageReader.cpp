@@ -32,7 +32,7 @@ class WebLinks {
 public:
     explicit WebLinks(const CancelFlag& cancel) : detector_(LinkDetector::make(cancel)) {}
 
-    /// Calls `onLink` with each URL. Most texts have none, most of the rest one.
+    /// Calls `onLink` with each URL. Most texts have none, and most of the others one.
     template <class OnLink>
     void in(std::string_view text, OnLink&& onLink)
     {
@@ -55,7 +55,7 @@ private:
 /// Gives undated rows the latest time kept so far.
 class Timeline {
 public:
-    /// The row's time in whole seconds; nothing for an undated row before every kept one.
+    /// The row's time in whole seconds; nothing for an undated row before any row was kept.
     std::optional<std::int64_t> timeFor(std::int64_t messagesDate) const
     {
         // Stamps span ±9.2·10^9 seconds as nanoseconds and ±10^12 as seconds: the cast cannot overflow.
@@ -69,7 +69,7 @@ private:
     std::optional<std::int64_t> latest_; ///< nothing until a row was kept
 };
 
-/// One pass over the message rows: keeps or tallies each.
+/// One pass over the message rows: keeps or tallies each, but ignores one without a ROWID or guid.
 class Reading {
 public:
     Reading(const std::vector<NimbrelChat>& chats, const std::string& marks, const std::vector<SQLiteValue>& bindings,
@@ -104,8 +104,8 @@ public:
         webLinks_.in(body, [this](std::string_view url) { links_.push_back({lastMessage(), arena_.keep(url)}); });
     }
 
-    /// Call it once the statement has ended. Fills the lists only now: allocations are slow while SQLite frees the rows
-    /// that it sorted.
+    /// Call it after the statement has ended. Fills the messages' lists only then: allocations are slow while SQLite
+    /// frees the rows that it sorted.
     Output finish()
     {
         for (Link& link : links_) output_.messages[link.message].links.push_back({std::move(link.url), std::nullopt});
@@ -116,7 +116,7 @@ public:
 
 private:
     struct Link {
-        std::size_t message; ///< its place in the output
+        std::size_t message; ///< the index of its message in the output
         RecordText url;
     };
 
@@ -138,7 +138,7 @@ private:
         const auto earlier = [](const ExportedMessage& a, const ExportedMessage& b) {
             return std::tie(a.sentAt, a.rowID) < std::tie(b.sentAt, b.rowID);
         };
-        // Rows come in the order of their stamps, nearly always the same.
+        // Rows come in the order of their stamps, which nearly always is this order.
         if (!std::is_sorted(output_.messages.begin(), output_.messages.end(), earlier)) {
             std::stable_sort(output_.messages.begin(), output_.messages.end(), earlier);
         }

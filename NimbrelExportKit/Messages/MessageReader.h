@@ -17,11 +17,11 @@ struct Output {
     bool operator==(const Output&) const = default;
 };
 
-/// Called every few thousand rows with the rows read so far. What it throws ends the reading.
+/// Called every few thousand rows with the number read so far. What it throws ends the reading.
 using OnRows = std::function<void(std::int64_t rows)>;
 
 /// Every message of `chats`. Columns that a system's database lacks read as their defaults. Throws `SQLiteError`, and
-/// `Cancelled` once `cancel` is raised while links are looked for: one message may be large.
+/// `Cancelled` if `cancel` is raised while a text is searched for links: one message may be large.
 Output read(const std::vector<NimbrelChat>& chats, const SQLiteDatabase& database, const OnRows& onRows = {},
             const CancelFlag& cancel = CancelFlag::never());
 

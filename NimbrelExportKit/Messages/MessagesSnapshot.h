@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// A private copy of the Messages database and its write-ahead log, deleted when the object dies. Never writes to the
-/// live database, which Messages may be writing.
+/// A private copy of the Messages database and its write-ahead log, deleted with the object. Never writes to the live
+/// database, to which Messages may be writing.
 class MessagesSnapshot {
 public:
     /// Copies the database at `source` into a new folder of the temporary directory that only this user may enter.

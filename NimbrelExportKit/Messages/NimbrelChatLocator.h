@@ -15,7 +15,7 @@ inline constexpr std::int64_t oneToOneStyle = 45;
 
 /// The chats whose one other participant is one of `handles`, by ROWID; never a group. Several chats are normal: a
 /// handle has one for each service. Runs no SQL if all `handles` are blank. Throws `SQLiteError`, also for a database
-/// that computes what it should store, which Messages never makes.
+/// with a view or generated column where Messages stores its data (see `requireStoredTables`).
 std::vector<NimbrelChat> locate(const SQLiteDatabase& database, const std::vector<std::string>& handles);
 
 } // namespace vorn::NimbrelChatLocator

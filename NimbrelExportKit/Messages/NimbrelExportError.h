@@ -20,17 +20,17 @@ public:
     struct NoDatabase {
         bool operator==(const NoDatabase&) const = default;
     };
-    /// There is one, and this process may not read it.
+    /// There is one, but this process may not read it.
     struct AccessDenied {
         bool operator==(const AccessDenied&) const = default;
     };
-    /// Every copy that was taken was damaged: Messages wrote while it was copied.
+    /// Every copy taken was damaged: Messages was writing meanwhile.
     struct SnapshotUnreadable {
         bool operator==(const SnapshotUnreadable&) const = default;
     };
     using Reason = std::variant<Database, NoDatabase, AccessDenied, SnapshotUnreadable>;
 
-    NimbrelExportError(Reason reason); // NOLINT(google-explicit-constructor): thrown by its reason
+    NimbrelExportError(Reason reason); // NOLINT(google-explicit-constructor): a reason converts to its error
 
     const Reason& reason() const noexcept { return reason_; }
 

@@ -31,7 +31,7 @@ public:
         report(ExportProgress::Phase::reading, rows_);
     }
 
-    /// Called by SQLite, even while it sorts and returns no rows; no exception may pass through it.
+    /// Called by SQLite, even while it sorts and returns no rows; no exception may pass through SQLite.
     bool endsReading() noexcept
     {
         try {
@@ -43,7 +43,7 @@ public:
         }
     }
 
-    /// Throws what ended the reading, unless SQLite itself failed.
+    /// Rethrows what ended the reading; returns if SQLite itself failed.
     void rethrow() const
     {
         if (thrown_) std::rethrow_exception(thrown_);
@@ -65,7 +65,7 @@ private:
 SQLiteDatabase openSnapshot(const MessagesSnapshot& snapshot, Watch& watch)
 {
     SQLiteDatabase database(snapshot.databaseURL().string(), SQLiteDatabase::Mode::queryOnly);
-    // Otherwise sorting spills private text into files outside the private folder.
+    // Otherwise sorting would spill private text into files outside the private folder.
     database.execute("PRAGMA temp_store = MEMORY");
     database.stopWhen([&watch] { return watch.endsReading(); });
     return database;
@@ -97,7 +97,7 @@ NimbrelExportResult NimbrelExporter::export_(const std::vector<std::string>& han
         try {
             NimbrelExportResult result = read(snapshot, handles, watch);
             snapshot.remove();
-            memory::returnFreed(); // sorting a large history took as much as its records
+            memory::returnFreed(); // sorting a large history took as much memory as its records
             return result;
         } catch (const SQLiteError& error) {
             watch.rethrow(); // an interrupted statement reports an error of its own

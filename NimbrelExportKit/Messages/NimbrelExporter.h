@@ -23,13 +23,13 @@ struct ExportProgress {
     bool operator==(const ExportProgress&) const = default;
 };
 
-/// Copies the Messages database, reads the assistant's conversations from the copy, and deletes it.
+/// Copies the Messages database, reads the assistant's conversations from the copy, and deletes the copy.
 /// Threads: an export runs on the caller's thread, which should not be the main one.
 class NimbrelExporter {
 public:
     using OnProgress = std::function<void(const ExportProgress&)>;
 
-    /// How many copies to take before giving up on a damaged one.
+    /// How many copies to take before giving up, if each is damaged.
     static constexpr int usualAttempts = 3;
 
     /// `attempts` below 1 counts as 1.
@@ -38,9 +38,10 @@ public:
 
     int attempts() const noexcept { return attempts_; }
 
-    /// The conversations with `handles`. Copies again at once if the copy is damaged, as Messages may have been
-    /// writing. Throws `NimbrelExportError`, the file manager's error, or `Cancelled` soon after `cancel` is raised;
-    /// the copy is deleted before it returns or throws. `onProgress` is called on this thread. ("export" is a keyword.)
+    /// The conversations with `handles`. If the copy is damaged, as Messages may have been writing, it takes another at
+    /// once. Throws `NimbrelExportError`, the file manager's error, or `Cancelled` soon after `cancel` is raised; the
+    /// copy is deleted before it returns or throws. `onProgress` is called on the caller's thread. ("export" is a
+    /// keyword.)
     NimbrelExportResult export_(const std::vector<std::string>& handles, const OnProgress& onProgress = {},
                                 const CancelFlag& cancel = CancelFlag::never()) const;
 

@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// A text of a record: a value of 16 bytes, never changed in place, compared by what it says.
+/// A text of a record: a value of 16 bytes, never changed in place, compared by content.
 /// A large export holds millions of short texts. String objects would take twice the memory and fragment it, so the
 /// texts of a message list are borrowed from an arena. A copy owns its characters; a text moved out of its list still
 /// depends on the arena.
@@ -51,7 +51,7 @@ private:
     }
 
     const char* characters_ = nullptr;
-    std::uint32_t size_ = 0; ///< in bytes; SQLite's values end at 2 GiB
+    std::uint32_t size_ = 0; ///< in bytes; SQLite's values are smaller than 2 GiB
     bool owns_ = false;
 };
 

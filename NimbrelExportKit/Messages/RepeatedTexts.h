@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// Stores texts that many records repeat once, in an arena.
+/// Keeps one copy, in an arena, of each text that many records share.
 class RepeatedTexts {
 public:
     explicit RepeatedTexts(TextArena& arena) : arena_(arena) {}
@@ -24,7 +24,7 @@ public:
 private:
     TextArena& arena_;
     std::map<std::string, RecordText, std::less<>> texts_;
-    decltype(texts_)::iterator last_ = texts_.end(); ///< nearly always the next one too
+    decltype(texts_)::iterator last_ = texts_.end(); ///< the text returned last; nearly always the next one too
 };
 
 } // namespace vorn

@@ -38,14 +38,14 @@ std::optional<Kind> kindOf(std::string_view name)
     return found == kinds.end() ? std::nullopt : std::optional(*found);
 }
 
-/// Whether the file system has no locks: then no process ever sweeps there.
+/// Whether the file system does not support locks: then no process ever sweeps there.
 bool isLockingUnsupported(const std::error_code& code)
 {
     return code == std::errc::no_lock_available || code == std::errc::operation_not_supported ||
            code == std::errc::function_not_supported;
 }
 
-/// Whether `path` belongs to this user and is of the right type. Refuses links.
+/// Whether this user owns `path` and it is of the right type. Refuses symbolic links.
 bool isOwn(const fs::path& path, const Kind& kind)
 {
     struct stat facts{};
@@ -111,8 +111,8 @@ void TemporaryItems::holdFor(const fs::path& item)
     if (!isName(item.filename().native())) return;
     const std::lock_guard guard(mutex_);
     try {
-        // A cleaner of temporary files may have removed the lock file: other processes would lock another. Does not
-        // sweep: this process may already have items.
+        // A cleaner of temporary files may have removed the lock file, and other processes would lock a new one. Does
+        // not sweep: this process may already have items.
         if (!lock_ || !lock_->isInPlace()) share(std::make_unique<LockFile>(lockPath()));
     } catch (const std::system_error& error) {
         if (!isLockingUnsupported(error.code()))

@@ -14,10 +14,10 @@ namespace vorn {
 class LockFile;
 
 /// Sweeps what this user's killed processes left in the temporary directory: private copies of the Messages database,
-/// archives and unfinished files. Items are removed when a process starts, or, if another one was alive then, when the
-/// last one ends; never while a process with one of these objects lives. Construct it first, destroy it last, and
-/// create items through its `files`.
-/// Threads: any; constructed and destroyed on one. Errors: never throws; what cannot be removed is logged and stays for
+/// archives and unfinished files. Removes items when a process starts or, if another one was alive then, when the last
+/// one ends; never while another process has one of these objects. Construct it first, destroy it last, and create
+/// items through `files`.
+/// Threads: any; construct and destroy it on one. Errors: never throws; what cannot be removed is logged and stays for
 /// the next process.
 class TemporaryItems {
 public:
@@ -25,11 +25,11 @@ public:
     ~TemporaryItems();
     TemporaryItems(TemporaryItems&&) = delete;
 
-    /// Whether an item of this name is one: of `temporarynames`, or an unfinished file.
+    /// Whether `name` is that of such an item: one of `temporarynames`, or an unfinished file's.
     static bool isName(std::string_view name);
 
-    /// The system's files, for creating items. Tries again, for up to a second, to share a lock that could not be
-    /// shared before; throws `filesystem_error` and creates nothing while another process may sweep.
+    /// The system's file manager, for creating items. Without the shared lock, it first tries for up to a second to
+    /// take it; while another process may sweep, it throws `filesystem_error` and creates nothing.
     FileManager& files() noexcept { return files_; }
 
 private:
@@ -54,7 +54,7 @@ private:
     std::filesystem::path directory_;
     Log log_;
     std::mutex mutex_;               ///< guards the lock after construction
-    std::unique_ptr<LockFile> lock_; ///< null when there is none; then nothing is swept
+    std::unique_ptr<LockFile> lock_; ///< null while none is held; then nothing is swept at the end
     Files files_{*this};
 };
 

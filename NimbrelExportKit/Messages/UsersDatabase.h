@@ -11,7 +11,7 @@ public:
     NoHomeFolder();
 };
 
-/// As `FullDiskAccess::messagesDatabaseURL`, with an error for the user. Throws `NoHomeFolder`. Threads: any.
+/// As `FullDiskAccess::messagesDatabaseURL`, but throws `NoHomeFolder` instead of a `filesystem_error`. Threads: any.
 std::filesystem::path usersMessagesDatabase();
 
 } // namespace vorn

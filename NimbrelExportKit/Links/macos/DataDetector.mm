@@ -29,7 +29,7 @@ public:
     }
 
 private:
-    /// The block is also called without a match while a long text is searched, and may not throw through the system's
+    /// The block is also called without a match while a long text is searched, and must not throw through the system's
     /// functions.
     NSArray<NSURL*>* urlsIn(NSString* string) const
     {

@@ -11,9 +11,9 @@ std::optional<std::string> preferredMIMEType(std::string_view typeIdentifier)
         NSString* identifier = [[NSString alloc] initWithBytes:typeIdentifier.data()
                                                         length:typeIdentifier.size()
                                                       encoding:NSUTF8StringEncoding];
-        if (identifier == nil) return std::nullopt; // not UTF-8, therefore no identifier
+        if (identifier == nil) return std::nullopt; // not UTF-8, therefore not an identifier
         NSString* mimeType =
-            [UTType typeWithIdentifier:identifier].preferredMIMEType; // nil for an unknown one, through both messages
+            [UTType typeWithIdentifier:identifier].preferredMIMEType; // both messages return nil if it is unknown
         if (mimeType == nil) return std::nullopt;
         return std::string(mimeType.UTF8String);
     }
