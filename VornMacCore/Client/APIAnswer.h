@@ -56,10 +56,10 @@ Record decode(const HTTPResponse& response, const Log& log)
     }
 }
 
-/// The longest answer decoded at once, which takes some tenths of a millisecond.
+/// The longest answer, in bytes, that is decoded where the call runs: this takes a few tenths of a millisecond.
 inline constexpr std::size_t readAtOnce = std::size_t{64} * 1024;
 
-/// As `decode`, but a long answer is decoded on `background`, which must outlive the call; null decodes here.
+/// As `decode`, but decodes a long answer on `background`, which must outlive the call; if null, where the call runs.
 template <class Record>
 Async<Record> decodeApart(HTTPResponse response, Log log, BackgroundExecutor* background)
 {

@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// Why the service did not do what was asked. Transfers that brought no answer at all fail as `URLError` instead.
+/// Why the service did not do what was asked. A transfer that brings no answer fails as `URLError` instead.
 class APIError : public std::exception {
 public:
     /// Bytes kept of the service's own words, for the user and the log: more than a sentence needs, less than would
@@ -30,7 +30,7 @@ public:
     struct SessionExpired {
         bool operator==(const SessionExpired&) const = default;
     };
-    /// Another user has signed in since the work began.
+    /// Since the work began, the user has signed out, or another session has replaced theirs.
     struct SessionChanged {
         bool operator==(const SessionChanged&) const = default;
     };
@@ -40,7 +40,7 @@ public:
     };
     using Reason = std::variant<HTTP, NotSignedIn, SessionExpired, SessionChanged, InvalidResponse>;
 
-    APIError(Reason reason); // NOLINT(google-explicit-constructor): thrown by its reason
+    APIError(Reason reason); // NOLINT(google-explicit-constructor): a reason converts to its error
 
     const Reason& reason() const noexcept { return reason_; }
 
@@ -50,7 +50,7 @@ public:
         return std::holds_alternative<Case>(reason_);
     }
 
-    /// Whether the service has switched this feature off: exactly the answers with status 404.
+    /// Whether the service has switched this feature off: true for status 404 only.
     bool isLaneOff() const noexcept;
 
     /// For logs, with the service's own words.

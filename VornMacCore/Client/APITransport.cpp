@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/// Removes the token from a refusal that repeats it: its words are shown and logged.
+/// Removes the token from a refusal that repeats it: a refusal's text is shown and logged.
 Async<HTTPResponse> withoutToken(Async<HTTPResponse> answer, std::string token)
 {
     HTTPResponse response = co_await std::move(answer);

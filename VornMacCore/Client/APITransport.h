@@ -14,19 +14,19 @@ namespace vorn {
 /// One call of the service's API, before it is framed.
 struct APICall {
     HTTPRequest::Method method = HTTPRequest::Method::get;
-    std::string path;                ///< below the API's root; its parts are joined as they are
+    std::string path;                ///< relative to the API's root, not yet percent-encoded
     std::optional<std::string> body; ///< JSON
 };
 
-/// Frames a call like every request to the service, and sends it. Nothing is sent twice. Threads: any. Errors:
+/// Adds to a call what every request to the service has, and sends it. Nothing is sent twice. Threads: any. Errors:
 /// `URLError` from the transfer; `APIError::InvalidResponse` for an answer that is not HTTP, or too large.
 class APITransport {
 public:
-    /// What takes long is done on `background`, which outlives every call; null: where the call runs.
+    /// Long work runs on `background`, which must outlive every call; if null, where the call runs.
     APITransport(APIConfiguration configuration, std::shared_ptr<HTTPSession> session,
                  BackgroundExecutor* background = nullptr);
 
-    /// A refusal (a status other than 2xx) comes without the token, should it repeat it.
+    /// Removes the token from a refusal (a status other than 2xx) that repeats it.
     Async<HTTPResponse> send(APICall call, const std::optional<std::string>& bearerToken) const;
 
     const Log& log() const noexcept { return log_; }

@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// Sends `request`, to the service or to the storage that it named, and returns the answer, whatever its status. Throws
-/// `APIError::InvalidResponse` for an answer that is not HTTP or too large, otherwise `URLError`.
+/// Sends `request` to the service, or to the storage that the service named, and returns the answer, whatever its
+/// status. Throws `APIError::InvalidResponse` for an answer that is not HTTP or is too large, otherwise `URLError`.
 Async<HTTPResponse> httpAnswer(std::shared_ptr<HTTPSession> session, HTTPRequest request);
 
 inline bool isSuccess(int status) noexcept

@@ -28,7 +28,8 @@ Async<> abort(VornAPI api, std::string submissionId)
     try {
         co_await api.abortSubmission(submissionId);
     } catch (const std::exception& error) {
-        // The service drops an unfinished submission by itself; the user needs to know why the upload failed.
+        // Not thrown: the service drops an unfinished submission by itself, and the user must see why the upload
+        // failed.
         Log(bundleIdentifier(), "upload").error(std::string("abort after a failed upload failed: ") + error.what());
     }
 }

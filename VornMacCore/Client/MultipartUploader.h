@@ -16,10 +16,10 @@ namespace vorn {
 
 /// Uploads one archive as a submission: its parts go to presigned URLs, strictly one after another, and the service is
 /// told the archive's SHA-256 and each part's tag. A submission that was opened ends in one of two ways: it is
-/// completed, or an abort is sent, also when the upload is cancelled. Threads: any. Make one for each upload.
+/// completed, or an abort is sent, even when the upload is cancelled. Threads: any. Make one for each upload.
 class MultipartUploader {
 public:
-    /// Called from any thread, many times; must not throw. Values grow, except when a part is sent again.
+    /// Called from any thread, many times; must not throw. `bytesSent` grows, except when a part is sent again.
     using Progress = std::function<void(const UploadProgress&)>;
 
     /// Sends the parts with `transfer`, which reads them on its own thread as they leave. The file is hashed and opened

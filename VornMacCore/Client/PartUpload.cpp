@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Returns the URL if a part of the archive may be sent there. Anything else counts as unreadable: the archive leaves
-/// encrypted or stays on this machine, and a URL never carries user info.
+/// Returns the URL if a part of the archive may be sent there. Any other counts as missing: the archive leaves this
+/// machine only encrypted, and a part URL never carries user info.
 std::optional<URL> acceptablePartURL(const std::string& text)
 {
     auto url = URL::parse(text);

@@ -13,7 +13,7 @@ namespace vorn {
 /// Sends the parts of a submission's one file: keeps the URL of each and collects the answers.
 class PartUpload {
 public:
-    /// `submission` has an asset.
+    /// `submission` must have an asset.
     PartUpload(MultipartUploader::Services services, PartPlan plan, const SubmissionUpload& submission,
                MultipartUploader::Progress progress);
 

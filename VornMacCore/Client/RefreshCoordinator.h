@@ -6,7 +6,7 @@
 namespace vorn {
 
 /// Lets any number of rejected requests share one token refresh. Threads: any.
-/// No caller owns the refresh: a cancelled one stops waiting, and the refresh goes on for the others.
+/// No caller owns the refresh: a cancelled caller stops waiting, and the refresh goes on for the others.
 class RefreshCoordinator {
 public:
     using Work = SingleFlight<StoredSession>::Work;

@@ -35,7 +35,7 @@ std::optional<StoredSession> RememberingTokenStore::knownOr(std::optional<Stored
 {
     if (const auto remembered = known()) return remembered->session;
     const std::lock_guard order(keptLock_);
-    // Threads that ask together wait above for the first one and share its result.
+    // Threads that ask at the same time wait for the first one at this lock, and then share the session that it found.
     if (const auto remembered = known()) return remembered->session;
     return readKept(ask);
 }

@@ -11,7 +11,7 @@ using Method = HTTPRequest::Method;
 
 namespace {
 
-/// Whether a session is the one with this refresh token.
+/// Returns a predicate that is true for the session with this refresh token.
 auto holding(std::string refreshToken)
 {
     return [token = std::move(refreshToken)](const StoredSession& session) { return session.refreshToken == token; };
@@ -83,14 +83,14 @@ Async<StoredSession> SessionKeeper::refreshedSession(std::shared_ptr<SessionKeep
 {
     const StoredSession stored = successor(self->tokens_->load(), stale);
     if (stored.token != stale.token) co_return stored; // already renewed
-    // The refresh that is joined may belong to another user, who has just linked.
+    // The refresh that is joined may be for another user, who has just linked.
     co_return successor(co_await self->refresher_.run([self, stored] { return refresh(self, stored); }), stale);
 }
 
 Async<StoredSession> SessionKeeper::refresh(std::shared_ptr<SessionKeeper> self, StoredSession stale)
 {
-    // A caller may have read the store just before another refresh ended, and come here just after it: the token it
-    // knows is used up, and offering it again would end the session. The same may happen between two processes of this
+    // A caller may have read the store just before another refresh ended, and get here just after: the token it knows
+    // is then used up, and offering it again would end the session. The same may happen between two processes of this
     // user.
     const auto read = [keeper = self.get()] { return keeper->tokens_->reload(); };
     StoredSession used = successor(co_await askStore(self, read), stale);
@@ -127,7 +127,7 @@ StoredSession SessionKeeper::replace(const StoredSession& used, StoredSession ne
     try {
         tokens_->save(next);
     } catch (const std::exception& error) {
-        // A store that still remembers the session serves this run.
+        // A store that cached the session despite the error still serves this run.
         if (tokens_->load() != next) throw;
         transport_.log().error(std::string("keychain save failed: ") + error.what());
     }
@@ -148,7 +148,7 @@ Async<> SessionKeeper::revoke(std::shared_ptr<SessionKeeper> self, StoredSession
     } catch (const Cancelled&) {
         throw;
     } catch (const std::exception& error) {
-        // The session is already forgotten here; the service expires it in time.
+        // The session is already forgotten here; the service lets it expire eventually.
         self->transport_.log().error(std::string("logout failed: ") + error.what());
     }
 }
@@ -160,7 +160,7 @@ Async<> SessionKeeper::revokeOnce(std::shared_ptr<SessionKeeper> self, StoredSes
     HTTPResponse response = co_await self->transport_.send(logout, session.token);
     if (response.status == 401) {
         const HTTPResponse renewed = co_await self->askForPair(session);
-        if (!isSuccess(renewed.status)) co_return; // neither token is valid: the session has ended
+        if (!isSuccess(renewed.status)) co_return; // refused as well: the session counts as ended
         auto pair = co_await decodeApart<TokenPair>(renewed, self->transport_.log(), self->transport_.background());
         response = co_await self->transport_.send(logout, std::move(pair.token));
     }

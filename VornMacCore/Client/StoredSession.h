@@ -19,7 +19,7 @@ struct StoredSession {
     /// From the session that comes with an approved link.
     explicit StoredSession(const DesktopSession& session);
 
-    /// Throws `UndecodableJSON`, for a missing key too.
+    /// Throws `UndecodableJSON`, also for a missing key.
     static StoredSession fromJSON(std::string_view text);
     /// Throws `UnencodableJSON`.
     std::string toJSON() const;

@@ -25,8 +25,8 @@ public:
     /// whether there is a session. May take minutes: call it only from a thread that nothing waits for.
     virtual std::optional<StoredSession> restore() { return load(); }
 
-    /// Clears the session if `matches` returns true for it, and returns the one that stays. Reads as `reload` does and
-    /// waits no longer. `matches` must own what it uses: a store that was too slow may call it later.
+    /// Clears the session if `matches` returns true for it, and returns the one that stays. Reads as `reload` does, and
+    /// waits no longer. `matches` must own what it uses: a call that timed out may still invoke it later.
     // NOLINTNEXTLINE(performance-unnecessary-value-param): a store that waits takes it over
     virtual std::optional<StoredSession> clearIf(std::function<bool(const StoredSession&)> matches)
     {

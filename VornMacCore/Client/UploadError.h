@@ -7,16 +7,16 @@
 
 namespace vorn {
 
-/// Why an upload ended, if neither the service nor the transfer gave a reason.
+/// Why an upload failed; the service and the transfer report failures as `APIError` and `URLError`.
 class UploadError : public std::exception {
 public:
     /// The storage did not take a part.
     struct PartRefused {
         std::int64_t part = 0; ///< counts from 1
-        int status = 0;        ///< the answer's; 0 without a URL to send the part to
+        int status = 0;        ///< the answer's; 0 if there was no usable URL for the part
         bool operator==(const PartRefused&) const = default;
     };
-    /// The storage took a part without the tag that proves it.
+    /// The storage took a part but did not return the tag that proves it.
     struct MissingETag {
         std::int64_t part = 0; ///< counts from 1
         bool operator==(const MissingETag&) const = default;
@@ -27,7 +27,7 @@ public:
     };
     using Reason = std::variant<PartRefused, MissingETag, NoAsset>;
 
-    UploadError(Reason reason); // NOLINT(google-explicit-constructor): thrown by its reason
+    UploadError(Reason reason); // NOLINT(google-explicit-constructor): a reason converts to its error
 
     const Reason& reason() const noexcept { return reason_; }
     const char* what() const noexcept override { return description_.c_str(); } ///< for logs

@@ -13,7 +13,7 @@ using Method = HTTPRequest::Method;
 using Transport = std::shared_ptr<const APITransport>;
 using Keeper = std::shared_ptr<SessionKeeper>;
 
-// Coroutines own what they use, so that a call outlives the client on which it was made.
+// Coroutines own what they use, so that a call may outlive the client on which it was made.
 
 template <class Record>
 Async<Record> sendFramed(Transport transport, APICall call)
@@ -30,7 +30,7 @@ Async<Record> sendSigned(Transport transport, Keeper keeper, std::optional<std::
     if (response.status == 401) {
         const StoredSession fresh = co_await SessionKeeper::refreshedSession(keeper, session);
         response = co_await transport->send(std::move(call), fresh.token);
-        // The answer reads as an expired session then.
+        // Decoding this answer then throws `APIError::SessionExpired`.
         if (response.status == 401) co_await SessionKeeper::clearIfCurrent(keeper, fresh);
     }
     co_return co_await decodeApart<Record>(std::move(response), transport->log(), transport->background());

@@ -20,16 +20,16 @@ struct APICall;
 
 /// The client of the service's JSON API. Copies are cheap and share everything, the session included.
 /// Threads: any, several at once. Errors of every call: `APIError`; `URLError` when no answer came; `UnencodableJSON`
-/// before anything is sent; `Cancelled`. An authenticated call answered with 401 renews the session once, shared with
-/// all other calls that were, and is sent once more; nothing else is ever sent twice.
+/// before anything is sent; `Cancelled`. An authenticated call answered with 401 renews the session, once for all calls
+/// so answered, and is sent once more; nothing else is ever sent twice.
 class VornAPI {
 public:
-    /// Long answers are decoded on `background`, and the store is waited for there; null does both where the call runs.
-    /// `background` must outlive every call.
+    /// Long answers are decoded on `background`, and the store is used there to renew or clear a session; if null, both
+    /// happen where the call runs. `background` must outlive every call.
     VornAPI(APIConfiguration configuration, std::shared_ptr<HTTPSession> session, std::shared_ptr<TokenStore> tokens,
             BackgroundExecutor* background = nullptr);
 
-    /// Returns a copy that acts only for the user `userId`: once somebody else, or nobody, is signed in, its
+    /// Returns a copy that acts only for the user `userId`: while another user, or no one, is signed in, its
     /// authenticated calls throw `APIError::SessionChanged` and send nothing.
     VornAPI pinned(std::string userId) const;
 
@@ -40,7 +40,7 @@ public:
     // The quest and its submissions.
     Async<NimbrelState> nimbrelState() const;
     Async<SubmissionUpload> createSubmission(const CreateSubmissionRequest& request) const;
-    /// The URLs of `count` parts from the part `fromPart` on, which counts from 1.
+    /// The URLs of `count` parts from number `fromPart` on; parts are numbered from 1.
     Async<PartUrls> partUrls(const std::string& submissionId, const std::string& assetId, std::int64_t fromPart,
                              std::int64_t count) const;
     Async<SubmissionStatus> completeAsset(const std::string& submissionId, const std::string& assetId,
@@ -53,9 +53,10 @@ public:
     void adopt(const StoredSession& session) const;
     /// Drops the stored session, on this computer only, and returns it.
     std::optional<StoredSession> forget() const;
-    /// The same if it belongs to the user `userId`. Keeps another user's, which another program may have stored.
+    /// As above, if the session is that of the user `userId`. Keeps another user's, which another program may have
+    /// stored.
     std::optional<StoredSession> forget(const std::string& userId) const;
-    /// Tells the service that `session` has ended; does not touch the store. Failures are logged, only `Cancelled` is
+    /// Tells the service that `session` has ended; does not touch the store. Failures are logged; only `Cancelled` is
     /// thrown.
     Async<> revoke(StoredSession session) const;
     /// Forgets the session, then revokes it; sends nothing when there is none.

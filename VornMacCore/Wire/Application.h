@@ -6,11 +6,12 @@
 
 namespace vorn {
 
-/// The application's property list: the running program's own, completed by what was built in. Programs without one,
-/// such as those for a terminal, are the same application to the service, the keychain and the log.
+/// The application's property list: the running program's own, completed by built-in values. Programs without one, such
+/// as command-line tools, are the same application to the service, to the log and, except on macOS, to the keychain.
 const Bundle& applicationBundle();
 
-/// The name of the keychain item and of the log.
+/// The log's subsystem, and the service of the keychain item, to which programs outside a bundle append ".terminal" on
+/// macOS.
 const std::string& bundleIdentifier();
 
 } // namespace vorn

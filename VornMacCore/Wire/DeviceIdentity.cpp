@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-// The service's limit.
+// The service's limits, in user-perceived characters.
 constexpr std::size_t nameLimit = 80;
 constexpr std::size_t versionLimit = 32;
 constexpr std::size_t localeLimit = 16;

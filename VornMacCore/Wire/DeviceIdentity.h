@@ -14,17 +14,17 @@ namespace vorn::DeviceIdentity {
 /// Describes the computer that asks to be linked. `bundle` is the application's.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle);
 
-/// The same from given facts: a name of at most 80 characters, versions of at most 32.
+/// The same from given facts; cuts the name to 80 characters and each version to 32.
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system);
 
-/// Returns the name that the user gave this computer; "Mac" if it has none.
+/// Returns the name that the user gave this computer, else its host name; "Mac" without either.
 std::string computerName();
 
 } // namespace vorn::DeviceIdentity
 
 namespace vorn {
 
-/// This computer's current time zone and language.
+/// This computer's current time zone and locale.
 DeviceSignals currentDeviceSignals();
 
 /// The same from given facts; the locale is cut to 16 characters.

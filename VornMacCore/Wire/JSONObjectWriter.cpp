@@ -12,7 +12,7 @@ namespace {
 
 using Tree = nlohmann::ordered_json; // keeps the order of keys
 
-/// Checked here, while the key is at hand: the library's own complaint quotes the bytes.
+/// Checked here, where the key is known: the library's own error quotes the bytes.
 void requireWellFormed(std::string_view key, const std::string& text)
 {
     if (!text::isWellFormed(text)) throw UnencodableJSON(std::string(key) + ": ill-formed UTF-8");

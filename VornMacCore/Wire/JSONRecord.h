@@ -26,7 +26,7 @@ struct JSONField {
 template <class Record, class Value>
 JSONField(std::string_view, Value Record::*) -> JSONField<Record, Value>;
 
-/// How a record stands in JSON: specialise it with a tuple of its fields, which serves for reading and for writing.
+/// How a record is represented in JSON: specialise this with a tuple of its fields, used for reading and for writing.
 ///
 ///     template <>
 ///     inline constexpr auto jsonFields<LinkedUser> = std::tuple{
@@ -39,7 +39,7 @@ JSONField(std::string_view, Value Record::*) -> JSONField<Record, Value>;
 template <class Record>
 inline constexpr auto jsonFields = nullptr;
 
-/// How text becomes a value of another type: specialise it with a function that takes any text. For reading only.
+/// How text becomes a value of another type: specialise this with a function that accepts any text. For reading only.
 template <class Value>
 inline constexpr auto jsonTextReader = nullptr;
 

@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// Reads `text` as `JSONObject::parse` promises, whatever value it is. Throws `UndecodableJSON`.
+/// Reads `text` as `JSONObject::parse` documents, but accepts any kind of value. Throws `UndecodableJSON`.
 nlohmann::json parseJSONTree(std::string_view text);
 
 } // namespace vorn

@@ -25,7 +25,7 @@ struct DeviceLink {
     std::string linkId;
     std::string pollSecret;          ///< known to this Mac alone: proves that the poll comes from the link's creator
     std::string qrPayload;           ///< the text of the QR code that the phone scans
-    std::string expiresAt;           ///< time stamp after which the link is dead
+    std::string expiresAt;           ///< time stamp after which the link is no longer valid
     std::int64_t pollIntervalMs = 0; ///< how often to poll, in milliseconds
     bool operator==(const DeviceLink&) const = default;
 

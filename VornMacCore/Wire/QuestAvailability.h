@@ -10,7 +10,7 @@
 
 namespace vorn {
 
-/// Whether the user may upload an export now, and why not. A value; threads: any.
+/// Whether the user may upload an export now, and if not, why. A value; threads: any.
 class QuestAvailability {
 public:
     /// The last upload was approved; the next is possible after `until`.

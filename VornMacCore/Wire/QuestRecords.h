@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-// The user's state in the quest that an export serves. Received only; JSON keys are the fields' names.
+// The user's state in the quest to which exports are submitted. Received only; JSON keys are the fields' names.
 
 /// One step of the quest's instructions.
 struct ExportGuideStep {

@@ -37,7 +37,7 @@ bool isDecimalNumber(std::string_view text)
     return text.empty();
 }
 
-/// By a stream in the C locale: `strtod` follows the process's locale, which a window toolkit sets to the user's.
+/// Uses a stream in the C locale: `strtod` follows the process's locale, which a GUI toolkit sets to the user's.
 std::optional<double> parse(const std::string& text)
 {
     if (!isDecimalNumber(text)) return std::nullopt;
@@ -45,7 +45,7 @@ std::optional<double> parse(const std::string& text)
     stream.imbue(std::locale::classic());
     double value = 0;
     stream >> value;
-    // Some libraries report underflow as a failure: treat it as zero.
+    // Some libraries report underflow as a failure: accept its value, which is near zero.
     if (stream.fail() && std::abs(value) > 1) return std::nullopt;
     return value;
 }

@@ -18,7 +18,7 @@ std::optional<std::string> usd(const std::optional<double>& amount);
 /// other characters, hexadecimal, "inf", "nan" and a number beyond a double's range are refused.
 std::optional<std::string> usd(const std::optional<std::string>& amount);
 
-/// The dollars of what `usd` wrote; absent for any other text.
+/// The amount in a text such as `usd` writes: "$", then a decimal number as above; absent for any other text.
 std::optional<double> dollars(const std::string& text);
 
 } // namespace vorn::RewardFormat

@@ -9,7 +9,7 @@ namespace vorn {
 
 // Exchanged to submit an export and to follow its review. JSON keys are the fields' names.
 
-/// Sent with a submission: where this Mac says it is.
+/// Sent with a submission: the time zone and locale of this Mac.
 struct DeviceSignals {
     std::string timezone; ///< an IANA name such as "Europe/Berlin"
     std::string locale;   ///< in BCP 47 form, such as "en-US"
@@ -81,8 +81,8 @@ struct CompleteAssetRequest {
     bool operator==(const CompleteAssetRequest&) const = default;
 };
 
-/// How a review stands, as the service says it. A word that this version does not know is kept, and means that the
-/// service is still checking. A value.
+/// The state of a review, with the service's word for it. A word that this version does not know is kept, and means
+/// that the service is still checking. A value.
 class ReviewStatus {
 public:
     enum class Kind { analyzing, reviewPending, approved, rejected, expired };
@@ -106,7 +106,7 @@ private:
     std::string word_;
 };
 
-/// Received: how a submission's review stands.
+/// Received: the state of a submission's review.
 struct SubmissionStatus {
     std::string id;
     std::string questId;

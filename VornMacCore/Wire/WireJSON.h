@@ -9,8 +9,9 @@
 namespace vorn {
 
 /// Reads a record that is received: `DeviceLink`, `DeviceLinkPoll`, `TokenPair`, `Revoked`, `NimbrelState`,
-/// `SubmissionUpload`, `PartUrls`, `SubmissionStatus`, `ErrorBody` or `DeviceSignals`; any other does not link.
-/// Throws `UndecodableJSON` for what is not such a record: see `JSONObject` for what counts as JSON. Threads: any.
+/// `SubmissionUpload`, `PartUrls`, `SubmissionStatus` or `ErrorBody`; for tests also `DeviceSignals`. Any other type
+/// does not link. Throws `UndecodableJSON` if `text` is not such a record; `JSONObject` says what counts as JSON.
+/// Threads: any.
 template <class Record>
 Record fromJSON(std::string_view text);
 
