@@ -20,7 +20,7 @@ struct Nothing {};
 template <class T>
 using Stored = std::conditional_t<std::is_void_v<T>, Nothing, T>;
 
-/// What a coroutine or a leaf ended with.
+/// How a coroutine or a leaf await ended; `monostate` until then.
 template <class T>
 using Outcome = std::variant<std::monostate, Stored<T>, std::exception_ptr>;
 
@@ -55,11 +55,11 @@ struct Promise<void> : PromiseOf<void> {
 
 } // namespace detail
 
-/// Work that waits: a coroutine that begins when it is awaited, or when a `Task` is made of it, and returns one `T`.
-/// Errors are thrown out of the await. Cancelling the task makes the await at which it stands, and each later one,
-/// throw `Cancelled`, whatever it awaited ends with: a cancelled coroutine never sees another error or a result.
-/// Parameters are taken by value: the coroutine outlives the call that made it. A coroutine written as a lambda loses
-/// its captures with the lambda object; write a function, or keep the lambda in a variable.
+/// An asynchronous computation: a coroutine that begins when it is awaited or made into a `Task`, and returns one `T`.
+/// Its errors are thrown from the await. Once the task is cancelled, its current await and every later one throw
+/// `Cancelled`, whatever the awaited work ends with: a cancelled coroutine never sees another error or a result.
+/// Coroutines take their parameters by value, as a coroutine outlives the call that made it. A coroutine written as a
+/// lambda loses its captures with the lambda object; write a function, or keep the lambda in a variable.
 template <class T>
 class [[nodiscard]] Async {
 public:
@@ -96,7 +96,7 @@ public:
 
     Awaiter operator co_await() && noexcept { return Awaiter{frame_}; }
 
-    /// Hands the frame over to whoever runs it.
+    /// Hands the frame over to the caller, which then owns it.
     std::coroutine_handle<promise_type> release() && noexcept { return std::exchange(frame_, nullptr); }
 
 private:
@@ -140,11 +140,11 @@ private:
 
 } // namespace detail
 
-/// Throws `Cancelled` once the task is cancelled. For long work without awaits.
+/// Throws `Cancelled` once the task is cancelled. For long-running work without awaits.
 Async<> checkCancellation();
 
-/// Runs `work` to its end even in a cancelled task, for clean-up that must not be skipped. Awaiting it then throws
-/// `Cancelled`, once the work has ended.
+/// Runs `work` to its end even in a cancelled task, for clean-up that must not be skipped. In a cancelled task the
+/// await throws `Cancelled` once the work has ended.
 template <class T>
 Async<T> shielded(Async<T> work)
 {

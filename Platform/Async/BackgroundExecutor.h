@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// Runs work that blocks or computes for long. Replaceable in tests. Threads: any may post.
+/// Runs work that blocks or takes long to compute. Replaceable in tests. Threads: any may post.
 class BackgroundExecutor {
 public:
     virtual ~BackgroundExecutor() = default;
@@ -40,8 +40,8 @@ void runAndResume(Work& work, const CancelFlag& cancel, const Resume<Result>& re
 } // namespace detail
 
 /// Runs `work(const CancelFlag&)` on `executor` and returns or throws what it does. Cancelling the task raises the
-/// flag; the await ends only when `work` has ended, so `work` may use what the awaiting coroutine owns. Long work must
-/// check the flag often.
+/// flag; the await ends only when `work` has ended, so `work` may use what the awaiting coroutine owns. Long-running
+/// work must check the flag often.
 template <class Work, class Result = std::invoke_result_t<Work&, const CancelFlag&>>
 Async<Result> onBackground(BackgroundExecutor* executor, Work work)
 {
@@ -56,8 +56,8 @@ Async<Result> onBackground(BackgroundExecutor* executor, Work work)
         OnCancel::waitForResult);
 }
 
-/// As `onBackground`, but a cancelled task leaves at once, and `work` goes on without a caller: it must own all that it
-/// uses. For what nothing can interrupt.
+/// As `onBackground`, but a cancelled task stops waiting at once while `work` runs on, so `work` must own all that it
+/// uses. For work that cannot be interrupted.
 template <class Work, class Result = std::invoke_result_t<Work&>>
 Async<Result> onBackgroundUnawaited(BackgroundExecutor* executor, Work work)
 {

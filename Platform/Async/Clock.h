@@ -18,7 +18,7 @@ public:
 
     /// The calendar time, which the user or a time server may set.
     virtual Instant date() const = 0;
-    /// Monotonic time since some fixed point; includes time that the machine sleeps.
+    /// Monotonic time since some fixed point; includes the time that the machine is asleep.
     virtual Duration now() const = 0;
     /// Returns when `now` has advanced by `duration`; at once if that is not positive.
     virtual Async<> sleep(Duration duration) = 0;
@@ -28,7 +28,7 @@ public:
 class SystemClock final : public Clock {
 public:
     SystemClock();
-    /// The thread ends with the last sleep in progress.
+    /// The thread ends once the last pending sleep has ended.
     ~SystemClock() override;
     SystemClock(SystemClock&&) = delete;
 

@@ -4,11 +4,11 @@
 
 namespace vorn {
 
-/// A thread for each piece of work, which nobody waits for: where work may wait for a person, the program's end must
-/// not wait with it. Work must own all that it uses, and may be cut off by that end.
+/// Runs each piece of work on a thread of its own that is never joined, so that the program can end while work still
+/// waits for a person. Work must own all that it uses, and may be cut off when the program ends.
 class DetachedThreads final : public BackgroundExecutor {
 public:
-    /// Throws `std::system_error` when there can be no more threads.
+    /// Throws `std::system_error` when no thread can be started.
     void post(std::function<void()> work) override;
 };
 

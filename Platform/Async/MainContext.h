@@ -14,8 +14,8 @@ namespace vorn {
 /// event loop, `runUntil`, or a test. Threads: `post` any; everything else its own.
 class MainContext {
 public:
-    /// `wakeUp` is called, on any thread, when work arrives; once until the next `runPending`, and never after the
-    /// context is destroyed. It must schedule that call without making it, and must not post.
+    /// `wakeUp` is called, on any thread, when work arrives: once, until the context runs its work; never after the
+    /// context is destroyed. It must schedule `runPending` without calling it, and must not post.
     explicit MainContext(std::function<void()> wakeUp = {});
     /// Drops remaining work. Call `shutDown` first: tasks that are still suspended are destroyed without running their
     /// clean-up.
@@ -32,7 +32,7 @@ public:
     bool runUntilIdle();
     /// Runs work as it arrives until `done` returns true.
     void runUntil(const std::function<bool()>& done);
-    /// Runs `work` to its end, and other work meanwhile.
+    /// Runs `work` to its end, and other work meanwhile. Returns or throws what it does.
     template <class T>
     T run(Async<T> work)
     {
@@ -44,11 +44,11 @@ public:
 
     std::size_t runningTasks() const noexcept { return queue_->jobCount(); }
     /// Cancels every task and runs until none is left. Must not be called from a task, which would wait for itself.
-    /// Tasks started meanwhile, by clean-up, are not cancelled.
-    /// May take any time: shielded clean-up and background work need limits of their own (`inactivityLimit`, a check of
-    /// the `CancelFlag` every few milliseconds).
+    /// Tasks started meanwhile, by clean-up, are not cancelled. May take arbitrarily long: shielded clean-up and
+    /// background work need limits of their own (`inactivityLimit`, or checking the `CancelFlag` every few
+    /// milliseconds).
     void shutDown();
-    /// The same for at most `limit`; returns whether none is left. The rest is destroyed with the context.
+    /// The same for at most `limit`; returns whether no task is left. Those left are destroyed with the context.
     bool shutDown(std::chrono::milliseconds limit);
 
 private:

@@ -10,8 +10,8 @@
 
 namespace vorn {
 
-/// Lets concurrent callers share one run of the same work; a call after its end begins another. Cancelling a caller
-/// ends only its wait: the run goes on for the others. It runs on the thread of the caller that began it, whose context
+/// Lets concurrent callers share one run of the same work; a call after its end begins another run. Cancelling a caller
+/// ends only its wait: the run goes on for the others. A run uses the thread of the caller that began it, whose context
 /// must outlive the others' waits. Threads: any.
 template <class T>
 class SingleFlight {

@@ -14,13 +14,13 @@ using CancelAction = std::function<void()>;
 
 /// When a cancelled await ends.
 enum class OnCancel {
-    leave,         ///< at once; the operation ends by itself, and its result is dropped
+    leave,         ///< at once; the operation ends later, and its result is dropped
     waitForResult, ///< when the operation has ended, as it may use what the coroutine owns
 };
 
 namespace detail {
 
-/// Receives the result of one await, from any thread. The first one counts.
+/// Receives the result of one await, from any thread. Only the first result counts.
 template <class T>
 class Mailbox : public std::enable_shared_from_this<Mailbox<T>> {
 public:
@@ -35,7 +35,7 @@ public:
     {
         {
             const std::lock_guard lock(mutex_);
-            if (settled_) return; // the usual case, which need not make an exception
+            if (settled_) return; // the usual case: saves making an exception
         }
         fail(std::make_exception_ptr(Cancelled()));
     }
@@ -59,7 +59,7 @@ public:
         ended_.wait(lock, [this] { return settled_; });
     }
 
-    /// Takes the result out, on the coroutine's thread, once woken: the mailbox may be destroyed later on another one.
+    /// Takes the result out, on the coroutine's thread, once woken: the mailbox may be destroyed later on another.
     T take()
     {
         auto taken = std::exchange(outcome_, {});
@@ -75,7 +75,7 @@ private:
 
     std::weak_ptr<Job> job_;
     std::shared_ptr<WorkQueue> queue_;
-    std::mutex mutex_; ///< guards the two below until the coroutine is woken
+    std::mutex mutex_; ///< guards `settled_` and `outcome_` until the coroutine is woken
     std::condition_variable ended_;
     bool settled_ = false;
     Outcome<T> outcome_;
@@ -83,8 +83,8 @@ private:
 
 } // namespace detail
 
-/// Ends one await with a value or an error. Copyable; any thread; the first call of all copies counts. Destroying the
-/// last copy without a call ends the await as cancelled.
+/// Ends one await with a value or an error. Copyable. Threads: any; only the first call through any of the copies
+/// counts. Destroying the last copy without a call ends the await as cancelled.
 template <class T>
 class Resume {
 public:
@@ -114,7 +114,7 @@ class SuspendAwaiter final : public Wait {
 public:
     SuspendAwaiter(Start start, OnCancel onCancel) : start_(std::move(start)), onCancel_(onCancel) {}
     SuspendAwaiter(SuspendAwaiter&&) = delete;
-    /// Still waiting here means the job is being destroyed.
+    /// If it is still waiting, the job is being destroyed.
     ~SuspendAwaiter()
     {
         if (box_ && job_->waitsFor(box_.get())) {
@@ -173,8 +173,8 @@ private:
 
 /// The primitive under every wait: `co_await suspend<T>(start)` calls `start(Resume<T>)`, which begins an operation and
 /// returns how to stop it (null if it cannot be stopped), and suspends until the `Resume` is called. What `start`
-/// throws is thrown here; it must not run the queue. The cancel action may be called after the `Resume`. The coroutine
-/// resumes from its queue, never inside `Resume` or a cancel.
+/// throws is thrown here; `start` must not run the queue. The cancel action may be called after the `Resume`. The
+/// coroutine resumes from its queue, never inside `Resume` or a cancellation.
 template <class T, class Start>
 auto suspend(Start start, OnCancel onCancel = OnCancel::leave)
 {

@@ -13,7 +13,7 @@
 
 namespace vorn {
 
-/// Ends sleeps on a thread of its own; only that thread touches them, others post to it.
+/// Ends sleeps on a thread of its own. Only that thread touches the sleeps; others post to it.
 class SystemClock::Timers {
 public:
     Timers() : thread_([this] { run(); }) {}
@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    using Key = std::pair<Duration, std::uint64_t>; ///< the time it ends, and a number: others may end with it
+    using Key = std::pair<Duration, std::uint64_t>; ///< when the sleep ends, and a number: several may end at once
 
     void run()
     {
@@ -45,7 +45,7 @@ private:
         }
     }
 
-    /// At most a second: the system's timers stop while the machine sleeps, and a sleep must end soon after it wakes.
+    /// Waits a second at most: the system's timers stop while the machine sleeps, and due sleeps must end soon after.
     void waitForWork()
     {
         if (sleeps_.empty()) return queue_.waitForWork();
@@ -57,7 +57,7 @@ private:
     std::map<Key, Resume<void>> sleeps_;
     std::atomic<std::uint64_t> count_ = 0;
     bool ended_ = false;
-    std::thread thread_; // last: it runs what is above
+    std::thread thread_; // last: it uses the members above
 };
 
 SystemClock::SystemClock() : timers_(std::make_shared<Timers>())

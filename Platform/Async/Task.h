@@ -8,10 +8,9 @@ namespace vorn {
 
 class MainContext;
 
-/// A running coroutine, cancelled when this handle is replaced or destroyed. Neither waits for it to unwind, which
-/// happens later on its thread. Any error but `Cancelled` that leaves the coroutine is a programming error and ends the
-/// process.
-/// Threads: the context's own.
+/// A running coroutine, cancelled when this handle is replaced or destroyed. Neither waits for the coroutine to unwind,
+/// which happens later on its thread. Any error but `Cancelled` that leaves the coroutine is a programming error and
+/// ends the process. Threads: the context's own.
 class Task {
 public:
     Task() = default;
@@ -29,7 +28,7 @@ public:
     void cancel() noexcept;
     bool isRunning() const noexcept { return !job_.expired(); }
 
-    /// Begins `work`, which only shutting down the context cancels.
+    /// Begins `work`, which is cancelled only by shutting down the context.
     static void detached(MainContext& context, Async<> work);
     static void detached(const std::shared_ptr<detail::WorkQueue>& queue, Async<> work);
 

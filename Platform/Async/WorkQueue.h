@@ -26,10 +26,10 @@ public:
     /// Makes the next post call the hook again.
     void expectWakeUp();
     void waitForWork();
-    /// The same until `end` at most; returns whether there is any.
+    /// The same until `end` at most; returns whether there is work.
     bool waitForWork(std::chrono::steady_clock::time_point end);
 
-    // All that follows: only on the thread that constructed the queue. The above may run on the threads of a pool.
+    // Everything below: only on the thread that constructed the queue. A pool's threads may use everything above.
     void close();
 
     bool adopt(const std::shared_ptr<Job>& job); ///< false once closed: the job is not kept
@@ -37,20 +37,20 @@ public:
     void cancelJobs();
     std::size_t jobCount() const noexcept { return jobs_.size(); }
 
-    /// Ends the process, instead of racing, when called on another thread than the queue's own.
+    /// Ends the process, instead of racing, when called on a thread other than the queue's own.
     void requireOwnThread(const char* what) const;
 
 private:
     std::thread::id owner_ = std::this_thread::get_id();
     std::unordered_set<std::shared_ptr<Job>> jobs_;
 
-    mutable std::mutex mutex_; ///< guards what follows
+    mutable std::mutex mutex_; ///< guards the members below up to `closed_`
     std::condition_variable posted_;
     std::deque<std::function<void()>> work_;
     bool wakeUpCalled_ = false;
-    bool closed_ = false; ///< changed on the queue's own thread alone, which may read it unlocked
+    bool closed_ = false; ///< changed only on the queue's own thread, which may read it unlocked
 
-    std::mutex hookMutex_; ///< held while the hook runs, so that `close` waits: the hook's loop is destroyed next
+    std::mutex hookMutex_; ///< held while the hook runs, so that `close` waits: what the hook uses is destroyed next
     std::function<void()> wakeUp_;
 };
 

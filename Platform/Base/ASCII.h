@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-/// Characters of ASCII alone, whatever the process's locale says. Takes code units of any encoding that contains ASCII,
-/// and Unicode scalars. Threads: any.
+/// Functions for ASCII characters, independent of the process's locale. They take code units of any encoding that
+/// contains ASCII, and Unicode scalars. Threads: any.
 namespace vorn::ascii {
 
 template <class Character>
@@ -37,7 +37,7 @@ constexpr char lowercased(char c) noexcept
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 
-/// `text` with its ASCII letters in lower case; every other byte stays.
+/// `text` with its ASCII letters in lower case; all other bytes are unchanged.
 inline std::string lowercased(std::string_view text)
 {
     std::string lower(text);

@@ -10,7 +10,7 @@
 
 namespace vorn {
 
-/// Bytes that somebody else owns.
+/// A view of bytes that it does not own.
 using ByteView = std::span<const std::byte>;
 
 /// An allocator that leaves new elements uninitialised. A buffer of hundreds of megabytes that is about to be

@@ -11,7 +11,7 @@ public:
     const char* what() const noexcept override { return "cancelled"; }
 };
 
-/// Asks long work on another thread to stop soon. Threads: any; `cancel` may be called from a signal handler.
+/// Asks long-running work on another thread to stop soon. Threads: any; `cancel` may be called from a signal handler.
 class CancelFlag {
 public:
     void cancel() noexcept { raised_.store(true, std::memory_order_relaxed); }

@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// Implements `FileManager::copyFile` the fastest way that the system has.
+/// Implements `FileManager::copyFile` in the fastest way that the system offers.
 void copyFileContent(const std::filesystem::path& from, const std::filesystem::path& to,
                      const FileManager::CopyProgress& progress);
 

@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono;
 
-/// Reads one fixed-width field after another; `ok` stays true while everything fits.
+/// Reads one field after another. Once a field does not match, `atEnd` returns false.
 class FieldReader {
 public:
     explicit FieldReader(std::string_view text) : rest_(text) {}
@@ -38,7 +38,7 @@ public:
         rest_.remove_prefix(1);
         return true;
     }
-    /// The digits after a decimal point as milliseconds; finer ones are cut off.
+    /// The digits after a decimal point as milliseconds; further digits are dropped.
     milliseconds fraction()
     {
         std::int64_t value = 0;
@@ -116,7 +116,7 @@ std::optional<Instant> parseInternetDateTime(std::string_view text)
     // A leap second reads as the second after it, as system clocks count.
     if (!fields.atEnd() || !date.ok() || hour > 23 || minute > 59 || second > 60) return std::nullopt;
     const Instant instant = sys_days(date) + hours(hour) + minutes(minute) + seconds(second) - offset + fraction;
-    // An offset may lead to a year that has no four digits.
+    // An offset may move the instant out of the years 0 to 9999.
     if (instant < sys_days(year(0) / January / 1) || instant >= sys_days(year(10000) / January / 1))
         return std::nullopt;
     return instant;

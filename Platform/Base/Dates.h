@@ -9,7 +9,7 @@
 namespace vorn {
 
 /// A point in time, without a calendar or a zone. In milliseconds: the standard clock's unit differs between systems,
-/// and nanoseconds end in the year 2262.
+/// and nanoseconds overflow in the year 2262.
 using Instant = std::chrono::sys_time<std::chrono::milliseconds>;
 
 /// A point in time broken down by the Gregorian calendar.
@@ -26,24 +26,24 @@ struct CalendarTime {
 /// `instant` on the wall clock of the user's current time zone (the `TZ` variable, else the system's setting).
 CalendarTime localTime(Instant instant);
 
-/// Writes times in the user's time zone, as the user's region does. It costs much to make and little to use.
+/// Formats times in the user's time zone and by the conventions of the user's region. Slow to construct, fast to use.
 /// Threads: one at a time.
 class LocalDates {
 public:
-    /// With the settings that the user has now.
+    /// Takes the user's settings as they are now.
     LocalDates();
     ~LocalDates();
     LocalDates(LocalDates&&) noexcept;
 
     std::string day(Instant instant) const;  ///< abbreviated: "Mar 1, 2026"
-    std::string time(Instant instant) const; ///< with its seconds: "9:15:00 AM"
+    std::string time(Instant instant) const; ///< with seconds: "9:15:00 AM"
 
 private:
     struct Formats;
     std::unique_ptr<Formats> formats_;
 };
 
-/// The same for one day. Threads: any.
+/// As `LocalDates::day`, for a single use. Threads: any.
 std::string dayText(Instant instant);
 
 /// An internet date-time (RFC 3339) in UTC, whole seconds rounded down: "2026-03-01T09:15:00Z".

@@ -15,7 +15,7 @@ namespace {
 
 using Format = Owned<UDateFormat, udat_close>;
 
-/// Null for a zone or a language that ICU does not know.
+/// Null when ICU fails. An unknown zone reads as UTC, an unknown language as ICU's root locale.
 Format openFormat(UDateFormatStyle time, UDateFormatStyle day, const std::string& language, const std::string& zone)
 {
     std::array<char, ULOC_FULLNAME_CAPACITY> locale{};
@@ -47,7 +47,7 @@ std::string written(const Format& format, Instant instant)
     return text.data();
 }
 
-constexpr std::size_t lengthOfDay = 10; // of an internet date-time
+constexpr std::size_t lengthOfDay = 10; // characters of an internet date-time
 constexpr std::size_t lengthOfTime = 8;
 
 } // namespace

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// An open file's descriptor, closed when the object dies; -1 when there is none.
+/// An open file's descriptor, closed when the object is destroyed; -1 when there is none.
 class FileDescriptor {
 public:
     explicit FileDescriptor(int number) noexcept : number_(number) {}
@@ -29,12 +29,12 @@ private:
     int number_;
 };
 
-/// Opens a regular file for reading, without blocking on a pipe. On failure, or for anything else than a file, empty
-/// with `errno` set.
+/// Opens a regular file for reading, without blocking on a pipe. Returns an empty descriptor with `errno` set on
+/// failure, and for anything other than a regular file.
 FileDescriptor openRegularFile(const std::filesystem::path& path) noexcept;
 
-/// Creates a file that only this user may read and write, whatever the umask, and opens it for writing. On failure,
-/// also if the file exists, empty with `errno` set.
+/// Creates a file that only this user may read and write, whatever the umask, and opens it for writing. Returns an
+/// empty descriptor with `errno` set on failure, including when the file exists.
 FileDescriptor createPrivateFile(const std::filesystem::path& path) noexcept;
 
 } // namespace vorn

@@ -12,12 +12,12 @@ namespace vorn {
 /// Threads: any. Errors: `std::filesystem::filesystem_error`, with the path and the system's code.
 class FileManager {
 public:
-    /// Called with the bytes copied so far. What it throws ends the copy.
+    /// Called with the bytes copied so far. An exception from it ends the copy and reaches the caller.
     using CopyProgress = std::function<void(std::uint64_t copied)>;
 
     virtual ~FileManager() = default;
 
-    /// The system's own.
+    /// The one that acts on the real file system.
     static FileManager& standard();
 
     /// From the system's user database, since `HOME` may be changed; `HOME` for a user without an entry.
@@ -30,8 +30,8 @@ public:
     virtual void createPrivateDirectory(const std::filesystem::path& directory);
 
     /// Copies the content of `from` into the new file `to`, which only this user may read (mode 0600); fails if it
-    /// exists. Shares the blocks instead where the file system can. On failure `to` may be left behind, incomplete; the
-    /// error names the file that was at fault.
+    /// exists. Where the file system can, clones the file instead, sharing its blocks. On failure `to` may be left
+    /// behind, incomplete. The error names `from` when that is known to be at fault, otherwise `to`.
     virtual void copyFile(const std::filesystem::path& from, const std::filesystem::path& to,
                           const CopyProgress& progress);
 
@@ -42,15 +42,15 @@ public:
     virtual void remove(const std::filesystem::path& path);
 
     /// Writes `bytes` to a new file beside `path` and renames it, replacing what was there: `path` is never half
-    /// written. On failure the new file is removed and the old one stays. What a killed process leaves, the next write
-    /// into the same folder removes.
+    /// written. On failure the new file is removed and the old one stays. A file left behind by a killed process is
+    /// removed by the next write to the same folder.
     virtual void writeAtomically(ByteView bytes, const std::filesystem::path& path);
 
     /// The size of the file in bytes.
     virtual std::int64_t fileSize(const std::filesystem::path& path);
 };
 
-/// Whether `error` is a lack of permission.
+/// Whether `error` means that permission was denied.
 bool isPermissionDenied(const std::filesystem::filesystem_error& error);
 
 } // namespace vorn

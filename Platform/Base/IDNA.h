@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Names of hosts outside ASCII (Unicode Technical Standard 46). Threads: any.
+/// Host names that are not ASCII (Unicode Technical Standard 46). Threads: any.
 namespace vorn::idna {
 
 /// The ASCII form of `host`: "xn--bcher-kva.example" for "Bücher.example". Nothing if nontransitional processing

@@ -14,16 +14,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// Attempts: each time, a sweep must have come between creating the file and locking it.
+/// Attempts: each one fails only if a sweep comes between creating the file and locking it.
 constexpr int mostSweptBefore = 100;
 
-/// False when another process holds the lock. A file system without locks is never swept.
+/// False when another process holds the lock. True on a file system without locks, where no sweep removes anything.
 bool lock(const FileDescriptor& file)
 {
     return flock(file.get(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
 }
 
-/// Removes the file at `path` if this user made it and no process writes it any more.
+/// Removes the file at `path` if this user owns it and no process is writing it.
 void removeAbandoned(const fs::path& path)
 {
     struct stat facts{};

@@ -14,13 +14,13 @@
 
 namespace vorn {
 
-/// Turns SIGINT, SIGTERM and SIGHUP into a cancel, so that work unwinds and deletes its files. Signals ignored at the
-/// start stay ignored. SIGXFSZ is ignored: a write beyond the file size limit fails as on a full disk. Construct it in
-/// `main` before any thread starts, as threads must inherit the blocked signals.
+/// Turns SIGINT, SIGTERM and SIGHUP into a cancellation, so that work unwinds and deletes its files. Signals ignored at
+/// the start stay ignored. SIGXFSZ is ignored: a write beyond the file size limit fails as on a full disk. Construct it
+/// in `main` before any thread starts, as threads must inherit the blocked signals.
 class InterruptWatch {
 public:
-    /// For programs that may wait forever and keep nothing on disk. A program that still runs `grace` after the first
-    /// signal, or when another one comes, ends at once, with `lastWords` on standard error.
+    /// For programs that may wait forever and keep nothing on disk. A program still running `grace` after the first
+    /// signal, or when another signal comes, ends at once, with `lastWords` on standard error.
     struct Deadline {
         std::function<void()> onInterrupt; ///< called once, on the watch's thread, on the first signal
         std::chrono::milliseconds grace;
@@ -34,7 +34,7 @@ public:
 
     const CancelFlag& cancelFlag() const noexcept { return cancel_; }
 
-    /// The shell's exit status for a program that the signal ended: 128 plus its number.
+    /// The shell's exit status for a program that the signal ended: 128 plus the signal's number.
     int exitStatus() const noexcept { return 128 + signal_.load(); }
 
     /// While it lives, a signal ends the process at once. For work that cannot be cancelled and keeps nothing on disk.
@@ -71,7 +71,7 @@ private:
     std::atomic<int> signal_ = 0;
     std::atomic<bool> ignoresInterrupt_ = false;
     std::optional<Deadline> deadline_;
-    std::mutex mutex_; ///< guards what follows but the last two; held while the process is ended
+    std::mutex mutex_; ///< guards the members below up to `lastWords_`; held while ending the process
     std::condition_variable ended_;
     bool ending_ = false;
     bool nothingOnDisk_ = false;

@@ -26,7 +26,7 @@ std::shared_ptr<LogSink> currentLogSink();
 /// copy. Threads: any.
 class Log {
 public:
-    /// `subsystem` is the application's bundle identifier, `category` a part of it, such as "api".
+    /// `subsystem` is the application's bundle identifier, `category` a part of the application, such as "api".
     Log(std::string subsystem, std::string category);
 
     /// Writes one line. Ill-formed UTF-8 becomes U+FFFD; control characters and line breaks, which could forge further

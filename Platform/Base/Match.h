@@ -3,13 +3,13 @@
 namespace vorn {
 
 /// One function for each case of a variant, for `std::visit`: `std::visit(Match{[](Idle) {…}, [](Failed f) {…}},
-/// phase)`. A case without one does not compile.
+/// phase)`. A missing case does not compile.
 template <class... Cases>
 struct Match : Cases... {
     using Cases::operator()...;
 };
 
-// Written out for compilers that cannot deduce it yet.
+// For compilers that cannot deduce the arguments of an aggregate yet.
 template <class... Cases>
 Match(Cases...) -> Match<Cases...>;
 

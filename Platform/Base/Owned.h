@@ -14,7 +14,7 @@ struct CallOnDelete {
     }
 };
 
-/// Owns an object of a C library that `release` frees: `Owned<GSettings, g_object_unref>`.
+/// Owns an object of a C library and frees it with `release`: `Owned<GSettings, g_object_unref>`.
 template <class Type, auto release>
 using Owned = std::unique_ptr<Type, CallOnDelete<release>>;
 

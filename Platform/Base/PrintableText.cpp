@@ -16,7 +16,7 @@ bool isControl(char32_t scalar)
     return c0OrC1 || breaksLine;
 }
 
-/// Zero-width spaces, and the tag characters that can spell a hidden text.
+/// Zero-width characters, annotation marks, and tag characters, which can spell hidden text.
 bool isInvisible(char32_t scalar)
 {
     const bool hasNoWidth = scalar == 0x00AD || scalar == 0x180E || scalar == 0x200B || scalar == 0xFEFF ||
@@ -29,7 +29,7 @@ bool isInvisible(char32_t scalar)
 bool reordersText(char32_t scalar)
 {
     return scalar == 0x061C || scalar == 0x200E || scalar == 0x200F || (scalar >= 0x202A && scalar <= 0x202E) ||
-           (scalar >= 0x2066 && scalar <= 0x206F); // and the deprecated marks of shaping behind them
+           (scalar >= 0x2066 && scalar <= 0x206F); // and the deprecated shaping marks after them
 }
 
 } // namespace

@@ -22,13 +22,13 @@ std::string_view scriptOf(std::string_view modifier)
     return {};
 }
 
-/// `localeName` as ICU reads names: without the encoding, with a POSIX modifier in its place.
+/// `localeName` in ICU's form: without the encoding, with a POSIX modifier replaced by a script or variant.
 std::string nameForICU(std::string_view localeName)
 {
     const std::size_t at = std::min(localeName.find('@'), localeName.size());
     std::string name(localeName.substr(0, std::min(at, localeName.find('.'))));
     const std::string_view tail = localeName.substr(at);
-    if (tail.find('=') != std::string_view::npos) return name.append(tail); // ICU's own
+    if (tail.find('=') != std::string_view::npos) return name.append(tail); // ICU's own keywords
     if (tail == "@valencia") return name + "_VALENCIA";
     if (!tail.empty()) name.insert(std::min(name.find('_'), name.size()), scriptOf(tail.substr(1)));
     return name;

@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::uint64_t highBits = 0x8080808080808080;
 
-/// Length of the leading ASCII run in `bytes`, rounded down to whole words. Fast path: most text is ASCII.
+/// Returns `from` moved past the whole words of ASCII that follow it. Fast path: most text is ASCII.
 std::size_t skipASCII(std::string_view bytes, std::size_t from) noexcept
 {
     while (bytes.size() - from >= sizeof(std::uint64_t)) {
@@ -43,7 +43,7 @@ bool isContinuation(char byte) noexcept
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-/// The scalar at `at`, which moves past it; negative for an ill-formed part, of which `at` passes the maximal one.
+/// The scalar at `at`, moving `at` past it. Negative at ill-formed bytes: `at` moves past one maximal ill-formed part.
 UChar32 next(std::string_view bytes, std::size_t& at) noexcept
 {
     const auto* data = reinterpret_cast<const std::uint8_t*>(bytes.data());

@@ -15,7 +15,7 @@ bool isWellFormed(std::string_view bytes) noexcept;
 /// recommends.
 std::string repaired(std::string_view bytes);
 
-/// As `repaired`, without a copy of well-formed bytes: the result points to `bytes`, or to `room`, which then holds the
+/// As `repaired`, without copying well-formed bytes: the result points to `bytes`, or to `room`, which then holds the
 /// repaired text.
 std::string_view repaired(std::string_view bytes, std::string& room);
 
@@ -29,8 +29,8 @@ std::string lowercased(std::string_view text);
 /// Appends `scalar` to `text`; U+FFFD for an invalid one.
 void append(std::string& text, char32_t scalar);
 
-/// The first `count` user-perceived characters of `text`, which may be many scalars each; none is split. Takes
-/// well-formed text.
+/// The first `count` user-perceived characters of `text`, each of which may consist of many scalars; none is split.
+/// Takes well-formed text.
 std::string prefixOfCharacters(std::string_view text, std::size_t count);
 
 /// The Unicode scalars of `text`; U+FFFD stands for each ill-formed part.

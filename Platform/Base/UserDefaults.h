@@ -13,10 +13,10 @@ public:
     /// The text of `key`; nothing when it is missing or is not text.
     virtual std::optional<std::string> text(const std::string& key) const = 0;
 
-    /// False when `key` is missing. A text counts as macOS counts it: "YES", "true" and numbers other than 0 are true.
+    /// False when `key` is missing. Reads text as macOS does: "YES", "true" and numbers other than 0 are true.
     virtual bool boolean(const std::string& key) const = 0;
 
-    /// Kept for later runs. A value that cannot be saved counts for this run, and the failure is logged.
+    /// Saves the value for later runs. If that fails, the value still applies to this run, and the failure is logged.
     virtual void setBoolean(const std::string& key, bool value) = 0;
     virtual void setText(const std::string& key, const std::string& value) = 0; ///< the same
 };

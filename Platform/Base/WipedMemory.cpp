@@ -11,7 +11,7 @@ namespace vorn::memory {
 void wipe(void* block, std::size_t size) noexcept
 {
     std::memset(block, 0, size);
-    asm volatile("" : : "r"(block) : "memory"); // or the compiler leaves out what it sees nobody read
+    asm volatile("" : : "r"(block) : "memory"); // or the compiler drops writes that nothing reads
 }
 
 void wipeAndFree(void* block) noexcept

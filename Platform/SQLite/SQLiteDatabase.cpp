@@ -25,7 +25,7 @@ int openFlags(SQLiteDatabase::Mode mode)
 
 /// Limits for a query-only connection, each far above what Messages needs.
 constexpr std::array<std::pair<int, int>, 4> limits{{
-    {SQLITE_LIMIT_LENGTH, 64 * 1024 * 1024}, // bytes of a value or a row
+    {SQLITE_LIMIT_LENGTH, 64 * 1024 * 1024}, // bytes in a value or a row
     {SQLITE_LIMIT_SQL_LENGTH, 1024 * 1024},  // the file's own statements too: they make its schema
     {SQLITE_LIMIT_EXPR_DEPTH, 200},
     {SQLITE_LIMIT_ATTACHED, 0},
@@ -39,8 +39,8 @@ void distrustFile(sqlite3* handle)
     for (const auto& [limit, value] : limits) sqlite3_limit(handle, limit, value);
 }
 
-/// Turns off memory statistics, whose lock costs a large export a tenth of its time. Has no effect, without harm, once
-/// the process has used SQLite.
+/// Turns off memory statistics, whose lock costs a large export a tenth of its time. Once the process has used SQLite,
+/// this does nothing, and does no harm.
 void stopCountingMemory()
 {
     [[maybe_unused]] static const int result = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
@@ -71,7 +71,7 @@ SQLiteDatabase::SQLiteDatabase(const std::string& path, Mode mode)
     if (mode == Mode::create) return;
     distrustFile(handle);
     execute("PRAGMA query_only = ON");
-    keepLogOnClose(); // nothing reads it any more
+    keepLogOnClose(); // checkpointing would be wasted work: the file is not read again
 }
 
 void SQLiteDatabase::execute(const std::string& sql) const

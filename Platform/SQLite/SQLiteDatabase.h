@@ -12,7 +12,7 @@
 
 namespace vorn {
 
-/// One connection to a SQLite file, closed when the object dies.
+/// One connection to a SQLite file, closed when the object is destroyed.
 /// Threads: opened without SQLite's mutexes; use it, and the rows it hands out, on one thread.
 /// Errors: every failure is thrown as `SQLiteError`, which records the stage that failed; in a query-only connection
 /// also SQLITE_TOOBIG for a value or row of more than 64 MiB.
@@ -20,8 +20,7 @@ class SQLiteDatabase {
 public:
     enum class Mode {
         create,    ///< read-write; creates a missing file
-        queryOnly, ///< never makes the file, refuses every change, and takes the file for one that a stranger may have
-                   ///< made
+        queryOnly, ///< never creates the file, refuses every change, and distrusts the file's content
     };
     using OnRow = SQLiteStatement::OnRow;
 
@@ -41,14 +40,14 @@ public:
     void query(const std::string& sql, const std::vector<SQLiteValue>& bindings, const OnRow& onRow) const;
 
     /// The lower-cased names of the table's columns; empty when there is no such table. `table` goes into the statement
-    /// as it stands: pass fixed names only.
+    /// without quoting: pass fixed names only.
     std::set<std::string> columns(const std::string& table) const;
 
-    /// From now on, asks `shouldStop` every few thousand virtual machine steps; true ends the running statement with
-    /// SQLITE_INTERRUPT. Asking between rows would be too late: sorting a million rows is one step.
+    /// From now on, asks `shouldStop` every 10,000 virtual machine instructions; true ends the running statement with
+    /// SQLITE_INTERRUPT. Asking between rows would be too late: SQLite may sort a million rows before the first.
     void stopWhen(std::function<bool()> shouldStop);
 
-    /// From now on closing the connection leaves the write-ahead log beside the file, instead of moving it in.
+    /// From now on, closing the connection leaves the write-ahead log beside the file instead of checkpointing it.
     void keepLogOnClose() const;
 
 private:

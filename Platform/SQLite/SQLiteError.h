@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// A failure of SQLite, with its stage.
+/// A failure of SQLite, with the stage that failed.
 class SQLiteError : public std::exception {
 public:
     enum class Stage { open, prepare, bind, step, execute };
@@ -21,7 +21,7 @@ public:
 
     const std::string& message() const noexcept { return message_; }
 
-    /// Whether the file is damaged or no database: a new copy may be sound.
+    /// Whether the file is damaged or not a database: a new copy may be sound.
     bool isCorruption() const noexcept;
 
     /// Such as "SQLite prepare failed (1): no such table: chat".

@@ -28,7 +28,7 @@ public:
 
     bool isNull(int column) const;
     std::optional<std::int64_t> int64(int column) const;
-    std::int64_t int64OrZero(int column) const; ///< for NULL too
+    std::int64_t int64OrZero(int column) const; ///< 0 for NULL too
 
     /// The text up to its first NUL, with one U+FFFD for each maximal ill-formed part.
     std::optional<std::string> text(int column) const;
@@ -36,8 +36,8 @@ public:
     /// An empty blob is an empty buffer, not nothing.
     std::optional<ByteBuffer> blob(int column) const;
 
-    /// As `text` and `blob`, without copy and repair. Invalid after the row, or after reading the column as another
-    /// type.
+    /// As `text` and `blob`, without copying or repairing. Invalid once the row is left or the column is read as
+    /// another type.
     std::optional<std::string_view> rawText(int column) const;
     std::optional<ByteView> blobView(int column) const;
 
@@ -45,13 +45,13 @@ private:
     sqlite3_stmt* statement_;
 };
 
-/// One SQL statement, prepared once and run any number of times. It must not outlive its `SQLiteDatabase`, whose
-/// threads and errors it shares.
+/// One SQL statement, prepared once and run any number of times. It must not outlive its `SQLiteDatabase`, whose notes
+/// on threads and errors apply here too.
 class SQLiteStatement {
 public:
     using OnRow = std::function<void(const SQLiteRow&)>;
 
-    /// Call `SQLiteDatabase::prepare`.
+    /// Call `SQLiteDatabase::prepare` instead.
     SQLiteStatement(sqlite3* database, const std::string& sql);
 
     /// Runs the statement, discarding rows.

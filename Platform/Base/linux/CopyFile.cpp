@@ -13,7 +13,7 @@
 namespace vorn {
 namespace {
 
-/// Small enough to notice a cancel soon, large enough for the calls to cost nothing.
+/// Small enough to notice a cancellation soon, large enough for the calls to cost nothing.
 constexpr std::size_t pieceSize = 32 * 1024 * 1024;
 
 [[noreturn]] void fail(const char* what, const std::filesystem::path& path)
@@ -35,7 +35,7 @@ FileDescriptor openTarget(const std::filesystem::path& path)
     return file;
 }
 
-/// Whether the kernel cannot copy between these two files; other codes are failures of the copy itself.
+/// Whether `code` means that the kernel cannot copy between two files; other codes are failures of the copy itself.
 bool isUnsupported(int code)
 {
     return code == EXDEV || code == EINVAL || code == ENOSYS || code == EOPNOTSUPP || code == EPERM;
@@ -61,13 +61,13 @@ private:
         while (true) {
             const ssize_t count = copy_file_range(source_.get(), nullptr, target_.get(), nullptr, pieceSize, 0);
             if (count == 0)
-                return copied_ > 0; // some file systems answer 0 for "cannot"; an empty file costs nothing twice
+                return copied_ > 0; // some file systems return 0 when they cannot; retrying an empty file is cheap
             if (count > 0) {
                 advance(static_cast<std::size_t>(count));
             } else if (copied_ == 0 && isUnsupported(errno)) {
                 return false;
             } else if (errno != EINTR) {
-                failToWrite(); // the source may be at fault, but this is not a refusal to read it
+                failToWrite(); // the source may be at fault, but reading it was not refused
             }
         }
     }

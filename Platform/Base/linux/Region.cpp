@@ -28,7 +28,7 @@ std::string utf8(const icu::UnicodeString& text)
     return text.toUTF8String(result);
 }
 
-/// A zone by its offset alone. The sign in these names counts westwards.
+/// Names a zone by its offset alone. In these names, positive offsets are west of Greenwich.
 std::string zoneAtOffset(long secondsWest)
 {
     constexpr long hour = 3600;
@@ -37,8 +37,8 @@ std::string zoneAtOffset(long secondsWest)
     return hasName ? fmt::format("Etc/GMT{:+}", hoursWest) : "Etc/UTC";
 }
 
-/// `TZ` may hold a name with a colon before it, the path of a zone's file, or a rule ("CET-1CEST"), which yields the
-/// zone of its standard time.
+/// The zone named by `value` of `TZ`: a name, possibly after a colon, the path of a zone's file, or a rule
+/// ("CET-1CEST"), which yields the zone of its standard time.
 std::string zoneOfEnvironment(std::string_view value)
 {
     if (value.starts_with(':')) value.remove_prefix(1);
@@ -70,7 +70,7 @@ std::string timeZoneIdentifier()
 
 namespace {
 
-/// What the environment sets for `category`.
+/// The language tag that the environment sets for `category`.
 std::string localeOf(const char* category)
 {
     for (const char* name : {"LC_ALL", category, "LANG"}) {

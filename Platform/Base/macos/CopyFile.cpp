@@ -71,7 +71,7 @@ int onCopy(int /*what*/, int stage, copyfile_state_t state, const char* /*from*/
 
 using State = Owned<std::remove_pointer_t<copyfile_state_t>, copyfile_state_free>;
 
-/// Copies the content alone, without access rights, ACLs and flags.
+/// Copies only the content: no access rights, ACLs or flags.
 void copyContent(const FileDescriptor& source, const std::filesystem::path& to,
                  const FileManager::CopyProgress& progress)
 {
@@ -86,7 +86,7 @@ void copyContent(const FileDescriptor& source, const std::filesystem::path& to,
         fail("cannot write", to);
     const int result = fcopyfile(source.get(), target.get(), state.get(), COPYFILE_DATA);
     if (watch.thrown) std::rethrow_exception(watch.thrown);
-    // The source may be at fault, but this is not a refusal to read it.
+    // The source may be at fault, but reading it was not refused.
     if (result != 0 || target.reset() != 0) fail("cannot write", to);
 }
 

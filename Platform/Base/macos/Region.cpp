@@ -17,7 +17,7 @@ std::string localeIdentifier()
 
 std::string dateLocaleIdentifier()
 {
-    return localeIdentifier(); // one setting holds both
+    return localeIdentifier(); // one setting covers both
 }
 
 } // namespace vorn

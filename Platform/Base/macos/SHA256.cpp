@@ -20,7 +20,7 @@ SHA256& SHA256::operator=(SHA256&&) noexcept = default;
 
 void SHA256::update(ByteView bytes)
 {
-    constexpr std::size_t most = std::numeric_limits<CC_LONG>::max(); // 4 GiB less one: it counts in 32 bits
+    constexpr std::size_t most = std::numeric_limits<CC_LONG>::max(); // 4 GiB less one byte: CC_LONG has 32 bits
     while (!bytes.empty()) {
         const ByteView piece = bytes.first(std::min(bytes.size(), most));
         CC_SHA256_Update(context_.get(), piece.data(), static_cast<CC_LONG>(piece.size()));

@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// One for each pair, never released, as the system does.
+/// One log for each pair. Never released: the system never frees it either.
 os_log_t logOf(const std::string& subsystem, const std::string& category)
 {
     static std::mutex mutex;

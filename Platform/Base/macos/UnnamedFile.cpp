@@ -6,7 +6,7 @@ namespace vorn {
 
 FileDescriptor createUnnamedFile(const std::filesystem::path& /*folder*/) noexcept
 {
-    errno = ENOTSUP; // every file of macOS begins with a name
+    errno = ENOTSUP; // macOS creates every file with a name
     return FileDescriptor(-1);
 }
 
