@@ -11,7 +11,7 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 
-extern char** environ; // NOLINT(readability-redundant-declaration): not every system's headers have it
+extern char** environ; // NOLINT(readability-redundant-declaration): not every system's headers declare it
 
 namespace vorn {
 namespace {
@@ -82,7 +82,7 @@ DetachedProgram::DetachedProgram(const std::string& program, std::vector<std::st
     std::promise<std::optional<int>> end;
     end_ = end.get_future().share();
     const pid_t process = start(program, std::move(arguments));
-    // The thread owns all it uses: it may outlive this object and run while the process ends.
+    // The thread owns all it uses, as it may outlive this object and still run while the process ends.
     std::thread([process, told = std::move(end)]() mutable { told.set_value(endOf(process)); }).detach();
 }
 

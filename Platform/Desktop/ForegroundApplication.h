@@ -6,11 +6,11 @@ namespace vorn {
 /// terminal. Does nothing outside macOS. Threads: the main one.
 void becomeRegularApplication();
 
-/// Brings the application's windows to the front. Does nothing on Linux, where each window is raised by itself.
+/// Brings the application's windows to the front. Does nothing on Linux, where windows are raised one by one.
 void activateApplication();
 
-/// Asks for attention once, with the icon in the Dock, unless the application is in front. Returns whether there is a
-/// Dock: elsewhere each window asks for itself.
+/// Bounces the Dock icon once to ask for attention, unless the application is in front. Returns whether there is a
+/// Dock: elsewhere each window asks for attention itself.
 bool bounceDockIcon();
 
 } // namespace vorn

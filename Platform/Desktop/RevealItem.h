@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// Shows `item` selected in the file manager, or opens its folder with the program `opener` if there is none. Does not
-/// wait. Throws `std::system_error`.
+/// Shows `item` selected in the file manager; on macOS through the program `opener`. If no file manager answers on
+/// Linux, opens the folder of `item` with `opener`. Does not wait. Throws `std::system_error`.
 void revealItem(const std::filesystem::path& item, const std::string& opener);
 
 } // namespace vorn

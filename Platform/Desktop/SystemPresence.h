@@ -8,15 +8,15 @@
 
 namespace vorn {
 
-/// Under which names the desktop knows the application.
+/// The names by which the desktop knows the application.
 struct ApplicationNames {
     std::string identifier; ///< of the bundle; on Linux also the name of the desktop file and of the icon
-    std::string name;       ///< for users
+    std::string name;       ///< shown to users
 };
 
-/// The user's desktop. `onClick` is called when the user clicks a notification, with the token by which a Wayland
-/// desktop lets the window come to the front; empty elsewhere. Connects to nothing before it is needed. On Linux a GLib
-/// main loop, as Qt's is, must run on this thread. Threads: the main one, `onClick` included.
+/// The user's desktop. `onClick` is called when the user clicks a notification, with the token that lets the window
+/// come to the front on a Wayland desktop, empty elsewhere. Opens no connection before it needs one. On Linux this
+/// thread must run a GLib main loop, such as Qt's. Threads: the main one, also for `onClick`.
 std::unique_ptr<DesktopPresence> systemPresence(const ApplicationNames& names,
                                                 std::function<void(const std::string& activationToken)> onClick);
 

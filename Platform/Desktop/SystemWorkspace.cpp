@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longestLook = 2s;
 
-/// Opens the new process after the old one has quit: permissions just granted apply to fresh processes only.
+/// Starts the new process after the old one has quit: permissions just granted apply to new processes only.
 constexpr const char* openLater = R"(sleep 1; /usr/bin/open "$0")";
 
 bool isBundle(const std::filesystem::path& application)

@@ -14,7 +14,8 @@ struct DesktopPrograms {
     static DesktopPrograms ofSystem();
 };
 
-/// The user's desktop. Programs it starts inherit only the environment, and outlive this process.
+/// The user's desktop. Programs that it starts inherit only the environment and the current folder, and may outlive
+/// this process.
 class SystemWorkspace final : public Workspace {
 public:
     /// `application` is what is shown and restarted, see `applicationOf`. `terminate` asks this process to end;

@@ -10,14 +10,14 @@ class Workspace {
 public:
     virtual ~Workspace() = default;
 
-    /// Opens `url` with the program for it; returns whether one took it.
+    /// Opens `url` with the program registered for it; returns whether that worked.
     virtual bool open(const std::string& url) = 0;
 
     /// Shows the running application (without a bundle, the program's file) selected in the file manager.
     virtual void revealApplication() = 0;
 
-    /// Restarts the application, for permissions that apply to fresh processes only. Without an application bundle the
-    /// process just ends; if the helper that restarts it cannot run, the process stays.
+    /// Restarts the application, for permissions that apply to new processes only. Without an application bundle the
+    /// process just ends; if the helper that restarts it cannot run, the process goes on.
     virtual void relaunch() = 0;
 };
 

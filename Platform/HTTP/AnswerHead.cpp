@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-constexpr std::size_t largest = 256 * 1024; // below libcurl's own limit, which reads as a lost connection
+constexpr std::size_t largest = 256 * 1024; // below libcurl's own limit, whose error reads as a lost connection
 
 std::string_view withoutWhiteSpace(std::string_view text)
 {

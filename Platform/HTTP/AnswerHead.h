@@ -11,7 +11,7 @@ namespace vorn {
 /// body.
 class AnswerHead {
 public:
-    /// Takes one line with its line break. Returns false once the heads are too large together.
+    /// Takes one line with its line break. Returns false once all heads together exceed 256 KiB.
     bool take(std::string_view line);
 
     /// Whether the head of the final answer is complete.

@@ -21,15 +21,15 @@ public:
     /// In bytes.
     std::int64_t size() const noexcept { return body_ ? body_->size() : 0; }
 
-    /// Reads the next bytes into `into` and returns how many: 0 at the end, nothing when the body failed. They stay the
-    /// next ones until `advance`.
+    /// Reads the next bytes into `into` and returns how many: 0 at the end, nothing when the body failed. Returns the
+    /// same bytes again until `advance`.
     std::optional<std::size_t> peek(std::span<std::byte> into) noexcept;
     void advance(std::size_t count) noexcept { position_ += static_cast<std::int64_t>(count); }
 
-    /// Hands over why there were no more bytes; null when the body has not failed.
+    /// Hands over the exception with which the body failed; null when it has not failed.
     std::exception_ptr takeFailure() noexcept { return std::exchange(failure_, nullptr); }
 
-    /// Lets go of the body.
+    /// Releases the body.
     void close() noexcept { body_.reset(); }
 
 private:

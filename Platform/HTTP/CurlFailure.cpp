@@ -13,7 +13,7 @@ URLError::Code connectFailureOf(int systemError) noexcept
     case EADDRNOTAVAIL: // no local address to connect from
         return URLError::Code::notConnectedToInternet;
     case ETIMEDOUT: return URLError::Code::timedOut;
-    default: return URLError::Code::cannotConnectToHost; // EHOSTUNREACH too: there is a network, the host is not on it
+    default: return URLError::Code::cannotConnectToHost; // EHOSTUNREACH too: there is a network, but no such host
     }
 }
 

@@ -37,8 +37,8 @@ void setRequest(CURL* handle, const HTTPRequest& request)
     set(handle, CURLOPT_PROTOCOLS_STR, "http,https");
     set(handle, CURLOPT_PATH_AS_IS, 1L);
     set(handle, CURLOPT_FOLLOWLOCATION, 0L);
-    // One request at a time per connection, which a cancel closes. HTTP/2 would share it between requests and let
-    // libcurl repeat refused ones; for parts sent one by one it gains nothing.
+    // One request at a time per connection, which a cancellation closes. HTTP/2 would share the connection between
+    // requests and let libcurl repeat refused ones, and gains nothing for parts that are sent one after another.
     set(handle, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
 }
 
@@ -85,7 +85,7 @@ void setConnection(CURL* handle, const HTTPRequest& request)
 {
     const auto limit = std::max<std::int64_t>(request.inactivityLimit.count(), 1);
     set(handle, CURLOPT_NOSIGNAL, 1L);
-    set(handle, CURLOPT_QUICK_EXIT, 1L); // a pending name lookup must not delay a cancel or the end
+    set(handle, CURLOPT_QUICK_EXIT, 1L); // a pending name lookup must not delay cancelling or ending
     // libcurl gives half of it to the first of several addresses.
     set(handle, CURLOPT_CONNECTTIMEOUT_MS, static_cast<long>(limit));
 }
@@ -98,7 +98,7 @@ void setTrust(CURL* handle, const std::string& authorities)
     curl_blob blob{.data = const_cast<char*>(authorities.data()), .len = authorities.size(), .flags = CURL_BLOB_COPY};
     set(handle, CURLOPT_CAINFO_BLOB, &blob);
     set(handle, CURLOPT_CAPATH,
-        static_cast<const char*>(nullptr)); // the system's folder would be trusted too
+        static_cast<const char*>(nullptr)); // or the system's folder would be trusted too
 }
 
 CurlList setProxy(CURL* handle, const std::optional<std::string>& proxy)

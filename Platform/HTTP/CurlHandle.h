@@ -28,9 +28,9 @@ struct CurlHeaders {
     CurlList proxy; ///< for the proxy alone
 };
 
-/// Configures `handle` for `request` through `proxy`, which is empty for none and absent for the environment's,
-/// trusting the system's authorities or, if not empty, `authorities` (PEM). The returned header lines must outlive the
-/// handle. Throws `URLError`.
+/// Configures `handle` for `request`. `proxy` is empty for none, absent for the environment's. Trusts the system's
+/// authorities or, if not empty, `authorities` (PEM). The returned header lines must outlive the handle. Throws
+/// `URLError`.
 CurlHeaders configure(CURL* handle, const HTTPRequest& request, const std::optional<std::string>& proxy,
                       const std::string& authorities);
 

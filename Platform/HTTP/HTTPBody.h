@@ -18,9 +18,9 @@ public:
     /// In bytes; constant.
     virtual std::int64_t size() const noexcept = 0;
 
-    /// Copies the bytes from `at` on into `into`, as many as fit or are left, and returns how many. May be called again
-    /// for the same bytes. Runs on the session's thread and holds up all its transfers: reading a local file is fine,
-    /// any other waiting is not. The request fails with what it throws.
+    /// Copies bytes into `into`, beginning with the one at `at`: as many as fit or are left. Returns how many. May be
+    /// called again for the same bytes. Runs on the session's thread and holds up all its transfers: reading a local
+    /// file is fine, any other waiting is not. An exception from it fails the request.
     virtual std::size_t read(std::int64_t at, std::span<std::byte> into) const = 0;
 };
 

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// Names and values in their order.
+/// Header names and values, in the order of the message.
 using HTTPHeaders = std::vector<std::pair<std::string, std::string>>;
 
 /// The value of the first header named `name`, ignoring case; null when there is none.

@@ -17,21 +17,21 @@
 
 namespace vorn {
 
-/// One request. No header is added but `Host` and, with a body, `Content-Length`.
+/// One request. Adds no headers but `Host` and, as `body` describes, `Content-Length`.
 struct HTTPRequest {
     enum class Method { get, post, put };
 
     Method method = Method::get;
     URL url;
-    HTTPHeaders headers = {}; ///< a name or value with a line break in it fails as `URLError::Code::unknown`
-    /// Null sends no body, an empty body its length; a PUT or POST without a body sends `Content-Length: 0`.
+    HTTPHeaders headers = {}; ///< an empty name, or any line break or NUL, fails as `URLError::Code::unknown`
+    /// Null sends no body. An empty body, and a PUT or POST without a body, send `Content-Length: 0`.
     std::shared_ptr<const HTTPBody> body = {};
-    /// How long nothing may move in either direction before the transfer times out (up to 250 ms later); no limit for
-    /// the whole transfer.
+    /// How long nothing may move in either direction before the transfer times out (up to 250 ms later). The transfer
+    /// as a whole has no limit.
     std::chrono::milliseconds inactivityLimit{30'000};
-    /// Called with the growing number of body bytes sent, on the session's thread, where it is also destroyed. Not
-    /// called once the awaiting coroutine has been resumed. Must not throw, and must return soon: all of the session's
-    /// transfers, and a cancel of this one, wait for it.
+    /// Called with the number of body bytes sent so far, whenever it has grown, on the session's thread, which also
+    /// destroys it once the transfer has begun. Not called once the awaiting coroutine has been resumed. Must not
+    /// throw, and must return soon: all of the session's transfers, and cancelling this one, wait for it.
     std::function<void(std::int64_t bytesSent)> onBodyProgress = {};
 };
 
@@ -61,7 +61,7 @@ public:
         std::shared_ptr<SystemProxy> proxies = {};
     };
 
-    /// The real one: keeps connections alive, on one thread of its own. Redirects are answers; no cookies, no cache.
+    /// The real one: keeps connections alive, on one thread of its own. Follows no redirects; no cookies, no cache.
     /// Never repeats a request: one on a dead connection fails. Destroying it joins the thread; pending transfers end
     /// as `Cancelled`. A callback with the last reference may destroy it on that thread, which then ends soon after.
     static std::shared_ptr<HTTPSession> make(Options options);

@@ -8,14 +8,14 @@
 
 namespace vorn {
 
-/// An answer as it arrives, held to its largest size.
+/// An answer as it arrives, limited in size.
 class IncomingAnswer {
 public:
     /// Take what libcurl read; false once the answer is too large.
     bool takeHeader(std::string_view line);
     bool takeBody(std::string_view bytes);
 
-    /// Takes what a connection that was cut has left unread: the rest of a head, and what of the body came with it.
+    /// Takes what was left unread on a connection that was cut: the rest of the head, and what arrived of the body.
     void takeRest(std::string_view bytes);
 
     const AnswerHead& head() const noexcept { return head_; }

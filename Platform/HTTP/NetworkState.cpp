@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// Interfaces assign themselves 169.254.0.0/16 and fe80::/10 without any network.
+/// Interfaces assign themselves addresses in 169.254.0.0/16 and fe80::/10 without any network.
 bool reachesBeyondLink(const sockaddr& address) noexcept
 {
     if (address.sa_family == AF_INET) {

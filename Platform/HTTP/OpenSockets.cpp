@@ -12,7 +12,7 @@
 namespace vorn {
 namespace {
 
-/// One end of a connection. IPv4 addresses are kept as IPv6-mapped ones, so that both forms compare equal.
+/// One end of a connection. IPv4 addresses are kept as IPv4-mapped IPv6 ones, so that both forms compare equal.
 struct End {
     in6_addr address{};
     int port = -1;
@@ -82,7 +82,7 @@ int OpenSockets::open(int family, int type, int protocol)
 
 int OpenSockets::close(int socket)
 {
-    // Drops libcurl's TLS goodbye: sending it could raise SIGPIPE on the thread that ends the session.
+    // Drops libcurl's TLS close_notify: sending it could raise SIGPIPE on the thread that ends the session.
     std::erase_if(sockets_, [socket](const OpenSocket& open) { return open.number == socket; });
     return ::close(socket);
 }

@@ -23,9 +23,9 @@ public:
     int find(int localPort, const char* peer, int peerPort) const noexcept;
 
     /// Puts a relay before the connection of `socket` (from `find`) unless it has one. On failure the connection works
-    /// without, and a refusal that ends it may be lost.
+    /// without one, and may then lose the answer of a server that refuses a body and cuts the connection.
     void putRelayBefore(int socket) noexcept;
-    /// Has every relay move what it can.
+    /// Lets every relay move what it can.
     void moveRelays() noexcept;
     /// What the relays wait for; valid until the next call.
     std::vector<curl_waitfd>& awaitedByRelays();

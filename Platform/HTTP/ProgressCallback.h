@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// Who is told how many bytes of a body have left. Threads: the session's own, but for `disconnect`.
+/// Reports how many bytes of a body have been sent. Threads: the session's own, except for `disconnect`.
 class ProgressCallback {
 public:
     using Function = std::function<void(std::int64_t bytesSent)>;
@@ -18,7 +18,7 @@ public:
     /// Calls the function when `bytesSent` has grown.
     void tell(std::int64_t bytesSent) noexcept;
 
-    /// The function is not called once this returns, which takes as long as a call that is running. Any thread.
+    /// Waits for a call that is running; after this the function is never called. Threads: any.
     void disconnect() noexcept;
     bool isDisconnected() const noexcept { return disconnected_; }
     /// Disconnects and destroys the function.

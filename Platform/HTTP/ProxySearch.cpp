@@ -21,21 +21,21 @@ bool isSet(const char* name)
 
 Async<std::optional<std::string>> proxyFor(std::shared_ptr<SystemProxy> system, URL url)
 {
-    // Proxies are for other machines; few users except their own.
+    // Proxies are for other machines, but few users exclude their own in the settings.
     if (url.isThisMachine()) co_return std::string();
     if (!system || isInEnvironment(url.scheme())) co_return std::nullopt;
-    static DetachedThreads threads; // a script may take long, and nobody who cancels waits for it
+    static DetachedThreads threads; // a script may take long, and cancelling must not wait for it
     const auto search = [system, origin = originOf(url)] { return system->proxyFor(origin); };
     try {
         co_return co_await onBackgroundUnawaited(&threads, search);
-    } catch (const std::system_error&) { // no thread
+    } catch (const std::system_error&) { // no thread could be started
         co_return std::nullopt;
     }
 }
 
 bool isInEnvironment(std::string_view scheme)
 {
-    // Servers put a request's "Proxy" header into "HTTP_PROXY", which libcurl therefore passes over.
+    // Web servers put a request's "Proxy" header into "HTTP_PROXY", which libcurl therefore ignores.
     const bool own = scheme == "http" ? isSet("http_proxy") : isSet("https_proxy") || isSet("HTTPS_PROXY");
     return own || isSet("all_proxy") || isSet("ALL_PROXY");
 }

@@ -22,7 +22,7 @@ bool mayGoOn() noexcept
     return errno == EAGAIN || errno == EWOULDBLOCK || errno == EINTR;
 }
 
-/// Non-blocking and not inherited, like libcurl's own.
+/// Makes `socket` non-blocking and close-on-exec, like libcurl's own.
 void prepare(int socket)
 {
     require(fcntl(socket, F_SETFD, FD_CLOEXEC) == 0, "fcntl");
@@ -89,7 +89,7 @@ void SocketRelay::move() noexcept
     if (near_ && in_.hasEnded() && in_.isEmpty()) passOnTheEnd();
 }
 
-/// Called after the last byte. A server may end its half and still read. When the connection is cut, libcurl's writes
+/// Called after the last byte. A server may stop sending and still read. When the connection is cut, libcurl's writes
 /// must fail too, but only after it has read everything: it reads nothing after a failed write.
 void SocketRelay::passOnTheEnd() noexcept
 {

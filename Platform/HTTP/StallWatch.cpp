@@ -6,7 +6,7 @@
 namespace vorn {
 namespace {
 
-/// The latest that a stall is noticed, whatever the limit.
+/// A stall is noticed at most this late, whatever the limit.
 constexpr std::chrono::milliseconds longestBetweenLooks{250};
 
 } // namespace
@@ -28,7 +28,7 @@ bool StallWatch::isStalled(int socket, Time now) noexcept
     if (now < nextLook_) return false;
     const Movement movement{.traffic = trafficOf(socket), .received = received_, .sent = sent_};
     if (std::exchange(seen_, movement) != movement) lastMove_ = now;
-    // Often enough to know when the stall began: a move counts from the look that finds it.
+    // Often enough to know when the stall began: movement counts from the look that finds it.
     const auto untilNext = std::min(limit_ / 16 + std::chrono::milliseconds(1), longestBetweenLooks);
     nextLook_ = std::min(now + untilNext, lastMove_ + limit_);
     return now - lastMove_ >= limit_;

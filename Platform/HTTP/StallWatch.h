@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// Notices when nothing has moved on a connection for a time. Reads no clock.
+/// Notices when nothing has moved on a connection for the limit. The caller passes the time.
 class StallWatch {
 public:
     using Time = std::chrono::steady_clock::time_point;
@@ -15,17 +15,17 @@ public:
     explicit StallWatch(std::chrono::milliseconds limit) noexcept : limit_(limit) {}
 
     void begin(Time now) noexcept { lastMove_ = nextLook_ = now; }
-    /// The request goes out on `socket`: what that has moved before does not count.
+    /// The request goes out on `socket`: what the socket moved before does not count.
     void beginRequest(int socket, Time now) noexcept;
-    /// Bytes of bodies so far, as libcurl counts them.
+    /// Takes the body bytes received and sent so far, as libcurl counts them.
     void note(std::int64_t received, std::int64_t sent) noexcept;
 
-    /// Whether nothing has moved for the limit. Looks only when it is time to.
+    /// Whether nothing has moved for the limit. Looks at the socket only once `nextLook` is reached.
     bool isStalled(int socket, Time now) noexcept;
     Time nextLook() const noexcept { return nextLook_; }
 
 private:
-    /// Everything that shows movement. libcurl's counts serve where the system has none; they take buffered bytes for
+    /// Everything that shows movement. libcurl's counts serve where the system has none; they count buffered bytes as
     /// sent.
     struct Movement {
         SocketTraffic traffic;

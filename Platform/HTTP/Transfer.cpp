@@ -152,7 +152,7 @@ URLError::Code Transfer::reasonOf(CURLcode result) const noexcept
 void Transfer::finish(CURLcode result)
 {
     if (result == CURLE_OK || (mayHideAnAnswer(result) && takeLateRefusal())) {
-        if (!answer_.head().isFinal()) // libcurl accepts a truncated header
+        if (!answer_.head().isFinal()) // libcurl accepts a truncated head
             return fail(URLError::Code::networkConnectionLost);
         letGo();
         resume_(answer_.release());
@@ -180,8 +180,8 @@ void Transfer::failWith(std::exception_ptr error)
     resume_.fail(std::move(error));
 }
 
-/// Called before the coroutine resumes: it may create the next body at once, and two are too large together; and once
-/// it has signed out, no header here may still hold the token.
+/// Called before the coroutine resumes: it may create the next body at once, and two would take too much memory; and
+/// after a sign-out no header here may still hold the token.
 void Transfer::letGo() noexcept
 {
     progress_.destroy();

@@ -20,8 +20,8 @@
 
 namespace vorn {
 
-/// One request under way: a handle of libcurl, whose callbacks lead to the parts below. Threads: the session's own, but
-/// for the constructor and `abandon`.
+/// One request under way: a handle of libcurl, whose callbacks lead to the parts below. Threads: the session's own,
+/// except for the constructor and `abandon`.
 class Transfer {
 public:
     /// `proxy` is as `configure` takes it.
@@ -29,8 +29,8 @@ public:
     ~Transfer();
     Transfer(Transfer&&) = delete;
 
-    /// Nobody waits for the answer any more: no callback of the request is called once this returns, which takes as
-    /// long as one that is running. Any thread.
+    /// The answer is no longer awaited. Waits for an `onBodyProgress` that is running; after this it is never called.
+    /// Threads: any.
     void abandon() noexcept { progress_.disconnect(); }
     bool isAbandoned() const noexcept { return progress_.isDisconnected(); }
 
@@ -39,12 +39,12 @@ public:
     CURL* handle() const noexcept { return handle_.get(); }
     /// When to ask `isStalled` again.
     StallWatch::Time nextLook() const noexcept { return stall_.nextLook(); }
-    /// Whether nothing has moved for the request's limit.
+    /// Whether nothing has moved for the request's `inactivityLimit`.
     bool isStalled(StallWatch::Time now) noexcept { return stall_.isStalled(connection_.socket(), now); }
     /// Lets libcurl ask for the body again where it was paused.
     void resumeBody() noexcept;
 
-    // The end; the handle must have been taken out of its multi handle.
+    // To end the transfer; its handle must not be in a multi handle any more.
 
     /// Resumes the coroutine with the answer, or with what went wrong.
     void finish(CURLcode result);

@@ -30,7 +30,7 @@ CURLM* newMulti()
     return result;
 }
 
-/// Keeps signals off the session's thread; a broken pipe must be an error there.
+/// Keeps signals off the session's thread, where a broken pipe must be an error, not SIGPIPE.
 class SignalsBlocked {
 public:
     SignalsBlocked() noexcept
@@ -110,7 +110,7 @@ void TransferEngine::run()
     for (const auto& transfer : Transfers(underWay_)) remove(transfer.get())->drop();
 }
 
-/// Returns false when it is time to end.
+/// Returns false once the engine is stopped.
 bool TransferEngine::takeArrivals()
 {
     Transfers arrived;
@@ -144,7 +144,7 @@ void TransferEngine::endFinished()
         if (message->msg != CURLMSG_DONE) continue;
         Transfer* transfer = nullptr;
         curl_easy_getinfo(message->easy_handle, CURLINFO_PRIVATE, &transfer);
-        const CURLcode result = message->data.result; // the message dies with its handle
+        const CURLcode result = message->data.result; // removing the handle frees the message
         remove(transfer)->finish(result);
     }
 }

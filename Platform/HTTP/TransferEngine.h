@@ -13,7 +13,7 @@
 
 namespace vorn {
 
-/// Runs all transfers of a session on one thread. Threads: `add`, `wake` and `stop` any; the rest its own.
+/// Runs all transfers of a session on one thread. Threads: `add`, `wake` and `stop` any; everything else that thread.
 class TransferEngine {
 public:
     /// Starts the thread, which keeps the engine alive until it is stopped.
@@ -21,12 +21,12 @@ public:
     explicit TransferEngine(HTTPSession::Options options); ///< for `start`
     TransferEngine(TransferEngine&&) = delete;
 
-    /// Begins `transfer`; drops it once stopped.
+    /// Begins `transfer`, or drops it if the engine is stopped.
     void add(std::shared_ptr<Transfer> transfer);
     /// Makes the thread look for abandoned transfers.
     void wake() noexcept;
-    /// Drops every transfer and joins the thread, without waiting for name lookups. Call it once. On the thread itself
-    /// it returns before the thread has ended.
+    /// Drops every transfer and joins the thread, without waiting for name lookups. Call it once. Called on the thread
+    /// itself, it returns before the thread has ended.
     void stop();
 
 private:

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// An absolute URL (RFC 3986), kept as written. A value; equal when written the same.
+/// An absolute URL (RFC 3986), kept as written. Equal to another when written the same.
 class URL {
 public:
     /// Nothing unless `text` is an absolute URL with a host: refuses a missing scheme or host, an invalid port (0 too),

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// A transfer without an answer. `what()` is a sentence without the URL, which may hold secrets. A cancelled transfer
-/// throws `Cancelled` instead.
+/// A transfer that ended without an answer. `what()` never contains the URL, which may hold secrets. A cancelled
+/// transfer throws `Cancelled` instead.
 class URLError : public std::exception {
 public:
     enum class Code {
@@ -19,7 +19,7 @@ public:
         notConnectedToInternet,
         timedOut,
         secureConnectionFailed,
-        badServerResponse, ///< not HTTP, or truncated
+        badServerResponse, ///< not HTTP, or malformed
         dataLengthExceedsMaximum,
         requestBodyStreamExhausted,
     };

@@ -12,14 +12,14 @@ namespace vorn {
 
 /// Identifies a secret: at most one is kept for each pair.
 struct KeychainItem {
-    std::string service; ///< whose: an application's bundle identifier
-    std::string account; ///< which of its secrets
+    std::string service; ///< the owner: an application's bundle identifier
+    std::string account; ///< which of the owner's secrets
     bool operator==(const KeychainItem&) const = default;
 };
 
-/// The current user's secrets: macOS's keychain, elsewhere the desktop's Secret Service. Secrets are any bytes.
+/// The current user's secrets: macOS's keychain, elsewhere the desktop's Secret Service. A secret may be any bytes.
 /// Threads: any. On Linux a call other than `readPatiently` takes at most `SecretServiceKeychain::defaultLimit`; on
-/// macOS it waits if the system asks the user.
+/// macOS every call waits while the system asks the user.
 class Keychain {
 public:
     virtual ~Keychain() = default;
@@ -27,26 +27,26 @@ public:
     /// The current user's own.
     static std::shared_ptr<Keychain> system();
 
-    /// Whether it asks the user before a program reads what another one has added.
+    /// Whether the system asks the user before a program reads what another program has added.
     static bool keepsProgramsApart() noexcept;
 
     /// The secret of `item`; nothing when there is none. Throws `KeychainError` when it cannot be read.
     virtual std::optional<std::string> read(const KeychainItem& item) = 0;
 
-    /// As `read`, but gives a user who is asked for a password minutes to enter it. Call it only from a thread that
-    /// nothing waits for.
+    /// As `read`, but waits minutes for a user who is asked for a password. Call it only on a thread that nothing waits
+    /// for.
     virtual std::optional<std::string> readPatiently(const KeychainItem& item) { return read(item); }
 
-    /// Stores `bytes` as the secret of `item`. `label` is shown by the system's programs. Throws `KeychainError`,
+    /// Stores `bytes` as the secret of `item`. The system's programs show `label` as its name. Throws `KeychainError`,
     /// `duplicateItem` if there is a secret already.
     virtual void add(const KeychainItem& item, std::string_view bytes, const std::string& label) = 0;
 
-    /// Removes the secret of `item`. Returns whether there is none left; otherwise a following `add` fails.
+    /// Removes the secret of `item`. Returns whether none is left; if one is, a following `add` fails.
     virtual bool remove(const KeychainItem& item) noexcept = 0;
 
-    /// Removes the secret of `item` if `matches` returns true for it, in one call that takes no longer than `read`.
-    /// Returns the secret that stays. `matches` must own what it uses: a call that timed out may still invoke it.
-    /// Throws `KeychainError`.
+    /// Removes the secret of `item` if `matches` returns true for it. On Linux both steps share the time limit of one
+    /// call. Returns the secret if it stays. `matches` must own what it uses: a call that timed out may still invoke
+    /// it. Throws `KeychainError`.
     // NOLINTNEXTLINE(performance-unnecessary-value-param): overriders move it
     virtual std::optional<std::string> removeIf(const KeychainItem& item, std::function<bool(std::string_view)> matches)
     {
@@ -56,7 +56,7 @@ public:
         return std::nullopt;
     }
 
-    /// Removes the secret of `item` and adds `bytes`, in one call that takes no longer than either alone. Throws
+    /// Removes the secret of `item` and adds `bytes`. On Linux both steps share the time limit of one call. Throws
     /// `KeychainError`, possibly after the old secret was removed.
     virtual void replace(const KeychainItem& item, std::string_view bytes, const std::string& label)
     {

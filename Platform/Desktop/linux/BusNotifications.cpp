@@ -25,7 +25,7 @@ bool has(GVariant* capabilities, std::string_view wanted)
     return false;
 }
 
-/// What a service with "body-markup" shows as `body`.
+/// `body` escaped for a service with "body-markup", which would read it as markup.
 std::string escaped(const std::string& body)
 {
     return Text(g_markup_escape_text(body.data(), static_cast<gssize>(body.size()))).get();
@@ -103,7 +103,7 @@ void BusNotifications::onSignal(const std::string& signal, GVariant* arguments)
     std::uint32_t id = 0;
     const char* word = nullptr;
     g_variant_get(arguments, "(u&s)", &id, &word);
-    if (id == 0 || id != shown_) return; // the service tells everybody of everything
+    if (id == 0 || id != shown_) return; // the service's signals go to every application
     if (signal == "ActivationToken") token_ = word;
     if (signal == "ActionInvoked" && std::string_view(word) == clicked) onClick_(std::exchange(token_, {}));
 }

@@ -30,8 +30,8 @@ private:
     MessageBus& session_;
     const ApplicationNames names_;
     const std::function<void(const std::string&)> onClick_;
-    std::uint64_t wanted_ = 0; ///< counts what was shown and withdrawn: an answer to an older call shows nothing
-    std::uint32_t shown_ = 0;  ///< the service's number; 0 for none
+    std::uint64_t wanted_ = 0; ///< counts `show` and `withdraw`, so that answers to outdated calls show nothing
+    std::uint32_t shown_ = 0;  ///< the notification's id in the service; 0 for none
     std::string token_;
 };
 

@@ -23,7 +23,7 @@ std::string addressOf(MessageBus::Kind kind)
 
 } // namespace
 
-/// What answers on their way refer to, weakly.
+/// The connection and its listeners. Pending answers refer to it weakly.
 struct MessageBus::Link : std::enable_shared_from_this<Link> {
     using Use = std::function<void(GDBusConnection*)>; ///< null where there is no bus
 
@@ -58,7 +58,7 @@ struct MessageBus::Link : std::enable_shared_from_this<Link> {
         connecting.reset(g_cancellable_new());
         const GSourceFunc giveUp = [](gpointer cancellable) -> gboolean {
             g_cancellable_cancel(static_cast<GCancellable*>(cancellable));
-            return G_SOURCE_CONTINUE; // until it is removed, with the outcome
+            return G_SOURCE_CONTINUE; // until `stopConnecting` removes it
         };
         timer = g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(limit), giveUp,
                                    g_object_ref(connecting.get()), g_object_unref);
@@ -114,15 +114,15 @@ struct MessageBus::Link : std::enable_shared_from_this<Link> {
     const Kind kind;
     const int limit; ///< milliseconds
     Connection connection;
-    Cancellable connecting; ///< null but while a connection is being made
-    guint timer = 0;        ///< of that
+    Cancellable connecting; ///< null except while connecting
+    guint timer = 0;        ///< cancels `connecting` at the limit
     std::vector<Use> waiting;
     std::vector<Listener> listeners;
 };
 
 namespace {
 
-/// A call on its way.
+/// A call that awaits its answer.
 struct Pending {
     std::weak_ptr<void> link;
     MessageBus::Answer then;
@@ -138,7 +138,7 @@ struct Pending {
     }
 };
 
-/// Owns the floating `arguments`, also where they are never sent.
+/// Takes ownership of the floating `arguments`, even if they are never sent.
 std::shared_ptr<GVariant> sunk(GVariant* arguments)
 {
     return {g_variant_ref_sink(arguments), g_variant_unref};

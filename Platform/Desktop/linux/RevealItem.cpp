@@ -62,7 +62,7 @@ DesktopPrograms DesktopPrograms::ofSystem()
 
 void revealItem(const std::filesystem::path& item, const std::string& opener)
 {
-    // Owns all it uses: it may still run while the process ends.
+    // The thread owns all it uses, as it may still run while the process ends.
     std::thread([item = std::filesystem::absolute(item), opener] {
         if (!askFileManager(item)) openFolderOf(item, opener);
     }).detach();

@@ -9,11 +9,11 @@ namespace {
 
 constexpr BusObject logind = {"org.freedesktop.login1", "/org/freedesktop/login1", "org.freedesktop.login1.Manager"};
 constexpr BusObject sessionManager = {"org.gnome.SessionManager", "/org/gnome/SessionManager",
-                                      "org.gnome.SessionManager"}; // other desktops have it under this name too
+                                      "org.gnome.SessionManager"}; // other desktops use this name too
 constexpr std::uint32_t noWindow = 0;
 constexpr std::uint32_t suspending = 4;
 
-/// The file that came with an answer of logind; none where there is no such answer.
+/// The descriptor that came with logind's `answer`; empty when there is none.
 FileDescriptor lockIn(GVariant* answer, GUnixFDList* files)
 {
     if (answer == nullptr || files == nullptr || g_variant_is_of_type(answer, G_VARIANT_TYPE("(h)")) == FALSE)

@@ -9,8 +9,8 @@
 
 namespace vorn {
 
-/// Keeps the computer awake through logind, or where there is none through the session manager. Both let go by
-/// themselves when the process ends. Threads: the buses'.
+/// Keeps the computer awake through logind, or through the session manager where there is no logind. Both let it sleep
+/// again when the process ends. Threads: the buses'.
 class SleepInhibitor {
 public:
     /// Both buses outlive this object.
@@ -29,7 +29,7 @@ private:
     const ApplicationNames names_;
     bool isWanted_ = false;
     bool isAsking_ = false;
-    FileDescriptor lock_{-1};  ///< logind's; it lets go when this is closed
+    FileDescriptor lock_{-1};  ///< logind's; closing it allows sleep again
     std::uint32_t cookie_ = 0; ///< the session manager's; 0 for none
 };
 

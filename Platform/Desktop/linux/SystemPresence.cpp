@@ -18,13 +18,13 @@ public:
     {
     }
 
-    void askToNotify() override {} // desktops ask nobody
+    void askToNotify() override {} // these desktops require no permission
     void notify(const Notification& notification) override { notifications_.show(notification); }
     void withdrawNotification() override { notifications_.withdraw(); }
     void stayAwake(const std::string& reason) override { inhibitor_.hold(reason); }
     void allowSleep() override { inhibitor_.release(); }
     void showProgress(std::optional<int> percent) override { progress_.show(percent); }
-    void playSound() override {} // a notification names its own
+    void playSound() override {} // a notification names its own sound
 
 private:
     MessageBus system_{MessageBus::Kind::system};

@@ -9,7 +9,7 @@ namespace vorn {
 /// A bar on the application's icon in the Dock. Threads: the main one.
 class DockProgress {
 public:
-    /// 0…100, or the icon alone.
+    /// Shows a bar at `percent`, 0…100, or the icon alone.
     void show(std::optional<int> percent);
 
 private:

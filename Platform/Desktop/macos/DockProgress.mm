@@ -2,8 +2,8 @@
 
 #import <AppKit/AppKit.h>
 
-/// The icon with a bar over its lower edge. Drawn by hand: the Dock shows nothing of views that have a layer, as the
-/// system's progress indicators do.
+/// The icon with a bar over its lower edge. Drawn by hand: the Dock shows nothing of layer-backed views, such as the
+/// system's progress indicators.
 @interface VornDockTile : NSView
 @property(nonatomic) int percent;
 @end

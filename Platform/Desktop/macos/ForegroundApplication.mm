@@ -16,7 +16,7 @@ void activateApplication()
 
 bool bounceDockIcon()
 {
-    [NSApplication.sharedApplication requestUserAttention:NSInformationalRequest]; // the other kind bounces forever
+    [NSApplication.sharedApplication requestUserAttention:NSInformationalRequest]; // critical requests keep bouncing
     return true;
 }
 

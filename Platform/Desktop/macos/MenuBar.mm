@@ -5,7 +5,7 @@
 #import <AppKit/AppKit.h>
 #import <AppKit/NSMenu.h>
 
-/// Runs what a menu's entry is made for.
+/// Runs the action of a menu entry.
 @interface VornMenuAction : NSObject
 - (instancetype)initWithAction:(std::function<void()>)action;
 - (void)run;
@@ -55,7 +55,7 @@ SEL selectorOf(MenuItem::Kind kind)
 
 NSMenuItem* entryOf(const MenuItem& item)
 {
-    // By value, as older headers name them otherwise.
+    // By value, as older headers use other names.
     constexpr NSUInteger optionKey = 1UL << 19;
     constexpr NSUInteger commandKey = 1UL << 20;
 
@@ -66,7 +66,7 @@ NSMenuItem* entryOf(const MenuItem& item)
     if (item.kind == MenuItem::Kind::action) {
         VornMenuAction* const action = [[VornMenuAction alloc] initWithAction:item.action];
         entry.target = action;
-        entry.representedObject = action; // a target is not kept
+        entry.representedObject = action; // the entry does not retain its target
     }
     return entry;
 }

@@ -10,11 +10,11 @@
 namespace vorn {
 namespace {
 
-/// "Play user interface sound effects" in System Settings; on unless the user has ever switched it off.
+/// "Play user interface sound effects" in System Settings; on until the user changes it.
 bool systemSoundsAreOn()
 {
     NSString* const key = @"com.apple.sound.uiaudio.enabled";
-    NSUserDefaults* const settings = NSUserDefaults.standardUserDefaults; // with those that all applications share
+    NSUserDefaults* const settings = NSUserDefaults.standardUserDefaults; // includes those that all applications share
     return [settings objectForKey:key] == nil || [settings boolForKey:key];
 }
 

@@ -24,7 +24,7 @@ public:
     void withdraw();
 
 private:
-    VornNotifications* notifications_; ///< the center keeps its delegate alive no longer than this does
+    VornNotifications* notifications_; ///< keeps the delegate alive, which the center does not
 };
 
 } // namespace vorn

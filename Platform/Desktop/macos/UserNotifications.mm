@@ -7,7 +7,7 @@
 
 namespace {
 
-NSString* const outcome = @"outcome"; // a later notification of the same name replaces the earlier
+NSString* const outcome = @"outcome"; // a notification replaces an earlier one with this identifier
 
 constexpr UNAuthorizationOptions needed = UNAuthorizationOptionAlert | UNAuthorizationOptionSound;
 
@@ -30,7 +30,7 @@ UNNotificationRequest* requestFor(const vorn::Notification& notification)
 
 } // namespace
 
-/// What the center calls, on threads of its own; all else happens on the main one.
+/// The center's delegate, called on the center's threads; everything else happens on the main one.
 @interface VornNotifications : NSObject <UNUserNotificationCenterDelegate>
 @property(nonatomic, copy, nullable) void (^onClick)(void);
 @property(nonatomic, strong, nullable) UNNotificationRequest* wanted;

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 constexpr auto longestScript = 10s;
 
-/// What a script found, as its callback is told.
+/// What a script found, as reported to its callback.
 struct Found {
     CFOwned<CFArrayRef> proxies;
     bool isOver = false;
@@ -28,16 +28,16 @@ struct Found {
     }
 };
 
-/// Runs a script that has begun as `source` on this thread's run loop.
+/// Runs the script that was started as `source` on this thread's run loop, up to `longestScript`.
 void runUntilOver(CFRunLoopSourceRef source, const Found& found)
 {
     CFRunLoopAddSource(CFRunLoopGetCurrent(), source, kCFRunLoopDefaultMode);
     const auto end = std::chrono::steady_clock::now() + longestScript;
     while (!found.isOver && std::chrono::steady_clock::now() < end) CFRunLoopRunInMode(kCFRunLoopDefaultMode, 0.25, 1);
-    CFRunLoopSourceInvalidate(source); // from here on it calls nobody
+    CFRunLoopSourceInvalidate(source); // after this, `Found::take` is not called
 }
 
-/// The proxies that the script of `proxy`, which is of a type with one, names for `url`; null without an answer.
+/// The proxies that the script of `proxy` (of a type that has one) names for `url`; null without an answer.
 CFOwned<CFArrayRef> proxiesOfScript(CFDictionaryRef proxy, CFURLRef url)
 {
     Found found;
@@ -72,16 +72,16 @@ bool is(CFDictionaryRef proxy, CFStringRef type)
     return own != nullptr && CFEqual(own, type) != 0;
 }
 
-/// The first of `proxies` that libcurl can use. A script is asked once: one that names another is not followed.
+/// The first of `proxies` that libcurl can use. A script that names another script is not followed.
 std::optional<std::string> firstOf(CFArrayRef proxies, CFURLRef url, bool mayAskScript)
 {
     for (CFIndex index = 0; proxies != nullptr && index < CFArrayGetCount(proxies); ++index) {
         const auto* const proxy = static_cast<CFDictionaryRef>(CFArrayGetValueAtIndex(proxies, index));
         std::optional<std::string> found;
         if (is(proxy, kCFProxyTypeNone)) found = std::string();
-        // The second is one for https: it is itself reached by http.
+        // The second is a proxy for https URLs, which is itself reached over http.
         if (is(proxy, kCFProxyTypeHTTP) || is(proxy, kCFProxyTypeHTTPS)) found = addressOf(proxy, "http");
-        if (is(proxy, kCFProxyTypeSOCKS)) found = addressOf(proxy, "socks5h"); // which looks the name up
+        if (is(proxy, kCFProxyTypeSOCKS)) found = addressOf(proxy, "socks5h"); // which resolves the name
         const bool hasScript =
             is(proxy, kCFProxyTypeAutoConfigurationURL) || is(proxy, kCFProxyTypeAutoConfigurationJavaScript);
         if (hasScript && mayAskScript) found = firstOf(proxiesOfScript(proxy, url).get(), url, false);

@@ -1,7 +1,7 @@
 #pragma once
 
-// Owners of GLib's objects, and waits for its callbacks. Only for sources of this folder: GLib's headers conflict with
-// Qt's.
+// Owners of GLib's objects, and waits for its callbacks. Only for the source files of this folder: GLib's headers
+// conflict with Qt's.
 
 #include "Platform/Base/Owned.h"
 
@@ -38,7 +38,7 @@ private:
     GError* error_ = nullptr;
 };
 
-/// A main context of its own for the current thread, on which it waits for callbacks. Threads: the one that constructed
+/// Gives the current thread a main context of its own and waits for callbacks on it. Threads: the one that constructed
 /// it.
 class Events {
 public:

@@ -12,7 +12,7 @@ bool runWithin(std::chrono::steady_clock::duration limit, std::function<void()> 
     const std::future<void> end = ended.get_future();
     std::thread worker([work = std::move(work), ended = std::move(ended)]() mutable {
         work();
-        work = nullptr; // destroys what it owns before its caller continues
+        work = nullptr; // destroys what it owns before the caller continues
         ended.set_value();
     });
     const bool inTime = end.wait_for(limit) == std::future_status::ready;

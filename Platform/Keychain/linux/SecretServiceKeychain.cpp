@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// Refuses invalid text: GLib would return from the call without ever answering.
+/// Refuses invalid text: GLib would return from the call and never call back.
 void requireText(const std::string& text)
 {
     if (!text::isWellFormed(text) || text.find('\0') != std::string::npos)
@@ -39,7 +39,7 @@ try {
                 outcome->bytes = steps(request);
             } catch (const KeychainError& error) {
                 outcome->error = error;
-            } catch (const std::exception&) { // no memory: nothing else is thrown here
+            } catch (const std::exception&) { // out of memory: nothing else is thrown here
                 outcome->error.emplace(KeychainError::notAvailable);
             }
         });

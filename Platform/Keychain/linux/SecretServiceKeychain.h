@@ -13,7 +13,7 @@ class SecretServiceRequest;
 /// and "account" and a schema named "<service>.Item". A locked collection is unlocked first, for which the service may
 /// ask for a password.
 /// Every call connects anew, as the bus and the service may have been restarted.
-/// Errors: `notAvailable` without a bus or a service or when it does not answer in time; `interactionNotAllowed` when
+/// Errors: `notAvailable` when there is no bus or service or no answer in time; `interactionNotAllowed` when
 /// the collection is locked and was not unlocked in time; `userCanceled` when the dialog was dismissed or could not be
 /// shown; `authFailed` when the bus or the service refuses this program; `duplicateItem`; `parameter` for names that
 /// are not text. Threads: any.
@@ -38,13 +38,13 @@ public:
     bool remove(const KeychainItem& item) noexcept override;
     std::optional<std::string> removeIf(const KeychainItem& item,
                                         std::function<bool(std::string_view)> matches) override;
-    /// Throws if the old item cannot be removed, without adding; the user is asked once.
+    /// If the old item cannot be removed, throws without adding. The user is asked at most once.
     void replace(const KeychainItem& item, std::string_view bytes, const std::string& label) override;
 
 private:
     using Steps = std::function<std::optional<std::string>(SecretServiceRequest&)>;
 
-    /// `patience` is what a user who is asked gets beyond the limit.
+    /// `patience` is how long beyond the limit to wait while the user is asked.
     std::optional<std::string> perform(Steps steps, std::chrono::milliseconds patience = {}) const;
 
     std::chrono::milliseconds limit_;

@@ -35,8 +35,8 @@ private:
         nullptr};
 };
 
-/// libsecret's proxy of the service, subclassed to use our own bus: it insists on the one that GLib shares, whose loss
-/// ends the process and which must not be closed.
+/// libsecret's proxy of the service, subclassed to use our own connection: the original insists on the one that GLib
+/// shares, whose loss ends the process and which must not be closed.
 GType serviceOnOwnBus()
 {
     static const GType type = g_type_register_static_simple(
@@ -135,12 +135,12 @@ std::optional<std::string> SecretServiceRequest::read(const KeychainItem& item)
 
 void SecretServiceRequest::add(const KeychainItem& item, std::string_view bytes, const std::string& label)
 {
-    // The service would replace what is there.
+    // The service would replace an existing secret.
     if (!search(item, SECRET_SEARCH_NONE).empty()) throw KeychainError(KeychainError::duplicateItem);
     const Schema schema(item);
     const Attributes attributes = attributesOf(item);
     const Value value(secret_value_new(bytes.data(), static_cast<gssize>(bytes.size()), "application/octet-stream"));
-    outcome_.asksUser = true; // for the password of a locked collection, or of the first one
+    outcome_.asksUser = true; // for the password of a locked or a new collection
     const auto stored = events_.wait([&](auto done, auto data) {
         secret_service_store(service_.get(), schema.get(), attributes.get(), SECRET_COLLECTION_DEFAULT, label.c_str(),
                              value.get(), cancellable_.get(), done, data);
@@ -176,7 +176,7 @@ void SecretServiceRequest::giveUp()
     const auto more = outcome_.asksUser ? std::exchange(patience_, {}) : std::chrono::milliseconds();
     if (more.count() > 0) return giveUpAfter(more);
     g_cancellable_cancel(cancellable_.get());
-    // A dialog is first asked to go away, and who shows it may be what hangs.
+    // Cancelling first asks an open dialog to close, and the program that shows it may be what hangs.
     hangUp_ = events_.after(
         limit_ / 20,
         [](gpointer self) {

@@ -17,8 +17,8 @@
 namespace vorn {
 
 /// The steps of one call of `SecretServiceKeychain`, run on a thread of its own. Uses only libsecret's asynchronous
-/// functions: the synchronous ones do not return before a dialog is closed. Names are text without NUL: GLib would
-/// return from a call with any other without ever answering.
+/// functions: the synchronous ones do not return before a dialog is closed. Names must be well-formed text without NUL:
+/// given any other, GLib returns from the call and never calls back.
 class SecretServiceRequest {
 public:
     /// Written by the request's thread, read after its end; `asksUser` may be read at any time.
@@ -31,8 +31,8 @@ public:
         std::int32_t lateStatus() const;
     };
 
-    /// Cancels the steps at 90 % of `limit`; the rest is for their clean-up. While the user is asked, that is later by
-    /// `patience`.
+    /// Cancels the steps at 90 % of `limit`, or `patience` later if the user is then being asked; the rest of `limit`
+    /// is for clean-up.
     SecretServiceRequest(Outcome& outcome, std::chrono::milliseconds limit, std::chrono::milliseconds patience);
     ~SecretServiceRequest();
     SecretServiceRequest(SecretServiceRequest&&) = delete;
