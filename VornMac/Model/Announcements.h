@@ -12,7 +12,7 @@ class Announcements {
 public:
     using Tell = std::function<void()>;
 
-    /// Defers signals while it lives. The end of the outermost one emits them in order.
+    /// Defers signals while it lives. When the outermost one is destroyed, they are emitted in order.
     class [[nodiscard]] Transition {
     public:
         explicit Transition(Announcements& announcements) : announcements_(announcements) { ++announcements_.depth_; }
@@ -29,8 +29,9 @@ public:
 
     enum class Place { last, first };
 
-    /// `property`, which must outlive this, has changed from `before`. Several changes before the signal is emitted
-    /// count as one, or as none if the value is `before` again by then. `place` is its place among the deferred ones.
+    /// Announces with `tell` that `property`, which must outlive this object, has changed from `before`. Several
+    /// changes before `tell` is called count as one, or as none if the value is `before` again by then. `place` is the
+    /// position among the deferred announcements.
     template <class Value>
     void changed(const Value& property, Value before, Tell tell, Place place = Place::last)
     {

@@ -22,7 +22,7 @@ AppModel::AppModel(AppServices services)
         restorePhase_ = phase::Loading{};
 }
 
-// `consent` and `find` stop nothing when they are left: their jobs outlive the screen.
+// Leaving `consent` or `find` stops nothing: their jobs outlive the screen.
 AppModel::StepWork AppModel::workOf(Step step)
 {
     static constexpr std::array table{
@@ -105,11 +105,11 @@ bool AppModel::handleSessionError(const std::exception& error)
 {
     const auto trouble = decide::sessionTrouble(error);
     if (trouble == decide::SessionTrouble::none) return false;
-    // A newer sign-in has already replaced the session. If there is none, the service refused the session to a job that
-    // was replaced before it could learn of that.
+    // If a session is stored, a newer sign-in has already replaced this one. If none is, the service refused the
+    // session in another job, which was replaced before it could handle the refusal.
     if (trouble == decide::SessionTrouble::replaced && services_.tokens->load()) return true;
-    // The store need not forget: the client has dropped the refused pair, and whatever is stored by now is a newer pair
-    // of this user's, or somebody else's.
+    // The store needs no clearing: the client has dropped the refused pair, and whatever is stored by now is a newer
+    // pair of this user's or of another user's.
     leaveSession();
     return true;
 }

@@ -26,24 +26,25 @@ namespace vorn {
 struct ArchiveFile;
 
 /// The controller of the application: holds all state that the screens show and runs every long job. Only the model
-/// writes that state; screens read it and call its operations. A property's signal is emitted when its value has
-/// changed, and only then. Signals of one transition are emitted after all of it, the step's first. Threads: the
-/// context's own, signals included. Shut the context down before destroying the model: its jobs use it.
+/// writes that state; screens read it and call the model's operations. A property's signal is emitted when its value
+/// has changed, and only then. The signals of one transition are emitted when it is complete, the step's first.
+/// Threads: the context's, signals included. Shut the context down before destroying the model, which the context's
+/// jobs use.
 class AppModel : public QObject {
     Q_OBJECT
 
 public:
-    /// The chat found on this Mac, freed in the background: a million messages take longer than a frame.
+    /// The chat found on this Mac, freed in the background: freeing a million messages takes longer than a frame.
     using ExportResult = std::shared_ptr<const NimbrelExportResult>;
 
-    /// Restores the session of a store that answers at once, and chooses the first step without starting its work.
+    /// If the token store answers at once, restores the session and chooses the first step, without starting its work.
     explicit AppModel(AppServices services);
 
     // State.
 
-    /// Idle once it is known who is signed in; no step's work begins before.
+    /// Idle once it is known who is signed in, if anyone; no step's work begins before that.
     const RestorePhase& restorePhase() const noexcept { return restorePhase_; }
-    /// Why the stored session could not be read.
+    /// Why the stored session could not be read; absent unless the keychain refused.
     const std::optional<KeychainError>& keychainRefusal() const noexcept { return keychainRefusal_; }
 
     Step step() const noexcept { return step_; }
@@ -61,14 +62,14 @@ public:
 
     const ScanPhase& scanPhase() const noexcept { return scanPhase_; }
     const std::optional<NimbrelState>& nimbrel() const noexcept { return nimbrel_; }
-    const ExportResult& exportResult() const noexcept { return exportResult_; } ///< null without one
-    /// Of `exportResult`, counted in the background.
+    const ExportResult& exportResult() const noexcept { return exportResult_; } ///< null if there is none
+    /// The statistics of `exportResult`, counted in the background.
     std::optional<NimbrelExportStats> exportStatistics() const;
-    std::optional<QuestAvailability> availability() const; ///< now; nothing before the quest is known
+    std::optional<QuestAvailability> availability() const; ///< at this moment; absent until the quest is known
     bool canUpload() const;
 
     const UploadPhase& uploadPhase() const noexcept { return uploadPhase_; }
-    const UploadProgress& uploadProgress() const noexcept { return uploadProgress_; } ///< bytes, with `uploadPhase`
+    const UploadProgress& uploadProgress() const noexcept { return uploadProgress_; } ///< signal: `uploadPhaseChanged`
     const std::optional<SubmissionStatus>& submission() const noexcept { return submission_; }
     const CopyPhase& copyPhase() const noexcept { return copyPhase_; } ///< of a copy of `exportResult`
     std::string reward() const;                                        ///< "$12.50", else "the quest reward"
@@ -76,19 +77,20 @@ public:
     /// For the screens' own computations.
     BackgroundExecutor& background() const noexcept { return *services_.background; }
 
-    /// Counts the sessions that have begun and ended.
+    /// Grows by 1 with each sign-in and each end of a session, but not when a stored session is restored.
     std::int64_t sessionGeneration() const noexcept { return sessionGeneration_; }
 
     // Steps.
 
-    /// Starts the work of the first step, once the stored session is read. Tries again after a refusal of the keychain.
+    /// Starts the work of the first step once the stored session has been read. If the keychain has refused, tries
+    /// again.
     void start();
-    /// Reads the stored session and chooses the first step, unless that is done. A keychain that refuses leaves the
-    /// user signed out: in the phase `Refused`, or at once if there is no keychain to try again.
+    /// Reads the stored session and chooses the first step, unless that is done. If the keychain refuses, ends in the
+    /// phase `Refused`; if there is no keychain to try again, leaves the user signed out at once.
     Async<> restore();
-    /// After a refusal: does not touch what is stored; `start` links this Mac.
+    /// After a refusal: continues without a session and does not touch what is stored. `start` then links this Mac.
     void continueSignedOut();
-    /// Stops the work of the current step and starts that of `target`. If that is the current step, tries again.
+    /// Stops the work of the current step and starts that of `target`; if both are the same step, its work starts over.
     void go(Step target);
 
     void setUnderstandsUpload(bool value);
@@ -109,14 +111,14 @@ public:
     /// Does nothing unless `canUpload`.
     void upload();
     void watchSubmission(const std::string& id);
-    /// Writes the archive of `exportResult` to `path`, the same as an upload at this time would send, and sends
-    /// nothing. Does nothing without a result.
+    /// Writes to `path` the archive of `exportResult` that an upload would send at this time; sends nothing. Does
+    /// nothing without an `exportResult`.
     void saveCopy(const std::filesystem::path& path);
 
     // The access screen.
 
-    /// Goes on to the search after the user has seen that access is granted, unless it is lost or the step is left by
-    /// then.
+    /// Goes to the find step once the user has had time to see that access is granted, unless access is lost or the
+    /// step is left in the meantime.
     void goOnOnceAccessIsSeen();
     void openFullDiskAccessSettings();
     void revealAppInFinder();
@@ -144,7 +146,7 @@ signals:
 private:
     using Signal = void (AppModel::*)();
 
-    /// What a step begins when it is entered and stops when it is left. A step without work has no row.
+    /// What a step begins when it is entered and stops when it is left. A step without work has no row in the table.
     struct StepWork {
         Step step;
         void (AppModel::*enter)();
@@ -159,7 +161,7 @@ private:
         Value before = std::exchange(property, std::move(value));
         announcements_.changed(property, std::move(before), [this, changed] { emit(this->*changed)(); }, place);
     }
-    /// Defers the signals of assignments until the result is destroyed.
+    /// Defers the signals of assignments until the returned object is destroyed.
     Announcements::Transition transition() { return Announcements::Transition(announcements_); }
 
     /// The jobs started for the signed-in user. All of them end with the session.
@@ -168,7 +170,7 @@ private:
         Task chat; ///< a scan or an upload
         Task review;
         Task copy;
-        std::shared_ptr<AppModel*> progress; ///< target of the upload's reports from other threads; expires with it
+        std::shared_ptr<AppModel*> progress; ///< receives the upload's reports from other threads; dropped with the job
 
         void cancelChat();
         void cancel();
@@ -222,7 +224,7 @@ private:
     void showScanFailure(const std::exception& error);
 
     Async<> runUpload(VornAPI api, ExportResult exportResult);
-    /// Returns nothing if the archive may not be sent.
+    /// Returns the submission; absent if the archive is too large to be sent.
     Async<std::optional<SubmissionStatus>> packAndSend(VornAPI api, ExportResult exportResult);
     Async<ArchiveFile> pack(ExportResult exportResult, std::filesystem::path path);
     Async<SubmissionStatus> send(VornAPI api, std::filesystem::path archive);

@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// The end of an attempt with one code.
+/// How an attempt with one code ended.
 struct AppModel::LinkOutcome {
     struct Expired {};
     struct Rejected {};
@@ -37,8 +37,8 @@ void AppModel::endCode(LinkPhase next)
     assign(linkPhase_, std::move(next), &AppModel::linkPhaseChanged);
 }
 
-// Ends only when the user has signed in or it is cancelled: a failed or declined attempt is shown for a while, then
-// another follows.
+// Ends only when the user has signed in or the job is cancelled: a failed or declined attempt is shown for a while,
+// then another follows.
 Async<> AppModel::runLinkLoop()
 {
     while (true) {

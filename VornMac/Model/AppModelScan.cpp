@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// Shares `result`. Whoever owns it last, it is freed in the background.
+/// Shares `result`, which is freed in the background whoever releases it last.
 AppModel::ExportResult shared(NimbrelExportResult result, BackgroundExecutor* background)
 {
     auto owned = std::make_unique<NimbrelExportResult>(std::move(result));
@@ -54,7 +54,7 @@ Async<> AppModel::runPrefetch(VornAPI api)
 
 void AppModel::startAccessProbe()
 {
-    const auto whole = transition(); // a listener to `granted` may leave the step, which must find the job to stop
+    const auto whole = transition(); // a listener may leave the step on `granted`: the job must exist by then
     assign(access_, probeAccess(), &AppModel::accessChanged);
     accessTask_ = running(runAccessProbe());
 }
@@ -141,8 +141,8 @@ Async<AppModel::FoundChat> AppModel::readMessages(std::vector<std::string> handl
 void AppModel::showScanFailure(const std::exception& error)
 {
     handleSessionError(error);
-    // What is shown ends with the session. If another program has linked another user, the session goes on, and the
-    // user who waits here must be told.
+    // Nothing is shown once the session has ended. If another program has linked another user, this session continues,
+    // and the user who waits here must be told.
     if (!session_) return;
     const auto [phase, isLogged] = decide::failedScan(error);
     if (isLogged) log_.error(error.what());

@@ -90,7 +90,7 @@ Async<ArchiveFile> AppModel::pack(ExportResult exportResult, std::filesystem::pa
 Async<SubmissionStatus> AppModel::send(VornAPI api, std::filesystem::path archive)
 {
     const MultipartUploader uploader(std::move(api), services_.transfer, *services_.background);
-    // Reports come on another thread, the last ones possibly after the end of the upload or of the model.
+    // Reports come from another thread, the last ones possibly after the upload has ended or the model is destroyed.
     auto report = [context = services_.context,
                    receiver = std::weak_ptr(jobs_.progress)](const UploadProgress& progress) {
         context->post([receiver, progress] {

@@ -15,7 +15,7 @@
 namespace vorn {
 
 /// The services of the application model. Everything pointed to must outlive the model; shut `context` down before
-/// destroying the model or any of it.
+/// destroying the model or any of the services.
 struct AppServices {
     MainContext* context;
     Clock* clock;
@@ -28,7 +28,7 @@ struct AppServices {
     FileManager* files;
     std::filesystem::path messagesDatabase;
     Bundle bundle; ///< the application's
-    /// For work that may wait for a person, and that must not delay the program's end; null uses `background`.
+    /// For work that may wait for a person and must not delay the program's end; if null, `background` is used.
     BackgroundExecutor* patient = nullptr;
     /// The least time for which an upload is shown, so that the user can read it.
     Clock::Duration shortestUpload{};

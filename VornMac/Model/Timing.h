@@ -13,11 +13,11 @@ namespace vorn::timing {
 /// Returns the interval between two polls of `link`: what the service asks for, clamped to a second and a day.
 Clock::Duration pollInterval(const DeviceLink& link);
 
-/// Returns until when `link`, which came at `arrival`, is polled: its expiry, or two minutes if it names none, plus a
-/// little grace for an answer that the phone gives at the last moment.
+/// Returns when to stop polling `link`, received at `arrival`: at its expiry, or two minutes after `arrival` if it
+/// names none, plus 5 seconds for an answer that the phone gives at the last moment.
 Instant pollDeadline(const DeviceLink& link, Instant arrival);
 
-/// Between two requests for a code: one that arrives expired must not cause a busy loop.
+/// The shortest time between two requests for a code: codes that arrive expired must not cause a busy loop.
 inline constexpr Clock::Duration codeInterval = std::chrono::seconds(1);
 
 /// How long the keychain may take before the user is told of the wait.
@@ -29,10 +29,11 @@ inline constexpr Clock::Duration linkFailureIsShown = std::chrono::seconds(5);
 inline constexpr Clock::Duration accessIsSeen = std::chrono::milliseconds(600);
 inline constexpr Clock::Duration accessProbeInterval = std::chrono::milliseconds(1500);
 
-/// How long a window shows an upload at least, however small.
+/// The minimum time for which a window shows an upload, however small.
 inline constexpr Clock::Duration uploadIsShown = std::chrono::milliseconds(800);
 
-/// Returns how much longer an upload that has been shown for `shownFor` stays on its step; absent if that is over.
+/// Returns how much longer an upload that has been shown for `shownFor` stays on its step; absent if `shortest` has
+/// passed.
 std::optional<Clock::Duration> uploadStaysFor(Clock::Duration shownFor, Clock::Duration shortest);
 
 /// Returns the pause before the next poll of a submission last seen as `last` and watched for `watchedFor`; absent once

@@ -17,7 +17,7 @@ ScreenText accessTextForTerminal();
 /// For a program without a screen.
 std::string accessRefused();
 
-inline constexpr const char* accessMissing = "Vorn can't read Messages on this Mac yet."; ///< for a program that ends
+inline constexpr const char* accessMissing = "Vorn can't read Messages on this Mac yet."; ///< a program's last message
 
 // Buttons.
 
@@ -35,7 +35,7 @@ inline constexpr const char* thisApplication = "Vorn";
 inline constexpr const char* someTerminal = "Terminal";
 inline constexpr const char* someBackupUtility = "Backup Utility";
 
-/// One of its rows, for a screen reader.
+/// A row of that pane, for a screen reader: "Vorn, on".
 std::string switchText(const std::string& application, bool isOn);
 
 } // namespace vorn

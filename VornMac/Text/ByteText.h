@@ -11,10 +11,10 @@ struct ByteUnit {
     std::string_view name; ///< "bytes", "kB" or "MB"
     double bytes = 1;
 
-    /// The largest unit of which `size` has at least one.
+    /// The largest unit of which `size`, rounded as it is shown, has at least one.
     static ByteUnit fitting(std::int64_t size);
 
-    /// `size` in this unit, without its name: whole bytes, otherwise with one digit after the point.
+    /// `size` in this unit, without its name: whole bytes, other units with one decimal place.
     std::string number(std::int64_t size) const;
 };
 

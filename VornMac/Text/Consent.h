@@ -17,7 +17,7 @@ struct Consent {
 
     std::string title;
     std::string subtitle;
-    std::string line; ///< both, as one line in a terminal
+    std::string line; ///< title and subtitle, as one line for a terminal
     Section reads;
     Section neverReads;
     Section next;
@@ -27,13 +27,13 @@ struct Consent {
     std::string agreesToShare;
 
     std::string primary; ///< continues once both are confirmed
-    std::string caption; ///< under the example beside it
+    std::string caption; ///< under the example conversation
 };
 
 /// The consent to an upload that earns `reward`. Threads: any.
 Consent consentFor(const std::string& reward);
 
-/// The key of the user's defaults under which the agreement of the user with `userId` is kept.
+/// The key in the user defaults under which the agreement of the user with `userId` is kept.
 std::string consentKey(const std::string& userId);
 
 } // namespace vorn

@@ -13,7 +13,7 @@ namespace {
 constexpr const char* notAccepted = "Not accepted";
 constexpr const char* elsewhere = "The result also shows on the quest in the Vorn app.";
 
-/// A window's title, which has two lines, as one line.
+/// The title and the subtitle of a screen, as sentences on one line.
 std::string sentences(const ScreenText& text)
 {
     return text.title + ". " + text.subtitle + ".";

@@ -16,7 +16,7 @@ namespace vorn {
 /// The facts about the end of an upload.
 struct UploadOutcome {
     SubmissionStatus submission;
-    std::optional<NimbrelState> nimbrel;           ///< nothing until it is known
+    std::optional<NimbrelState> nimbrel;           ///< absent until it is known
     std::optional<QuestAvailability> availability; ///< what the quest says about the next upload
 };
 
@@ -25,7 +25,7 @@ ScreenText doneText(const UploadOutcome& outcome);
 /// The state of the reward for an upload under review.
 RewardStatus rewardStatus(const ReviewStatus& review);
 
-/// The review's state as one line in a terminal. `questReward` replaces a missing amount of the submission.
+/// The review's state, as one line for a terminal. `questReward` stands in for an amount missing from the submission.
 std::string reviewLine(const SubmissionStatus& submission, const std::string& questReward);
 
 /// What the quest says about the time after a review: when the user may upload again, if a day is known.
@@ -34,7 +34,7 @@ std::vector<std::string> questLines(const UploadOutcome& outcome);
 /// A terminal's text when it stops watching a review that goes on.
 std::string longReviewText();
 
-/// The end of a review, for a user with another window in front: the screen's own texts, as many as a notification
+/// The outcome of a review, for a user with another window in front: as much of the screen's own text as a notification
 /// shows.
 struct OutcomeNotice {
     std::string title;
@@ -43,6 +43,6 @@ struct OutcomeNotice {
 };
 OutcomeNotice outcomeNotice(const UploadOutcome& outcome);
 
-inline constexpr const char* openVorn = "Open Vorn"; ///< the action of a click on it, where desktops show that
+inline constexpr const char* openVorn = "Open Vorn"; ///< the label of a click on the notification, where shown
 
 } // namespace vorn

@@ -12,7 +12,7 @@ std::string drawable(std::string_view text)
         const char32_t scalar = scalars[at];
         const bool isControl = scalar < 0x20 || (scalar >= 0x7F && scalar < 0xA0);
         const bool endsLine = scalar == U'\r' && at + 1 < scalars.size() && scalars[at + 1] == U'\n';
-        if (endsLine) continue; // together with the next
+        if (endsLine) continue; // CR LF is one line break
         if (scalar == U'\n' || !isControl)
             text::append(clean, scalar);
         else

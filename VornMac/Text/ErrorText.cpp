@@ -46,7 +46,7 @@ std::string textOf(const APIError::Reason& reason)
 {
     const Match text{
         [](const APIError::HTTP& http) -> std::string {
-            // Our text even if the service has one: its own would name a route, not the feature.
+            // Our text even if the service sends one: that would name a route, not the feature.
             if (APIError(http).isLaneOff()) return questUnavailable;
             return http.message.value_or(fmt::format("The server answered {}.", http.status));
         },

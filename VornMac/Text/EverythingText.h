@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// The texts of the page with everything that would be uploaded and what would not. Threads: any.
+/// The texts of the page that shows everything an upload would contain and what it would leave out. Threads: any.
 namespace vorn {
 
 inline constexpr const char* seeEverything = "See everything we upload";
@@ -28,23 +28,23 @@ struct LeftOutRow {
     bool operator==(const LeftOutRow&) const = default;
 };
 
-/// The rows for what the reader left out, by reason; none if it left out nothing.
+/// A row for each reason for which messages were left out; none if nothing was.
 std::vector<LeftOutRow> leftOutRows(const SkipTally& skipped);
 
-/// What every archive leaves out, preceded, if it is so, by the sentence that nothing else was left out.
+/// What every archive leaves out; if no message was left out, preceded by a sentence that says so.
 std::string leftOutNote(const SkipTally& skipped);
 
-/// What the archive holds beside the list, in sentences.
+/// What the archive holds besides the listed messages, in sentences.
 std::vector<std::string> besideTexts(const NimbrelExportResult& result);
 
-/// How many of `all` messages are listed: "12 of 1,204 messages" if `isSearching`. During a search, as far as it has
-/// come.
+/// How many of `all` messages are listed: "12 of 1,204 messages" if `isSearching`, with the matches found so far, else
+/// "1,204 messages".
 std::string listedText(std::size_t listed, std::size_t all, bool isSearching);
 
-/// Replaces a list without messages.
+/// Shown instead of an empty list, when no message contains `words`.
 std::string nothingFoundText(const std::string& words);
 
-/// How saving a copy goes. Empty before it begins.
+/// The state of saving a copy. Empty before it begins.
 StatusText copyText(const CopyPhase& phase);
 
 } // namespace vorn

@@ -9,10 +9,10 @@
 /// The texts of the find screen. Dates are in the user's zone. Threads: any.
 namespace vorn {
 
-/// `availability` is what the quest says about another upload; nothing until it is known.
+/// `availability` is what the quest says about another upload; absent until it is known.
 ScreenText findText(const ScanPhase& phase, const std::optional<QuestAvailability>& availability);
 
-/// Whether it is still unknown if there is a chat.
+/// Whether the scan has no result yet.
 bool isLooking(const ScanPhase& phase);
 
 } // namespace vorn

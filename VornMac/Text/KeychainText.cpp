@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-/// Tells the user's own refusals from the system's.
+/// Distinguishes a keychain that stayed locked from one that refused access.
 const char* refusalText(const KeychainError& refusal)
 {
     switch (refusal.status()) {

@@ -9,7 +9,7 @@
 /// Texts about the keychain, in which the session is kept. Threads: any.
 namespace vorn {
 
-/// Replaces the screens until the stored session is read. `refusal` is the keychain's error, if it refused.
+/// Shown instead of a screen until the stored session has been read. `refusal` is the keychain's error, if it refused.
 ScreenText keychainText(const RestorePhase& phase, const std::optional<KeychainError>& refusal);
 
 } // namespace vorn

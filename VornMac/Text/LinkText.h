@@ -10,7 +10,7 @@ namespace vorn {
 
 ScreenText linkText(const LinkPhase& phase);
 
-/// The same for a terminal, with the title in one line: only the title and the steps.
+/// The same for a terminal: only the title, on one line, and the steps.
 ScreenText linkTextForTerminal();
 
 /// `seconds`, at least 0, as minutes and seconds: "1:58".

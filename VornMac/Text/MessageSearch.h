@@ -7,7 +7,8 @@
 
 namespace vorn {
 
-/// Finds words in messages, in any case: in the text, the links, and the kinds of attachments. Threads: one at a time.
+/// Searches messages for words, exactly as given but ignoring case: in the text, the links, and the kinds of
+/// attachments. Threads: one at a time.
 class MessageSearch {
 public:
     /// Ignores white space around `words`.

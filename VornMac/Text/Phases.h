@@ -16,22 +16,22 @@ namespace phase {
 template <std::size_t size>
 struct Name {
     char text[size]{}; // NOLINT(modernize-avoid-c-arrays): a template argument
-    // NOLINTNEXTLINE(modernize-avoid-c-arrays,google-explicit-constructor,hicpp-explicit-conversions): a literal is one
+    // NOLINTNEXTLINE(modernize-avoid-c-arrays,google-explicit-constructor,hicpp-explicit-conversions): takes a literal
     consteval Name(const char (&literal)[size]) { std::copy_n(literal, size, text); }
 };
 
-/// A phase without anything but its name.
+/// A phase that has nothing but its name.
 template <Name phaseName>
 struct Plain {
     static constexpr const char* name() { return phaseName.text; }
     bool operator==(const Plain&) const = default;
 };
 
-/// The work stopped. Only linking is tried again by itself.
+/// The work has failed. Only linking tries again by itself.
 using Failed = ErrorText;
 
-using Idle = Plain<"idle">;       ///< nothing has begun, or the session has ended since
-using Loading = Plain<"loading">; ///< waits for the service, or reads the chat
+using Idle = Plain<"idle">;       ///< nothing is under way: not begun, done, or the session has ended
+using Loading = Plain<"loading">; ///< waits for the service, or reads the chat or the keychain
 
 using Waiting = Plain<"waiting">; ///< `Loading` for so long that the user must be told
 using Refused = Plain<"refused">; ///< the keychain refused access
@@ -40,7 +40,7 @@ using Showing = Plain<"showing">;   ///< the code waits for the phone
 using Scanned = Plain<"scanned">;   ///< the phone has read the code; the user must confirm there
 using Rejected = Plain<"rejected">; ///< the phone declined; a new code follows
 
-using Unavailable = Plain<"unavailable">;     ///< the user has no such quest
+using Unavailable = Plain<"unavailable">;     ///< the service has switched the quest off
 using NotConfigured = Plain<"notConfigured">; ///< the service does not name the assistant's handles
 using NotFound = Plain<"notFound">;           ///< this Mac has no message of that chat
 using Found = Plain<"found">;

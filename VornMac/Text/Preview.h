@@ -17,14 +17,14 @@ struct PreviewedMessage {
 /// `message` with its sender, as one line: "You: Hello".
 std::string spokenText(const PreviewedMessage& message);
 
-/// The end of `messages` as the user sees it before an upload: the last six, or all if they are fewer. The time does
-/// not depend on their number. Threads: any.
+/// The last six of `messages`, or all if there are fewer, as the user sees them before an upload. Takes the same time
+/// however many there are. Threads: any.
 std::vector<PreviewedMessage> previewOf(const MessageList& messages);
 
 /// A made-up conversation as an example of what is uploaded.
 std::vector<PreviewedMessage> exampleConversation();
 
-inline constexpr const char* conversation = "Messages"; ///< a thread's name for a screen reader
+inline constexpr const char* conversation = "Messages"; ///< the name of a message thread, for a screen reader
 inline constexpr const char* userName = "You";
 inline constexpr const char* assistantName = "Nimbrel";
 inline constexpr const char* assistantInitial = "N";

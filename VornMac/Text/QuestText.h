@@ -11,10 +11,10 @@
 /// Texts about the quest and a submission. Dates are in the user's zone. Threads: any.
 namespace vorn {
 
-/// A sentence about the last upload; empty if nothing keeps the user from making one.
+/// A sentence about the last upload; empty in the state `Available`.
 StatusText availabilityNote(const QuestAvailability& availability);
 
-/// The same for a terminal, which also says so if nothing does.
+/// The same for a terminal, where "You can upload your chat." replaces an empty text.
 std::string availabilityLine(const QuestAvailability& availability);
 
 /// The reward for an accepted upload: an amount, or "the quest reward" if it is not known.
@@ -26,7 +26,7 @@ std::string earnedText(const SubmissionStatus& submission, const std::string& qu
 /// Whether `earned`, as above, is an amount rather than words.
 bool isAmount(const std::string& earned);
 
-/// `earned`, as above, while it is counted up: `part` of it, 0…1. Words stay as they are.
+/// What is shown while `earned`, as above, is counted up: `part` of it, 0…1. Words stay as they are.
 std::string countedText(const std::string& earned, double part);
 
 /// Why `submission` was rejected.

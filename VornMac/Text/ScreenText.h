@@ -18,7 +18,7 @@ struct StatusText {
     bool operator==(const StatusText&) const = default;
 };
 
-/// The texts of a screen, part by part. Screens lay them out and choose none; an empty part is not shown. A value.
+/// The texts of a screen, part by part. A screen only lays them out, and does not show an empty part. A value.
 struct ScreenText {
     std::string title{};
     std::string subtitle{};
@@ -27,7 +27,7 @@ struct ScreenText {
     std::vector<std::string> steps{}; ///< what the user does, in order
     StatusText status{};
     StatusText remark{};              ///< a note under the content
-    std::vector<std::string> hints{}; ///< advice or comfort; the most important first
+    std::vector<std::string> hints{}; ///< advice or reassurance; the most important first
     std::string note{};               ///< in small print
 
     // Labels of buttons.

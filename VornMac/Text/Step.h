@@ -8,7 +8,7 @@ namespace vorn {
 /// The screens, in their order.
 enum class Step { link, consent, access, find, upload, done };
 
-/// A name for each step: "link" is for programs, and `LinkScreen.qml` its screen.
+/// The name of each step, for programs and for finding its screen: that of "link" is `LinkScreen.qml`.
 inline constexpr std::array stepNames{"link", "consent", "access", "find", "upload", "done"};
 static_assert(stepNames.size() == static_cast<std::size_t>(Step::done) + 1);
 

@@ -15,7 +15,7 @@ struct StepState {
     FullDiskAccessStatus access = FullDiskAccessStatus::denied;
     ScanPhase scan{};
     UploadPhase upload{};
-    UploadOutcome outcome{}; ///< of the last upload; the quest's part is known before there is one
+    UploadOutcome outcome{}; ///< of the last upload; the quest's members do not depend on one
 };
 
 /// Returns the texts of the step's screen. Threads: any.

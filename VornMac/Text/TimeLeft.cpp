@@ -11,9 +11,9 @@ using namespace std::chrono_literals;
 using std::chrono::seconds;
 
 constexpr UploadRate::Window window{.longest = 15s, .enough = 2s, .betweenSamples = 250ms};
-constexpr auto standstill = 5s;       ///< after this, the time left is unknown
+constexpr auto standstill = 5s;       ///< without progress for this long, the time left is unknown
 constexpr auto smallestChange = 4s;   ///< of an announced end; a smaller one is not worth a jump
-constexpr double changeInTime = 0.25; ///< of the time left, likewise
+constexpr double changeInTime = 0.25; ///< the same, as a fraction of the time left
 constexpr auto longestTold = 24h;
 
 /// Whether the announced end `told` may stay, now that `measured` is the better estimate.
@@ -57,7 +57,7 @@ std::optional<seconds> TimeLeft::at(Time now) const
 
 std::string timeLeftText(seconds left)
 {
-    constexpr auto aMinute = 55s; // longer times are no longer given in tens of seconds
+    constexpr auto aMinute = 55s; // from here on, times are not given in tens of seconds
     constexpr auto anHour = 55min;
     if (left < 10s) return "a few seconds left";
     if (left < aMinute) return fmt::format("about {} seconds left", (left.count() + 5) / 10 * 10);

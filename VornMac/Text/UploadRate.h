@@ -7,23 +7,23 @@
 
 namespace vorn {
 
-/// How fast an upload's bytes move, over the last seconds. Threads: one at a time.
+/// How fast an upload has sent bytes over the last few seconds. Threads: one at a time.
 class UploadRate {
 public:
     using Time = std::chrono::nanoseconds; ///< of a monotonic clock
     struct Window {
-        Time longest;        ///< over which the rate is taken
-        Time enough;         ///< less would be a guess
-        Time betweenSamples; ///< progress comes in thousands of steps a second
+        Time longest;        ///< the time over which the rate is taken
+        Time enough;         ///< the least time for a rate that is not a guess
+        Time betweenSamples; ///< the least time between two; progress is reported thousands of times a second
     };
 
     explicit UploadRate(const Window& window) : window_(window) {}
 
-    /// Notes that `bytes` have been sent by `now`; returns whether a sample was taken. Begins anew when a part that is
-    /// sent again takes the upload back.
+    /// Notes that `bytes` have been sent by `now`; returns whether a sample was taken. Starts over when `bytes` falls
+    /// because a part is sent again.
     bool update(std::int64_t bytes, Time now);
 
-    /// Absent until there is enough to go by.
+    /// Absent until the samples span `Window::enough`.
     std::optional<double> bytesPerSecond() const;
 
 private:

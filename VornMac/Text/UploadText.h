@@ -14,12 +14,12 @@ namespace vorn {
 
 ScreenText uploadText(const UploadPhase& phase);
 
-inline constexpr const char* archiveName = "vorn-nimbrel-export.zip"; ///< the bar's name
+inline constexpr const char* archiveName = "vorn-nimbrel-export.zip"; ///< the name of the bar, and of a saved copy
 
 /// The state of an upload's bar. A value.
 struct UploadBar {
     double value = 0;        ///< 0…1
-    bool isMeasured = false; ///< it is known how much is done
+    bool isMeasured = false; ///< whether it is known how much is done
     bool isBusy = false;     ///< work goes on, but its progress is unknown
     bool operator==(const UploadBar&) const = default;
 
@@ -30,7 +30,7 @@ UploadBar uploadBar(const UploadPhase& phase);
 /// The state of the reward during its upload.
 RewardStatus rewardStatus(const UploadPhase& phase);
 
-/// `fraction`, 0…1, in whole percents, rounded down: 100 means that all is done.
+/// `fraction`, 0…1, in whole percent, rounded down: 100 means that everything is done.
 int wholePercents(double fraction);
 std::string percentText(double fraction);  ///< "42 percent", for a screen reader
 std::string percentLabel(double fraction); ///< "42 %"

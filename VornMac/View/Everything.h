@@ -15,9 +15,9 @@
 
 namespace vorn {
 
-/// The page over the find screen that shows everything that would be uploaded and what was left out, and saves a copy
-/// of it. Closes by itself when its content goes: when the step changes, the session ends, or the chat is looked for
-/// again. Threads: the model's.
+/// The page over the find screen that shows everything an upload would contain and what was left out, and saves a copy
+/// of the archive. Closes by itself when its content goes: when the step changes, the session ends, or the chat is
+/// looked for again. Threads: the model's.
 class Everything : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -63,7 +63,7 @@ public:
     void setWords(const QString& words);
     QString listed() const; ///< how many messages are listed
     bool isComplete() const { return messages_.isComplete(); }
-    QString nothingFound() const; ///< replaces a list without rows; empty if there are some
+    QString nothingFound() const; ///< shown when a finished search has no matches; otherwise empty
     QStringList leftOutLabels() const { return leftOut_.labels; }
     QStringList leftOutCounts() const { return leftOut_.counts; }   ///< one for each row
     QStringList leftOutReasons() const { return leftOut_.reasons; } ///< one for each row

@@ -81,7 +81,7 @@ void EverythingList::appendHits(const Hits& hits)
     const int first = rowCount();
     beginInsertRows({}, first, first + static_cast<int>(hits.size()) - 1);
     if (hits_) {
-        hits_->reserve(total()); // takes no memory until it is used; growing would leave old blocks behind
+        hits_->reserve(total()); // unused space takes no memory; growing would leave old blocks behind
         hits_->insert(hits_->end(), hits.begin(), hits.end());
     }
     endInsertRows();

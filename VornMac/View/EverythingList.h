@@ -20,9 +20,9 @@
 
 namespace vorn {
 
-/// Every message that was found, or those that match a search. Shares the export result and makes a row when it is
-/// requested: a million messages take no more memory, and a search four bytes for each match. Roles are the parts of a
-/// `MessageEntry`, and `spoken` for a screen reader. Threads: the model's.
+/// Every message that was found, or those that match a search. Shares the export result and makes a row only when it is
+/// requested: a million messages take no extra memory, and a search takes four bytes per match. The roles are the parts
+/// of a `MessageEntry`, and `spoken` for a screen reader. Threads: the model's.
 class EverythingList : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
@@ -46,24 +46,24 @@ public:
     EverythingList();
     ~EverythingList() override;
 
-    /// Shows `exportResult`, which may be null, without a search. Searches run in `background` and return to `context`.
-    /// Both outlive this, and `context` is shut down first.
+    /// Shows `exportResult`, which may be null, without a search. Searches run on `background` and return to `context`.
+    /// Both outlive this object, and `context` is shut down first.
     void show(AppModel::ExportResult exportResult, MainContext* context, BackgroundExecutor* background);
-    /// Shows only the messages that hold `words`; all if there are none. The old rows stay until the first matches
-    /// arrive; the others follow bit by bit.
+    /// Shows only the messages that contain `words`; all of them if `words` is blank. The old rows stay until the first
+    /// batch has been searched; the matches of later batches are appended.
     void search(std::string_view words);
 
     std::size_t count() const;                                   ///< of rows
     std::size_t total() const;                                   ///< of messages
     bool isSearch() const noexcept { return hits_.has_value(); } ///< whether the rows are matches of a search
-    bool isComplete() const noexcept { return isComplete_; }     ///< whether a search has ended
+    bool isComplete() const noexcept { return isComplete_; }     ///< false while a search runs
 
     int rowCount(const QModelIndex& parent = {}) const override;
     QVariant data(const QModelIndex& index, int role) const override;
     QHash<int, QByteArray> roleNames() const override;
 
 signals:
-    void listedChanged(); ///< the number of rows has changed, or a search has ended
+    void listedChanged(); ///< the number of rows may have changed, or a search has begun or ended
 
 private:
     using Hits = std::vector<std::uint32_t>; ///< indexes into the export result
@@ -78,9 +78,9 @@ private:
     MainContext* context_ = nullptr;
     BackgroundExecutor* background_ = nullptr;
     std::unique_ptr<LocalDates> dates_; ///< null without a result
-    std::optional<Hits> hits_;          ///< nothing without a search
+    std::optional<Hits> hits_;          ///< absent without a search
     bool isComplete_ = true;
-    /// The roles of one row are requested one after the other.
+    /// Kept because the roles of one row are requested one after another.
     mutable std::optional<std::pair<std::size_t, MessageEntry>> lastEntry_;
     Task searching_;
 };

@@ -72,7 +72,7 @@ public:
     static QString account() { return vorn::account; }
     static QString signOut() { return vorn::signOutOfThisMac; }
 
-    static QString stepIsDone() { return vorn::stepIsDone; } ///< for a screen reader, as is the next
+    static QString stepIsDone() { return vorn::stepIsDone; } ///< for a screen reader, like `stepIsNext`
     static QString stepIsNext() { return vorn::stepIsNext; }
 
     static QString codeName() { return vorn::codeName; } ///< for a screen reader

@@ -11,7 +11,7 @@
 
 namespace vorn {
 
-/// Messages for their bubbles. Roles: `text`; `spoken`, the same with its sender, for a screen reader; and `fromMe`,
+/// Messages shown as bubbles. Roles: `text`; `spoken`, the same with its sender, for a screen reader; and `fromMe`,
 /// whether the user is the sender. Threads: the model's.
 class PreviewList : public QAbstractListModel {
     Q_OBJECT
@@ -23,8 +23,8 @@ public:
 
     using QAbstractListModel::QAbstractListModel;
 
-    /// Shows the end of `exportResult`, which may be null: at most six messages, whatever its size. Keeps no reference
-    /// to it.
+    /// Shows the last messages of `exportResult`, which may be null: at most six, however many there are. Keeps no
+    /// reference to it.
     void show(const AppModel::ExportResult& exportResult);
     void show(const std::vector<PreviewedMessage>& messages);
     /// Shows what `other` shows now.

@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-constexpr auto betweenLooks = std::chrono::seconds(1); // between looks at the time that is left
+constexpr auto betweenLooks = std::chrono::seconds(1); // how often the time left is updated
 
 } // namespace
 
@@ -32,7 +32,7 @@ ScreenModel::ScreenModel(const ScreenModel& shown, QObject* parent)
 
 ScreenModel* ScreenModel::asItWas(QObject* screen) const
 {
-    return new ScreenModel(*this, screen); // NOLINT(cppcoreguidelines-owning-memory): its parent's
+    return new ScreenModel(*this, screen); // NOLINT(cppcoreguidelines-owning-memory): owned by its parent
 }
 
 void ScreenModel::follow()
@@ -75,8 +75,8 @@ void ScreenModel::refresh()
     compare(&Shown::isOutcomeFinal, &ScreenModel::outcomeChanged);
     compare(&Shown::text, &ScreenModel::textChanged);
     compare(&Shown::restore, &ScreenModel::restorePhaseChanged);
-    compare(&Shown::step, &ScreenModel::stepChanged);        // a new screen then reads everything
-    for (const auto signal : changes) emit(this->*signal)(); // a slot may change the model and re-enter this
+    compare(&Shown::step, &ScreenModel::stepChanged);        // last: a new screen reads everything
+    for (const auto signal : changes) emit(this->*signal)(); // a slot may change the model and re-enter `refresh`
 }
 
 void ScreenModel::showExport()
@@ -93,7 +93,7 @@ void ScreenModel::enterStep()
     refresh();
 }
 
-// The code's time.
+// The code's lifetime.
 
 void ScreenModel::restartCountdown()
 {

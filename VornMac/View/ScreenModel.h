@@ -17,12 +17,12 @@
 namespace vorn {
 
 /// The application model as the screens see it: its state in QML's types, the finished texts of the step's screen, and
-/// its operations. `VornMac/Text` has the words. A property's signal is sent once when a change of the model has
-/// changed it. Properties that depend on the time of day as well, such as a cooldown, are computed whenever the model
+/// its operations. The words are in `VornMac/Text`. A property's signal is emitted once when a change of the model has
+/// changed it. Properties that also depend on the current time, such as a cooldown, are computed whenever the model
 /// changes and before a screen is shown.
 ///
-/// A screen that fades out keeps showing its last state: `stepLeft` is sent before anything of the next step, and
-/// `asItWas` returns a copy of the model for it that stays as it is.
+/// A screen that fades out keeps showing its last state: `stepLeft` is emitted before anything of the next step, and
+/// `asItWas` returns an unchanging copy of this object for that screen.
 /// Threads: the model's.
 class ScreenModel : public QObject {
     Q_OBJECT
@@ -73,13 +73,13 @@ public:
     /// `context` and `clock` are the model's. All three outlive this, and `context` is shut down first.
     ScreenModel(AppModel& model, MainContext& context, Clock& clock);
 
-    /// Returns a copy that keeps showing the present state, owned by `screen`. It sends no signals, and its operations
+    /// Returns a copy that keeps showing the current state, owned by `screen`. It emits no signals, and its operations
     /// do nothing.
     Q_INVOKABLE vorn::ScreenModel* asItWas(QObject* screen) const;
 
-    /// No step is shown before this: it is not known yet who is signed in.
+    /// Whether it is known who is signed in, if anyone; no step is shown before that.
     bool isRestored() const { return shown_.restore.isOver; }
-    const ShownText& keychain() const { return shown_.restore.text; } ///< what is shown instead
+    const ShownText& keychain() const { return shown_.restore.text; } ///< shown instead of a step
     int step() const { return static_cast<int>(shown_.step); }        ///< from 0
     QString stepName() const { return QString::fromUtf8(nameOf(shown_.step)); }
     int stepCount() const { return static_cast<int>(stepNames.size()); }
@@ -87,7 +87,7 @@ public:
     QString position() const;                             ///< of the step among all, for a screen reader
     bool isSignedIn() const { return shown_.user.isSignedIn; }
     QString identity() const { return shown_.user.identity; } ///< who is signed in; empty without a session
-    QString initial() const { return shown_.user.initial; }   ///< the name's first, in upper case; may be empty
+    QString initial() const { return shown_.user.initial; }   ///< the name's first character, upper case; may be empty
 
     bool isCodeRead() const { return shown_.link.isCodeRead; } ///< by the phone, on which the user must confirm
     bool hasLinkFailed() const { return shown_.link.hasFailed; }
@@ -97,7 +97,7 @@ public:
     /// Whole seconds until the code expires, rounded up; never below 0, and 0 unless `linkExpires`. Counts down while
     /// the link screen is shown.
     int linkSecondsLeft() const { return linkSecondsLeft_; }
-    QString linkTimeLeft() const; ///< the same as "1:58"
+    QString linkTimeLeft() const; ///< `linkSecondsLeft` as "1:58"
 
     const ShownConsent& consent() const { return shown_.consent; }
     bool understandsUpload() const { return shown_.understandsUpload; }
@@ -118,9 +118,9 @@ public:
     const ShownUploadBar& uploadBar() const { return shown_.uploadBar; }
 
     const ShownReward& reward() const { return shown_.reward; } ///< the submission's, else the quest's: "$12.50"
-    /// The reward's amount while it is counted up: `part` of it, 0…1.
+    /// What is shown while the reward's amount is counted up: `part` of it, 0…1.
     Q_INVOKABLE QString countedReward(double part) const;
-    /// Whether the reward of a submission was paid since the last call: it is celebrated once.
+    /// Returns true once for each approved submission, on the last step: its reward is celebrated once.
     Q_INVOKABLE bool takeMoment();
     bool isOutcomeFinal() const { return shown_.isOutcomeFinal; } ///< there is nothing more to wait for
 
@@ -129,7 +129,7 @@ public:
     /// After a refusal: links this Mac, whatever is stored.
     Q_INVOKABLE void startSignedOut();
     Q_INVOKABLE void backToConsent() { call(&AppModel::go, Step::consent); }
-    /// Looks for the chat, on the find screen; there, looks again.
+    /// Goes to the find screen, which looks for the chat; if that is shown, looks again.
     Q_INVOKABLE void lookForChat() { call(&AppModel::go, Step::find); }
     Q_INVOKABLE void startLinking() { call(&AppModel::startLinking); }
     Q_INVOKABLE void acceptConsent() { call(&AppModel::acceptConsent); }
@@ -144,7 +144,7 @@ public:
 
 signals:
     void restorePhaseChanged();
-    void stepLeft(); ///< the step before is still shown
+    void stepLeft(); ///< emitted while the previous step is still shown
     void stepChanged();
     void textChanged();
     void sessionChanged();
@@ -185,7 +185,7 @@ private:
         bool isFound = false;
         bool operator==(const Scan&) const = default;
     };
-    /// Each signal belongs to one member.
+    /// Each member has a signal of its own.
     struct Shown {
         Restore restore;
         Step step = Step::link;
@@ -204,7 +204,7 @@ private:
         ShownReward reward;
         bool isOutcomeFinal = false;
     };
-    /// Texts about an export, made anew only for another one.
+    /// Texts about an export result, made anew when it changes or a step is entered.
     struct Found {
         QStringList labels;
         QStringList values;
@@ -213,7 +213,7 @@ private:
 
     ScreenModel(const ScreenModel& shown, QObject* parent);
 
-    /// Does nothing in a copy by `asItWas`.
+    /// Does nothing in a copy made by `asItWas`.
     template <class... Taken, class... Given>
     void call(void (AppModel::*operation)(Taken...), Given... given)
     {
@@ -241,7 +241,7 @@ private:
     void followUpload();
     Async<> runUploadWatch();
 
-    AppModel* model_; ///< null in a copy by `asItWas`
+    AppModel* model_; ///< null in a copy made by `asItWas`
     MainContext* context_;
     Clock* clock_;
     TimeLeft timeLeft_; ///< of the upload; constructed before the members that use it
@@ -251,8 +251,8 @@ private:
     Everything everything_;
     int linkSecondsLeft_ = 0;
     Task countdown_;
-    Task uploadWatch_;                      ///< while it is sent
-    std::optional<std::string> celebrated_; ///< the last submission that was celebrated
+    Task uploadWatch_;                      ///< runs while the upload is sent
+    std::optional<std::string> celebrated_; ///< the id of the last submission that was celebrated
 };
 
 } // namespace vorn

@@ -58,7 +58,7 @@ SubmissionStatus ScreenModel::submission() const
     return model_->submission().value_or(SubmissionStatus{});
 }
 
-// The submission of an earlier upload is known until the next has one: before the last step it means nothing.
+// An earlier upload's submission stays known until the next upload has one, so it counts only on the last step.
 ShownReward ScreenModel::currentReward() const
 {
     if (model_->step() != Step::done) return {model_->reward(), rewardStatus(model_->uploadPhase())};

@@ -52,7 +52,7 @@ public:
     bool operator==(const ShownReward&) const = default;
 
     QString amount;
-    bool isAmount = false; ///< rather than a text for an unknown one
+    bool isAmount = false; ///< false if `amount` is a phrase for an unknown amount
     int standing = 0;
     QString status;
 };
