@@ -13,7 +13,7 @@ T.Popup {
     height: implicitContentHeight + topPadding + bottomPadding
     implicitHeight: height
     modal: true
-    // The panel was opened by key, but Qt gives the focus in a popup a reason of its own.
+    // A key opens the panel, so its focus must be visible: Qt would give the focus in a popup a reason of its own.
     onOpened: (parent.Window.activeFocusItem as PushButton).focusReason = Qt.TabFocusReason
     T.Overlay.modal: Rectangle {
         color: Theme.scrim

@@ -4,8 +4,8 @@ import Vorn.Drawing
 import Vorn.System
 import Vorn.View
 
-/// A drawing of the pane of System Settings that the user needs, in its window. Vorn's row can be dragged into the real
-/// one, and is highlighted while `pulses`.
+/// A drawing of the System Settings pane that the user needs, in its window. Vorn's row can be dragged into the real
+/// pane, and glows while `pulses`.
 Rectangle {
     id: root
 
@@ -52,7 +52,7 @@ Rectangle {
             width: parent.width
         }
         Words {
-            Accessible.ignored: true // the group is called so
+            Accessible.ignored: true // the group already has this name
             font.family: Theme.fonts.title.family
             font.pixelSize: Theme.fonts.title.pixelSize * 0.7
             font.weight: Font.DemiBold

@@ -3,8 +3,8 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// One application of the drawn list, with its switch. Without a symbol it is Vorn, with Vorn's icon. Can be dragged if it
-/// stands for a file.
+/// One application in the drawn list, with its switch. A row without a symbol is Vorn's and shows Vorn's icon. A row
+/// with `dragged` data can be dragged.
 Item {
     id: root
 
@@ -12,7 +12,7 @@ Item {
     property string symbol: ""
     property bool isOn: false
     property bool pulses: false
-    property var dragged: null // its data, by MIME type
+    property var dragged: null // the data to drag, by MIME type; null if the row cannot be dragged
 
     readonly property bool isSeen: visible && Window.visibility !== Window.Hidden && Window.visibility !== Window.Minimized
     readonly property bool isPulsing: pulses && !isOn && isSeen && Theme.motion(1) > 0
@@ -50,7 +50,7 @@ Item {
         opacity: 0.08 * (1 - Math.cos(2 * Math.PI * phase))
         radius: 9
 
-        // A slow glow looks the same in steps, which redraw the window a few times a second instead of sixty.
+        // In steps: a slow glow looks the same, and redraws the window ten times a second instead of sixty.
         Timer {
             id: steps
             interval: 100

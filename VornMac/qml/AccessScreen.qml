@@ -10,8 +10,8 @@ StepScreen {
     /// Without Messages there is nothing to grant access to yet.
     readonly property bool isMuted: model.access === ScreenModel.Access.NoDatabase
 
-    /// The first step is the next one, and the button does it. Whether the user has done the others is unknown until
-    /// all are done.
+    /// Whether the first step is the next one, which the primary button does. Whether the other steps are done is
+    /// unknown until access is granted.
     readonly property bool isFirstNext: model.access === ScreenModel.Access.Denied
     readonly property string standing: isGranted ? Labels.stepIsDone : ""
 
@@ -23,8 +23,8 @@ StepScreen {
             model.openFullDiskAccessSettings();
     }
 
-    // Continues only on a change while the screen is shown: a database that opens may still fail to be read, and the
-    // way back here must not bounce.
+    // Continues only when access changes while the screen is shown: a database that opens may still be unreadable, and
+    // a user who is sent back here must not be sent on at once.
     Connections {
         target: root.model
         function onAccessChanged() {
@@ -32,7 +32,7 @@ StepScreen {
                 root.model.goOnOnceAccessIsSeen();
         }
     }
-    // The user returns from System Settings.
+    // The user may have returned from System Settings.
     Connections {
         target: Application
         function onStateChanged() {
@@ -69,7 +69,7 @@ StepScreen {
         }
         QuietLinkStyle {
             label: Labels.showInFinder
-            x: 36 // in line with the step that it belongs to
+            x: 36 // aligned with the text of its step
             onClicked: root.model.revealAppInFinder()
         }
     }

@@ -10,7 +10,7 @@ PushButton {
 
     required property ScreenModel model
 
-    /// A user who opens the menu by keyboard sees the focus in it, and afterwards on the button.
+    /// The focus reason in the menu, and afterwards on the button: one that shows the focus if a key opened the menu.
     property int menuReason: Qt.PopupFocusReason
 
     /// Closes the menu without taking the focus back.

@@ -10,7 +10,7 @@ Item {
 
     signal signOut
 
-    /// Gives the first entry's focus the right reason. Qt sets its own whenever a popup opens.
+    /// Sets the reason for the first entry's focus. Qt sets one of its own whenever a popup opens.
     function showFocus(reason: int) {
         out.focusReason = reason;
     }

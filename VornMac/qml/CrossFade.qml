@@ -1,8 +1,8 @@
 import QtQuick
 import Vorn.Components
 
-/// Shows one screen, and fades to the next when `screen` changes. The outgoing screen takes no input, and keeps showing
-/// what it showed when it was frozen.
+/// Shows one screen, and fades to the next when `screen` changes. The outgoing screen takes no input and keeps showing
+/// its state from when it was frozen.
 FocusScope {
     id: root
 

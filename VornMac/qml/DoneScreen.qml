@@ -6,7 +6,7 @@ import Vorn.View
 StepScreen {
     id: root
 
-    primaryIsQuiet: !model.isOutcomeFinal // leaving is not yet the thing to do
+    primaryIsQuiet: !model.isOutcomeFinal // there is no reason to leave yet
     onPrimary: model.lookForChat()
 
     Repeater {
@@ -16,7 +16,7 @@ StepScreen {
             required property string modelData
 
             text: modelData
-            width: parent ? parent.width : 0 // null once the screen goes
+            width: parent ? parent.width : 0 // null while the screen is being destroyed
         }
     }
     StatusLine {

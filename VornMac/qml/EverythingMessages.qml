@@ -2,8 +2,8 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// Every message under its day, from the first. Arrow keys lead from one to the next, and through one that is higher
-/// than the view.
+/// Every message, oldest first, under its day. The arrow keys move to the next message, and scroll through one that is
+/// taller than the view.
 ListView {
     id: root
 
@@ -15,7 +15,7 @@ ListView {
     Accessible.role: Accessible.List
     activeFocusOnTab: count > 0
     boundsBehavior: Flickable.StopAtBounds
-    cacheBuffer: 0 // a row made ahead may be created after a search has removed it
+    cacheBuffer: 0 // a row buffered ahead may be created after a search has removed it
     clip: true
     highlightMoveDuration: 0
     keyNavigationEnabled: false
@@ -24,7 +24,8 @@ ListView {
     reuseItems: true
     section.property: "day"
 
-    // Drags by rows: with estimated heights, a list dragged beyond its end makes all rows on the way back.
+    // Scrolls to a row, not a position: heights are estimates, and a list dragged beyond its end creates all rows on
+    // the way back.
     ScrollBarStyle {
         id: bar
         anchors.bottom: parent.bottom
@@ -61,7 +62,7 @@ ListView {
     delegate: EverythingRow {
         Accessible.focusable: ListView.isCurrentItem
         width: ListView.view ? ListView.view.width : 0
-        // Hides a row in the pool from screen readers too.
+        // Hides pooled rows from screen readers as well.
         ListView.onPooled: visible = false
         ListView.onReused: visible = true
     }
@@ -72,12 +73,12 @@ ListView {
     }
     Keys.onPressed: event => event.accepted = root.moves(event.key)
 
-    /// Shows the row at that fraction of the list, 0…1.
+    /// Scrolls to the row at the fraction `part` of the list, 0…1.
     function jumpTo(part: real) {
         positionViewAtIndex(Math.round(Math.max(0, Math.min(1, part)) * (count - 1)), ListView.Beginning);
     }
 
-    /// Moves as `key` says; returns false if it leads nowhere.
+    /// Moves as `key` says; returns false for an empty list and for a key that does not move.
     function moves(key: int): bool {
         if (count === 0)
             return false;
@@ -117,10 +118,10 @@ ListView {
         const next = currentIndex + by;
         goTo(next, ListView.Contain);
         if (by < 0 && next >= 0 && currentItem.height > height)
-            positionViewAtIndex(next, ListView.End); // entered from below: its end first
+            positionViewAtIndex(next, ListView.End); // entered from below: show its end first
     }
 
-    /// Moves what was at the edge `at` to the opposite one.
+    /// Turns a page: moves the row at the edge `at` to the opposite edge, or scrolls within it if it fills the view.
     function turnPage(at: real, place: int) {
         const down = place === ListView.Beginning;
         const index = indexNear(at, down ? -1 : 1);
@@ -130,7 +131,7 @@ ListView {
             goTo(index, place);
     }
 
-    /// The row at `at`, or the next one in the direction `by` if there is a heading.
+    /// The row at `at`, or if a heading is there, the next row in the direction `by`; -1 if none is in view.
     function indexNear(at: real, by: int): int {
         let index = -1;
         for (let y = at; index < 0 && y >= contentY && y < contentY + height; y += 8 * by)

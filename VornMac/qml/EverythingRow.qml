@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.Drawing
 
-/// One message with everything that is uploaded of it, marked in its sender's colour.
+/// One message with everything of it that is uploaded, beside a bar in its sender's colour.
 Item {
     id: root
 
@@ -15,7 +15,7 @@ Item {
     required property string spoken
     required property bool fromMe
 
-    // Explicit, since a Column sets its height one frame later: too late for a list that goes to its end.
+    // Laid out by hand: a Column sets its height one frame later, too late for a list that scrolls to its end.
     readonly property real inset: 24
     readonly property real room: width - 2 * inset
     readonly property real spacing: 4

@@ -15,7 +15,7 @@ FocusScope {
 
     focus: true
 
-    // The screen below handles keys as well.
+    // RootView handles the keys that are not accepted here.
     Keys.onShortcutOverride: event => event.accepted = event.key === Qt.Key_Escape
     Keys.onEscapePressed: page.close()
     Keys.onPressed: event => {
@@ -57,13 +57,13 @@ FocusScope {
                 LeftOutRow {
                     required property int index
 
-                    // Qt 6.4 cannot bind a delegate to the ids around it.
+                    // Outer ids count as unqualified: Qt 6.4 has no `pragma ComponentBehavior: Bound`.
                     // qmllint disable unqualified
                     count: root.page.leftOutCounts[index] ?? ""
                     label: root.page.leftOutLabels[index] ?? ""
                     reason: root.page.leftOutReasons[index] ?? ""
                     // qmllint enable unqualified
-                    width: parent ? parent.width : 0 // null once the page goes
+                    width: parent ? parent.width : 0 // null while the page is being destroyed
                 }
             }
             Words {
@@ -86,7 +86,7 @@ FocusScope {
                     color: Theme.secondary
                     font: Theme.fonts.caption
                     text: modelData
-                    width: parent ? parent.width : 0 // null once the page goes
+                    width: parent ? parent.width : 0 // null while the page is being destroyed
                 }
             }
         }

@@ -1,8 +1,8 @@
 import QtQuick
 
-/// One of the two screens of a fade. The incoming one is rendered once, with the window's background below it, and
-/// shown as one picture over the other: nothing shines through overlapping items, and few frames draw its texts. The
-/// software renderer's layers are opaque and appear a frame late, which does not show here.
+/// One of the two screens of a cross-fade. The incoming one is rendered into a layer, with the window's background
+/// below it, and shown over the other as one image: overlapping items do not show through each other, and few frames
+/// draw its text. The software renderer's layers are opaque and appear one frame late, which is not noticeable here.
 Item {
     id: root
 

@@ -6,11 +6,11 @@ import Vorn.View
 StepScreen {
     id: root
 
-    /// Whether looking again is the way on, because there is nothing to upload.
+    /// Whether there is nothing to upload, so that the primary button looks for the chat again.
     readonly property bool isDeadEnd: model.text.primary.length === 0
 
     otherTitle: isDeadEnd ? "" : model.text.retry
-    primaryIgnoresReturn: !isDeadEnd // an upload is pressed on purpose
+    primaryIgnoresReturn: !isDeadEnd // an upload is never started by a stray Return
     primaryEnabled: isDeadEnd || model.canUpload
     primaryTitle: isDeadEnd ? model.text.retry : model.text.primary
     onBack: model.backToConsent()

@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Components
 
-/// What happened, and, quieter, what to do about it. Hidden when there is nothing to say.
+/// What happened and, in a quieter colour, what to do about it. Hidden when there is nothing to say.
 Column {
     id: root
 

@@ -2,7 +2,8 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// Replaces the screens until it is known who is signed in: what is waited for, and what to do after a refusal.
+/// Shown instead of the screens until it is known who is signed in: what Vorn waits for, and what to do after a
+/// refusal.
 Column {
     id: root
 

@@ -3,7 +3,7 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The end of the chat that was found; the shape of one while it is looked for.
+/// The last messages of the chat that was found; a placeholder while it is looked for; a symbol if there is none.
 PreviewPanel {
     id: root
 

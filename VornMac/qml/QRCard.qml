@@ -3,12 +3,12 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The code on its plate in a viewfinder, with the time until the next one below. Once the phone has read the code, it
-/// is covered; while there is none, the shape of one takes its place.
+/// The QR code on its plate in a viewfinder, above the time until the next code. A symbol replaces a code that the
+/// phone has read; a placeholder is shown while the code is awaited.
 Item {
     id: root
 
-    required property bool expires // the time is known
+    required property bool expires // whether `timeLeft` is known
     required property string payload // empty without a code
     required property string timeLeft
     required property bool isScanned
@@ -99,7 +99,7 @@ Item {
         anchors.horizontalCenter: finder.horizontalCenter
         anchors.top: finder.bottom
         anchors.topMargin: 24
-        // Keeps its place without a code, so that nothing jumps when one comes.
+        // Takes its space even without a code, so that nothing jumps when one appears.
         opacity: root.countsDown ? 1 : 0
         Accessible.role: Accessible.StaticText
         Accessible.name: root.countsDown ? label.text + time.text : ""

@@ -3,7 +3,7 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The quest's reward and its state: a symbol and a word. An unpaid reward is muted.
+/// The quest's reward and its state, as a symbol and a text. A refused or stopped reward is muted.
 Item {
     id: root
 
@@ -11,11 +11,11 @@ Item {
 
     required property string heading
     required property string amount
-    required property bool isAmount // rather than a text for an unknown one
+    required property bool isAmount // false if `amount` is a text for an unknown amount
     required property string status
     required property int standing // a RewardCard.Standing
 
-    // Animated in the moment of the payment.
+    // Animated by `RewardPanel` when the reward is paid.
     property string countedAmount: root.amount
     property real checkDrawn: 1 // 0…1
     property real checkOpacity: 1
@@ -107,7 +107,8 @@ Item {
                         id: amountRoom
                         font: Theme.fonts.amount
                     }
-                    // While the amount is counted, its digits grow to the right and the currency sign stands still.
+                    // While the amount counts up, it is left-aligned at its final place, so that the currency sign does
+                    // not move.
                     Words {
                         id: figure
                         Accessible.ignored: true

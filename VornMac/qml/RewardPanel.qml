@@ -3,14 +3,14 @@ import Vorn.Components
 import Vorn.Drawing
 import Vorn.View
 
-/// The panel beside an upload and its review. A payment has a moment of its own, once.
+/// The panel beside an upload and its review. A payment is celebrated once.
 PreviewPanel {
     id: root
 
     required property ScreenModel model
 
     readonly property bool isPaid: model.reward.standing === RewardCard.Paid
-    property real counted: 1 // of the amount, 0…1
+    property real counted: 1 // the part of the amount counted so far, 0…1
 
     caption: ""
     onIsPaidChanged: celebrate()

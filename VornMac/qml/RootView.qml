@@ -2,7 +2,7 @@ import QtQuick
 import Vorn.Components
 import Vorn.View
 
-/// The window's content: the screen of the model's step, and the signed-in user.
+/// The window's content: the screen of the model's step, and the account menu.
 Rectangle {
     id: root
 
@@ -11,7 +11,7 @@ Rectangle {
     color: Theme.background
     Component.onCompleted: model.start()
 
-    // Keys that no control has taken.
+    // Keys that no control has handled.
     Keys.onPressed: event => {
         event.accepted = !event.isAutoRepeat && takesKey(event.key, event.modifiers);
     }
@@ -72,7 +72,7 @@ Rectangle {
                 screens.forceActiveFocus();
         }
     }
-    // Created when somebody signs in for the first time.
+    // Created when a user first signs in.
     Loader {
         id: account
 
@@ -148,7 +148,7 @@ Rectangle {
         return true;
     }
 
-    // A popup over a screen takes its keys away.
+    // Not called while a popup is open, since it receives the keys.
     function goOn() {
         if (model.everything.isOpen)
             return;

@@ -24,7 +24,7 @@ Rectangle {
             StatisticsRow {
                 required property int index
 
-                // Qt 6.4 cannot bind a delegate to the ids around it.
+                // Outer ids count as unqualified: Qt 6.4 has no `pragma ComponentBehavior: Bound`.
                 // qmllint disable unqualified
                 hasDivider: index > 0
                 label: root.labels[index] ?? ""

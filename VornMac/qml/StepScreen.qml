@@ -16,7 +16,7 @@ OnboardingLayout {
     title: model.text.title
     totalSteps: model.stepCount
 
-    /// Does what the primary button does, for Return anywhere.
+    /// Triggers the primary action, for Return anywhere on the screen.
     function goOn() {
         if (primaryTitle.length > 0 && primaryEnabled && !primaryIsQuiet && !primaryIgnoresReturn)
             primary();
@@ -27,7 +27,7 @@ OnboardingLayout {
             back();
     }
 
-    /// Repeats what failed or found nothing, if the actions offer that.
+    /// Repeats what failed or found nothing, if a button offers that.
     function tryAgain() {
         if (model.text.retry.length === 0)
             return;
@@ -37,7 +37,7 @@ OnboardingLayout {
             other();
     }
 
-    /// Keeps showing the present state, whatever becomes of the model, and disables the controls.
+    /// Keeps showing the present state, whatever becomes of the model; the controls do nothing from now on.
     function freeze() {
         root.model = root.model.asItWas(root);
     }

@@ -7,9 +7,9 @@ Item {
     component Corner: CornerBracket {
         color: Theme.ink
         height: width
-        radius: 38 // the plate's, and the gap between them
+        radius: 38 // the plate's radius plus the gap to the plate
         thickness: 3
-        width: 48 + thickness // an arm, and the round end of its stroke
+        width: 48 + thickness // an arm plus the round cap of its stroke
         Accessible.ignored: true
     }
 

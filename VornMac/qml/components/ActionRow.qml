@@ -1,7 +1,7 @@
 import QtQuick
 
-/// The actions: the next one at the right end, the way back at the left. A button without a title is hidden. Each keeps
-/// its place, whichever others there are.
+/// The action buttons: the primary one at the right end, the other one beside it, and Back at the left end. A button
+/// without a title is hidden.
 Item {
     id: root
 
@@ -9,7 +9,7 @@ Item {
     property string otherTitle: ""
     required property string primaryTitle
     property bool primaryEnabled: true
-    /// Draws the primary action like the others, when waiting is better than pressing it.
+    /// Draws the primary button like the others, for when waiting is better than pressing it.
     property bool primaryIsQuiet: false
 
     signal back

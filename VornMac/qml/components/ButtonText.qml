@@ -1,6 +1,6 @@
 import QtQuick
 
-/// The text of a button. Screen readers know the button alone.
+/// The text of a button. Screen readers see only the button.
 Text {
     Accessible.ignored: true
     textFormat: Text.PlainText

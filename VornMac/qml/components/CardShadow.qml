@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Drawing
 
-/// The shadow of its parent, a card: down and soft, the same everywhere.
+/// The shadow of its parent, a card: soft, offset downwards, and the same for every card.
 SoftShadow {
     id: root
 

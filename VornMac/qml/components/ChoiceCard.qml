@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Choices in a column with dividers. The frame shows when all are made.
+/// Choices in a column with dividers. The frame is emphasised once all boxes are ticked.
 Rectangle {
     id: root
 
@@ -28,7 +28,7 @@ Rectangle {
 
             color: Theme.divider
             height: 1
-            // Qt 6.4 cannot bind a delegate to the ids around it.
+            // Outer ids count as unqualified: Qt 6.4 has no `pragma ComponentBehavior: Bound`.
             // qmllint disable unqualified
             width: root.width - x - 1
             // qmllint enable unqualified

@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Vorn.Drawing
 
-/// A check box with text. It has no frame: a `ChoiceCard` has one.
+/// A check box with text. The frame around it is drawn by the `ChoiceCard`.
 T.AbstractButton {
     id: root
 
@@ -25,7 +25,7 @@ T.AbstractButton {
     rightPadding: 14
     focusPolicy: Qt.StrongFocus
     hoverEnabled: true
-    checkable: true // makes it a check box to readers; Qt's own type for one leaks while they listen
+    checkable: true // makes it a check box to screen readers; Qt's own CheckBox leaks while one is active
     checked: isOn
     // The owner decides what is chosen: reverts the check mark that the click has set.
     onClicked: {
@@ -81,7 +81,7 @@ T.AbstractButton {
         }
     }
 
-    // Inside, since there are other boxes around it.
+    // Inside the box: around it, the ring would overlap the neighbouring boxes.
     FocusRing {
         anchors.margins: 3
         cornerRadius: root.cornerRadius - 4

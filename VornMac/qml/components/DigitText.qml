@@ -1,8 +1,8 @@
 import QtQuick
 
-/// Text whose digits are all as wide as the widest, so that a count does not jump and columns line up. Each of the
-/// digits 0 to 9 has a cell of its own; the text between them stays together, as letters may join, and so does all of a
-/// text written from right to left.
+/// Text whose digits are all as wide as the widest, so that a count does not jump and columns line up. Each digit 0 to
+/// 9 has a cell of its own. The text between digits stays in one piece, as its letters may join; text with
+/// right-to-left characters is not split at all.
 Row {
     id: root
 
@@ -11,30 +11,32 @@ Row {
     property color color: Theme.ink
 
     readonly property var pieces: piecesOf(text)
-    /// Not rounded: with whole pixels, digits would stand apart.
+    /// Not rounded up to whole pixels: the digits would look too far apart.
     readonly property real digitWidth: Math.max(...Array.from("0123456789", digit => widthOf(digit, metrics.font)))
 
     baselineOffset: metrics.ascent
 
-    /// `font` is the metrics' own, passed so that a new font updates the result.
+    /// `font` is always the metrics' font: passing it makes the caller's binding follow changes of the font.
     function widthOf(piece: string, font: font): real {
         return metrics.advanceWidth(piece);
     }
 
-    /// Whether `scalar` belongs to Hebrew, Arabic or their neighbours, or is a mark that turns the direction.
+    /// Whether `scalar` is in a right-to-left script, such as Hebrew or Arabic, or is a right-to-left control
+    /// character.
     function isRightToLeft(scalar: string): bool {
         const code = scalar.codePointAt(0);
         return /[\u0590-\u08ff\u200f\u202b\u202e\u2067\ufb1d-\ufdff\ufe70-\ufefc]/.test(scalar) || (code >= 0x10800 && code < 0x11000) || (code >= 0x1e800 && code < 0x1f000);
     }
 
-    /// Whether `scalar` modifies the one before it: a digit with a mark, as in a keycap, is not a digit.
+    /// Whether `scalar` modifies the scalar that precedes it: a digit followed by a mark, as in a keycap, is not a
+    /// digit.
     function isMark(scalar: string): bool {
         const code = scalar.codePointAt(0);
         return /[\u0300-\u036f\u20d0-\u20ff\ufe00-\ufe0f\u200d]/.test(scalar) || (code >= 0xe0100 && code < 0xe01f0);
     }
 
     function piecesOf(text: string): var {
-        // Pairs of surrogates stay together; Qt 6.4 iterates over their halves.
+        // Keeps surrogate pairs together: iterating over a string in Qt 6.4 yields their halves.
         const scalars = text.match(/[\ud800-\udbff][\udc00-\udfff]|[^]/g) ?? [];
         if (scalars.some(isRightToLeft))
             return [text];
@@ -60,11 +62,11 @@ Row {
     }
 
     Repeater {
-        model: root.pieces.length // stays constant while it counts, and so do the items
+        model: root.pieces.length // not the pieces: the items stay while only digits change
 
         Text {
             required property int index
-            // Qt 6.4 cannot bind a delegate to the ids around it.
+            // Outer ids count as unqualified: Qt 6.4 has no `pragma ComponentBehavior: Bound`.
             // qmllint disable unqualified
             readonly property string piece: root.pieces[index] ?? ""
             readonly property bool isDigit: piece.length === 1 && piece >= "0" && piece <= "9"

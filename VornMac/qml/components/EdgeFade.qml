@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Lies over the edge of a scrolling view, whose content fades there instead of being cut.
+/// Overlays an edge of a scrolling view, so that the content fades out instead of being cut off.
 Rectangle {
     id: root
 
@@ -9,7 +9,7 @@ Rectangle {
 
     readonly property color clear: Qt.rgba(surface.r, surface.g, surface.b, 0)
 
-    color: surface // hidden by the gradient, but nothing is drawn without one
+    color: surface // hidden by the gradient, but Qt draws no rectangle with a transparent colour
     gradient: Gradient {
         GradientStop {
             color: root.isAtBottom ? root.clear : root.surface

@@ -1,8 +1,8 @@
 import QtQuick
 import Vorn.Drawing
 
-/// A progress bar with a name above it and figures. It eases from one value to the next, while screen readers get the
-/// true one. If the progress is unknown, a light runs along it.
+/// A progress bar with a label and figures. It eases from one value to the next, while screen readers get the exact
+/// one. While the progress is unknown, a highlight sweeps along the bar.
 Column {
     id: root
 
@@ -11,7 +11,7 @@ Column {
     required property string percentage // the value for a screen reader
     property bool isBusy: false
     property string percents: "" // the value beside the label
-    property string amounts: "" // below the bar, which always leaves room for them
+    property string amounts: "" // the text below the bar, where room for it is always kept
 
     spacing: 10
     Accessible.role: Accessible.ProgressBar

@@ -1,14 +1,14 @@
 import QtQuick
 
 /// A conversation, newest at the bottom. `turns` is a model with the roles `text`, `spoken` and `fromMe`. A long one
-/// scrolls, starting at the newest, and fades at the edges behind which it continues.
+/// scrolls, starting at the newest message, and fades at each edge beyond which it continues.
 Flickable {
     id: root
 
     required property string name // for a screen reader
     property alias turns: bubbles.model
     property bool redacted: false
-    /// The surface below, into which it fades.
+    /// The colour of the surface below, into which the thread fades.
     property color surface: Theme.card
 
     boundsBehavior: Flickable.StopAtBounds
@@ -22,7 +22,7 @@ Flickable {
     Accessible.name: root.name
     Accessible.ignored: redacted
 
-    // Children declared here would scroll along.
+    // Reparented to the view: children of the content would scroll with it.
     EdgeFade {
         height: 32
         opacity: Math.max(0, Math.min(1, root.contentY / height))
@@ -51,13 +51,13 @@ Flickable {
             id: bubbles
 
             delegate: MessageBubble {
-                // Qt 6.4 cannot bind a delegate to the ids around it.
+                // Outer ids count as unqualified: Qt 6.4 has no `pragma ComponentBehavior: Bound`.
                 // qmllint disable unqualified
                 redacted: root.redacted
                 width: column.width
                 // qmllint enable unqualified
             }
-            // Only the last of several in a row from one side has a tail.
+            // Only the last of several consecutive messages from one side has a tail.
             onItemAdded: (index, item) => {
                 const before = itemAt(index - 1) as MessageBubble;
                 if (!before)

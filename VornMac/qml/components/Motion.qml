@@ -1,6 +1,6 @@
 import QtQuick
 
-/// Whether a continuous animation may run: `item` is visible, and the user wants motion.
+/// Whether a continuous animation may run: `item` and its window are visible, and the user has not reduced motion.
 QtObject {
     id: root
 

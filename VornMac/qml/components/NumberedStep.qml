@@ -55,7 +55,7 @@ Item {
         anchors.leftMargin: 12
         anchors.right: parent.right
         color: root.isMuted ? Theme.secondary : Theme.ink
-        // Level with the number, for one line as for several.
+        // The first line is level with the number, however many lines there are.
         y: Math.max(0, (disc.height - letterHeight) / 2)
         text: root.text
     }

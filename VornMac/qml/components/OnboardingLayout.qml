@@ -1,7 +1,7 @@
 import QtQuick
 
-/// A form beside a preview, of readable width and in the middle of any window. The step dots, the title and the actions
-/// have one place, whatever the form holds; a form that is too high for the room between them scrolls.
+/// A form of readable width beside a preview, centred in the window. The step dots, the title and the actions stay in
+/// place whatever the form holds; a form that is too tall for the room between them scrolls.
 FocusScope {
     id: root
 
@@ -19,7 +19,7 @@ FocusScope {
     property alias formGap: body.widestGap
     property alias preview: area.data
 
-    /// Whether the primary button must be pressed itself, not by Return anywhere.
+    /// Whether Return triggers the primary action only while its button has the focus, not anywhere on the screen.
     property bool primaryIgnoresReturn: false
 
     signal back

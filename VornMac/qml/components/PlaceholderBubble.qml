@@ -7,7 +7,7 @@ Item {
 
     required property bool fromMe
     required property real brightness // of the bars, 0…1
-    // The widths of the bars from the top, as fractions of the widest; at 0 there is none.
+    // The widths of the bars, from the top, as fractions of `widest`; a bar of width 0 is hidden.
     required property real first
     property real second: 0
     property real third: 0

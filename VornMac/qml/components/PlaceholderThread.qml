@@ -1,12 +1,12 @@
 import QtQuick
 
-/// The shape of a chat while one is looked for. A slow light passes over it while it is visible and the user wants
-/// motion.
+/// A placeholder for a chat that is being looked for. A slow highlight passes over it while it is visible, unless the
+/// user has reduced motion.
 Item {
     id: root
 
     readonly property bool shimmers: motion.isOn
-    property real light: 0 // its place, 0…1, repeating
+    property real light: 0 // its position, 0…1, repeating
 
     function brightness(bubble: int): real {
         if (!shimmers)
@@ -21,7 +21,7 @@ Item {
         id: motion
         item: root
     }
-    // A slow light looks the same in steps, which redraw the window a few times a second instead of sixty.
+    // In steps: a slow highlight looks the same, and redraws the window twelve times a second instead of sixty.
     Timer {
         id: steps
         interval: 80

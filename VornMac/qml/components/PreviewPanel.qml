@@ -1,7 +1,7 @@
 import QtQuick
 
-/// The content of the panel beside a form, with a caption at its foot. The panel itself belongs to the window, and
-/// stands still while its content changes.
+/// The content of the panel beside a form, with a caption at the bottom. The panel itself is drawn by the window and
+/// stays still while its content changes.
 Item {
     id: root
 

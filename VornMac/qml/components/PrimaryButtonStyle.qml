@@ -4,7 +4,7 @@ import QtQuick
 PushButton {
     id: root
 
-    /// Outlined instead of filled: nothing needs to be done.
+    /// Outlined instead of filled, for when nothing needs to be done.
     property bool isQuiet: false
 
     contentItem: ButtonText {

@@ -6,7 +6,7 @@ import QtQuick.Templates as T
 T.AbstractButton {
     id: root
 
-    /// The button's text. Qt searches a button's own `text` for mnemonics, and takes an ampersand for one.
+    /// The button's text. Not Qt's `text`, in which an ampersand marks a mnemonic.
     property string label: ""
     property real cornerRadius: Theme.controlRadius
 
@@ -24,7 +24,7 @@ T.AbstractButton {
     Keys.onReturnPressed: root.press()
     Keys.onEnterPressed: root.press()
 
-    Accessible.role: Accessible.Button // Qt 6.4 knows no other role for a button
+    Accessible.role: Accessible.Button // Qt 6.4 ignores any other role set on a button
     Accessible.name: label
     Accessible.focusable: enabled
     Accessible.onPressAction: root.press()

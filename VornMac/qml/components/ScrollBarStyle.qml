@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// Shows the scroll position, and scrolls when it is dragged. Screen readers and keys scroll by the content.
+/// Shows the scroll position, and scrolls when dragged. Screen readers and keys scroll through the content instead.
 T.ScrollBar {
     id: root
 

@@ -1,17 +1,17 @@
 import QtQuick
 
-/// A form's content, from the top. If it is too high it scrolls, and shows so: it fades where it continues, and a bar
-/// beside it has the position.
+/// A form's content, aligned to the top. Content that is too tall scrolls: it fades at each edge beyond which it
+/// continues, and a bar beside it shows the position.
 Item {
     id: root
 
     default property alias form: column.data
-    /// Between two parts, if there is room; at least the usual gap.
+    /// The largest gap between two parts, if there is room; it is never smaller than the usual gap.
     property int widestGap: Theme.wideGap
 
     readonly property bool scrolls: scroller.interactive
 
-    /// Scrolls until all of `item` is visible, if it belongs to the form.
+    /// Scrolls until all of `item` is visible, if it is part of the form.
     function reveal(item: Item) {
         if (!scrolls || !holds(item))
             return;

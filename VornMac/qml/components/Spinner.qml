@@ -1,7 +1,7 @@
 import QtQuick
 import Vorn.Drawing
 
-/// Turns during a wait. It stands still if the user wants no motion, and while it is not visible.
+/// Turns during a wait. Stands still while it is invisible, or if the user has reduced motion.
 SpinnerBlades {
     id: root
 
@@ -16,7 +16,7 @@ SpinnerBlades {
     implicitWidth: size
     Accessible.ignored: true
 
-    // One blade at a time, as fast as the eye needs it: a smooth turn would redraw the window sixty times a second.
+    // Turns one blade at a time, ten times a second: a smooth turn would redraw the window sixty times a second.
     Timer {
         interval: 100
         repeat: true

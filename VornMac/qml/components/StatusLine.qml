@@ -42,7 +42,7 @@ Item {
     implicitHeight: words.implicitHeight
     implicitWidth: icon.width + Theme.gap + words.implicitWidth
 
-    // One element for both children, so that readers speak it once.
+    // One accessible element for both children, so that screen readers speak it once.
     Accessible.role: Accessible.StaticText
     Accessible.name: root.text
     Accessible.description: root.spokenTone

@@ -18,7 +18,7 @@ Row {
         Rectangle {
             required property int index
 
-            // Qt 6.4 cannot bind a delegate to the ids around it.
+            // Outer ids count as unqualified: Qt 6.4 has no `pragma ComponentBehavior: Bound`.
             // qmllint disable unqualified
             color: index === root.current ? Theme.ink : index < root.current ? Theme.tertiary : Theme.border
             height: 6

@@ -4,7 +4,7 @@ import QtQuick
 import Vorn.System
 
 /// Every colour, font, size and duration of the window. Colours follow the system's appearance; fixed ones are the same
-/// on light and dark. Sizes are points, on a grid of four.
+/// in light and dark mode. Sizes are points, mostly on a grid of four; durations are milliseconds.
 QtObject {
     id: root
 
@@ -33,13 +33,13 @@ QtObject {
 
     readonly property color bad: "#E5484D"
     readonly property color outgoingInk: "#FFFFFF"
-    /// A line on a card, on which a border would not be visible.
+    /// A line on a card, where `border` would not be visible in dark mode.
     readonly property color divider: isDark ? incomingBubble : border
     readonly property color focusRing: outgoingBubble
     readonly property color shadow: isDark ? "#59000000" : "#0F0D1214" // 35 % and 6 %
-    /// Over what is disabled below a panel.
+    /// Dims what is disabled behind a modal panel.
     readonly property color scrim: isDark ? "#73000000" : "#33000000" // 45 % and 20 %
-    /// The buttons of a drawn window: close, minimise, zoom.
+    /// The colours of a drawn window's buttons: close, minimise, zoom.
     readonly property var windowLights: ["#FF5F57", "#FEBC2E", "#28C840"]
     readonly property color switchOn: outgoingBubble
     readonly property color switchOff: isDark ? "#4A4A4E" : "#DADADD"
@@ -58,9 +58,9 @@ QtObject {
     readonly property int panelRadius: 24
     readonly property int panelPadding: 26
     readonly property int panelWidth: 440
-    readonly property int formWidth: 480 // grows on a wide window, to the widest
+    readonly property int formWidth: 480 // grows with the window, up to `widestForm`
     readonly property int widestForm: 560
-    readonly property int idealContent: 1098 // of the window as it first opens
+    readonly property int idealContent: 1098 // the content width of the window as it first opens
     readonly property int widestContent: 1280
     readonly property int highestContent: 840
     /// Between the window's edges and its content. The top margin holds the mark and the account menu.
@@ -69,13 +69,13 @@ QtObject {
     readonly property int topMargin: 96
     readonly property int bottomMargin: 44
 
-    readonly property int fade: 220 // fades are not motion
+    readonly property int fade: 220 // kept with reduced motion: a fade is not motion
     readonly property int crossFade: motion(fade)
     readonly property int progressEase: motion(200)
     readonly property int quick: motion(120)
-    readonly property int pulse: 1800 // there and back
+    readonly property int pulse: 1800 // one full cycle, there and back
 
-    /// `milliseconds`, or 0 if the user wants no motion.
+    /// `milliseconds`, or 0 if the user has reduced motion.
     function motion(milliseconds: int): int {
         return Appearance.reducesMotion ? 0 : milliseconds;
     }

@@ -10,7 +10,7 @@ Text {
     /// The room that a line takes below its baseline.
     readonly property real belowBaseline: metrics.height * lineHeight - metrics.ascent
 
-    /// The empty room that the last line leaves for another below it.
+    /// The extra line spacing below the letters of the last line.
     readonly property real belowLetters: metrics.height * (lineHeight - 1)
 
     color: Theme.ink
@@ -29,6 +29,6 @@ Text {
     TextMetrics {
         id: capital
         font: root.font
-        text: "1" // as high as a capital
+        text: "1" // as tall as a capital letter
     }
 }
