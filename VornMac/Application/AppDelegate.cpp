@@ -14,7 +14,7 @@ namespace vorn {
 
 AppDelegate::AppDelegate(std::function<void()> quit)
 {
-    QGuiApplication::setQuitOnLastWindowClosed(false); // that would leave the loop without calling `quit`
+    QGuiApplication::setQuitOnLastWindowClosed(false); // the default leaves the loop without calling `quit`
     connect(qGuiApp, &QGuiApplication::lastWindowClosed, this, std::move(quit));
 }
 
@@ -29,7 +29,7 @@ void AppDelegate::didShowWindow()
     QIcon icon;
     for (const QFileInfo& file : QDir(":/icon").entryInfoList()) {
         QImageReader reader(file.filePath(), "PNG");
-        reader.setAutoDetectImageFormat(false); // otherwise every format is asked, and each loads a library
+        reader.setAutoDetectImageFormat(false); // otherwise Qt tries every format, and each loads a library
         icon.addPixmap(QPixmap::fromImageReader(&reader));
     }
     if (!icon.isNull()) QGuiApplication::setWindowIcon(icon);

@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// Makes the process a regular application in front of the others once it has started, and ends it with its last
+/// Makes the process a regular application, brings it to the front once it has started, and ends it with its last
 /// window. Threads: the main one.
 class AppDelegate final : public QObject {
 public:

@@ -14,7 +14,8 @@ std::optional<Appearance::Theme> themeIn(const UserDefaults& defaults)
     return std::nullopt;
 }
 
-/// Nothing if the defaults leave it to the system. A false boolean cannot be told from a missing one.
+/// Absent if the defaults leave it to the system. A boolean `false`, unlike the text "NO", cannot be told from a
+/// missing value.
 std::optional<bool> motionIn(const UserDefaults& defaults)
 {
     const bool reduces = defaults.boolean(overrides::reduceMotion);

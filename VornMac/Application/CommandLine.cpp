@@ -26,14 +26,14 @@ std::string help()
     return text;
 }
 
-/// Options of Qt that take the next word, after one "-" or two.
+/// Qt's options that take a value, as the next word or after "=". They may start with one "-" or two.
 constexpr std::array<std::string_view, 15> valuesOfQt{
     "display",       "geometry", "icon",    "name",        "platform",      "platformpluginpath",
     "platformtheme", "plugin",   "session", "qwindowicon", "qmljsdebugger", "qwindowgeometry",
     "qwindowtitle",  "style",    "title"};
 constexpr std::array<std::string_view, 3> flagsOfQt{"dograb", "nograb", "reverse"};
 
-/// How many words Qt takes, from `word` on.
+/// How many words Qt takes, `word` included; 0 if it is not an option of Qt.
 int countForQt(std::string_view word)
 {
     if (!word.starts_with('-')) return 0;
@@ -70,7 +70,7 @@ std::optional<std::string> CommandLine::unknown() const
 {
     const auto all = words();
     for (std::size_t at = 0; at < all.size();) {
-        const bool isTheSystems = all[at].starts_with("-psn_"); // some versions of macOS number the programs they start
+        const bool isTheSystems = all[at].starts_with("-psn_"); // some versions of macOS pass a process serial number
         const int taken = isTheSystems ? 1 : countForQt(all[at]);
         if (taken == 0) return all[at];
         at += static_cast<std::size_t>(taken);

@@ -10,7 +10,7 @@
 
 namespace vorn {
 
-/// The program's arguments. "-Key value" pairs are defaults for this run, which Qt never sees; Qt removes its own
+/// The program's arguments. Qt never sees the "-Key value" pairs, which are defaults for this run, and removes its own
 /// options from the rest.
 class CommandLine {
 public:
@@ -30,7 +30,7 @@ public:
     /// Returns the mistake on the line, as one line for the user; absent when there is none.
     std::optional<std::string> mistake() const;
 
-    /// For the application object, which must not outlive this.
+    /// The arguments for the application object, which must not outlive this object.
     int& count() noexcept { return count_; }
     char** values() noexcept { return values_.data(); }
 
@@ -39,7 +39,7 @@ private:
 
     ArgumentDefaults defaults_;
     std::vector<std::string> arguments_; ///< the program's name, and all words that are not defaults
-    std::vector<char*> values_;          ///< point into them; Qt removes its own options
+    std::vector<char*> values_;          ///< pointers into `arguments_`; Qt removes its own options
     int count_ = 0;
 };
 

@@ -24,7 +24,7 @@ void DisplayWatch::take(QtMsgType type, const QMessageLogContext& /*context*/, c
 {
     if (type == QtFatalMsg) {
         std::fputs("VornMac: No window can be shown here. In a terminal, vorn-terminal does the same.\n", stderr);
-        std::_Exit(1); // nothing has started yet
+        std::_Exit(1); // nothing has started yet that would need clean-up
     }
     const std::lock_guard lock(installed->mutex_);
     installed->held_.push_back({type, text});

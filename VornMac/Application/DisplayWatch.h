@@ -8,9 +8,9 @@
 
 namespace vorn {
 
-/// Covers the construction of the application object. Without a display, Qt aborts the process with advice that does
-/// not help; with this object the process exits with status 1 and one line that does. Warnings of a successful start
-/// are passed on at the end. Threads: the main one; one at a time.
+/// Exists while the application object is constructed. Without a display, Qt aborts the process with unhelpful advice;
+/// with this object the process exits with status 1 and one helpful line. The messages of a successful start are held
+/// back, and passed on when this object is destroyed. Threads: the main one. At most one object at a time.
 class DisplayWatch {
 public:
     DisplayWatch();
@@ -27,7 +27,7 @@ private:
 
     static DisplayWatch* installed;
     QtMessageHandler before_;
-    std::mutex mutex_; ///< plugins have threads of their own
+    std::mutex mutex_; ///< plugins log from threads of their own
     std::vector<Message> held_;
 };
 

@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// A context driven by Qt's event loop: arriving work becomes one event, which nested loops deliver too, such as those
-/// of a menu or of a window that is being dragged. Threads: construct it on the loop's thread.
+/// A context driven by Qt's event loop: one event runs all pending work, and nested loops, such as those of a menu or
+/// of a window being dragged, deliver it too. Threads: construct it on the loop's thread.
 class EventLoopContext final : public QObject {
 public:
     EventLoopContext();

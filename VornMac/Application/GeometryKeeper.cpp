@@ -41,7 +41,7 @@ GeometryKeeper::GeometryKeeper(QWindow& window, UserDefaults& defaults)
     connect(&window_, &QWindow::visibilityChanged, this, restart);
 }
 
-/// Saves at once: a window closed right after a move has no later chance.
+/// Notes the geometry immediately: after the window has closed, the timer would fire too late.
 bool GeometryKeeper::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() == QEvent::Close) note();

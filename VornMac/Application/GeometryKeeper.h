@@ -9,8 +9,7 @@
 
 namespace vorn {
 
-/// Restores where the user left a window in an earlier run, and saves it for later ones. Threads: the
-/// window's.
+/// Restores a window's place, size and state from an earlier run, and saves them for later ones. Threads: the window's.
 class GeometryKeeper final : public QObject {
 public:
     static constexpr const char* defaultsKey = "MainWindowGeometry";

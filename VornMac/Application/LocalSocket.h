@@ -7,16 +7,17 @@
 
 namespace vorn {
 
-/// Listens at `path`, replacing the socket that is there. Does not block. Throws `std::system_error`.
+/// Returns a non-blocking socket that listens at `path`, replacing whatever is there. Throws `std::system_error`.
 FileDescriptor listenAt(const std::filesystem::path& path);
 
-/// The next pending connection of `listener`; empty when there is none.
+/// The next pending connection of `listener`; empty if there is none or accepting it failed.
 FileDescriptor acceptFrom(const FileDescriptor& listener) noexcept;
 
-/// Connects to the socket at `path`; on failure empty with `errno` set.
+/// Connects to the socket at `path`; if that fails, returns an empty descriptor with `errno` set. Throws
+/// `std::system_error` if `path` is too long or no socket can be made.
 FileDescriptor connectTo(const std::filesystem::path& path);
 
-/// Waits until there is something to read, or the end of the stream, until `end` at most; returns whether there is.
+/// Waits, at most until `end`, for data or the end of the stream; returns whether either came.
 bool waitToRead(const FileDescriptor& file, std::chrono::steady_clock::time_point end) noexcept;
 
 } // namespace vorn

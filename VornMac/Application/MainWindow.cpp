@@ -51,14 +51,14 @@ MainWindow::~MainWindow() = default;
 
 void MainWindow::show(const std::function<void()>& onFirstFrame)
 {
-    // The context object brings the call to this thread: frames are drawn on another.
+    // With this context object the call is made on this thread: frames are drawn on another.
     QObject::connect(window_.get(), &QQuickWindow::frameSwapped, window_.get(), onFirstFrame, Qt::SingleShotConnection);
     geometry_->show();
 }
 
 void MainWindow::bringToFront(const std::string& activationToken)
 {
-    // Qt looks for it there, and removes it.
+    // Qt reads the token from this variable, and removes it.
     if (!activationToken.empty()) qputenv("XDG_ACTIVATION_TOKEN", QByteArray::fromStdString(activationToken));
     window_->setWindowStates(window_->windowStates() & ~Qt::WindowMinimized);
     window_->setVisible(true);

@@ -24,7 +24,7 @@ public:
 /// The application's one window and the engine of its screens. Threads: the main one.
 class MainWindow {
 public:
-    /// The type `Main` of the module `Vorn`.
+    /// The URL of the type `Main` in the QML module `Vorn`.
     static QUrl standardSource();
 
     /// Creates the window that `source` describes with these property values, without showing it. `defaults` and what
@@ -39,7 +39,8 @@ public:
 
     /// Calls `onFirstFrame` once, on this thread, when the window is visible.
     void show(const std::function<void()>& onFirstFrame);
-    /// Raises the window, also if it is minimised. A Wayland desktop requires an `activationToken` of its own for that.
+    /// Raises the window, even if it is minimised. A Wayland compositor requires an `activationToken` that it has
+    /// issued.
     void bringToFront(const std::string& activationToken = {});
     /// Asks for the user's attention once, unless the window is the active one.
     void askForAttention();

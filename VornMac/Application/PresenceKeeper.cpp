@@ -32,7 +32,7 @@ void PresenceKeeper::showUpload()
 void PresenceKeeper::followReview()
 {
     const auto before = std::exchange(submission_, model_.submission());
-    if (!submission_) return withdraw(); // the session has ended, and its outcome is private
+    if (!submission_) return withdraw(); // the session has ended: a review's outcome is private
     if (presence::isAccepted(before, submission_)) presence_.askToNotify();
     if (presence::isReviewed(before, submission_)) tellOutcome(*submission_);
 }

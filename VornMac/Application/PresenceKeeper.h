@@ -10,11 +10,11 @@
 
 namespace vorn {
 
-/// Keeps what the desktop shows outside the window true to the model, and notifies a user of the end of a review while
+/// Keeps what the desktop shows outside the window in step with the model, and notifies the user if a review ends while
 /// another window is active (`PresenceRules`). Threads: the model's.
 class PresenceKeeper final : public QObject {
 public:
-    /// What it uses of the window.
+    /// What this object needs from the window.
     struct Window {
         std::function<bool()> isActive;
         std::function<bool()> reducesMotion;

@@ -8,10 +8,10 @@
 /// What shows outside the window, as plain functions of the model's state. Threads: any.
 namespace vorn::presence {
 
-/// Whether the computer must stay awake: an archive is packed, sent or acknowledged.
+/// Whether the computer must stay awake: while an archive is being packed, sent or acknowledged.
 bool staysAwake(const UploadPhase& phase);
 
-/// The bar on the application's icon, 0…100; empty unless an upload is under way.
+/// The value of the bar on the application's icon, 0…100; absent unless an upload is under way.
 std::optional<int> percentOnIcon(const UploadPhase& phase);
 
 /// Whether `now` is an upload that the service has accepted since `before`.
@@ -20,7 +20,7 @@ bool isAccepted(const std::optional<SubmissionStatus>& before, const std::option
 /// Whether the review of `now` has ended since `before`.
 bool isReviewed(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
 
-/// The application's own window when a review ends.
+/// The state of the application's window when a review ends.
 struct WindowState {
     bool isWindowActive = false;
     bool reducesMotion = false;
@@ -33,7 +33,8 @@ struct Alert {
     bool operator==(const Alert&) const = default;
 };
 
-/// Only good news makes a sound. In the active window the screen tells the outcome, with reduced motion silently.
+/// Only an approval makes a sound. If the window is active, its screen shows the outcome instead of a notification, and
+/// with reduced motion there is no sound.
 Alert alertFor(const ReviewStatus& outcome, WindowState window);
 
 } // namespace vorn::presence

@@ -11,8 +11,8 @@ struct ProcessStart {
 
     static ProcessStart current();
 
-    /// Whether the process was started at a shell or by a script, so that wrong arguments can be reported. An opened
-    /// application (double click, "open") is a child of the first process and has no terminal; it must start whatever
+    /// Whether the process was started from a shell or a script, so that wrong arguments can be reported. An
+    /// application opened by double-click or "open" is a child of process 1 and has no terminal; it must start whatever
     /// its arguments are.
     bool isFromShell() const noexcept { return hasTerminal || parent != 1; }
 };

@@ -1,6 +1,6 @@
 #include <QtQml/qqmlextensionplugin.h>
 
-// Modules are found by name only, so the linker would drop them as unused.
+// QML modules are found by name only: without these references the linker would drop them as unused.
 Q_IMPORT_QML_PLUGIN(VornPlugin)
 Q_IMPORT_QML_PLUGIN(Vorn_ComponentsPlugin)
 Q_IMPORT_QML_PLUGIN(Vorn_DrawingPlugin)

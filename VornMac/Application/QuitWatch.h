@@ -16,11 +16,11 @@ public:
     QuitWatch();
     QuitWatch(QuitWatch&&) = delete;
 
-    /// The shell's exit status for a program that the signal ended; 0 if none came.
+    /// The exit status that a shell reports for a program ended by the signal; 0 if none came.
     int exitStatus() const noexcept { return watch_.cancelFlag().isCancelled() ? watch_.exitStatus() : 0; }
 
-    /// While it lives, the first signal posts `onQuit` to the context, once; at once if it has already come. The
-    /// context must outlive it.
+    /// While it lives, the first signal posts `onQuit` to the context, once; a signal that has already come posts it at
+    /// construction. The context must outlive this object.
     class Delivery {
     public:
         Delivery(QuitWatch& watch, MainContext& context, std::function<void()> onQuit);

@@ -51,7 +51,7 @@ SingleInstance::~SingleInstance()
     if (!thread_.joinable()) return;
     endIn_.reset();
     thread_.join();
-    unlink(socket_.c_str()); // before unlocking, after which the socket is the next instance's
+    unlink(socket_.c_str()); // while the lock is held: after that, the path belongs to the next instance
 }
 
 SingleInstance::Start SingleInstance::meet(const std::filesystem::path& folder, const Rendezvous& rendezvous)
@@ -103,7 +103,7 @@ void SingleInstance::answerUntilTheEnd()
     }
 }
 
-/// The function is destroyed with this object; the second start then finds its connection closed.
+/// `onSecondStart_` is destroyed with this object: a second start still waiting then finds its connection closed.
 void SingleInstance::pass(std::shared_ptr<FileDescriptor> connection)
 {
     context_.post([weak = std::weak_ptr(onSecondStart_), connection = std::move(connection)] {

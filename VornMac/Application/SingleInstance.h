@@ -13,14 +13,14 @@
 
 namespace vorn {
 
-/// Keeps a user from running the application twice: a second start asks the first to come to the front, and ends. A
-/// killed process leaves nothing that keeps the next from starting. Ignores SIGPIPE from now on. Threads: the context's
-/// own. Destroy it as soon as the application begins to quit, and before its context: a new start must not be turned
-/// away by a process that is about to end.
+/// Keeps a user from running the application twice: a second start asks the first instance to come to the front, and
+/// ends. A killed process leaves nothing behind that would keep the next one from starting. From construction on, the
+/// process ignores SIGPIPE. Threads: the context's. Destroy it as soon as the application begins to quit, and before
+/// its context: a process that is about to end must not turn a new start away.
 class SingleInstance {
 public:
     enum class Start {
-        first,  ///< also if the lock fails, which is logged: better twice than never
+        first,  ///< or locking failed, which is logged: two instances are better than none
         told,   ///< another instance runs and has come to the front
         silent, ///< another instance runs and did not answer in time
     };
@@ -31,8 +31,8 @@ public:
         std::chrono::milliseconds patience = std::chrono::seconds(1);
     };
 
-    /// `onSecondStart` is posted to `context`; the second start is answered when it returns. It may destroy this
-    /// object.
+    /// `onSecondStart`, which may destroy this object, is posted to `context`; the second start is answered when it
+    /// returns.
     SingleInstance(MainContext& context, std::function<void()> onSecondStart, const Rendezvous& rendezvous,
                    const Log& log);
     ~SingleInstance();
@@ -51,7 +51,7 @@ private:
     std::shared_ptr<std::function<void()>> onSecondStart_;
     FileDescriptor lock_{-1}; ///< held by the first instance
     FileDescriptor listener_{-1};
-    FileDescriptor endIn_{-1}, endOut_{-1}; ///< a pipe; closing the first ends the thread
+    FileDescriptor endIn_{-1}, endOut_{-1}; ///< a pipe; closing `endIn_` ends the thread
     std::filesystem::path socket_;
     Start start_ = Start::first;
     std::thread thread_;

@@ -20,7 +20,8 @@ namespace vorn {
 /// The application: owns its model and its window for the life of the process. Threads: the main one.
 class VornMacApp {
 public:
-    /// Tells Qt what desktops are told about this application. Call it before making the application object.
+    /// Sets the names, version and identifiers by which desktops know this application. Call it before constructing the
+    /// application object.
     static void describe();
 
     /// `line` holds the defaults of the command line; `source` describes the window. Needs an application object.
@@ -28,8 +29,8 @@ public:
     ~VornMacApp();
     VornMacApp(VornMacApp&&) = delete;
 
-    /// Runs until the user or a signal quits, and returns the exit status. If the application already runs, brings that
-    /// instance to the front and returns. Throws `WindowError`.
+    /// Runs until the user or a signal quits, and returns the exit status. If the application is already running, asks
+    /// that instance to come to the front and returns 0. Throws `WindowError`.
     int run();
 
     /// Ends `run` within a second. May be called repeatedly.

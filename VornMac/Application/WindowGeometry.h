@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// A window's place and size, as kept between runs. A value; lengths are device-independent pixels.
+/// A window's place, size and state, as kept between runs. A value; lengths are in device-independent pixels.
 struct WindowGeometry {
     enum class State { normal, maximized, fullScreen };
 
@@ -20,14 +20,14 @@ struct WindowGeometry {
 
     bool operator==(const WindowGeometry&) const = default;
 
-    /// "x y width height", followed by "maximized" or "fullScreen" if it is one.
+    /// "x y width height", followed by "maximized" or "fullScreen" in these states.
     std::string text() const;
-    /// Reads a text made by `text`; nothing for any other.
+    /// Reads what `text` returns; absent for any other text.
     static std::optional<WindowGeometry> fromText(const std::string& text);
 
-    /// The default size in the middle of `screen`, or the minimum if the screen is smaller.
+    /// The default size, or the screen's if that is smaller, but at least the minimum; centred on `screen`.
     static WindowGeometry centredOn(const QRect& screen);
-    /// Whether it is large enough, and a user can reach its top edge on one of `screens`.
+    /// Whether the content has at least the minimum size, and its top edge is within reach on one of `screens`.
     bool fits(const QList<QRect>& screens) const;
 };
 

@@ -16,7 +16,7 @@ QList<QKeySequence> keysFor(QKeySequence::StandardKey action, const QKeySequence
 
 void add(QWindow& window, const QList<QKeySequence>& keys, const std::function<void()>& action)
 {
-    auto* const shortcut = new QShortcut(&window); // the window's own
+    auto* const shortcut = new QShortcut(&window); // owned by the window
     shortcut->setKeys(keys);
     QObject::connect(shortcut, &QShortcut::activated, &window, action);
 }

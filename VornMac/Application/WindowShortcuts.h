@@ -6,8 +6,8 @@
 
 namespace vorn {
 
-/// Adds the keys that windows have on this desktop: close, minimise and quit, which calls `quit`. On macOS the
-/// application's menu has quit and hide too; they work here as well.
+/// Adds the desktop's keys for closing, minimising and quitting, which calls `quit`. On macOS the menu bar has these
+/// commands too; the keys work here as well.
 void addWindowShortcuts(QWindow& window, const std::function<void()>& quit);
 
 } // namespace vorn

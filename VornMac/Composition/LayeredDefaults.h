@@ -6,10 +6,10 @@
 
 namespace vorn {
 
-/// The user's defaults under those of the command line, which win for this run. Writes to the user's.
+/// The user's defaults, overridden for this run by those of the command line. Writes go to the user's defaults.
 class LayeredDefaults final : public UserDefaults {
 public:
-    using Line = std::map<std::string, std::string>; ///< texts by key
+    using Line = std::map<std::string, std::string>; ///< values by key
 
     /// `below` must outlive this object.
     LayeredDefaults(Line line, UserDefaults& below);

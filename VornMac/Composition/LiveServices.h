@@ -18,8 +18,8 @@
 
 namespace vorn {
 
-/// The user defaults of one run: the user's settings, or those in the file that the command line names, under the
-/// overrides of that line. Threads: the main one.
+/// The user defaults of one run: the user's settings, or those in the file that the command line names, with the
+/// command line's overrides on top. Threads: the main one.
 class RunDefaults {
 public:
     explicit RunDefaults(LayeredDefaults::Line line);
@@ -36,26 +36,28 @@ private:
 /// The Messages database named by `defaults`, else the user's own. Throws `NoHomeFolder`.
 std::filesystem::path messagesDatabase(const UserDefaults& defaults);
 
-/// Whether the window's session outlives the run. A run on settings of its own does not touch the keychain.
+/// Whether the window's session outlives the run. A run that forgets it does not touch the keychain.
 bool keepsSession(const UserDefaults& defaults);
 
-/// The session's place in the keychain: the same for all programs, except where the keychain keeps programs apart and
-/// this one is not an application in a bundle. Then it has one of its own: otherwise each program would make the system
-/// ask the user about the other's.
+/// The keychain item that holds the session. All programs share one, unless the keychain keeps programs apart and this
+/// program is not in a bundle. It then has an item of its own: otherwise the system would ask the user whenever one
+/// program read the other's item.
 KeychainItem sessionItem();
 KeychainItem sessionItem(bool keepsProgramsApart, bool isInBundle);
 
 /// Everything the model works with on this machine: the one place where the real services are put together, for the
-/// window and for the terminal. Shut down the context whose jobs use them before destroying it. Threads: the main one.
+/// window and for the terminal. Shut down the context whose jobs use them before destroying this object. Threads: the
+/// main one.
 class LiveServices {
 public:
-    /// For the clean-up of cancelled jobs. An abort that the service does not answer by then is lost.
+    /// The time that cancelled jobs have for clean-up. A submission's abort that the service has not answered by then
+    /// is lost.
     static constexpr std::chrono::milliseconds patienceForJobs{700};
 
     struct Options {
         bool keepsSession = true;            ///< in the keychain; otherwise as long as this object lives
-        std::filesystem::path application{}; ///< what the desktop reveals and starts again, see `applicationOf`
-        std::function<void()> quit = [] {};  ///< called by the desktop, within an operation of the model, to relaunch
+        std::filesystem::path application{}; ///< what the desktop reveals and restarts, see `applicationOf`
+        std::function<void()> quit = [] {};  ///< ends the program; called within `AppModel::relaunch`
     };
 
     /// `defaults` outlive this object.
@@ -72,7 +74,7 @@ public:
 private:
     UserDefaults& defaults_;
     std::filesystem::path messagesDatabase_;
-    TemporaryItems temporaryItems_; ///< first: it sweeps leftovers before anything makes such a file
+    TemporaryItems temporaryItems_; ///< before the other services: it sweeps leftovers before they create files
     SystemClock clock_;
     std::shared_ptr<HTTPSession> http_;
     BackgroundPool pool_;

@@ -11,16 +11,16 @@
 namespace vorn {
 
 /// The user's settings of an application, kept by the system. Reads them anew each time: another process may have
-/// changed them. A value that could not be saved is logged, and counts as long as this object lives.
+/// changed them. A failure to save is logged, and the unsaved value counts while this object lives.
 class SettingsDefaults final : public UserDefaults {
 public:
     /// `identifier` is the application's bundle identifier, under which macOS keeps the preferences.
     SettingsDefaults(const std::string& identifier, Log log);
-    /// The settings in `file` instead, which the system does not know.
+    /// Uses the settings in `file` instead of the system's.
     SettingsDefaults(std::filesystem::path file, Log log);
 
-    /// The settings for one run: those in the file that "-VornSettingsFile FILE" on the command line names, else the
-    /// user's own of the application `identifier`.
+    /// The settings for one run: those in the file named by "-VornSettingsFile FILE" on the command line, else the
+    /// user's own settings of the application `identifier`.
     static SettingsDefaults forRun(const std::map<std::string, std::string>& line, const std::string& identifier,
                                    Log log);
 

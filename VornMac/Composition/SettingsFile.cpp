@@ -14,8 +14,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// QSettings creates a file that others may read, but keeps an existing file's rights. If this fails, so does
-/// QSettings, which reports it.
+/// QSettings creates a file that others may read, but keeps an existing file's permissions. If this fails, so does
+/// QSettings, which then reports the failure.
 void makePrivate(const fs::path& file)
 {
     std::error_code ignored;
@@ -39,7 +39,7 @@ std::optional<SettingsStore::Value> SettingsFile::find(const std::string& key) c
 {
     makePrivate(file_);
     const QVariant value = QSettings(pathOf(file_), QSettings::IniFormat).value(settingsKey(key));
-    // A boolean stays one only until the file is read again: the file holds texts.
+    // A value is a boolean only until the file is read again: the file holds text.
     if (value.metaType() == QMetaType::fromType<bool>()) return value.toBool();
     if (value.metaType() == QMetaType::fromType<QString>()) return value.toString().toStdString();
     return std::nullopt;

@@ -9,7 +9,8 @@ bool isPlain(char letter)
     return plain.find(letter) != std::string_view::npos;
 }
 
-/// A dot between two other characters; QSettings would drop any other.
+/// Whether the character is a dot between two characters other than dots: QSettings would drop the "/" of any other
+/// dot.
 bool isSeparator(std::string_view key, std::size_t at)
 {
     return key[at] == '.' && at > 0 && at + 1 < key.size() && key[at - 1] != '.' && key[at + 1] != '.';

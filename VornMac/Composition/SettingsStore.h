@@ -14,7 +14,8 @@ public:
 
     virtual ~SettingsStore() = default;
 
-    /// Returns the value of `key`; absent if it is missing, or is neither a text nor a boolean.
+    /// Returns the value of `key`; absent if it is missing, or is neither a text nor a boolean. On macOS, a number
+    /// counts as a boolean.
     virtual std::optional<Value> find(const std::string& key) const = 0;
 
     /// Keeps `value` for later runs. Returns why that failed; absent on success.
@@ -22,7 +23,7 @@ public:
 };
 
 /// The user's own settings of the application `identifier`: macOS keeps them in the preferences of that domain, other
-/// systems in a private file `<identifier>/defaults.ini` of the user's configuration folder.
+/// systems in the private file `<identifier>/defaults.ini` in the user's configuration folder.
 std::unique_ptr<SettingsStore> userSettings(const std::string& identifier);
 
 } // namespace vorn

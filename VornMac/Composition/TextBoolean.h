@@ -4,8 +4,8 @@
 
 namespace vorn {
 
-/// Whether `text` counts as true, as macOS counts texts of user defaults: by the first character that is not a space, a
-/// sign or a zero. "YES", "true", "y" and "1" do; "NO", "false", "0" and "" do not.
+/// Whether macOS would read `text` as true in user defaults: by its first character that is not white space, a sign, a
+/// zero or a point. "YES", "true", "y" and "1" are true; "NO", "false", "0" and "" are not.
 bool countsAsTrue(std::string_view text);
 
 } // namespace vorn

@@ -9,7 +9,7 @@
 namespace vorn {
 namespace {
 
-/// The part of `bar` between two shares of its width, with round ends.
+/// The part of `bar` between two fractions of its width, with round ends.
 QPainterPath roundedPart(const QRectF& bar, double from, double to)
 {
     QPainterPath path;
@@ -25,7 +25,7 @@ void AccentBar::paint(QPainter* painter)
     painter->setRenderHint(QPainter::Antialiasing);
     painter->fillPath(roundedPart(boundingRect(), 0, 1), trackColor_);
     if (value_ > 0) fill(*painter, 0, std::min(value_, 1.0));
-    constexpr double light = 0.3; // how much of the bar it takes
+    constexpr double light = 0.3; // its width, as a fraction of the bar's
     const double head = sweep_ * (1 + light);
     if (sweep_ >= 0) fill(*painter, head - light, head);
 }

@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// A bar with round ends, filled from the left with a gradient of two colours; a square one is a disc. The gradient
-/// spans the whole bar, so its colour changes as it fills.
+/// A bar with round ends, filled from the left with a gradient of two colours; if it is square, it is a disc. The
+/// gradient spans the whole bar, so the fill's end changes colour as the bar fills.
 class AccentBar : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -27,7 +27,7 @@ private:
     void fill(QPainter& painter, double from, double to) const;
 
     double value_ = 1;  ///< 0…1, how much is filled
-    double sweep_ = -1; ///< where the light along the bar is: it enters at 0 and has left at 1; below 0, none
+    double sweep_ = -1; ///< where the light moving along the bar is: it enters at 0 and has left at 1; none below 0
     QColor startColor_ = Qt::black;
     QColor endColor_ = Qt::black;
     QColor trackColor_ = Qt::transparent;

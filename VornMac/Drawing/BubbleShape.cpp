@@ -10,7 +10,7 @@ namespace {
 
 constexpr qreal largestRadius = 18;
 
-/// `body` with a tail that curls out of its bottom right corner. The curves are smooth everywhere but at the tip.
+/// `body` with a tail that curls out of its bottom right corner. The outline is smooth everywhere except at the tip.
 QPainterPath tailed(const QRectF& body, qreal radius)
 {
     const qreal right = body.right();

@@ -9,9 +9,9 @@
 namespace vorn {
 namespace {
 
-constexpr double discIsWhole = 0.45; // of the progress
+constexpr double discIsWhole = 0.45; // the progress at which the disc is complete
 
-/// The strokes of the check in a square of 24, up to `part` of their length.
+/// The strokes of the check in a 24 by 24 square, drawn up to the fraction `part` of their length.
 QPainterPath checkUntil(double part)
 {
     const QLineF down(6.9, 12.4, 10.5, 16);

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// A check on a disc, drawn up to its progress: the disc grows first, then the check is written on it.
+/// A check mark on a disc, drawn as far as `progress`: first the disc grows, then the check is drawn on it.
 class CheckMark : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -10,12 +10,12 @@
 namespace vorn {
 namespace {
 
-constexpr int modules = 37; // the number of a link's code
+constexpr int modules = 37; // per side, as many as the code of a link has
 constexpr int quietZone = QRMatrix::quietZone;
 constexpr int across = modules + 2 * quietZone;
-constexpr int eye = 7; // the squares in three corners
+constexpr int eye = 7; // the width of a finder pattern; three corners have one
 
-/// Whether the module belongs to one of the squares by which readers find a code, or to its light edge.
+/// Whether the module is part of a finder pattern or of the light separator around it.
 bool isInEye(int row, int column)
 {
     const auto isNear = [](int place) { return place <= eye; };
@@ -30,7 +30,7 @@ bool isDarkInEye(int row, int column)
     return edge == 0 || edge >= 2;
 }
 
-/// Pseudo-random, the same each time.
+/// Pseudo-random outside the finder patterns; the same each time.
 bool isDark(int row, int column)
 {
     if (isInEye(row, column)) return isDarkInEye(row, column);
@@ -44,7 +44,7 @@ bool isDark(int row, int column)
 
 CodeShape::CodeShape(QQuickItem* parent) : PaintedItem(parent)
 {
-    setTextureSize({across, across}); // one pixel a module
+    setTextureSize({across, across}); // one pixel per module
     setSmooth(false);
 }
 
@@ -55,7 +55,7 @@ int CodeShape::modulesAcross()
 
 void CodeShape::paint(QPainter* painter)
 {
-    const QPaintDevice* surface = painter->device(); // one pixel a module, times the screen's scale
+    const QPaintDevice* surface = painter->device(); // one pixel per module, times the screen's scale
     painter->resetTransform();
     painter->scale(surface->width() / double(across), surface->height() / double(across));
     for (int row = 0; row < modules; ++row) {

@@ -7,19 +7,19 @@
 
 namespace vorn {
 
-/// The look of a QR code without its content: it takes a code's place until there is one, and no reader finds anything
-/// in it.
+/// Looks like a QR code but has no content, so scanners find nothing in it. Shown in place of a code until there is
+/// one.
 class CodeShape : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    /// An item of this many points, or a multiple, has modules of equal size.
+    /// In an item this many points wide, or a multiple of it, all modules have the same size.
     Q_PROPERTY(int modulesAcross READ modulesAcross CONSTANT)
     Q_PROPERTY(QColor color MEMBER color_ NOTIFY looksChanged)
 
 public:
     explicit CodeShape(QQuickItem* parent = nullptr);
 
-    /// Modules from edge to edge, the light margin included.
+    /// Modules from edge to edge, the quiet zone included.
     static int modulesAcross();
 
     void paint(QPainter* painter) override;

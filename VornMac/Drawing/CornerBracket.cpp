@@ -9,7 +9,7 @@ void CornerBracket::paint(QPainter* painter)
 {
     const qreal edge = thickness_ / 2; // from the item's edge to the middle of the stroke
     const qreal turn = radius_ - edge;
-    // The top left one; the others are its reflections.
+    // The top left bracket; the others are its reflections.
     QPainterPath bracket(QPointF(edge, height() - edge));
     bracket.lineTo(edge, edge + turn);
     bracket.arcTo(QRectF(edge, edge, 2 * turn, 2 * turn), 180, -90);

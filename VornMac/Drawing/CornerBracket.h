@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// One corner of a camera's viewfinder, whose bend is in the item's own corner. Four small items have a tenth of the
-/// pixels of one around them all.
+/// One corner of a camera's viewfinder, with its bend in the same corner of the item. Four small items have a tenth of
+/// the pixels of a large one around all of them.
 class CornerBracket : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

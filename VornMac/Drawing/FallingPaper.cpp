@@ -12,8 +12,8 @@ namespace {
 constexpr int bits = 36;
 constexpr double length = 9; // of a piece, in points
 constexpr double breadth = 5;
-constexpr double lastStart = 0.3;  // of the time
-constexpr double fadesAfter = 0.7; // of a piece's way
+constexpr double lastStart = 0.3;  // of the time; no piece starts later
+constexpr double fadesAfter = 0.7; // of a piece's time
 
 /// A number from 0 to 1 for each piece; another `salt` gives other numbers.
 double spread(int bit, double salt)

@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// Pieces of coloured paper that fall once over the item's whole height, each time along the same paths. Draws nothing
-/// before and after.
+/// Pieces of coloured paper that fall once through about three quarters of the item's height or more, along the same
+/// paths each time. Draws nothing before and after.
 class FallingPaper : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT
@@ -22,7 +22,7 @@ public:
     void paint(QPainter* painter) override;
 
 private:
-    double progress_ = 1; ///< 0…1, of the time
+    double progress_ = 1; ///< 0…1, the fraction of the time that has passed
     QColor startColor_ = Qt::black;
     QColor endColor_ = Qt::black; ///< each piece has a colour between the two
 };

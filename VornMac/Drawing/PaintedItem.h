@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// An item that is painted anew whenever its properties change. Derived classes name it with its namespace: the
-/// description of types for QML copies the name as it is written.
+/// An item that is repainted whenever one of its properties changes. Derived classes name it with its namespace: Qt
+/// copies the name, as it is written, into the description of types for QML.
 class PaintedItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_ANONYMOUS

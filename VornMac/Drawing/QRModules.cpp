@@ -30,7 +30,7 @@ QRModules::QRModules(QQuickItem* parent) : PaintedItem(parent)
 {
     setFlag(ItemHasContents, false);
     connect(this, &QRModules::looksChanged, this, [this] {
-        setFlag(ItemHasContents, !payload_.isEmpty()); // otherwise an empty image is kept
+        setFlag(ItemHasContents, !payload_.isEmpty()); // without a code, no image is kept
         update();
     });
     setSmooth(false);
@@ -42,7 +42,7 @@ void QRModules::paint(QPainter* painter)
     if (bytes.isEmpty()) return;
     const QPaintDevice* surface = painter->device();
     const QSize pixels(surface->width(), surface->height());
-    painter->resetTransform(); // whole pixels of the surface, not of the layout
+    painter->resetTransform(); // paints in whole pixels of the surface, not in units of the layout
     painter->setRenderHint(QPainter::Antialiasing, false);
     try {
         drawModules(*painter, QRMatrix({bytes.constData(), static_cast<std::size_t>(bytes.size())}), pixels);

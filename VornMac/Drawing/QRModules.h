@@ -7,9 +7,9 @@
 
 namespace vorn {
 
-/// The dark modules of a QR code (ISO/IEC 18004, error correction level M), with room for four light ones all around.
-/// It has no background: lay it on a light one, whatever the theme. A module is as many whole pixels of the screen as
-/// fit, so that none is blurred.
+/// The dark modules of a QR code (ISO/IEC 18004, error correction level M), with room for a quiet zone of four modules
+/// around them. It has no background: place it on a light one, whatever the theme. A module takes as many whole screen
+/// pixels as fit, so that none is blurred.
 class QRModules : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

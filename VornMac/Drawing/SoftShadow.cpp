@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-// A soft shadow is painted small and enlarged: it has no detail to lose, and is as large as the largest card.
+// The shadow is painted at half size and enlarged: it has no detail to lose, and may be as large as the largest card.
 void SoftShadow::geometryChange(const QRectF& now, const QRectF& before)
 {
     constexpr int pointsInPixel = 2;
@@ -14,8 +14,8 @@ void SoftShadow::geometryChange(const QRectF& now, const QRectF& before)
     setTextureSize((now.size() / pointsInPixel).toSize());
 }
 
-// Rounded rectangles inside each other, each of its own strength: works in every renderer, without effects. Each
-// replaces what it covers: such faint colours, added up, would be rounded away.
+// Nested rounded rectangles, each with an opacity of its own: this works in every renderer, without effects. Each
+// replaces what it covers: blending colours this faint would round them away.
 void SoftShadow::paint(QPainter* painter)
 {
     const int layers = std::max(1, static_cast<int>(2 * blur_));
@@ -26,7 +26,7 @@ void SoftShadow::paint(QPainter* painter)
         const qreal depth = (index + 0.5) / layers;
         const qreal inset = 2 * blur_ * index / layers;
         QColor layer = color_;
-        layer.setAlphaF(color_.alphaF() * static_cast<float>(depth * depth * (3 - 2 * depth))); // as a blur falls off
+        layer.setAlphaF(color_.alphaF() * static_cast<float>(depth * depth * (3 - 2 * depth))); // like a blur's falloff
         painter->setBrush(layer);
         const qreal corner = std::max(radius_, radius_ + blur_ - inset);
         painter->drawRoundedRect(boundingRect().adjusted(inset, inset, -inset, -inset), corner, corner);

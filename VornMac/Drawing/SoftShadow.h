@@ -7,8 +7,8 @@
 
 namespace vorn {
 
-/// The soft shadow of a card with round corners, from `blur` outside its edges to as far inside. Give it the card's
-/// size plus `blur` on every side, and lay it below.
+/// The soft shadow of a card with round corners, from `blur` outside its edges to `blur` inside them. Make it larger
+/// than the card by `blur` on every side, and place it below the card.
 class SoftShadow : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

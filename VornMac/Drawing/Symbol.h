@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// A vector symbol, drawn in one colour and as large as fits. `name` is that of a file in `symbols/`.
+/// A vector symbol, drawn in one colour and as large as fits. `name` is that of a file in `symbols/`, without ".svg".
 class Symbol : public vorn::PaintedItem {
     Q_OBJECT
     QML_ELEMENT

@@ -13,12 +13,12 @@ namespace {
 using Code = Owned<QRcode, QRcode_free>;
 
 constexpr std::size_t longest = 2331; // bytes, in version 40 at level M
-constexpr unsigned char darkBit = 1;  // the library's other bits tell a module's purpose
+constexpr unsigned char darkBit = 1;  // the library's other bits describe a module's purpose
 
 Code encode(std::string_view payload)
 {
     if (payload.empty() || payload.size() > longest) throw std::length_error("the text fits no QR code");
-    // Passed with its length: the library's texts end at the first NUL.
+    // Passed with its length: as a string, it would end at the first NUL.
     const auto* bytes = reinterpret_cast<const unsigned char*>(payload.data());
     Code code(QRcode_encodeData(static_cast<int>(payload.size()), bytes, 0, QR_ECLEVEL_M));
     if (!code) throw std::bad_alloc();

@@ -9,10 +9,10 @@ namespace vorn {
 /// The modules of a QR code (ISO/IEC 18004, error correction level M). A value; threads: any.
 class QRMatrix {
 public:
-    static constexpr int quietZone = 4; ///< light modules that belong on each side
+    static constexpr int quietZone = 4; ///< light modules required on each side
 
-    /// Encodes `payload`, bytes of any kind. Throws `std::length_error` if it fits no QR code: an empty one, or one of
-    /// more than 2,331 bytes.
+    /// Encodes `payload`, bytes of any kind. Throws `std::length_error` if no QR code can hold it: if it is empty or
+    /// longer than 2,331 bytes.
     explicit QRMatrix(std::string_view payload);
 
     int size() const noexcept { return static_cast<int>(size_); } ///< modules on each side

@@ -29,7 +29,7 @@ void Announcer::announce(QObject* item, const QString& text)
     pending_.push_back({item, text});
 }
 
-/// Waits until everything that follows from a change has changed too: an item's name may still be the old one.
+/// Queued, so that everything that follows from a change has changed too: until then an item's name may be the old one.
 void Announcer::tellPending()
 {
     for (const Pending& pending : std::exchange(pending_, {})) {

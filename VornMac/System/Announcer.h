@@ -12,8 +12,8 @@ class QQmlEngine;
 
 namespace vorn {
 
-/// Makes screen readers speak changes outside the user's focus. One for the process, also in QML. Threads: the main
-/// one.
+/// Makes screen readers speak changes outside the user's focus. One object for the process, which QML shares. Threads:
+/// the main one.
 class Announcer : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -24,12 +24,12 @@ public:
     /// For QML's engine, which must not own it.
     static Announcer* create(QQmlEngine* engine, QJSEngine* scripts);
 
-    /// Speaks `text`, which `item` shows, soon and once. Skips empty text, text that the same item replaces at once,
-    /// and text that is no longer visible by then.
+    /// Speaks `text`, which `item` shows, once, after control has returned to the event loop. Skips empty text, text
+    /// that the same item has replaced by then, and text of an item that is no longer visible.
     Q_INVOKABLE void announce(QObject* item, const QString& text);
 
 signals:
-    /// A text is spoken, whether or not a reader listens.
+    /// Emitted when a text is spoken, whether or not a screen reader is running.
     void announced(QObject* item, const QString& text);
 
 private:

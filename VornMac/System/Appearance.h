@@ -11,8 +11,8 @@ class QQmlEngine;
 
 namespace vorn {
 
-/// The look of windows that the user's system asks for. One for the process, also in QML; follows the system while the
-/// program runs. Threads: the main thread, once there is a QGuiApplication.
+/// How the user's system asks windows to look. One object for the process, which QML shares; the theme follows the
+/// system while the program runs. Threads: the main one, once there is a QGuiApplication.
 class Appearance : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -35,7 +35,7 @@ public:
     double textScale() const noexcept { return textScale_; } ///< 1 for the sizes as designed, at most 2
     QString fontFamily() const;
 
-    /// Forces a theme; a null one follows the system again.
+    /// Forces `theme`; if absent, follows the system again.
     void setTheme(std::optional<Theme> theme);
     void setReducesMotion(bool reduces);
     void setTextScale(double scale);

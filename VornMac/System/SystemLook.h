@@ -4,15 +4,15 @@
 
 namespace vorn {
 
-// Facts and paths that each system has in its own way. Threads: the main thread, once there is a QGuiApplication.
+// Facts and paths that differ between systems. Threads: the main one, once there is a QGuiApplication.
 
-/// How much larger than usual the user wants text; 1 for the usual size.
+/// The factor by which the user wants text enlarged; 1 for the usual size.
 double systemTextScale();
-/// The family of fonts that windows are written in.
+/// The font family for text in windows.
 QString systemFontFamily();
 /// The path by which the desktop knows the running application.
 QString applicationFile();
-/// The path of the text with the third-party notices and licences.
+/// The path of the text file with the third-party notices and licences.
 QString noticesFile();
 
 } // namespace vorn

@@ -16,12 +16,12 @@ class ThisApplication : public QObject {
     Q_PROPERTY(QUrl notices READ notices CONSTANT)
 
 public:
-    /// The file by which the desktop knows it: on a Mac its bundle; elsewhere its desktop file if one is installed,
-    /// else the executable.
+    /// The file by which the desktop knows the application: on a Mac its bundle; elsewhere its desktop file if one is
+    /// installed, else the executable.
     static QUrl file();
-    /// The same as the data of a drag, by MIME type.
+    /// The same file as the data of a drag, by MIME type.
     static QVariantMap dragged();
-    /// The text with the third-party notices and licences.
+    /// The text file with the third-party notices and licences.
     static QUrl notices();
 };
 

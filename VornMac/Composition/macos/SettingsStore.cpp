@@ -5,7 +5,7 @@
 namespace vorn {
 namespace {
 
-/// The preferences of one domain, as `defaults` reads and writes them.
+/// The preferences of one domain, as the `defaults` tool reads and writes them.
 class Preferences final : public SettingsStore {
 public:
     explicit Preferences(const std::string& domain) : domain_(cfString(domain)) {}
@@ -14,7 +14,7 @@ public:
     {
         const auto name = cfString(key);
         if (!name || !domain_) return std::nullopt;
-        CFPreferencesAppSynchronize(domain_.get()); // otherwise this process may see its own earlier read
+        CFPreferencesAppSynchronize(domain_.get()); // otherwise this process may see a value cached by an earlier read
         const CFOwned<CFPropertyListRef> value(CFPreferencesCopyAppValue(name.get(), domain_.get()));
         return value ? valueOf(value.get()) : std::nullopt;
     }
@@ -52,7 +52,7 @@ private:
 
 } // namespace
 
-/// Always by name: `kCFPreferencesCurrentApplication` is another domain for a program outside the bundle.
+/// Names the domain: in a program outside the bundle, `kCFPreferencesCurrentApplication` is a different one.
 std::unique_ptr<SettingsStore> userSettings(const std::string& identifier)
 {
     return std::make_unique<Preferences>(identifier);

@@ -15,7 +15,7 @@ double systemTextScale()
     return screen != nullptr ? screen->logicalDotsPerInch() / usualResolution : 1;
 }
 
-// Desktops differ in their font, but the layout needs known widths. The package depends on this one.
+// Desktops use different fonts, but the layout needs known widths. The package depends on this font.
 QString systemFontFamily()
 {
     return QStringLiteral("Inter");
@@ -28,7 +28,7 @@ QString applicationFile()
     return entry.isEmpty() ? QCoreApplication::applicationFilePath() : entry;
 }
 
-// Packages may be installed without their documentation folders, so it is not there.
+// Not in the documentation folder: packages may be installed without it.
 QString noticesFile()
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() +

@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-/// The path of `path` relative to the executable's folder.
+/// `path`, relative to the parent of the executable's folder, as an absolute path.
 QString beside(const QString& path)
 {
     return QDir::cleanPath(QCoreApplication::applicationDirPath() + QStringLiteral("/../") + path);
@@ -31,14 +31,14 @@ QString systemFontFamily()
     return QFontDatabase::systemFont(QFontDatabase::GeneralFont).family();
 }
 
-// Vorn.app/Contents/MacOS/Vorn; without a bundle, the executable.
+// The bundle, for an executable at Vorn.app/Contents/MacOS/Vorn; without one, the executable.
 QString applicationFile()
 {
     const QString bundle = beside(QStringLiteral(".."));
     return isBundle(bundle) ? bundle : QCoreApplication::applicationFilePath();
 }
 
-// Without a bundle, the build folder's.
+// Without a bundle, the file is the one in the build folder.
 QString noticesFile()
 {
     const bool isInBundle = isBundle(beside(QStringLiteral("..")));
