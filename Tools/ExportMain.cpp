@@ -27,18 +27,18 @@ namespace {
 
 constexpr const char* stopped = "Stopped. Nothing was written.\n";
 
-/// An export that ends without an archive.
+/// Ends the export with `failure`.
 struct Failed {
     ExportFailure failure;
 };
 
-/// Lets a signal end the program while the archive is being packed, which happens in memory and cannot be told to stop.
+/// Lets a signal end the program while the archive is packed: packing happens in memory and cannot be cancelled.
 class ArchiveFiles : public FileManager {
 public:
     ArchiveFiles(InterruptWatch& interrupts, const std::string& lastWords)
         : interrupts_(interrupts), packing_(std::in_place, interrupts, lastWords)
     {
-        interrupts_.cancelFlag().check(); // a signal that came before is not reported again
+        interrupts_.cancelFlag().check(); // a signal that arrived earlier does not end it
     }
 
     void writeAtomically(ByteView bytes, const std::filesystem::path& path) override
@@ -79,7 +79,7 @@ private:
         throw Failed{failure};
     }
 
-    /// More precise than the application's text, which assumes a Mac's own database.
+    /// More precise than the application's text, which assumes the user's own database on a Mac.
     void refuseMissingDatabase() const
     {
         using preflight::DatabaseFile;
@@ -141,7 +141,7 @@ private:
         try {
             return SHA256::hexDigestOfFile(archive.url);
         } catch (const std::exception&) {
-            throw Failed{statisticsLost()}; // the archive itself is where it should be
+            throw Failed{statisticsLost()}; // the archive itself has been written
         }
     }
 

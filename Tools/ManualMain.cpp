@@ -24,7 +24,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The keys of user defaults are unknown to the library that reads the rest of the line.
+/// Adds the keys that override user defaults: CLI11, which reads the other options, does not know them.
 void addOverrides(CommandDescription& program, overrides::Program which)
 {
     for (const overrides::Key& key : overrides::keysOf(which)) {
@@ -59,7 +59,7 @@ void write(const fs::path& path, const std::string& text)
     file << text << std::flush;
 }
 
-/// Follows the places below `share` where Debian's shells and manual look.
+/// Uses the folders below `share` in which Debian's shells and man look.
 void writeAll(const CommandDescription& program, const fs::path& share)
 {
     write(share / "man/man1" / (program.name + ".1"), manualPage(program, VORN_VERSION));

@@ -27,11 +27,11 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr const char* stopped = "Stopped.";
-/// From a signal to the end of the program. By then all files are removed and an abort has had its chance; packing, in
-/// memory, may still run. A second signal ends the program sooner.
+/// How long the program may run after a signal: enough to remove all files and to try to abort the upload; packing, in
+/// memory, may still run. A second signal ends the program at once.
 constexpr auto graceAfterSignal = 1000ms;
 
-/// How the command ended: its exit status, or that it was cancelled.
+/// How the command ended: its exit status, or nothing if it was cancelled.
 using Ending = std::optional<TerminalStatus>;
 
 Async<> runToTheEnd(TerminalCommand* command, const Terminal* terminal, Ending* ending)
@@ -54,7 +54,7 @@ std::optional<SessionKeychain> keychainFor(const TerminalOptions& options)
     return SessionKeychain(Keychain::system(), sessionItem());
 }
 
-/// What a signal calls: `stop` on the queue of the jobs, or nothing before there is one.
+/// What a signal calls: posts `stop` to the context of the jobs; does nothing until `set`.
 class Target {
 public:
     void set(MainContext* context, std::function<void()> stop)
@@ -72,7 +72,7 @@ private:
     std::atomic<MainContext*> context_ = nullptr;
 };
 
-/// One run of the program. Members end in the reverse of their order: first the jobs, then what they use.
+/// One run of the program. Members are destroyed in reverse order: first the jobs, then what they use.
 class Run {
 public:
     Run(const TerminalOptions& options, UserDefaults& defaults, std::filesystem::path database,
@@ -107,7 +107,7 @@ private:
                 .interrupts = &interrupts_};
     }
 
-    /// Text for a program that ends before its jobs do. A line that changes may still be on the terminal.
+    /// Text for a program that ends before its jobs do. A progress line may still be on the terminal.
     std::string lastWords() const
     {
         return std::string(terminal_.traits().isTerminal ? "\r\x1B[K" : "") + stopped + "\n";
@@ -116,9 +116,9 @@ private:
     const Terminal& terminal_;
     Target target_;
     InterruptWatch interrupts_{
-        InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread
+        InterruptWatch::Deadline{[this] { target_(); }, graceAfterSignal, lastWords()}}; // before any thread starts
     LiveServices services_;
-    MainContext context_; ///< drops jobs that have not ended while all they use still exists
+    MainContext context_; ///< destroyed before the services, which its unfinished jobs use
     Ending ending_;
     AppModel model_;
     TerminalCommand command_;
@@ -149,7 +149,7 @@ void requireTemporaryDirectory()
         throw CommandFailure(TerminalStatus::failed, *mistake);
 }
 
-/// The application ignores an unfit setting and uses the built-in service; here the user can be told.
+/// The application ignores an invalid setting and uses the built-in service; here the user is told.
 void requireFitSettings(const UserDefaults& defaults)
 {
     if (const auto mistake = overrides::mistakeIn(defaults, overrides::Program::terminal))

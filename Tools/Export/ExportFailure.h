@@ -9,14 +9,14 @@
 
 namespace vorn {
 
-/// How `vorn-export` ends; scripts tell the cases apart.
+/// The exit statuses of `vorn-export`, by which scripts tell the cases apart.
 enum class ExportStatus {
     done = 0,
-    failed = 1, ///< out of memory, or a mistake of ours
+    failed = 1, ///< any other problem, such as too little memory or a bug
     wrongArguments = 2,
     noDatabase = 3,
     accessDenied = 4,
-    unreadable = 5,    ///< no database, or every copy was damaged
+    unreadable = 5,    ///< not a database, or every copy was damaged
     databaseError = 6, ///< any other failure of SQLite
     outputNotWritable = 7,
     copyFailed = 8,     ///< the private copy could not be made, for example because the disk is full
@@ -24,14 +24,14 @@ enum class ExportStatus {
     nothingFound = 10,  ///< nothing was written
 };
 
-/// Why there is no archive, for the program that called and for the person who reads.
+/// Why an export failed: a status for the calling program, and a text for the user.
 struct ExportFailure {
     ExportStatus status;
     std::string text; ///< whole sentences, without a newline at the end
     bool operator==(const ExportFailure&) const = default;
 };
 
-/// The failure of a `result` that is not worth an archive; nothing when it has messages.
+/// The failure for a `result` without messages; nothing if it has any.
 std::optional<ExportFailure> failureOfFinding(const NimbrelExportResult& result);
 
 /// A failure while the conversation was read.

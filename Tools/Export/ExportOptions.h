@@ -16,16 +16,16 @@ namespace vorn {
 
 /// The options of `vorn-export`.
 struct ExportOptions {
-    std::filesystem::path database; ///< empty where the user has no home folder, and named none
+    std::filesystem::path database; ///< empty if the user has no home folder and named no database
     bool isUsersOwn = true;         ///< `database` was not named
     std::vector<std::string> handles;
     std::filesystem::path output;
     Instant exportedAt;
-    bool json = false;       ///< statistics for programs
+    bool json = false;       ///< prints the statistics as JSON
     bool allowEmpty = false; ///< writes an archive even if it would be empty
 };
 
-/// The arguments ask for no export. `text` is the help, the version, or the mistake in them.
+/// What to print instead of exporting: the help, the version, or the mistake in the arguments.
 struct ExportOptionsEnd {
     std::string text;
     bool isMistake = false;

@@ -11,18 +11,18 @@ namespace vorn {
 
 /// One option or argument of a program.
 struct OptionDescription {
-    /// Which completion a value has.
+    /// How a value is completed.
     enum class Value { none, text, file, folder, oneOf };
 
     std::vector<std::string> names; ///< as typed: "-h", "--help"
     std::string help;
     std::string valueName{};    ///< empty for a flag
-    std::string defaultValue{}; ///< empty where the help has none
+    std::string defaultValue{}; ///< empty if the help states none
     Value value = Value::none;
     bool repeats = false;
     bool isPositional = false;
 
-    /// The words of `Value::oneOf`.
+    /// The values to choose from, for `Value::oneOf`.
     std::vector<std::string> words() const;
 };
 
@@ -35,7 +35,7 @@ struct CommandDescription {
     std::vector<CommandDescription> commands{};
 };
 
-/// The completion for a value that a help calls `valueName`.
+/// How a value is completed that the help calls `valueName`.
 OptionDescription::Value valueCalled(const std::string& valueName);
 
 CommandDescription describe(const CLI::App& app);

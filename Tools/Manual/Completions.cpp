@@ -12,7 +12,7 @@ namespace {
 
 using Value = OptionDescription::Value;
 
-/// Each character of `special` gets a backslash.
+/// `text` with a backslash before each character that is in `special`.
 std::string escaped(std::string_view text, std::string_view special)
 {
     std::string out;
@@ -23,7 +23,7 @@ std::string escaped(std::string_view text, std::string_view special)
     return out;
 }
 
-/// One word of a POSIX shell.
+/// `text` quoted as one word of a POSIX shell.
 std::string shellWord(const std::string& text)
 {
     return "'" + CLI::detail::find_and_replace(text, "'", "'\\''") + "'";
@@ -51,7 +51,7 @@ std::string bashReply(const OptionDescription& option)
     return "COMPREPLY=()";
 }
 
-/// A line for each option that takes a value, of `command` and of those below it.
+/// Adds a case for each option that takes a value, of `command` and of its subcommands.
 void collectBashValues(const CommandDescription& command, std::set<std::string>& cases)
 {
     for (const OptionDescription& option : command.options) {
@@ -63,7 +63,7 @@ void collectBashValues(const CommandDescription& command, std::set<std::string>&
 
 std::string bashValues(const CommandDescription& program)
 {
-    std::set<std::string> cases; // commands share options, and a pattern stands once
+    std::set<std::string> cases; // commands share options, and each pattern must appear once
     collectBashValues(program, cases);
     return fmt::format("{}", fmt::join(cases, ""));
 }
@@ -90,7 +90,7 @@ std::string zshAction(const OptionDescription& option)
     return "";
 }
 
-/// The arguments of zsh's `_arguments`, a line for each.
+/// The arguments for zsh's `_arguments`, one per line.
 std::string zshArguments(const CommandDescription& command)
 {
     std::string lines;

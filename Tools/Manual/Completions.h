@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-// Completions of the options and commands of `program`, and of values of a known kind, one for each shell.
+// Completion scripts, one for each shell: for the options and commands of `program`, and for values of a known kind.
 
 std::string bashCompletion(const CommandDescription& program);
 std::string zshCompletion(const CommandDescription& program);

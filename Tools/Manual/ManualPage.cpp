@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::string_view exitStatus = "Exit status: ";
 
-/// `text` escaped: otherwise its hyphens could not be searched for, and a dot that begins a line would be a macro.
+/// `text` escaped: otherwise hyphens could not be searched for, and a dot or quote at the start of a line would be a
+/// macro.
 std::string escaped(std::string_view text)
 {
     std::string out;
@@ -73,7 +74,7 @@ std::string commands(const CommandDescription& program)
     return text;
 }
 
-/// Indented lines, and those that announce them, keep their breaks.
+/// A paragraph with indented lines keeps all its line breaks.
 std::string paragraph(std::string_view text)
 {
     const bool isTable = text.find("\n ") != std::string_view::npos;

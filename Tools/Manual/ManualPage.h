@@ -6,7 +6,7 @@
 
 namespace vorn {
 
-/// The page of section 1 about `program`, in the macros of man(7). `version` stands at its foot.
+/// The section 1 manual page of `program`, in man(7) macros, with `version` in its footer.
 std::string manualPage(const CommandDescription& program, const std::string& version);
 
 } // namespace vorn

@@ -19,7 +19,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// `path` without links and dot segments, as far as it exists. In lower case, as some file systems ignore case.
+/// `path` with links and dot segments resolved as far as it exists, in lower case because some file systems ignore
+/// case.
 std::string comparable(const fs::path& path)
 {
     std::error_code failure;
@@ -31,7 +32,7 @@ std::string comparable(const fs::path& path)
 
 DatabaseFile databaseFileAt(const std::filesystem::path& path)
 {
-    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)); // opening a pipe would block
+    const FileDescriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)); // else a pipe would block
     if (!file) return errno == ENOENT ? DatabaseFile::missing : DatabaseFile::plausible;
     struct stat facts{};
     if (fstat(file.get(), &facts) != 0) return DatabaseFile::plausible;

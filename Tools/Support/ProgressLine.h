@@ -7,13 +7,13 @@
 
 namespace vorn {
 
-/// One line on a terminal that shows how far work has come. Shows nothing for work of less than a second. Threads: one
-/// at a time.
+/// A line on a terminal that shows the progress of work. Shows nothing for work of less than a second. Threads: one at
+/// a time.
 class ProgressLine {
 public:
     using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-    /// Writes to `terminal`, which stays the caller's; null shows nothing.
+    /// Writes to `terminal`, which the caller owns; null shows nothing.
     explicit ProgressLine(std::FILE* terminal, Clock clock = &std::chrono::steady_clock::now);
     ~ProgressLine() { clear(); }
     ProgressLine(ProgressLine&&) = delete;

@@ -6,7 +6,7 @@
 namespace vorn {
 
 /// Why `text` is not a whole number from `least` to `most`, both included, as the end of a sentence about an option;
-/// empty if it is one. Takes decimal digits alone: other readers take a number with a leading zero for octal.
+/// empty if it is one. Only plain decimal digits are accepted: CLI11 takes a number with a leading zero for octal.
 std::string mistakeInWholeNumber(const std::string& text, std::uint64_t least, std::uint64_t most);
 
 } // namespace vorn

@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// Waits for input, and checks `cancel` often: nothing else ends a wait for a person.
+/// Waits for input and polls `cancel`: nothing else ends the wait for a user.
 void waitForInput(int input, const CancelFlag& cancel)
 {
     pollfd readable{input, POLLIN, 0};
@@ -19,8 +19,8 @@ void waitForInput(int input, const CancelFlag& cancel)
     while (poll(&readable, 1, milliseconds) <= 0) cancel.check();
 }
 
-/// The next line, without its end; nothing at the end of the input. Reads byte by byte: what follows is for the next
-/// question, or for another program.
+/// The next line, without its newline; nothing at the end of the input. Reads byte by byte: what follows is for the
+/// next question, or for another program.
 std::optional<std::string> readLine(int input, const CancelFlag& cancel)
 {
     std::string line;
@@ -45,7 +45,7 @@ bool isYes(std::string answer)
 
 Async<bool> Answers::confirms(std::string question)
 {
-    tcflush(input_, TCIFLUSH); // on a terminal: nobody can answer a question that was not yet there
+    tcflush(input_, TCIFLUSH); // on a terminal: what was typed earlier does not answer this question
     terminal_->say(question + " [y/N]");
     const auto read = [input = input_](const CancelFlag& cancel) { return readLine(input, cancel); };
     const std::optional<std::string> answer = co_await onBackground(background_, read);

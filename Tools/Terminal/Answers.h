@@ -11,15 +11,15 @@ namespace vorn {
 /// Reads what the user types, line by line. Threads: the context's own.
 class Answers {
 public:
-    /// Reads from the descriptor `input`, which stays the caller's. Both others must outlive it.
+    /// Reads from the descriptor `input`, which the caller owns. `background` and `terminal` must outlive it.
     Answers(int input, BackgroundExecutor& background, const Terminal& terminal)
         : input_(input), background_(&background), terminal_(&terminal)
     {
     }
 
     /// Asks `question`, a sentence, and returns whether the answer was yes ("y" or "yes", in any case). The end of the
-    /// input is a no. What was typed at a terminal before the question is thrown away; what comes from a file or
-    /// another program is not.
+    /// input counts as no. What was typed at a terminal before the question is discarded; input from a file or another
+    /// program is not.
     Async<bool> confirms(std::string question);
 
 private:

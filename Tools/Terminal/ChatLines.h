@@ -13,10 +13,10 @@ namespace vorn {
 /// The text to which the user consents.
 std::vector<std::string> consentLines(const Consent& consent);
 
-/// A title, what it is about, and what to do.
+/// The title of `text`, its explanation, and the numbered steps.
 std::vector<std::string> instructionLines(const ScreenText& text);
 
-/// The chat in numbers: a line for each row of a table. Days are those of the user's zone.
+/// The chat in numbers: a line for each row of a table. Days are in the user's time zone.
 std::vector<std::string> statisticsLines(const NimbrelExportStats& stats);
 
 /// The last six messages as they are previewed: the sender and the first 140 characters. Control characters are

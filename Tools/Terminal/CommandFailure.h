@@ -6,19 +6,19 @@
 
 namespace vorn {
 
-/// How `vorn-terminal` ends; scripts tell the cases apart.
+/// The exit statuses of `vorn-terminal`, by which scripts tell the cases apart.
 enum class TerminalStatus {
     done = 0,
-    failed = 1, ///< out of memory, output that cannot be printed, or a mistake of ours
+    failed = 1, ///< any other problem, such as output that cannot be printed, or a bug
     wrongArguments = 2,
-    notLinked = 3,   ///< this Mac is not linked, or not any more
-    notNow = 5,      ///< the quest takes no upload at the moment
+    notLinked = 3,   ///< this Mac is not, or no longer, linked
+    notNow = 5,      ///< the quest accepts no upload at the moment
     unreachable = 7, ///< no answer from the service
-    refused = 8,     ///< an answer that was not what the command needs
+    refused = 8,     ///< the upload failed, or the service gave an answer that the command cannot use
     notAccepted = 9, ///< the review ended without a reward
-    keychain = 10,   ///< the keychain cannot be reached, or does not do what the command is for
+    keychain = 10,   ///< the keychain cannot be reached, or does not do what the command needs
     declined = 11,   ///< the user said no
-    noAccess = 12,   ///< Messages cannot be read, and nobody is there to change that
+    noAccess = 12,   ///< Messages cannot be read, and the command does not wait for access
     notFound = 13,   ///< there is no conversation to upload
 };
 
@@ -45,7 +45,7 @@ private:
 /// The failure of a command in which `error` was thrown.
 CommandFailure failureOf(const std::exception& error);
 
-/// `text`, from `errorText`, fit for a terminal; a text of our own if the service's cannot be read.
+/// `text`, from `errorText`, made fit for a terminal; a text of our own if nothing visible is left of it.
 std::string spokenWords(const std::string& text);
 
 } // namespace vorn

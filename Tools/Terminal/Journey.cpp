@@ -106,7 +106,7 @@ Async<> Journey::link()
     bool hadCode = false;
     while (model_.step() == Step::link) {
         const LinkPhase phase = model_.linkPhase();
-        // Unattended, waiting for a person or for a service that is down would never end.
+        // Unattended, a wait for a person or for a service that is down might never end.
         if (!isAttended_ && hadCode && is<phase::Loading>(phase))
             throw CommandFailure(TerminalStatus::notLinked, notInTime);
         if (std::exchange(shown, phase) != phase) linkPrinter_.show(phase, model_.qrPayload());
@@ -117,7 +117,7 @@ Async<> Journey::link()
     }
 }
 
-// Waits a moment for the amount, which is part of the text that the user agrees to.
+// Waits up to three seconds for the amount, which is part of the text that the user agrees to.
 Async<> Journey::waitForQuest()
 {
     const auto known = [](Journey* self) -> Async<> {

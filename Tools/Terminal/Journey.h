@@ -12,12 +12,12 @@
 
 namespace vorn {
 
-/// The whole path in a terminal, step by step as the model goes: shows what the model's screens would show, and asks
+/// The whole path in a terminal, following the model step by step: shows what the model's screens would show, and asks
 /// before anything is agreed to or sent. Threads: the model's own. Errors: `CommandFailure` if the path ends without
-/// its goal.
+/// reaching its goal.
 class Journey {
 public:
-    /// `isAttended` means that somebody is watching: then failures are tried again, and it waits for a phone. All
+    /// `isAttended` means that a user is watching: failures can then be retried, and linking waits for a phone. All
     /// references must outlive it.
     Journey(AppModel& model, MainContext& context, Clock& clock, const Terminal& terminal, Answers& answers,
             const TerminalOptions& options, bool isAttended);
@@ -28,7 +28,7 @@ public:
     Async<SubmissionStatus> toReward();
 
 private:
-    /// Each shows its step until the model goes to another.
+    /// Each of these shows its step until the model goes to another.
     Async<> showStep(Step step);
     Async<> link();
     Async<> consent();

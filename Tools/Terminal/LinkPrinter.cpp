@@ -32,7 +32,7 @@ void LinkPrinter::show(const LinkPhase& phase, const std::optional<std::string>&
 
 void LinkPrinter::tellLoading() const
 {
-    // After a failure it would be noise, every five seconds.
+    // Not after a failure: retries would repeat it every five seconds.
     if (lastFailure_.empty()) terminal_.say(linkText(phase::Loading{}).status.text);
 }
 

@@ -8,14 +8,14 @@
 
 namespace vorn {
 
-/// Tells the user in a terminal how linking goes on. Threads: one at a time.
+/// Shows the progress of linking in a terminal. Threads: one at a time.
 class LinkPrinter {
 public:
     /// `terminal` must outlive it; `background` is the user's choice.
     LinkPrinter(const Terminal& terminal, std::optional<TerminalOptions::Background> background);
 
-    /// Draws a code below all text about it, so that one of 23 lines fits a window of 24, with the cursor below. Throws
-    /// `CommandFailure` for one that cannot be drawn at all.
+    /// Draws a code below all text about it, so that a code of 23 lines fits a window of 24, with the cursor below.
+    /// Throws `CommandFailure` for a code that cannot be drawn at all.
     void show(const LinkPhase& phase, const std::optional<std::string>& qrPayload);
 
 private:
@@ -28,7 +28,7 @@ private:
     const Terminal& terminal_;
     QRCodeText::Ink ink_;
     bool explained_ = false;
-    std::string lastFailure_; ///< the one shown, while it lasts; empty if there is none
+    std::string lastFailure_; ///< the failure shown since the last code; empty if there is none
 };
 
 } // namespace vorn

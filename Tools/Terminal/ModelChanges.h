@@ -12,10 +12,10 @@ class ModelChanges : public QObject {
 public:
     explicit ModelChanges(const AppModel& model);
 
-    /// Ends with the next change; at once if there was one since the last call ended. One call at a time.
+    /// Ends with the next change, or at once if there was one since the last call ended. One call at a time.
     Async<> next();
 
-    /// Since the model went to its current step.
+    /// Whether the watch on the review has ended since the model went to its current step.
     bool hasReviewWatchEnded() const noexcept { return reviewWatchEnded_; }
 
 private:

@@ -12,7 +12,7 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
-extern char** environ; // NOLINT(readability-redundant-declaration): not every system's headers have it
+extern char** environ; // NOLINT(readability-redundant-declaration): not every system's headers declare it
 
 namespace vorn {
 namespace {
@@ -29,7 +29,7 @@ bool isInPath(const char* program)
     return false;
 }
 
-/// Starts a shell as a child with the default signals and `input` as its standard input.
+/// Starts `command` in a shell, with no signal blocked, SIGPIPE at its default, and `input` as standard input.
 pid_t spawnShell(const std::string& command, int input)
 {
     posix_spawn_file_actions_t actions;
@@ -56,7 +56,7 @@ pid_t spawnShell(const std::string& command, int input)
 
 } // namespace
 
-/// Nothing if the user wants no pager, or there is none.
+/// Nothing if standard output is not a terminal, or `PAGER` is empty, or unset and there is no less.
 std::optional<std::string> Pager::commandForUser()
 {
     if (isatty(STDOUT_FILENO) == 0) return std::nullopt;

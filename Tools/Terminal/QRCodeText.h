@@ -10,7 +10,7 @@ namespace vorn {
 /// a line for each module, so that modules are about square, with four light modules all around. Threads: any.
 class QRCodeText {
 public:
-    /// How to get dark modules on light ones, all that many phones can read.
+    /// How to draw dark modules on a light ground: many phones read nothing else.
     enum class Ink {
         colours,         ///< sets black on white itself, whatever the terminal's colours are
         darkBackground,  ///< no colours: the terminal writes light on dark, so the blocks are the light modules

@@ -9,8 +9,8 @@
 
 namespace vorn {
 
-/// The session's place in the user's keychain, for commands that must report its state: a `TokenStore` reads any
-/// failure as "no session". Threads: any. Errors: `CommandFailure` with the keychain's failure, followed by
+/// The session's place in the user's keychain, for commands that must report the keychain's failures: a `TokenStore`
+/// treats any failure as "no session". Threads: any. Errors: `CommandFailure` with the keychain's failure, followed by
 /// `consequence`, a sentence.
 class SessionKeychain {
 public:
@@ -19,7 +19,7 @@ public:
     {
     }
 
-    /// Whether anything is kept there, a session or not. Throws if the keychain cannot tell.
+    /// Whether the item exists, even if it holds no valid session. Throws if the keychain cannot tell.
     bool holdsSession(const std::string& consequence) const;
 
     /// The command's failure after `error` from the keychain.

@@ -8,10 +8,10 @@
 
 #include <nlohmann/json.hpp>
 
-/// What the terminal prints for programs in more than one place. Threads: any.
+/// The JSON that `vorn-terminal` prints in more than one place. Threads: any.
 namespace vorn {
 
-using StateJSON = nlohmann::ordered_json; ///< keys in their order
+using StateJSON = nlohmann::ordered_json; ///< keeps the order of its keys
 
 /// "cooldown", "lastRejected", "available" or "inReview".
 std::string availabilityName(const QuestAvailability& availability);

@@ -93,7 +93,7 @@ StateLines::StateLines(const AppModel& model, std::FILE* file) : model_(model), 
 template <class Write>
 void StateLines::follow(void (AppModel::*signal)(), Write write)
 {
-    // In ASCII, which leaves no control characters for the terminal.
+    // In ASCII, so that no control character reaches the terminal.
     connect(&model_, signal, this,
             [this, write] { print(write(model_).dump(-1, ' ', true, JSON::error_handler_t::replace)); });
 }

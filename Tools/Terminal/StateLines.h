@@ -12,10 +12,10 @@ namespace vorn {
 /// line holds a message or a token; "qrPayload" is the secret that a phone must be shown. Threads: the model's own.
 class StateLines : public QObject {
 public:
-    /// Writes to `file`, which stays the caller's.
+    /// Writes to `file`, which the caller owns.
     StateLines(const AppModel& model, std::FILE* file);
 
-    /// Whether every line could be written so far.
+    /// Whether every line so far has been written.
     bool hasWritten() const noexcept { return written_; }
 
 private:

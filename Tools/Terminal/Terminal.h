@@ -11,14 +11,14 @@
 
 namespace vorn {
 
-/// The program's text for its user, on standard error: standard output holds results alone.
+/// The program's text for its user, on standard error: standard output holds only results.
 class Terminal {
 public:
     /// What is known about standard error.
     struct Traits {
         bool isTerminal = false;
         bool colours = false;
-        std::optional<TerminalOptions::Background> background{}; ///< if the terminal tells
+        std::optional<TerminalOptions::Background> background{}; ///< if the terminal reports it
     };
     /// In character cells.
     struct WindowSize {
@@ -29,7 +29,7 @@ public:
     /// Read from the terminal itself and `NO_COLOR`, `TERM` and `COLORFGBG`.
     static Traits currentTraits();
 
-    /// The terminal's current size; 80 by 24 if it does not tell.
+    /// The terminal's current size; 80 by 24 if it reports none.
     static WindowSize currentWindowSize();
 
     /// `windowSize` is called each time: users resize windows.

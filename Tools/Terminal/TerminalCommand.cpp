@@ -25,7 +25,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Signing out is complete once the session is forgotten here; this is how long the service may take to hear of it.
+/// Signing out is complete once the session is forgotten here; this is how long revoking it on the service may take.
 constexpr auto patienceForRevoking = 5s;
 
 constexpr const char* notLinked = "This Mac is not linked.";
@@ -57,7 +57,7 @@ Async<> TerminalCommand::restoreSession()
     model.continueSignedOut(); // each command reports a refusal itself
 }
 
-/// Does not ask a keychain that has refused already: that would ask the user once more.
+/// Does not ask a keychain that has already refused: that would prompt the user again.
 void TerminalCommand::requireKeychain(const std::string& consequence) const
 {
     if (!services_.keychain) return;
@@ -101,7 +101,7 @@ Async<> TerminalCommand::show()
     list(*found);
 }
 
-/// As the find screen does.
+/// Finds the chat as the find screen does.
 Async<> TerminalCommand::findChat()
 {
     AppModel& model = *services_.model;
@@ -115,7 +115,7 @@ Async<> TerminalCommand::findChat()
     if (const auto failure = failureOfFinding(model.scanPhase())) throw CommandFailure(*failure);
 }
 
-/// Blocks until the reader is done: nothing is under way by then.
+/// Blocks the thread until the reader is done: no job is running by then.
 void TerminalCommand::list(const NimbrelExportResult& found) const
 {
     const InterruptWatch::InterruptIgnored untilRead(*services_.interrupts);

@@ -23,7 +23,7 @@ struct TerminalServices {
     Clock* clock;
     BackgroundExecutor* background;
     VornAPI api;
-    std::optional<SessionKeychain> keychain; ///< behind the store; nothing if the keychain is not used
+    std::optional<SessionKeychain> keychain; ///< behind the token store; nothing if the keychain is not used
     AppModel* model;
     const Terminal* terminal;
     InterruptWatch* interrupts;
@@ -35,7 +35,7 @@ class TerminalCommand {
 public:
     TerminalCommand(TerminalOptions options, TerminalServices services);
 
-    /// Throws what `failureOf` describes. The command must outlive it.
+    /// Throws what `failureOf` describes. The command must outlive the run.
     Async<> run();
 
 private:

@@ -15,7 +15,7 @@ namespace vorn {
 namespace {
 
 constexpr const char* program = "vorn-terminal";
-// Lines of 79 columns at most: CLI11 wraps neither of the two.
+// Wrapped by hand: CLI11 wraps neither of the two.
 constexpr const char* description = "Vorn for Mac in a terminal: links this Mac to your account, asks what you agree\n"
                                     "to, finds your chat with Nimbrel in Messages, uploads it, and shows what the\n"
                                     "review said. With a command, only that. Results go to standard output,\n"
@@ -109,7 +109,7 @@ void addCommands(CLI::App& app, TerminalOptions& options, Texts& texts)
                [](CLI::App&) {});
 }
 
-/// A submission's name becomes one segment of a request's path.
+/// The mistake in these values; empty if there is none. SUBMISSION becomes one segment of a request's path.
 std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
 {
     const bool isOnePart =
@@ -121,7 +121,7 @@ std::string mistakeIn(const Texts& texts, const TerminalOptions& options)
     return "";
 }
 
-/// The text about a word that is not a command.
+/// The text about a word that is not the name of a command.
 std::string unknownCommand(const CLI::App& app)
 {
     const auto left = app.remaining();
@@ -142,7 +142,7 @@ std::variant<TerminalOptions, TerminalOptionsEnd> parseTerminalOptions(int argc,
     std::vector<std::string> arguments(argv + 1, argv + argc);
     options.defaults = ArgumentDefaults::takenFrom(arguments);
     const auto wrongOverride = overrides::mistakeOnLine(options.defaults, arguments, overrides::Program::terminal);
-    std::ranges::reverse(arguments); // the order that CLI11 takes
+    std::ranges::reverse(arguments); // CLI11 takes them in reverse order
 
     CLI::App app(description, program);
     addCommands(app, options, texts);

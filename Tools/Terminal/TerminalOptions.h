@@ -20,16 +20,16 @@ struct TerminalOptions {
 
     Command command = Command::share;
     std::optional<std::string> submission{}; ///< the one whose status is asked for
-    std::optional<std::string> search{};     ///< the words that shown messages must hold
-    std::optional<std::string> copy{};       ///< the file to save a copy of the archive to, instead of showing it
-    bool yes = false;                        ///< to every question
-    bool json = false;                       ///< results for programs
+    std::optional<std::string> search{};     ///< the words that the listed messages must contain
+    std::optional<std::string> copy{};       ///< where to save a copy of the archive, instead of listing messages
+    bool yes = false;                        ///< answers every question with yes
+    bool json = false;                       ///< prints results as JSON
     bool keychain = true;                    ///< the session is read from the keychain and kept there
     std::optional<Background> background{};  ///< of the terminal, for a QR code without colours
     ArgumentDefaults defaults{};
 };
 
-/// The arguments ask for no command. `text` is the help, the version, or the mistake in them.
+/// What to print instead of running a command: the help, the version, or the mistake in the arguments.
 struct TerminalOptionsEnd {
     std::string text;
     bool isMistake = false;

@@ -20,7 +20,7 @@ std::string line(std::string_view label, const std::string& value)
     return fmt::format("{:<16}{}\n", label, printable(value));
 }
 
-/// In ASCII, which leaves no control characters for the terminal.
+/// In ASCII, so that no control character reaches the terminal.
 std::string dump(const JSON& document)
 {
     return document.dump(2, ' ', true, JSON::error_handler_t::replace) + "\n";

@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// The end of the whole path, in lines for a person, who has been told how the review ended.
+/// The result of the whole path, as lines for a user who already knows how the review ended.
 std::string textOf(const SubmissionStatus& submission);
 
 /// What `status` prints.

@@ -5,8 +5,8 @@
 
 namespace vorn {
 
-/// Waits for `work`, but for `limit` at most, and cancels it then. Returns whether it ended by itself. `work` must
-/// throw nothing but `Cancelled`. `context`, the one that awaits it, and `clock` must outlive it.
+/// Waits for `work`, for `limit` at most, then cancels it. Returns whether it ended by itself. `work` must throw
+/// nothing but `Cancelled`. `context`, on which the caller runs, and `clock` must outlive the wait.
 Async<bool> endsWithin(MainContext* context, Clock* clock, Clock::Duration limit, Async<> work);
 
 } // namespace vorn
