@@ -37,7 +37,7 @@ int main(int argc, char** argv)
         fmt::print("{}\n", service.baseURL());
         std::fflush(stdout);
         while (!interrupts.cancelFlag().isCancelled()) std::this_thread::sleep_for(std::chrono::milliseconds(50));
-        return 0; // stopping it is how it ends
+        return 0; // being stopped is its normal end
     } catch (const std::exception& error) {
         fmt::print(stderr, "vorn-sandbox: {}\n", error.what());
         return 1;

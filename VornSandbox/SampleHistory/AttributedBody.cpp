@@ -10,9 +10,9 @@ namespace {
 using namespace std::literals;
 
 /// What differs between the kinds. A typed stream spells out every class and type once and names it by a label
-/// afterwards; labels count on from 0x92, so they depend on the classes before them.
+/// afterwards; labels are numbered from 0x92, so each depends on the classes before it.
 struct Form {
-    std::string_view bodyClass; ///< and those above it, up to the root
+    std::string_view bodyClass; ///< and its superclasses, up to the root
     std::string_view textClass;
     std::string_view root;   ///< the label of NSObject
     std::string_view string; ///< the labels of NSString and of the type "+", for bytes
@@ -24,7 +24,7 @@ constexpr std::string_view mutableBody = "\x19NSMutableAttributedString\0\x84\x8
 constexpr std::string_view immutableString = "\x08NSString\x01"sv;
 constexpr std::string_view mutableString = "\x0FNSMutableString\x01\x84\x84\x08NSString\x01"sv;
 
-/// By `AttributedBodyKind`.
+/// Indexed by `AttributedBodyKind`.
 constexpr std::array forms{
     Form{immutableBody, immutableString, "\x94", "\x96\x96", "\x99\x99"},
     Form{mutableBody, mutableString, "\x95", "\x98\x98", "\x9B\x9B"},
@@ -72,7 +72,7 @@ ByteBuffer attributedBody(std::string_view text, AttributedBodyKind kind)
 
 std::size_t utf16Length(std::string_view text) noexcept
 {
-    // A scalar has one byte that is not a continuation; those of four bytes, led by F0 to F4, need a pair of units.
+    // Each scalar has one byte that is not a continuation; those of four bytes, led by F0 to F4, need a surrogate pair.
     std::size_t units = 0;
     for (const char c : text) {
         const auto byte = static_cast<unsigned char>(c);

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// Which classes stand at the head of the blob; Messages writes each of them.
+/// Which classes the blob begins with; Messages writes all three kinds.
 enum class AttributedBodyKind {
     immutableText,        ///< NSAttributedString holding NSString
     mutableText,          ///< NSMutableAttributedString holding NSMutableString
@@ -16,10 +16,11 @@ enum class AttributedBodyKind {
 
 /// The content of `message.attributedBody` for `text` (UTF-8): a typed stream of an attributed string with the one run
 /// that every plain message has, the number 0 of its only part. Messages divides texts with links, attachments or bold
-/// words into more runs, all behind the text, where an export reads nothing. An empty text has no run. Threads: any.
+/// words into more runs, all stored after the text, where an export reads nothing. An empty text has no run. Threads:
+/// any.
 ByteBuffer attributedBody(std::string_view text, AttributedBodyKind kind);
 
-/// How many UTF-16 units the well-formed UTF-8 `text` is long.
+/// The length of `text`, well-formed UTF-8, in UTF-16 code units.
 std::size_t utf16Length(std::string_view text) noexcept;
 
 } // namespace vorn

@@ -20,8 +20,8 @@ const std::array others{
     SampleHandle{"262966", "SMS"},
 };
 
-/// A handle with its one-to-one conversation; its ROWID. Newer systems begin a conversation's guid with "any" and let
-/// it move between services.
+/// Adds a handle and its one-to-one conversation, and returns the handle's ROWID. Newer systems begin a conversation's
+/// guid with "any" and let it move between services.
 std::int64_t addPerson(SampleCast& cast, const SampleHandle& person, std::string_view guidPrefix, unsigned weight)
 {
     cast.handles.push_back(person);
@@ -94,7 +94,7 @@ SampleCast SampleCast::make(const SampleHistoryOptions& options)
     }
     addGroup(cast, "413868532150947261", "Summer trip", {friends[0], friends[1], 1}, 9);
     addGroup(cast, "872253640985122345", "", {friends[0], friends[1], friends[3]}, 7);
-    addGroup(cast, "590117324466381902", "Plans", {1}, 3); // everybody but the assistant has left: a group all the same
+    addGroup(cast, "590117324466381902", "Plans", {1}, 3); // all but the assistant have left: it is still a group
     return cast;
 }
 

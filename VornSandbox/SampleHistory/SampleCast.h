@@ -22,16 +22,16 @@ struct SampleChat {
     std::string service;
     std::string displayName{}; ///< of a named group
     std::int64_t style = 45;
-    std::vector<std::int64_t> handles{}; ///< ROWIDs of the participants beside the user
+    std::vector<std::int64_t> handles{}; ///< ROWIDs of the participants other than the user
     unsigned weight = 1;                 ///< its share of the rows, relative to the others'
     bool withAssistant = false;          ///< one-to-one with the assistant: what an export reads
 
     bool isGroup() const { return style == 43; }
 };
 
-/// Everybody in a sample history and the conversations they have. The user's own number and account are fixed.
+/// The people in a sample history, and their conversations. The user's own number and account are fixed.
 struct SampleCast {
-    std::vector<std::string> assistant; ///< handles
+    std::vector<std::string> assistant; ///< its handles
     std::vector<SampleHandle> handles;
     std::vector<SampleChat> chats;
 

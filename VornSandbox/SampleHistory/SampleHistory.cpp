@@ -17,8 +17,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// For filling a new file fast: nothing protects it against a crash. Exclusive locking keeps the index of the log in
-/// memory: no "-shm" file appears beside the database.
+/// For filling a new file fast: nothing protects it against a crash. Exclusive locking keeps the log's index in memory,
+/// so that no "-shm" file appears beside the database.
 constexpr auto fastPragmas = "PRAGMA page_size = 4096; PRAGMA locking_mode = EXCLUSIVE; PRAGMA journal_mode = OFF;"
                              "PRAGMA synchronous = OFF; PRAGMA cache_size = -262144; PRAGMA temp_store = MEMORY;"
                              "PRAGMA threads = 2";
@@ -28,7 +28,7 @@ fs::path beside(fs::path path, const char* suffix)
     return path += suffix;
 }
 
-/// A private folder next to the output, gone with everything in it when the object dies.
+/// A private folder beside the output, removed with everything in it when the object is destroyed.
 class Workshop {
 public:
     explicit Workshop(const fs::path& output)
@@ -38,7 +38,7 @@ public:
     }
     ~Workshop()
     {
-        std::error_code ignored; // nothing sensible can be done about a folder that will not go
+        std::error_code ignored; // nothing sensible can be done about a folder that cannot be removed
         fs::remove_all(folder_, ignored);
     }
     Workshop(const Workshop&) = delete;
@@ -46,7 +46,7 @@ public:
 
     fs::path database() const { return folder_ / "chat.db"; }
 
-    /// The file is made before SQLite opens it: SQLite would let others read it, and gives its log the same mode.
+    /// Created before SQLite opens it: SQLite would let others read it, and gives its log the database's mode.
     void makeEmptyFile() const
     {
         const FileDescriptor file = createPrivateFile(database());
@@ -99,7 +99,7 @@ public:
             writer.writeCast();
             writeRows(writer, options_.messages - options_.inLog);
         });
-        // Ready-made indexes are sorted once; kept up row by row they would cost more than the rows.
+        // An index over existing rows is sorted once; maintained row by row, it would cost more than the rows.
         database_.execute("BEGIN");
         database_.execute(sampleData::indexes);
         database_.execute(sampleData::triggers);
@@ -141,8 +141,8 @@ private:
     SQLiteDatabase database_;
 };
 
-/// The old database goes first and its log with it; the new log waits alone for its database. At no moment do a
-/// database and a log of different histories stand side by side.
+/// Removes the old database before its log, and moves the new log before its database: a database and a log of
+/// different histories are never side by side.
 void moveInto(const fs::path& output, const fs::path& from)
 {
     fs::remove(output);
@@ -165,7 +165,7 @@ SampleHistorySummary writeSampleHistory(const fs::path& path, const SampleHistor
         moveInto(path, workshop.database());
         return summary;
     } catch (const SQLiteError&) {
-        if (options.cancel != nullptr) options.cancel->check(); // which interrupts statements
+        if (options.cancel != nullptr) options.cancel->check(); // cancelling interrupts statements
         throw;
     }
 }

@@ -14,13 +14,13 @@ namespace vorn {
 
 /// The command line of `vorn-sample-history`.
 struct SampleHistoryCommandLine {
-    static constexpr int wrong = 2; ///< exit code
+    static constexpr int wrong = 2; ///< exit code for wrong arguments
 
     std::filesystem::path output;
     SampleHistoryOptions options;
     bool json = false;
 
-    /// Reads the arguments. Returns an exit code, after printing why, when nothing is to be run.
+    /// Reads the arguments into `line`. If nothing is to be run, prints why and returns the exit code.
     static std::optional<int> parse(int argc, const char* const* argv, SampleHistoryCommandLine& line);
 
     /// Calls `read` with all options and their help, which are destroyed when it returns.

@@ -13,16 +13,16 @@
 
 namespace vorn {
 
-/// Adds rows to a table: one statement, prepared for the first row and run again for each. Threads and errors as
-/// `SQLiteDatabase`, which it must not outlive.
+/// Adds rows to a table with one statement, prepared for the first row and run again for each later one. Threads and
+/// errors are those of `SQLiteDatabase`, which it must not outlive.
 class SampleInsert {
 public:
     using Value = std::variant<std::nullptr_t, std::int64_t, std::string_view, ByteView>;
-    using Row = std::initializer_list<std::pair<std::string_view, Value>>; ///< columns and what they hold
+    using Row = std::initializer_list<std::pair<std::string_view, Value>>; ///< columns and their values
 
     SampleInsert(const SQLiteDatabase& database, std::string_view table) : database_(database), table_(table) {}
 
-    /// Columns that are not named keep their default. Every row names the same ones in the same order.
+    /// Columns that are not named keep their default. Every row must name the same columns in the same order.
     void run(Row row);
 
 private:

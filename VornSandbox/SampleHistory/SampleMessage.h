@@ -30,7 +30,7 @@ struct SampleMessage {
     std::optional<std::string> text;
     std::optional<ByteBuffer> body; ///< the attributed body
     bool fromMe = false;
-    std::int64_t handle = 0; ///< ROWID; 0 in what the user wrote to a group
+    std::int64_t handle = 0; ///< ROWID; 0 for the user's own messages to a group
     std::string_view service;
     std::int64_t date = 0;
     std::int64_t dateRead = 0;
@@ -38,7 +38,7 @@ struct SampleMessage {
     std::int64_t dateEdited = 0;
     std::int64_t dateRetracted = 0;
 
-    std::int64_t itemType = 0; ///< not 0: something that happened to the conversation, not something written
+    std::int64_t itemType = 0; ///< not 0: an event in the conversation, not a written message
     std::int64_t groupActionType = 0;
     std::int64_t otherHandle = 0;
     std::string groupTitle;
@@ -48,14 +48,14 @@ struct SampleMessage {
     std::int64_t associatedLength = 0;
     std::string_view associatedEmoji;
 
-    std::string replyToGuid;          ///< the message before this one: every row has it, it says nothing about threads
-    std::string threadOriginatorGuid; ///< the message that this one answers in particular
+    std::string replyToGuid;          ///< the previous message; nearly every row has it, so it marks no thread
+    std::string threadOriginatorGuid; ///< the specific message that this one replies to
     std::string threadOriginatorPart;
 
     bool isAudio = false;
     bool hasLink = false;
     std::int64_t parts = 1;
-    ByteBuffer payload; ///< of the balloon that shows a link: of a likely size, and without content
+    ByteBuffer payload; ///< of the balloon that shows a link: of a realistic size, and all zeros
     std::vector<SampleAttachment> attachments;
 };
 

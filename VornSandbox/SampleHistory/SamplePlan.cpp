@@ -7,7 +7,7 @@
 namespace vorn {
 namespace {
 
-// How many rows in a thousand are of which kind.
+// How many rows in a thousand are of each kind.
 constexpr unsigned reactions = 45;
 constexpr unsigned happenings = 3;
 constexpr unsigned happeningsInGroups = 14;
@@ -16,7 +16,7 @@ constexpr unsigned emptyRows = 3;
 constexpr unsigned undatedRows = 2;
 constexpr unsigned withAttachment = 40;
 constexpr unsigned withLink = 84; // of the rows without attachments: 8 in a hundred of all
-constexpr unsigned padded = 9;    // as typed: nobody trims it before it is sent
+constexpr unsigned padded = 9;    // with white space at both ends, as typed
 constexpr unsigned editedRows = 12;
 constexpr unsigned threads = 50;
 constexpr unsigned blobOnly = 600;
@@ -31,7 +31,7 @@ struct FileKind {
     std::string_view exportedType;
 };
 
-// Twenty in all, so that each stands for five in a hundred.
+// `fileKinds` has twenty entries, so that each stands for five in a hundred.
 constexpr FileKind jpeg{"IMG_", ".JPG", "public.jpeg", "image/jpeg", "image/jpeg"};
 constexpr FileKind heic{"IMG_", ".HEIC", "public.heic", "image/heic", "image/heic"};
 constexpr FileKind voice{"Audio Message ", ".caf", "com.apple.coreaudio-format", "", "application/octet-stream"};
@@ -43,7 +43,7 @@ constexpr FileKind nameless{"file ", "", std::nullopt, std::nullopt, "applicatio
 constexpr std::array fileKinds{jpeg, jpeg, jpeg, jpeg,  jpeg,  jpeg,  heic,       heic,       heic,    heic,
                                heic, pdf,  pdf,  voice, voice, movie, screenshot, screenshot, unknown, nameless};
 
-/// A value of `associated_message_type` and the words that stand in the reaction's text.
+/// A value of `associated_message_type`, and the verb in the reaction's text.
 struct Reaction {
     std::int64_t type;
     std::string_view verb;
@@ -52,7 +52,7 @@ constexpr std::array reactionKinds{Reaction{2000, "Loved"},          Reaction{20
                                    Reaction{2002, "Disliked"},       Reaction{2003, "Laughed at"},
                                    Reaction{2004, "Emphasized"},     Reaction{2005, "Questioned"},
                                    Reaction{2006, "Reacted 🫶🏼 to"}};
-constexpr std::int64_t takenBack = 1000; // is added to a reaction's type
+constexpr std::int64_t takenBack = 1000; // added to the type of a reaction that is taken back
 
 constexpr std::int64_t appleEpoch = 978'307'200; // 2001-01-01T00:00:00Z in Unix time
 constexpr std::int64_t second = 1'000'000'000;
@@ -115,7 +115,7 @@ const SampleMessage& SamplePlan::next()
 void SamplePlan::chooseChat(bool beginsSession)
 {
     if (!beginsSession) return;
-    // The conversation that is furthest behind its share: even a short history has something of each.
+    // The conversation furthest behind its share: even a short history then has some rows of each.
     const auto behind = [&](std::size_t index) {
         return static_cast<double>(summary_.conversations[index].rows) / cast_.chats[index].weight;
     };
@@ -197,7 +197,7 @@ void SamplePlan::unsend()
     if (random_.chance(500)) {
         row_.dateRetracted = row_.date + random_.between(5, 120) * second;
         if (!random_.chance(500)) return;
-        text_.compose(SampleVoice::prompt, shown_); // some rows keep what was taken back
+        text_.compose(SampleVoice::prompt, shown_); // some rows keep the text that was taken back
         row_.body = attributedBody(shown_, drawKind());
         return;
     }

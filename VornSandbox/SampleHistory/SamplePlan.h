@@ -14,7 +14,7 @@
 
 namespace vorn {
 
-/// Decides, row by row and from the seed alone, what stands in a history, and keeps count of what an export will find.
+/// Decides, row by row and from the options alone, what a history contains, and counts what an export will find.
 /// Threads: one at a time.
 class SamplePlan {
 public:
@@ -22,7 +22,7 @@ public:
     SamplePlan(const SamplePlan&) = delete;
     SamplePlan& operator=(const SamplePlan&) = delete;
 
-    /// The next row, by ROWID; call it `options.messages` times. Valid until the next call.
+    /// The next row, in order of ROWID; call it `options.messages` times. Valid until the next call.
     const SampleMessage& next();
 
     /// What has been planned so far.

@@ -10,7 +10,7 @@
 namespace vorn {
 
 /// Random numbers from a seed, the same with every standard library. The standard fixes the numbers of the engine but
-/// not those of its distributions, so none of them is used. Threads: one at a time.
+/// not those of its distributions, so no distribution is used. Threads: one at a time.
 class SampleRandom {
 public:
     explicit SampleRandom(std::uint64_t seed) : engine_(seed) {}
@@ -40,7 +40,7 @@ public:
         into.assign(pattern);
         std::uint64_t bits = engine_();
         for (std::size_t i = 0; i < pattern.size(); ++i) {
-            if (i == 18) bits = engine_(); // 64 bits are 16 digits, and one UUID has 31 free ones
+            if (i == 18) bits = engine_(); // 64 bits are 16 digits, and a UUID has 31 random ones
             if (pattern[i] != 'x' && pattern[i] != 'y') continue;
             const unsigned nibble = pattern[i] == 'y' ? 8 | (bits & 3) : bits & 15;
             into[i] = "0123456789ABCDEF"[nibble];

@@ -46,7 +46,7 @@ const Texts& texts()
 
 constexpr unsigned otherLanguagePerMille = 80;
 
-/// Puts a full stop after a letter or digit, and then `separator`.
+/// Puts a full stop after a lower-case ASCII letter or a digit, and then `separator`.
 void endSentence(char separator, std::string& into)
 {
     const char last = into.back();

@@ -7,7 +7,7 @@
 
 namespace vorn {
 
-/// Who speaks to whom.
+/// Who speaks to whom: the user to the assistant, the assistant to the user, or people to each other.
 enum class SampleVoice { prompt, reply, chatter };
 
 /// Composes messages that read like a person chatting with an assistant or with friends. Threads: one at a time.
@@ -19,7 +19,7 @@ public:
     /// and neither begins nor ends with white space.
     void compose(SampleVoice voice, std::string& into);
 
-    /// A web address. Ends in a letter or a digit, so that all detectors agree on its end.
+    /// A web address. It ends in a letter or a digit, so that all link detectors agree on where it ends.
     void link(std::string& into);
 
 private:

@@ -16,9 +16,9 @@ public:
         bool beginsSession = false; ///< after a long pause: likely another conversation
     };
 
-    /// `untilSeconds` counts from 2001-01-01T00:00:00Z. A thousand rows take about two weeks, and a
-    /// history that would take longer than nine years is compressed into them.
-    /// Takes a second for a hundred million rows: a raised `cancel`, which may be absent, ends it with `Cancelled`.
+    /// `untilSeconds` counts from 2001-01-01T00:00:00Z. A thousand rows span about 18 days; a history that would span
+    /// more than nine years is compressed into nine. Construction takes about a second for a hundred million rows; a
+    /// raised `cancel`, which may be null, ends it with `Cancelled`.
     SampleTimeline(std::uint64_t seed, std::int64_t rows, std::int64_t untilSeconds,
                    const CancelFlag* cancel = nullptr);
 
@@ -26,7 +26,7 @@ public:
 
 private:
     struct Step {
-        std::int64_t seconds = 0; ///< since the row before, before scaling
+        std::int64_t seconds = 0; ///< since the previous row, before scaling
         bool beginsSession = false;
     };
     Step step();
@@ -34,9 +34,9 @@ private:
     SampleRandom random_;
     SampleRandom jitter_;
     std::int64_t leftInSession_ = 0;
-    std::int64_t elapsed_ = 0;          ///< of the unscaled seconds
-    std::int64_t unit_ = 1'000'000'000; ///< nanoseconds of one unscaled second
-    std::int64_t beginning_ = 0;        ///< as a date
+    std::int64_t elapsed_ = 0;          ///< in unscaled seconds
+    std::int64_t unit_ = 1'000'000'000; ///< nanoseconds per unscaled second
+    std::int64_t beginning_ = 0;        ///< in the unit of `Tick::date`
 };
 
 } // namespace vorn

@@ -15,10 +15,10 @@ constexpr std::string_view accountGUID = "2D6B1C9E-7F40-4C1B-9A55-0C2D8E7F1A34";
 constexpr std::string_view ownNumber = "+14155550100";
 constexpr std::string_view linkBalloon = "com.apple.messages.URLBalloonProvider";
 
-/// Every message has one. An export does not read it, so that only its size matters.
+/// Every message has one. An export does not read it, so only its size matters.
 constexpr std::array<std::byte, 102> summary{};
 
-constexpr std::int64_t second = 1'000'000'000; // attachments keep seconds
+constexpr std::int64_t second = 1'000'000'000; // attachments' dates are in seconds
 
 /// NULL for what the row does not have.
 template <class T>
@@ -137,7 +137,8 @@ void SampleWriter::writeMessage(const SampleMessage& message)
 
 void SampleWriter::writeAttachment(const SampleMessage& message, const SampleAttachment& attachment)
 {
-    // The two folders are the first and last digits of the guid's last block, as Messages spreads its files.
+    // The folders are named by the guid's last two digits, then by a 0 and its last digit, as Messages spreads its
+    // files.
     const std::string& guid = attachment.guid;
     const std::string filename = "~/Library/Messages/Attachments/" + guid.substr(guid.size() - 2) + "/0" +
                                  guid.substr(guid.size() - 1) + "/" + guid + "/" + attachment.transferName;

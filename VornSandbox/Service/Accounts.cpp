@@ -19,8 +19,7 @@ ServiceError noSuchLink()
 
 } // namespace
 
-/// The table of accounts lasts as long as the connection: a kept state may have sessions of accounts that this run
-/// lacks.
+/// The table of accounts is temporary: a state kept from another run may hold sessions of accounts that this run lacks.
 Accounts::Accounts(State& state, const Settings& settings) : state_(state), settings_(settings)
 {
     state_.run("CREATE TEMP TABLE user(number INTEGER PRIMARY KEY, id AS ('usr_' || number), name TEXT NOT NULL)");
@@ -73,7 +72,7 @@ Answer Accounts::createLink(const Call& call)
                       201);
 }
 
-/// Only the first answer after the approval carries the session: only the holder of the poll secret gets it, and only
+/// The first answer after the approval carries the session: it goes only to the holder of the poll secret, and only
 /// once.
 Answer Accounts::pollLink(const Call& call)
 {

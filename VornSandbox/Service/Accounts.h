@@ -11,10 +11,10 @@
 
 namespace vorn::sandbox {
 
-/// The accounts of the phone app, the links that ask to join a Mac to one, and the sessions of the Macs that are
-/// joined. A link is pending, then scanned, then approved or rejected; or expired, when the phone was too slow. An
-/// access token lives for a while; the refresh token buys a new pair, once. A refresh token that comes a second time
-/// means that two parties hold it: the session ends for both. Threads: any.
+/// The accounts of the phone app, the links that ask to link a Mac to one, and the sessions of linked Macs. A link is
+/// pending, then scanned, then approved or rejected; it expires if the phone is too slow. An access token is valid for
+/// a limited time; a refresh token can be exchanged for a new pair, once. A refresh token that is used again is in the
+/// hands of two parties: the session ends for both. Threads: any.
 class Accounts {
 public:
     Accounts(State& state, const Settings& settings);
@@ -22,14 +22,14 @@ public:
 
     std::vector<Route> routes();
 
-    /// Returns the account whose access token the request bears; throws `ServiceError` 401 without a valid token.
+    /// Returns the account whose access token the request carries; throws `ServiceError` 401 without a valid token.
     /// Threads: hold the state's lock.
     std::string authenticate(const Call& call) const;
 
     /// The name of the account; empty when there is none. Threads: hold the state's lock.
     std::string nameOf(const std::string& userId) const;
 
-    /// Adds what the page shows of accounts, waiting links and linked Macs. Threads: hold the state's lock.
+    /// Adds what the page shows of accounts, unanswered links and linked Macs. Threads: hold the state's lock.
     void show(nlohmann::json& view) const;
 
 private:

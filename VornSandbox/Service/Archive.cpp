@@ -28,7 +28,8 @@ constexpr auto manifestName = "vorn-nimbrel-export.json";
 constexpr auto messagesName = "vorn-nimbrel-messages.json";
 constexpr std::int64_t fewestPrompts = 10;
 
-// A few bytes of a file may unpack to gigabytes. A message with all its links is far smaller, and has three brackets.
+// A small file may unpack to gigabytes. A genuine message with all its links is far smaller, and nested three levels
+// deep.
 constexpr std::size_t largestManifest = std::size_t{1024} * 1024;
 constexpr std::size_t largestMessage = std::size_t{64} * 1024 * 1024;
 constexpr int deepestMessage = 64;
@@ -57,7 +58,7 @@ std::vector<std::string> namesIn(const Zip& zip)
     return names;
 }
 
-/// The bytes of an entry, compared with their checksum by libzip at the end. Throws when one `item` has more than
+/// The bytes of an entry; libzip verifies their checksum at the end. Throws `ArchiveError` if one `item` has more than
 /// `largest` bytes.
 class Entry : public std::streambuf {
 public:
@@ -97,7 +98,7 @@ std::optional<json> manifestOf(const Zip& zip)
     return parseJSON(std::string(std::istreambuf_iterator(&entry), {}));
 }
 
-/// Calls `onMessage` with one message after the other; only one is held at a time.
+/// Calls `onMessage` with each message in turn; only one is held at a time.
 void readMessages(const Zip& zip, const std::function<void(json&& message)>& onMessage)
 {
     using Event = json::parse_event_t;

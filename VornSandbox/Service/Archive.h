@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <string>
 
-/// Reads uploaded archives, which may come from anybody. By other means than the export writes them: libzip and
-/// nlohmann's parser.
+/// Reads uploaded archives, which may come from anyone, with libzip and nlohmann's parser: not with the code that the
+/// export writes them with.
 namespace vorn::sandbox {
 
 /// An archive that cannot be read as an export, with a sentence that says why.
@@ -23,7 +23,7 @@ public:
 /// The result of reading an archive. `asChecked` is how a strict review would end.
 struct ArchiveVerdict {
     Outcome asChecked;
-    std::string finding; ///< one sentence for users
+    std::string finding; ///< for users: what the archive holds, or why it cannot be read
 };
 
 /// Reads the whole archive and returns a strict review's outcome: rejected as "media_unreadable" if it is not an

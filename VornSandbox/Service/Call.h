@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-/// Requests and answers of the service, apart from their transport.
+/// Requests and answers of the service, independent of their transport.
 namespace vorn::sandbox {
 
 /// A refused request: the HTTP status, and the answer's "code" (for programs) and "message" (for people).
@@ -40,9 +40,9 @@ struct Call {
 
     std::string method;
     std::string path;                             ///< without the query, percent-decoded
-    std::map<std::string, std::string> query{};   ///< a secret in part URLs
+    std::map<std::string, std::string> query{};   ///< holds a secret in part URLs
     std::map<std::string, std::string> headers{}; ///< names in lower case
-    std::vector<std::string> arguments{};         ///< segments of the path for the placeholders of its route
+    std::vector<std::string> arguments{};         ///< the path's segments for the route's placeholders
     std::function<void(const Sink&)> readBody{};  ///< throws when the body breaks off
     int servicePort = 0;                          ///< the port of this service
 
@@ -51,10 +51,10 @@ struct Call {
 
     /// Whether a body was announced, by its length or as chunks.
     bool hasBody() const;
-    /// What Content-Length says; nothing when it is absent or no number.
+    /// The value of Content-Length; nothing if it is absent or not a whole number.
     std::optional<std::int64_t> contentLength() const;
 
-    /// The whole body; a 413 once it is larger than `limit` bytes.
+    /// The whole body; throws a 413 if it is larger than `limit` bytes.
     std::string bodyText(std::size_t limit) const;
 };
 
@@ -62,7 +62,7 @@ struct Call {
 struct Answer {
     using Write = std::function<bool(std::string_view piece)>; ///< false once the client is gone
 
-    /// `body` as JSON. Text in it need not be well-formed: names come from the Mac, messages from anybody.
+    /// `body` as JSON. Text in it need not be well-formed: names come from the Mac, messages from anyone.
     static Answer of(const nlohmann::json& body, int status = 200);
 
     int status = 200;
@@ -70,7 +70,7 @@ struct Answer {
     std::string body{};
     std::vector<std::pair<std::string, std::string>> headers{};
 
-    /// For an answer that goes on: called repeatedly in place of `body`, until it returns false. Each call must return
+    /// For a streamed answer: called repeatedly in place of `body`, until it returns false. Each call must return
     /// within a second.
     std::function<bool(const Write&)> stream{};
 
@@ -80,14 +80,14 @@ struct Answer {
 
 /// What the API requires of a request, apart from the keys of its body.
 enum class Frame {
-    own,      ///< checked by its handler
+    own,      ///< checked by the handler itself
     bodiless, ///< accepts JSON and has no body
     json,     ///< accepts JSON and has a JSON body
     tokenless ///< the same, and has no token
 };
 
 /// A kind of request and its handler. In `pattern`, "*" stands for one whole segment of the path, such as
-/// "/submissions/*/abort". `operation` is the name that faults know it by.
+/// "/submissions/*/abort". `operation` is the name by which faults refer to it.
 struct Route {
     std::string operation;
     std::string method;
@@ -110,7 +110,7 @@ const Route& match(const std::vector<Route>& routes, Call& call);
 /// The base URL of the service at `port`, such as "http://127.0.0.1:8787".
 std::string serviceURL(int port);
 
-/// Reads `text` as a whole number in decimal digits; nothing for any other text, also one with leading zeros.
+/// Reads `text` as a whole number in decimal digits; nothing for any other text, including one with leading zeros.
 std::optional<std::int64_t> wholeNumber(std::string_view text);
 
 } // namespace vorn::sandbox

@@ -23,7 +23,7 @@ struct Fault {
         garbage, ///< answers 200 with something that is not JSON
         slow,    ///< answers as usual, but three seconds later
         noAsset, ///< opens the submission, but names no asset
-        badURL,  ///< the first part URL leads to a file
+        badURL,  ///< the first part URL is a file URL
         truncate ///< announces a longer body than it sends
     };
 
@@ -37,7 +37,7 @@ struct Fault {
     static std::optional<Fault> parse(std::string_view text);
 };
 
-/// The names of operations that faults can be given for.
+/// The names of the operations that a fault can be given for.
 constexpr std::array<std::string_view, 11> operations{
     "create-link", "poll-link", "refresh",  "logout", "quest",      "create-submission",
     "part-urls",   "put-part",  "complete", "abort",  "submission",
@@ -48,7 +48,7 @@ class FaultPlan {
 public:
     explicit FaultPlan(std::vector<Fault> faults) : faults_(std::move(faults)) {}
 
-    /// Returns the first fault that affects this request. Call it once for each.
+    /// Returns the first fault that affects this request. Call it once per request.
     std::optional<Fault> next(const std::string& operation);
 
 private:
@@ -57,7 +57,8 @@ private:
     std::map<std::string, std::int64_t> seen_;
 };
 
-/// Returns the answer in place of the service's; nothing if the service answers after all. Sleeps for a slow fault.
+/// Returns the answer to send in place of the service's; nothing if the service answers after all. Sleeps for a slow
+/// fault.
 std::optional<Answer> answerInstead(const Fault& fault);
 
 /// Changes the service's answer, for faults that do so.

@@ -34,14 +34,14 @@ constexpr std::size_t longestLogged = 300;
 /// How many bytes a truncated answer announces beyond those it sends.
 constexpr std::size_t missingBytes = 100;
 
-/// The rest of a refused body is drained up to this size, so that the client can read the refusal; with a larger rest
-/// the connection is cut.
+/// The rest of a refused body is drained up to this size, so that the client can read the refusal; if more is left, the
+/// connection is cut.
 constexpr std::int64_t mostToDrain = 64LL * 1024 * 1024;
 
 constexpr std::size_t mostRequestsOnOneConnection = 10'000;
 
-/// Paths and names of headers are the client's to choose: they must not forge lines or reach a terminal. `first` is the
-/// first character that stays.
+/// The client chooses paths and header names: they must not forge log lines or control a terminal. `first` is the
+/// lowest character that is kept.
 std::string printable(std::string_view text, char first)
 {
     std::string result;
@@ -72,9 +72,9 @@ int portOf(int descriptor, Ask ask)
     return address.sin_family == AF_INET ? ntohs(address.sin_port) : -1;
 }
 
-/// Looks at each connection that the server at `localPort` has accepted. The library keeps them to itself, so they are
-/// found among the process's descriptors. The one that is handed out is a duplicate: the library may close its own at
-/// any time, and what is opened next may get its number.
+/// Calls `visit` with each connection that the server at `localPort` has accepted. The library does not expose them, so
+/// they are found among the process's descriptors. `visit` gets a duplicate: the library may close its own descriptor
+/// at any time, and whatever is opened next may reuse the number.
 void visitConnections(int localPort, const std::function<void(FileDescriptor connection, int remotePort)>& visit)
 {
     std::error_code ignored; // descriptors come and go meanwhile
@@ -97,7 +97,7 @@ public:
     void read(const Call::Sink& sink)
     {
         if (left_ == nullptr) return;
-        std::exception_ptr refusal; // kept until the end, for the connection must stay usable
+        std::exception_ptr refusal; // thrown only at the end, so that the connection stays usable
         const auto& reader = *std::exchange(left_, nullptr);
         const bool whole = reader([&](const char* data, std::size_t length) {
             received_ += static_cast<std::int64_t>(length);
@@ -134,7 +134,7 @@ private:
 
 /// A thread for each connection: however many clients watch, hang or idle, the next one is served.
 class ThreadForEach : public httplib::TaskQueue {
-    /// Whether the work is taken, from 0.15 of the library on; nothing before.
+    /// The return type of `enqueue`: whether the work is taken, from 0.15 of the library on; void before.
     using IsTaken = decltype(std::declval<httplib::TaskQueue&>().enqueue({}));
 
 public:
@@ -152,7 +152,7 @@ private:
     std::list<std::future<void>> running_; ///< used by the listening thread alone
 };
 
-/// The connection ends before all that is announced was sent.
+/// Announces more bytes than are sent before the connection ends.
 void fillShort(httplib::Response& response, const Answer& answer)
 {
     response.set_content_provider(answer.body.size() + missingBytes, answer.contentType,
@@ -181,8 +181,8 @@ void RequestLog::line(const std::string& text)
     write_(text);
 }
 
-/// The library lets five connections wait to be accepted, and the system drops more: of ten requests at once, some
-/// would wait a second for their next try.
+/// The library's backlog is five connections, and the system drops those beyond it: of ten simultaneous requests, some
+/// would wait a second before they are retried.
 class HTTPFront::Listener : public httplib::Server {
 public:
     void letMoreWait() { ::listen(svr_sock_, SOMAXCONN); }
@@ -213,11 +213,11 @@ HTTPFront::~HTTPFront()
 void HTTPFront::configure(const Patience& patience)
 {
     http_->new_task_queue = [] { return new ThreadForEach; };
-    http_->set_tcp_nodelay(true); // otherwise every answer waits for the acknowledgement of its head
+    http_->set_tcp_nodelay(true); // else every answer waits until its header is acknowledged
     http_->set_read_timeout(patience.within);
     http_->set_keep_alive_timeout(patience.between.count());
     http_->set_keep_alive_max_count(mostRequestsOnOneConnection);
-    // The library shares the port with whoever asks for it unless told otherwise.
+    // Replaces the default SO_REUSEPORT, with which the library would share the port with other processes.
     http_->set_socket_options([](int socket) {
         const int yes = 1;
         setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
@@ -233,7 +233,7 @@ void HTTPFront::configure(const Patience& patience)
         [this](const httplib::Request& request, httplib::Response& response) { refuse(request, response); }));
 }
 
-/// Completes what the library itself refused without a body.
+/// Adds a body to a refusal by the library itself, and logs it.
 void HTTPFront::refuse(const httplib::Request& request, httplib::Response& response)
 {
     if (!response.body.empty()) return;

@@ -21,10 +21,10 @@ struct Response;
 namespace vorn::sandbox {
 
 /// One line for each request, such as "POST /api/v1/auth/device-links 201 93>240 bytes 2 ms": bytes received and sent.
-/// Queries, headers and bodies never reach it, for they hold secrets. Threads: any.
+/// Queries, header values and bodies never reach it, since they hold secrets. Threads: any.
 class RequestLog {
 public:
-    using Write = std::function<void(const std::string& line)>; ///< called with a line without its end
+    using Write = std::function<void(const std::string& line)>; ///< called with a line without its newline
 
     explicit RequestLog(Write write) : write_(std::move(write)) {}
 
@@ -54,15 +54,15 @@ public:
 
     struct Patience {
         std::chrono::milliseconds within{30'000}; ///< how long a client may pause within a request
-        std::chrono::seconds between{8};          ///< how long a connection may idle before one
+        std::chrono::seconds between{8};          ///< how long a connection may idle before a request
     };
 
-    /// Listens on `port`, or on any free one for 0, and answers from now on. Throws `std::runtime_error` if the port is
-    /// taken.
+    /// Listens on `port`, or for 0 on any free port, and answers from now on. Throws `std::runtime_error` if the port
+    /// is taken.
     HTTPFront(int port, Serve serve, RequestLog& log, const Patience& patience);
     HTTPFront(int port, Serve serve, RequestLog& log) : HTTPFront(port, std::move(serve), log, Patience{}) {}
 
-    /// Cuts every connection and waits for the answers under way.
+    /// Cuts every connection and waits for the answers in progress.
     ~HTTPFront();
     HTTPFront(HTTPFront&&) = delete;
 

@@ -12,16 +12,16 @@ namespace {
 using nlohmann::json;
 using Steady = std::chrono::steady_clock;
 
-/// How often the view is made anew: codes expire and reviews go on without any event.
+/// How often the view is rebuilt: codes expire and reviews proceed without any event.
 constexpr auto glance = std::chrono::milliseconds(250);
 
-/// A page that is gone is noticed only when something is written to it.
+/// A closed page is noticed only when something is written to it.
 constexpr auto signOfLife = std::chrono::seconds(5);
 
-/// Each takes a temporary file of the size of its messages; a few are enough to go back and forth.
+/// Each open archive takes a temporary file of the size of its messages; a few are enough to go back and forth.
 constexpr std::size_t mostArchives = 8;
 
-/// A file of the page. It may load nothing from elsewhere, and run nothing that an archive smuggled in.
+/// A file of the page. It may load nothing from elsewhere, and run nothing that an archive has smuggled in.
 Route file(std::string_view path, const char* type, std::string_view content)
 {
     const auto answer = [type, content](const Call&) -> Answer {
@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    /// Returns the view once it differs from the one shown, or after a glance.
+    /// Returns the view once it differs from the one shown, or after `glance`.
     std::string look()
     {
         auto lock = phone_.state_.lock();
@@ -103,7 +103,7 @@ const std::string& Phone::view()
     return view_;
 }
 
-/// A page of the messages of a submission's archive, with the manifest; pages count from 0.
+/// A page of the messages in a submission's archive, with the manifest; pages are counted from 0.
 Answer Phone::messages(const Call& call)
 {
     const auto page = wholeNumber(call.queryValue("page"));

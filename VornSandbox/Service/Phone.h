@@ -37,13 +37,13 @@ private:
     const Accounts& accounts_;
     Submissions& submissions_;
 
-    // The view as text, made once for all watching pages: one for each would keep the state's lock from requests.
-    // Guarded by that lock.
+    // The view as text, built once for all watching pages: building it for each would keep requests waiting for the
+    // state's lock, which guards it.
     std::string view_;
-    std::int64_t version_ = -1; ///< of the state when it was made
+    std::int64_t version_ = -1; ///< of the state when the view was built
     std::chrono::steady_clock::time_point made_;
 
-    std::mutex archivesMutex_; ///< guards the archives that are open
+    std::mutex archivesMutex_; ///< guards the open archives
     std::map<std::string, MessagePages> archives_;
 };
 

@@ -14,12 +14,13 @@
 /// What a request must look like. Threads: any. Errors: `ServiceError`.
 namespace vorn::sandbox {
 
-/// Refuses with 403 what a page of another web site could make a browser send: a Host that is not this service's (a
-/// name of theirs can be rebound to 127.0.0.1), any request of another page, an Origin on the API, and changes in a
-/// form that browsers send elsewhere without asking first.
+/// Refuses with 403 what a page of another web site could make a browser send: a Host that is not this service's (DNS
+/// rebinding can point another name at 127.0.0.1), any request from another page, an Origin on the API, and changes in
+/// a form that browsers send to other sites without a preflight request.
 void guardRequest(const Call& call);
 
-/// Checks "Accept", "Content-Type" and whether there is a body at all.
+/// Checks what `frame` requires: "Accept", "Content-Type", whether there is a body, and that `tokenless` requests carry
+/// no token.
 void checkFrame(const Call& call, Frame frame);
 
 /// The token of "Authorization: Bearer TOKEN"; 401 when there is none.
@@ -31,9 +32,9 @@ void refuseToken(const Call& call);
 /// Names of headers that the client has no reason to send.
 std::vector<std::string> unexpectedHeaders(const Call& call);
 
-/// Reads JSON from strangers; nothing if `text` is not JSON or is nested deeper than `deepestJSON`, where genuine
-/// requests need four levels. The library copies and prints values by recursion: a few hundred thousand brackets, which
-/// it reads without complaint, would overflow the stack later.
+/// Reads untrusted JSON; nothing if `text` is not JSON or is nested deeper than `deepestJSON`. Genuine requests need
+/// four levels. The library copies and prints values by recursion: a few hundred thousand brackets, which it reads
+/// without complaint, would overflow the stack later.
 std::optional<nlohmann::json> parseJSON(std::string_view text);
 constexpr int deepestJSON = 64;
 
@@ -50,7 +51,7 @@ public:
     std::string text(const char* key) const;
     std::optional<std::string> optionalText(const char* key) const;
     std::int64_t integer(const char* key) const;
-    /// The objects of an array, each with exactly `keys` allowed.
+    /// The objects of an array, in each of which only `keys` are allowed.
     std::vector<RequestBody> objects(const char* key, Keys keys) const;
     std::optional<RequestBody> optionalObject(const char* key, Keys keys) const;
 

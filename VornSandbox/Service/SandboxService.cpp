@@ -28,7 +28,7 @@ std::vector<Route> SandboxService::allRoutes()
 
 Answer SandboxService::serve(Call& call)
 {
-    guardRequest(call); // first: a refused request must not count for a fault
+    guardRequest(call); // first: a refused request must not count towards a fault
     const Route& route = match(routes_, call);
     if (route.operation != "phone") {
         for (const std::string& name : unexpectedHeaders(call)) {

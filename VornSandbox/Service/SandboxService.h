@@ -34,7 +34,7 @@ private:
     Submissions submissions_;
     Phone phone_;
     std::vector<Route> routes_;
-    HTTPFront front_; ///< last: it answers as soon as it is there
+    HTTPFront front_; ///< last: it answers requests as soon as it is constructed
 };
 
 } // namespace vorn::sandbox

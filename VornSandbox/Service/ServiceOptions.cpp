@@ -21,7 +21,7 @@ constexpr std::int64_t largestArchive = std::int64_t{1} << 50;
 constexpr double largestReward = 1e6;
 constexpr std::int64_t longestPollInterval = 3'600'000;
 
-/// A number within these bounds, both included. The library's own check lets "nan" through.
+/// A number within these bounds, both included. CLI11's own check lets "nan" through.
 CLI::Validator within(double least, double most)
 {
     return {[=](const std::string& text) {
@@ -168,7 +168,7 @@ bool isKey(std::string_view text)
     });
 }
 
-/// Whether a review can end with `outcome`: a known status, and a reason exactly for a rejection.
+/// Whether a review can end with `outcome`: a known status, and a reason if and only if it is a rejection.
 bool isValid(const Outcome& outcome)
 {
     if (outcome.status == "rejected") return isKey(outcome.reason);

@@ -20,9 +20,9 @@ struct ServiceOptions {
     int port = 8787; ///< 0: any free one
     Settings settings;
     std::vector<Fault> faults;
-    std::optional<std::filesystem::path> state; ///< a folder that outlives the run; none: memory and temporary files
+    std::optional<std::filesystem::path> state; ///< a folder that outlives the run; absent: memory and temporary files
 
-    /// Reads the arguments. Returns an exit code, after printing why, when nothing is to be run.
+    /// Reads the arguments into `options`. If nothing is to be run, prints why and returns the exit code.
     static std::optional<int> parse(int argc, const char* const* argv, ServiceOptions& options);
 
     /// Calls `read` with all options and their help, which are destroyed when it returns.

@@ -34,7 +34,7 @@ struct ReviewPlan {
     enum class Kind {
         fixed,   ///< always `outcome`
         checked, ///< approves an archive that reads as an export with enough prompts
-        manual,  ///< waits for somebody to press a button
+        manual,  ///< waits for a press of a button on the page
     };
 
     Kind kind = Kind::fixed;
@@ -44,7 +44,7 @@ struct ReviewPlan {
     static std::optional<ReviewPlan> parse(std::string_view text);
 };
 
-/// How the service behaves, with the values of a run without options.
+/// How the service behaves. The initial values are those of a run without options.
 struct Settings {
     using Seconds = std::chrono::milliseconds; ///< given in seconds, which may have fractions
 
@@ -58,7 +58,7 @@ struct Settings {
     Seconds linkLifetime = std::chrono::minutes(2);
     Seconds tokenLifetime = std::chrono::hours(1);
     Seconds urlLifetime = std::chrono::minutes(15);
-    Seconds reviewStep = std::chrono::seconds(3); ///< "analyzing" and "review_pending" last as long each
+    Seconds reviewStep = std::chrono::seconds(3); ///< how long "analyzing" and "review_pending" each last
     Seconds cooldown = std::chrono::hours(24 * 7);
     bool autoApprove = false;      ///< the phone scans and confirms by itself
     bool expiredFirstUrls = false; ///< the first URL of each part has expired when it is handed out

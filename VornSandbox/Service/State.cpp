@@ -29,8 +29,8 @@ constexpr fs::perms ownerOnly = fs::perms::owner_read | fs::perms::owner_write;
     throw fs::filesystem_error(what, file, std::error_code(errno, std::generic_category()));
 }
 
-/// Takes the folder's lock, which ends with the process. On failure empty with `errno` set: EWOULDBLOCK if another run
-/// holds it.
+/// Takes the folder's lock, which is released when the process ends. On failure, empty with `errno` set: EWOULDBLOCK if
+/// another run holds it.
 FileDescriptor lockOf(const fs::path& folder)
 {
     FileDescriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -100,7 +100,7 @@ void StateFolder::keep()
     fs::permissions(uploads(), fs::perms::owner_all);
 }
 
-/// Locked before it has its name: no other run ever sees it unlocked while its owner lives.
+/// The folder is locked before it gets its final name: no other run ever sees it unlocked while its owner lives.
 void StateFolder::makeTemporary()
 {
     const fs::path temporary = FileManager::standard().temporaryDirectory();
@@ -115,7 +115,7 @@ void StateFolder::makeTemporary()
 
 StateFolder::~StateFolder()
 {
-    std::error_code ignored; // at the end of the program nobody is left to tell
+    std::error_code ignored; // at the end of the program, a failure cannot be reported
     if (!isKept_) fs::remove_all(path_, ignored);
 }
 

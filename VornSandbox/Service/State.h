@@ -18,12 +18,12 @@
 
 namespace vorn::sandbox {
 
-/// The folder that a run works in, locked meanwhile. Everything put into it is for this user only (modes 0700 and
-/// 0600), but an existing folder keeps its own mode.
+/// The folder that a run works in, locked while the object lives. Everything put into it is for this user only (modes
+/// 0700 and 0600), but an existing folder keeps its own mode.
 class StateFolder {
 public:
-    /// Keeps `folder` for the next run, and makes it if it is missing; without one, works in a temporary folder that is
-    /// removed with the object. That holds messages: what a killed run left is removed by the next one. Throws
+    /// Keeps `folder` for the next run, and creates it if it is missing; without one, works in a temporary folder that
+    /// is removed with the object. As that folder holds messages, the next run removes what a killed run left. Throws
     /// `std::runtime_error`, with a message for users, if nothing can be kept there.
     explicit StateFolder(const std::optional<std::filesystem::path>& folder);
     ~StateFolder();
@@ -43,7 +43,7 @@ private:
     FileDescriptor lock_{-1};
 };
 
-/// The service's memory: links, sessions, submissions and their parts, in SQLite tables, and the one lock around them.
+/// The service's state: links, sessions, submissions and their parts, in SQLite tables, and the one lock around them.
 /// Threads: `lock` before every other call, and never read a request's body or hash a file while it is held.
 class State {
 public:
@@ -57,7 +57,7 @@ public:
     /// Grows with every change.
     std::int64_t version() const { return version_; }
 
-    /// Milliseconds since 1970, as all times here.
+    /// The current time, in milliseconds since 1970 like all times here.
     std::int64_t now() const { return clock_().time_since_epoch().count(); }
 
     /// Runs one statement and wakes every `waitForChange`.

@@ -50,7 +50,7 @@ Submissions::Submissions(State& state, const Settings& settings, const Accounts&
                          std::filesystem::path uploads)
     : state_(state), settings_(settings), accounts_(accounts), uploads_(std::move(uploads))
 {
-    // A service that ended while it checked an archive did not finish; the Mac may complete again.
+    // A service that ended while it was checking an archive did not finish; the Mac may send "complete" again.
     state_.run("UPDATE submission SET status = 'open' WHERE status = 'checking'");
 }
 
@@ -112,7 +112,7 @@ Submissions::Request Submissions::readRequest(const Call& call)
     return request;
 }
 
-/// Refuses while an upload is in review or cooling down. An unfinished upload makes room for the new one.
+/// Refuses while an upload is in review or the cooldown lasts. A new submission replaces an unfinished one.
 Answer Submissions::create(const Call& call)
 {
     auto lock = state_.lock();
@@ -184,7 +184,7 @@ Answer Submissions::abort(const Call& call)
     return Answer::of({{"status", "aborted"}});
 }
 
-/// Parts are written into it, each to its place.
+/// Creates the empty archive, into which parts are written at their offsets.
 void Submissions::makeArchive(const std::string& id) const
 {
     FileManager::standard().createPrivateDirectory(folderOf(id));
@@ -238,7 +238,8 @@ void Submissions::settle()
                {begunBy, lasts, isChecked, status, reason});
 }
 
-/// "uploading", "analyzing", "review_pending", "approved", "rejected", "expired" or "aborted".
+/// The status that clients see: "uploading", "analyzing", "review_pending", "approved", "rejected", "expired" or
+/// "aborted".
 std::string Submissions::shownStatus(const Submission& submission) const
 {
     if (submission.isOpen() || submission.status == "checking") return "uploading";
@@ -254,7 +255,7 @@ json Submissions::statusJSON(const Submission& submission) const
                 {"status", status},
                 {"assetsRemaining", status == "uploading" ? 1 : 0}};
     if (!submission.reason.empty()) result["rejectionReasonKey"] = submission.reason;
-    // Text here but a number in the quest, as the service has it.
+    // A string here but a number in the quest, as in the service itself.
     if (status == "approved") result["rewardUsd"] = fmt::format("{:.2f}", settings_.rewardUsd);
     return result;
 }
@@ -302,7 +303,7 @@ std::vector<Submissions::Submission> Submissions::select(const std::string& wher
     return state_.list(record + where, values).get<std::vector<Submission>>();
 }
 
-/// `condition` is a fixed piece of SQL over the table's columns.
+/// The user's newest submission that meets `condition`, which is constant SQL over the table's columns.
 std::optional<Submissions::Submission> Submissions::newest(const std::string& userId,
                                                            const std::string& condition) const
 {
@@ -317,7 +318,7 @@ Submissions::Submission Submissions::require(const std::string& id) const
     return std::move(found.front());
 }
 
-/// The submission in the call's path. If the path names an asset, it must be this submission's.
+/// The submission in the call's path, which must be the caller's. An asset in the path must be the submission's.
 Submissions::Submission Submissions::own(const Call& call) const
 {
     const std::string user = accounts_.authenticate(call);

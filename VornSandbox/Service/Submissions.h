@@ -16,7 +16,7 @@
 namespace vorn::sandbox {
 
 /// The quest's submissions: opened, filled with parts, completed and reviewed. Each has a folder with its archive, into
-/// which parts are written as they come. Threads: any; the state's lock is never held while a body is read or a file
+/// which parts are written as they arrive. Threads: any; the state's lock is never held while a body is read or a file
 /// is checked.
 class Submissions {
 public:

@@ -1,4 +1,4 @@
--- SQLite keeps each statement as it is written here: what is indented so stays so in the database.
+-- SQLite stores each statement verbatim: the indentation here stays in the database.
 CREATE TABLE message (
     ROWID INTEGER PRIMARY KEY AUTOINCREMENT, guid TEXT UNIQUE NOT NULL, text TEXT, replace INTEGER DEFAULT 0,
     service_center TEXT, handle_id INTEGER DEFAULT 0, subject TEXT, country TEXT, attributedBody BLOB,
