@@ -8,7 +8,7 @@
 namespace vorn {
 namespace {
 
-/// Suspends `rounds` times for an answer that is there at once: each goes once through the context's queue.
+/// Suspends `rounds` times for an answer that is there at once: each answer passes through the context's queue once.
 Async<> roundTrips(std::int64_t rounds)
 {
     for (std::int64_t round = 0; round < rounds; ++round) {

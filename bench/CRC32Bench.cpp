@@ -18,7 +18,7 @@ vorn::ByteBuffer sampleBytes(std::size_t size)
     return bytes;
 }
 
-/// As the archive uses it. Wanted: 1.9 GB/s.
+/// As the archive uses it. Goal: 1.9 GB/s.
 void checksum(benchmark::State& state)
 {
     const vorn::ByteBuffer bytes = sampleBytes(static_cast<std::size_t>(state.range(0)));

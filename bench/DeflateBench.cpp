@@ -60,7 +60,7 @@ void zlib6(benchmark::State& state)
 }
 BENCHMARK(zlib6)->Unit(benchmark::kMillisecond);
 
-/// Wanted: at most 1.02 of zlib's size, in 0.4 of its time.
+/// Goal: at most 1.02 times zlib's size, in 0.4 times its time.
 void ours(benchmark::State& state)
 {
     runEncoder(state, vorn::libdeflateEncoder());

@@ -9,8 +9,8 @@
 
 namespace vorn::bench {
 
-/// While it lives, this process and its children keep their files in an empty folder, apart from the programs and files
-/// of this machine's user. Construct it before any thread starts.
+/// While it lives, this process and its children keep their files in a new folder, separate from the running programs
+/// and the files of this machine's user. Construct it before any thread starts.
 class EmptyUserFolders {
 public:
     EmptyUserFolders() : folder_((std::filesystem::temp_directory_path() / "vorn-bench-XXXXXX").native())
@@ -21,7 +21,7 @@ public:
     }
     ~EmptyUserFolders()
     {
-        std::error_code ignored; // the folder is one for temporary files
+        std::error_code ignored; // a leftover in the temporary directory does no harm
         std::filesystem::remove_all(folder_, ignored);
     }
     EmptyUserFolders(EmptyUserFolders&&) = delete;

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The messages document, from records far larger than the caches. Wanted: 1 GB/s of JSON on one core.
+/// The messages document; the records of 400,000 are far larger than the caches. Goal: 1 GB/s of JSON on one core.
 void messagesJSON(benchmark::State& state)
 {
     const auto result = vorn::bench::sampleExport(static_cast<std::size_t>(state.range(0)));

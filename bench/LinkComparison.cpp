@@ -1,5 +1,5 @@
 // Reads texts with the platform's link detector and with ours, and prints what each finds and how long it takes.
-// Usage: bench-links TEXTS, such as bench/links.txt, whose first lines say how it is written.
+// Usage: bench-links TEXTS, such as bench/links.txt, whose first line describes the format.
 #include "NimbrelExportKit/Links/LinkDetector.h"
 #include "NimbrelExportKit/Links/TextLinkDetector.h"
 

@@ -88,7 +88,7 @@ void findLinks(benchmark::State& state)
 }
 BENCHMARK(findLinks);
 
-/// The cost of a message that holds no candidate.
+/// The search for the first candidate: the whole cost of a message that holds none.
 void scanForCandidates(benchmark::State& state)
 {
     const std::vector<std::string> messages = chatMessages();
@@ -99,7 +99,7 @@ void scanForCandidates(benchmark::State& state)
 }
 BENCHMARK(scanForCandidates);
 
-/// What stands in front of the system's detector, and how much of a chat it lets through.
+/// The filter in front of the system's detector, and the share of messages that it lets through.
 void scanForMarks(benchmark::State& state)
 {
     const std::vector<std::string> messages = chatMessages();
@@ -122,7 +122,7 @@ std::string repeated(std::string_view piece, std::size_t size)
     return text;
 }
 
-/// Text that makes careless detectors read the same bytes again and again. The fitted complexity must stay N.
+/// Text that makes careless detectors read the same bytes again and again. The fitted complexity must stay O(N).
 void findLinksInHostileText(benchmark::State& state, std::string_view head, std::string_view piece)
 {
     const std::string text = std::string(head) + repeated(piece, static_cast<std::size_t>(state.range(0)));

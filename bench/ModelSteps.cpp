@@ -1,5 +1,5 @@
-// What the application model costs around a scan: how long the main thread is held up, how soon a scan that is
-// interrupted has ended, and how much memory stays with what was found. Prints rows of docs/performance.md.
+// What the application model costs around a scan: how long the main thread is held up, how soon an interrupted scan
+// ends, and how much memory the result keeps. Prints the figures for docs/performance.md.
 #include "Platform/Async/BackgroundPool.h"
 #include "Platform/Async/MainContext.h"
 #include "VornMac/Model/AppModel.h"
@@ -22,7 +22,7 @@ namespace {
 using namespace std::chrono_literals;
 using Steady = std::chrono::steady_clock;
 
-/// A service that has the quest and nothing else, at once.
+/// A service that answers every request at once, with the quest.
 class QuestService final : public HTTPSession {
 public:
     explicit QuestService(std::string handle) : handle_(std::move(handle)) {}
@@ -73,7 +73,7 @@ public:
     }
     double longestMilliseconds() const { return std::chrono::duration<double, std::milli>(longest_).count(); }
 
-    /// Measures work that the test does on the main thread itself.
+    /// Measures work that the benchmark does on the main thread itself.
     void measure(const std::function<void()>& turn)
     {
         const auto begin = Steady::now();
@@ -93,7 +93,7 @@ private:
     }};
 };
 
-/// The process's memory now, in bytes.
+/// The process's resident memory in bytes; 0 where the system does not say.
 double residentBytes()
 {
     std::ifstream file("/proc/self/statm");

@@ -49,7 +49,7 @@ private:
     {
         static constexpr std::array syllables{"ta",  "mi", "ron", "el", "su", "ka",  "lé", "no",
                                               "pri", "da", "ver", "o",  "in", "sch", "ü",  "tle"};
-        // The square of a uniform number crowds towards the frequent words.
+        // The cube of a uniform number favours small codes, those of the frequent words.
         const double uniform = static_cast<double>(random_() % 100'000) / 100'000.0;
         std::size_t code = static_cast<std::size_t>(std::pow(uniform, 3.0) * 16'000.0) + 1;
         std::string text;

@@ -5,16 +5,17 @@
 
 namespace vorn::bench {
 
-/// A figure's goal: reached if it is at most `limit`. `text` is the limit for the reader.
+/// A goal: reached if `figure` is at most `limit`. `text` is the limit as the table shows it.
 struct Goal {
     double figure = 0, limit = 0;
     std::string text;
 };
 
-/// A table in Markdown on standard output; a row with a goal says whether it is reached. Not copied: it counts.
+/// A table in Markdown on standard output; a row with a goal says whether it is reached. Not copyable, as it keeps
+/// track of the goals.
 class Table {
 public:
-    /// Prints the head: the name of the first column, and those of the columns with figures.
+    /// Prints the header: `names` heads the first column, `columns` those with figures.
     Table(const std::string& names, const std::vector<std::string>& columns);
     Table(Table&&) = delete;
 

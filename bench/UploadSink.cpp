@@ -1,6 +1,6 @@
-// Takes uploads as fast as one core can and drops them: the limit for uploads. Plays the service's API as far as an
-// upload needs it. Prints its base URL and runs until it is killed; GET /counts returns what came since it was last
-// asked.
+// Receives uploads as fast as one core can and discards them: the limit for uploads. Plays the service's API as far as
+// an upload needs it. Prints its base URL and runs until it is killed; GET /counts returns what has arrived since the
+// last such request.
 
 #include "Platform/Base/FileDescriptor.h"
 
@@ -157,12 +157,12 @@ private:
 
     FileDescriptor socket_;
     std::vector<char> piece_;
-    std::string received_; ///< not used yet
+    std::string received_; ///< not parsed yet
 };
 
 int run()
 {
-    std::signal(SIGPIPE, SIG_IGN); // a sender that goes away ends its connection, not the sink
+    std::signal(SIGPIPE, SIG_IGN); // a client that disconnects ends its connection, not the sink
     const FileDescriptor listener(socket(AF_INET, SOCK_STREAM, 0));
     sockaddr_in address{};
     address.sin_family = AF_INET;

@@ -1,7 +1,7 @@
 // What `bench/upload` measures, each in a process of its own. Prints one line of JSON.
 //
-//   bench-upload send URL FILE   the whole upload to a sink: seconds, those of the hash apart, and bytes of memory
-//   bench-upload calls URL N     N calls of the API on a kept-alive connection: seconds of CPU a call
+//   bench-upload send URL FILE   the whole upload to a sink: seconds in all and for the hash, and bytes of memory
+//   bench-upload calls URL N     N calls of the API on a kept-alive connection: seconds a call, CPU and wall
 //   bench-upload hash FILE       the hash alone
 
 #include "Platform/Async/BackgroundPool.h"
@@ -26,8 +26,8 @@ namespace {
 using Seconds = std::chrono::duration<double>;
 using SteadyClock = std::chrono::steady_clock;
 
-/// The most memory this process ever held, in bytes; 0 where the system does not say. Not `getrusage`, which counts
-/// what the process was before it became this program.
+/// The most memory this process ever held, in bytes; 0 where the system does not say. Not from `getrusage`, which also
+/// counts what the process held before it executed this program.
 std::int64_t peakMemory()
 {
     std::ifstream status("/proc/self/status");

@@ -1,5 +1,5 @@
 /* The bare limit of reading a conversation: opens the database and steps the message statement over the given chats,
-   reading every column. Usage: bench-rows DB CHAT… ; prints how many rows and bytes it read. */
+   reading every column. Usage: bench-rows DB CHAT… ; prints how many rows it read, and a checksum. */
 #include <sqlite3.h>
 #include <stdio.h>
 #include <stdlib.h>

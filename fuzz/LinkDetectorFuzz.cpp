@@ -31,14 +31,14 @@ bool isURL(const std::string& url)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    // Also text that is not well-formed: the detector must stay inside it.
+    // The text may be ill-formed: even then the detector must not read outside it.
     const std::string text(reinterpret_cast<const char*>(data), size);
     const std::vector<std::string> urls = found(text);
     vorn::require(std::ranges::all_of(urls, isURL), "every link is a URL of ASCII characters");
 
     vorn::require(urls.empty() || vorn::links::mayHoldLink(text), "text with links may hold links");
 
-    // A line knows nothing of the lines before and after it.
+    // The links of a line do not depend on the lines around it.
     std::vector<std::string> twice = urls;
     twice.insert(twice.end(), urls.begin(), urls.end());
     twice.emplace_back("https://example.com/");

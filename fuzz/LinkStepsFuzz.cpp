@@ -1,5 +1,5 @@
-// Searches for texts that the link detector reads again and again. An input is what a text begins with, a NUL, and what
-// it repeats from there.
+// Searches for texts that the link detector reads again and again. An input is the beginning of a text, a NUL, and the
+// piece that the text repeats after it.
 #include "NimbrelExportKit/Links/TextLinkDetector.h"
 #include "fuzz/Require.h"
 #include "tests/support/steps/StepCount.h"
@@ -14,7 +14,7 @@ constexpr std::size_t longestPart = 32;
 constexpr std::size_t textSize = 2048;
 constexpr std::uint64_t mostStepsForAByte = 500;
 
-/// The fuzzer keeps an input that marks a new place here: one that is slower than all before it.
+/// One counter for each number of steps per byte: the fuzzer keeps an input that sets a new one.
 __attribute__((section("__libfuzzer_extra_counters"))) std::array<std::uint8_t, mostStepsForAByte + 1> slowness;
 
 std::uint64_t stepsToFindLinks(std::string_view head, std::string_view piece, std::size_t size)

@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// A query over a damaged file may go round in circles for a long time.
+/// How often a read may ask whether to stop: over a damaged file a query may loop for a long time.
 constexpr int patience = 50;
 
 void requireOrder(const MessageList& messages)
@@ -30,7 +30,7 @@ void requireWellFormed(const ExportedMessage& message)
     require(text::trimmed(message.text) == message.text.view(), "texts are trimmed");
 }
 
-/// The export's reading of a damaged database: an error or sound records.
+/// Reads as the export does: a damaged database must give an error or sound records.
 void readDatabase(const std::string& path)
 {
     SQLiteDatabase database(path, SQLiteDatabase::Mode::queryOnly);

@@ -4,7 +4,7 @@
 
 namespace vorn {
 
-/// Ends the run with a finding when what must always hold does not.
+/// Ends the run with a finding if `rule`, which must always hold, does not.
 inline void require(bool holds, const char* rule)
 {
     if (!holds) fatalError(rule);

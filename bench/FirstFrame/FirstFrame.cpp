@@ -1,6 +1,7 @@
-/// From the start of the process to the first frame, and the memory by then: of the application, and of a bare window
-/// of Qt Quick in turns with it. `bench-window [ROUNDS]` ends with status 3 where a goal is not reached; other programs
-/// must be still. QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software measure it without a screen.
+/// The time from the start of the process to its first frame, and the peak memory half a second later: of the
+/// application and, in turns with it, of a bare Qt Quick window. `bench-window [ROUNDS]` ends with status 3 if a goal
+/// is not reached; other programs must be idle. With QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software it needs
+/// no screen.
 
 #include "bench/EmptyUserFolders.h"
 #include "bench/FirstFrame/ShownWindow.h"
@@ -45,7 +46,7 @@ double most(const Figures& figures)
     return std::ranges::max(figures.mebibytes);
 }
 
-/// Of one figure: the application's beside the bare window's.
+/// Adds the row of one figure: the application's beside the bare window's.
 void add(Table& table, const char* name, double application, double bare, const char* unit, double times)
 {
     char reach[64];

@@ -8,7 +8,7 @@
 
 namespace vorn::bench {
 
-/// A window of Qt Quick with a line of text, as large as the application's: what any application of this kind costs.
+/// A Qt Quick window with a line of text, as large as the application's: what any application of this kind costs.
 class BareWindow {
 public:
     BareWindow()
@@ -43,7 +43,7 @@ public:
 
 private:
     QQmlEngine engine_;
-    std::unique_ptr<QObject> made_; ///< goes before its engine
+    std::unique_ptr<QObject> made_; ///< destroyed before its engine
 };
 
 } // namespace vorn::bench

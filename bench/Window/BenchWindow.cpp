@@ -14,7 +14,7 @@ public:
 
     std::optional<std::string> text(const std::string& key) const override
     {
-        // Without it, the window would be as small as a screen that is none.
+        // Without it, the small screen of the offscreen platform would give the window its minimum size.
         return key == GeometryKeeper::defaultsKey ? std::optional<std::string>("0 0 1180 760") : std::nullopt;
     }
     bool boolean(const std::string& /*key*/) const override { return hasConsented_; }

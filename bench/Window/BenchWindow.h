@@ -17,8 +17,8 @@
 
 namespace vorn::bench {
 
-/// The application's window, 1180 × 760, on the real model with the real clock, pool and event loop; the service is one
-/// of this process. Threads: the main one, with an application.
+/// The application's window, 1180 × 760, on the real model with the real clock, pool and event loop; the service runs
+/// in this process. Threads: the main one, while a `TimedApplication` exists.
 class BenchWindow {
 public:
     struct Options {
@@ -26,10 +26,10 @@ public:
         bool isSignedIn = true;
         bool hasConsented = true;
         NearService::Options service{};
-        std::function<void(AppModel&)> onModel = {}; ///< called before anything else follows the model
+        std::function<void(AppModel&)> onModel = {}; ///< called before anything else observes the model
     };
 
-    /// Shows the window, which goes to the first step.
+    /// Shows the window at the first step that `options` leave open, and returns after its first frame.
     explicit BenchWindow(const Options& options);
     ~BenchWindow();
     BenchWindow(BenchWindow&&) = delete;

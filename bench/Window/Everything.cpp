@@ -65,7 +65,7 @@ public:
         return opening;
     }
 
-    /// Scrolls a little with every frame, then to places all over the list.
+    /// Scrolls a little with every frame, then jumps to places all over the list.
     void measureScrolling(Table& table)
     {
         QQuickItem& list = *bench_.window().findChild<QQuickItem*>("everything");

@@ -15,16 +15,17 @@ inline double milliseconds(std::chrono::steady_clock::duration time)
     return std::chrono::duration<double, std::milli>(time).count();
 }
 
-/// A frame in milliseconds.
+/// How long a frame took, in milliseconds.
 struct Frame {
-    double wall = 0; ///< from its turn to the screen
-    double cpu = 0;  ///< of the window's thread meanwhile, without the time of other programs
+    double wall = 0; ///< from the update request to the screen
+    double cpu = 0;  ///< CPU time of the window's thread meanwhile, which excludes other programs
 };
 
-/// The `wall` of each.
+/// The `wall` times of `frames`.
 std::vector<double> wallTimes(const std::vector<Frame>& frames);
 
-/// Measures each frame of a window that draws on its own thread: layout, synchronisation with the items, and drawing.
+/// Measures each frame of a window that draws on the thread it lives on, not on a render thread: layout,
+/// synchronisation with the items, and drawing.
 class FrameWatch final : public QObject {
 public:
     using Instant = std::chrono::steady_clock::time_point;
@@ -35,7 +36,7 @@ public:
     /// The frames since the last call.
     std::vector<Frame> take() { return std::exchange(frames_, {}); }
     std::size_t count() const { return frames_.size(); }
-    Instant last() const { return last_; } ///< when it was on the screen
+    Instant last() const { return last_; } ///< when the last frame was on the screen
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

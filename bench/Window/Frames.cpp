@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 
 constexpr int batches = 3;
 constexpr int rounds = 4;    // there and back, in each batch
-constexpr auto fade = 400ms; // and a rest
+constexpr auto fade = 400ms; // with a pause after it
 
 struct Pair {
     const char* name;
@@ -38,7 +38,7 @@ double percentile(const std::vector<double>& sorted, double part)
     return sorted[static_cast<std::size_t>(part * static_cast<double>(sorted.size() - 1))];
 }
 
-/// The frames of one thing that moves, batch by batch.
+/// The frames of one animation, batch by batch.
 struct Moving {
     std::vector<std::vector<Frame>> batches;
     double longestTurn = 0; ///< of the main thread: drawing, or making the next screen
@@ -58,7 +58,7 @@ struct Moving {
         return all;
     }
 
-    /// The longest frame of the batch in the middle: a frame that is always long is in every batch, one that another
+    /// The median of the batches' longest frames: a frame that is always long is in every batch, one that another
     /// program delayed is not.
     double usualLongest() const
     {
@@ -67,7 +67,7 @@ struct Moving {
         return median(longest);
     }
 
-    /// Of all frames.
+    /// The most CPU time that any frame took, in milliseconds.
     double mostCPU() const
     {
         double most = 0;
@@ -146,7 +146,7 @@ void measureProgress(Table& table, BenchWindow& bench)
     bench.runUntil(Step::done);
 }
 
-/// The light over the shape of a chat while the service's answer is pending.
+/// The shimmer over the placeholder of a chat while the service's answer is pending.
 void measureShimmer(Table& table, const std::filesystem::path& history)
 {
     BenchWindow bench({.history = history, .service = {.questTakes = 1h}});
@@ -169,7 +169,7 @@ void measureMoment(Table& table, const std::filesystem::path& history)
     TimedApplication::runFor(fade);
     FrameWatch watch(bench.window());
     TimedApplication::runUntil([&] { return bench.model().submission()->status.isFinal(); });
-    watch.take(); // drops those of the spinner
+    watch.take(); // drops the spinner's frames
     TimedApplication::shared().takeLongestTurn();
     TimedApplication::runFor(2s);
     Moving moving;

@@ -53,8 +53,8 @@ std::vector<std::string> figuresOf(const Watched& watched)
     return {figure(watched.cpu, "ms"), figure(watched.frames, "", 1)};
 }
 
-/// Measures a window that draws at most `limit` frames a second. One that moves may begin and end the time with a
-/// frame; one that stands still draws none.
+/// Measures a window that may draw at most `limit` frames a second. If it moves, the measured time may both begin and
+/// end with a frame, one more than the limit; if it stands still, it draws none.
 void watch(Table& table, const char* name, QQuickWindow& window, int limit)
 {
     const Watched seen = watched(window);
@@ -130,7 +130,7 @@ bool measureIdleScreens(const std::filesystem::path& history)
     }
     watchWithSpinner(table, denied);
     watchHidden(table, history, denied);
-    Appearance::shared().setReducesMotion(true); // stops whatever turns or eases
+    Appearance::shared().setReducesMotion(true); // stops everything that spins or eases
     watchScreens(table, history, denied);
     Appearance::shared().setReducesMotion(false);
     return table.isReached();

@@ -1,7 +1,7 @@
 /// What the screens cost. `bench-screens idle HISTORY`, `bench-screens frames HISTORY`, `bench-screens everything SMALL
 /// HISTORY` and `bench-screens preview SIX HISTORY`; a HISTORY is what vorn-sample-history writes. Ends with status 3
-/// where a goal is not reached. Other programs must be still. QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software
-/// measure it without a screen.
+/// if a goal is not reached. Other programs must be idle. With QT_QPA_PLATFORM=offscreen and QT_QUICK_BACKEND=software
+/// it needs no screen.
 
 #include "VornMac/Application/VornMacApp.h"
 #include "VornMac/System/Appearance.h"

@@ -16,7 +16,7 @@ using namespace std::chrono_literals;
 constexpr auto wayAndBack = 150ms; // time for the waiting screen to come to rest
 constexpr auto lifetimeOfCode = 10min;
 constexpr int progressReports = 20;
-constexpr auto betweenReports = 250ms; // an easing of the bar, and a pause
+constexpr auto betweenReports = 250ms; // the easing of the bar, and a pause
 
 constexpr const char* questPath = "/desktop/nimbrel";
 constexpr const char* quest =

@@ -8,8 +8,9 @@
 
 namespace vorn::bench {
 
-/// A service in this very process, so that the window is measured and not a network: answers after a moment, never has
-/// a link approved or a review ended unless told otherwise, and takes as long for an upload as its user would watch.
+/// A service in this very process, so that the window is measured and not a network. Answers after 150 ms, for the
+/// quest after `questTakes`; never approves a link, and ends a review only with `approves`; takes five seconds for an
+/// upload, reporting its progress.
 class NearService final : public HTTPSession {
 public:
     static constexpr const char* handle = "+15550102030";

@@ -16,7 +16,7 @@ using Steady = std::chrono::steady_clock;
 
 constexpr int rounds = 7;
 
-/// In milliseconds. Between the two, the window waits for its turn to draw.
+/// In milliseconds. Between `handled` and `frame`, the window waits for its turn to draw.
 struct Figures {
     std::size_t messages = 0;
     std::vector<double> handled; ///< the turn in which the model changes, and everything shown with it
@@ -24,7 +24,7 @@ struct Figures {
     std::vector<double> painted; ///< the whole time until it is on the screen
 };
 
-/// Uses a window of its own: in one that shows the same already, nothing would change.
+/// Uses a new window: in one that already shows the same, nothing would change.
 void scan(const std::filesystem::path& history, Figures& figures)
 {
     Steady::time_point changed;
