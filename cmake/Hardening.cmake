@@ -1,5 +1,5 @@
-# Makes mistakes in memory harder to exploit, in the programs that users run. Sanitizers watch memory in their own ways,
-# and FORTIFY needs optimisation. A Mac's linker does its part by default.
+# Makes memory errors harder to exploit in the programs that users run. Not with sanitizers, which check memory
+# themselves, nor without optimisation, which FORTIFY needs. A Mac's linker hardens by default.
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT VORN_SANITIZE)
   add_compile_options(-fstack-protector-strong -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2)
   if(NOT APPLE)

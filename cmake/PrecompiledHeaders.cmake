@@ -1,6 +1,6 @@
-# Headers that are parsed once for many files, which halves the time of a build. They hide missing includes, which the
-# build against libc++, without them, finds. A cross build compiles against whatever headers of the other system exist;
-# precompiling all of Qt would need them all.
+# Headers parsed once for many files: this halves the build time. They hide missing includes, which the preset libcxx
+# finds by building without them. A cross build has only some headers of the target system, and precompiling all of Qt
+# would need them all.
 set(default ON)
 if(CMAKE_CROSSCOMPILING)
   set(default OFF)
@@ -24,7 +24,7 @@ function(vorn_precompiled name)
   target_compile_features(${name} PUBLIC cxx_std_20)
   target_link_libraries(${name} PRIVATE ${arg_LINKS})
   target_precompile_headers(${name} PRIVATE ${arg_HEADERS})
-  # Clang would record when each header was last changed, and a compiler cache would never find a match.
+  # Otherwise clang records each header's modification time, and a compiler cache never finds a match.
   if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
     target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
   endif()
@@ -40,8 +40,8 @@ function(vorn_precompiled_pair name)
   vorn_precompiled(${name}_qt HEADERS ${standard_headers} ${qt_headers} ${arg_HEADERS} LINKS Qt6::Quick ${arg_LINKS})
 endfunction()
 
-# vorn_use_precompiled(<target> LINKS …): uses the target of the folder's pair, VORN_PRECOMPILED_PAIR, that fits the
-# links. Targets with sources in C or Objective-C++ get none: CMake would look for a header precompiled in that language
+# vorn_use_precompiled(<target> LINKS …): reuses the member of the folder's pair (VORN_PRECOMPILED_PAIR) that fits the
+# links. Targets with C or Objective-C++ sources use none: CMake would expect the headers precompiled for that language
 # too.
 function(vorn_use_precompiled target)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "LINKS")

@@ -1,5 +1,5 @@
-# From some version on, Qt's package names the first macOS that it supports; nothing built with it runs before that. If
-# no version was chosen, compilers and the bundle get Qt's; an earlier choice is refused.
+# Newer Qt packages name the first macOS that they support; nothing built with them runs on an earlier one. If no
+# deployment target was chosen, compilers and the bundle get Qt's; a chosen one that is earlier is refused.
 if(APPLE AND QT_SUPPORTED_MIN_MACOS_VERSION VERSION_GREATER CMAKE_OSX_DEPLOYMENT_TARGET)
   if(NOT VORN_MAY_RAISE_MACOS)
     message(FATAL_ERROR "Qt ${Qt6_VERSION} needs macOS ${QT_SUPPORTED_MIN_MACOS_VERSION}: "

@@ -1,11 +1,13 @@
-# On macOS the compiler is Apple's clang; Debian builds with clang 19 and lld unless CC and CXX say otherwise.
+# On macOS the compiler is Apple's clang. Linux builds with clang 19 and lld unless the environment sets CXX; CC alone
+# is ignored.
 if(CMAKE_HOST_SYSTEM_NAME STREQUAL "Linux" AND NOT DEFINED ENV{CXX})
   set(CMAKE_C_COMPILER clang-19)
   set(CMAKE_CXX_COMPILER clang++-19)
   set(CMAKE_EXE_LINKER_FLAGS_INIT "-fuse-ld=lld-19")
 endif()
 
-# Homebrew keeps libraries that macOS also has out of its common folder. pkg-config looks here too.
+# Homebrew keeps libraries that macOS also has out of its common prefix. pkg_check_modules searches CMAKE_PREFIX_PATH
+# too.
 if(CMAKE_HOST_SYSTEM_NAME STREQUAL "Darwin")
   find_program(HOMEBREW brew PATHS /opt/homebrew/bin /usr/local/bin)
   if(HOMEBREW)

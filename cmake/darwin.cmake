@@ -1,5 +1,5 @@
-# A configure run for macOS on Debian, without a Mac, for scripts/check-darwin. Lists, languages and conditions are read
-# as on a Mac, and nothing is built. Debian's libraries stand in for Homebrew's.
+# Toolchain file of scripts/check-darwin, which configures for macOS on Debian, without a Mac. Source lists, languages
+# and conditions are evaluated as on a Mac, and nothing is built. Debian's libraries stand in for Homebrew's.
 set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_VERSION 23.0.0)
 set(CMAKE_SYSTEM_PROCESSOR arm64)

@@ -1,10 +1,10 @@
-# For scripts that prove the project step by step: sourced, not run.
+# For scripts that check the project step by step: sourced, not run.
 # shellcheck shell=bash
 
 step_names=()
 step_seconds=()
 
-# step NAME COMMAND…: announces it, runs it, and remembers how long it took. A failure ends the script.
+# step NAME COMMAND…: announces the step, runs the command and records how long it took. A failure ends the script.
 step() {
   local name=$1 begin=$SECONDS
   shift
@@ -16,7 +16,7 @@ step() {
 
 minutes() { printf '%3d:%02d min' $(($1 / 60)) $(($1 % 60)); }
 
-# Prints the minutes of every step and of all.
+# Prints the time of every step and of the whole script.
 print_steps() {
   local i
   echo

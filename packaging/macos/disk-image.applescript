@@ -1,4 +1,4 @@
--- How the open disk image looks: the application on the left, the folder for it on the right, over the background.
+-- Lays out the disk image's window: the application on the left, the folder for it on the right, over the background.
 -- Usage: osascript disk-image.applescript VOLUME
 on run {volumeName}
 	tell application "Finder"
@@ -16,7 +16,7 @@ on run {volumeName}
 			set position of item "Vorn.app" of container window to {170, 190}
 			set position of item "Applications" of container window to {490, 190}
 			update without registering applications
-			delay 2 -- Finder writes the layout some time after it was told
+			delay 2 -- Finder saves the layout with a delay
 			close
 		end tell
 	end tell

