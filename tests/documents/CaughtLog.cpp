@@ -30,7 +30,7 @@ extern "C" void syslog(int /*priority*/, const char* format, ...)
     va_end(values);
 }
 
-// What a compiler that fortifies calls.
+// Called instead of those above by code that is compiled with FORTIFY.
 // NOLINTBEGIN(bugprone-reserved-identifier)
 extern "C" void __vsyslog_chk(int /*priority*/, int /*flag*/, const char* format, va_list values)
 {

@@ -13,7 +13,7 @@ namespace {
 
 using JSON = nlohmann::ordered_json;
 
-/// Records of a field's type precede the record itself.
+/// Add the record types of a record's fields before the record itself.
 class Records {
 public:
     template <class Record>

@@ -22,7 +22,7 @@ DOCUMENTS = subprocess.run(["git", "ls-files", "*.md"], check=True, capture_outp
 
 
 def commands_in(document):
-    """Every command: the lines of code blocks up to the first that is none, and code within a sentence."""
+    """Every command: the lines of code blocks up to the first that is not one, and code within a sentence."""
     text = read(document)
     for block in code_blocks(text):
         for line in block.splitlines():
@@ -106,7 +106,7 @@ class Commands(unittest.TestCase):
         for command in ([], ["link"], ["status"], ["sign-out"]):
             self.assertIn(command, [words[1:] for words in commands])
         with RealRun("--auto-approve") as user:
-            # Nobody answers the first.
+            # The first asks questions, which --yes answers.
             answer = user.with_keychain(*(user.line(*words, *([] if words[1:] else ["--yes"])) for words in commands))
         self.assertIn("Signed out.", answer.stderr)
 

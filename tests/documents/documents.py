@@ -46,5 +46,5 @@ def facts():
 
 
 def pattern_of(text):
-    """A document's sentence with an ellipsis for the parts that differ."""
+    """A pattern for a sentence of a document, in which an ellipsis stands for a part that varies."""
     return re.compile(".+".join(re.escape(piece) for piece in text.split("…")) + r"\Z", re.DOTALL)

@@ -73,7 +73,7 @@ def with_another_type(item, key):
 
 class ExportFormat(unittest.TestCase):
     def archive(self, folder, *options):
-        """The documents of an archive of a made-up history, and the archive itself."""
+        """The documents of an archive of a made-up history, and the archive's entries."""
         database, output = os.path.join(folder, "chat.db"), os.path.join(folder, "out.zip")
         output_of("vorn-sample-history", "--force", "--output", database, "--handle", "+15550102030", *options)
         output_of("vorn-export", "--database", database, "--handle", "+15550102030", "--output", output)

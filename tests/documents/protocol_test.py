@@ -24,7 +24,7 @@ RECORDS = documented_records()
 
 
 def documented_routes():
-    """Each route: the record that is sent, the one that is answered, and whether it carries a token."""
+    """Each route: the record that is sent, the record of the answer, and whether the request carries a token."""
     _, *rows = next(tables(section(PROTOCOL, "Routes")))
     return {row[0].strip("`"): tuple(cell.strip("`") for cell in row[1:]) for row in rows}
 

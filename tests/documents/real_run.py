@@ -1,4 +1,4 @@
-"""Runs the real programs: a service of this computer, a made-up history, and a user of their own."""
+"""Runs the real programs with a service on this computer, a made-up history and a user of their own."""
 import json
 import os
 import shlex
@@ -14,7 +14,7 @@ HANDLE = "+15550102030"
 
 
 class RealRun:
-    """A user with a home, a temporary and a runtime folder, and a service with a recorder before it. All of it goes at
+    """A user with a home, a temporary and a runtime folder, and a service behind a recorder. All of it is removed at
     the end."""
 
     def __init__(self, *options):
@@ -65,13 +65,13 @@ class RealRun:
                                 cwd=self.path("home"), **more)
 
     def share(self, *arguments):
-        """The whole path in the terminal. Returns its status, and its output."""
+        """Takes the whole path in the terminal. Returns the exit status, the output and the errors."""
         program = self.start("vorn-terminal", "--yes", "--no-keychain", *arguments)
         output, errors = program.communicate(timeout=60)
         return program.returncode, output, errors
 
     def with_keychain(self, *commands):
-        """Runs `commands`, lines of programs, one after the other with an open keychain."""
+        """Runs `commands`, each a program with its arguments, one after the other with an unlocked keychain."""
         script = "printf test | gnome-keyring-daemon --unlock --components=secrets >/dev/null 2>&1\n"
         script += "\n".join(shlex.join(command) for command in commands)
         hidden = ("DBUS_SESSION_BUS_ADDRESS", "DISPLAY")
@@ -99,7 +99,7 @@ class RealRun:
         return value
 
     def wait_for(self, ending, number=1):
-        """The answer to the request with this number whose path ends with `end`."""
+        """Waits for request `number` of those whose path ends with `ending`, and returns its answer."""
         def answers():
             return [each.answer() for each in list(self.recorder.exchanges) if each.path.endswith(ending)]
         return self.wait_until(lambda: answers()[number - 1:], f"nobody asked for {ending}")[0]

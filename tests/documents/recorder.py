@@ -19,7 +19,7 @@ class Exchange:
         return json.loads(self.sent) if self.sent else None
 
     def answer(self):
-        """Nothing for an answer that is not JSON."""
+        """The answer's JSON; an empty object if it is not JSON."""
         try:
             return json.loads(self.answered)
         except ValueError:
@@ -27,8 +27,8 @@ class Exchange:
 
 
 class Recorder:
-    """Passes everything on to `service`; with a `context` it speaks TLS. Addresses of parts in the answers lead here
-    too. A request whose path ends as one of `echoing` is not passed on: the answer repeats its token, as a careless
+    """Passes everything on to `service`; with a `context` it speaks TLS. Part URLs in answers are changed to lead here
+    too. A request whose path ends with one of `echoing` is not passed on: the answer repeats its token, as a careless
     service would."""
 
     def __init__(self, service, context=None):

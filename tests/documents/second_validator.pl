@@ -1,6 +1,6 @@
 #!/usr/bin/env perl
-# Holds documents against a schema with JSON::Validator. Prints a line for each: "valid", or what is wrong with it.
-# Its class is that of draft 2019-09: what our schemas use means the same there.
+# Validates documents against a schema with JSON::Validator. Prints a line for each: "valid", or what is wrong with it.
+# Uses the class for draft 2019-09, in which everything that our schemas use means the same.
 #
 # Usage: second_validator.pl SCHEMA DOCUMENTS, a file with a JSON array of documents
 use strict;

@@ -1,4 +1,4 @@
-"""The service behind TLS, with a certificate of its own. Prints its address; runs until it is ended.
+"""The service behind TLS, with a certificate of its own. Prints its address; runs until it is killed.
 
 Usage: secure_front.py SERVICE CERTIFICATE, an address and a file with a certificate and its key"""
 import ssl

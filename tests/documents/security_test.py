@@ -1,4 +1,4 @@
-"""Checks what docs/security.md says of secrets: real runs with faults, after which the log, the output of programs
+"""Checks what docs/security.md says about secrets: real runs with faults, after which the log, the output of programs
 and every file are searched for the tokens, secrets, addresses, handles and messages of that very run; and the memory of a
 program whose session has ended.
 
@@ -20,7 +20,7 @@ from real_run import HANDLE, RealRun
 CAUGHT_LOG = sys.argv.pop(1)
 PREVIEWED = 6  # messages that a user is shown
 
-# Faults, what the service repeats of its requests, and the programs' statuses.
+# The service's options, the ends of the paths at which answers repeat the request's token, and the exit status.
 WAYS = [
     ([], [], 0),
     (["--fault", "poll-link=401x1"], [], 7),
@@ -57,7 +57,7 @@ class CaughtRun(RealRun):
                 yield from (session[key] for key in ("token", "refreshToken") if key in session)
 
     def secrets(self):
-        """Everything but the chat that nobody else may learn."""
+        """Everything, except the chat, that nobody else may learn."""
         yield from self.tokens()
         yield HANDLE
         for each in self.recorder.exchanges:
@@ -73,7 +73,7 @@ class CaughtRun(RealRun):
         return [each.answer()["qrPayload"] for each in self.recorder.exchanges if each.path.endswith("/device-links")]
 
     def messages(self):
-        """The texts of the chat, except those too short to search for, and those that the user is shown."""
+        """The texts that the user is not shown, except those too short to search for; and the texts that are shown."""
         archive = self.path("chat.zip")
         output_of("vorn-export", "--database", self.history(), "--handle", HANDLE, "--output", archive)
         with zipfile.ZipFile(archive) as file:
@@ -157,7 +157,7 @@ class Secrets(unittest.TestCase):
             mode = os.stat(user.path(chat[0])).st_mode
             self.assertEqual(stat.S_IMODE(mode), 0o600)
             self.search(user, printed, {name: data for name, data in left.items() if name not in chat})
-            self.assertEqual(user.share()[0], 0)  # sweeps
+            self.assertEqual(user.share()[0], 0)  # sweeps what the crash left
             self.assertEqual([name for name in user.files("tmp") if name.startswith(("tmp/vorn-m", "tmp/vorn-n"))], [])
 
     def test_are_not_told_by_a_window_that_crashes(self):

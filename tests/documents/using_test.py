@@ -86,7 +86,7 @@ class Texts(unittest.TestCase):
             self.assertTrue(any(pattern_of(row).match(text) for row in self.rows), f"nothing explains: {text}")
 
     def holds(self, data, row):
-        """Whether the words of `row`, of which each sentence may be a literal of its own, are in a program."""
+        """Whether a program contains the words of `row`, each sentence of which may be a literal of its own."""
         def has(piece):
             return piece.strip(" .").encode() in data
         for piece in row.split("…"):
@@ -129,7 +129,7 @@ class Files(unittest.TestCase):
     """The files of the terminal and the window, and whether they are removed as the document says."""
 
     def named(self):
-        """The paths of the table's column for Linux, as patterns for those in the folder of a real run."""
+        """The paths in the table's column for Linux, as patterns for the files of a real run."""
         _, *rows = next(tables(section(USING, "Where things are")))
         for path in re.findall(r"`([$~/][^`]*)`(?:, `(\.[^`]*)`)?", "\n".join(row[2] for row in rows)):
             first, ending = path

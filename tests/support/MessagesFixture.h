@@ -22,7 +22,7 @@ struct MessagesSchema {
     bool indexes = true;
 };
 
-/// A row of the table message; values that are not given are NULL. The defaults make a row that is kept.
+/// A row of the table message. The defaults make a row that the export keeps.
 struct MessageRow {
     std::optional<std::int64_t> rowID = std::nullopt; ///< the next one
     std::optional<std::string> guid = std::nullopt;   ///< "guid-" and the row's number
@@ -39,11 +39,11 @@ struct MessageRow {
     std::vector<std::int64_t> chats = {1};
 };
 
-/// An attributed body of a text below 128 bytes, as short as the decoder takes it.
+/// The shortest attributed body that the decoder accepts, of a text below 128 bytes.
 ByteBuffer attributedBody(const std::string& text);
 
-/// A real Messages database in WAL mode that a test fills row by row. While the fixture lives nothing is moved from the
-/// log into the main file, as on a quiet Mac.
+/// A real Messages database in WAL mode that a test fills row by row. While the fixture lives, only `checkpoint` moves
+/// anything from the log into the main file, as on an idle Mac.
 class MessagesFixture {
 public:
     using Values = std::vector<std::pair<std::string, SQLiteValue>>;
@@ -52,7 +52,7 @@ public:
 
     explicit MessagesFixture(const std::filesystem::path& path, MessagesSchema schema = {});
 
-    /// Inserts a row; columns that the schema leaves out are left out.
+    /// Inserts a row; values of columns that the schema leaves out are ignored.
     void insert(const std::string& table, const Values& values);
 
     void handle(std::int64_t rowID, SQLiteValue id, const std::string& service = "iMessage");
@@ -62,8 +62,8 @@ public:
     void assistantChat();
 
     std::int64_t message(const MessageRow& row = {}); ///< returns the row's ROWID
-    /// `count` rows like `row`, `apart` nanoseconds from each other, every third the user's: faster than one by one.
-    /// Needs a schema with every column.
+    /// Inserts `count` rows like `row` at intervals of `apart` nanoseconds; after the first, every third is the user's.
+    /// Faster than one by one. Needs a schema with every column.
     void messages(std::int64_t count, std::int64_t apart, const MessageRow& row = {});
     void attachment(std::int64_t message, SQLiteValue mimeType, SQLiteValue typeIdentifier);
 

@@ -1,4 +1,4 @@
-// Preloaded into a program: the system knows no user, as in a container that runs under a number.
+// Preloaded into a program: the system knows no user, as in a container that runs under a user ID without an account.
 #include <cstddef>
 
 #include <pwd.h>

@@ -29,7 +29,7 @@ std::string nameOf(const std::string& entry)
     return entry.substr(0, entry.find('='));
 }
 
-/// Ours, with `added` replacing entries of the same name: of two, some programs take the first and some the last.
+/// Our environment, with `added` replacing entries of that name: of two, some programs take the first, some the last.
 std::vector<std::string> environmentWith(const Program::Environment& added)
 {
     std::vector<std::string> entries;
@@ -65,7 +65,7 @@ void Program::start(const std::string& path, std::vector<std::string> arguments,
     posix_spawnattr_t attributes{};
     posix_spawnattr_init(&attributes);
     constexpr int flags = O_WRONLY | O_CREAT | O_TRUNC;
-    if (terminal != nullptr) { // the first one that a new session opens is its own
+    if (terminal != nullptr) { // the first one that a new session opens controls it
         posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
         for (const int stream : {0, 1, 2})
             posix_spawn_file_actions_addopen(&actions, stream, terminal->path().c_str(), O_RDWR, 0);

@@ -12,14 +12,14 @@ namespace vorn::testing {
 
 class PseudoTerminal;
 
-/// A program, started with arguments; its output is kept. Killed if the test forgets it.
+/// A program, started with arguments; its output is kept. The destructor kills it unless its end was waited for.
 class Program {
 public:
     using Environment = std::vector<std::pair<std::string, std::string>>;
 
     /// `environment` is added to the test's own.
     Program(const std::string& path, std::vector<std::string> arguments, const Environment& environment = {});
-    /// The same in `terminal`, which shows what it prints, as the leader of a session of its own.
+    /// The same in `terminal`, which shows what the program prints; the program leads a session of its own.
     Program(const PseudoTerminal& terminal, const std::string& path, std::vector<std::string> arguments,
             const Environment& environment = {});
     ~Program();
@@ -27,8 +27,8 @@ public:
 
     void signal(int number) const;
 
-    /// Asks it to end and waits until it has, unless it has ended already: a program that is killed, as by the
-    /// destructor, cannot clean up.
+    /// Sends SIGTERM and waits for the program's end, unless its end was waited for already: a program that is killed,
+    /// as by the destructor, cannot clean up.
     void terminate();
 
     /// Waits for its end and returns its exit code; -1 when a signal ended it.

@@ -51,7 +51,7 @@ std::string PseudoTerminal::shown() const
     return shown_;
 }
 
-/// Continuously: a program that writes more than the system keeps would block.
+/// Reads continuously: otherwise a program that writes more than the system buffers would block.
 void PseudoTerminal::read()
 {
     constexpr int milliseconds = 20;

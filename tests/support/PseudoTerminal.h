@@ -10,7 +10,7 @@
 
 namespace vorn::testing {
 
-/// A terminal window of 80 columns and 24 lines. Keeps what its programs show, and a test can type. Threads: any.
+/// A terminal window of 80 columns and 24 lines. Keeps what programs print to it, and lets a test type. Threads: any.
 class PseudoTerminal {
 public:
     PseudoTerminal();

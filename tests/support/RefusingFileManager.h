@@ -8,8 +8,8 @@
 
 namespace vorn::testing {
 
-/// The system's file manager on a temporary directory of the test's own. Each hook runs before its operation and may
-/// throw in its place or change the files under it.
+/// The system's file manager on a temporary directory of the test's own. Each hook runs before its operation, or after
+/// it as `afterCopy`, and may throw or change the files that the operation uses.
 class RefusingFileManager : public FileManager {
 public:
     using Hook = std::function<void(const std::filesystem::path&)>;
@@ -20,7 +20,7 @@ public:
     std::function<void(const std::filesystem::path& copy)> afterCopy;
     int created = 0, copies = 0, removed = 0;
 
-    /// A hook that refuses with the system's error `code`.
+    /// A hook that throws a `filesystem_error` with `code`.
     static Hook refuse(std::errc code)
     {
         return [code](const std::filesystem::path& path) {

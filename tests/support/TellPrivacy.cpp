@@ -1,4 +1,5 @@
-// Preloaded into a program: says on standard error, when the program ends, who may read its memory.
+// Preloaded into a program: prints on standard error, when the program ends, whether processes of its user may read its
+// memory, and how much of it a core file may hold.
 #include <cstdio>
 
 #include <sys/prctl.h>

@@ -1,6 +1,6 @@
 #pragma once
 
-// Stand-in for the system's additions to its header.
+// Stand-in for what only macOS has in this header.
 
 #include_next <spawn.h>
 

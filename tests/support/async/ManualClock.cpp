@@ -47,7 +47,7 @@ public:
         return sleeps_.begin()->first.first;
     }
 
-    /// Wakes sleeps until `target`. Unlocked: a context's hook may ask for the time.
+    /// Wakes the sleeps that are due by `target`, without holding the lock: a context's hook may ask for the time.
     void advanceTo(Duration target)
     {
         while (const auto due = takeDue(target)) (*due)();

@@ -30,7 +30,7 @@ public:
     /// The same from deadline to deadline, running `context` at each: a task that polls sees each of its deadlines.
     /// Runs what is queued first, so that sleeps about to begin do so before time passes.
     void advance(Duration duration, MainContext& context);
-    /// Sets only the calendar's time, as users and servers do; sleeps are not affected.
+    /// Sets only `date`, as users and time servers do; sleeps are not affected.
     void setDate(Instant date);
 
     std::size_t pendingSleeps() const;

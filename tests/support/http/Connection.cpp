@@ -165,7 +165,7 @@ void Connection::endRequest()
     underWay_.reset();
 }
 
-/// Waits until `step` can continue, and returns false if it need not.
+/// Waits until the channel is ready to repeat `step`, and returns true; returns false if `step` is done.
 bool Connection::waitAfter(const Channel::Step& step) const
 {
     using Kind = Channel::Step::Kind;
@@ -175,7 +175,7 @@ bool Connection::waitAfter(const Channel::Step& step) const
     return true;
 }
 
-/// Without events it only checks whether to stop.
+/// Without events, only checks whether to stop; throws `PeerGone` to do so.
 void Connection::waitFor(short events) const
 {
     if (!socket_) throw PeerGone();
@@ -200,7 +200,7 @@ void Connection::close()
 void Connection::reset()
 {
     if (!socket_) return;
-    endRequest(); // before the client can see the cut, and its test can ask what has arrived
+    endRequest(); // before the client can see the reset, and its test can ask what has arrived
     const linger atOnce{.l_onoff = 1, .l_linger = 0};
     setsockopt(socket_.get(), SOL_SOCKET, SO_LINGER, &atOnce, sizeof atOnce);
     socket_.reset();

@@ -8,8 +8,7 @@
 
 namespace vorn::testing {
 
-/// One accepted connection: reads requests strictly and carries out its handlers' calls. Threads: one at a time, except
-/// for `isOpen`.
+/// One accepted connection: reads requests strictly and carries out its handlers' calls. Threads: one at a time.
 class Connection final : public Exchange {
 public:
     /// Where the requests are recorded.

@@ -22,11 +22,11 @@ struct ReceivedRequest {
     bool complete = false;      ///< whether all of the body was read
     std::size_t connection = 0; ///< the number of its connection, from 1
 
-    /// The value of the only header called `name`, in any case; none if there is none. Two fail the test.
+    /// The value of the header `name`, compared without case; none if there is none. Two such headers fail the test.
     std::optional<std::string> header(std::string_view name) const;
 };
 
-/// Names of all headers in alphabetical order, as written: for "exactly these headers".
+/// Names of all headers in alphabetical order, as written: to expect exactly these headers.
 std::vector<std::string> headerNames(const ReceivedRequest& request);
 /// "Name: value" of all headers in alphabetical order.
 std::vector<std::string> headersOf(const ReceivedRequest& request);
@@ -44,7 +44,7 @@ struct Answer {
     std::string text() const; ///< the bytes of all of it
 };
 
-/// Thrown out of a handler by every operation once the client is gone or the server must end. Let it pass.
+/// Thrown by operations of an `Exchange` once the client is gone or the server must end. Handlers must not catch it.
 class PeerGone {};
 
 /// One request on one connection, passed to a handler. When the handler returns, the connection continues with the next

@@ -107,7 +107,7 @@ public:
     bool received(std::size_t bytes) override;
     void ended(std::size_t index, const ReceivedRequest& request) override;
 
-    mutable std::mutex mutex; ///< guards what follows
+    mutable std::mutex mutex; ///< guards the members from here to `keepBodies`, and `problems_`
     std::condition_variable changed;
     std::deque<Handler> scripts;
     std::map<std::size_t, Handler> chosen; ///< for the request under way on each connection
@@ -134,7 +134,7 @@ private:
     auto update(Change change)
     {
         const std::lock_guard lock(mutex);
-        changed.notify_all(); // unlocked: a woken thread must get the lock first
+        changed.notify_all(); // not too early: a woken thread must wait for the lock
         return change();
     }
 

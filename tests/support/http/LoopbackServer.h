@@ -12,9 +12,9 @@
 
 namespace vorn::testing {
 
-/// An HTTP/1.1 server on 127.0.0.1 that takes every request apart strictly, keeps what came, and answers as told. What
-/// is no proper request, or has no answer prepared, fails the test when the server dies. Each connection has a thread
-/// of its own, on which handlers run; everything here may be called on any thread.
+/// An HTTP/1.1 server on 127.0.0.1 that parses every request strictly, keeps what arrives, and answers as told. A
+/// malformed request, or one without a prepared answer, fails the test when the server is destroyed. Threads: any; each
+/// connection has one of its own, on which handlers run.
 ///
 ///     LoopbackServer server;
 ///     server.answer({200, {{"ETag", "\"x\""}}});
@@ -25,9 +25,9 @@ public:
     using Handler = std::function<void(Exchange&)>;
     using Responder = std::function<Answer(const ReceivedRequest&)>;
 
-    /// Speaks TLS if there is an `identity`. Clients that break off the handshake are no problem.
+    /// Speaks TLS if there is an `identity`. A client that aborts the handshake does not fail the test.
     explicit LoopbackServer(ServerIdentity identity = nullptr);
-    /// Cuts every connection and waits for the handlers, which then see `PeerGone`.
+    /// Ends every connection and waits for the handlers, in which `PeerGone` is then thrown.
     ~LoopbackServer();
     LoopbackServer(LoopbackServer&&) = delete;
 
@@ -39,14 +39,14 @@ public:
 
     /// Reads the next request without a script to its end and answers it.
     void answer(Answer answer);
-    /// As `answer`, for more than an answer can express: called once the head of the request is there, its body unread.
+    /// As `answer`, for more than an answer can express: called once the request's head has arrived, its body unread.
     void script(Handler handler);
-    /// For every request without a script, now and later: read to its end, answered with the result of `responder`.
+    /// Reads every request without a script, now and later, to its end and answers it with the result of `responder`.
     void respond(Responder responder);
     /// Called with each new connection before anything is read; it may send bytes ahead of any request.
     void greet(std::function<void(Exchange&)> greeting);
 
-    /// From the next connection on, bodies are counted but not kept.
+    /// From now on, bodies are counted but not kept.
     void discardBodies();
 
     // What has arrived.

@@ -28,7 +28,7 @@ std::shared_ptr<X509> newCertificate(EVP_PKEY* key, const std::string& name, std
                                      std::chrono::seconds ends)
 {
     std::shared_ptr<X509> result(X509_new(), &X509_free);
-    static long serial = 0; // two of one authority must differ
+    static long serial = 0; // unique among an authority's certificates
     X509_set_version(result.get(), X509_VERSION_3);
     ASN1_INTEGER_set(X509_get_serialNumber(result.get()), ++serial);
     X509_gmtime_adj(X509_getm_notBefore(result.get()), begins.count());

@@ -9,7 +9,7 @@
 namespace vorn::testing {
 
 /// Keeps the lines that are logged while it lives, and passes them on to the previous sink. Threads: lines may come
-/// from any; constructed and destroyed on one, in the order of a stack.
+/// from any; construct and destroy on one, the last constructed first destroyed.
 class CapturedLog {
 public:
     CapturedLog();

@@ -30,8 +30,8 @@ public:
     const HTTPRequest& request(std::size_t index) const { return held_.at(index)->request; }
     bool isCancelled(std::size_t index) const { return held_.at(index)->cancelled; }
 
-    /// The requests that wait for an answer, in the form of `summary`, and the first of those that equals `summary`,
-    /// whose second part may be left out.
+    /// The requests that wait for an answer, in the form of `summary`; and the index of the first of them with this
+    /// `summary`, whose second part may be left out.
     std::vector<std::string> waiting() const;
     std::optional<std::size_t> waiting(std::string_view summary) const;
 

@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-// Sample records and the documents in which the service would send them. Every secret holds the word "canary", so that
-// logging it fails the test.
+// Sample records and the documents in which the service would send them. Every secret contains the word "canary", so
+// that logging it fails the test.
 
 /// Ada's session with the tokens "token-canary-<number>" and "refresh-canary-<number>".
 StoredSession adasSession(int number = 1);

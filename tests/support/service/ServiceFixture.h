@@ -18,7 +18,7 @@
 
 namespace vorn {
 
-// So that an error that differs can be read. NOLINTNEXTLINE(readability-identifier-naming): GoogleTest's name
+// Prints the errors of a failed comparison. NOLINTNEXTLINE(readability-identifier-naming): GoogleTest's name
 void PrintTo(const APIError& error, std::ostream* out);
 
 } // namespace vorn
@@ -59,7 +59,7 @@ public:
     // The expected requests.
     ExpectedRequest get(const std::string& path) const { return {"GET", path, server.port()}; }
     ExpectedRequest post(const std::string& path) const { return {"POST", path, server.port()}; }
-    /// The request that trades the refresh token of `session`.
+    /// The request that exchanges the refresh token of `session` for new tokens.
     ExpectedRequest refresh(const StoredSession& session) const;
     ExpectedRequest logout(const std::string& token) const;
 };

@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// Everything of a request that the service sees, for comparing it whole: a header too many is as wrong as one too few.
+/// Everything that the service sees of a request, to compare as a whole: a header too many is as wrong as one too few.
 struct ServiceRequest {
     std::string line;                 ///< "POST /api/v1/auth/device-links"
     std::vector<std::string> headers; ///< "Name: value", in alphabetical order

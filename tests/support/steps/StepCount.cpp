@@ -31,7 +31,7 @@ std::uint64_t stepsOf(const std::function<void()>& work, std::uint64_t step, con
 
 } // namespace vorn::testing
 
-// Called by clang before each read, one function for each size, if it is told to trace loads.
+// Told to trace loads, clang inserts a call of one of these before each read: one function for each size.
 // NOLINTBEGIN(bugprone-reserved-identifier,readability-identifier-naming)
 extern "C" {
 void __sanitizer_cov_load1(const void*);

@@ -9,7 +9,7 @@ namespace vorn::testing {
 /// the same on every machine and under any load. Threads: one at a time.
 std::uint64_t stepsOf(const std::function<void()>& work);
 
-/// As `stepsOf`, and calls `then` once `step` steps are taken.
+/// The same, and calls `then` at step number `step`.
 std::uint64_t stepsOf(const std::function<void()>& work, std::uint64_t step, const std::function<void()>& then);
 
 } // namespace vorn::testing

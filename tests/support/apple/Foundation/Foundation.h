@@ -1,6 +1,6 @@
 #pragma once
 
-// Stand-in for the parts of Foundation that the sources for macOS call. In C++ an options type is its integer type.
+// Stand-in for the parts of Foundation that the sources for macOS call. In C++, NS_OPTIONS types are plain integers.
 
 #define nil nullptr
 

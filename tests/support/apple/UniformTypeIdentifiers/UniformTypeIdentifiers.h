@@ -1,6 +1,6 @@
 #pragma once
 
-// Stand-in for the system's database of types.
+// Stand-in for the system's database of file types.
 
 #import <Foundation/Foundation.h>
 

@@ -160,7 +160,7 @@ CFTypeID CFDataGetTypeID()
     return static_cast<CFTypeID>(Type::data);
 }
 
-/// Null if the bytes are no text, like the real one.
+/// Null if the bytes are not well-formed UTF-8, like the real one.
 CFStringRef CFStringCreateWithBytes(CFAllocatorRef /*allocator*/, const UInt8* bytes, CFIndex size,
                                     CFStringEncoding encoding, Boolean /*isExternalRepresentation*/)
 {

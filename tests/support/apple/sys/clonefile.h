@@ -1,6 +1,6 @@
 #pragma once
 
-// Stand-in for the sharing of blocks between files.
+// Stand-in for the cloning of files, which share their blocks.
 
 #include <cstdint>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// Stand-in for the system's facts by name.
+// Stand-in for reading the system's values by name.
 
 #include <cstddef>
 
