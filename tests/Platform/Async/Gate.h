@@ -9,7 +9,7 @@
 
 namespace vorn {
 
-/// Events in their order.
+/// Events in the order in which they happened.
 using Journal = std::vector<std::string>;
 
 /// An awaitable that the test answers by hand. Must outlive the tasks that wait on it.
@@ -30,7 +30,7 @@ struct Gate {
             onCancel);
     }
 
-    /// To the latest wait.
+    /// Answers the latest wait.
     template <class... Value>
     void answer(Value&&... value) const
     {

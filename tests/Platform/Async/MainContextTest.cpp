@@ -178,7 +178,7 @@ TEST(MainContext, TakesPostsOfManyThreadsAndKeepsTheOrderOfEach)
     for (const auto& own : got) EXPECT_TRUE(std::is_sorted(own.begin(), own.end()));
 }
 
-/// An event loop: runs only when woken.
+/// The main thread runs the context only when woken, as an event loop does.
 TEST(MainContext, NoWakeUpIsLostWhileThreadsPostAndTheLoopRuns)
 {
     constexpr int posts = 2000;
@@ -204,7 +204,7 @@ TEST(MainContext, NoWakeUpIsLostWhileThreadsPostAndTheLoopRuns)
 TEST(MainContext, TheHookIsNeverCalledAfterTheContextIsGone)
 {
     for (int round = 0; round < 50; ++round) {
-        auto loop = std::make_unique<std::atomic<int>>(0); // freed memory for a late call
+        auto loop = std::make_unique<std::atomic<int>>(0); // a late call would use freed memory
         auto context = std::make_unique<MainContext>([&at = *loop] { ++at; });
         std::vector<std::thread> threads;
         context->post([] {});

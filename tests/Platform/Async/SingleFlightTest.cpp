@@ -145,7 +145,7 @@ TEST_F(SingleFlightTest, EndsAsCancelledForAllWhenTheRunIsShutDown)
     EXPECT_EQ(gate.stops, 1);
 }
 
-/// Joins the run of another thread's context, which `tearDown` then ends.
+/// Joins a run in another context, and then destroys that context.
 void joinAndTearDown(SingleFlightTest& fix, bool runHasBegun)
 {
     MainContext waiting;

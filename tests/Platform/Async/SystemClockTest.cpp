@@ -40,7 +40,7 @@ TEST_F(SystemClockTest, SleepsDoNotEndEarly)
 
 TEST_F(SystemClockTest, ASleepOfMoreThanASecondLastsToItsEnd)
 {
-    const auto before = clock.now(); // the timer is armed for a second at most, and must not take that for the end
+    const auto before = clock.now(); // the timer runs for a second at most; its end must not end the sleep
     context.run(clock.sleep(1200ms));
     EXPECT_GE(clock.now() - before, 1200ms);
 }
@@ -83,7 +83,7 @@ TEST_F(SystemClockTest, CancelledASleepEndsAtOnceHoweverLong)
 
 TEST_F(SystemClockTest, SleepsEndInTheOrderOfTheirDeadlines)
 {
-    // However long this thread is delayed between two of them, their deadlines come in this order.
+    // The deadlines come in this order however long this thread is delayed between two calls.
     Task last(context, sleepAndTell(&clock, 1h, "last", &journal));
     Task::detached(context, sleepAndTell(&clock, 1ms, "first", &journal));
     Task::detached(context, sleepAndTell(&clock, 30ms, "second", &journal));

@@ -51,7 +51,7 @@ TEST(FileManager, MakesFoldersThatOnlyThisUserMayEnter)
     EXPECT_THROW(files().createPrivateDirectory(folder / "far/above/private"), fs::filesystem_error);
 }
 
-/// A umask that removes every right from new files.
+/// Sets the process's umask for its lifetime.
 class ScopedMask {
 public:
     explicit ScopedMask(mode_t mask) : old_(umask(mask)) {}

@@ -10,7 +10,7 @@ TEST(IDNA, WritesNamesAsResolversKnowThem)
     constexpr std::pair<std::string_view, std::string_view> names[] = {
         {"bücher.example", "xn--bcher-kva.example"},
         {"BÜCHER.Example", "xn--bcher-kva.example"},
-        {"faß.de", "xn--fa-hia.de"}, // "fass.de" is the transitional form, another name
+        {"faß.de", "xn--fa-hia.de"}, // "fass.de", the transitional form, is another host
         {"пример.рф", "xn--e1afmkfd.xn--p1ai"},
         {"例え.テスト", "xn--r8jz45g.xn--zckzah"},
         {"☕.ws", "xn--53h.ws"},

@@ -90,7 +90,7 @@ TEST(IncompleteFile, IsAllThatIsSwept)
     EXPECT_THAT(elsewhere.names(), ElementsAre("kept"));
 }
 
-/// A process that the system kills during a write of 4 MiB.
+/// Has a child process write 4 MiB to `path`, during which the system kills it.
 void writeAndBeKilled(const fs::path& path)
 {
     const pid_t child = fork();

@@ -146,7 +146,7 @@ TEST(InterruptWatch, LeavesIgnoredSignalsIgnored)
                   std::signal(SIGHUP, SIG_IGN);
                   const InterruptWatch watch;
                   kill(getpid(), SIGHUP);
-                  kill(getpid(), SIGTERM); // received after it, if that was
+                  kill(getpid(), SIGTERM); // second: a SIGHUP that was received would decide the status
                   return hears(watch) ? watch.exitStatus() : 0;
               }),
               128 + SIGTERM);

@@ -30,7 +30,7 @@ int exitCodeOf(const Body& body)
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
-/// Makes this process an ordinary one of an ordinary user, whose memory others of that user may read.
+/// Makes this an ordinary process of an ordinary user, whose other processes may read its memory.
 void becomeOrdinary()
 {
     if (geteuid() == 0 && setresuid(somebody, somebody, somebody) != 0) _exit(9);
@@ -42,7 +42,7 @@ bool isReadable()
 {
     const std::string maps = "/proc/" + std::to_string(getpid()) + "/maps";
     return exitCodeOf([&maps] {
-               prctl(PR_SET_DUMPABLE, 1); // inherited
+               prctl(PR_SET_DUMPABLE, 1); // undoes the setting inherited from the parent
                return FileDescriptor(open(maps.c_str(), O_RDONLY)) ? 1 : 0;
            }) == 1;
 }

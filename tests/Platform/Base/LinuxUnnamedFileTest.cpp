@@ -44,7 +44,7 @@ TEST(UnnamedFile, IsLinkedIntoItsPlaceAndReplacesWhatIsThere)
     }
 }
 
-// Between its two names: it has the first while it replaces a file.
+// A file that replaces another has a temporary name first, under which it must not be swept.
 TEST(UnnamedFile, IsSweptByNobodyWhileItHasAName)
 {
     const TemporaryFolder folder;

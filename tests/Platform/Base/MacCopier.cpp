@@ -39,7 +39,7 @@ int failWith(int code)
 
 using Piece = std::array<std::byte, 64 * 1024>;
 
-/// -1 when it failed and the program does not continue.
+/// Writes `piece`, or fails with `writeError` and records whether the callback asked to continue all the same.
 ssize_t writePiece(int to, const Piece& piece, std::size_t size, copyfile_state_t state)
 {
     MacCopier& copier = macCopier();
@@ -126,7 +126,7 @@ int fchflags(int /*file*/, std::uint32_t flags)
     return 0;
 }
 
-/// In place of the C library's own.
+/// Replaces the C library's in this program.
 int fchmod(int file, mode_t mode) noexcept
 {
     if (macCopier().locked) return failWith(EPERM);

@@ -15,7 +15,7 @@ struct MacCopier {
     bool wentOnAfterError = false; ///< which would repeat forever
 };
 
-/// The behaviour from now on.
+/// The copier of this program; changes to it take effect at once.
 MacCopier& macCopier();
 
 } // namespace vorn::testing

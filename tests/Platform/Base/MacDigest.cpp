@@ -6,7 +6,7 @@
 
 namespace {
 
-// The caller's memory has room for the pointer. Only Final tells when it is no longer needed.
+// The pointer is kept in the caller's context. Only CC_SHA256_Final shows that it is no longer needed, and frees it.
 EVP_MD_CTX* workerOf(const CC_SHA256_CTX* context)
 {
     EVP_MD_CTX* worker = nullptr;

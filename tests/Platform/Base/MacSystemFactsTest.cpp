@@ -129,7 +129,7 @@ CFLocaleIdentifier CFLocaleGetIdentifier(CFLocaleRef locale)
 
 int sysctlbyname(const char* name, void* old, std::size_t* oldSize, void* new_, std::size_t newSize)
 {
-    EXPECT_STREQ(name, "kern.osproductversion"); // "kern.osrelease" is the kernel's
+    EXPECT_STREQ(name, "kern.osproductversion"); // "kern.osrelease" is the kernel's version
     EXPECT_EQ(new_, nullptr);
     EXPECT_EQ(newSize, 0U);
     const auto& version = mac().version;

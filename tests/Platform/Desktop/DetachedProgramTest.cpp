@@ -73,7 +73,7 @@ TEST(DetachedProgram, IsRemovedFromTheProcessesWhenItEnds)
 
 TEST(DetachedProgram, InheritsNoFilesAndNoStreams)
 {
-    const int kept = open("/dev/null", O_RDONLY); // NOLINT: to be inherited, where that happens
+    const int kept = open("/dev/null", O_RDONLY); // NOLINT: without O_CLOEXEC, so that a leak would show
     const int high = fcntl(kept, F_DUPFD, 100);
     EXPECT_EQ(
         endOfScript("test ! -e /dev/fd/" + std::to_string(kept) + " && test ! -e /dev/fd/" + std::to_string(high)), 0);

@@ -48,7 +48,8 @@ struct LinuxPresence : ::testing::Test {
     {
         runUntil([&] { return services.calls().size() >= count; });
     }
-    /// Returns once `services` have handled everything sent before: a bus keeps the order. Adds a mark.
+    /// Sends a progress of 100 % as a mark, and returns once `services` has received it: a bus preserves the order,
+    /// so all earlier calls have been handled.
     void settle(const DesktopServices& services)
     {
         const auto before = marks(services);
@@ -60,7 +61,7 @@ struct LinuxPresence : ::testing::Test {
         const auto calls = services.calls();
         return std::ranges::count_if(calls, [](auto& call) { return call.find("<1.0>") != std::string::npos; });
     }
-    /// Returns once this process knows that `id` is shown: a click comes after the answer.
+    /// Returns once this process knows that `id` is shown: the answer arrives before a click that was sent after it.
     void waitUntilShown(DesktopServices& services, std::uint32_t id)
     {
         const auto before = clicks.size();
@@ -99,7 +100,7 @@ TEST_F(LinuxPresence, TellsOfAClickOnItsOwnNotificationAlone)
     DesktopServices services(bus.address());
     presence->notify(earned);
     waitForCalls(services, 2);
-    services.click(7);          // of another program
+    services.click(7);          // another program's
     services.click(1, "reply"); // another button
     services.click(1);
     runUntil([&] { return !clicks.empty(); });
@@ -260,7 +261,7 @@ TEST_F(LinuxPresence, WaitsForNoBusThatHangs)
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
 }
 
-/// Whether a call without an answer ends as one.
+/// A call that gets no answer must end without one after `limit`.
 void expectNoAnswer(std::chrono::milliseconds limit)
 {
     MessageBus bus(MessageBus::Kind::session, limit);
@@ -285,7 +286,7 @@ TEST(MessageBus, GivesUpOnAServiceThatHangs)
 {
     const testing::TestBus bus;
     const DesktopServices services(bus.address(), {.kind = Kind::silent});
-    expectNoAnswer(1s); // the call must arrive within it
+    expectNoAnswer(1s); // the call must reach the service within the limit
     EXPECT_EQ(services.calls().size(), 1U);
 }
 

@@ -1,4 +1,4 @@
-// Common to all systems: what is started, and how its exit status is interpreted.
+// Common to all systems: which program is started, and how its exit status is interpreted.
 #include "Platform/Desktop/SystemWorkspace.h"
 
 #include "tests/Platform/Desktop/RecordingProgram.h"

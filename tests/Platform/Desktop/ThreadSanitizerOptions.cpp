@@ -1,6 +1,7 @@
-// Read by the thread sanitizer, where this program is built with it. GLib's locks are not made of the functions that it
-// watches, so everything that passes between GLib's threads looks like a race. And a test changes the environment back
-// when it has seen what a program did that a thread had started with it: the sanitizer cannot see that order.
+// Read by the thread sanitizer, if this program is built with it. GLib implements its locks without the functions that
+// the sanitizer intercepts, so everything that passes between GLib's threads looks like a race. Also, a test restores
+// the environment once it has seen the effect of a program that a thread started in that environment: the sanitizer
+// cannot see that this orders the two.
 
 extern "C" const char* __tsan_default_suppressions(); // NOLINT(bugprone-reserved-identifier): the sanitizer's name
 

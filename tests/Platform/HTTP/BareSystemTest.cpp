@@ -3,7 +3,7 @@
 
 namespace vorn {
 
-// A system that does not count what a connection has moved.
+// Simulates a system that does not count a connection's bytes.
 
 SocketTraffic trafficOf(int /*socket*/) noexcept
 {

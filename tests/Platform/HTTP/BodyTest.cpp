@@ -30,7 +30,7 @@ protected:
     {
         return request(Method::put, server.url(), std::make_shared<const BreakingBody>(size, given, std::move(end)));
     }
-    /// Reads until the client leaves.
+    /// Has the server read until the client disconnects.
     void readWhatComes()
     {
         server.script([](Exchange& exchange) { exchange.readWholeBody(); });

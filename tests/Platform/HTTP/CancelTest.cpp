@@ -17,7 +17,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t part = 8 * 1024 * 1024;
 
-/// A request that runs beside the test, and its outcome.
+/// The outcome of a request that runs beside the test.
 enum class Outcome { none, answered, cancelled, failed };
 
 class Cancelling : public SessionFixture {
@@ -30,7 +30,7 @@ protected:
         context.runUntil([&] { return !task.isRunning(); });
     }
 
-    /// Runs the coroutine until the server has seen `condition`.
+    /// Runs the coroutine as far as it gets, waits in `condition` for the server, and runs the coroutine again.
     void runUntil(const std::function<bool()>& condition)
     {
         context.runPending();

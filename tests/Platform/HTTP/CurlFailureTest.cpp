@@ -66,7 +66,7 @@ class Network : public SessionFixture {};
 
 TEST_F(Network, HasNoHostOfAReservedName)
 {
-    // Without any network it is another failure.
+    // Without a network, the request fails with another code.
     const Code expected = isOnNetwork() ? Code::cannotFindHost : Code::notConnectedToInternet;
     EXPECT_THAT(failureOf(request(Method::get, "http://nobody.invalid/")), Optional(expected));
 }

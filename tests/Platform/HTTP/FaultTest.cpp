@@ -163,7 +163,7 @@ TEST_F(Fault, DoesNotReachTheNextRequest)
 
 class KeptAliveConnection : public SessionFixture {
 protected:
-    /// Opens a connection on which the server handles the second request with `second`, after its head.
+    /// Opens a connection on which the server handles the second request with `second`, once its head has arrived.
     void dieOn(LoopbackServer::Handler second)
     {
         server.answer({});

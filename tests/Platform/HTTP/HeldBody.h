@@ -7,7 +7,7 @@
 
 namespace vorn::testing {
 
-/// `size` bytes "x"; reading beyond `at` waits for `event`, like a slow disk.
+/// `size` bytes of "x". Reading beyond `at` waits for `event`, as for a slow disk.
 class HeldBody final : public HTTPBody {
 public:
     HeldBody(std::int64_t size, std::int64_t at, std::shared_future<void> event)

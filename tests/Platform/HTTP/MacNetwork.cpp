@@ -22,7 +22,7 @@ CFDouble constants[] = {
     CFDouble::constant(Type::string, "JavaScript"), CFDouble::constant(Type::string, "default mode"),
 };
 
-/// The running script, identified by its source.
+/// The script that is running; there is at most one.
 struct Script {
     CFProxyAutoConfigurationResultCallback done = nullptr;
     CFStreamClientContext context = {};
@@ -124,7 +124,7 @@ void CFRunLoopAddSource(CFRunLoopRef /*loop*/, CFRunLoopSourceRef source, CFRunL
     script.isAdded = true;
 }
 
-/// Ends the script, which owns the list that it passes on.
+/// Ends the script, which owns the list that it passes to its callback.
 CFRunLoopRunResult CFRunLoopRunInMode(CFRunLoopMode /*mode*/, CFTimeInterval /*seconds*/, Boolean /*returns*/)
 {
     EXPECT_TRUE(script.isAdded);

@@ -60,7 +60,7 @@ TEST_F(Progress, StopsShortOfARefusal)
     EXPECT_LT(seen.back(), static_cast<std::int64_t>(4 * part));
 }
 
-/// On the session's thread, where the exception cannot be caught.
+/// The callback throws on the session's thread, where nothing can catch the exception.
 void reportToOneWhoThrows()
 {
     LoopbackServer server;

@@ -82,7 +82,7 @@ TEST_P(Refusal, BeforeTheBodyWasReadIsTheAnswer)
     for (const auto& [name, handler] : refusals) {
         SCOPED_TRACE(name);
         for (int time = 0; time < 20; ++time) { // the refusal arrives at a random point of the body
-            beginAnew();                        // otherwise it might use a connection that is about to close
+            beginAnew();                        // otherwise the request might use a connection that is about to close
             server.script(handler);
             const HTTPResponse response = send(asked);
             EXPECT_EQ(response.status, 403);

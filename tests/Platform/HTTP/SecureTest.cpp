@@ -88,7 +88,7 @@ public:
     Attempt(const ServerIdentity& identity, const HTTPSession::Options& options) : SessionFixture(identity, options) {}
     void TestBody() override {}
 
-    /// Its failure; checks that the server has received nothing.
+    /// Returns its failure, and checks that the server has received nothing.
     std::optional<Code> failure()
     {
         auto asked = put(1000);

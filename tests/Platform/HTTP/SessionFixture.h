@@ -25,7 +25,7 @@ inline void PrintTo(URLError::Code code, std::ostream* to)
 
 namespace testing {
 
-/// Parses `text`; ends the test if it is no URL.
+/// Parses `text`. Throws `std::invalid_argument` if it is not a URL.
 inline URL urlOf(const std::string& text)
 {
     auto url = URL::parse(text);

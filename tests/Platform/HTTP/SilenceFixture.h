@@ -14,7 +14,7 @@ struct OwnTime {
 /// A session whose inactivity clock the test advances. Connecting takes real time.
 class SilenceFixture : protected OwnTime, public SessionFixture {
 protected:
-    static constexpr std::chrono::milliseconds limit{1600}; ///< makes the session look every tenth of a second
+    static constexpr std::chrono::milliseconds limit{1600}; ///< the session then checks about every 100 ms
     static constexpr std::size_t part = 8 * 1024 * 1024;
 
     SilenceFixture() : SessionFixture(nullptr, clock.options()) { server.discardBodies(); }
@@ -25,7 +25,7 @@ protected:
         return asked;
     }
 
-    /// In a handler: lets most of the limit pass, and the session notice it.
+    /// For handlers: lets most of the limit pass, and returns once the session has noticed.
     void passTime(Exchange& exchange)
     {
         clock.advance(limit * 6 / 10);

@@ -85,7 +85,7 @@ TEST_F(Silence, EndsTheRequestOnceItLastsForTheLimit)
             clock.advance(limit - 1ms);
             letTheSessionLook();
             EXPECT_FALSE(ended);
-            while (!ended) { // bytes in flight still arrive, and restart the silence
+            while (!ended) { // bytes in flight still arrive, and restart the time limit
                 clock.advance(limit);
                 letTheSessionLook();
             }

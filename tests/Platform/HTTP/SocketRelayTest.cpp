@@ -20,10 +20,10 @@ namespace {
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// A TCP connection; the relay is put before `client`.
+/// A TCP connection; the tests put a relay between `client` and `server`.
 class SocketRelayTest : public ::testing::Test {
 protected:
-    SocketRelayTest() : handlesPipes_(std::signal(SIGPIPE, SIG_IGN)) // as the session's thread, which blocks it
+    SocketRelayTest() : handlesPipes_(std::signal(SIGPIPE, SIG_IGN)) // as on the session's thread, which blocks it
     {
         const FileDescriptor listener(socket(AF_INET, SOCK_STREAM, 0));
         sockaddr_in address{};
@@ -92,7 +92,7 @@ TEST_F(SocketRelayTest, CarriesMoreThanFitsAnywhereInOrder)
             if (count > 0) sent.append(bytes, 0, static_cast<std::size_t>(count));
         }
         relay.move();
-        if (piece % 16 == 0) received += readFrom(server); // seldom: meanwhile the relay is full
+        if (piece % 16 == 0) received += readFrom(server); // rarely, so that the relay fills up in between
     }
     relay.move();
     received += readFrom(server);

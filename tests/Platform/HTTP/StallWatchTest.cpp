@@ -7,7 +7,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int noSocket = -1; ///< moves nothing
+constexpr int noSocket = -1; ///< on which no bytes move
 constexpr StallWatch::Time start{1h};
 
 TEST(StallWatch, FindsAStallOnceItLastsForTheLimit)

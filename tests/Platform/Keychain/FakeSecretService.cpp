@@ -173,7 +173,7 @@ private:
                                                 &askerLeft, nullptr);
     }
 
-    /// Secrets are sent in plain: the other algorithm is not supported.
+    /// Secrets are sent unencrypted: the other algorithm is not supported.
     static void openSession(GVariant* arguments, GDBusMethodInvocation* call)
     {
         const char* algorithm = nullptr;
@@ -191,7 +191,7 @@ private:
     GMainLoop* loop_ = g_main_loop_new(context_, FALSE);
     guint watch_ = 0;
     mutable std::mutex mutex_;
-    std::string searchedSchema_; ///< guarded by the one above
+    std::string searchedSchema_; ///< guarded by `mutex_`
     std::thread thread_;
 };
 

@@ -22,7 +22,7 @@ struct KeychainKind {
     std::function<std::unique_ptr<KeychainWorld>()> make;
 };
 
-/// The promises of every keychain. A test program instantiates them for the keychains that it can make.
+/// What every keychain guarantees. A test program instantiates the tests for the keychains that it can make.
 class KeychainContract : public ::testing::TestWithParam<KeychainKind> {
 protected:
     Keychain& keychain() { return world_->keychain(); }

@@ -37,7 +37,7 @@ using vorn::testing::find;
 using vorn::testing::macKeychain;
 using vorn::testing::readable;
 
-// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): fifteen constants of this form
+// NOLINTNEXTLINE(cppcoreguidelines-macro-usage): eleven constants of this form
 #define SECURITY_CONSTANT(name)                                                                                        \
     static const CFDouble name##Object = CFDouble::constant(CFDouble::Type::string, #name);                            \
     extern "C" const CFStringRef name = name##Object.asString()

@@ -27,7 +27,7 @@ struct MacKeychain {
     std::vector<Call> calls;
 };
 
-/// The keychain from now on.
+/// The keychain of this program; changes to it take effect at once.
 MacKeychain& macKeychain();
 
 } // namespace vorn::testing

@@ -45,7 +45,7 @@ TEST(RunWithin, LeavesWorkThatHangsToItself)
     EXPECT_FALSE(runWithin(1ms, [kept = std::move(owned), wait = goOn.get_future().share()] { wait.wait(); }));
     EXPECT_EQ(gone.wait_for(0s), std::future_status::timeout);
     goOn.set_value();
-    gone.wait(); // the object that it owned is destroyed after it
+    gone.wait(); // what the work owned is destroyed when it ends
 }
 
 } // namespace

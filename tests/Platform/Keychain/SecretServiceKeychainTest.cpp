@@ -29,7 +29,7 @@ const KeychainItem item{"com.example.vorn", "desktop-session"};
 /// Longer than any test: a call with this limit that returns did not wait for it.
 constexpr auto forever = std::chrono::hours(24);
 constexpr auto soon = 300ms;
-constexpr auto notTooSoon = 1s; ///< for a service that must ask within it on a busy machine
+constexpr auto notTooSoon = 1s; ///< long enough for a service to ask the user, even on a busy machine
 
 std::int32_t statusOfRead(std::chrono::milliseconds limit)
 {

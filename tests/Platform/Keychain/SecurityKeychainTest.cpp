@@ -19,7 +19,7 @@ using ::testing::Optional;
 using Pairs = MacKeychain::Pairs;
 using Call = MacKeychain::Call;
 
-/// An empty keychain; fails on leaks.
+/// An empty keychain; fails the test if objects leak.
 class SecurityWorld : public KeychainWorld {
 public:
     SecurityWorld() { macKeychain() = {}; }

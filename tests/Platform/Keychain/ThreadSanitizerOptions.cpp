@@ -1,5 +1,5 @@
-// Read by the thread sanitizer, where this program is built with it. GLib's locks are not made of the functions that it
-// watches, so everything that passes between GLib's threads looks like a race.
+// Read by the thread sanitizer, if this program is built with it. GLib implements its locks without the functions that
+// the sanitizer intercepts, so everything that passes between GLib's threads looks like a race.
 
 extern "C" const char* __tsan_default_suppressions(); // NOLINT(bugprone-reserved-identifier): the sanitizer's name
 

@@ -191,7 +191,7 @@ TEST_F(SQLiteDatabaseTest, WhatTheRowClosureThrowsEndsTheQueryAndReleasesTheStat
                                 }),
                  std::out_of_range);
     EXPECT_EQ(rows, 1);
-    database.execute("DROP TABLE t"); // refused while a statement is open
+    database.execute("DROP TABLE t"); // would be refused if the statement were still open
 }
 
 TEST_F(SQLiteDatabaseTest, APreparedStatementRunsAgain)
