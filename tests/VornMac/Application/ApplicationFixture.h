@@ -25,10 +25,10 @@ public:
     /// The whole application with its service at `url`. `added` overrides the fixture's environment.
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments = {},
                                    const Program::Environment& added = {}) const;
-    /// The same as the system opens it: without a terminal, as a child of the first process. Returns the process;
-    /// nothing if another one adopts orphans.
+    /// Starts it as the system does: without a terminal, as a child of process 1. Returns its process ID; nothing if
+    /// another process adopts orphans.
     std::optional<pid_t> open(const std::string& url, std::vector<std::string> arguments) const;
-    /// What those have printed on standard error.
+    /// What the application that `open` started last has printed on standard error.
     std::string errorsOfOpened() const;
     /// The application with a window as `qml` describes it.
     std::unique_ptr<Program> startWith(const std::string& qml, std::vector<std::string> arguments = {},

@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-/// Says on standard error how it is shown.
+/// Logs each change of its visibility to standard error.
 const std::string window = R"(
 import QtQuick
 Window {
@@ -34,7 +34,7 @@ std::string windowThat(const std::string& doesAtOnce)
 struct ApplicationProgram : ::testing::Test {
     ApplicationFixture fix;
 
-    /// Waits for the program's end, which must come soon.
+    /// Waits for the program's end, which must come within five seconds.
     static int exitCodeOf(Program& program)
     {
         const auto begin = std::chrono::steady_clock::now();

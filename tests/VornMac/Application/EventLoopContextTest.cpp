@@ -44,7 +44,7 @@ TEST(EventLoopContext, GoesOnInANestedLoop)
     QEventLoop events;
     std::vector<std::string> ran;
     loop.context().post([&] {
-        QEventLoop menu; // its loop ends with what is posted while it runs
+        QEventLoop menu; // ended by work that is posted while it runs
         loop.context().post([&] {
             ran.emplace_back("inside");
             menu.quit();

@@ -6,7 +6,7 @@
 
 namespace vorn::testing {
 
-/// User defaults that last as long as the test, and keep texts alone.
+/// User defaults that last as long as the test, and keep only texts.
 struct KeptDefaults final : UserDefaults {
     std::map<std::string, std::string> texts;
 

@@ -106,7 +106,7 @@ TEST_F(MainWindowTest, ComesToTheFrontWithTheTokenThatLetsIt)
     const auto made = shown();
     EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "");
     made->bringToFront("token-1");
-    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-1"); // without Wayland nothing takes it
+    EXPECT_EQ(qgetenv("XDG_ACTIVATION_TOKEN"), "token-1"); // without Wayland, nothing consumes it
 }
 
 TEST_F(MainWindowTest, StaysMaximisedWhenItComesToTheFront)

@@ -58,7 +58,7 @@ struct PresenceKeeperTest : ::testing::Test {
     void note(const char* call) { presence.calls.emplace_back(call); }
     std::vector<std::string> newCalls() { return std::exchange(presence.calls, {}); }
 
-    /// The calls from the end of a review on.
+    /// The calls to the desktop when a review ends with `status`.
     std::vector<std::string> whenReviewEnds(const std::string& status)
     {
         fix.launchDone();

@@ -10,7 +10,7 @@
 namespace vorn {
 namespace {
 
-/// The end of a child process that runs `body`; -1 if a signal ended it.
+/// The exit status of a child process that runs `body`; -1 if a signal ended it.
 template <class Body>
 int exitCodeOf(const Body& body)
 {

@@ -40,7 +40,7 @@ struct SingleInstanceTest : ::testing::Test {
         return std::make_unique<SingleInstance>(
             context, [this] { ++asked; }, SingleInstance::Rendezvous{"com.vorn.test", patience}, Log("test", "app"));
     }
-    /// A start on a thread of its own, as if in another process, while this one's context runs.
+    /// Starts another instance on another thread, as if in another process, while this thread's context runs.
     Start second()
     {
         bool ended = false;
@@ -55,7 +55,7 @@ struct SingleInstanceTest : ::testing::Test {
     }
 };
 
-/// Another process that is the first, and never runs its queue.
+/// Another process that is the first instance, and never runs its context.
 class OtherFirst {
 public:
     OtherFirst()
@@ -127,7 +127,7 @@ TEST_F(SingleInstanceTest, AKilledOneLeavesNothingInTheWay)
     EXPECT_EQ(second(), Start::told);
 }
 
-/// Like containers, whose processes share numbers and whose host has a new name each time.
+/// As in containers, whose processes reuse process IDs and whose host has a new name each time.
 TEST_F(SingleInstanceTest, AFileThatNobodyLocksIsNoLockWhateverItSays)
 {
     for (const std::string host : {"other-host", ""}) {
@@ -155,7 +155,7 @@ TEST_F(SingleInstanceTest, OneThatWaitsForOneThatIsKilledTakesItsPlace)
     killer.join();
 }
 
-/// Like an application that starts itself anew.
+/// As when an application relaunches itself.
 TEST_F(SingleInstanceTest, OneThatBeganToQuitSendsNobodyAway)
 {
     std::atomic<bool> arrived = false;

@@ -5,7 +5,7 @@
 
 #include <QGuiApplication>
 
-/// The application with a window of the test's own: its file is the only argument.
+/// The application with a window that the test describes in QML: the file is the only argument.
 int main(int argc, char** argv)
 {
     vorn::CommandLine line(argc, argv);

@@ -8,11 +8,11 @@
 namespace vorn::testing {
 
 /// A simulated Mac's preferences. As on a Mac, another process sees a write once both have synchronized, and a failed
-/// write is held back for the next time.
+/// write is tried again at the next synchronization.
 struct MacPreferences {
     struct Value {
         CFDouble::Type type = CFDouble::Type::string;
-        std::string bytes = {}; ///< as of a `CFDouble`
+        std::string bytes = {}; ///< as in a `CFDouble`
 
         bool operator==(const Value&) const = default;
     };

@@ -20,7 +20,7 @@ using ::testing::IsEmpty;
 using ::testing::Pair;
 using ::testing::UnorderedElementsAre;
 
-/// The domain as a person names it: "defaults write app.vorn.mac …".
+/// The domain as a user names it: "defaults write app.vorn.mac …".
 constexpr auto domain = "app.vorn.mac";
 
 class MacSettingsStore : public ::testing::Test {
@@ -28,7 +28,7 @@ protected:
     MacSettingsStore() { macPreferences() = {}; }
     ~MacSettingsStore() override { EXPECT_EQ(liveCFObjects(), before_) << "objects leaked"; }
 
-    /// As the programs make theirs. Outside of the bundle, as here, the identifier is the one that was built in.
+    /// Made as the programs make theirs. Outside the bundle, as here, the identifier is the built-in one.
     static SettingsDefaults defaults(const std::map<std::string, std::string>& line = {})
     {
         return SettingsDefaults::forRun(line, bundleIdentifier(), Log("test", "app"));

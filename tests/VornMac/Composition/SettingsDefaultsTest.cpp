@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-/// In a file: the system's would be those of the user who runs the tests.
+/// Settings in a file: the system's would be those of the user who runs the tests.
 struct SettingsDefaultsTest : ::testing::Test {
     testing::TemporaryFolder configuration;
     const fs::path folder = configuration / "com.vorn.test";
@@ -83,7 +83,7 @@ TEST_F(SettingsDefaultsTest, SeesWhatAnotherProcessChanges)
     EXPECT_EQ(reader.text("Key"), "another");
 }
 
-/// Ids come from a service: they may hold anything.
+/// Keys contain IDs from a service, which may hold anything.
 const std::vector<std::string> keysAlike = {
     "",          "a",         "A",          "a.b",        "a/b",
     "a//b",      "/a",        "a/",         "a.",         ".a",

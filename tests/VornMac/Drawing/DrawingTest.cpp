@@ -136,7 +136,7 @@ TEST(AccentBar, RunsFromOneColourToTheOther)
     EXPECT_GT(picture.pixelColor(191, 4).blue(), 230);
 }
 
-/// The pixels of `picture` that are more white than anything else.
+/// The number of nearly white pixels in `picture`.
 int whiteIn(const QImage& picture)
 {
     int count = 0;
@@ -236,7 +236,7 @@ TEST(BubbleShape, CurlsItsTailWithoutANotch)
     bubble.setProperty("color", QColor(Qt::blue));
     bubble.setProperty("tail", BubbleShape::RightTail);
     const QImage picture = drawn(bubble, {120, 40});
-    const auto reach = [&](int y) { // of the row, to the right
+    const auto reach = [&](int y) { // the last opaque pixel of the row
         int x = 119;
         while (picture.pixelColor(x, y).alpha() < 128) --x;
         return x;

@@ -39,7 +39,7 @@ TEST(QRModules, AreWholePixelsAtEveryPixelRatio)
         for (const double ratio : {1.0, 1.5, 2.0}) {
             SCOPED_TRACE(::testing::Message() << payload.size() << " characters, " << ratio);
             const QImage picture = code(payload, ratio);
-            std::vector<int> edges; // of runs, by row: their distances are multiples of a module
+            std::vector<int> edges; // the lengths of runs in rows: multiples of a module
             int shortest = picture.width();
             for (int y = 0; y < picture.height(); ++y) {
                 int last = -1;

@@ -83,7 +83,7 @@ TEST_F(Changes, MayBeToldFirst)
 /// A model with a listener.
 class Listeners : public ::testing::Test {
 protected:
-    /// Does `reaction` when `signal` is next sent.
+    /// Runs `reaction` the next time `signal` is sent.
     template <class Signal>
     void on(Signal signal, std::function<void(AppModel&)> reaction)
     {

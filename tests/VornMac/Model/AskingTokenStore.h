@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-/// A store that must ask before it knows its session, and may be refused. In a `ModelFixture` it answers when the
-/// background runs. Threads: one.
+/// A store that must ask the user before it can restore its session, and may be refused. In a `ModelFixture` it answers
+/// when the background runs. Threads: one.
 class AskingTokenStore final : public TokenStore {
 public:
     std::optional<StoredSession> session;

@@ -66,14 +66,14 @@ protected:
         }
         if (fix_.isWaiting(ModelFixture::refreshes)) fix_.refuse(ModelFixture::refreshes, 401);
     }
-    /// Answers it again, this time well: too late.
+    /// Answers the same request again, this time with success, which is too late.
     void answerAgain()
     {
         suspended_.answerOnly(200, GetParam().point.success);
         fix_.runAll();
     }
 
-    /// The user's text and the log.
+    /// The failure as the user sees it, and as the log records it.
     std::string shown() const
     {
         switch (GetParam().failure) {
@@ -197,7 +197,7 @@ protected:
         if (is(Failure::undecodable)) return "Part 1 of the upload was not acknowledged.";
         return is(Failure::serverError) ? "Part 1 of the upload failed (500)." : "Part 1 of the upload failed (401).";
     }
-    /// The lines if an abort is due and accepted.
+    /// The log after the upload failed; an abort that follows the failure is accepted.
     Lines expectedLines() const
     {
         // An abort's answer is not read.
@@ -215,7 +215,7 @@ TEST_P(FailedUpload, IsShownAndAbortedUnlessItEndsTheSession)
     const auto abortsBefore = fix_.asked(ModelFixture::aborts);
     fail();
     if (is(Failure::notAuthorized) && !sendsAPart() && !aborts()) {
-        EXPECT_EQ(fix_.asked(ModelFixture::aborts), 0U); // nobody is signed in who could
+        EXPECT_EQ(fix_.asked(ModelFixture::aborts), 0U); // there is no session to send one with
         return expectSessionEnd(before);
     }
     EXPECT_EQ(fix_.asked(ModelFixture::aborts) - abortsBefore, GetParam().point.opened && !aborts() ? 1U : 0U);
@@ -256,7 +256,7 @@ INSTANTIATE_TEST_SUITE_P(, FailedReview, ::testing::ValuesIn(casesIf([](const Su
                          })),
                          nameOf);
 
-/// Background work waits for no answer, and fails by itself.
+/// Background work awaits no answer: it fails by itself.
 struct BackgroundCase {
     const char* point;
     void (*breakWork)(ModelFixture& fix);

@@ -75,7 +75,7 @@ INSTANTIATE_TEST_SUITE_P(, PollInterval,
                          ::testing::Values(Interval{0, 1s}, Interval{250, 1s}, Interval{-5, 1s}, Interval{1000, 1s},
                                            Interval{1001, 1001ms}, Interval{3000, 3s}));
 
-/// Polls until a new code is asked for, and returns how long after the code's arrival that was.
+/// Answers polls until a new code is requested, and returns how long after the code's arrival that was.
 Clock::Duration polledFor(ModelFixture& fix)
 {
     const auto arrival = fix.clock.now();

@@ -95,10 +95,10 @@ public:
 
     // Starting points.
 
-    /// Begins the first step in place of the fixture: a window that shows the model, for example.
+    /// Called to begin the first step, instead of `AppModel::start`: for example, to make a window that begins it.
     std::function<void()> onLaunched;
 
-    /// Makes the model, and begins its first step. Once in a test.
+    /// Makes the model, and begins its first step. At most once per fixture.
     AppModel& launch();
     /// The same with a session in the store.
     AppModel& launchSignedIn(bool consented = true);
@@ -125,7 +125,7 @@ public:
     void runAll();
     void advance(Clock::Duration duration) { clock.advance(duration, context); }
 
-    // The service. Each fails the test if no such request waits, and runs the main thread.
+    // The service. Each reply fails the test if no such request waits, and runs the main thread.
 
     void answer(const std::string& request, const std::string& body = "{}", int status = 200);
     void refuse(const std::string& request, int status) { answer(request, "", status); }
@@ -148,7 +148,7 @@ private:
 
 // Documents of the service.
 
-/// What a service's code says: as long as that of a real one.
+/// The payload of the service's QR code, as long as a real one.
 inline constexpr const char* linkPayload =
     "vorn://link?code=qr-canary-1-5f0c1d7be2a94836a1c07d5e9b42f3681d6e0a7c94b25f83e190";
 

@@ -44,14 +44,14 @@ void RandomWalk::observeRequests()
     for (; observedRequests_ < fix_.http->count(); ++observedRequests_) {
         const auto line = service_.lineOf(observedRequests_);
         const auto owner = service_.userOf(observedRequests_);
-        // One that was cancelled at once belongs to a loop that was replaced.
+        // A request that was cancelled at once is from a loop that was replaced.
         if (line == Fixture::links && !fix_.http->isCancelled(observedRequests_)) {
             require(!lastCodeRequest_ || now - *lastCodeRequest_ >= 1s, "a second between two requests for a code");
             lastCodeRequest_ = now;
         }
         const bool isReview = line.starts_with("GET") && line != Fixture::quest;
         if (isReview && !fix_.http->isCancelled(observedRequests_)) {
-            const auto poll = fix_.http->summary(observedRequests_); // with the token, new in a repetition
+            const auto poll = fix_.http->summary(observedRequests_); // with the token, which differs in a repetition
             const auto last = lastReviewPoll_.find(poll);
             require(last == lastReviewPoll_.end() || now - last->second >= 5s, "five seconds between polls");
             lastReviewPoll_[poll] = now;
@@ -75,7 +75,7 @@ void RandomWalk::checkAtRest()
     checkLog();
 }
 
-// Each kind of job waits in one place, and only while its step is shown.
+// At most one job of each kind runs; linking, probing and watching a review only on their own step.
 void RandomWalk::checkJobs()
 {
     const Step step = fix_.model().step();
@@ -120,7 +120,7 @@ void RandomWalk::checkLinking()
     if (!model.session()) require(model.step() == Step::link, "who is not signed in links");
 }
 
-// Nothing that was found for one user is shown to another, or to nobody.
+// Nothing that was found for one user is shown to another, or without a session.
 void RandomWalk::checkOwnership()
 {
     const AppModel& model = fix_.model();
@@ -163,7 +163,7 @@ void RandomWalk::checkUpload()
     if (uploading != nullptr) require(uploading->fraction >= 0 && uploading->fraction < 1, "a fraction of the whole");
 }
 
-// The session of somebody else, who linked in another process, lasts until this user links.
+// A session that another process stored for another user stays until this model's user links.
 void RandomWalk::checkStore()
 {
     if (!foreignSession_) return;

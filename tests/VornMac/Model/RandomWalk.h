@@ -13,8 +13,8 @@
 
 namespace vorn::testing {
 
-/// A model to which anything may happen, in random order: by the user, the service, time, other processes, the
-/// database. After each action it must keep its promises. The same seed repeats the same walk.
+/// Random actions of the user, the service, the clock, other processes and the database on a model, which must keep its
+/// promises after each of them. The same seed repeats the same walk.
 class RandomWalk {
 public:
     explicit RandomWalk(std::uint64_t seed);
@@ -76,7 +76,7 @@ private:
     std::int64_t observedGeneration_ = 0;
     std::optional<Clock::Duration> lastCodeRequest_; ///< of the link loop that runs now
     std::map<std::string, Clock::Duration> lastReviewPoll_;
-    std::optional<StoredSession> foreignSession_; ///< stored by another process for somebody else
+    std::optional<StoredSession> foreignSession_; ///< stored by another process for another user
 };
 
 } // namespace vorn::testing

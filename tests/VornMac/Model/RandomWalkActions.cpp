@@ -21,7 +21,7 @@ RandomWalk::~RandomWalk()
 
 void RandomWalk::go(Step step)
 {
-    if (step == Step::link) lastCodeRequest_.reset(); // the user's wish is granted at once
+    if (step == Step::link) lastCodeRequest_.reset(); // a code that the user asks for is requested at once
     fix_.model().go(step);
 }
 
@@ -119,7 +119,7 @@ void RandomWalk::reportProgress()
     part.onBodyProgress(static_cast<std::int64_t>(dice_.below(static_cast<std::size_t>(part.body->size()) + 1)));
 }
 
-// From deadline to deadline, so that everything is checked at the moment at which it happens.
+// Advances from deadline to deadline, so that each request is checked at the moment it is sent.
 void RandomWalk::passTime(Clock::Duration duration)
 {
     journal_.back() += fmt::format(" {} ms", std::chrono::duration_cast<std::chrono::milliseconds>(duration).count());

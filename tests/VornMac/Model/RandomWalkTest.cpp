@@ -11,7 +11,7 @@ namespace {
 constexpr std::size_t usualWalks = 700;
 constexpr int actionsPerWalk = 60;
 
-/// The one that VORN_WALK_SEED names, else as many as VORN_WALKS says, always the same.
+/// The seed in VORN_WALK_SEED; without that, as many as VORN_WALKS says, always the same.
 std::vector<std::uint64_t> seeds()
 {
     if (const char* given = std::getenv("VORN_WALK_SEED")) return {std::stoull(given)};

@@ -23,7 +23,7 @@ class ToldPool final : public BackgroundExecutor {
 public:
     explicit ToldPool(MainContext& context) : context_(context) {}
 
-    std::size_t begun() const { return begun_; } ///< the main thread's own
+    std::size_t begun() const { return begun_; } ///< used on the main thread only
 
     void post(std::function<void()> work) override
     {
@@ -62,7 +62,7 @@ protected:
     }
     ~RealTime() override { quit(); }
 
-    /// Leaves the request after the next `answered` ones without an answer, and tells the main thread of it.
+    /// Answers the next `answered` requests, leaves the one after them without an answer, and tells the main thread.
     void holdAfter(std::size_t answered)
     {
         const auto answer = [this](Exchange& exchange) {
@@ -234,7 +234,7 @@ TEST_F(RealTime, MayQuitWhileTheQuestIsAskedFor)
     runUntilHeld();
 }
 
-// The database is read, the archive packed, hashed, and opened.
+// The pieces of background work, in order: read the database; pack, hash and open the archive.
 TEST_F(RealTime, MayQuitWhileMessagesAreRead)
 {
     launchSignedIn();

@@ -4,7 +4,7 @@
 
 #include <gmock/gmock.h>
 
-// The stored session in a keychain that is slow, or refuses.
+// Restores the session from a keychain that is slow or refuses.
 namespace vorn {
 namespace {
 

@@ -98,7 +98,7 @@ TEST_F(Scan, GoesBackToTheAccessStepOnceAccessIsRevoked)
     fix_.files.beforeCopy = RefusingFileManager::refuse(std::errc::operation_not_permitted);
     fix_.runAll();
     EXPECT_EQ(fix_.model().step(), Step::access);
-    EXPECT_EQ(fix_.clock.pendingSleeps(), 1U); // it looks for access again
+    EXPECT_EQ(fix_.clock.pendingSleeps(), 1U); // the probe for access has begun again
     EXPECT_THAT(fix_.leftovers(), IsEmpty());
 }
 

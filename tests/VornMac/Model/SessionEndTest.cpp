@@ -49,7 +49,7 @@ TEST(EndOfASession, EndsNoLaterOneByAFailedUploadThatAborts)
     fix.model().signOut();
     fix.run();
     fix.linkAs(belasSession());
-    fix.tokens->clear(); // so that nobody seems to have signed in since
+    fix.tokens->clear(); // as if no one had signed in since
     const auto generation = fix.model().sessionGeneration();
     fix.answer(ModelFixture::aborts);
     EXPECT_EQ(fix.model().session(), belasSession());

@@ -38,7 +38,7 @@ struct UserAction {
     std::function<void(AppModel&)> run;
 };
 
-/// The ordinary ways to stop a flow's job: its step is left, or its work begun anew.
+/// The ordinary ways to stop a flow's job: leave its step, or begin its work again.
 std::vector<UserAction> cancelsOf(SuspensionPoint::Flow flow);
 
 /// A model that waits at a suspension point.
@@ -48,12 +48,12 @@ public:
 
     ModelFixture fix;
 
-    /// Answers the request that was awaited first, even if it is no longer awaited; ends the background's work and lets
-    /// an hour pass.
+    /// Answers the request of the suspension point, even if the job no longer awaits it; then runs the background work
+    /// and lets an hour pass.
     void answer(Reply reply);
     void answer(int status, const std::string& body);
     void fail(URLError::Code code);
-    /// The same without anything else.
+    /// Only answers: runs no background work and lets no time pass.
     void answerOnly(int status, const std::string& body);
 
     bool waitsForTheService() const { return request_.has_value(); }

@@ -95,7 +95,7 @@ protected:
         EXPECT_EQ(state(), expected);
         EXPECT_THAT(fix_.leftovers(), IsEmpty());
     }
-    /// The clean-up's requests are answered; one job is left.
+    /// Answers the requests of the clean-up, after which one job must be left.
     void expectOneJob()
     {
         if (fix_.isWaiting(ModelFixture::refreshes)) fix_.refuse(ModelFixture::refreshes, 401);
@@ -144,7 +144,7 @@ TEST_P(JobOfAnEndedSession, WritesNothing)
     fix_.model().signOut();
     expectNoEffectOfALateReply(expected);
     expectOneJob();
-    EXPECT_EQ(aborts(), abortsBefore); // nobody is signed in who could
+    EXPECT_EQ(aborts(), abortsBefore); // there is no session to send one with
     EXPECT_EQ(fix_.tokens->load(), std::nullopt);
     const bool abortWasTaken = param().isAborting() && param().late == Reply::success;
     if (param().point.opened && !abortWasTaken)
@@ -166,7 +166,7 @@ TEST_P(JobOfAnEndedSession, WritesNothingForTheNextUser)
     expectOneJob();
     EXPECT_EQ(aborts(), abortsBefore);
     EXPECT_EQ(fix_.tokens->load(), belasSession());
-    fix_.answer(ModelFixture::quest, testing::questJSON()); // which is hers
+    fix_.answer(ModelFixture::quest, testing::questJSON()); // requested by the next user's own prefetch
     EXPECT_NE(state().nimbrel, std::nullopt);
 }
 
@@ -177,7 +177,7 @@ class JobBesideAnotherUser : public SuspensionPoints {
 protected:
     JobBesideAnotherUser() { fix_.tokens->save(belasSession()); }
 
-    /// The service has refused a request of Ada's own.
+    /// Whether the late reply refuses Ada's session for good: a 401 to the refresh, or to the retry after it.
     bool endsTheSession() const
     {
         const bool afterRefresh = param().point.name == "ScanWaitsForTheRetriedQuest";

@@ -33,7 +33,7 @@ UploadPhase uploading(double fraction)
 
 class Upload : public ::testing::Test {
 protected:
-    /// Reports that `bytes` of the part that waits have left, as the transfer does.
+    /// Reports that `bytes` of the waiting part have been sent, as the transfer does.
     void report(std::int64_t bytes)
     {
         const auto part = fix_.http->waiting(ModelFixture::puts).value();
@@ -84,7 +84,7 @@ TEST_F(Upload, GoesFromTheArchiveToTheReview)
     EXPECT_EQ(fix_.changes().of("stepChanged"), 2);
 }
 
-/// An upload that ends before anybody could read its text.
+/// An upload that ends too soon for its text to be read.
 class ShortUpload : public Upload {
 protected:
     ShortUpload() { fix_.shortestUpload = 800ms; }
@@ -191,7 +191,7 @@ TEST_F(Upload, TakesAnArchiveOfExactlyTheLimit)
     }
 }
 
-// A quest always has a limit, and an upload a quest: the largest limit is the closest to none.
+// Every upload has a quest and every quest a limit, so the largest limit stands for none.
 TEST_F(Upload, IsNotRefusedByTheLargestLimit)
 {
     AppModel& model = fix_.launchSignedIn();
@@ -224,7 +224,7 @@ TEST_F(Upload, ShowsWhyItStoppedAndAborts)
     EXPECT_EQ(model.step(), Step::upload);
     EXPECT_THAT(fix_.leftovers(), IsEmpty());
     fix_.advance(1h);
-    EXPECT_THAT(fix_.http->waiting(), IsEmpty()); // it is the user who tries again
+    EXPECT_THAT(fix_.http->waiting(), IsEmpty()); // only the user tries again
 }
 
 TEST_F(Upload, MayBeTriedAgainFromTheFindStep)
@@ -258,7 +258,7 @@ TEST_F(Upload, SendsNothingMoreOnceTheUserHasSignedOut)
     fix_.launchUploading();
     fix_.model().signOut();
     fix_.runAll();
-    EXPECT_EQ(fix_.asked(ModelFixture::aborts), 0U); // nobody is signed in who could
+    EXPECT_EQ(fix_.asked(ModelFixture::aborts), 0U); // there is no session to send one with
     EXPECT_FALSE(fix_.isWaiting(ModelFixture::puts));
     EXPECT_THAT(fix_.leftovers(), IsEmpty());
 }
@@ -338,7 +338,7 @@ TEST_F(Upload, TakesNoReportOfAnEarlierOne)
 {
     AppModel& model = fix_.launchUploading();
     const auto report = fix_.http->request(fix_.http->waiting(ModelFixture::puts).value()).onBodyProgress;
-    model.go(Step::find); // the upload goes on beneath, until the scan replaces it
+    model.go(Step::find); // the upload continues until the scan replaces it
     fix_.answer(ModelFixture::quest, questJSON());
     fix_.runAll();
     model.upload();

@@ -11,7 +11,7 @@ using namespace std::chrono_literals;
 
 constexpr std::string_view submissions = "/api/v1/desktop/nimbrel/submissions/";
 
-/// "sub-ada-1" of a path below `submissions`.
+/// The ID in a path below `submissions`, such as "sub-ada-1"; empty for other paths.
 std::string submissionOf(const std::string& line)
 {
     const auto begin = line.find(submissions);

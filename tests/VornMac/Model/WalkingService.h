@@ -34,10 +34,10 @@ public:
 
     /// The requests without an answer, cancelled ones included.
     std::vector<std::size_t> unanswered() const;
-    /// How many of the requests that `request` names wait; "/part-urls" names all with that end.
+    /// How many requests like `request` wait; "/part-urls" stands for all that end in it.
     std::size_t waiting(const std::string& request) const;
 
-    /// Answers request `index` in some way, and returns which.
+    /// Answers request `index` in a random way, and returns a description of it.
     std::string answer(std::size_t index);
     /// Answers it so that the flow continues.
     void answerWell(std::size_t index);

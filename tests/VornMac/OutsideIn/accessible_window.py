@@ -1,4 +1,4 @@
-"""The window of a program as a screen reader has it: by names, roles and states, and by the actions it offers."""
+"""The window of a program as a screen reader sees it: names, roles and states, and the actions it offers."""
 import dataclasses
 import re
 import time
@@ -11,7 +11,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 HEADING, CHECK_BOX = "heading", "check box"
 BUTTONS = {"push button", "push button menu", "menu item"}  # Qt 6.4 calls all of them push buttons
 STEP = re.compile(r"Step \d of 6")
-KEY_CODES = {"Control": 37, "w": 25}  # of the keyboard that a screen in memory has
+KEY_CODES = {"Control": 37, "w": 25}  # of Xvfb's keyboard
 
 
 @dataclasses.dataclass(frozen=True)
@@ -52,7 +52,7 @@ class AccessibleWindow:
             if found:
                 return found
             if time.monotonic() > end:
-                raise AssertionError(f"waited in vain for {what}; the window shows:\n{self.described()}")
+                raise AssertionError(f"timed out waiting for {what}; the window shows:\n{self.described()}")
             time.sleep(0.02)
 
     def wait_for(self, name, roles=()):
@@ -75,7 +75,7 @@ class AccessibleWindow:
         self._act(self.wait_until(look, f"a button {name!r} that can be pressed"), "Press")
 
     def press_until_shown(self, name, shown):
-        """Presses the button whenever it is shown, until something else is. Returns how often that was."""
+        """Presses the button `name` whenever it is shown, until `shown` is. Returns the number of presses."""
         presses = 0
 
         def look():
@@ -116,7 +116,7 @@ class AccessibleWindow:
             return f"  nothing: {error.message}"
 
     def press_keys(self, key, held=None):
-        """Presses a key, as on the keyboard, while another is held. Keys are named as X names them."""
+        """Presses a key of the keyboard, while `held` is held if it is given. Keys are named as in X."""
         send = Atspi.generate_keyboard_event
         if held:
             send(KEY_CODES[held], None, Atspi.KeySynthType.PRESS)
@@ -125,7 +125,7 @@ class AccessibleWindow:
             send(KEY_CODES[held], None, Atspi.KeySynthType.RELEASE)
 
     def items(self):
-        """The shown items, from the window's top; read again if one goes meanwhile."""
+        """The shown items, from the window's top; read again if one disappears meanwhile."""
         end = time.monotonic() + self._patience
         while True:
             try:

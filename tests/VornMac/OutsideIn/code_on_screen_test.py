@@ -1,4 +1,4 @@
-"""The code can be read off the screen by another program, in each theme and on screens of any density."""
+"""Another program can read the code off the screen, in each theme and at each scale."""
 import itertools
 
 import scenario

@@ -21,7 +21,7 @@ ACCESSIBILITY = "/usr/share/dbus-1/services/org.a11y.Bus.service"
 
 
 class Desktop:
-    """Lasts for a `with`; programs started meanwhile appear on it. Once in a process: libraries keep their bus."""
+    """Lasts for a `with`; programs started meanwhile appear on it. Once per process: libraries keep their bus."""
 
     def __init__(self, width=1280, height=800):
         self._size = f"{width}x{height}x24"
@@ -50,10 +50,10 @@ class Desktop:
         self._folder.cleanup()
 
     def _start_for_line(self, command):
-        """Starts a program that writes a line to the descriptor in the place of {}, and returns that line."""
+        """Starts a program that writes a line to the descriptor that replaces {}, and returns that line."""
         reading, writing = os.pipe()
         with open(reading, encoding="utf-8") as lines:
-            # It ends with the test, however that ends.
+            # The program ends with the test, even if the test is killed.
             command = ["setpriv", "--pdeathsig", "KILL", *[word.replace("{}", str(writing)) for word in command]]
             self._processes.append(subprocess.Popen(command, pass_fds=[writing], stdout=subprocess.DEVNULL,
                                                     stderr=subprocess.DEVNULL))
@@ -63,10 +63,10 @@ class Desktop:
         return line
 
     def picture(self):
-        """The screen's present content."""
+        """The screen's current content."""
         with open(self._folder.name + "/Xvfb_screen0", "rb") as file:
             content = file.read()
-        # An X window dump: its header is of 32-bit numbers, the highest byte first.
+        # An X window dump: its header consists of big-endian 32-bit numbers.
         header = struct.unpack(">25I", content[:100])
         width, height, row = header[4], header[5], header[12]
         assert header[11] == 32 and row == 4 * width and header[7] == 0, "not four bytes a pixel, the lowest first"
@@ -97,7 +97,7 @@ class Picture:
         return left, drawn[0], width, len(drawn)
 
     def pixmap(self):
-        """The file of a portable pixmap."""
+        """The bytes of a portable pixmap file."""
         content = bytearray(3 * self._width * self._height)
         for channel in range(3):
             content[channel::3] = self._pixels[2 - channel::4]

@@ -24,7 +24,7 @@ INTERFACES = """<node>
 
 
 class DesktopServices:
-    """Runs for the length of a `with`, and keeps its calls as pairs of a method and its arguments."""
+    """Runs for the length of a `with`, and records each call as a pair of the method and its arguments."""
 
     def __enter__(self):
         self.calls = []
@@ -44,11 +44,11 @@ class DesktopServices:
             os.close(lock)
 
     def asked(self, method):
-        """The arguments of each such call."""
+        """The arguments of each call of `method`."""
         return [arguments for name, arguments in self.calls if name == method]
 
     def is_awake(self):
-        """Whether a program still has a lock."""
+        """Whether a program still holds a lock."""
         return any(not select.select([lock], [], [], 0)[0] for lock in self._locks)
 
     def click(self, notification):

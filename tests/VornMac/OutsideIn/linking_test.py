@@ -1,4 +1,4 @@
-"""Codes that fail, and the one that follows."""
+"""Codes that fail, and the codes that replace them."""
 import scenario
 from scenario import CONSENT, LINK, Scenario
 

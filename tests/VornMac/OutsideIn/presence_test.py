@@ -1,4 +1,4 @@
-"""The application outside its window while a chat is uploaded, and when its review ends."""
+"""What the desktop is told while a chat is uploaded, and when its review ends."""
 import scenario
 from desktop_services import DesktopServices
 from scenario import EARNED, FOUND, Scenario

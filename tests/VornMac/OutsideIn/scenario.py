@@ -62,11 +62,11 @@ class Vorn:
         return [name for name in os.listdir(self.temporary) if not name.startswith("tsan.")]
 
     def copies_of_the_chat(self):
-        """Names that may be in the temporary folder for moments only."""
+        """Names of snapshots and archives, which may be in the temporary folder only briefly."""
         return [name for name in os.listdir(self.temporary) if name.startswith(("vorn-messages-", "vorn-nimbrel-"))]
 
     def close(self):
-        """Closes the window by the keyboard, and returns the program's exit status."""
+        """Closes the window with the keyboard, and returns the program's exit status."""
         if self.process.poll() is None:
             self._bring_to_front()
             self.window.press_keys("w", held="Control")
@@ -118,7 +118,7 @@ class Scenario(unittest.TestCase):
             vorn.process.wait()
 
     def make_history(self, *options, handles=HANDLES, messages=3000):
-        """Writes a history with a chat with the assistant. Returns the numbers that the window should show."""
+        """Writes a history that has a chat with the assistant. Returns the numbers that the window should show."""
         command = [program("vorn-sample-history"), "--output", self.database, "--messages", str(messages), "--json",
                    *options]
         for handle in handles:
@@ -166,7 +166,7 @@ def messages_in(archive):
 
 
 def main():
-    """Runs the scenarios of the script. Its arguments: the programs' folder, seconds of patience, and unittest's."""
+    """Runs the script's scenarios. Arguments: the programs' folder, seconds to wait for anything, and unittest's."""
     global programs, patience
     programs, patience = sys.argv.pop(1), float(sys.argv.pop(1))
     for tool in ("Xvfb", "dbus-daemon", "setpriv", "zbarimg"):

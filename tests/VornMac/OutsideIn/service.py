@@ -1,4 +1,4 @@
-"""The service on this machine alone, and the user's phone: the service plays it, and its camera looks at the screen."""
+"""A service on this machine, and the user's phone, which the service simulates; its camera looks at the screen."""
 import json
 import subprocess
 import urllib.request
@@ -38,7 +38,7 @@ class Phone:
         return window.wait_until(self._look, "a QR code on the screen")
 
     def scan(self, code):
-        """Returns the link's identifier. The service knows no other codes than its own."""
+        """Scans `code` and returns the link's identifier. The service accepts only its own codes."""
         return self._service.post("/phone/links/scan", {"qrPayload": code})["linkId"]
 
     def confirm(self, link):

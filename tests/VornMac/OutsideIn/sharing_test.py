@@ -1,4 +1,4 @@
-"""Looking for the chat and uploading it, with obstacles."""
+"""Looks for the chat and uploads it, with obstacles."""
 import scenario
 from scenario import EARNED, FOUND, LINK, NOT_FOUND, UPLOADING, Scenario
 
@@ -7,7 +7,7 @@ NO_CHAT = "No conversation with Nimbrel on this Mac."
 
 class Sharing(Scenario):
     def start_linked(self, *options):
-        """The window of a program whose user has linked it already, and consented."""
+        """The window of a program that is already linked, and whose user has consented."""
         window = self.start_vorn(self.start_service("--auto-approve", *options))
         self.give_consent(window)
         return window

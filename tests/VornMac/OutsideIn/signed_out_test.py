@@ -1,4 +1,4 @@
-"""After signing out, nothing of the session is in the window's memory."""
+"""After the user signs out, the program's memory holds no token of the session."""
 import os
 import sys
 import time

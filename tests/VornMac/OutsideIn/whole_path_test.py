@@ -1,4 +1,4 @@
-"""From the first start to the reward, and signed out again."""
+"""From the first start to the reward and the sign-out."""
 import datetime
 import os
 
@@ -22,7 +22,7 @@ class WholePath(Scenario):
         self.expected = self.make_history()
         self.there = self.messages_here()
         os.rename(self.database, self.database + ".aside")
-        os.symlink(self.database, self.database)  # a link to itself opens for nobody, not even for root
+        os.symlink(self.database, self.database)  # not even root can open a link to itself
 
     def link(self, window):
         window.wait_for_screen(LINK)

@@ -33,7 +33,7 @@ TEST(QRMatrix, HasFinderPatternsInThreeCorners)
 
 TEST(QRMatrix, IsAsSmallAsTheStandardAllows)
 {
-    // Bytes that fit the versions 1, 2 and 40 at level M; a version's side is 17 and four for each.
+    // Bytes that fit the versions 1, 2 and 40 at level M; the side of version n is 17 + 4n modules.
     EXPECT_EQ(QRMatrix(std::string(14, '\x80')).size(), 21);
     EXPECT_EQ(QRMatrix(std::string(15, '\x80')).size(), 25);
     EXPECT_EQ(QRMatrix(std::string(26, '\x80')).size(), 25);

@@ -16,7 +16,7 @@ using ::testing::ElementsAre;
 using ::testing::Not;
 using ::testing::StartsWith;
 
-/// Takes the addresses that would be opened.
+/// Records the addresses instead of opening them.
 class Browser : public QObject {
     Q_OBJECT
 

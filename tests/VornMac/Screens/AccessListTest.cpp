@@ -32,7 +32,7 @@ bool pulses(WindowFixture& fix)
     return row(fix, "Vorn")->property("isPulsing").toBool();
 }
 
-/// The data of a drag of the row `name` to the real list.
+/// The URL that dragging the row `name` to the real list would drop there.
 QUrl draggedFrom(WindowFixture& fix, const char* name)
 {
     QQuickItem* item = row(fix, name);

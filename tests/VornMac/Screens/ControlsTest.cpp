@@ -90,7 +90,7 @@ TEST(Controls, DoTheirWorkInEveryWay)
             WindowFixture fix;
             play(fix, control.scene);
             EXPECT_FALSE(control.hasWorked(fix));
-            std::optional<ForeignLeaks> ofQt; // its own dialog leaks the textures of its icons in any frame
+            std::optional<ForeignLeaks> ofQt; // Qt's own dialog may leak its icons' textures in any frame
             if (control.name == std::string_view("Save a copy…")) ofQt.emplace();
             use(fix, control.name, way);
             EXPECT_TRUE(control.hasWorked(fix));

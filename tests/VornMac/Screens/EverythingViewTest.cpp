@@ -202,7 +202,7 @@ TEST(EverythingView, AsksWhereACopyGoes)
 {
     WindowFixture fix;
     play(fix, "4-find-everything");
-    // Qt's own dialog lists its folder from a thread: any frame from here on may make textures that it leaks.
+    // Qt's own dialog lists its folder on a thread, so it may leak textures in any frame from here on.
     const ForeignLeaks ofQt;
     fix.click("Save a copy…");
     auto* dialog = fix.window().findChild<QObject*>("saveCopy");

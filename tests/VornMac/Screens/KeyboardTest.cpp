@@ -28,7 +28,7 @@ bool showsFocus(WindowFixture& fix)
            std::ranges::any_of(item->parentItem()->childItems(), isRing);
 }
 
-/// The controls that get the focus by pressing `key`, once around.
+/// The controls that get the focus when `key` is pressed, until the first one has it again.
 Names focusOrder(WindowFixture& fix, Qt::Key key)
 {
     constexpr int enough = 20;
@@ -48,7 +48,7 @@ Names focusOrder(WindowFixture& fix, Qt::Key key)
 Names focusable(WindowFixture& fix)
 {
     const auto reading = fix.reading();
-    // A list takes the focus for its rows if they can have it.
+    // A list whose rows can take the focus is not focused itself.
     const bool hasRows = std::ranges::any_of(
         reading, [](const Read& read) { return read.role == QAccessible::ListItem && read.state.focusable; });
     Names names;
@@ -205,7 +205,7 @@ TEST(Keyboard, LeadsFromTheCodeToTheOutcomeAlone)
     fix.press(Qt::Key_Space);
     EXPECT_EQ(fix.model.workspace.calls.size(), 1U);
     fix.model.setAccess(FullDiskAccessStatus::granted);
-    fix.model.advance(1500ms); // until the next look, and then until it is seen
+    fix.model.advance(1500ms); // until the next probe, and below until the result has been seen
     fix.settle();
     fix.model.advance(600ms);
     fix.settle();

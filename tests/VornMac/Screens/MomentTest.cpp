@@ -23,7 +23,7 @@ protected:
         fix_.model.answer(ModelFixture::review, submissionJSON(status));
         fix_.settle();
     }
-    /// The shown item of QML's or the drawing's `type`, null without one.
+    /// The first visible item of `type`, a QML or C++ class; null if there is none.
     QQuickItem* item(std::string_view type)
     {
         const auto items = itemsBelow(fix_.window().contentItem(), [](QQuickItem* one) { return one->isVisible(); });
@@ -113,7 +113,7 @@ TEST_F(MovingMoment, ComesOnceForAReward)
 {
     answerReview("approved");
     animations_.pass(2000);
-    fix_.model.answer(ModelFixture::quest, questJSON("approved")); // the card is told again
+    fix_.model.answer(ModelFixture::quest, questJSON("approved")); // the card is updated again
     fix_.settle();
     expectRest();
     fix_.window().hide();

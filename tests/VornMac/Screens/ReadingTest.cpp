@@ -30,7 +30,7 @@ bool isNameless(QAccessible::Role role)
            role == QAccessible::NoRole;
 }
 
-/// A scene's reading, texts and announcements. The items are gone.
+/// A scene's reading and texts. The items of the reading no longer exist.
 struct Seen {
     std::string name;
     std::vector<Read> reading;

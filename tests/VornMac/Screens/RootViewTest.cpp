@@ -50,7 +50,7 @@ TEST(Window, ProbesAtOnceForARestoredSession)
     fix.model.setAccess(FullDiskAccessStatus::granted);
     fix.model.advance(1500ms);
     fix.settle();
-    fix.model.advance(600ms); // until it is seen
+    fix.model.advance(600ms); // until the user has seen it
     fix.settle();
     EXPECT_EQ(fix.model.model().step(), Step::find);
     EXPECT_THAT(fix.words(), Contains("Looking in Messages…"));
@@ -118,7 +118,7 @@ TEST(Window, StaysOnTheAccessScreenWhereAccessWasGrantedBeforeItCame)
     EXPECT_EQ(fix.model.asked(ModelFixture::quest), 1U) << "of the consent screen";
 }
 
-// Access that was granted before does not continue by itself: the way back to this screen would bounce.
+// With access that was granted before, the screen does not continue by itself: going back to it would be impossible.
 TEST(Window, OffersToGoOnWhereAccessWasThereBefore)
 {
     WindowFixture fix;

@@ -207,7 +207,7 @@ Texts uploading(const Texts& status)
 const Texts review = {"This usually takes a minute or two.",
                       "You can close this window. The result also shows on the quest in the Vorn app."};
 
-/// Replaces the amounts of bytes, which depend on the machine.
+/// A placeholder for amounts of bytes, which depend on the machine.
 const std::string sent = "{sent}";
 
 Texts filledIn(Texts texts, const AppModel& model)
@@ -219,7 +219,7 @@ Texts filledIn(Texts texts, const AppModel& model)
     return texts;
 }
 
-/// The order of a panel's parts does not matter to a reader of this table.
+/// The texts of a scene in order, followed by those of its panel in any order.
 struct Case {
     std::string scene;
     Texts texts;

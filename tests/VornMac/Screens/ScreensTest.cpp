@@ -88,7 +88,7 @@ TEST(FindScreen, LeavesTheDatesOutWhereOneIsMissing)
     WindowFixture fix;
     scan(fix);
     EXPECT_THAT(fix.words(), Contains("Dates"));
-    // Messages without a date take another's, so a result with messages always has dates: the card is told otherwise.
+    // Messages without a date take another's, so a result with messages always has dates: this changes the card itself.
     const auto isCard = [](const QQuickItem* item) {
         return std::string_view(item->metaObject()->className()).starts_with("StatisticsCard");
     };

@@ -58,7 +58,7 @@ Places placesIn(WindowFixture& fix)
     return places;
 }
 
-/// There are none before the first step, and on the page that covers a step.
+/// No steps are shown before the first one, nor on the page that covers a step.
 bool hasSteps(const Scene& scene)
 {
     return !scene.name.starts_with("0-") && !scene.name.starts_with("4-find-everything");

@@ -20,7 +20,7 @@ using namespace std::chrono_literals;
 constexpr std::uint64_t usualWalks = 12;
 constexpr int actionsPerWalk = 150; // enough for a user to reach the end more than once
 
-/// A user, a service and the time, at random, with the real window.
+/// Random actions of a user, a service and the clock on the real window.
 class Walk {
 public:
     explicit Walk(std::uint64_t seed) : dice_(seed)
@@ -123,7 +123,7 @@ private:
         seen_.insert(now.begin(), now.end());
     }
 
-    /// Texts that belong to no state are not this test's business.
+    /// Fails if `text` is of another state. Ignores texts that are of no state.
     void expectOfNow(const std::string& text, const Texts& now)
     {
         if (now.contains(text) || isOfUploadNow(text, model())) return;

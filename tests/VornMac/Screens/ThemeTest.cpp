@@ -108,7 +108,7 @@ QColor blended(const QColor& colour, double opacity, const QColor& ground)
                             mix(colour.blueF(), ground.blueF()));
 }
 
-/// The most frequent colour of `frame`: letters cover the lesser part.
+/// The most frequent colour of `frame`: letters cover less than the background.
 QColor groundOf(const QImage& picture, const QRectF& frame)
 {
     const QRect area = frame.toAlignedRect() & picture.rect();
@@ -129,8 +129,8 @@ std::string nameOf(const QColor& colour, bool isDark)
     return colour.name().toStdString();
 }
 
-/// Pairs that fall short, with the contrast that they reach at least. Their colours are given by the design, and a
-/// disabled control need not be read.
+/// Pairs that fall short, with the least contrast that they must still reach. Their colours are given by the design,
+/// and a disabled control need not be read.
 struct Shortfall {
     const char* pair;
     double ratio;

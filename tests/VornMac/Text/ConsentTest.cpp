@@ -7,7 +7,7 @@ namespace {
 
 using ::testing::ElementsAre;
 
-/// Users agreed to this text under this version. Both change together, or not at all.
+/// Users agreed to this text under this version: neither may change without the other.
 TEST(Consent, IsThatOfItsVersion)
 {
     EXPECT_STREQ(Consent::termsVersion, "vorn-mac-nimbrel-1");

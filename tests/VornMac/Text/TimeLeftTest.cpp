@@ -12,7 +12,7 @@ using std::chrono::seconds;
 
 constexpr std::int64_t megabyte = 1'000'000;
 
-/// An upload of a hundred megabytes over some seconds, at a given rate in each.
+/// An upload of a hundred megabytes at a given rate in each second, with a report after each.
 class Upload {
 public:
     void goOn(int forSeconds, std::int64_t bytesASecond)

@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-/// Pictures in rows of three, like a film: whatever should stand still can be seen to. Half the size of a window as it
-/// first opens, or as large as fits there.
+/// Pictures in rows of three, side by side, so that a part that should keep its place is seen to. Each is scaled to fit
+/// half the size at which the window first opens.
 class ContactSheet {
 public:
     void add(const QImage& picture)

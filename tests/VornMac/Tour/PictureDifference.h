@@ -4,9 +4,9 @@
 
 namespace vorn::testing {
 
-/// How far two pictures of the same size are apart, as a share of their pixels, 0…1. A pixel counts when a channel of
-/// it differs by more than the eye could see on an edge: fonts are drawn a little differently from one version of the
-/// rasterizer to the next. Pictures of different sizes are wholly apart.
+/// The share of pixels, 0…1, in which two pictures of the same size differ; 1 for pictures of different sizes. A pixel
+/// counts if one of its channels differs by more than the eye can see on an edge: each version of the rasterizer draws
+/// fonts a little differently.
 double pictureDifference(const QImage& one, const QImage& other);
 
 } // namespace vorn::testing

@@ -79,7 +79,7 @@ std::function<void(WindowFixture&)> tabTo(std::string name)
     };
 }
 
-/// The end of a review that names `members`.
+/// Ends the review with an answer that has `members`, and then answers the request for the quest.
 std::function<void(WindowFixture&)> reviewed(std::string members, std::string quest)
 {
     return [members = std::move(members), quest = std::move(quest)](WindowFixture& window) {
@@ -91,7 +91,7 @@ std::function<void(WindowFixture&)> reviewed(std::string members, std::string qu
     };
 }
 
-/// A result with messages always has dates: the card is told otherwise.
+/// Removes the dates from the card itself: a result with messages always has them.
 void forgetDates(WindowFixture& window)
 {
     const auto isCard = [](const QQuickItem* item) {

@@ -151,7 +151,7 @@ void addControl(ThemedSheet& sheet, const Control& control, QSize size)
     sheet.add(stage, frame);
     point(window, QEvent::MouseMove, away);
     point(window, QEvent::MouseButtonRelease, away); // without a click
-    item->setFocus(false);                           // the press set it, with another reason
+    item->setFocus(false);                           // the press has set it with another reason
     item->forceActiveFocus(Qt::TabFocusReason);
     window.settle();
     sheet.add(stage, frame);

@@ -18,7 +18,7 @@ constexpr std::array themes{std::pair(Appearance::Theme::light, "light"), std::p
 /// One picture in each of the `themes`, in their order.
 using Themed = std::array<QImage, themes.size()>;
 
-/// A scene, and the moment in which its picture is taken.
+/// A scene, and when and how its picture is taken.
 struct Shot {
     std::function<void(WindowFixture&)> play;
     std::function<void(WindowFixture&)> pose = {}; ///< the user's actions, in the window at its size
@@ -35,9 +35,9 @@ public:
     Stage(Stage&&) = delete;
 
     WindowFixture& window() { return window_; }
-    /// Its present state.
+    /// The window as it looks now.
     Themed picture();
-    /// Lets what the user has begun come to its end.
+    /// Lets animations run to their end.
     void rest() { animations_.pass(1000); }
 
 private:

@@ -33,7 +33,7 @@ bool matchesReference(const QImage& picture, const std::string& path, double tol
     return false;
 }
 
-/// Whether `picture` is right. Writes it unless it matches its reference.
+/// Writes `picture` unless it matches its reference. False if it does not match, or cannot be written.
 bool keep(const QImage& picture, const std::string& name, double tolerance, const TourOptions& options)
 {
     const bool compares = !options.references.empty();

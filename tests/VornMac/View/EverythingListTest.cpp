@@ -44,7 +44,7 @@ protected:
     }
 
     void show(MessageList messages) { list_.show(exportOf(std::move(messages)), &context_, &background_); }
-    /// Three batches of a search: every thousandth message has "tram", all have a number.
+    /// Messages for three batches of a search: every thousandth has "Tram", all have a number.
     void showMany()
     {
         MessageList messages;

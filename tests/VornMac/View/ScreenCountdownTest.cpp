@@ -55,7 +55,7 @@ TEST_F(CodeCountdown, GoesFromTwoMinutesToZeroWithASignalForEachSecond)
                                          Pair("qrPayloadChanged", 1)));
 }
 
-// The model polls it a while longer, for a phone that has scanned it at the last moment.
+// The model polls a while longer: a phone may have scanned the code at the last moment.
 TEST_F(CodeCountdown, HidesTheCodeAtItsEnd)
 {
     showCode();

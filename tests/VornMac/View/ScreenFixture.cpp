@@ -35,7 +35,7 @@ std::string textOf(const QMetaProperty& property, const QVariant& value)
 
 ScreenFixture::~ScreenFixture()
 {
-    fix.quit(); // the context's tasks go before the screen
+    fix.quit(); // ends the context's tasks before the screen is destroyed
 }
 
 ScreenModel& ScreenFixture::show()

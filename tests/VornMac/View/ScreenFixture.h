@@ -27,7 +27,7 @@ public:
     std::string value(const char* property) const;
     std::map<std::string, std::string> values() const;
 
-    /// How often each signal was sent since the last call, without those that were not.
+    /// How often each signal was sent since the last call; signals that were not sent are missing.
     Counts told();
 
 private:
@@ -40,7 +40,7 @@ std::map<std::string, std::string> valuesOf(const ScreenModel& screen);
 /// The properties that `signal` announces.
 std::vector<std::string> propertiesOf(const std::string& signal);
 
-/// The quest whose last upload was paid, with a cooldown `until`.
+/// A quest whose last upload was paid, with a cooldown that ends at `until`.
 std::string paidQuestJSON(const std::string& until);
 
 } // namespace vorn::testing

@@ -119,7 +119,7 @@ TEST_F(Screen, ShowsWhetherMessagesCanBeRead)
     EXPECT_EQ(fix_.value("access"), "Denied");
 
     fix_.fix.setAccess(FullDiskAccessStatus::noDatabase);
-    screen.startAccessProbe(); // without waiting for the next look
+    screen.startAccessProbe(); // without waiting for the next probe
     EXPECT_EQ(fix_.value("access"), "NoDatabase");
 
     fix_.fix.setAccess(FullDiskAccessStatus::granted);

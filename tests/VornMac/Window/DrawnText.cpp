@@ -6,7 +6,7 @@
 namespace vorn::testing {
 namespace {
 
-/// The class names of QML's types have a number at the end.
+/// Whether `item` is of `type`. QML's class names have a suffix, such as "_QMLTYPE_12".
 bool is(const QQuickItem& item, std::string_view type)
 {
     const std::string_view name = item.metaObject()->className();

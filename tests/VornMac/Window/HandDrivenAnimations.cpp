@@ -6,7 +6,7 @@
 
 namespace vorn::testing {
 
-/// Later times count from here.
+/// Restarts the elapsed time at zero.
 void HandDrivenAnimations::start()
 {
     elapsed_ = 0;

@@ -10,7 +10,7 @@ public:
     HandDrivenAnimations() { install(); }
     ~HandDrivenAnimations() override { uninstall(); }
 
-    /// Lets `milliseconds` pass, in steps of a frame as a screen's would.
+    /// Lets `milliseconds` pass, in steps as long as a screen's frames.
     void pass(int milliseconds);
 
     qint64 elapsed() const override { return elapsed_; }

@@ -20,7 +20,7 @@ struct Read {
     int parent = -1; ///< index in the reading, -1 for the window
     QQuickItem* item = nullptr;
 
-    /// Qt gives texts an action as well, to set the focus, which has no effect.
+    /// Whether it can be pressed or toggled. Qt also gives texts an action, to set the focus, which has no effect.
     bool isControl() const;
 };
 

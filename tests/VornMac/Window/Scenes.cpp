@@ -32,7 +32,7 @@ void fillChat(ModelFixture& model)
     constexpr std::int64_t apart = 40'000'000'000;
     constexpr std::int64_t earlier = 1281;
     std::int64_t date = 790'000'000'000'000'000 + apart;
-    model.messages.database().execute("BEGIN"); // one commit: each waits for the disk
+    model.messages.database().execute("BEGIN"); // one transaction: each commit waits for the disk
     model.messages.messages(earlier, apart,
                             {.text = std::string("Earlier"), .isFromMe = std::int64_t{1}, .date = date});
     date += (earlier - 1) * apart;

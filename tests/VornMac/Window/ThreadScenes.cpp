@@ -20,7 +20,7 @@ Scene scene(const char* name, const Chat& fill)
             }};
 }
 
-/// A chat that takes turns, the user's first.
+/// A chat in which `texts` come from the user and the assistant in turn, the user first.
 Chat saying(const std::vector<std::string>& texts)
 {
     return [texts](MessagesFixture& messages) {

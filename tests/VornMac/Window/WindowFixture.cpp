@@ -204,7 +204,7 @@ void WindowFixture::noteAnnouncement(QObject* item, const QString& text)
 void WindowFixture::lay()
 {
     settle();
-    picture(); // whatever is drawn has been laid out
+    picture(); // drawing lays everything out
 }
 
 QImage WindowFixture::picture()

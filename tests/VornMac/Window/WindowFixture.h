@@ -36,7 +36,7 @@ public:
     /// The singleton Theme of Vorn.Components.
     QObject& theme();
 
-    /// Runs the window and the model's main thread until both are idle. Waiting background work keeps waiting, see
+    /// Runs the window and the model's main thread until both are idle. Does not run background work: see
     /// `ModelFixture::runAll`.
     void settle();
 
@@ -57,7 +57,7 @@ public:
     /// The announcements since the last call.
     std::vector<std::string> announced() { return std::exchange(announced_, {}); }
 
-    /// Ways to use a control. Each settles.
+    /// Ways to use a control. Each ends with `settle`.
 
     /// Clicks the middle of the control `name` with the mouse.
     void click(const QString& name);
@@ -71,7 +71,7 @@ public:
     std::string focused() const;
 
     QImage picture();
-    /// Lays everything out for the window's present size, without a picture.
+    /// Lays everything out for the window's current size.
     void lay();
 
     /// Qt's and QML's log since the fixture was made; it must be empty at the end of a test.
