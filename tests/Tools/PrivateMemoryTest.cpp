@@ -1,4 +1,4 @@
-// The programs that hold tokens or messages, as they are installed.
+// Checks the real programs that hold tokens or messages.
 #include "tests/support/Program.h"
 
 #include <gmock/gmock.h>

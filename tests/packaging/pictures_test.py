@@ -1,4 +1,4 @@
-"""Checks that the pictures for software centres are among the tour's references, and show the window as it is.
+"""Checks that the pictures for software centres are among the tour's references, in the sizes that the metadata names.
 
 Usage: pictures_test.py ROOT, the folder of the project"""
 import os

@@ -10,7 +10,7 @@
 #include <random>
 #include <string>
 
-/// Other programs read our archives. A missing program fails its case: then nobody has shown that it opens them.
+/// Reads our archives with other programs. A missing program fails its cases: they would otherwise prove nothing.
 namespace vorn {
 namespace {
 

@@ -26,7 +26,7 @@ ByteBuffer randomBytes(std::size_t size)
     return bytes;
 }
 
-// First in this file: the table must not have been built when this case runs by itself.
+// Tests the first use only where CTest runs each case by itself (VORN_EVERY_TEST): else earlier cases build the table.
 TEST(CRC32, BuildsOneTableWhenTwoThreadsAskFirst)
 {
     const std::array<std::uint32_t, 256>* tables[2] = {};

@@ -11,7 +11,7 @@
 namespace vorn {
 namespace {
 
-/// Compresses well, and is verified in several pieces.
+/// A text that compresses well, and is long enough to be verified in several pieces.
 std::string longText()
 {
     std::string text;

@@ -61,7 +61,7 @@ inline ZipWriterError invalidName(std::string name)
     return {ZipWriterError::InvalidName{std::move(name)}};
 }
 
-/// Settings whose encoder always fails, so that everything is stored, and counts how often it was asked.
+/// Settings whose encoder counts its calls in `asked` and always fails, so that everything is stored.
 inline ZipWriter::Settings countingIn(int& asked, std::uint64_t largest)
 {
     return {[&asked](ByteView, std::span<std::byte>) -> std::size_t {

@@ -9,7 +9,7 @@ namespace {
 
 using namespace vorn::testing;
 
-/// Inaccessible address space: an entry of it must be refused by its size alone.
+/// Inaccessible address space: an entry made of it must be refused for its size, before any byte is read.
 class UnreadableBytes {
 public:
     explicit UnreadableBytes(std::size_t size)

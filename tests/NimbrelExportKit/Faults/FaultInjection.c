@@ -104,7 +104,7 @@ SYSTEM(int, ftruncate64, -1, (int file, off64_t size), (file, size))
 SYSTEM(int, fchmod, -1, (int file, mode_t mode), (file, mode))
 SYSTEM(DIR*, fdopendir, NULL, (int file), (file))
 
-/* A close that fails has closed the file all the same. */
+/* A close that fails still closes the file, as on Linux. */
 int close(int file)
 {
     static int (*next)(int);

@@ -1,4 +1,4 @@
-// Every call to the system and to SQLite fails once. Either the right error or the same archive must come of it, and
+// Every call to the system and to SQLite fails once. The result must be either the right error or the same archive, and
 // nothing may be left in the temporary directory.
 #include "NimbrelExportKit/Archive/NimbrelArchiveBuilder.h"
 #include "NimbrelExportKit/Messages/NimbrelExportError.h"
@@ -86,7 +86,7 @@ protected:
         const int calls = faultsDisarm();
         if (auto* finished = std::get_if<Finished>(&outcome)) {
             finished->archive = readFile(output);
-        } else if (!std::holds_alternative<WritingFailed>(outcome)) { // perhaps only its size could not be read
+        } else if (!std::holds_alternative<WritingFailed>(outcome)) { // may be written, and only its size unreadable
             EXPECT_EQ(readFile(output), "old");
         }
         return {std::move(outcome), calls};
@@ -148,7 +148,7 @@ TEST_F(ExportFaults, EveryCallToSQLiteFailsWithItsStage)
         const SQLiteError& error = std::get<NimbrelExportError::Database>(reason).error;
         EXPECT_EQ(error.stage(), stageOf(name)) << what;
         EXPECT_EQ(error.code(), 13) << what;
-        if (name == "sqlite3_open_v2") EXPECT_EQ(error.message(), "cannot open"); // there is no handle to ask
+        if (name == "sqlite3_open_v2") EXPECT_EQ(error.message(), "cannot open"); // no handle to ask for a message
         if (name == "sqlite3_exec") EXPECT_EQ(error.message(), "exec failed");
         expectNothingLeft(what);
         ++failed;

@@ -80,7 +80,7 @@ TEST(CandidateScan, TakesAStartAtTheEnd)
     EXPECT_EQ(nextCandidate("a.b", 3), none);
 }
 
-/// What the system's detector makes links of.
+/// Texts in which the system's detector finds a link.
 constexpr std::string_view foundBySystem[] = {
     "https://example.com/a?b=c#d",
     "HTTP://EXAMPLE.COM",

@@ -16,7 +16,7 @@ struct Hostile {
     std::string_view piece;
 };
 
-void PrintTo(const Hostile& hostile, std::ostream* out) // NOLINT(readability-identifier-naming): the name it looks for
+void PrintTo(const Hostile& hostile, std::ostream* out) // NOLINT(readability-identifier-naming): GoogleTest's
 {
     *out << '"' << hostile.head << '"' << " and \"" << hostile.piece << "\" repeated";
 }

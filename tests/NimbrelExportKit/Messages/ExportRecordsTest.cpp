@@ -108,7 +108,7 @@ TEST(SkipTally, CreatesAReasonEvenForNothing)
     EXPECT_EQ(tally.counts, (std::map<std::string, std::int64_t, std::less<>>{{"unsent", 0}}));
 }
 
-/// Each step changes one more field of a message.
+/// Each step changes one field of a default message.
 TEST(ExportedMessage, IsComparedFieldByField)
 {
     const ExportedMessage base;

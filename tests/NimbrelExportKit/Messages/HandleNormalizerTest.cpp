@@ -30,8 +30,8 @@ TEST(HandleNormalizer, GivesEachHandleOneSpelling)
              Case{"abc123", "abc123"},
              Case{"---", "---"}, // no digits
              Case{"1+2", "12"},
-             Case{"٣٤", "٣٤"},       // digits of another script alone are no phone number
-             Case{"+٣ 555", "+555"}, // next to others they make one, but are dropped
+             Case{"٣٤", "٣٤"},       // digits of another script alone are not a phone number
+             Case{"+٣ 555", "+555"}, // beside ASCII digits they are part of one, but dropped
              Case{"555/010", "555/010"},
              Case{"\u00A0555\u3000", "555"},
              Case{"", ""},

@@ -294,7 +294,7 @@ TEST_F(MessageReaderTest, YieldsAMessageOfTwoChatsTwice)
     fixture.attachment(row, "image/png"s, nullptr);
     const auto output = read();
     ASSERT_THAT(output.messages, SizeIs(2));
-    EXPECT_THAT(output.messages[0].attachments, SizeIs(2)); // the join yields it once for each chat
+    EXPECT_THAT(output.messages[0].attachments, SizeIs(2)); // the join yields the attachment once for each chat
     EXPECT_EQ(output.messages[0].attachments, output.messages[1].attachments);
     EXPECT_NE(output.messages[0].chat, output.messages[1].chat);
 }

@@ -42,7 +42,7 @@ protected:
         ADD_FAILURE() << "the export succeeded";
         return {NimbrelExportError::NoDatabase{}};
     }
-    /// Damages a copy as a write of Messages in the middle of the copy would.
+    /// Damages a copy as Messages would by writing to the database while it is copied.
     static void spoil(const std::filesystem::path& copy)
     {
         if (copy.filename() == "chat.db") testing::writeFile(copy, std::string(4096, 'x'));
@@ -206,7 +206,7 @@ TEST_F(NimbrelExporterTest, OfNoHandlesIsEmpty)
     EXPECT_EQ(exporter().export_({"stranger@example.com"}), NimbrelExportResult{});
 }
 
-/// Counts the files that SQLite opens without a name, to spill into what it cannot keep in memory.
+/// Counts the unnamed files that SQLite opens to spill what it cannot keep in memory.
 class SpillWatch {
 public:
     SpillWatch()

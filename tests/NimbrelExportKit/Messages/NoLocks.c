@@ -1,4 +1,4 @@
-// Replaces the system's function in this program: a file system without locks, like some network ones.
+// Replaces the system's function in this program, to simulate a file system without locks, such as some network ones.
 #include <errno.h>
 #include <sys/file.h>
 

@@ -15,7 +15,7 @@ struct Declared {
     std::string_view mimeType;
 };
 
-/// Holds on every platform: the types that chats carry are declared by the system itself.
+/// Both must agree on every platform: on a Mac, the system itself declares the types that chats carry.
 void expectBothSay(std::string_view identifier, std::string_view mimeType)
 {
     SCOPED_TRACE(identifier);

@@ -174,13 +174,13 @@ TEST_F(TemporaryItemsTest, LeavesNothingOfItsOwn)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-/// The number of the next file that this process opens.
+/// The descriptor that this process will get for the next file it opens.
 int nextDescriptor()
 {
     return FileDescriptor(open("/dev/null", O_RDONLY | O_CLOEXEC)).get();
 }
 
-/// A start crosses an end: the other process, which was the last, removes the file that this one has opened.
+/// A start races with an end: the last other process removes the lock file that this process has just opened.
 TEST_F(TemporaryItemsTest, SharesTheLockThatOthersWillFind)
 {
     FileDescriptor last = createPrivateFile(folder / lockName);
@@ -292,7 +292,7 @@ struct WrongLock {
     void (*make)(const fs::path& path);
 };
 
-void PrintTo(const WrongLock& wrong, std::ostream* out) // NOLINT(readability-identifier-naming): the name it looks for
+void PrintTo(const WrongLock& wrong, std::ostream* out) // NOLINT(readability-identifier-naming): GoogleTest's
 {
     *out << wrong.name;
 }
@@ -368,7 +368,7 @@ TEST_F(TemporaryItemsTest, MakesNoItemsWhileItCannotShareTheLock)
     const auto own = items();
     EXPECT_THROW(MessagesSnapshot::take(history.path(), own->files()), fs::filesystem_error);
     EXPECT_THROW(own->files().writeAtomically(bytesOf("archive"), archive), fs::filesystem_error);
-    own->files().writeAtomically(bytesOf("text"), home / "elsewhere"); // nobody sweeps that
+    own->files().writeAtomically(bytesOf("text"), home / "elsewhere"); // no sweep looks there
     EXPECT_THAT(folder.names(), ElementsAre(lockName));
 
     alone.endNormally();
@@ -377,7 +377,7 @@ TEST_F(TemporaryItemsTest, MakesNoItemsWhileItCannotShareTheLock)
     EXPECT_TRUE(fs::exists(snapshot.databaseURL())) << "the lock is shared since";
 }
 
-/// As cleaners of temporary files do.
+/// Programs that clean up temporary files may remove the lock file.
 TEST_F(TemporaryItemsTest, SharesTheLockAgainBeforeAnItemWhereItWasTakenAway)
 {
     const fs::path archive = folder / (std::string("vorn-nimbrel-") + aUUID + ".zip");
@@ -398,7 +398,7 @@ TEST_F(TemporaryItemsTest, WorksUnderAMaskThatTakesEverything)
     EXPECT_THAT(folder.names(), IsEmpty());
 }
 
-/// As cleaners of temporary files do.
+/// Programs that clean up temporary files may remove the lock file.
 TEST_F(TemporaryItemsTest, SweepsNothingAtTheEndWhenTheLockWasTakenAway)
 {
     auto first = items();

@@ -8,7 +8,7 @@
 
 namespace vorn {
 
-/// Replaces the system's in this program.
+/// Replaces the platform's in this program.
 std::unique_ptr<LinkDetector> LinkDetector::make(const CancelFlag& /*cancel*/)
 {
     return nullptr;

@@ -1,4 +1,4 @@
-// Without locks nothing is swept, so private files may be made all the same.
+// Where files cannot be locked, nothing is swept, so private files can still be made safely.
 #include "NimbrelExportKit/Messages/TemporaryItems.h"
 
 #include "Platform/Base/Bytes.h"

@@ -1,4 +1,4 @@
-// The program as a person runs it.
+// The program as a user runs it.
 #include "Platform/Base/SHA256.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 #include "tests/support/MessagesFixture.h"
@@ -48,7 +48,7 @@ protected:
         fixture.message({.isFromMe = std::int64_t{1}});
         fixture.message({.itemType = std::int64_t{1}});
     }
-    /// Without the lock file, which remains, empty, if a signal ends the program at once.
+    /// Leaves out the lock file, which stays behind, empty, if a signal ends the program at once.
     std::vector<std::string> itemsLeft() const
     {
         auto names = temporary.names();
@@ -186,7 +186,7 @@ TEST_F(ExportProgram, WritesNothingWhereThereIsNothingToExport)
 
 TEST_F(ExportProgram, SaysThatAccessIsDenied)
 {
-    testing::writeFile(home / "file", ""); // what a superuser cannot open either
+    testing::writeFile(home / "file", ""); // not even the superuser can open a path below a file
     std::vector<std::string> arguments = usualArguments();
     arguments[1] = home / "file/chat.db";
     Program program = start(arguments);
@@ -328,7 +328,7 @@ TEST_F(InterruptedExport, LeavesNothingWheneverTheSignalComes)
         Program program = start(arguments);
         for (int poll = 0; poll < polls * polls * 150; ++poll) temporary.names();
         program.signal(SIGTERM);
-        // -1: before the program was ready to listen; 0: when it was done
+        // -1: the signal came before the program handled it; 0: the program had finished
         EXPECT_THAT(program.exitCode(), ::testing::AnyOf(128 + SIGTERM, -1, 0));
         EXPECT_THAT(itemsLeft(), IsEmpty()) << "after " << polls;
         EXPECT_THAT(target.names(), ::testing::Each("out.zip"));

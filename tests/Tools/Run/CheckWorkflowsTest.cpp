@@ -1,4 +1,4 @@
-// scripts/check-workflows on a machine without the linter. Runs in a copy of the tree that holds nothing else.
+// scripts/check-workflows on a machine without the linter. Runs in a folder that holds nothing but its files.
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -31,7 +31,7 @@ public:
         return run({"check", folder_.path()}, environment);
     }
 
-    /// Makes the archive from "there" hold another history.
+    /// Replaces the archive from "there" with one of the history after `change`.
     void exportThere(const std::string& change, std::vector<std::string> handles) const
     {
         const testing::TemporaryFolder other;

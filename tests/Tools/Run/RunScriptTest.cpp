@@ -1,4 +1,4 @@
-// How ./run answers its arguments. Runs in a copy of the tree that holds nothing else, so that it ends early.
+// How ./run responds to its arguments. Runs a copy of it in an empty folder, so that it ends early.
 #include "tests/support/Program.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -37,7 +37,7 @@ TEST(InterruptedTerminal, TakesAnUploadBackAndLeavesNothingBehind)
         Sandbox sandbox({"--fault", "put-part=hang"});
         fix.link(sandbox);
         const auto program = fix.share(sandbox.url(), {"--yes"});
-        fix.waitForLine(*program, "Finishing up…"); // the part has left, so the program knows of the submission
+        fix.waitForLine(*program, "Finishing up…"); // the part has been sent, so the program knows the submission
         expectStopped(*program, number);
         sandbox.waitForLog("/abort 200 "); // written after the answer, for which the program does not wait
         EXPECT_THAT(fix.leftovers(), IsEmpty());
@@ -48,7 +48,7 @@ TEST(InterruptedTerminal, DoesNotWaitForAServiceThatHangs)
 {
     struct Case {
         std::vector<std::string> options;
-        const char* lastAnswer; ///< in the service's log; after it, the service is silent, also to the abort
+        const char* lastAnswer; ///< in the service's log; after it, the service answers nothing, not even the abort
     };
     const LinkedFixture fix;
     for (const Case& each : {Case{{"--fault", "create-submission=hang"}, "GET /api/v1/desktop/nimbrel 200 "},

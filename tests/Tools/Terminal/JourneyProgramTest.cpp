@@ -1,4 +1,4 @@
-// The whole path, against the local service.
+// The whole journey, from the link to the reward, against the local service.
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <csignal>

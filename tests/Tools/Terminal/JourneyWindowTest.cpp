@@ -1,4 +1,4 @@
-// The whole path with a user at the keyboard.
+// The whole journey with a user at the keyboard.
 #include "tests/Tools/Terminal/TerminalFixture.h"
 
 #include <gmock/gmock.h>

@@ -19,7 +19,7 @@ using testing::ScreenImage;
 using Background = TerminalOptions::Background;
 using Ink = QRCodeText::Ink;
 
-/// The lines that begin as only those of a QR code do.
+/// The lines of the QR code in `text`, recognised by how they begin.
 std::vector<std::string> codeIn(const std::string& text)
 {
     std::vector<std::string> lines;
@@ -77,7 +77,7 @@ TEST(LinkPrinter, SaysOfARepeatedFailureOnce)
     EXPECT_EQ(said.take(), "Other \uFFFD[31mwords.\n");
 }
 
-/// As long as a service's: a prefix and 32 bytes in hexadecimal digits.
+/// As long as a real service's payload: a prefix and 32 bytes in hexadecimal digits.
 const std::string usualPayload = "vorn://link?code=" + std::string(64, '0');
 
 TEST(LinkPrinter, DrawsTheCodeBelowAllWords)
@@ -115,7 +115,7 @@ TEST(LinkPrinter, SaysThatTheWindowIsTooLowBeforeTheCode)
 {
     SaidLines said({.isTerminal = true, .colours = true});
     LinkPrinter printer(said.terminal, {});
-    said.window.rows = 16; // 15 of the code's, one of the cursor's
+    said.window.rows = 16; // 15 for the code, one for the cursor
     printer.show(phase::Showing{}, "code-1");
     EXPECT_THAT(said.take(), Not(HasSubstr("taller")));
     said.window.rows = 15;

@@ -22,7 +22,7 @@ struct Region {
     std::uintptr_t begin = 0, end = 0;
 };
 
-/// Nothing can have been written to the others.
+/// The regions that may hold copies: nothing can have been written to the others.
 std::vector<Region> writableRegions()
 {
     std::vector<Region> regions;
@@ -38,7 +38,7 @@ std::vector<Region> writableRegions()
     return regions;
 }
 
-/// Bytes read on the way are kept in pages of their own, which are not searched.
+/// A buffer for the bytes to search, in pages of its own, which the search skips.
 class Window {
 public:
     static constexpr std::size_t size = std::size_t{1} << 20;
@@ -52,7 +52,7 @@ public:
     Window(Window&&) = delete;
 
     char* bytes() const noexcept { return bytes_; }
-    /// The system may show neighbours as one region.
+    /// Whether it overlaps the range: the system may list adjacent mappings as one region.
     bool isIn(std::uintptr_t begin, std::uintptr_t end) const noexcept
     {
         const auto own = reinterpret_cast<std::uintptr_t>(bytes_);

@@ -18,7 +18,7 @@ private:
     std::string hidden_;
 };
 
-/// How often `text` occurs in the memory of this process: in its heap, its stacks and its data. On Linux.
+/// How often `text` occurs in the memory of this process: in its heap, its stacks and its data. Linux only.
 std::size_t copiesInMemory(const HiddenText& text);
 
 } // namespace vorn::testing

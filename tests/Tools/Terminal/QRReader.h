@@ -9,7 +9,7 @@ namespace vorn::testing {
 /// set, colours. Throws `std::runtime_error` for lines with anything else.
 class ScreenImage {
 public:
-    /// Blocks are `blocks`, the rest is the other colour, unless a line sets its own colours.
+    /// The shade of block characters; the rest of a line has the other one. A line may override both with colours.
     enum class Blocks { dark, light };
     ScreenImage(const std::vector<std::string>& lines, Blocks blocks);
 

@@ -53,7 +53,7 @@ private:
     std::shared_ptr<HTTPSession> http_;
 };
 
-/// The last value of the property `name` printed by a program with --json.
+/// The last value of the property `name` that a program with --json has printed.
 nlohmann::json lastState(const Program& program, const std::string& name);
 
 /// A terminal window with one program in it.
@@ -62,11 +62,11 @@ public:
     TerminalWindow(const std::string& path, std::vector<std::string> arguments,
                    const Program::Environment& environment);
 
-    /// A line and Return.
+    /// Types a line and Return.
     void answer(const std::string& line) const { terminal_.type(line + "\r"); }
     void type(std::string_view keys) const { terminal_.type(keys); }
     std::string shown() const { return terminal_.shown(); }
-    /// Waits until it shows `text` below everything that it had shown at the last such call.
+    /// Waits until it shows `text` after what the last such call found.
     void waitFor(const std::string& text);
     void signal(int number) const { program_.signal(number); }
     /// Waits for the program's end.
@@ -84,11 +84,11 @@ public:
     std::unique_ptr<Program> start(const std::string& url, std::vector<std::string> arguments,
                                    const Program::Environment& environment = {}) const;
 
-    /// The same in a window with colours.
+    /// The same in a terminal window with colours.
     std::unique_ptr<TerminalWindow> startInWindow(const std::string& url, std::vector<std::string> arguments) const;
     std::unique_ptr<TerminalWindow> shareInWindow(const std::string& url, std::vector<std::string> arguments) const;
 
-    /// The whole path, with `database()` for Messages.
+    /// `start` with `database()` as the Messages database.
     std::unique_ptr<Program> share(const std::string& url, std::vector<std::string> arguments) const;
 
     /// A short conversation with the assistant, made at the first call.
@@ -100,7 +100,8 @@ public:
     static std::string codeOn(const Program& program, const std::string& seen = "");
     static std::string codeOn(const TerminalWindow& window, const std::string& seen = "");
     static void waitForLine(const Program& program, const std::string& text);
-    /// The program's errors without the line about a keychain that takes half a second: on a busy machine many do.
+    /// The program's errors without the line about a slow keychain: on a busy machine, any keychain may take the half
+    /// second after which it is printed.
     static std::string errorsBesideTheWait(const Program& program);
 
     TemporaryFolder folder;
@@ -115,12 +116,12 @@ private:
     ScopedEnvironment temporary_{"TMPDIR", folder.path().string()};
 };
 
-/// The same with a keychain, in which a session of the service may be.
+/// The same with a keychain, which may hold a session of the service.
 class LinkedFixture : public TerminalFixture {
 public:
     LinkedFixture() : bus_(std::make_unique<TestBus>()), keyring_(*bus_) {}
 
-    /// Has the keychain hold a session of `sandbox`.
+    /// Stores a new session of `sandbox` in the keychain.
     void link(Sandbox& sandbox) const;
     static std::optional<StoredSession> kept();
     void lockKeychain() const { keyring_.lock(); }

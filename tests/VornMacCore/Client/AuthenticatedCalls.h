@@ -9,7 +9,7 @@
 
 namespace vorn::testing {
 
-/// One of the client's calls that need a session, without its answer.
+/// One of the client's calls that need a session; drops the answer.
 struct AuthenticatedCall {
     std::string name;
     std::function<Async<>(const VornAPI&)> call;

@@ -90,7 +90,7 @@ std::vector<Fault> faults()
              exchange.readWholeBody();
              exchange.send("HTTP/1.1 200 OK\r\nConnection: close\r\n\r\n");
              const std::string piece(1024 * 1024, ' ');
-             while (true) exchange.send(piece); // until the client has had enough
+             while (true) exchange.send(piece); // until the client disconnects
          },
          invalid},
         {"NoHTTP",
@@ -151,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(, FaultyService,
                          ::testing::Combine(::testing::ValuesIn(allCalls()), ::testing::ValuesIn(faults())),
                          [](const auto& info) { return std::get<0>(info.param).name + std::get<1>(info.param).name; });
 
-/// The two calls that renew a session or end it, whose failures show elsewhere.
+/// Faults of the requests that renew or end a session, which show in the call that needs them, or in the log.
 class FaultyRefresh : public ::testing::TestWithParam<Fault> {};
 
 TEST_P(FaultyRefresh, FailsTheCallThatNeedsIt)
@@ -186,7 +186,7 @@ TEST_P(FaultyRefresh, IsLoggedOnceByASignOut)
 INSTANTIATE_TEST_SUITE_P(, FaultyRefresh, ::testing::ValuesIn(faults()),
                          [](const auto& info) { return std::string(info.param.name); });
 
-/// A session with a hundredth of the requested patience.
+/// Divides the inactivity limit of each request by 100.
 class HastySession final : public HTTPSession {
 public:
     Async<HTTPResponse> send(HTTPRequest request) override

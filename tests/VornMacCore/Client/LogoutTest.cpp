@@ -107,7 +107,7 @@ TEST(Revoke, OfATokenThatCannotBeSentIsLoggedWithoutIt)
     EXPECT_THAT(fix.log.lines(), ElementsAre("[api] logout failed: refreshToken: ill-formed UTF-8"));
 }
 
-/// Answers to the requests of one logout, and what is seen of it from outside.
+/// The answers to the requests of one logout, and what it logs.
 struct Course {
     const char* what;
     std::vector<LoopbackServer::Handler> answers;

@@ -12,7 +12,7 @@ namespace vorn::testing {
 /// that own them.
 inline const std::filesystem::path descriptors = "/dev/fd";
 
-/// The open ones; among them the one that lists them.
+/// The open descriptors, including the one used to list them.
 inline std::vector<std::filesystem::path> openDescriptors()
 {
     std::vector<std::filesystem::path> found;

@@ -134,7 +134,7 @@ TEST_F(RefreshCoordinatorTest, FinishesARefreshForWhichNobodyWaitsAnyMore)
         only.cancel();
         main_.runUntilIdle();
     }
-    const auto next = begin(); // joins the one under way
+    const auto next = begin(); // joins the refresh under way
     main_.runUntilIdle();
     work_.succeed(2);
     main_.runUntilIdle();

@@ -41,7 +41,7 @@ private:
     InMemoryTokenStore kept_{adasSession(1)};
 };
 
-/// Two callers with a queue each, so that the test decides which of them goes on.
+/// Two callers with a context each, so that the test decides which of them runs.
 class RefreshRace : public ::testing::Test {
 protected:
     ~RefreshRace() override

@@ -24,8 +24,8 @@ constexpr int callsOfEachThread = 2;
 constexpr int callers = threadCount * callsOfEachThread;
 constexpr int rounds = 1000;
 
-/// A service that refuses the ten calls of each round together, as soon as all ten are there: from the thread of the
-/// last one, while the others wait on theirs. A call is known by its submission, "r<round>c<caller>".
+/// A service that refuses the ten calls of each round together, as soon as all ten have arrived: on the thread of the
+/// last one, while the others wait on theirs. A call is identified by its submission, "r<round>c<caller>".
 class RefusingService final : public HTTPSession {
 public:
     Async<HTTPResponse> send(HTTPRequest request) override { return handle(this, std::move(request)); }

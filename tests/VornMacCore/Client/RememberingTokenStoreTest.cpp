@@ -114,7 +114,7 @@ TEST_F(RememberingTokenStoreTest, LeavesWhatAnotherProcessSavedInPlaceOfWhatMatc
 
 TEST_F(RememberingTokenStoreTest, ClearsWhatMatchesWhereOnlyItKnowsTheSession)
 {
-    kept_->session = bela; // which was not replaced
+    kept_->session = bela; // stays: the save below fails
     kept_->refusesToSave = true;
     EXPECT_THROW(store_.save(ada), KeychainError);
     EXPECT_EQ(store_.clearIf([](const StoredSession& session) { return session == bela; }), ada);
@@ -243,8 +243,8 @@ TEST_F(RememberingTokenStoreTest, AnswersManyThreadsWithOneSession)
     EXPECT_EQ(kept_->loads, 1);
 }
 
-/// Does both often, each on a thread of its own. A third thread would put the two in an order by the locks that it
-/// takes after one and before the other, and hide from the thread sanitizer that a lock is missing.
+/// Repeats each on a thread of its own. There is no third thread: by the locks that it takes after one and before the
+/// other, it would order the two, and hide a missing lock from the thread sanitizer.
 void repeatBeside(const std::function<void()>& one, const std::function<void()>& other)
 {
     std::latch start(2);

@@ -158,7 +158,7 @@ TEST(ServiceAnswer, IsNotAskedForAgainWhenAKeptAliveConnectionTurnsOutDead)
 TEST(ServiceAnswer, CannotComeFromAServiceThatIsNotThere)
 {
     ServiceFixture fix;
-    const APIConfiguration nowhere = configurationOf(testing::LoopbackServer()); // closed again
+    const APIConfiguration nowhere = configurationOf(testing::LoopbackServer()); // the server is closed again
     const VornAPI api(nowhere, fix.http, fix.tokens);
     EXPECT_EQ(testing::errorOf<URLError>(fix.main, api.nimbrelState()), URLError(URLError::Code::cannotConnectToHost));
     EXPECT_EQ(fix.tokens->load(), testing::adasSession());

@@ -296,7 +296,7 @@ TEST_F(SessionRefresh, RefusedForTenCallsTogetherEndsAllOfThem)
     std::size_t expired = 0;
     for (const auto& call : calls) {
         const auto error = testing::errorOf<APIError>(call);
-        // One that reads the store only after it was cleared finds nobody signed in.
+        // A call that reads the store only after it was cleared finds no session.
         EXPECT_TRUE(error == sessionExpired || error == sessionChanged);
         expired += error == sessionExpired ? 1 : 0;
     }

@@ -25,7 +25,7 @@ using testing::ServiceFixture;
 const APIError sessionExpired(APIError::SessionExpired{});
 const APIError sessionChanged(APIError::SessionChanged{});
 
-/// The user's keychain, which other processes change, behind what this process remembers.
+/// The user's keychain, which other processes change, behind a store that remembers the session in this process.
 class SharedKeychain : public ::testing::Test {
 protected:
     SharedKeychain() { fix_.tokens->save(adasSession(1)); }
@@ -138,7 +138,7 @@ public:
         note();
         store_.clear();
     }
-    /// Since the last call.
+    /// The threads that have waited since the last call.
     std::set<std::thread::id> threads()
     {
         const std::lock_guard lock(lock_);

@@ -12,7 +12,7 @@
 
 namespace vorn::testing {
 
-/// Accepts connections to any address of this machine without a word: for addresses to which nothing may connect.
+/// Accepts and counts connections to any address of this machine, and sends nothing: nothing may connect to it.
 class TrapServer {
 public:
     TrapServer() : listener_(socket(AF_INET6, SOCK_STREAM, 0))

@@ -85,7 +85,7 @@ TEST(UploadCancel, WhileTheFileIsOpenedAborts)
     });
     fix.aborts();
     fix.start();
-    int steps = 0; // the one after that takes the answer and goes on to the file, for which the pool has no thread
+    int steps = 0; // after one more, the upload has its answer, and waits for a free thread to open the file
     fix.context.runUntil([&] { return answers && ++steps == 2; });
     fix.cancel();
     gate.set_value();
@@ -106,7 +106,7 @@ TEST(UploadCancel, WhileAPartIsBeingSentAbortsAndHangsUp)
     EXPECT_FALSE(fix.server.requests().at(1).complete);
     RecordProperty("milliseconds", std::to_string(took.count()));
     std::printf("the storage saw the end of the connection after %.1f ms\n", took.count());
-    EXPECT_LT(took, 5s); // against waiting for the part; no limit of speed
+    EXPECT_LT(took, 5s); // rules out waiting for the part; not a performance limit
 }
 
 TEST(UploadCancel, BeforeTheFirstByteOfAPartHasArrivedAborts)
@@ -266,9 +266,9 @@ TEST(UploadCancel, ReturnsAtOnce)
     fix.opens(fix.urlsOf(1, 1));
     fix.server.script([&fix](Exchange& exchange) {
         exchange.readBody(mebibyte);
-        const auto took = fix.cancelAndWait().took; // nothing is read meanwhile, so the transfer cannot go on
+        const auto took = fix.cancelAndWait().took; // nothing is read meanwhile, so the transfer cannot proceed
         std::printf("cancel() took %.3f ms\n", took.count());
-        EXPECT_LT(took, 1s); // against waiting for the network; no limit of speed
+        EXPECT_LT(took, 1s); // rules out waiting for the network; not a performance limit
         exchange.readWholeBody();
     });
     fix.aborts();

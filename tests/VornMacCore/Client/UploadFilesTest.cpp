@@ -19,7 +19,7 @@ using ::testing::IsEmpty;
 
 constexpr std::size_t eightMiB = 8'388'608;
 
-/// Bytes that differ everywhere, so that a file cut in the wrong place shows.
+/// Text that does not repeat, so that a part cut in the wrong place is noticed.
 std::string patterned(std::size_t size)
 {
     std::string text;
@@ -50,7 +50,7 @@ TEST(UploadFiles, OfNoBytesAreOneEmptyPart)
     EXPECT_EQ(fix.bodyOf(2)["sha256"], "e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855");
 }
 
-// The hashes of this and the next are what sha256sum prints.
+// The hashes in this test and the next one were printed by sha256sum.
 TEST(UploadFiles, OfExactlyEightMebibytesAreOnePart)
 {
     const std::string content = patterned(eightMiB);
@@ -180,7 +180,7 @@ TEST(UploadFiles, ThatShrinkAreSentAsFarAsTheyGo)
     EXPECT_EQ(requests.at(2).body, "bb");
     EXPECT_EQ(requests.at(3).body, "");
     EXPECT_EQ(requests.at(3).header("Content-Length"), "0");
-    EXPECT_EQ(fix.reports().back(), (UploadProgress{8, 12})); // the third part's begin, and none of its bytes
+    EXPECT_EQ(fix.reports().back(), (UploadProgress{8, 12})); // at the third part's start, without any of its bytes
 }
 
 TEST(UploadFiles, ThatShrinkUnderTheirPartEndTheUpload)

@@ -92,7 +92,7 @@ void UploadFixture::aborts()
 
 UploadFixture::CancelTimes UploadFixture::cancelAndWait()
 {
-    // Shared: the waiting thread may go on before the other one has left `set_value`.
+    // Shared: the waiting thread may resume before the other one has returned from `set_value`.
     const auto cancelled = std::make_shared<std::promise<CancelTimes>>();
     context.post([this, cancelled] {
         const auto begin = std::chrono::steady_clock::now();

@@ -76,10 +76,10 @@ public:
     };
     /// For handlers: cancels the upload on its own thread, and waits until that has been done.
     CancelTimes cancelAndWait();
-    /// A handler that says nothing, cancels the upload once `bytes` of the request's body have arrived, and reads on
-    /// until the client is gone.
+    /// A handler that sends nothing, cancels the upload once `bytes` of the request's body have arrived, and reads on
+    /// until the client has disconnected.
     LoopbackServer::Handler cancels(std::size_t bytes = 0);
-    /// How long that took from the cancel to the end of the connection. Waits for it; ask once.
+    /// The time from that cancel to the end of the connection. Waits for that end; call at most once.
     Milliseconds timeToClose() { return timeToClose_.get_future().get(); }
 
     /// Uploads the file and returns how that ended.

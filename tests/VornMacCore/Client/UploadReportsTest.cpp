@@ -150,7 +150,7 @@ TEST(UploadReports, EndWithTheUpload)
     fix.upload();
     const std::size_t atTheEnd = fix.reports().size();
     fix.api.reset();
-    fix.session.reset(); // its thread has ended: there is nobody left who could report
+    fix.session.reset(); // its thread has ended: nothing is left that could report
     EXPECT_EQ(fix.reports().size(), atTheEnd);
 }
 

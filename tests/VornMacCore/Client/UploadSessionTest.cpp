@@ -88,7 +88,7 @@ TEST(UploadSession, EndedInTheMiddleEndsTheUploadAndLeavesNoOneToAbort)
     EXPECT_THAT(log.lines(), ElementsAre("[upload] abort after a failed upload failed: no session"));
 }
 
-/// An upload for one user, whose session goes away while the part is under way.
+/// An upload for one user, whose session `change` removes or replaces while the part is being sent.
 struct PinnedUpload : UploadFixture {
     explicit PinnedUpload(const std::function<void(UploadFixture&)>& change)
     {

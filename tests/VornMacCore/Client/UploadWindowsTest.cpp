@@ -180,7 +180,7 @@ TEST(UploadRefresh, CountsForOnePartOnly)
 {
     UploadFixture fix("abc", 1);
     fix.opens({});
-    fix.givesURLs(1, fix.urlsOf(1, 3)); // spends the first part's
+    fix.givesURLs(1, fix.urlsOf(1, 3)); // counts as the first part's refresh
     fix.takesPart();
     fix.answersPart(403);
     fix.givesURLs(2, fix.urlsOf(12, 13));

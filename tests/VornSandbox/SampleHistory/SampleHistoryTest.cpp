@@ -33,7 +33,7 @@ TEST(SampleHistory, EqualSeedsGiveEqualRows)
     EXPECT_NE(third.content().at("message.guid"), right.at("message.guid"));
 }
 
-/// A history serves tests only if an export finds exactly what its summary says.
+/// A history is useful for tests only if an export finds exactly what its summary says.
 void expectExportFindsWhatIsPromised(const WrittenHistory& history)
 {
     const auto& expected = history.summary().expected;

@@ -46,7 +46,7 @@ TEST(DeviceLinks, AreKeptFromThoseWithoutThePollSecret)
     const Reply wrong = fix.poll({{"linkId", link["linkId"]}, {"pollSecret", "guess"}});
     const Reply unknown = fix.poll({{"linkId", "lnk_0"}, {"pollSecret", link["pollSecret"]}});
     EXPECT_EQ(wrong.status, 404);
-    EXPECT_EQ(unknown.text, wrong.text); // nobody learns which ids exist
+    EXPECT_EQ(unknown.text, wrong.text); // the answers do not reveal which IDs exist
 }
 
 TEST(DeviceLinks, AreScannedByTheTextOfTheirCode)

@@ -56,7 +56,7 @@ TEST(HTTPFront, LetsARequestTakeItsTimeOnceItIsWhole)
 {
     std::promise<void> cut;
     const Front test(little, [&](const Call&) {
-        cut.get_future().wait(); // a later connection was cut for its silence
+        cut.get_future().wait(); // until a later connection has been cut for its silence
         return Answer{.body = "fine"};
     });
     const RawClient slow(test.front.port());

@@ -87,7 +87,7 @@ TEST(KeptState, IsForItsOwnerOnly)
 {
     using std::filesystem::perms;
     const TemporaryFolder folder;
-    for (const char* run : {"first", "second"}) { // the second one finds what an older version made
+    for (const char* run : {"first", "second"}) { // the second finds permissions as an older version set them
         SCOPED_TRACE(run);
         const SandboxFixture fix(keptIn(folder));
         const Upload upload = fix.open(fix.link().token, archive);

@@ -214,7 +214,7 @@ TEST(Completion, ChecksTheListOfParts)
         EXPECT_EQ(reply.status, 422);
         EXPECT_EQ(reply.body["code"], list.code);
     }
-    EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).status, 200); // none of it did harm
+    EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).status, 200); // none of the cases did harm
     EXPECT_EQ(test.fix.complete(test.token, test.upload, parts, archive).status, 409);
 }
 

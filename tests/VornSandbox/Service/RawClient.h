@@ -7,8 +7,8 @@
 
 namespace vorn::testing {
 
-/// A connection to a port of this computer that sends exactly what it is told. Reads wait for a minute at most: longer
-/// than a test needs, shorter than a test run that hangs.
+/// A connection to a port of this computer that sends exactly what it is told. Reads wait for at most a minute: longer
+/// than any test needs, and short enough to end a test that hangs.
 class RawClient {
 public:
     explicit RawClient(int port);

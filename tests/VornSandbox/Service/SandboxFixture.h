@@ -57,12 +57,12 @@ public:
     /// A request to the API as the client frames it; `path` goes below /api/v1/.
     Reply api(const std::string& method, const std::string& path, const std::optional<nlohmann::json>& body = {},
               const std::string& token = {}) const;
-    /// A request of the page.
+    /// A POST as the phone's page sends it; `path` goes below /phone/.
     Reply phone(const std::string& path, const nlohmann::json& body = nlohmann::json::object()) const;
 
     nlohmann::json createLink() const;
     Reply poll(const nlohmann::json& link) const;
-    /// A linked Mac, by way of the phone.
+    /// Links a Mac through the phone, and returns its tokens.
     Tokens link(const std::string& userId = "usr_1") const;
 
     Upload open(const std::string& token, const std::string& archive) const;
@@ -88,7 +88,7 @@ private:
     mutable std::mutex mutex_; ///< guards the log
     std::vector<std::string> log_;
     std::unique_ptr<sandbox::SandboxService> service_;
-    std::string baseURL_; ///< kept apart, for clients may outlive the service
+    std::string baseURL_; ///< kept apart, because clients may outlive the service
 };
 
 /// Options with parts of 1,000 bytes, so that small archives have several.

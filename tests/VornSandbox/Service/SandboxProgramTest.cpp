@@ -111,7 +111,7 @@ TEST(SandboxProgram, SaysThatAPortIsTaken)
     Program second(SANDBOX_PROGRAM, {"--port", std::to_string(port)});
     EXPECT_EQ(second.exitCode(), 1);
     EXPECT_THAT(second.errors(), HasSubstr("cannot listen on 127.0.0.1:" + std::to_string(port)));
-    first.program().signal(SIGTERM); // killed, it would leave its folder to the next run
+    first.program().signal(SIGTERM); // if it were killed, it would leave its folder behind
     EXPECT_EQ(first.program().exitCode(), 0);
 }
 

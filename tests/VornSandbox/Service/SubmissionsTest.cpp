@@ -206,7 +206,7 @@ TEST(Submissions, AbortFreesTheParts)
     EXPECT_EQ(abort(fix, token, upload.id).status, 200);
     EXPECT_FALSE(std::filesystem::exists(folder / "uploads" / upload.id));
     EXPECT_EQ(fix.submission(token, upload.id).body["status"], "aborted");
-    EXPECT_EQ(abort(fix, token, upload.id).status, 200); // a second one does no harm
+    EXPECT_EQ(abort(fix, token, upload.id).status, 200); // a second abort does no harm
     EXPECT_EQ(fix.put(upload.urls.at(1), archive.substr(0, 1000)).status, 409);
     EXPECT_EQ(fix.complete(token, upload, parts, archive).status, 409);
 }

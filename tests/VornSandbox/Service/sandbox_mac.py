@@ -30,7 +30,7 @@ class Sandbox:
 
 
 class Mac:
-    """Links, uploads and watches with plain requests, and stops at the first answer other than success."""
+    """Links, uploads and watches with plain requests. Raises `AssertionError` at an answer other than success."""
 
     def __init__(self, url):
         self._address = urllib.parse.urlsplit(url).netloc
@@ -119,7 +119,7 @@ def message(number, text, from_me):
 
 
 def archive_of(messages, padding=0):
-    """An archive with these messages. `padding` incompressible bytes make it an upload of several parts."""
+    """An archive with these messages. `padding` adds a message of that many random hexadecimal digits."""
     if padding:
         messages = [*messages, message(len(messages), os.urandom(padding // 2).hex(), True)]
     manifest = {"agentHandles": ["+15550102030"], "chatCount": 1, "exportedAt": "2026-03-01T09:15:00Z",
