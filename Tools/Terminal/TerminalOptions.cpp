@@ -18,17 +18,16 @@ constexpr const char* program = "vorn-terminal";
 // Wrapped by hand: CLI11 wraps neither of the two.
 constexpr const char* description = "Vorn for Mac in a terminal: links this Mac to your account, asks what you agree\n"
                                     "to, finds your chat with Nimbrel in Messages, uploads it, and shows what the\n"
-                                    "review said. With a command, only that. Results go to standard output,\n"
-                                    "everything else to standard error.";
+                                    "review said. With a command, it does only that. Results go to standard\n"
+                                    "output, everything else to standard error.";
 
 constexpr const char* footer = "\n"
                                "Without colours (NO_COLOR, or output that is not a terminal) the QR code is drawn\n"
                                "for a dark background, unless COLORFGBG or --background says that it is light.\n\n"
-                               "Where nobody watches (standard error is not a terminal, or --yes) the program links\n"
-                               "with one code only and ends with the first failure. Ctrl-C leaves nothing\n"
-                               "behind.\n\n"
-                               "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or not any\n"
-                               "more; 5 the quest takes no upload now; 7 the service cannot be reached; 8 the\n"
+                               "Unattended (standard error is not a terminal, or --yes), an upload tries one code\n"
+                               "only and ends with the first failure. Ctrl-C leaves nothing behind.\n\n"
+                               "Exit status: 0 done; 2 wrong arguments; 3 this Mac is not linked, or no\n"
+                               "longer; 5 the quest takes no upload now; 7 the service cannot be reached; 8 the\n"
                                "upload stopped, or the service refused; 9 the review ended without a reward;\n"
                                "10 the keychain cannot be reached, or does not do what is asked of it; 11 you\n"
                                "said no; 12 Messages cannot be read; 13 there is no conversation with Nimbrel\n"

@@ -44,7 +44,7 @@ void TimedApplication::runUntil(const std::function<bool()>& done)
     alarm.callOnTimeout([&isLate] { isLate = true; });
     alarm.start(patience);
     while (!done()) {
-        if (isLate) throw std::runtime_error("the window does not come to where it should");
+        if (isLate) throw std::runtime_error("the window did not reach the expected state");
         processEvents(QEventLoop::WaitForMoreEvents);
     }
 }

@@ -139,7 +139,7 @@ TEST(MacDoubles, FailATestThatReleasesTooOften)
     static CFTypeRef object = nullptr;
     object = CFDouble::make(CFDouble::Type::string, "text");
     CFRelease(object);
-    EXPECT_NONFATAL_FAILURE(CFRelease(object), "released what is gone");
+    EXPECT_NONFATAL_FAILURE(CFRelease(object), "released a destroyed object");
     EXPECT_NONFATAL_FAILURE(CFRelease(kSecClass), "kSecClass was released too often");
     CFRetain(kSecClass);
 }

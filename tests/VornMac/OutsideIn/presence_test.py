@@ -19,7 +19,7 @@ class Presence(Scenario):
 
     def follow_upload(self, window, services):
         self.assertEqual(services.asked("Inhibit"), [("sleep", "Vorn", "Uploading", "block")])
-        window.wait_until(lambda: not services.is_awake(), "leave to sleep")
+        window.wait_until(lambda: not services.is_awake(), "the sleep lock to be released")
         window.wait_until(lambda: services.progress[-1] is None, "the end of the bar")
         bars = services.progress[:-1]
         self.assertEqual((bars[0], bars[-1], bars), (0, 1, sorted(bars)))

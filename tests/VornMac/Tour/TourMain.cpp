@@ -70,10 +70,10 @@ int main(int argc, char** argv)
                  "--compare, writes only those that look different.",
                  "vorn-tour");
     app.add_option("folder", options.folder, "where the pictures go")->required();
-    app.add_option("--width", options.width, "of the window")->capture_default_str();
-    app.add_option("--height", options.height, "of the window")->capture_default_str();
-    app.add_option("--only", options.only, "pictures whose name holds this");
-    app.add_option("--compare", options.references, "a folder of pictures that these have to look like");
+    app.add_option("--width", options.width, "the window's width")->capture_default_str();
+    app.add_option("--height", options.height, "the window's height")->capture_default_str();
+    app.add_option("--only", options.only, "pictures whose name contains this");
+    app.add_option("--compare", options.references, "a folder of reference pictures to match");
     CLI11_PARSE(app, argc, argv);
 
     setenv("QT_QPA_PLATFORM", "offscreen", 0);

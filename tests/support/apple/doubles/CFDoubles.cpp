@@ -36,7 +36,7 @@ void release(CFTypeRef object)
 {
     CFDouble& released = changeable(object);
     if (!released.isConstant && !live().contains(&released)) {
-        ADD_FAILURE() << "released what is gone";
+        ADD_FAILURE() << "released a destroyed object";
         return;
     }
     --released.retains;
