@@ -12,7 +12,7 @@ using namespace ZipWriter;
 
 constexpr std::size_t largestCount = 65'534;
 constexpr std::size_t longestName = 65'534;
-constexpr std::size_t largestUncompressed = 64; ///< in bytes; deflating so little rarely pays
+constexpr std::size_t largestStored = 64; ///< in bytes; deflating so little rarely pays
 
 constexpr std::size_t localHeaderSize = 30;
 constexpr std::size_t centralRecordSize = 46;
@@ -103,8 +103,7 @@ public:
         const std::uint32_t checksum = CRC32::checksum(entry.data);
         local_.resize(payload + entry.data.size());
         const auto room = std::span(local_).subspan(payload);
-        const auto packedSize =
-            entry.data.size() > largestUncompressed ? deflate_.compress(entry.data, room) : std::nullopt;
+        const auto packedSize = entry.data.size() > largestStored ? deflate_.compress(entry.data, room) : std::nullopt;
         if (!packedSize) FieldWriter(room.data()).bytes(entry.data);
         local_.resize(payload + packedSize.value_or(entry.data.size()));
 

@@ -72,7 +72,7 @@ bool isCall(const BareName& name, std::string_view topLevel)
 }
 
 /// Whether `label`, the text before the first dot, ends with an emoji: more often the end of a sentence than a name.
-bool isEmoji(std::string_view label)
+bool endsWithEmoji(std::string_view label)
 {
     std::size_t end = label.size();
     while (end > 0) {
@@ -104,7 +104,7 @@ bool isAddress(const BareName& name)
     const std::string topLevel = ascii::lowercased(name.host.topLevel);
     if (first == "com" && name.host.labels > 2) return false; // an identifier in reverse order: "com.example.app"
     if ((topLevel == "am" || topLevel == "pm") && isNumber(labelBeforeLast(name.text))) return false;
-    if (isEmoji(firstLabel(name.text)) && !isOneOf(topLevel, emojiEndings)) return false;
+    if (endsWithEmoji(firstLabel(name.text)) && !isOneOf(topLevel, emojiEndings)) return false;
     return !isFileName(name, topLevel) && !isSentenceJoint(name, topLevel) && !isCall(name, topLevel);
 }
 

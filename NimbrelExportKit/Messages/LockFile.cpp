@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto longestSweep = 1s;
+constexpr auto sharedLockTimeout = 1s;
 constexpr auto betweenTries = 5ms;
 /// How often to start over: each time, another process must have removed the file at exactly the wrong moment.
 constexpr int mostReplacements = 100;
@@ -62,7 +62,7 @@ bool LockFile::tryLockExclusive()
 
 bool LockFile::lockShared()
 {
-    const auto end = std::chrono::steady_clock::now() + longestSweep;
+    const auto end = std::chrono::steady_clock::now() + sharedLockTimeout;
     return takeFileInPlace([this, end] {
         while (!lockNow(file_, LOCK_SH)) {
             if (std::chrono::steady_clock::now() >= end) return false;

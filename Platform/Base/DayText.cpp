@@ -47,8 +47,8 @@ std::string written(const Format& format, Instant instant)
     return text.data();
 }
 
-constexpr std::size_t lengthOfDay = 10; // characters of an internet date-time
-constexpr std::size_t lengthOfTime = 8;
+constexpr std::size_t dateLength = 10; // characters of an internet date-time
+constexpr std::size_t timeLength = 8;
 
 } // namespace
 
@@ -67,13 +67,13 @@ LocalDates::LocalDates(LocalDates&&) noexcept = default;
 std::string LocalDates::day(Instant instant) const
 {
     const std::string day = written(formats_->day, instant);
-    return day.empty() ? internetDateTime(instant).substr(0, lengthOfDay) : day;
+    return day.empty() ? internetDateTime(instant).substr(0, dateLength) : day;
 }
 
 std::string LocalDates::time(Instant instant) const
 {
     const std::string time = written(formats_->time, instant);
-    return time.empty() ? internetDateTime(instant).substr(lengthOfDay + 1, lengthOfTime) : time;
+    return time.empty() ? internetDateTime(instant).substr(dateLength + 1, timeLength) : time;
 }
 
 std::string dayText(Instant instant)

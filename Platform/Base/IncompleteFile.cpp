@@ -15,7 +15,7 @@ namespace {
 namespace fs = std::filesystem;
 
 /// Attempts: each one fails only if a sweep comes between creating the file and locking it.
-constexpr int mostSweptBefore = 100;
+constexpr int maxAttempts = 100;
 
 /// False when another process holds the lock. True on a file system without locks, where no sweep removes anything.
 bool lock(const FileDescriptor& file)
@@ -58,7 +58,7 @@ IncompleteFile IncompleteFile::unnamed(const fs::path& folder)
 
 IncompleteFile IncompleteFile::named(const fs::path& folder)
 {
-    for (int swept = 0; swept < mostSweptBefore; ++swept) {
+    for (int swept = 0; swept < maxAttempts; ++swept) {
         fs::path name = folder / names.make();
         IncompleteFile made(folder, createPrivateFile(name));
         if (!made.isOpen()) return made;

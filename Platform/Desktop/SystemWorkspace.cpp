@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto longestLook = 2s;
+constexpr auto openerTimeout = 2s;
 
 /// Starts the new process after the old one has quit: permissions just granted apply to new processes only.
 constexpr const char* openLater = R"(sleep 1; /usr/bin/open "$0")";
@@ -33,7 +33,7 @@ bool SystemWorkspace::open(const std::string& url)
 {
     try {
         const DetachedProgram opener(programs_.open, {url});
-        return opener.waitForEnd(longestLook).value_or(0) == 0;
+        return opener.waitForEnd(openerTimeout).value_or(0) == 0;
     } catch (const std::system_error&) {
         return false;
     }

@@ -13,7 +13,7 @@ namespace {
 constexpr int busyTimeoutMilliseconds = 2000;
 
 /// Virtual machine instructions between calls of `shouldStop`: about a millisecond.
-constexpr int stepsBetweenQuestions = 10'000;
+constexpr int instructionsBetweenChecks = 10'000;
 
 int openFlags(SQLiteDatabase::Mode mode)
 {
@@ -111,7 +111,7 @@ std::set<std::string> SQLiteDatabase::columns(const std::string& table) const
 void SQLiteDatabase::stopWhen(std::function<bool()> shouldStop)
 {
     shouldStop_ = std::make_unique<std::function<bool()>>(std::move(shouldStop));
-    sqlite3_progress_handler(handle_.get(), stepsBetweenQuestions, &askWhetherToStop, shouldStop_.get());
+    sqlite3_progress_handler(handle_.get(), instructionsBetweenChecks, &askWhetherToStop, shouldStop_.get());
 }
 
 void SQLiteDatabase::keepLogOnClose() const

@@ -10,14 +10,14 @@ DisplayWatch* DisplayWatch::installed = nullptr;
 DisplayWatch::DisplayWatch()
 {
     installed = this;
-    before_ = qInstallMessageHandler(&DisplayWatch::take);
+    previousHandler_ = qInstallMessageHandler(&DisplayWatch::take);
 }
 
 DisplayWatch::~DisplayWatch()
 {
-    qInstallMessageHandler(before_);
+    qInstallMessageHandler(previousHandler_);
     installed = nullptr;
-    for (const auto& [type, text] : held_) before_(type, {}, text);
+    for (const auto& [type, text] : held_) previousHandler_(type, {}, text);
 }
 
 void DisplayWatch::take(QtMsgType type, const QMessageLogContext& /*context*/, const QString& text)

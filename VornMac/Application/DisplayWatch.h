@@ -26,7 +26,7 @@ private:
     static void take(QtMsgType type, const QMessageLogContext& context, const QString& text);
 
     static DisplayWatch* installed;
-    QtMessageHandler before_;
+    QtMessageHandler previousHandler_;
     std::mutex mutex_; ///< plugins log from threads of their own
     std::vector<Message> held_;
 };

@@ -33,7 +33,7 @@ void PresenceKeeper::followReview()
 {
     const auto before = std::exchange(submission_, model_.submission());
     if (!submission_) return withdraw(); // the session has ended: a review's outcome is private
-    if (presence::isAccepted(before, submission_)) presence_.askToNotify();
+    if (presence::isNewSubmission(before, submission_)) presence_.askToNotify();
     if (presence::isReviewed(before, submission_)) tellOutcome(*submission_);
 }
 

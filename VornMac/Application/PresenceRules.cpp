@@ -18,7 +18,7 @@ std::optional<int> percentOnIcon(const UploadPhase& phase)
     return static_cast<int>(std::floor(uploadBar(phase).value * 100));
 }
 
-bool isAccepted(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now)
+bool isNewSubmission(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now)
 {
     return now && (!before || before->id != now->id);
 }
@@ -26,7 +26,7 @@ bool isAccepted(const std::optional<SubmissionStatus>& before, const std::option
 bool isReviewed(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now)
 {
     const bool wasReviewed = before && before->status.isFinal();
-    return now && now->status.isFinal() && (!wasReviewed || isAccepted(before, now));
+    return now && now->status.isFinal() && (!wasReviewed || isNewSubmission(before, now));
 }
 
 Alert alertFor(const ReviewStatus& outcome, WindowState window)

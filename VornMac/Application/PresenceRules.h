@@ -15,7 +15,7 @@ bool staysAwake(const UploadPhase& phase);
 std::optional<int> percentOnIcon(const UploadPhase& phase);
 
 /// Whether `now` is an upload that the service has accepted since `before`.
-bool isAccepted(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
+bool isNewSubmission(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);
 
 /// Whether the review of `now` has ended since `before`.
 bool isReviewed(const std::optional<SubmissionStatus>& before, const std::optional<SubmissionStatus>& now);

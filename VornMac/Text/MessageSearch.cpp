@@ -29,9 +29,9 @@ bool MessageSearch::isIn(std::string_view text)
 {
     const bool isASCII = std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
     if (!isASCII) return text::lowercased(text).find(words_) != std::string::npos;
-    room_.resize(text.size());
-    std::ranges::transform(text, room_.begin(), [](char c) { return ascii::lowercased(c); });
-    return room_.find(words_) != std::string::npos;
+    buffer_.resize(text.size());
+    std::ranges::transform(text, buffer_.begin(), [](char c) { return ascii::lowercased(c); });
+    return buffer_.find(words_) != std::string::npos;
 }
 
 } // namespace vorn

@@ -22,7 +22,7 @@ private:
     bool isIn(std::string_view text);
 
     std::string words_;
-    std::string room_;
+    std::string buffer_;
 };
 
 } // namespace vorn

@@ -16,8 +16,8 @@ ErrorBody errorBodyOf(const HTTPResponse& response)
 
 std::optional<std::string> shortened(std::optional<std::string> words)
 {
-    if (!words || words->size() <= APIError::longestWords) return words;
-    std::size_t end = APIError::longestWords;
+    if (!words || words->size() <= APIError::longestText) return words;
+    std::size_t end = APIError::longestText;
     while ((static_cast<unsigned char>((*words)[end]) & 0xC0U) == 0x80U) --end; // not within a character
     words->resize(end);
     return *words + "…";

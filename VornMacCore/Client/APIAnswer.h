@@ -57,13 +57,13 @@ Record decode(const HTTPResponse& response, const Log& log)
 }
 
 /// The longest answer, in bytes, that is decoded where the call runs: this takes a few tenths of a millisecond.
-inline constexpr std::size_t readAtOnce = std::size_t{64} * 1024;
+inline constexpr std::size_t longestDecodedInPlace = std::size_t{64} * 1024;
 
 /// As `decode`, but decodes a long answer on `background`, which must outlive the call; if null, where the call runs.
 template <class Record>
 Async<Record> decodeApart(HTTPResponse response, Log log, BackgroundExecutor* background)
 {
-    if (background == nullptr || response.body.size() <= readAtOnce) co_return decode<Record>(response, log);
+    if (background == nullptr || response.body.size() <= longestDecodedInPlace) co_return decode<Record>(response, log);
     const auto read = [&](const CancelFlag& /*cancel*/) { return decode<Record>(response, log); };
     co_return co_await onBackground(background, read);
 }

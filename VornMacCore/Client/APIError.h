@@ -13,7 +13,7 @@ class APIError : public std::exception {
 public:
     /// Bytes kept of the service's own words, for the user and the log: more than a sentence needs, less than would
     /// fill a screen or the log. An ellipsis replaces the rest.
-    static constexpr std::size_t longestWords = 1000;
+    static constexpr std::size_t longestText = 1000;
 
     /// An answer other than 2xx and 401, with the service's own words if it has any.
     struct HTTP {

@@ -12,7 +12,7 @@ constexpr std::size_t nameLimit = 80;
 constexpr std::size_t versionLimit = 32;
 constexpr std::size_t localeLimit = 16;
 
-constexpr std::string_view nameOfAnyMac = "Mac";
+constexpr std::string_view defaultName = "Mac";
 
 } // namespace
 
@@ -26,7 +26,7 @@ CreateDeviceLinkRequest linkRequest(const Bundle& bundle)
 CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view computerName, const SystemVersion& system)
 {
     return {
-        .deviceName = text::prefixOfCharacters(computerName.empty() ? nameOfAnyMac : computerName, nameLimit),
+        .deviceName = text::prefixOfCharacters(computerName.empty() ? defaultName : computerName, nameLimit),
         .platform = "macos",
         .appVersion = text::prefixOfCharacters(bundle.version(), versionLimit),
         .osVersion = text::prefixOfCharacters(systemText(system), versionLimit),
@@ -36,7 +36,7 @@ CreateDeviceLinkRequest linkRequest(const Bundle& bundle, std::string_view compu
 std::string computerName()
 {
     if (std::string name = vorn::computerName(); !name.empty()) return name;
-    return std::string(nameOfAnyMac);
+    return std::string(defaultName);
 }
 
 } // namespace DeviceIdentity

@@ -13,7 +13,7 @@ using nlohmann::json;
 using Steady = std::chrono::steady_clock;
 
 /// How often the view is rebuilt: codes expire and reviews proceed without any event.
-constexpr auto glance = std::chrono::milliseconds(250);
+constexpr auto refreshInterval = std::chrono::milliseconds(250);
 
 /// A closed page is noticed only when something is written to it.
 constexpr auto signOfLife = std::chrono::seconds(5);
@@ -59,12 +59,12 @@ public:
     }
 
 private:
-    /// Returns the view once it differs from the one shown, or after `glance`.
+    /// Returns the view once it differs from the one shown, or after `refreshInterval`.
     std::string look()
     {
         auto lock = phone_.state_.lock();
         phone_.submissions_.settle();
-        if (phone_.view() == shown_) phone_.state_.waitForChange(lock, glance);
+        if (phone_.view() == shown_) phone_.state_.waitForChange(lock, refreshInterval);
         return phone_.view();
     }
 
@@ -92,7 +92,7 @@ Answer Phone::watch()
 const std::string& Phone::view()
 {
     const auto now = Steady::now();
-    if (state_.version() != version_ || now - made_ >= glance) {
+    if (state_.version() != version_ || now - made_ >= refreshInterval) {
         json view;
         accounts_.show(view);
         submissions_.show(view);

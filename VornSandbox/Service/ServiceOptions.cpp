@@ -56,7 +56,7 @@ struct Texts {
     std::string state;
 };
 
-void addSeconds(CLI::App& app, const std::string& name, Settings::Seconds& target, const std::string& help)
+void addSeconds(CLI::App& app, const std::string& name, Settings::Duration& target, const std::string& help)
 {
     const double seconds = std::chrono::duration<double>(target).count();
     app.add_option_function<double>(

@@ -46,7 +46,7 @@ struct ReviewPlan {
 
 /// How the service behaves. The initial values are those of a run without options.
 struct Settings {
-    using Seconds = std::chrono::milliseconds; ///< given in seconds, which may have fractions
+    using Duration = std::chrono::milliseconds; ///< given in seconds, which may have fractions
 
     std::vector<std::string> users{"Sam Rivera"}; ///< the accounts a phone may link a Mac to
     std::vector<std::string> handles{"+15550102030", "nimbrel@example.com"};
@@ -55,11 +55,11 @@ struct Settings {
     std::int64_t partSize = 8LL * 1024 * 1024;
     std::int64_t initialParts = 50; ///< part URLs that come with a new submission
     std::int64_t pollIntervalMs = 1000;
-    Seconds linkLifetime = std::chrono::minutes(2);
-    Seconds tokenLifetime = std::chrono::hours(1);
-    Seconds urlLifetime = std::chrono::minutes(15);
-    Seconds reviewStep = std::chrono::seconds(3); ///< how long "analyzing" and "review_pending" each last
-    Seconds cooldown = std::chrono::hours(24 * 7);
+    Duration linkLifetime = std::chrono::minutes(2);
+    Duration tokenLifetime = std::chrono::hours(1);
+    Duration urlLifetime = std::chrono::minutes(15);
+    Duration reviewStep = std::chrono::seconds(3); ///< how long "analyzing" and "review_pending" each last
+    Duration cooldown = std::chrono::hours(24 * 7);
     bool autoApprove = false;      ///< the phone scans and confirms by itself
     bool expiredFirstUrls = false; ///< the first URL of each part has expired when it is handed out
     ReviewPlan review;

@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto wayAndBack = 150ms; // time for the waiting screen to come to rest
+constexpr auto roundTrip = 150ms; // time for the waiting screen to come to rest
 constexpr auto lifetimeOfCode = 10min;
 constexpr int progressReports = 20;
 constexpr auto betweenReports = 250ms; // the easing of the bar, and a pause
@@ -45,7 +45,7 @@ Async<HTTPResponse> NearService::send(HTTPRequest request)
 
 Async<HTTPResponse> NearService::answer(std::string path)
 {
-    co_await clock_.sleep(path.ends_with(questPath) ? options_.questTakes : Clock::Duration(wayAndBack));
+    co_await clock_.sleep(path.ends_with(questPath) ? options_.questTakes : Clock::Duration(roundTrip));
     co_return HTTPResponse{200, {{"Content-Type", "application/json"}}, answerTo(path)};
 }
 

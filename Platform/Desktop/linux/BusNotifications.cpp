@@ -61,8 +61,8 @@ BusNotifications::BusNotifications(MessageBus& session, ApplicationNames names,
 void BusNotifications::show(const Notification& notification)
 {
     session_.call(service, "GetCapabilities", g_variant_new("()"),
-                  [this, notification, number = ++wanted_](GVariant* answer, GUnixFDList* /*files*/) {
-                      if (answer == nullptr || number != wanted_) return;
+                  [this, notification, number = ++generation_](GVariant* answer, GUnixFDList* /*files*/) {
+                      if (answer == nullptr || number != generation_) return;
                       if (g_variant_is_of_type(answer, G_VARIANT_TYPE("(as)")) == FALSE) return;
                       const Owned<GVariant, g_variant_unref> capabilities(g_variant_get_child_value(answer, 0));
                       send(notification, capabilities.get());
@@ -75,11 +75,11 @@ void BusNotifications::send(const Notification& notification, GVariant* capabili
     GVariant* const arguments = g_variant_new(
         "(susss@as@a{sv}i)", names_.name.c_str(), shown_, names_.identifier.c_str(), notification.title.c_str(),
         body.c_str(), actions(notification, has(capabilities, "actions")), hints(notification, names_.identifier), -1);
-    session_.call(service, "Notify", arguments, [this, number = wanted_](GVariant* answer, GUnixFDList* /*files*/) {
+    session_.call(service, "Notify", arguments, [this, number = generation_](GVariant* answer, GUnixFDList* /*files*/) {
         if (answer == nullptr || g_variant_is_of_type(answer, G_VARIANT_TYPE("(u)")) == FALSE) return;
         std::uint32_t id = 0;
         g_variant_get(answer, "(u)", &id);
-        if (number == wanted_)
+        if (number == generation_)
             shown_ = id;
         else
             close(id);
@@ -88,7 +88,7 @@ void BusNotifications::send(const Notification& notification, GVariant* capabili
 
 void BusNotifications::withdraw()
 {
-    ++wanted_;
+    ++generation_;
     if (shown_ != 0) close(std::exchange(shown_, 0));
 }
 

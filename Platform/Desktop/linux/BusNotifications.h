@@ -30,8 +30,8 @@ private:
     MessageBus& session_;
     const ApplicationNames names_;
     const std::function<void(const std::string&)> onClick_;
-    std::uint64_t wanted_ = 0; ///< counts `show` and `withdraw`, so that answers to outdated calls show nothing
-    std::uint32_t shown_ = 0;  ///< the notification's id in the service; 0 for none
+    std::uint64_t generation_ = 0; ///< counts `show` and `withdraw`, so that answers to outdated calls show nothing
+    std::uint32_t shown_ = 0;      ///< the notification's id in the service; 0 for none
     std::string token_;
 };
 

@@ -260,11 +260,11 @@ TEST(MainContext, TornDownDestroysEveryTaskWhereItStands)
 }
 
 /// Starts a task in its destructor, such as a last message.
-struct LastWish {
+struct StartsTaskWhenDestroyed {
     MainContext* context;
     int* alive;
     Gate<>* gate;
-    ~LastWish() { Task::detached(*context, holdAndWait(Owned(alive), gate, false)); }
+    ~StartsTaskWhenDestroyed() { Task::detached(*context, holdAndWait(Owned(alive), gate, false)); }
 };
 
 TEST(MainContext, ATaskBegunWhileTheContextIsTornDownNeitherRunsNorStays)
@@ -274,7 +274,7 @@ TEST(MainContext, ATaskBegunWhileTheContextIsTornDownNeitherRunsNorStays)
     {
         MainContext context;
         Task::detached(context, [](MainContext* in, int* count, Gate<>* at) -> Async<> {
-            const LastWish wish{in, count, at};
+            const StartsTaskWhenDestroyed wish{in, count, at};
             co_await at->wait();
         }(&context, &alive, &gate));
         context.runUntilIdle();
@@ -330,7 +330,7 @@ TEST(MainContext, ShutDownWithALimitLeavesCleanUpThatHangs)
 {
     Journal journal;
     Gate<> gate, never;
-    const auto cleanUpForEver = [](Gate<>* first, Gate<>* second, Journal* to) -> Async<> {
+    const auto cleanUpForever = [](Gate<>* first, Gate<>* second, Journal* to) -> Async<> {
         const Farewell farewell(to);
         try {
             co_await first->wait();
@@ -340,7 +340,7 @@ TEST(MainContext, ShutDownWithALimitLeavesCleanUpThatHangs)
     };
     {
         MainContext context;
-        Task::detached(context, cleanUpForEver(&gate, &never, &journal));
+        Task::detached(context, cleanUpForever(&gate, &never, &journal));
         Task::detached(context, waitThenCleanUp(&gate, &context, &journal));
         context.runUntilIdle();
         do { // a busy machine may run nothing within the limit

@@ -86,7 +86,7 @@ public:
     }
 };
 
-TEST(Log, NeverFailsWhoWritesToIt)
+TEST(Log, ReportsAFailingSinkWithoutThrowing)
 {
     const auto before = setLogSink(std::make_shared<FailingSink>());
     ::testing::internal::CaptureStderr();

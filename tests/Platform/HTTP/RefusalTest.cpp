@@ -184,7 +184,7 @@ TEST_P(Refusal, IsNotWaitedForWhereTheServerEndsItsHalf)
 }
 
 // A server cannot have accepted what it has not read: the part counts as lost, and is sent again.
-TEST_P(Refusal, IsNotWhatAServerSaysThatAcceptsAndGoes)
+TEST_P(Refusal, DoesNotIncludeAnAcceptanceThatIsCutOff)
 {
     std::promise<void> accepted;
     server.script([&accepted](Exchange& exchange) {

@@ -120,14 +120,14 @@ TEST_F(Distrust, MeetsACertificateThatIsNotForThisServer)
     }
 }
 
-TEST_F(Distrust, MeetsAnAuthorityThatNobodyKnows)
+TEST_F(Distrust, MeetsAnUnknownAuthority)
 {
     EXPECT_THAT(Attempt(authority.identityOf({}), {}).failure(), Optional(Code::secureConnectionFailed));
     const TestAuthority other; // of the same name
     EXPECT_THAT(Attempt(other.identityOf({}), trusting).failure(), Optional(Code::secureConnectionFailed));
 }
 
-TEST_F(Distrust, MeetsAnAuthorityThatIsNone)
+TEST_F(Distrust, MeetsAnInvalidAuthority)
 {
     EXPECT_THAT(Attempt(authority.identityOf({}), {.authorities = "not a certificate"}).failure(),
                 Optional(Code::secureConnectionFailed));

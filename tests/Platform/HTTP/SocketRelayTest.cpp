@@ -99,7 +99,7 @@ TEST_F(SocketRelayTest, CarriesMoreThanFitsAnywhereInOrder)
     EXPECT_TRUE(received == sent);
 }
 
-TEST_F(SocketRelayTest, GivesWhatWasSaidBeforeTheCutToWhoStillWrites)
+TEST_F(SocketRelayTest, DeliversWhatArrivedBeforeTheCutWhileTheClientStillWrites)
 {
     SocketRelay relay(client.get());
     EXPECT_GT(write(client, std::string(200'000, 'x')), 0);

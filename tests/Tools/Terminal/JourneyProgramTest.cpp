@@ -260,7 +260,7 @@ TEST(JourneyProgram, SaysWhyTheUploadStopped)
     }
 }
 
-TEST(JourneyProgram, SurvivesWhatPasses)
+TEST(JourneyProgram, SurvivesTemporaryFailures)
 {
     const LinkedFixture fix;
     for (const auto& options : std::vector<std::vector<std::string>>{{"--expired-first-urls", "--token-lifetime", "1"},

@@ -41,9 +41,9 @@ TEST(PresenceRules, KnowAnAcceptedUploadAndTheEndOfItsReview)
     struct Case {
         const char* name;
         std::optional<SubmissionStatus> before, now;
-        bool isAccepted, isReviewed;
+        bool isNewSubmission, isReviewed;
     };
-    for (const auto& [name, before, now, isAccepted, isReviewed] : {
+    for (const auto& [name, before, now, isNewSubmission, isReviewed] : {
              Case{"nothing", std::nullopt, std::nullopt, false, false},
              Case{"accepted", std::nullopt, submission("analyzing"), true, false},
              Case{"accepted and reviewed", std::nullopt, submission("approved"), true, true},
@@ -57,7 +57,7 @@ TEST(PresenceRules, KnowAnAcceptedUploadAndTheEndOfItsReview)
              Case{"signed out", submission("analyzing"), std::nullopt, false, false},
          }) {
         SCOPED_TRACE(name);
-        EXPECT_EQ(presence::isAccepted(before, now), isAccepted);
+        EXPECT_EQ(presence::isNewSubmission(before, now), isNewSubmission);
         EXPECT_EQ(presence::isReviewed(before, now), isReviewed);
     }
 }

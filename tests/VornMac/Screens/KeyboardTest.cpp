@@ -120,7 +120,7 @@ TEST(Keyboard, ComesToEveryControlAndSeesItWhole)
 }
 
 /// Whether the focus is on a usable item that does not belong to the outgoing screen.
-bool isFocusWell(QQuickWindow& window)
+bool hasValidFocus(QQuickWindow& window)
 {
     const QQuickItem* item = window.activeFocusItem();
     const auto* going = window.findChild<QQuickItem*>("screens")->property("going").value<QQuickItem*>();
@@ -141,9 +141,9 @@ TEST(Keyboard, StaysWithTheScreenThatComes)
             fix.press(Qt::Key_Tab); // the focus is on an outgoing item
             fix.model.model().go(step);
             fix.settle();
-            EXPECT_TRUE(isFocusWell(fix.window())) << "while it fades";
+            EXPECT_TRUE(hasValidFocus(fix.window())) << "while it fades";
             animations.pass(1000);
-            EXPECT_TRUE(isFocusWell(fix.window()));
+            EXPECT_TRUE(hasValidFocus(fix.window()));
             const Names reachable = focusable(fix);
             fix.press(Qt::Key_Tab);
             if (!reachable.empty()) EXPECT_THAT(reachable, ::testing::Contains(fix.focused()));

@@ -55,7 +55,7 @@ TEST(APIAnswer, IsARefusalForEveryOtherStatus)
 
 TEST(APIAnswer, TellsTheFirstThousandBytesOfTheServicesWords)
 {
-    const std::string longest(APIError::longestWords, 'w');
+    const std::string longest(APIError::longestText, 'w');
     EXPECT_EQ(refusal<IgnoredBody>(answer(500, testing::errorJSON(longest, longest))),
               httpError(500, longest, longest));
     EXPECT_EQ(refusal<IgnoredBody>(answer(500, testing::errorJSON(longest + "w", "code" + longest))),
@@ -79,7 +79,7 @@ TEST(LongAnswer, IsReadInTheBackground)
                                 std::optional<SubmissionStatus>* result) -> Async<> {
             *result = co_await decodeApart<SubmissionStatus>(std::move(response), apiLog, executor);
         };
-        const Task task(main, reading(padded(readAtOnce + (isLong ? 1 : 0)), &background, &read));
+        const Task task(main, reading(padded(longestDecodedInPlace + (isLong ? 1 : 0)), &background, &read));
         main.runUntilIdle();
         EXPECT_EQ(read.has_value(), !isLong);
         EXPECT_EQ(background.waiting(), isLong ? 1U : 0U);

@@ -148,7 +148,7 @@ const LoopbackServer::Handler renews = says(200, testing::tokenPairJSON(adasSess
 constexpr auto unreadable = "[api] logout failed: unreadable answer";
 constexpr auto lost = "[api] logout failed: The network connection was lost.";
 constexpr auto expired = "[api] logout failed: session not accepted";
-constexpr auto laneOff = "[api] logout failed: HTTP 404";
+constexpr auto notFound = "[api] logout failed: HTTP 404";
 
 class CourseOfALogout : public ::testing::TestWithParam<Course> {};
 
@@ -178,7 +178,7 @@ INSTANTIATE_TEST_SUITE_P(
         Course{"RefusedWithoutWords", {says(503)}, {"[api] logout failed: HTTP 503"}},
         Course{
             "Redirected", {says({.status = 302, .headers = {{"Location", "/"}}})}, {"[api] logout failed: HTTP 302"}},
-        Course{"NotThere", {says(404)}, {laneOff}}, Course{"NoHTTP", {mumbles}, {unreadable}},
+        Course{"NotThere", {says(404)}, {notFound}}, Course{"NoHTTP", {mumbles}, {unreadable}},
         Course{"Cut", {cuts}, {lost}}, Course{"RenewedAndRevoked", {refuses, renews, revokes}, {}},
         Course{"RenewalRefused", {refuses, refuses}, {}}, Course{"RenewalFails", {refuses, says(500, "x")}, {}},
         Course{"RenewalRedirected", {refuses, says(302)}, {}},
