@@ -51,7 +51,7 @@ TEST_F(CheckTexts, RefusesASentenceInTwoPlacesOfTheProduct)
     write("VornMac/Text/A.cpp", "auto a = \"Look at me.\";\n");
     write("Tools/Terminal/B.h",
           "\nauto b = \"look \"\n         \"at me?\";\nauto c = \"Look at \"\n         \"me?\";\n");
-    EXPECT_EQ(check(), "\"Look at me\" stands in Tools/Terminal/B.h:4 and VornMac/Text/A.cpp:1\n");
+    EXPECT_EQ(check(), "\"Look at me\" is written in Tools/Terminal/B.h:4 and VornMac/Text/A.cpp:1\n");
     EXPECT_EQ(status_, 1);
 }
 
@@ -59,7 +59,7 @@ TEST_F(CheckTexts, RefusesAPartOfALongerText)
 {
     write("Tools/A.cpp", "auto a = \"You are offline now. Run it again.\";\n");
     write("VornMac/B.cpp", "auto b = f(\"It is late.\\nRun it again\");\n");
-    EXPECT_EQ(check(), "\"Run it again\" stands in Tools/A.cpp:1 and VornMac/B.cpp:1\n");
+    EXPECT_EQ(check(), "\"Run it again\" is written in Tools/A.cpp:1 and VornMac/B.cpp:1\n");
 }
 
 TEST_F(CheckTexts, LeavesWhatIsNotForUsersAlone)
