@@ -2,6 +2,7 @@
 #include "NimbrelExportKit/Links/LinkDetector.h"
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
 #include "tests/support/MessagesFixture.h"
+#include "tests/support/PrivateTemporaryFolder.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -19,6 +20,7 @@ namespace {
 TEST(WithoutLinkDetector, ExportsMessagesWithoutLinks)
 {
     const testing::TemporaryFolder folder;
+    const testing::PrivateTemporaryFolder temporary;
     testing::MessagesFixture fixture(folder / "chat.db");
     fixture.assistantChat();
     fixture.message({.text = std::string("see https://example.com/")});

@@ -5,6 +5,7 @@
 #include "Platform/Base/Bytes.h"
 #include "Platform/Base/PrintableText.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
+#include "tests/support/PrivateTemporaryFolder.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -129,6 +130,7 @@ TEST_F(EverythingLines, EndWhereNobodyReadsAnyMore)
 TEST_F(EverythingLines, AreTheArchivesDocumentsMessageByMessage)
 {
     const testing::TemporaryFolder folder;
+    const testing::PrivateTemporaryFolder temporary;
     const auto history = writeSampleHistory(folder / "chat.db", {.messages = 2'000});
     const NimbrelExportResult found = NimbrelExporter(folder / "chat.db", 1).export_(history.handles);
     std::vector<std::string> parts;

@@ -6,6 +6,7 @@
 #include "VornMac/View/EverythingList.h"
 #include "VornSandbox/SampleHistory/SampleHistory.h"
 #include "tests/VornMac/View/ScreenFixture.h"
+#include "tests/support/PrivateTemporaryFolder.h"
 #include "tests/support/ScopedEnvironment.h"
 
 #include <gmock/gmock.h>
@@ -111,6 +112,7 @@ protected:
     std::filesystem::path database() const { return folder_ / "chat.db"; }
 
     TemporaryFolder folder_;
+    testing::PrivateTemporaryFolder temporary_;
     testing::ScopedEnvironment language_{"LC_ALL", "en_GB.UTF-8"};
     testing::ScopedEnvironment zone_{"TZ", "UTC"};
 };

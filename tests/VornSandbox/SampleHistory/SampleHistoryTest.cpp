@@ -2,6 +2,7 @@
 
 #include "NimbrelExportKit/Messages/NimbrelExporter.h"
 #include "tests/VornSandbox/SampleHistory/WrittenHistory.h"
+#include "tests/support/PrivateTemporaryFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -37,6 +38,7 @@ TEST(SampleHistory, EqualSeedsGiveEqualRows)
 void expectExportFindsWhatIsPromised(const WrittenHistory& history)
 {
     const auto& expected = history.summary().expected;
+    const PrivateTemporaryFolder temporary;
     const auto found = NimbrelExporter(history.path(), 1).export_(history.summary().handles);
     const auto stats = found.stats();
     EXPECT_EQ(stats.chatCount,
