@@ -98,7 +98,7 @@ struct Route {
 
 /// Returns a handler that calls `method` of `object`.
 template <class Object>
-std::function<Answer(const Call&)> handlerOf(Object& object, Answer (Object::*method)(const Call&))
+auto handlerOf(Object& object, Answer (Object::*method)(const Call&))
 {
     return [&object, method](const Call& call) { return (object.*method)(call); };
 }
