@@ -53,10 +53,11 @@ Async<CompletedPart> PartUpload::send(std::int64_t part, Body body)
     const auto sentAfterwards = plan_.range(part).begin + body->size();
     for (bool isFresh = false;; isFresh = true) { // at most one fresh URL for each part
         auto url = knownURL(part);
+        const bool isMissing = !url;
         HTTPResponse response;
         if (url) response = co_await put(part, *std::move(url), body);
         const bool mayHaveExpired = response.status == 403;
-        if (!isFresh && (!url || mayHaveExpired)) {
+        if (!isFresh && (isMissing || mayHaveExpired)) {
             co_await fetchWindow(part);
             continue;
         }
